@@ -1,0 +1,80 @@
+// Interprets a route text against the route vocabulary.
+//
+// Members are defined by topic: keyword_parser.cpp (prefix, dispatch, simple segments), model_chemistry.cpp (methods, basis sets, slash
+// forms, ONIOM), option_patterns.cpp (keywords with options), parse_warning.cpp (the coded warnings).
+#pragma once
+
+#include <core/export.hpp>
+#include <gjf/core/route/parsed_keywords.hpp>
+#include <gjf/core/schema/simple_yaml_parser.hpp>
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quor::input::gaussian {
+
+/// The three roles a bare route word can have.
+enum class SimpleSegmentKind { Keyword = 0, Method = 1, Basis = 2 };
+
+/// Turns route text into `ParsedKeywords`. Never throws for route content: what it cannot place is kept as a raw keyword, with a warning.
+///
+/// A fresh parser has no vocabulary; every word is then kept raw. One parser is used by one thread at a time.
+class QUOR_GJF_API G16KeywordParser {
+   public:
+    G16KeywordParser();
+    /// Makes a parser over a vocabulary that is already loaded.
+    explicit G16KeywordParser(const SimpleYAMLParser& schema);
+
+    /// Takes the vocabulary at `path`, or the default one for an empty path; returns whether one is loaded now.
+    bool load_config(const std::string& path);
+    /// Clears the result; the vocabulary stays.
+    void reset();
+    /// Interprets one route text and adds what it says to the result.
+    void parse(const std::string& route);
+    /// Sets every keyword's category from the vocabulary; does nothing without one.
+    void classify_keywords();
+    ParsedKeywords get_parsed_keywords() const;
+
+    void parse_segment_schema_driven(const std::string& segment, const std::optional<SourceSpan>& span);
+
+    // Roles of a bare word.
+    bool can_accept_simple_segment_as(const std::string& token, SimpleSegmentKind kind) const;
+    void process_simple_segment(const std::string& segment, const std::optional<SourceSpan>& span);
+
+    // Model chemistry.
+    bool try_process_oniom_form(const std::string& segment, const std::optional<SourceSpan>& span);
+    bool try_process_method_basis_form(const std::string& segment, const std::optional<SourceSpan>& span);
+    bool try_process_standalone_method_form(const std::string& segment, const std::optional<SourceSpan>& span);
+    bool is_basis_set_pattern(const std::string& segment) const;
+    bool is_known_basis_token(const std::string& token) const;
+    std::string normalize_method_token_for_output(const std::string& token) const;
+    std::string normalize_basis_token_for_output(const std::string& token) const;
+
+    // Keywords with options.
+    void process_parentheses_pattern(const std::string& segment, const std::optional<SourceSpan>& span);
+    void process_equal_pattern(const std::string& segment, const std::optional<SourceSpan>& span);
+    bool try_process_keyword_option_slash_form(const std::string& segment, const std::optional<SourceSpan>& span);
+    void process_slash_pattern(const std::string& segment, const std::optional<SourceSpan>& span);
+
+    // Words.
+    std::string trim(const std::string& text) const;
+    std::string to_lower(const std::string& text) const;
+    std::vector<std::string> split(const std::string& text, char separator) const;
+    std::string normalize_raw_route_token(const std::string& token) const;
+    std::string normalize_route_option(const std::string& keyword, const std::string& option) const;
+
+    // Warnings.
+    void add_warning(const std::string& code, const std::string& message, const std::optional<SourceSpan>& span);
+    void warn_ambiguous_simple_segment(const std::string& token, const std::optional<SourceSpan>& span, bool as_keyword,
+                                       bool as_method, bool as_basis);
+    void warn_ambiguous_option(const std::string& keyword, const std::string& option, const std::optional<SourceSpan>& span);
+
+   private:
+    ParsedKeywords result_;
+    SimpleYAMLParser schema_;
+    bool schema_loaded_ = false;
+};
+
+}  // namespace quor::input::gaussian

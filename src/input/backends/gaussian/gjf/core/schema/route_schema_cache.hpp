@@ -1,0 +1,29 @@
+// The vocabularies this process has loaded: one per path, and the default one.
+#pragma once
+
+#include <core/export.hpp>
+#include <gjf/core/schema/simple_yaml_parser.hpp>
+
+#include <string>
+
+namespace quor::input::gaussian {
+
+/// A cached load: whether it succeeded, and the vocabulary (empty when not).
+struct SchemaCacheEntry {
+    bool loaded = false;
+    SimpleYAMLParser parser;
+};
+
+/// Returns the vocabulary at `path`, loading it on the first call for that path (compared byte for byte).
+///
+/// Failures are remembered too. An empty path gives an entry that is not loaded. Safe to call from several threads; a load blocks the
+/// others.
+QUOR_GJF_API SchemaCacheEntry load_route_schema_cached(const std::string& path);
+
+/// Returns the process-wide default vocabulary, located and loaded on the first call and never again.
+///
+/// It is the document that the environment variable QUOR_G16_ROUTE_SCHEMA_YAML names, else the one found by
+/// `resolve_route_schema_path`, else an empty vocabulary. Safe to call from several threads.
+QUOR_GJF_API const SimpleYAMLParser& default_route_schema();
+
+}  // namespace quor::input::gaussian

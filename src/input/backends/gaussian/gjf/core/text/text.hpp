@@ -1,0 +1,73 @@
+// Cuts text into lines, fields and comments; trims and folds it. Bytes in, bytes out; no locale.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quor::input::gaussian {
+
+/// Tells whether `c` is one of the four characters that trimming removes: space, tab, carriage return, line feed.
+constexpr bool is_trim_character(char c) noexcept { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
+
+/// Tells whether `c` is white space of the C locale (the four above, vertical tab and form feed).
+constexpr bool is_white_space(char c) noexcept { return is_trim_character(c) || c == '\v' || c == '\f'; }
+
+/// Removes space, tab, carriage return and line feed at both ends.
+std::string_view trim_view(std::string_view text) noexcept;
+
+/// Lower-cases one ASCII letter; every other byte stays as it is.
+constexpr char to_lower_ascii(char c) noexcept { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+
+/// Lower-cases the ASCII letters of `text`.
+std::string to_lower_copy(std::string_view text);
+
+/// Compares `text` with `lower` (already lower case), ASCII case folded.
+bool equals_folded(std::string_view text, std::string_view lower) noexcept;
+
+/// Tells whether `lower` (already lower case) occurs in `text`, ASCII case folded.
+bool contains_folded(std::string_view text, std::string_view lower) noexcept;
+
+/// Removes a UTF-8 byte order mark at the start of the text.
+std::string_view skip_byte_order_mark(std::string_view text) noexcept;
+
+/// Cuts a text at every line feed and takes one trailing carriage return off each line. A final line feed ends the last line and
+/// begins no other.
+std::vector<std::string_view> split_lines(std::string_view text);
+
+/// Joins lines with a line feed between them and none after the last.
+std::string join_lines(const std::vector<std::string_view>& lines);
+
+/// Follows quotes and brackets while a text is walked, one character after another.
+///
+/// A quote is closed by the same quote character alone; inside it no bracket counts. Parentheses, square brackets and braces have
+/// a depth each, which never drops below zero.
+class NestingTracker {
+   public:
+    /// Takes the next character; returns whether it stands at top level (outside quotes and brackets, itself neither).
+    bool advance(char c) noexcept;
+    bool at_top_level() const noexcept { return quote_ == 0 && round_ == 0 && square_ == 0 && curly_ == 0; }
+
+   private:
+    char quote_ = 0;
+    std::size_t round_ = 0;
+    std::size_t square_ = 0;
+    std::size_t curly_ = 0;
+};
+
+/// Returns the part of a line before its comment: before the first "!" that stands outside quotes.
+std::string_view without_comment(std::string_view line) noexcept;
+
+/// Tells whether a line holds a comment and nothing else.
+bool is_comment_line(std::string_view line) noexcept;
+
+enum class FieldSeparators { WhiteSpace, WhiteSpaceAndComma };
+
+/// Cuts a line into fields at separators outside quotes and brackets; empty fields are not produced.
+///
+/// With `lone_quotes_are_text`, a quote character that nothing closes on the line is an ordinary character, so that atom names such
+/// as O5' do not swallow the rest of their line.
+void split_fields(std::string_view line, FieldSeparators separators, bool lone_quotes_are_text,
+                  std::vector<std::string_view>& fields);
+
+}  // namespace quor::input::gaussian

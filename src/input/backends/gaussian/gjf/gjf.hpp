@@ -1,0 +1,11 @@
+// The class interface of libquor_g16_gjf, all of it.
+#pragma once
+
+#include <gjf/core/job/gjf_data.hpp>
+#include <gjf/core/job/gjf_parse_exception.hpp>
+#include <gjf/core/reader/gjf_parser.hpp>
+#include <gjf/core/route/keyword_parser.hpp>
+#include <gjf/core/route/route_scanner.hpp>
+#include <gjf/core/route_schema_paths.hpp>
+#include <gjf/core/schema/route_schema_cache.hpp>
+#include <gjf/core/schema/simple_yaml_parser.hpp>
