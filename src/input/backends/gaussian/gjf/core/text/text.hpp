@@ -1,6 +1,7 @@
 // Cuts text into lines, fields and comments; trims and folds it. Bytes in, bytes out; no locale.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,8 +36,11 @@ std::string_view skip_byte_order_mark(std::string_view text) noexcept;
 /// begins no other.
 std::vector<std::string_view> split_lines(std::string_view text);
 
-/// Joins lines with a line feed between them and none after the last.
-std::string join_lines(const std::vector<std::string_view>& lines);
+/// Takes the first line off a text that is not empty: without its line feed and one carriage return before that.
+std::string_view take_line(std::string_view& text) noexcept;
+
+/// Joins `count` lines with a line feed between them and none after the last.
+std::string join_lines(const std::string_view* lines, std::size_t count);
 
 /// Follows quotes and brackets while a text is walked, one character after another.
 ///
@@ -55,7 +59,8 @@ class NestingTracker {
     std::size_t curly_ = 0;
 };
 
-/// Returns the part of a line before its comment: before the first "!" that stands outside quotes.
+/// Returns the part of a line before its comment: before the first "!" that stands outside quotes. A quote character that nothing
+/// closes on the line quotes nothing.
 std::string_view without_comment(std::string_view line) noexcept;
 
 /// Tells whether a line holds a comment and nothing else.

@@ -1,0 +1,170 @@
+// Bond lists: text form, queries and renumbering.
+#include <gjf/core/job/connectivity_section.hpp>
+
+#include <gjf/core/job/gjf_parse_exception.hpp>
+#include <gjf/core/text/number.hpp>
+#include <gjf/core/text/text.hpp>
+
+#include <algorithm>
+#include <charconv>
+#include <limits>
+
+namespace quor::input::gaussian {
+namespace {
+
+Bond make_bond(std::uint64_t i, std::uint64_t j, double order) { return {std::min(i, j), std::max(i, j), order}; }
+
+[[noreturn]] void fail(const char* what, std::string_view token, std::string_view line) {
+    std::string message = what;
+    message += " '";
+    message += token;
+    message += "' in line: ";
+    message += line;
+    throw GJFParseException(message);
+}
+
+std::uint64_t parse_atom_index(std::string_view token, std::string_view line) {
+    const std::optional<std::int64_t> number = to_int64(token);
+    if (!number) {
+        fail("Invalid connectivity atom index", token, line);
+    }
+    if (*number < 1) {
+        throw GJFParseException("Connectivity atom indices must be positive 1-based integers in line: " + std::string(line));
+    }
+    return static_cast<std::uint64_t>(*number - 1);
+}
+
+void parse_line(std::string_view line, std::vector<std::string_view>& fields, std::vector<Bond>& bonds) {
+    split_fields(without_comment(line), FieldSeparators::WhiteSpace, true, fields);
+    if (fields.empty()) {
+        return;
+    }
+    const std::string_view shown = trim_view(line);
+    const std::uint64_t atom = parse_atom_index(fields[0], shown);
+    const auto incomplete = [&] { throw GJFParseException("Incomplete connectivity pair in line: " + std::string(shown)); };
+    if (fields.size() == 2) {
+        incomplete();
+    }
+    for (std::size_t i = 1; i < fields.size(); i += 2) {
+        if (i + 1 == fields.size()) {
+            incomplete();
+        }
+        const std::uint64_t partner = parse_atom_index(fields[i], shown);
+        const std::optional<double> order = to_number(fields[i + 1]);
+        if (!order) {
+            fail("Invalid connectivity bond order", fields[i + 1], shown);
+        }
+        bonds.push_back(make_bond(atom, partner, *order));
+    }
+}
+
+void append_number(std::string& line, std::uint64_t number) {
+    char digits[std::numeric_limits<std::uint64_t>::digits10 + 2];
+    line.append(digits, std::to_chars(digits, std::end(digits), number).ptr);
+}
+
+// The widest double has 309 digits before the point.
+void append_order(std::string& line, double order) {
+    char digits[320];
+    line.append(digits, std::to_chars(digits, std::end(digits), order, std::chars_format::fixed, 1).ptr);
+}
+
+template <typename Renumber>
+void renumber_bonds(std::vector<Bond>& bonds, Renumber renumber) {
+    for (Bond& bond : bonds) {
+        bond = make_bond(renumber(bond.atom1), renumber(bond.atom2), bond.order);
+    }
+}
+
+}  // namespace
+
+void ConnectivitySection::parse_from_lines(const std::vector<std::string>& lines) {
+    bonds.clear();
+    std::vector<std::string_view> fields;
+    for (const std::string& line : lines) {
+        parse_line(line, fields, bonds);
+    }
+}
+
+std::vector<std::string> ConnectivitySection::to_lines() const { return to_lines_with_atom_count(0); }
+
+std::vector<std::string> ConnectivitySection::to_lines_with_atom_count(std::size_t atom_count) const {
+    if (atom_count == 0) {
+        for (const Bond& bond : bonds) {
+            atom_count = std::max<std::size_t>(atom_count, std::max(bond.atom1, bond.atom2) + 1);
+        }
+    }
+    std::vector<std::string> lines(atom_count);
+    for (std::size_t atom = 0; atom < atom_count; ++atom) {
+        append_number(lines[atom], atom + 1);
+    }
+    // Each bond goes to the end of its smaller atom's line, so that a line holds its bonds in storage order.
+    for (const Bond& bond : bonds) {
+        if (bond.atom1 < atom_count && bond.atom2 > bond.atom1) {
+            std::string& line = lines[bond.atom1];
+            line += ' ';
+            append_number(line, bond.atom2 + 1);
+            line += ' ';
+            append_order(line, bond.order);
+        }
+    }
+    return lines;
+}
+
+double ConnectivitySection::get_bond_order(std::size_t i, std::size_t j) const {
+    const auto bond = std::find(bonds.begin(), bonds.end(), make_bond(i, j, 0));
+    return bond == bonds.end() ? 0.0 : bond->order;
+}
+
+void ConnectivitySection::set_bond_order(std::size_t i, std::size_t j, double order) {
+    if (!(order > 0.0)) {
+        remove_bond(i, j);
+        return;
+    }
+    const auto bond = std::find(bonds.begin(), bonds.end(), make_bond(i, j, order));
+    if (bond == bonds.end()) {
+        bonds.push_back(make_bond(i, j, order));
+    } else {
+        bond->order = order;
+    }
+}
+
+void ConnectivitySection::remove_bond(std::size_t i, std::size_t j) {
+    bonds.erase(std::remove(bonds.begin(), bonds.end(), make_bond(i, j, 0)), bonds.end());
+}
+
+std::vector<std::size_t> ConnectivitySection::get_connected_atoms(std::size_t i) const {
+    std::vector<std::size_t> partners;
+    for (const Bond& bond : bonds) {
+        if (bond.atom1 == i) {
+            partners.push_back(bond.atom2);
+        } else if (bond.atom2 == i) {
+            partners.push_back(bond.atom1);
+        }
+    }
+    return partners;
+}
+
+void ConnectivitySection::remove_atom(std::size_t i) {
+    const auto touches = [i](const Bond& bond) { return bond.atom1 == i || bond.atom2 == i; };
+    bonds.erase(std::remove_if(bonds.begin(), bonds.end(), touches), bonds.end());
+    renumber_bonds(bonds, [i](std::uint64_t x) { return x > i ? x - 1 : x; });
+}
+
+void ConnectivitySection::insert_atom(std::size_t i) {
+    renumber_bonds(bonds, [i](std::uint64_t x) { return x >= i ? x + 1 : x; });
+}
+
+void ConnectivitySection::move_atom(std::size_t from, std::size_t to) {
+    renumber_bonds(bonds, [from, to](std::uint64_t x) {
+        if (x == from) {
+            return static_cast<std::uint64_t>(to);
+        }
+        if (from < x && x <= to) {
+            return x - 1;
+        }
+        return to <= x && x < from ? x + 1 : x;
+    });
+}
+
+}  // namespace quor::input::gaussian
