@@ -1,7 +1,7 @@
 // Reads Gaussian 16 job text into the job model.
 //
-// Members are defined by topic: job_reader.cpp, control_reader.cpp, molecule_reader.cpp, extra_input_reader.cpp, extra_input_rules.cpp
-// and analysis_report.cpp.
+// Members are defined by topic: job_reader.cpp, control_reader.cpp, molecule_reader.cpp, extra_input_reader.cpp,
+// extra_input_rules.cpp and analysis_report.cpp.
 #pragma once
 
 #include <core/export.hpp>
@@ -15,15 +15,16 @@ namespace quor::input::gaussian {
 
 /// Reads job text. All members are static, keep no state between calls and may run in several threads at once.
 ///
-/// Malformed text is reported by `GJFParseException`; a job is given whole or not at all. From "!" to the end of a line is a comment in
-/// Link 0 lines, route, molecule specification and connectivity; titles and other sections keep it as text.
+/// Malformed text is reported by `GJFParseException`; a job is given whole or not at all. From "!" to the end of a line is a
+/// comment in Link 0 lines, route, molecule specification and connectivity; titles and other sections keep it as text.
 class QUOR_GJF_API GJFParser {
    public:
     /// Reads the first job of a text.
     static GJFData parse_string(const std::string& text);
     /// Reads the first job of a file; throws "Cannot open file: PATH" when it cannot be read.
     static GJFData parse_file(const std::string& path);
-    /// Reads every job of a text; jobs are separated by lines that hold "--Link1--" alone. A failure names the job, counted from 1.
+    /// Reads every job of a text; jobs are separated by lines that hold "--Link1--" alone. A failure names the job, counted
+    /// from 1.
     static GJFMultiData parse_string_multi(const std::string& text);
     static GJFMultiData parse_file_multi(const std::string& path);
 
@@ -31,7 +32,8 @@ class QUOR_GJF_API GJFParser {
     static std::vector<std::string> split_by_link1(const std::string& text);
     /// Cuts a text into its runs of lines that are not blank; each run's lines are joined with line feeds.
     static std::vector<std::string> split_by_empty_lines(const std::string& text);
-    /// Cuts a text at every `delimiter`; empty pieces are kept, an empty text gives none, a final delimiter ends the last piece.
+    /// Cuts a text at every `delimiter`; empty pieces are kept, an empty text gives none, a final delimiter ends the last
+    /// piece.
     static std::vector<std::string> split_string(const std::string& text, char delimiter);
     /// Removes space, tab, carriage return and line feed at both ends.
     static std::string trim(const std::string& text);
@@ -40,8 +42,8 @@ class QUOR_GJF_API GJFParser {
 
     /// Reads Link 0 lines and route from the lines of a control section.
     static ControlSection parse_control_section(const std::vector<std::string>& lines);
-    /// Cuts one route line into its words, at blanks and commas outside quotes and brackets. The second argument is taken for symmetry
-    /// with `parse_keywords`; cutting needs no vocabulary.
+    /// Cuts one route line into its words, at blanks and commas outside quotes and brackets. The second argument is taken
+    /// for symmetry with `parse_keywords`; cutting needs no vocabulary.
     static std::vector<std::string> parse_keywords_from_line(const std::string& line, const std::string& schema_path);
     /// Interprets route words, joined with single blanks; heads ("#", "#p", "#n", "#t") after the first word are left out.
     /// `schema_path` names a vocabulary document; empty means the default one.

@@ -1,0 +1,175 @@
+// Reads Link 0 lines and the route, and interprets route words.
+#include <gjf/core/reader/gjf_parser.hpp>
+
+#include <gjf/core/reader/reading.hpp>
+#include <gjf/core/route/keyword_parser.hpp>
+#include <gjf/core/schema/route_schema_cache.hpp>
+#include <gjf/core/text/number.hpp>
+#include <gjf/core/text/text.hpp>
+
+#include <algorithm>
+#include <array>
+
+namespace quor::input::gaussian {
+namespace {
+
+void set_processor_count(ControlSection& control, std::string_view value) {
+    if (const std::optional<std::int32_t> count = leading_int32(value)) {
+        control.nproc = count;
+    }
+}
+
+struct Link0Key {
+    std::string_view key;
+    void (*store)(ControlSection&, std::string_view value);
+};
+
+constexpr std::array<Link0Key, 7> link0_keys = {{
+    {"chk", [](ControlSection& control, std::string_view value) { control.chk = value; }},
+    {"oldchk", [](ControlSection& control, std::string_view value) { control.oldchk = value; }},
+    {"rwf", [](ControlSection& control, std::string_view value) { control.rwf = value; }},
+    {"mem", [](ControlSection& control, std::string_view value) { control.mem = value; }},
+    {"nproc", set_processor_count},
+    {"nprocshared", set_processor_count},
+    {"cpu", [](ControlSection& control, std::string_view value) { control.cpu = value; }},
+}};
+
+// Stores a "%key=value" line whose key is one of the table's; returns whether it was one.
+bool store_link0_line(ControlSection& control, std::string_view line) {
+    const std::size_t equals = line.find('=');
+    if (line.front() != '%' || equals == std::string_view::npos) {
+        return false;
+    }
+    const std::string key = to_lower_copy(trim_view(line.substr(1, equals - 1)));
+    const std::string_view value = trim_view(line.substr(equals + 1));
+    const auto entry = std::find_if(link0_keys.begin(), link0_keys.end(), [&](const Link0Key& k) { return k.key == key; });
+    if (value.empty() || entry == link0_keys.end()) {
+        return false;
+    }
+    entry->store(control, value);
+    return true;
+}
+
+void append_route_words(std::string_view line, std::vector<std::string>& words) {
+    std::vector<std::string_view> fields;
+    split_fields(line, FieldSeparators::WhiteSpaceAndComma, false, fields);
+    words.insert(words.end(), fields.begin(), fields.end());
+}
+
+// Takes control lines one by one; a route begins at its "#" line and is open until an empty line.
+class ControlReader {
+   public:
+    ControlSection control;
+
+    void take(std::string_view raw) {
+        if (raw.empty()) {
+            route_closed_ = route_closed_ || route_seen_;
+            return;
+        }
+        const std::string_view line = trim_view(without_comment(raw));
+        if (is_comment_line(raw)) {
+            control.raw_lines.emplace_back(raw);
+            return;
+        }
+        const bool route_open = route_seen_ && !route_closed_;
+        if (!route_open && (line.empty() || (line.front() != '#' && line.front() != '%'))) {
+            throw GJFParseException("Invalid control line: " + std::string(raw));
+        }
+        control.raw_lines.emplace_back(raw);
+        if (line.empty() || store_link0_line(control, line)) {
+            return;
+        }
+        if (line.front() == '%' && !route_open) {
+            control.other_link0_lines.emplace_back(line);
+        } else if (!route_closed_) {
+            append_route_words(line, control.route_keywords);
+            route_seen_ = true;
+        }
+    }
+
+   private:
+    bool route_seen_ = false;
+    bool route_closed_ = false;
+};
+
+bool is_route_head(std::string_view word) noexcept {
+    return word == "#" || (word.size() == 2 && word.front() == '#' &&
+                           std::string_view("npt").find(to_lower_ascii(word[1])) != std::string_view::npos);
+}
+
+std::string join_route_words(const std::vector<std::string>& words) {
+    std::string route;
+    for (const std::string& word : words) {
+        if (&word != &words.front()) {
+            if (is_route_head(word)) {
+                continue;
+            }
+            route += ' ';
+        }
+        route += word;
+    }
+    return route;
+}
+
+}  // namespace
+
+ControlSection read_control_section(LineSpan lines) {
+    ControlReader reader;
+    for (const std::string_view line : lines) {
+        reader.take(line);
+    }
+    ControlSection& control = reader.control;
+    if (!control.route_keywords.empty()) {
+        control.parsed_keywords = GJFParser::parse_keywords(control.route_keywords, {});
+    }
+    return std::move(control);
+}
+
+bool has_geom_option(const ParsedKeywords& route, const SimpleYAMLParser& schema, const std::string& option) {
+    const auto matches = [&](const std::string& name, const std::string& text) {
+        return schema.options_equivalent(name, text, option);
+    };
+    return std::any_of(route.keywords.begin(), route.keywords.end(), [&](const KeywordInfo& keyword) {
+        return schema.keywords_equivalent(keyword.name, "geom") &&
+               std::any_of(keyword.options.begin(), keyword.options.end(), [&](const auto& entry) {
+                   return matches(keyword.name, entry.first) || matches(keyword.name, entry.second);
+               });
+    });
+}
+
+bool GJFParser::is_valid_control_line(const std::string& line) {
+    const std::string_view text = trim_view(line);
+    return !text.empty() && (text.front() == '#' || text.front() == '%');
+}
+
+ControlSection GJFParser::parse_control_section(const std::vector<std::string>& lines) {
+    const std::vector<std::string_view> views = views_of(lines);
+    return read_control_section(views);
+}
+
+std::vector<std::string> GJFParser::parse_keywords_from_line(const std::string& line, const std::string& /*schema_path*/) {
+    std::vector<std::string> words;
+    append_route_words(without_comment(line), words);
+    return words;
+}
+
+ParsedKeywords GJFParser::parse_keywords(const std::vector<std::string>& route_keywords, const std::string& schema_path) {
+    G16KeywordParser parser;
+    parser.load_config(schema_path);
+    parser.parse(join_route_words(route_keywords));
+    return parser.get_parsed_keywords();
+}
+
+bool GJFParser::has_geom_option(const ControlSection& control, const std::string& option) {
+    if (control.route_keywords.empty()) {
+        return false;
+    }
+    const ParsedKeywords route = parse_keywords(control.route_keywords, {});
+    return gaussian::has_geom_option(route, default_route_schema(), to_lower_copy(trim_view(option)));
+}
+
+bool GJFParser::is_geom_check(const ControlSection& control) { return has_geom_option(control, "chk"); }
+
+bool GJFParser::is_geom_allchk(const ControlSection& control) { return has_geom_option(control, "allchk"); }
+
+}  // namespace quor::input::gaussian

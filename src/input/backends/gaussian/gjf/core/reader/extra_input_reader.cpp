@@ -1,0 +1,122 @@
+// Gives each kind of section that the route asks for its lines, by the kind's class, and keeps what is left over.
+#include <gjf/core/reader/reading.hpp>
+
+#include <gjf/core/text/text.hpp>
+
+#include <algorithm>
+#include <optional>
+
+namespace quor::input::gaussian {
+namespace {
+
+using Kind = ExtraInputSectionKind;
+
+bool is_connectivity_kind(Kind kind) noexcept {
+    return kind == Kind::Connectivity || kind == Kind::SecondConnectivity || kind == Kind::ThirdConnectivity;
+}
+
+void check_atom_numbers(const ConnectivitySection& connectivity, std::size_t atom_count) {
+    for (const Bond& bond : connectivity.bonds) {
+        if (bond.atom2 >= atom_count) {
+            const std::uint64_t outside = bond.atom1 >= atom_count ? bond.atom1 : bond.atom2;
+            throw GJFParseException(std::to_string(outside + 1) + " references atom index outside the geometry atom count");
+        }
+    }
+}
+
+// Reads a connectivity block. Bonds of the molecule itself are kept as bonds; those of a second or third one are checked and
+// kept as text.
+void add_connectivity(LineSpan lines, Kind kind, GJFData& job, bool atoms_known) {
+    ConnectivitySection connectivity;
+    connectivity.parse_from_lines(std::vector<std::string>(lines.begin(), lines.end()));
+    if (atoms_known) {
+        check_atom_numbers(connectivity, job.geom.atom_count());
+    }
+    if (kind == Kind::Connectivity) {
+        job.extra_inputs.push_back(ExtraInputSection::from_connectivity(std::move(connectivity)));
+    } else {
+        job.extra_inputs.emplace_back(kind, joined(lines));
+    }
+}
+
+// Reads the title and the molecule of a second or third structure; a Z-matrix takes its variable sections with it.
+std::optional<std::string> take_title_and_molecule(LineCursor& cursor, Kind kind, bool sections_expected) {
+    const std::size_t blank_lines = cursor.skip_blank_lines();
+    if (cursor.at_end()) {
+        return std::nullopt;
+    }
+    const bool untitled = opens_molecule_without_title(cursor, blank_lines, false);
+    std::string text = untitled ? std::string() : joined(cursor.take_section());
+    const LineSpan molecule = cursor.take_section_past_comments();
+    if (molecule.empty()) {
+        const char* name = kind == Kind::ThirdTitleAndTSStructure ? "QST3 third title and molecule section"
+                                                                  : "QST2/QST3 second title and molecule section";
+        throw GJFParseException(std::string("Incomplete ") + name + ": missing molecule specification block");
+    }
+    text += "\n\n";
+    text += joined(molecule);
+    const std::size_t end = cursor.position();
+    take_variable_sections(cursor, molecule, sections_expected);
+    const LineSpan variables = cursor.range(end, cursor.position());
+    return variables.empty() ? text : text + '\n' + joined(variables);
+}
+
+bool is_atom_list_line(std::string_view line) noexcept {
+    return !is_blank_line(line) && line.find_first_not_of("0123456789-, \t\r") == std::string_view::npos;
+}
+
+LineSpan take_lines(LineCursor& cursor, ExtraInputClass input_class) {
+    cursor.skip_blank_lines();
+    const std::size_t begin = cursor.position();
+    if (input_class == ExtraInputClass::SingleLine && !cursor.at_end()) {
+        cursor.take_line();
+    }
+    if (input_class == ExtraInputClass::AtomList) {
+        while (!cursor.at_end() && is_atom_list_line(cursor.peek_line())) {
+            cursor.take_line();
+        }
+    }
+    if (input_class == ExtraInputClass::UpToEnd) {
+        while (!cursor.at_end() && !contains_folded(cursor.take_line(), "$end")) {
+        }
+    }
+    const LineSpan lines = cursor.range(begin, cursor.position());
+    if (input_class == ExtraInputClass::UpToEnd) {
+        cursor.skip_blank_lines();
+    }
+    return lines;
+}
+
+void read_expected(LineCursor& cursor, GJFData& job, Kind kind, bool atoms_known, bool more_expected) {
+    const ExtraInputClass input_class = extra_input_class(kind);
+    if (input_class == ExtraInputClass::TitleAndMolecule) {
+        if (std::optional<std::string> text = take_title_and_molecule(cursor, kind, more_expected)) {
+            job.extra_inputs.emplace_back(kind, *text);
+        }
+        return;
+    }
+    if (is_connectivity_kind(kind)) {
+        if (const LineSpan lines = cursor.take_section_past_comments(); !lines.empty()) {
+            add_connectivity(lines, kind, job, atoms_known);
+        }
+        return;
+    }
+    const bool block = input_class == ExtraInputClass::Block;
+    const LineSpan lines = block ? cursor.take_section() : take_lines(cursor, input_class);
+    if (!lines.empty()) {
+        job.extra_inputs.emplace_back(kind, joined(lines));
+    }
+}
+
+}  // namespace
+
+void read_extra_inputs(LineCursor& cursor, GJFData& job, const std::vector<Kind>& kinds, bool atoms_known) {
+    for (std::size_t i = 0; i < kinds.size(); ++i) {
+        read_expected(cursor, job, kinds[i], atoms_known, i + 1 < kinds.size());
+    }
+    for (LineSpan lines = cursor.take_section(); !lines.empty(); lines = cursor.take_section()) {
+        job.extra_inputs.emplace_back(Kind::Unknown, joined(lines));
+    }
+}
+
+}  // namespace quor::input::gaussian

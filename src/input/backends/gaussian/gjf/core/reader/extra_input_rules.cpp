@@ -1,0 +1,173 @@
+// The table of kinds and conditions, and the order in which sections are expected.
+#include <gjf/core/reader/extra_input_rules.hpp>
+
+#include <gjf/core/reader/gjf_parser.hpp>
+#include <gjf/core/reader/reading.hpp>
+#include <gjf/core/schema/route_schema_cache.hpp>
+
+#include <vector>
+
+namespace quor::input::gaussian {
+namespace {
+
+using Kind = ExtraInputSectionKind;
+using Route = const RouteQuestions&;
+
+bool connect(Route r) { return r.option("geom", {"connect", "connectivity"}) || r.keyword({"modconnect"}); }
+
+bool frozen(Route r) {
+    return r.option("geom", {"readopt", "readoptimize", "rdoptimize"}) ||
+           r.option("opt", {"readopt", "readoptimize", "rdoptimize"});
+}
+
+bool modify(Route r) { return r.option("opt", {"modredundant", "modredun", "modr", "addgic"}); }
+
+bool qst2_or_3(Route r) { return r.option("opt", {"qst2", "qst3"}); }
+
+bool qst3(Route r) { return r.option("opt", {"qst3"}); }
+
+bool mm_parameters(Route r) {
+    constexpr const char *hard = "hardfirst", *soft = "softfirst", *only = "softonly", *changed = "modify";
+    return r.any_option({hard, soft, only, changed}) || r.keyword({hard, soft, only, changed}) ||
+           r.word_in_method_options({hard, soft, only, changed}) || r.word_in_oniom({hard, soft, only, changed});
+}
+
+bool pcm_early(Route r) { return r.option("scrf", {"read"}) && r.option("scrf", {"externaliteration", "oniompcm"}); }
+
+bool pcm_late(Route r) { return r.option("scrf", {"read"}) && !pcm_early(r); }
+
+// IRC=(Report=Read) is stored as an option "report" with the value "read".
+bool irc_report(Route r) {
+    return r.option("irc", {"report=read", "read"}) || (r.option("irc", {"report"}) && r.any_option({"read"}));
+}
+
+bool general_basis(Route r) { return r.basis({"gen", "genecp"}) || r.keyword({"gen", "genecp", "extrabasis"}); }
+
+bool ecp(Route r) { return r.basis({"genecp"}) || r.keyword({"genecp"}) || r.option("pseudo", {"cards"}); }
+
+// A multi-configuration option is given to the keyword, or stands among the options of the method.
+bool multiconfiguration_option(Route r, const char* name) {
+    return r.option("casscf", {name}) || r.option("cas", {name}) ||
+           (r.method({"casscf", "cas"}, true) && r.word_in_method_options({name}));
+}
+
+std::size_t trajectory_blocks(Route r) {
+    const auto velocities = [&](const char* name) { return r.keyword({name}) || r.any_option({name}); };
+    return std::size_t{r.keyword({"bomd", "admp"})} + std::size_t{velocities("readvelocity")} +
+           std::size_t{velocities("readmwvelocity")};
+}
+
+std::size_t once_or_twice(bool wanted, bool twice) { return !wanted ? 0 : twice ? 2 : 1; }
+
+struct Rule {
+    Kind kind;
+    std::size_t (*count)(Route r);
+};
+
+// One row a kind, in the order in which the sections stand in a job.
+constexpr Rule rules[] = {
+    {Kind::Connectivity, [](Route r) -> std::size_t { return connect(r); }},
+    {Kind::FrozenAtomAlterations, [](Route r) -> std::size_t { return frozen(r); }},
+    {Kind::CoordinateModifications, [](Route r) -> std::size_t { return modify(r); }},
+    {Kind::SecondTitleAndMolecule, [](Route r) -> std::size_t { return qst2_or_3(r); }},
+    {Kind::SecondConnectivity, [](Route r) -> std::size_t { return qst2_or_3(r) && connect(r); }},
+    {Kind::SecondFrozenAtomAlterations, [](Route r) -> std::size_t { return qst2_or_3(r) && frozen(r); }},
+    {Kind::SecondCoordinateModifications, [](Route r) -> std::size_t { return qst2_or_3(r) && modify(r); }},
+    {Kind::ThirdTitleAndTSStructure, [](Route r) -> std::size_t { return qst3(r); }},
+    {Kind::ThirdConnectivity, [](Route r) -> std::size_t { return qst3(r) && connect(r); }},
+    {Kind::ThirdFrozenAtomAlterations, [](Route r) -> std::size_t { return qst3(r) && frozen(r); }},
+    {Kind::ThirdCoordinateModifications, [](Route r) -> std::size_t { return qst3(r) && modify(r); }},
+    {Kind::PDBSecondaryStructure, [](Route r) -> std::size_t { return r.has_residues(); }},
+    {Kind::AtomicMasses,
+     [](Route r) -> std::size_t { return r.keyword({"readisotopes"}) || r.any_option({"readisotopes"}); }},
+    {Kind::External, [](Route r) -> std::size_t { return r.option("external", {"readinput"}); }},
+    {Kind::LinkSpecificInput, [](Route r) -> std::size_t { return r.option_text("extralinks", "l608"); }},
+    {Kind::MMParameters, [](Route r) -> std::size_t { return mm_parameters(r); }},
+    {Kind::FrequencyOfInterest,
+     [](Route r) -> std::size_t { return r.option("cphf", {"rdfreq"}) || r.option("freq", {"roa"}); }},
+    {Kind::BackgroundCharge, [](Route r) -> std::size_t { return r.keyword({"charge"}); }},
+    {Kind::BOMDInput, trajectory_blocks},
+    {Kind::PCMInput, [](Route r) -> std::size_t { return pcm_early(r); }},
+    {Kind::IRCCoordinates, [](Route r) -> std::size_t { return irc_report(r); }},
+    {Kind::HarmonicConstraints, [](Route r) -> std::size_t { return r.option("geom", {"readharmonic"}); }},
+    {Kind::SemiEmpiricalGaussian,
+     [](Route r) -> std::size_t {
+         return r.keyword({"input", "both"});
+     }},
+    {Kind::SemiEmpiricalMOPAC,
+     [](Route r) -> std::size_t {
+         return r.keyword({"mopacexternal", "both"});
+     }},
+    {Kind::BasisSet, [](Route r) -> std::size_t { return general_basis(r); }},
+    {Kind::BasisSetAlterations, [](Route r) -> std::size_t { return r.keyword({"massage"}); }},
+    {Kind::FiniteField, [](Route r) -> std::size_t { return r.option("field", {"read"}); }},
+    {Kind::ECP, [](Route r) -> std::size_t { return ecp(r); }},
+    {Kind::DensityFittingBasis, [](Route r) -> std::size_t { return r.keyword({"extradensitybasis"}); }},
+    {Kind::PCMSolvation, [](Route r) -> std::size_t { return pcm_late(r); }},
+    {Kind::DFTBParameters, [](Route r) -> std::size_t { return r.method({"dftb"}, false) || r.keyword({"dftb"}); }},
+    {Kind::GuessSource, [](Route r) -> std::size_t { return r.option("guess", {"input"}); }},
+    {Kind::SymmetryCombine, [](Route r) -> std::size_t { return r.option("guess", {"lowsymm"}); }},
+    {Kind::OrbitalSpecifications, [](Route r) { return once_or_twice(r.option("guess", {"cards"}), r.unrestricted()); }},
+    {Kind::OrbitalAlterations, [](Route r) { return once_or_twice(r.option("guess", {"alter"}), r.unrestricted()); }},
+    // Reordering is asked for twice for an open-shell molecule too, even with a restricted method.
+    {Kind::OrbitalReordering,
+     [](Route r) { return once_or_twice(r.option("guess", {"permute"}), r.unrestricted() || r.open_shell()); }},
+    {Kind::GVBPairs, [](Route r) -> std::size_t { return r.keyword({"gvb"}); }},
+    {Kind::CASWeights, [](Route r) -> std::size_t { return multiconfiguration_option(r, "stateaverage"); }},
+    {Kind::SpinOrbitStates, [](Route r) -> std::size_t { return multiconfiguration_option(r, "spinorbit"); }},
+    {Kind::OrbitalFreezing,
+     [](Route r) -> std::size_t { return r.keyword({"readwindow"}) || r.any_option({"readwindow"}); }},
+    {Kind::EPTOrbitals, [](Route r) -> std::size_t { return r.option("ept", {"readorbitals"}); }},
+    {Kind::SpinSpinAtoms, [](Route r) -> std::size_t { return r.option("nmr", {"readatoms"}); }},
+    {Kind::AtomicRadii,
+     [](Route r) -> std::size_t {
+         return r.option("pop", {"readradii", "readatradii"}) || r.keyword({"readatradii"});
+     }},
+    {Kind::AntechamberOutput, [](Route r) -> std::size_t { return r.option("pop", {"mk"}) && r.iop("6/50", "1"); }},
+    {Kind::ElectrostaticData,
+     [](Route r) { return std::size_t{r.option("prop", {"read"})} + std::size_t{r.option("prop", {"opt"})}; }},
+    {Kind::NBOInput,
+     [](Route r) -> std::size_t {
+         return r.option("pop", {"nboread", "nbo6read"});
+     }},
+    {Kind::HarmonicModeSelection, [](Route r) -> std::size_t { return r.option("freq", {"selectnormalmodes"}); }},
+    {Kind::HinderedRotor, [](Route r) -> std::size_t { return r.option("freq", {"readhindered"}); }},
+    {Kind::AnharmonicModeSelection, [](Route r) -> std::size_t { return r.option("freq", {"selectanharmonicmodes"}); }},
+    {Kind::AnharmonicInput, [](Route r) -> std::size_t { return r.option("freq", {"readanharmonic"}); }},
+    {Kind::FCHTInput, [](Route r) -> std::size_t { return r.option("freq", {"readfcht"}); }},
+    {Kind::PickettAtoms, [](Route r) -> std::size_t { return r.option("output", {"pickett"}); }},
+    {Kind::ACIDOutput, [](Route r) -> std::size_t { return r.option("nmr", {"cgst"}) && r.iop("10/93", "1"); }},
+    {Kind::PROAIMSOutput,
+     [](Route r) -> std::size_t {
+         return r.option("output", {"wfn", "psi"});
+     }},
+    {Kind::MatrixElementFile,
+     [](Route r) -> std::size_t {
+         return r.option("output", {"matrixelement", "raw"});
+     }},
+};
+
+ParsedKeywords interpret(const ControlSection& control) {
+    return control.route_keywords.empty() ? ParsedKeywords() : GJFParser::parse_keywords(control.route_keywords, {});
+}
+
+}  // namespace
+
+std::vector<Kind> expected_kinds(const ParsedKeywords& route, const GeomSection* molecule) {
+    const RouteQuestions questions(route, default_route_schema(), molecule);
+    std::vector<Kind> kinds;
+    for (const Rule& rule : rules) {
+        kinds.insert(kinds.end(), rule.count(questions), rule.kind);
+    }
+    return kinds;
+}
+
+std::vector<Kind> GJFParser::expected_extra_input_order(const ControlSection& control) {
+    return expected_kinds(interpret(control), nullptr);
+}
+
+std::vector<Kind> GJFParser::expected_extra_input_order(const GJFData& data) {
+    return expected_kinds(interpret(data.control), &data.geom);
+}
+
+}  // namespace quor::input::gaussian

@@ -1,0 +1,87 @@
+// The steps of reading one job, over views of its lines. Private to the reader.
+//
+// A job's text is cut into lines once; each step takes the lines it needs from a cursor, so nothing is copied before it is
+// stored.
+#pragma once
+
+#include <gjf/core/job/gjf_data.hpp>
+#include <gjf/core/reader/gjf_parser.hpp>
+#include <gjf/core/schema/simple_yaml_parser.hpp>
+
+#include <cstddef>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quor::input::gaussian {
+
+using LineSpan = std::span<const std::string_view>;
+
+/// Tells whether nothing is left of a line when it is trimmed.
+bool is_blank_line(std::string_view line) noexcept;
+
+/// Joins lines with line feeds.
+std::string joined(LineSpan lines);
+
+/// Copies texts for the interfaces that hold strings, and views them for the steps that hold views.
+std::vector<std::string_view> views_of(const std::vector<std::string>& lines);
+
+/// Walks the lines of one job. A section is a run of lines that are not blank.
+class LineCursor {
+   public:
+    explicit LineCursor(LineSpan lines) noexcept : lines_(lines) {}
+
+    bool at_end() const noexcept { return next_ == lines_.size(); }
+    std::size_t position() const noexcept { return next_; }
+    void move_to(std::size_t position) noexcept { next_ = position; }
+    LineSpan range(std::size_t begin, std::size_t end) const noexcept { return lines_.subspan(begin, end - begin); }
+
+    /// Passes over blank lines and returns how many there were.
+    std::size_t skip_blank_lines() noexcept;
+    /// Takes the next line; the cursor must not be at the end.
+    std::string_view take_line() noexcept { return lines_[next_++]; }
+    std::string_view peek_line() const noexcept { return lines_[next_]; }
+    /// Takes the next section; it is empty at the end of the job.
+    LineSpan take_section() noexcept;
+    /// Takes the next section that holds more than comments.
+    LineSpan take_section_past_comments() noexcept;
+
+   private:
+    LineSpan lines_;
+    std::size_t next_ = 0;
+};
+
+/// Reads Link 0 lines and route.
+ControlSection read_control_section(LineSpan lines);
+
+/// Tells whether an interpreted route has a geom keyword with an option.
+bool has_geom_option(const ParsedKeywords& route, const SimpleYAMLParser& schema, const std::string& option);
+
+/// Reads charge line and molecule specification from one section.
+GeomSection read_geometry_section(LineSpan lines);
+
+/// Reads the molecule section at the cursor and the variable sections that belong to it.
+///
+/// `sections_expected` tells whether the route asks for any section after the molecule: a section of name and value lines
+/// that the molecule does not refer to is then left to it.
+GeomSection read_molecule(LineCursor& cursor, LineSpan section, bool sections_expected);
+
+/// Takes the variable sections after a Z-matrix that is kept as text; nothing for any other molecule, or a malformed one.
+void take_variable_sections(LineCursor& cursor, LineSpan section, bool sections_expected);
+
+bool is_valid_geometry_first_line(std::string_view line);
+
+/// Lists the kinds of section that a route asks for; `molecule` may be null.
+std::vector<ExtraInputSectionKind> expected_kinds(const ParsedKeywords& route, const GeomSection* molecule);
+
+/// Gives each expected kind its section and keeps what is left as sections of unknown kind. `atoms_known` tells whether atom
+/// numbers of connectivity are bounded by the job's own molecule.
+void read_extra_inputs(LineCursor& cursor, GJFData& job, const std::vector<ExtraInputSectionKind>& kinds, bool atoms_known);
+
+/// Tells whether an empty title stands before the section at the cursor, which then is the molecule section: `blank_lines`
+/// (those just passed) are at least two and the section opens with a charge line that more lines follow.
+/// `charge_line_suffices` drops the last condition.
+bool opens_molecule_without_title(const LineCursor& cursor, std::size_t blank_lines, bool charge_line_suffices);
+
+}  // namespace quor::input::gaussian

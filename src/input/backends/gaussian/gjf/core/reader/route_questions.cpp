@@ -1,0 +1,143 @@
+// Answers the questions that the rules for extra input ask of a route and its molecule.
+#include <gjf/core/reader/extra_input_rules.hpp>
+
+#include <gjf/core/text/text.hpp>
+
+#include <algorithm>
+#include <string_view>
+
+namespace quor::input::gaussian {
+namespace {
+
+std::string trimmed(const std::string& text) { return std::string(trim_view(text)); }
+
+std::string folded(const std::string& text) { return to_lower_copy(trim_view(text)); }
+
+bool is_word_character(char c) noexcept {
+    const char lower = to_lower_ascii(c);
+    return (lower >= 'a' && lower <= 'z') || (c >= '0' && c <= '9') || c == '-' || c == '_';
+}
+
+bool occurs_as_whole_word(std::string_view text, std::string_view word) noexcept {
+    for (std::size_t at = text.find(word); at != std::string_view::npos; at = text.find(word, at + 1)) {
+        const std::size_t end = at + word.size();
+        const bool begins = at == 0 || !is_word_character(text[at - 1]);
+        if (begins && (end == text.size() || !is_word_character(text[end]))) {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool any_whole_word(const std::string& text, Names words) {
+    const std::string lower = folded(text);
+    return std::any_of(words.begin(), words.end(), [&](const char* word) { return occurs_as_whole_word(lower, word); });
+}
+
+bool has_option(const SimpleYAMLParser& schema, const KeywordInfo& keyword, Names options) {
+    const std::string name = trimmed(keyword.name);
+    return std::any_of(keyword.options.begin(), keyword.options.end(), [&](const auto& entry) {
+        return std::any_of(options.begin(), options.end(), [&](const char* option) {
+            return schema.options_equivalent(name, trimmed(entry.first), option) ||
+                   schema.options_equivalent(name, trimmed(entry.second), option);
+        });
+    });
+}
+
+bool is_residue_parameter(const std::string& key) {
+    constexpr std::string_view keys[] = {"resname", "resnum", "pdbname", "residue", "chainid"};
+    const std::string lower = to_lower_copy(key);
+    return std::find(std::begin(keys), std::end(keys), lower) != std::end(keys);
+}
+
+bool has_residue(const AtomInfo& info) {
+    return std::any_of(info.params.begin(), info.params.end(),
+                       [](const auto& entry) { return is_residue_parameter(entry.first); });
+}
+
+}  // namespace
+
+bool RouteQuestions::keyword(Names names) const {
+    return std::any_of(route_.keywords.begin(), route_.keywords.end(), [&](const KeywordInfo& keyword) {
+        const std::string name = trimmed(keyword.name);
+        return std::any_of(names.begin(), names.end(),
+                           [&](const char* wanted) { return schema_.keywords_equivalent(name, wanted); });
+    });
+}
+
+bool RouteQuestions::option(const char* keyword, Names options) const {
+    return std::any_of(route_.keywords.begin(), route_.keywords.end(), [&](const KeywordInfo& info) {
+        return !info.options.empty() && schema_.keywords_equivalent(trimmed(info.name), keyword) &&
+               has_option(schema_, info, options);
+    });
+}
+
+bool RouteQuestions::any_option(Names options) const {
+    return std::any_of(route_.keywords.begin(), route_.keywords.end(),
+                       [&](const KeywordInfo& info) { return has_option(schema_, info, options); });
+}
+
+bool RouteQuestions::iop(const char* name, const char* value) const {
+    return std::any_of(route_.keywords.begin(), route_.keywords.end(), [&](const KeywordInfo& info) {
+        if (info.options.empty() || !schema_.keywords_equivalent(trimmed(info.name), "iop")) {
+            return false;
+        }
+        return std::any_of(info.options.begin(), info.options.end(), [&](const auto& entry) {
+            return trim_view(entry.second) == value && schema_.options_equivalent("iop", trimmed(entry.first), name);
+        });
+    });
+}
+
+bool RouteQuestions::method(Names names, bool by_canonical_spelling) const {
+    const std::string method = folded(route_.method);
+    const std::string canonical = by_canonical_spelling && !method.empty() ? schema_.normalize_keyword(method) : method;
+    return std::any_of(names.begin(), names.end(), [&](const char* name) { return method == name || canonical == name; });
+}
+
+bool RouteQuestions::basis(Names names) const {
+    const std::string basis = folded(route_.basis_set);
+    return std::find(names.begin(), names.end(), basis) != names.end() || option("basis", names);
+}
+
+bool RouteQuestions::word_in_method_options(Names words) const { return any_whole_word(route_.method_options, words); }
+
+bool RouteQuestions::word_in_oniom(Names words) const { return any_whole_word(route_.oniom_expression, words); }
+
+bool RouteQuestions::option_text(const char* keyword, const char* text) const {
+    return std::any_of(route_.keywords.begin(), route_.keywords.end(), [&](const KeywordInfo& info) {
+        return !info.options.empty() && schema_.keywords_equivalent(trimmed(info.name), keyword) &&
+               std::any_of(info.options.begin(), info.options.end(),
+                           [&](const auto& entry) { return folded(entry.first) == text || folded(entry.second) == text; });
+    });
+}
+
+bool RouteQuestions::unrestricted() const {
+    const std::string method = folded(route_.method);
+    if (!method.empty() && method.front() == 'u') {
+        return true;
+    }
+    return std::any_of(route_.keywords.begin(), route_.keywords.end(), [&](const KeywordInfo& info) {
+        const std::string name = trimmed(info.name);
+        return schema_.knows_method(name) && schema_.normalize_keyword(name).substr(0, 1) == "u";
+    });
+}
+
+bool RouteQuestions::open_shell() const {
+    if (molecule_ == nullptr) {
+        return false;
+    }
+    const std::vector<ChargeSpinPair> pairs = molecule_->charge_spin_pairs();
+    if (pairs.empty()) {
+        return molecule_->multiplicity != 1;
+    }
+    return std::any_of(pairs.begin(), pairs.end(), [](const ChargeSpinPair& pair) { return pair.multiplicity != 1; });
+}
+
+bool RouteQuestions::has_residues() const {
+    return molecule_ != nullptr && (std::any_of(molecule_->atoms.begin(), molecule_->atoms.end(),
+                                                [](const AtomCoord& atom) { return has_residue(atom.info); }) ||
+                                    std::any_of(molecule_->zmatrix_entries.begin(), molecule_->zmatrix_entries.end(),
+                                                [](const ZMatrixEntry& entry) { return has_residue(entry.info); }));
+}
+
+}  // namespace quor::input::gaussian
