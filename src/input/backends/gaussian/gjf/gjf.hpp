@@ -1,6 +1,8 @@
 // The class interface of libquor_g16_gjf, all of it.
 #pragma once
 
+#include <gjf/core/editor/gjf_editor.hpp>
+#include <gjf/core/editor/gjf_multi_editor.hpp>
 #include <gjf/core/job/gjf_data.hpp>
 #include <gjf/core/job/gjf_parse_exception.hpp>
 #include <gjf/core/reader/gjf_parser.hpp>

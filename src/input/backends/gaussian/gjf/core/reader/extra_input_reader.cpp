@@ -1,6 +1,7 @@
 // Gives each kind of section that the route asks for its lines, by the kind's class, and keeps what is left over.
 #include <gjf/core/reader/reading.hpp>
 
+#include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
@@ -61,8 +62,16 @@ std::optional<std::string> take_title_and_molecule(LineCursor& cursor, Kind kind
     return variables.empty() ? text : text + '\n' + joined(variables);
 }
 
-bool is_atom_list_line(std::string_view line) noexcept {
-    return !is_blank_line(line) && line.find_first_not_of("0123456789-, \t\r") == std::string_view::npos;
+// An atom number or a range of them, as in 3-7.
+bool is_atom_range(std::string_view field) noexcept {
+    const std::size_t dash = std::min(field.find('-', 1), field.size());
+    return is_integer_text(field.substr(0, dash)) && (dash == field.size() || is_integer_text(field.substr(dash + 1)));
+}
+
+bool is_atom_list_line(std::string_view line) {
+    std::vector<std::string_view> fields;
+    split_fields(line, FieldSeparators::WhiteSpaceAndComma, true, fields);
+    return !fields.empty() && std::all_of(fields.begin(), fields.end(), is_atom_range);
 }
 
 LineSpan take_lines(LineCursor& cursor, ExtraInputClass input_class) {
