@@ -97,16 +97,14 @@ bool is_route_head(std::string_view word) noexcept {
                            std::string_view("npt").find(to_lower_ascii(word[1])) != std::string_view::npos);
 }
 
+// Joins route words with blanks. Where later lines repeat the head, it is left out: alone, or the "#" before a word.
 std::string join_route_words(const std::vector<std::string>& words) {
-    std::string route;
-    for (const std::string& word : words) {
-        if (&word != &words.front()) {
-            if (is_route_head(word)) {
-                continue;
-            }
+    std::string route = words.empty() ? std::string() : words.front();
+    for (std::size_t i = 1; i < words.size(); ++i) {
+        if (!is_route_head(words[i])) {
             route += ' ';
+            route.append(words[i], words[i].compare(0, 1, "#") == 0 ? 1 : 0);
         }
-        route += word;
     }
     return route;
 }

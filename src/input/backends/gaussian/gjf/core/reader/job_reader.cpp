@@ -127,10 +127,33 @@ void read_title_and_molecule(LineCursor& cursor, const RouteShape& shape, bool s
     job.geom = read_molecule(cursor, section, sections_expected);
 }
 
+bool begins_with(std::string_view line, char mark) noexcept {
+    const std::string_view text = trim_view(line);
+    return !text.empty() && text.front() == mark;
+}
+
+// Takes the lines of the control section. Blank lines among Link 0 lines, or between these and the route, do not end it.
+std::vector<std::string_view> take_control_lines(LineCursor& cursor) {
+    LineSpan section = cursor.take_section_past_comments();
+    std::vector<std::string_view> lines(section.begin(), section.end());
+    const auto is_link0 = [](std::string_view line) { return begins_with(line, '%') || is_comment_line(line); };
+    while (!section.empty() && std::all_of(section.begin(), section.end(), is_link0)) {
+        const std::size_t end = cursor.position();
+        section = cursor.take_section_past_comments();
+        const auto first = std::find_if_not(section.begin(), section.end(), is_comment_line);
+        if (first == section.end() || (!begins_with(*first, '#') && !begins_with(*first, '%'))) {
+            cursor.move_to(end);
+            break;
+        }
+        lines.insert(lines.end(), section.begin(), section.end());
+    }
+    return lines;
+}
+
 GJFData read_job(std::string_view text) {
     const std::vector<std::string_view> lines = split_lines(text);
     LineCursor cursor{LineSpan(lines)};
-    const LineSpan control = cursor.take_section_past_comments();
+    const std::vector<std::string_view> control = take_control_lines(cursor);
     if (control.empty()) {
         throw GJFParseException("Empty file or invalid format");
     }

@@ -167,6 +167,11 @@ bool is_zmatrix_line(const Fields& fields) noexcept {
     return true;
 }
 
+// A row may end in a code that tells how its dihedral field is meant: 0, or 1 and -1 for a second angle.
+bool has_dihedral_code(const Fields& fields) noexcept {
+    return fields.size() == 8 && (fields[7] == "0" || fields[7] == "1" || fields[7] == "-1");
+}
+
 // Stores one coordinate; returns its number, 0 for a variable.
 double read_coordinate(std::string_view field, std::string_view line, CoordinateValue& coordinate) {
     const std::string_view text = trim_view(field);
@@ -261,6 +266,9 @@ class ZMatrixReader {
             return;
         }
         cut_fields(text, fields_);
+        if (rows_ && has_dihedral_code(fields_)) {
+            fields_.pop_back();
+        }
         if (rows_ && is_zmatrix_line(fields_)) {
             read_row();
         } else {
