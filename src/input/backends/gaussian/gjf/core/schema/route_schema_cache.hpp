@@ -16,8 +16,8 @@ struct SchemaCacheEntry {
 
 /// Returns the vocabulary at `path`, loading it on the first call for that path (compared byte for byte).
 ///
-/// Failures are remembered too. An empty path gives an entry that is not loaded. Safe to call from several threads; a load blocks the
-/// others.
+/// Failures are remembered too. An empty path gives an entry that is not loaded. Safe to call from several threads; a load
+/// blocks the others.
 QUOR_GJF_API SchemaCacheEntry load_route_schema_cached(const std::string& path);
 
 /// Returns the process-wide default vocabulary, located and loaded on the first call and never again.

@@ -11,9 +11,10 @@ namespace quor::input::gaussian {
 
 /// Shares one loaded route vocabulary; copies see the same one.
 ///
-/// Words are compared after trimming and, unless the document is case-sensitive, lower-casing. A word may be abbreviated to any
-/// prefix that is unique among its kind. No query throws for a bad word. Queries may run in several threads at once; loading through
-/// a handle must not overlap with queries through the same handle. A moved-from handle may only be assigned to or destroyed.
+/// Words are compared after trimming and, unless the document is case-sensitive, lower-casing. A word may be abbreviated to
+/// any prefix that is unique among its kind. No query throws for a bad word. Queries may run in several threads at once;
+/// loading through a handle must not overlap with queries through the same handle. A moved-from handle may only be assigned
+/// to or destroyed.
 class QUOR_GJF_API SimpleYAMLParser {
    public:
     struct Impl;
@@ -26,14 +27,15 @@ class QUOR_GJF_API SimpleYAMLParser {
     SimpleYAMLParser& operator=(SimpleYAMLParser&& other) noexcept;
     ~SimpleYAMLParser();
 
-    /// Loads a vocabulary document; false when it cannot be read, which leaves this handle with an empty vocabulary. Copies made
-    /// before keep theirs.
+    /// Loads a vocabulary document; false when it cannot be read, which leaves this handle with an empty vocabulary. Copies
+    /// made before keep theirs.
     bool load_from_file(const std::string& path);
 
     /// Empties this handle's vocabulary and returns false: none is compiled into the library.
     bool load_embedded_default();
 
-    /// Tells whether the token is a keyword: exactly, or by a unique abbreviation that is neither an exact method nor an exact basis.
+    /// Tells whether the token is a keyword: exactly, or by a unique abbreviation that is neither an exact method nor an
+    /// exact basis.
     bool knows_keyword(const std::string& token) const;
     bool knows_keyword_exact(const std::string& token) const;
     bool knows_method(const std::string& token) const;
@@ -43,15 +45,15 @@ class QUOR_GJF_API SimpleYAMLParser {
     bool knows_option(const std::string& keyword, const std::string& option) const;
     bool knows_option_exact(const std::string& keyword, const std::string& option) const;
 
-    /// Returns the canonical spelling of a word: as exact keyword, method, basis, then as abbreviated keyword, method, basis; the
-    /// normalized word when none applies.
+    /// Returns the canonical spelling of a word: as exact keyword, method, basis, then as abbreviated keyword, method,
+    /// basis; the normalized word when none applies.
     std::string normalize_keyword(const std::string& token) const;
 
     /// Returns the canonical spelling of an option of `keyword`, or the normalized option when it is not known.
     std::string normalize_option(const std::string& keyword, const std::string& option) const;
 
-    /// Tells whether two words name the same keyword or the same method; words the vocabulary does not know are equal when their
-    /// normalized spellings are.
+    /// Tells whether two words name the same keyword or the same method; words the vocabulary does not know are equal when
+    /// their normalized spellings are.
     bool keywords_equivalent(const std::string& a, const std::string& b) const;
     bool options_equivalent(const std::string& keyword, const std::string& a, const std::string& b) const;
 

@@ -1,0 +1,61 @@
+// Finds the route vocabulary: near the caller, near the library, in the source tree this was built from, under HOME.
+#include <gjf/core/route_schema_paths.hpp>
+
+#include <core/resource/resource.hpp>
+
+#include <string_view>
+
+namespace quor::input::gaussian {
+
+namespace {
+
+constexpr const char* schema_variable = "QUOR_G16_ROUTE_SCHEMA_YAML";
+constexpr const char* source_tree_schema = "resources/schemas/input/gaussian_route.yaml";
+constexpr const char* installed_schema = "share/quorlib/schemas/input/gaussian_route.yaml";
+constexpr int parent_limit = 6;
+
+/// Where this file lies below a source root, in the layouts it has had.
+constexpr std::string_view source_file_suffixes[] = {
+    "/src/input/backends/gaussian/gjf/core/route_schema_paths.cpp",
+    "src/input/backends/gaussian/gjf/core/route_schema_paths.cpp",
+    "/g16/gjf/src/core/route_schema_paths.cpp",
+    "g16/gjf/src/core/route_schema_paths.cpp",
+};
+
+/// Returns the vocabulary's path in the source tree that `source_file` belongs to, or an empty text when it is not there.
+std::string schema_in_source_tree(std::string_view source_file) {
+    for (const std::string_view suffix : source_file_suffixes) {
+        const std::size_t position = source_file.rfind(suffix);
+        if (position == std::string_view::npos) {
+            continue;
+        }
+        const std::string root(source_file.substr(0, position));
+        const std::string path = root + "/" + source_tree_schema;
+        return quor::core::resource::is_regular_file_path(path) ? path : std::string{};
+    }
+    return {};
+}
+
+}  // namespace
+
+/// Resolves as `resolve_route_schema_path` does, for a build that recorded `source_file` as the path of this file. Not
+/// exported.
+std::string resolve_route_schema_path_of_build(const std::string& base, std::string_view source_file);
+
+std::string resolve_route_schema_path_of_build(const std::string& base, std::string_view source_file) {
+    std::string path = quor::core::resource::search_file({schema_variable}, {}, {source_tree_schema, installed_schema}, base,
+                                                         {}, parent_limit);
+    if (!path.empty()) {
+        return path;
+    }
+    path = schema_in_source_tree(source_file);
+    if (!path.empty()) {
+        return path;
+    }
+    const std::string home = quor::core::resource::getenv_string("HOME");
+    return home.empty() ? source_tree_schema : home + "/.quor/lib/" + source_tree_schema;
+}
+
+std::string resolve_route_schema_path(const std::string& base) { return resolve_route_schema_path_of_build(base, __FILE__); }
+
+}  // namespace quor::input::gaussian

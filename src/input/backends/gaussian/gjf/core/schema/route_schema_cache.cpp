@@ -1,0 +1,64 @@
+// Keeps the vocabularies of this process. Nothing runs before the first question.
+#include <gjf/core/schema/route_schema_cache.hpp>
+
+#include <core/resource/resource.hpp>
+#include <gjf/core/route_schema_paths.hpp>
+
+#include <mutex>
+#include <unordered_map>
+
+namespace quor::input::gaussian {
+
+namespace {
+
+struct SchemaCache {
+    std::mutex mutex;
+    std::unordered_map<std::string, SchemaCacheEntry> entries;
+};
+
+SchemaCache& schema_cache() {
+    static SchemaCache cache;
+    return cache;
+}
+
+const std::string& default_schema_path() {
+    static const std::string path = resolve_route_schema_path("");
+    return path;
+}
+
+SimpleYAMLParser load_default_schema() {
+    const std::string named = quor::core::resource::getenv_string("QUOR_G16_ROUTE_SCHEMA_YAML");
+    if (quor::core::resource::is_regular_file_path(named)) {
+        SchemaCacheEntry entry = load_route_schema_cached(named);
+        if (entry.loaded) {
+            return entry.parser;
+        }
+    }
+    SchemaCacheEntry entry = load_route_schema_cached(default_schema_path());
+    return entry.loaded ? entry.parser : SimpleYAMLParser();
+}
+
+}  // namespace
+
+SchemaCacheEntry load_route_schema_cached(const std::string& path) {
+    if (path.empty()) {
+        return {};
+    }
+    SchemaCache& cache = schema_cache();
+    const std::lock_guard<std::mutex> lock(cache.mutex);
+    const auto found = cache.entries.find(path);
+    if (found != cache.entries.end()) {
+        return found->second;
+    }
+    SchemaCacheEntry entry;
+    entry.loaded = entry.parser.load_from_file(path);
+    cache.entries.emplace(path, entry);
+    return entry;
+}
+
+const SimpleYAMLParser& default_route_schema() {
+    static const SimpleYAMLParser schema = load_default_schema();
+    return schema;
+}
+
+}  // namespace quor::input::gaussian

@@ -1,0 +1,146 @@
+// The handle over a loaded vocabulary: each query is a few look-ups in the shared tables.
+#include <gjf/core/schema/simple_yaml_parser.hpp>
+
+#include <gjf/core/schema/schema_tables.hpp>
+#include <gjf/core/text/text.hpp>
+
+#include <utility>
+
+namespace quor::input::gaussian {
+
+SimpleYAMLParser::SimpleYAMLParser() : impl_(std::make_shared<Impl>()) {}
+SimpleYAMLParser::SimpleYAMLParser(const SimpleYAMLParser& other) = default;
+SimpleYAMLParser::SimpleYAMLParser(SimpleYAMLParser&& other) noexcept = default;
+SimpleYAMLParser& SimpleYAMLParser::operator=(const SimpleYAMLParser& other) = default;
+SimpleYAMLParser& SimpleYAMLParser::operator=(SimpleYAMLParser&& other) noexcept = default;
+SimpleYAMLParser::~SimpleYAMLParser() = default;
+
+bool SimpleYAMLParser::load_from_file(const std::string& path) {
+    impl_ = std::make_shared<Impl>();
+    auto fresh = std::make_shared<Impl>();
+    if (!load_schema_document(path, *fresh)) {
+        return false;
+    }
+    impl_ = std::move(fresh);
+    return true;
+}
+
+bool SimpleYAMLParser::load_embedded_default() {
+    impl_ = std::make_shared<Impl>();
+    return false;
+}
+
+bool SimpleYAMLParser::knows_keyword(const std::string& token) const {
+    std::string buffer;
+    const std::string_view word = impl_->normalized(token, buffer);
+    const GroupHit keyword = impl_->keyword_groups.match(word);
+    if (!keyword.found() || keyword.exact) {
+        return keyword.exact;
+    }
+    return !impl_->method_groups.match_exact(word).found() && !impl_->knows_basis_exact(word);
+}
+
+bool SimpleYAMLParser::knows_keyword_exact(const std::string& token) const {
+    std::string buffer;
+    return impl_->keyword_groups.match_exact(impl_->normalized(token, buffer)).found();
+}
+
+bool SimpleYAMLParser::knows_method(const std::string& token) const {
+    std::string buffer;
+    return impl_->method_groups.match(impl_->normalized(token, buffer)).found();
+}
+
+bool SimpleYAMLParser::knows_method_exact(const std::string& token) const {
+    std::string buffer;
+    return impl_->method_groups.match_exact(impl_->normalized(token, buffer)).found();
+}
+
+bool SimpleYAMLParser::knows_basis(const std::string& token) const { return impl_->match_basis(token).found(); }
+
+bool SimpleYAMLParser::knows_basis_exact(const std::string& token) const { return impl_->knows_basis_exact(token); }
+
+bool SimpleYAMLParser::knows_option(const std::string& keyword, const std::string& option) const {
+    return impl_->match_option(keyword, option).found();
+}
+
+bool SimpleYAMLParser::knows_option_exact(const std::string& keyword, const std::string& option) const {
+    return impl_->match_option(keyword, option).exact;
+}
+
+std::string SimpleYAMLParser::normalize_keyword(const std::string& token) const { return impl_->normalize_keyword(token); }
+
+std::string SimpleYAMLParser::normalize_option(const std::string& keyword, const std::string& option) const {
+    MatchResult match = impl_->match_option(keyword, option);
+    return match.found() ? std::move(match.canonical) : impl_->normalize_token(option);
+}
+
+bool SimpleYAMLParser::keywords_equivalent(const std::string& a, const std::string& b) const {
+    std::string buffer_a;
+    std::string buffer_b;
+    const std::string_view word_a = impl_->normalized(a, buffer_a);
+    const std::string_view word_b = impl_->normalized(b, buffer_b);
+    if (word_a == word_b) {
+        return true;  // equal words match equally in every list
+    }
+    for (const GroupList* groups : {&impl_->keyword_groups, &impl_->method_groups}) {
+        const GroupHit hit_a = groups->match(word_a);
+        const GroupHit hit_b = hit_a.found() ? groups->match(word_b) : GroupHit{};
+        if (hit_b.found()) {
+            return hit_a.group == hit_b.group;
+        }
+    }
+    return false;
+}
+
+bool SimpleYAMLParser::options_equivalent(const std::string& keyword, const std::string& a, const std::string& b) const {
+    std::string buffer_a;
+    std::string buffer_b;
+    const std::string_view word_a = impl_->normalized(a, buffer_a);
+    const std::string_view word_b = impl_->normalized(b, buffer_b);
+    if (word_a == word_b) {
+        return true;
+    }
+    const GroupList* options = impl_->find_option_groups(keyword);
+    const GroupHit hit_a = options == nullptr ? GroupHit{} : options->match(word_a);
+    return hit_a.found() && options->match(word_b).group == hit_a.group;
+}
+
+std::string SimpleYAMLParser::classify(const std::string& token) const {
+    std::string buffer;
+    const std::string_view word = impl_->normalized(token, buffer);
+    if (word.empty() || !impl_->loaded) {
+        return "other";
+    }
+    if (const std::string* category = find_value(impl_->categories, impl_->normalize_keyword(word))) {
+        return *category;
+    }
+    if (impl_->keyword_groups.match_exact(word).found()) {
+        return "other";
+    }
+    if (impl_->method_groups.match_exact(word).found()) {
+        return "method";
+    }
+    return impl_->knows_basis_exact(word) ? "basis" : "other";
+}
+
+std::vector<std::string> SimpleYAMLParser::keyword_completions(const std::string& prefix) const {
+    return impl_->collect_group_completions(prefix, impl_->keyword_groups);
+}
+
+std::vector<std::string> SimpleYAMLParser::method_completions(const std::string& prefix) const {
+    return impl_->collect_group_completions(prefix, impl_->method_groups);
+}
+
+std::vector<std::string> SimpleYAMLParser::basis_completions(const std::string& prefix) const {
+    return impl_->basis_completions(prefix);
+}
+
+std::vector<std::string> SimpleYAMLParser::option_completions(const std::string& keyword, const std::string& prefix) const {
+    return impl_->option_completions(keyword, prefix);
+}
+
+std::string SimpleYAMLParser::to_lower(const std::string& text) { return to_lower_copy(text); }
+
+std::string SimpleYAMLParser::trim(const std::string& text) { return std::string(trim_view(text)); }
+
+}  // namespace quor::input::gaussian
