@@ -50,18 +50,23 @@ bool store_link0_line(ControlSection& control, std::string_view line) {
     return true;
 }
 
-void append_route_words(std::string_view line, std::vector<std::string>& words) {
-    std::vector<std::string_view> fields;
-    split_fields(line, FieldSeparators::WhiteSpaceAndComma, false, fields);
-    words.insert(words.end(), fields.begin(), fields.end());
+std::vector<std::string_view> route_words(std::string_view line) {
+    std::vector<std::string_view> words;
+    split_fields(line, FieldSeparators::WhiteSpaceAndComma, false, words);
+    return words;
 }
 
 // Takes control lines one by one; a route begins at its "#" line and is open until an empty line.
 class ControlReader {
    public:
+    explicit ControlReader(LayoutRecorder* recorder) noexcept : recorder_(recorder) {}
+
     ControlSection control;
 
-    void take(std::string_view raw) {
+    void take(const std::string_view& raw) {
+        if (recorder_ != nullptr) {
+            recorder_->at(raw);
+        }
         if (raw.empty()) {
             route_closed_ = route_closed_ || route_seen_;
             return;
@@ -76,18 +81,38 @@ class ControlReader {
             throw GJFParseException("Invalid control line: " + std::string(raw));
         }
         control.raw_lines.emplace_back(raw);
-        if (line.empty() || store_link0_line(control, line)) {
+        if (line.empty()) {
             return;
         }
-        if (line.front() == '%' && !route_open) {
+        if (store_link0_line(control, line)) {
+            note_link0_line(raw);
+        } else if (line.front() == '%' && !route_open) {
             control.other_link0_lines.emplace_back(line);
+            note_link0_line(raw);
         } else if (!route_closed_) {
-            append_route_words(line, control.route_keywords);
+            take_route_words(line, raw);
             route_seen_ = true;
         }
     }
 
    private:
+    void note_link0_line(const std::string_view& raw) {
+        if (recorder_ != nullptr) {
+            recorder_->layout.link0_lines.push_back(recorder_->number_of(raw));
+        }
+    }
+
+    void take_route_words(std::string_view line, const std::string_view& raw) {
+        for (const std::string_view word : route_words(line)) {
+            control.route_keywords.emplace_back(word);
+            if (recorder_ != nullptr) {
+                const auto column = static_cast<std::size_t>(word.data() - raw.data()) + 1;
+                recorder_->layout.route_words.push_back({recorder_->number_of(raw), column, word.size()});
+            }
+        }
+    }
+
+    LayoutRecorder* recorder_;
     bool route_seen_ = false;
     bool route_closed_ = false;
 };
@@ -111,10 +136,12 @@ std::string join_route_words(const std::vector<std::string>& words) {
 
 }  // namespace
 
-ControlSection read_control_section(LineSpan lines) {
-    ControlReader reader;
-    for (const std::string_view line : lines) {
-        reader.take(line);
+ControlSection read_control_section(LineSpan lines, bool pass_over_blank_lines, LayoutRecorder* recorder) {
+    ControlReader reader(recorder);
+    for (const std::string_view& line : lines) {
+        if (!pass_over_blank_lines || !is_blank_line(line)) {
+            reader.take(line);
+        }
     }
     ControlSection& control = reader.control;
     if (!control.route_keywords.empty()) {
@@ -142,13 +169,12 @@ bool GJFParser::is_valid_control_line(const std::string& line) {
 
 ControlSection GJFParser::parse_control_section(const std::vector<std::string>& lines) {
     const std::vector<std::string_view> views = views_of(lines);
-    return read_control_section(views);
+    return read_control_section(views, false, nullptr);
 }
 
 std::vector<std::string> GJFParser::parse_keywords_from_line(const std::string& line, const std::string& /*schema_path*/) {
-    std::vector<std::string> words;
-    append_route_words(without_comment(line), words);
-    return words;
+    const std::vector<std::string_view> words = route_words(without_comment(line));
+    return std::vector<std::string>(words.begin(), words.end());
 }
 
 ParsedKeywords GJFParser::parse_keywords(const std::vector<std::string>& route_keywords, const std::string& schema_path) {

@@ -96,6 +96,7 @@ LineSpan take_lines(LineCursor& cursor, ExtraInputClass input_class) {
     return lines;
 }
 
+// Reads the section of one kind, if there is one left.
 void read_expected(LineCursor& cursor, GJFData& job, Kind kind, bool atoms_known, bool more_expected) {
     const ExtraInputClass input_class = extra_input_class(kind);
     if (input_class == ExtraInputClass::TitleAndMolecule) {
@@ -117,14 +118,45 @@ void read_expected(LineCursor& cursor, GJFData& job, Kind kind, bool atoms_known
     }
 }
 
+// Notes the lines of the sections read since `begin`, from the first line that is not blank to the last.
+void note_section(const LineCursor& cursor, std::size_t begin, Kind kind, LayoutRecorder& recorder) {
+    LineCursor walk = cursor;
+    walk.move_to(begin);
+    walk.skip_blank_lines();
+    LineSpan lines = cursor.range(walk.position(), cursor.position());
+    while (!lines.empty() && is_blank_line(lines.back())) {
+        lines = lines.first(lines.size() - 1);
+    }
+    recorder.layout.sections.push_back({kind, recorder.range_of(lines)});
+}
+
 }  // namespace
 
-void read_extra_inputs(LineCursor& cursor, GJFData& job, const std::vector<Kind>& kinds, bool atoms_known) {
+void read_extra_inputs(LineCursor& cursor, GJFData& job, const std::vector<Kind>& kinds, bool atoms_known,
+                       LayoutRecorder* recorder) {
     for (std::size_t i = 0; i < kinds.size(); ++i) {
+        const std::size_t begin = cursor.position();
+        const std::size_t count = job.extra_inputs.size();
+        if (recorder != nullptr && !cursor.at_end()) {
+            cursor.skip_blank_lines();
+            recorder->current_line = recorder->layout.lines.first + cursor.position();
+            cursor.move_to(begin);
+        }
         read_expected(cursor, job, kinds[i], atoms_known, i + 1 < kinds.size());
+        if (recorder == nullptr) {
+            continue;
+        }
+        if (job.extra_inputs.size() > count) {
+            note_section(cursor, begin, kinds[i], *recorder);
+        } else {
+            recorder->layout.missing.push_back(kinds[i]);
+        }
     }
     for (LineSpan lines = cursor.take_section(); !lines.empty(); lines = cursor.take_section()) {
         job.extra_inputs.emplace_back(Kind::Unknown, joined(lines));
+        if (recorder != nullptr) {
+            recorder->layout.sections.push_back({Kind::Unknown, recorder->range_of(lines)});
+        }
     }
 }
 

@@ -5,6 +5,8 @@
 #include <gjf/core/reader/reading.hpp>
 #include <gjf/core/schema/route_schema_cache.hpp>
 
+#include <cstdint>
+#include <iterator>
 #include <vector>
 
 namespace quor::input::gaussian {
@@ -61,90 +63,105 @@ std::size_t once_or_twice(bool wanted, bool twice) { return !wanted ? 0 : twice 
 
 struct Rule {
     Kind kind;
+    const char* request;  // how a route usually asks for it
     std::size_t (*count)(Route r);
 };
 
-// One row a kind, in the order in which the sections stand in a job.
+// One row a kind from 1 on, in the order in which the sections stand in a job.
 constexpr Rule rules[] = {
-    {Kind::Connectivity, [](Route r) -> std::size_t { return connect(r); }},
-    {Kind::FrozenAtomAlterations, [](Route r) -> std::size_t { return frozen(r); }},
-    {Kind::CoordinateModifications, [](Route r) -> std::size_t { return modify(r); }},
-    {Kind::SecondTitleAndMolecule, [](Route r) -> std::size_t { return qst2_or_3(r); }},
-    {Kind::SecondConnectivity, [](Route r) -> std::size_t { return qst2_or_3(r) && connect(r); }},
-    {Kind::SecondFrozenAtomAlterations, [](Route r) -> std::size_t { return qst2_or_3(r) && frozen(r); }},
-    {Kind::SecondCoordinateModifications, [](Route r) -> std::size_t { return qst2_or_3(r) && modify(r); }},
-    {Kind::ThirdTitleAndTSStructure, [](Route r) -> std::size_t { return qst3(r); }},
-    {Kind::ThirdConnectivity, [](Route r) -> std::size_t { return qst3(r) && connect(r); }},
-    {Kind::ThirdFrozenAtomAlterations, [](Route r) -> std::size_t { return qst3(r) && frozen(r); }},
-    {Kind::ThirdCoordinateModifications, [](Route r) -> std::size_t { return qst3(r) && modify(r); }},
-    {Kind::PDBSecondaryStructure, [](Route r) -> std::size_t { return r.has_residues(); }},
-    {Kind::AtomicMasses,
+    {Kind::Connectivity, "geom=connectivity", [](Route r) -> std::size_t { return connect(r); }},
+    {Kind::FrozenAtomAlterations, "opt=readopt", [](Route r) -> std::size_t { return frozen(r); }},
+    {Kind::CoordinateModifications, "opt=modredundant", [](Route r) -> std::size_t { return modify(r); }},
+    {Kind::SecondTitleAndMolecule, "opt=qst2", [](Route r) -> std::size_t { return qst2_or_3(r); }},
+    {Kind::SecondConnectivity, "geom=connectivity", [](Route r) -> std::size_t { return qst2_or_3(r) && connect(r); }},
+    {Kind::SecondFrozenAtomAlterations, "opt=readopt", [](Route r) -> std::size_t { return qst2_or_3(r) && frozen(r); }},
+    {Kind::SecondCoordinateModifications, "opt=modredundant",
+     [](Route r) -> std::size_t { return qst2_or_3(r) && modify(r); }},
+    {Kind::ThirdTitleAndTSStructure, "opt=qst3", [](Route r) -> std::size_t { return qst3(r); }},
+    {Kind::ThirdConnectivity, "geom=connectivity", [](Route r) -> std::size_t { return qst3(r) && connect(r); }},
+    {Kind::ThirdFrozenAtomAlterations, "opt=readopt", [](Route r) -> std::size_t { return qst3(r) && frozen(r); }},
+    {Kind::ThirdCoordinateModifications, "opt=modredundant", [](Route r) -> std::size_t { return qst3(r) && modify(r); }},
+    {Kind::PDBSecondaryStructure, "residues in atom labels", [](Route r) -> std::size_t { return r.has_residues(); }},
+    {Kind::AtomicMasses, "readisotopes",
      [](Route r) -> std::size_t { return r.keyword({"readisotopes"}) || r.any_option({"readisotopes"}); }},
-    {Kind::External, [](Route r) -> std::size_t { return r.option("external", {"readinput"}); }},
-    {Kind::LinkSpecificInput, [](Route r) -> std::size_t { return r.option_text("extralinks", "l608"); }},
-    {Kind::MMParameters, [](Route r) -> std::size_t { return mm_parameters(r); }},
-    {Kind::FrequencyOfInterest,
+    {Kind::External, "external=readinput", [](Route r) -> std::size_t { return r.option("external", {"readinput"}); }},
+    {Kind::LinkSpecificInput, "extralinks=l608", [](Route r) -> std::size_t { return r.option_text("extralinks", "l608"); }},
+    {Kind::MMParameters, "hardfirst, softfirst, softonly or modify",
+     [](Route r) -> std::size_t { return mm_parameters(r); }},
+    {Kind::FrequencyOfInterest, "cphf=rdfreq or freq=roa",
      [](Route r) -> std::size_t { return r.option("cphf", {"rdfreq"}) || r.option("freq", {"roa"}); }},
-    {Kind::BackgroundCharge, [](Route r) -> std::size_t { return r.keyword({"charge"}); }},
-    {Kind::BOMDInput, trajectory_blocks},
-    {Kind::PCMInput, [](Route r) -> std::size_t { return pcm_early(r); }},
-    {Kind::IRCCoordinates, [](Route r) -> std::size_t { return irc_report(r); }},
-    {Kind::HarmonicConstraints, [](Route r) -> std::size_t { return r.option("geom", {"readharmonic"}); }},
-    {Kind::SemiEmpiricalGaussian,
+    {Kind::BackgroundCharge, "charge", [](Route r) -> std::size_t { return r.keyword({"charge"}); }},
+    {Kind::BOMDInput, "bomd, admp or readvelocity", trajectory_blocks},
+    {Kind::PCMInput, "scrf=(read,externaliteration)", [](Route r) -> std::size_t { return pcm_early(r); }},
+    {Kind::IRCCoordinates, "irc=(report=read)", [](Route r) -> std::size_t { return irc_report(r); }},
+    {Kind::HarmonicConstraints, "geom=readharmonic",
+     [](Route r) -> std::size_t { return r.option("geom", {"readharmonic"}); }},
+    {Kind::SemiEmpiricalGaussian, "input or both",
      [](Route r) -> std::size_t {
          return r.keyword({"input", "both"});
      }},
-    {Kind::SemiEmpiricalMOPAC,
+    {Kind::SemiEmpiricalMOPAC, "mopacexternal or both",
      [](Route r) -> std::size_t {
          return r.keyword({"mopacexternal", "both"});
      }},
-    {Kind::BasisSet, [](Route r) -> std::size_t { return general_basis(r); }},
-    {Kind::BasisSetAlterations, [](Route r) -> std::size_t { return r.keyword({"massage"}); }},
-    {Kind::FiniteField, [](Route r) -> std::size_t { return r.option("field", {"read"}); }},
-    {Kind::ECP, [](Route r) -> std::size_t { return ecp(r); }},
-    {Kind::DensityFittingBasis, [](Route r) -> std::size_t { return r.keyword({"extradensitybasis"}); }},
-    {Kind::PCMSolvation, [](Route r) -> std::size_t { return pcm_late(r); }},
-    {Kind::DFTBParameters, [](Route r) -> std::size_t { return r.method({"dftb"}, false) || r.keyword({"dftb"}); }},
-    {Kind::GuessSource, [](Route r) -> std::size_t { return r.option("guess", {"input"}); }},
-    {Kind::SymmetryCombine, [](Route r) -> std::size_t { return r.option("guess", {"lowsymm"}); }},
-    {Kind::OrbitalSpecifications, [](Route r) { return once_or_twice(r.option("guess", {"cards"}), r.unrestricted()); }},
-    {Kind::OrbitalAlterations, [](Route r) { return once_or_twice(r.option("guess", {"alter"}), r.unrestricted()); }},
+    {Kind::BasisSet, "gen", [](Route r) -> std::size_t { return general_basis(r); }},
+    {Kind::BasisSetAlterations, "massage", [](Route r) -> std::size_t { return r.keyword({"massage"}); }},
+    {Kind::FiniteField, "field=read", [](Route r) -> std::size_t { return r.option("field", {"read"}); }},
+    {Kind::ECP, "genecp or pseudo=read", [](Route r) -> std::size_t { return ecp(r); }},
+    {Kind::DensityFittingBasis, "extradensitybasis",
+     [](Route r) -> std::size_t { return r.keyword({"extradensitybasis"}); }},
+    {Kind::PCMSolvation, "scrf=read", [](Route r) -> std::size_t { return pcm_late(r); }},
+    {Kind::DFTBParameters, "dftb", [](Route r) -> std::size_t { return r.method({"dftb"}, false) || r.keyword({"dftb"}); }},
+    {Kind::GuessSource, "guess=input", [](Route r) -> std::size_t { return r.option("guess", {"input"}); }},
+    {Kind::SymmetryCombine, "guess=lowsymm", [](Route r) -> std::size_t { return r.option("guess", {"lowsymm"}); }},
+    {Kind::OrbitalSpecifications, "guess=cards",
+     [](Route r) { return once_or_twice(r.option("guess", {"cards"}), r.unrestricted()); }},
+    {Kind::OrbitalAlterations, "guess=alter",
+     [](Route r) { return once_or_twice(r.option("guess", {"alter"}), r.unrestricted()); }},
     // Reordering is asked for twice for an open-shell molecule too, even with a restricted method.
-    {Kind::OrbitalReordering,
+    {Kind::OrbitalReordering, "guess=permute",
      [](Route r) { return once_or_twice(r.option("guess", {"permute"}), r.unrestricted() || r.open_shell()); }},
-    {Kind::GVBPairs, [](Route r) -> std::size_t { return r.keyword({"gvb"}); }},
-    {Kind::CASWeights, [](Route r) -> std::size_t { return multiconfiguration_option(r, "stateaverage"); }},
-    {Kind::SpinOrbitStates, [](Route r) -> std::size_t { return multiconfiguration_option(r, "spinorbit"); }},
-    {Kind::OrbitalFreezing,
+    {Kind::GVBPairs, "gvb", [](Route r) -> std::size_t { return r.keyword({"gvb"}); }},
+    {Kind::CASWeights, "casscf=stateaverage",
+     [](Route r) -> std::size_t { return multiconfiguration_option(r, "stateaverage"); }},
+    {Kind::SpinOrbitStates, "casscf=spinorbit",
+     [](Route r) -> std::size_t { return multiconfiguration_option(r, "spinorbit"); }},
+    {Kind::OrbitalFreezing, "readwindow",
      [](Route r) -> std::size_t { return r.keyword({"readwindow"}) || r.any_option({"readwindow"}); }},
-    {Kind::EPTOrbitals, [](Route r) -> std::size_t { return r.option("ept", {"readorbitals"}); }},
-    {Kind::SpinSpinAtoms, [](Route r) -> std::size_t { return r.option("nmr", {"readatoms"}); }},
-    {Kind::AtomicRadii,
+    {Kind::EPTOrbitals, "ept=readorbitals", [](Route r) -> std::size_t { return r.option("ept", {"readorbitals"}); }},
+    {Kind::SpinSpinAtoms, "nmr=readatoms", [](Route r) -> std::size_t { return r.option("nmr", {"readatoms"}); }},
+    {Kind::AtomicRadii, "pop=readradii",
      [](Route r) -> std::size_t {
          return r.option("pop", {"readradii", "readatradii"}) || r.keyword({"readatradii"});
      }},
-    {Kind::AntechamberOutput, [](Route r) -> std::size_t { return r.option("pop", {"mk"}) && r.iop("6/50", "1"); }},
-    {Kind::ElectrostaticData,
+    {Kind::AntechamberOutput, "pop=mk iop(6/50=1)",
+     [](Route r) -> std::size_t { return r.option("pop", {"mk"}) && r.iop("6/50", "1"); }},
+    {Kind::ElectrostaticData, "prop=read or prop=opt",
      [](Route r) { return std::size_t{r.option("prop", {"read"})} + std::size_t{r.option("prop", {"opt"})}; }},
-    {Kind::NBOInput,
+    {Kind::NBOInput, "pop=nboread",
      [](Route r) -> std::size_t {
          return r.option("pop", {"nboread", "nbo6read"});
      }},
-    {Kind::HarmonicModeSelection, [](Route r) -> std::size_t { return r.option("freq", {"selectnormalmodes"}); }},
-    {Kind::HinderedRotor, [](Route r) -> std::size_t { return r.option("freq", {"readhindered"}); }},
-    {Kind::AnharmonicModeSelection, [](Route r) -> std::size_t { return r.option("freq", {"selectanharmonicmodes"}); }},
-    {Kind::AnharmonicInput, [](Route r) -> std::size_t { return r.option("freq", {"readanharmonic"}); }},
-    {Kind::FCHTInput, [](Route r) -> std::size_t { return r.option("freq", {"readfcht"}); }},
-    {Kind::PickettAtoms, [](Route r) -> std::size_t { return r.option("output", {"pickett"}); }},
-    {Kind::ACIDOutput, [](Route r) -> std::size_t { return r.option("nmr", {"cgst"}) && r.iop("10/93", "1"); }},
-    {Kind::PROAIMSOutput,
+    {Kind::HarmonicModeSelection, "freq=selectnormalmodes",
+     [](Route r) -> std::size_t { return r.option("freq", {"selectnormalmodes"}); }},
+    {Kind::HinderedRotor, "freq=readhindered", [](Route r) -> std::size_t { return r.option("freq", {"readhindered"}); }},
+    {Kind::AnharmonicModeSelection, "freq=selectanharmonicmodes",
+     [](Route r) -> std::size_t { return r.option("freq", {"selectanharmonicmodes"}); }},
+    {Kind::AnharmonicInput, "freq=readanharmonic",
+     [](Route r) -> std::size_t { return r.option("freq", {"readanharmonic"}); }},
+    {Kind::FCHTInput, "freq=readfcht", [](Route r) -> std::size_t { return r.option("freq", {"readfcht"}); }},
+    {Kind::PickettAtoms, "output=pickett", [](Route r) -> std::size_t { return r.option("output", {"pickett"}); }},
+    {Kind::ACIDOutput, "nmr=csgt iop(10/93=1)",
+     [](Route r) -> std::size_t { return r.option("nmr", {"cgst"}) && r.iop("10/93", "1"); }},
+    {Kind::PROAIMSOutput, "output=wfn",
      [](Route r) -> std::size_t {
          return r.option("output", {"wfn", "psi"});
      }},
-    {Kind::MatrixElementFile,
-     [](Route r) -> std::size_t {
-         return r.option("output", {"matrixelement", "raw"});
-     }},
+    {Kind::MatrixElementFile, "output=matrixelement",
+     [](Route r) -> std::
+                     size_t {
+                         return r.option("output", {"matrixelement", "raw"});
+                     }},
 };
 
 ParsedKeywords interpret(const ControlSection& control) {
@@ -160,6 +177,11 @@ std::vector<Kind> expected_kinds(const ParsedKeywords& route, const GeomSection*
         kinds.insert(kinds.end(), rule.count(questions), rule.kind);
     }
     return kinds;
+}
+
+const char* extra_input_request(Kind kind) noexcept {
+    const auto row = static_cast<std::uint32_t>(kind) - 1;
+    return row < std::size(rules) ? rules[row].request : "";
 }
 
 std::vector<Kind> GJFParser::expected_extra_input_order(const ControlSection& control) {

@@ -10,42 +10,9 @@
 #include <algorithm>
 #include <fstream>
 #include <sstream>
-#include <system_error>
+#include <stdexcept>
 
 namespace quor::input::gaussian {
-
-bool is_blank_line(std::string_view line) noexcept { return std::all_of(line.begin(), line.end(), is_trim_character); }
-
-std::string joined(LineSpan lines) { return join_lines(lines.data(), lines.size()); }
-
-std::vector<std::string_view> views_of(const std::vector<std::string>& lines) {
-    return std::vector<std::string_view>(lines.begin(), lines.end());
-}
-
-std::size_t LineCursor::skip_blank_lines() noexcept {
-    const std::size_t begin = next_;
-    while (!at_end() && is_blank_line(lines_[next_])) {
-        ++next_;
-    }
-    return next_ - begin;
-}
-
-LineSpan LineCursor::take_section() noexcept {
-    skip_blank_lines();
-    const std::size_t begin = next_;
-    while (!at_end() && !is_blank_line(lines_[next_])) {
-        ++next_;
-    }
-    return range(begin, next_);
-}
-
-LineSpan LineCursor::take_section_past_comments() noexcept {
-    LineSpan section = take_section();
-    while (!section.empty() && std::all_of(section.begin(), section.end(), is_comment_line)) {
-        section = take_section();
-    }
-    return section;
-}
 
 bool opens_molecule_without_title(const LineCursor& cursor, std::size_t blank_lines, bool charge_line_suffices) {
     LineCursor ahead = cursor;
@@ -95,36 +62,21 @@ RouteShape shape_of(const ParsedKeywords& route) {
 }
 
 // Reads the charge line of a job whose molecule comes from a checkpoint. Lines after it are kept, not read.
-GeomSection read_charge_line_alone(LineSpan section) {
+GeomSection read_charge_line_alone(LineSpan section, LayoutRecorder* recorder) {
     const auto line = std::find_if_not(section.begin(), section.end(), is_comment_line);
     if (line == section.end()) {
         throw GJFParseException("Missing charge/spin line for geom=check");
+    }
+    if (recorder != nullptr) {
+        recorder->at(*line);
+        recorder->layout.charge_line = recorder->current_line;
+        recorder->layout.molecule =
+            recorder->range_of(section.subspan(static_cast<std::size_t>(line - section.begin()) + 1));
     }
     GeomSection geom;
     geom.set_charge_spin_pairs(GJFParser::parse_charge_spin_line(std::string(*line)));
     geom.molecule_lines.assign(line + 1, section.end());
     return geom;
-}
-
-// Reads title and molecule, unless both come from a checkpoint.
-void read_title_and_molecule(LineCursor& cursor, const RouteShape& shape, bool sections_expected, GJFData& job) {
-    const std::size_t blank_lines = cursor.skip_blank_lines();
-    if (!opens_molecule_without_title(cursor, blank_lines, shape.molecule_from_checkpoint)) {
-        const LineSpan title = cursor.take_section();
-        if (title.empty()) {
-            throw GJFParseException("Missing title section");
-        }
-        job.title = joined(title);
-    }
-    const LineSpan section = cursor.take_section_past_comments();
-    if (shape.molecule_from_checkpoint) {
-        job.geom = read_charge_line_alone(section);
-        return;
-    }
-    if (section.empty()) {
-        throw GJFParseException("Missing geometry section");
-    }
-    job.geom = read_molecule(cursor, section, sections_expected);
 }
 
 bool begins_with(std::string_view line, char mark) noexcept {
@@ -133,47 +85,127 @@ bool begins_with(std::string_view line, char mark) noexcept {
 }
 
 // Takes the lines of the control section. Blank lines among Link 0 lines, or between these and the route, do not end it.
-std::vector<std::string_view> take_control_lines(LineCursor& cursor) {
+LineSpan take_control_lines(LineCursor& cursor) {
     LineSpan section = cursor.take_section_past_comments();
-    std::vector<std::string_view> lines(section.begin(), section.end());
+    const std::size_t begin = cursor.position() - section.size();
+    std::size_t end = cursor.position();
     const auto is_link0 = [](std::string_view line) { return begins_with(line, '%') || is_comment_line(line); };
     while (!section.empty() && std::all_of(section.begin(), section.end(), is_link0)) {
-        const std::size_t end = cursor.position();
         section = cursor.take_section_past_comments();
         const auto first = std::find_if_not(section.begin(), section.end(), is_comment_line);
         if (first == section.end() || (!begins_with(*first, '#') && !begins_with(*first, '%'))) {
             cursor.move_to(end);
             break;
         }
-        lines.insert(lines.end(), section.begin(), section.end());
+        end = cursor.position();
     }
-    return lines;
+    return cursor.range(begin, end);
 }
+
+// Reads one job, section by section.
+class JobReader {
+   public:
+    JobReader(LineSpan lines, LayoutRecorder* recorder) noexcept : cursor_(lines), recorder_(recorder) {}
+
+    GJFData job;
+
+    void read() {
+        const LineSpan control = take_control_lines(cursor_);
+        if (control.empty()) {
+            throw GJFParseException("Empty file or invalid format");
+        }
+        job.control = read_control_section(control, true, recorder_);
+        const ParsedKeywords no_route;
+        const ParsedKeywords& route = job.control.parsed_keywords ? *job.control.parsed_keywords : no_route;
+        const RouteShape shape = shape_of(route);
+        if (shape.has_overlays) {
+            read_overlays();
+        }
+        if (!shape.all_from_checkpoint) {
+            read_title(shape);
+            read_molecule_section(shape, !expected_kinds(route, nullptr).empty());
+        }
+        const bool from_checkpoint = shape.all_from_checkpoint || shape.molecule_from_checkpoint;
+        const bool atoms_known = !from_checkpoint || job.geom.atom_count() > 0;
+        read_extra_inputs(cursor_, job, expected_kinds(route, &job.geom), atoms_known, recorder_);
+    }
+
+   private:
+    // Takes the next section, which a failure until the next step is about.
+    LineSpan take(LineSpan (LineCursor::*take_section)() noexcept) {
+        const LineSpan section = (cursor_.*take_section)();
+        if (recorder_ != nullptr && !section.empty()) {
+            recorder_->at(section.front());
+        }
+        return section;
+    }
+
+    void read_overlays() {
+        const LineSpan overlays = take(&LineCursor::take_section);
+        if (overlays.empty()) {
+            return;
+        }
+        job.extra_overlays = joined(overlays);
+        if (recorder_ != nullptr) {
+            recorder_->layout.overlays = recorder_->range_of(overlays);
+        }
+    }
+
+    void read_title(const RouteShape& shape) {
+        const std::size_t blank_lines = cursor_.skip_blank_lines();
+        if (opens_molecule_without_title(cursor_, blank_lines, shape.molecule_from_checkpoint)) {
+            return;
+        }
+        const LineSpan title = take(&LineCursor::take_section);
+        if (title.empty()) {
+            throw GJFParseException("Missing title section");
+        }
+        job.title = joined(title);
+        if (recorder_ != nullptr) {
+            recorder_->layout.title = recorder_->range_of(title);
+        }
+    }
+
+    void read_molecule_section(const RouteShape& shape, bool sections_expected) {
+        const LineSpan section = take(&LineCursor::take_section_past_comments);
+        if (shape.molecule_from_checkpoint) {
+            job.geom = read_charge_line_alone(section, recorder_);
+            return;
+        }
+        if (section.empty()) {
+            throw GJFParseException("Missing geometry section");
+        }
+        job.geom = read_molecule(cursor_, section, sections_expected, recorder_);
+    }
+
+    LineCursor cursor_;
+    LayoutRecorder* recorder_;
+};
 
 GJFData read_job(std::string_view text) {
     const std::vector<std::string_view> lines = split_lines(text);
-    LineCursor cursor{LineSpan(lines)};
-    const std::vector<std::string_view> control = take_control_lines(cursor);
-    if (control.empty()) {
-        throw GJFParseException("Empty file or invalid format");
+    JobReader reader(lines, nullptr);
+    reader.read();
+    return std::move(reader.job);
+}
+
+JobReading read_job_with_layout(const std::vector<std::string_view>& lines, std::size_t number, std::size_t first_line) {
+    JobReading reading;
+    reading.layout.number = number;
+    reading.layout.lines = {first_line, first_line + lines.size() - 1};
+    LayoutRecorder recorder(reading.layout, lines.data());
+    JobReader reader(lines, &recorder);
+    try {
+        reader.read();
+    } catch (const GJFParseException& error) {
+        reading.error = std::string_view(error.what()).substr(std::string_view("GJF Parse Error: ").size());
+        reading.error_line = recorder.current_line;
+    } catch (const std::out_of_range& error) {
+        reading.error = error.what();
+        reading.error_line = recorder.current_line;
     }
-    GJFData job;
-    job.control = read_control_section(control);
-    const ParsedKeywords no_route;
-    const ParsedKeywords& route = job.control.parsed_keywords ? *job.control.parsed_keywords : no_route;
-    const RouteShape shape = shape_of(route);
-    if (shape.has_overlays) {
-        const LineSpan overlays = cursor.take_section();
-        if (!overlays.empty()) {
-            job.extra_overlays = joined(overlays);
-        }
-    }
-    if (!shape.all_from_checkpoint) {
-        read_title_and_molecule(cursor, shape, !expected_kinds(route, nullptr).empty(), job);
-    }
-    const bool from_checkpoint = shape.all_from_checkpoint || shape.molecule_from_checkpoint;
-    read_extra_inputs(cursor, job, expected_kinds(route, &job.geom), !from_checkpoint || job.geom.atom_count() > 0);
-    return job;
+    reading.job = std::move(reader.job);
+    return reading;
 }
 
 std::string read_file(const std::string& path) {
@@ -194,6 +226,22 @@ std::string read_file(const std::string& path) {
 }
 
 }  // namespace
+
+std::vector<JobReading> read_jobs_with_layout(std::string_view text) {
+    std::string_view rest = skip_byte_order_mark(text);
+    std::vector<JobReading> readings;
+    bool separated = true;
+    std::size_t first_line = 1;
+    for (std::size_t number = 1; separated || !rest.empty(); ++number) {
+        const std::string_view piece = take_job(rest, separated);
+        const std::vector<std::string_view> lines = split_lines(piece);
+        if (!is_blank_line(piece)) {
+            readings.push_back(read_job_with_layout(lines, number, first_line));
+        }
+        first_line += lines.size() + 1;
+    }
+    return readings;
+}
 
 GJFData GJFParser::parse_string(const std::string& text) {
     std::string_view rest = skip_byte_order_mark(text);

@@ -6,6 +6,7 @@
 
 #include <gjf/core/job/gjf_data.hpp>
 #include <gjf/core/reader/gjf_parser.hpp>
+#include <gjf/core/reader/job_layout.hpp>
 #include <gjf/core/schema/simple_yaml_parser.hpp>
 
 #include <cstddef>
@@ -17,6 +18,29 @@
 namespace quor::input::gaussian {
 
 using LineSpan = std::span<const std::string_view>;
+
+/// Notes where the parts of a job stand while it is read. A null recorder everywhere means that nobody asked.
+///
+/// Lines are told by their address: every line handed to a step is an element of the job's one array of lines.
+class LayoutRecorder {
+   public:
+    LayoutRecorder(JobLayout& target, const std::string_view* lines) noexcept : layout(target), lines_(lines) {}
+
+    std::size_t number_of(const std::string_view& line) const noexcept {
+        return layout.lines.first + static_cast<std::size_t>(&line - lines_);
+    }
+    LineRange range_of(LineSpan lines) const noexcept {
+        return lines.empty() ? LineRange{} : LineRange{number_of(lines.front()), number_of(lines.back())};
+    }
+    /// Notes the line that is being read, so that a failure can name it.
+    void at(const std::string_view& line) noexcept { current_line = number_of(line); }
+
+    JobLayout& layout;
+    std::size_t current_line = 0;
+
+   private:
+    const std::string_view* lines_;
+};
 
 /// Tells whether nothing is left of a line when it is trimmed.
 bool is_blank_line(std::string_view line) noexcept;
@@ -52,20 +76,17 @@ class LineCursor {
     std::size_t next_ = 0;
 };
 
-/// Reads Link 0 lines and route.
-ControlSection read_control_section(LineSpan lines);
+/// Reads Link 0 lines and route. An empty line closes the route, unless blank lines are passed over.
+ControlSection read_control_section(LineSpan lines, bool pass_over_blank_lines, LayoutRecorder* recorder);
 
 /// Tells whether an interpreted route has a geom keyword with an option.
 bool has_geom_option(const ParsedKeywords& route, const SimpleYAMLParser& schema, const std::string& option);
-
-/// Reads charge line and molecule specification from one section.
-GeomSection read_geometry_section(LineSpan lines);
 
 /// Reads the molecule section at the cursor and the variable sections that belong to it.
 ///
 /// `sections_expected` tells whether the route asks for any section after the molecule: a section of name and value lines
 /// that the molecule does not refer to is then left to it.
-GeomSection read_molecule(LineCursor& cursor, LineSpan section, bool sections_expected);
+GeomSection read_molecule(LineCursor& cursor, LineSpan section, bool sections_expected, LayoutRecorder* recorder);
 
 /// Takes the variable sections after a Z-matrix that is kept as text; nothing for any other molecule, or a malformed one.
 void take_variable_sections(LineCursor& cursor, LineSpan section, bool sections_expected);
@@ -77,7 +98,8 @@ std::vector<ExtraInputSectionKind> expected_kinds(const ParsedKeywords& route, c
 
 /// Gives each expected kind its section and keeps what is left as sections of unknown kind. `atoms_known` tells whether atom
 /// numbers of connectivity are bounded by the job's own molecule.
-void read_extra_inputs(LineCursor& cursor, GJFData& job, const std::vector<ExtraInputSectionKind>& kinds, bool atoms_known);
+void read_extra_inputs(LineCursor& cursor, GJFData& job, const std::vector<ExtraInputSectionKind>& kinds, bool atoms_known,
+                       LayoutRecorder* recorder);
 
 /// Tells whether an empty title stands before the section at the cursor, which then is the molecule section: `blank_lines`
 /// (those just passed) are at least two and the section opens with a charge line that more lines follow.

@@ -1,0 +1,71 @@
+// Where everything that was read stands in the text: the line of every part of a job.
+#pragma once
+
+#include <core/export.hpp>
+#include <gjf/core/job/gjf_data.hpp>
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quor::input::gaussian {
+
+/// A range of lines counted from 1, both ends included; {0, 0} when there is none.
+struct LineRange {
+    std::size_t first = 0;
+    std::size_t last = 0;
+
+    bool empty() const noexcept { return first == 0; }
+};
+
+/// A stretch of one line: line and column (in bytes) count from 1.
+struct TextPlace {
+    std::size_t line = 0;
+    std::size_t column = 0;
+    std::size_t length = 0;
+};
+
+/// One extra input section: what it was taken for, and its lines.
+struct SectionLayout {
+    ExtraInputSectionKind kind = ExtraInputSectionKind::Unknown;
+    LineRange lines;
+};
+
+/// Where the parts of one job stand. Lines count from 1 over the whole text. Lists run parallel to those of the job.
+struct JobLayout {
+    std::size_t number = 0;                ///< of the job's piece between --Link1-- lines, from 1, blank pieces counted
+    LineRange lines;                       ///< all lines of the piece, without the --Link1-- lines
+    std::vector<std::size_t> link0_lines;  ///< every line taken as a Link 0 line
+    std::vector<TextPlace> route_words;    ///< of ControlSection::route_keywords
+    LineRange overlays;
+    LineRange title;
+    std::size_t charge_line = 0;            ///< 0 when the job has none
+    LineRange molecule;                     ///< of GeomSection::molecule_lines
+    std::vector<std::size_t> atoms;         ///< of GeomSection::atoms
+    std::vector<std::size_t> zmatrix_rows;  ///< of GeomSection::zmatrix_entries
+    std::vector<std::size_t> variables;
+    std::vector<std::size_t> constants;
+    std::vector<std::size_t> cartesian_variables;
+    std::vector<SectionLayout> sections;         ///< of GJFData::extra_inputs; kind `Unknown` is left over
+    std::vector<ExtraInputSectionKind> missing;  ///< asked for by the route and not there
+};
+
+/// One job read with its layout. When reading failed, `job` and `layout` hold what was read before.
+struct JobReading {
+    GJFData job;
+    JobLayout layout;
+    std::string error;           ///< the failure's message without any prefix; empty when the job was read whole
+    std::size_t error_line = 0;  ///< where it was detected
+};
+
+/// Reads every job of a text as `GJFParser` does, and where its parts stand; never throws for malformed text. Blank pieces
+/// between
+/// --Link1-- lines are passed over.
+QUOR_GJF_API std::vector<JobReading> read_jobs_with_layout(std::string_view text);
+
+/// Returns how a route usually asks for a kind of section, as in "opt=modredundant"; empty for one that no route asks for.
+/// Static.
+QUOR_GJF_API const char* extra_input_request(ExtraInputSectionKind kind) noexcept;
+
+}  // namespace quor::input::gaussian

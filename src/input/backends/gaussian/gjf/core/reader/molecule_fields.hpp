@@ -1,0 +1,56 @@
+// Fields of molecule lines, atom labels, and the names that stand for coordinates. Private to the reader.
+#pragma once
+
+#include <gjf/core/job/geometry.hpp>
+#include <gjf/core/reader/reading.hpp>
+
+#include <functional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quor::input::gaussian {
+
+using Fields = std::vector<std::string_view>;
+
+/// Cuts a line at blanks and commas outside quotes and brackets; a quote that nothing closes is text.
+void cut_fields(std::string_view line, Fields& fields);
+
+/// Reads an atom label into an empty `info`.
+void read_atom_label(std::string_view label, AtomInfo& info);
+
+/// Tells whether a text is a letter or underscore followed by letters, digits and underscores.
+bool is_variable_name(std::string_view name) noexcept;
+
+std::string_view without_sign(std::string_view text) noexcept;
+
+/// A variable's name and value as they stand around the first "=", trimmed.
+struct NameAndValue {
+    std::string_view name;
+    std::string_view value;
+};
+
+NameAndValue cut_at_equals(std::string_view text, std::size_t equals) noexcept;
+
+/// The lines "Variables:" and "Constants:", with or without the colon, in any case.
+enum class VariableHeader { None, Variables, Constants };
+
+VariableHeader variable_header(std::string_view line) noexcept;
+
+using NameSet = std::set<std::string, std::less<>>;
+
+/// Collects the names, in lower case, that stand for coordinates and that nothing read so far gives a value.
+NameSet undefined_names(const GeomSection& geom);
+
+/// What a section that may hold variables is made of.
+struct VariableBlock {
+    bool well_formed = true;  ///< headers and variable lines alone
+    bool has_header = false;
+    bool defines_wanted_name = false;
+};
+
+/// Examines a section; a line that separates name and value by blanks is a variable line only where `blanks_may_separate`.
+VariableBlock examine_variables(LineSpan section, bool blanks_may_separate, const NameSet& wanted);
+
+}  // namespace quor::input::gaussian

@@ -1,0 +1,112 @@
+// Fields of molecule lines, and the variables that symbolic coordinates refer to.
+#include <gjf/core/reader/molecule_fields.hpp>
+
+#include <gjf/core/text/number.hpp>
+#include <gjf/core/text/text.hpp>
+
+#include <algorithm>
+
+namespace quor::input::gaussian {
+
+void cut_fields(std::string_view line, Fields& fields) {
+    split_fields(line, FieldSeparators::WhiteSpaceAndComma, true, fields);
+}
+
+bool is_variable_name(std::string_view name) noexcept {
+    const auto is_letter = [](char c) { return (to_lower_ascii(c) >= 'a' && to_lower_ascii(c) <= 'z') || c == '_'; };
+    return !name.empty() && is_letter(name.front()) &&
+           std::all_of(name.begin(), name.end(), [&](char c) { return is_letter(c) || (c >= '0' && c <= '9'); });
+}
+
+std::string_view without_sign(std::string_view text) noexcept {
+    return text.substr(!text.empty() && (text.front() == '-' || text.front() == '+') ? 1 : 0);
+}
+
+NameAndValue cut_at_equals(std::string_view text, std::size_t equals) noexcept {
+    return {trim_view(text.substr(0, equals)), trim_view(text.substr(equals + 1))};
+}
+
+VariableHeader variable_header(std::string_view line) noexcept {
+    const std::string_view text = trim_view(line);
+    if (equals_folded(text, "variables") || equals_folded(text, "variables:")) {
+        return VariableHeader::Variables;
+    }
+    const bool constants = equals_folded(text, "constants") || equals_folded(text, "constants:");
+    return constants ? VariableHeader::Constants : VariableHeader::None;
+}
+
+namespace {
+
+void add_name(std::string_view text, NameSet& names) {
+    const std::string_view name = without_sign(trim_view(text));
+    if (!is_number_text(name) && is_variable_name(name)) {
+        names.insert(to_lower_copy(name));
+    }
+}
+
+void remove_names(const std::vector<ZMatrixVariable>& variables, NameSet& names) {
+    for (const ZMatrixVariable& variable : variables) {
+        names.erase(to_lower_copy(variable.name));
+    }
+}
+
+// Returns the name of a variable line, or nothing: "name=value", or a name followed by numbers.
+std::string_view variable_line_name(std::string_view text, bool blanks_may_separate, Fields& fields) {
+    const std::size_t equals = text.find('=');
+    if (equals != std::string_view::npos) {
+        const NameAndValue entry = cut_at_equals(text, equals);
+        return is_variable_name(entry.name) && !entry.value.empty() ? entry.name : std::string_view{};
+    }
+    cut_fields(text, fields);
+    const bool is_line = blanks_may_separate && fields.size() >= 2 && is_variable_name(fields[0]) &&
+                         std::all_of(fields.begin() + 1, fields.end(), is_number_text);
+    return is_line ? fields[0] : std::string_view{};
+}
+
+}  // namespace
+
+NameSet undefined_names(const GeomSection& geom) {
+    NameSet names;
+    for (const ZMatrixEntry& entry : geom.zmatrix_entries) {
+        for (const auto* reference : {&entry.bond, &entry.angle, &entry.dihedral}) {
+            if (*reference) {
+                add_name((*reference)->value, names);
+            }
+        }
+    }
+    for (const AtomCoord& atom : geom.atoms) {
+        for (const CoordinateValue* coordinate : {&atom.x_ref, &atom.y_ref, &atom.z_ref}) {
+            if (!coordinate->value) {
+                add_name(coordinate->text, names);
+            }
+        }
+    }
+    remove_names(geom.variables, names);
+    remove_names(geom.constants, names);
+    remove_names(geom.cartesian_variables, names);
+    return names;
+}
+
+VariableBlock examine_variables(LineSpan section, bool blanks_may_separate, const NameSet& wanted) {
+    VariableBlock block;
+    Fields fields;
+    for (const std::string_view line : section) {
+        const std::string_view text = without_comment(line);
+        if (is_blank_line(text)) {
+            continue;
+        }
+        if (variable_header(text) != VariableHeader::None) {
+            block.has_header = true;
+            continue;
+        }
+        const std::string_view name = variable_line_name(text, blanks_may_separate, fields);
+        if (name.empty()) {
+            block.well_formed = false;
+            return block;
+        }
+        block.defines_wanted_name = block.defines_wanted_name || wanted.count(to_lower_copy(name)) > 0;
+    }
+    return block;
+}
+
+}  // namespace quor::input::gaussian
