@@ -6,6 +6,7 @@
 #include <gjf/core/job/gjf_data.hpp>
 #include <gjf/core/job/gjf_parse_exception.hpp>
 #include <gjf/core/reader/gjf_parser.hpp>
+#include <gjf/core/reader/job_layout.hpp>
 #include <gjf/core/route/keyword_parser.hpp>
 #include <gjf/core/route/route_scanner.hpp>
 #include <gjf/core/route_schema_paths.hpp>
