@@ -15,11 +15,9 @@
 #include <string_view>
 #include <vector>
 
-namespace YAML {
-class Node;
-}
-
 namespace quor::input::gaussian {
+
+class DocumentNode;
 
 struct SimpleYAMLParser::Impl {
     using CandidateGroup = quor::input::gaussian::CandidateGroup;
@@ -56,7 +54,7 @@ struct SimpleYAMLParser::Impl {
     void reset_schema();
 
     /// Fills the tables from a document; throws on what cannot be converted. The tables must be empty.
-    void load_schema(const YAML::Node& root);
+    void load_schema(const DocumentNode& root);
 
     /// Numbers the state graph. To be called when `state_edges` and `state_includes` are complete.
     void build_graph();
@@ -100,8 +98,5 @@ struct SimpleYAMLParser::Impl {
     std::vector<std::string> basis_completions(std::string_view prefix) const;
     std::vector<std::string> option_completions(std::string_view keyword, std::string_view prefix) const;
 };
-
-/// Reads the vocabulary document at `path` into empty tables; false, with the tables in any state, when that fails.
-bool load_schema_document(const std::string& path, SimpleYAMLParser::Impl& schema);
 
 }  // namespace quor::input::gaussian

@@ -1,6 +1,7 @@
 // The handle over a loaded vocabulary: each query is a few look-ups in the shared tables.
 #include <gjf/core/schema/simple_yaml_parser.hpp>
 
+#include <gjf/core/schema/schema_document.hpp>
 #include <gjf/core/schema/schema_tables.hpp>
 #include <gjf/core/text/text.hpp>
 

@@ -1,0 +1,22 @@
+// From a vocabulary file to its tree, and on to its tables. Private to this room.
+#pragma once
+
+#include <gjf/core/schema/document_tree.hpp>
+#include <gjf/core/schema/schema_tables.hpp>
+
+#include <string>
+#include <string_view>
+
+namespace quor::input::gaussian {
+
+/// Reads the file's first document; false when the file is no regular file, cannot be read, is too long or holds no
+/// document. Throws what the YAML library throws for a syntax error.
+bool read_document_tree(const std::string& path, DocumentTree& tree);
+
+/// Converts "true", "yes", "on", "false" and the like as YAML does; throws for any other text.
+bool convert_boolean(std::string_view text);
+
+/// Reads the vocabulary document at `path` into empty tables; false, with the tables in any state, when that fails.
+bool load_schema_document(const std::string& path, SimpleYAMLParser::Impl& schema);
+
+}  // namespace quor::input::gaussian
