@@ -27,10 +27,14 @@ fs::path absolute_folder(const fs::path& folder) {
     for (const fs::path& part : absolute) {
         if (part == "..") {  // after a symbolic link ".." cannot be taken out of the text
             absolute = fs::weakly_canonical(absolute, error);
-            return error ? fs::path{} : absolute;
+            break;
         }
     }
-    return absolute.lexically_normal();
+    if (error) {
+        return {};
+    }
+    absolute = absolute.lexically_normal();
+    return absolute.has_filename() ? absolute : absolute.parent_path();  // a slash at the end is no folder more
 }
 
 /// Returns the folder this library was loaded from, or an empty path.

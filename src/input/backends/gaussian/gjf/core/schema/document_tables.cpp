@@ -17,7 +17,7 @@ namespace quor::input::gaussian {
 namespace {
 
 /// A document of more words is refused, so that aliases of aliases cannot fill the memory.
-constexpr std::size_t word_limit = 1000000;
+constexpr std::size_t word_limit = 500000;
 
 bool boolean_value(DocumentNode node) {
     if (!node.is_scalar()) {

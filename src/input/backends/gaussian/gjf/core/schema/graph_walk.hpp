@@ -43,7 +43,7 @@ class StateGraph {
     bool matches(StateId state, std::string_view text) const;
 
     /// Returns accepted spellings that begin with `prefix`, in byte order: the first ones a depth-first walk meets, which
-    /// takes includes before edges and both in the document's order.
+    /// takes includes before edges and both in the order of the tables.
     std::vector<std::string> completions(StateId state, std::string_view prefix, CompletionLimits limits) const;
 
    private:

@@ -14,7 +14,7 @@ using StateNames = std::unordered_set<std::string_view>;
 
 constexpr std::string_view method_result = "xprc";
 constexpr std::int64_t last_plain_method_value = 99999999;  ///< methods of a greater value are keywords too
-constexpr std::size_t option_limit = 1000000;
+constexpr std::size_t option_limit = 200000;
 
 /// Collects entries in the order of a visit, each spelling set once.
 class GroupCollector {

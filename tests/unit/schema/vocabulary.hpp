@@ -1,0 +1,79 @@
+// Vocabularies made from text, in a temporary folder that goes with its owner.
+#pragma once
+
+#include <gjf/core/schema/schema_document.hpp>
+#include <gjf/core/schema/simple_yaml_parser.hpp>
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+namespace quor::input::gaussian {
+
+class TemporaryFolder {
+   public:
+    TemporaryFolder() {
+        std::string pattern = (std::filesystem::temp_directory_path() / "schema_test_XXXXXX").string();
+        path_ = mkdtemp(pattern.data()) == nullptr ? std::filesystem::path() : std::filesystem::canonical(pattern);
+    }
+    ~TemporaryFolder() {
+        std::error_code error;
+        std::filesystem::remove_all(path_, error);
+    }
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+    const std::filesystem::path& path() const { return path_; }
+
+    /// Writes a file, making its folders, and returns its path.
+    std::string write(const std::filesystem::path& name, const std::string& text) const {
+        const std::filesystem::path file = path_ / name;
+        std::filesystem::create_directories(file.parent_path());
+        std::ofstream(file, std::ios::binary) << text;
+        return file.string();
+    }
+
+   private:
+    std::filesystem::path path_;
+};
+
+/// Loads a document given as text; returns whether that succeeded.
+inline bool load_tables(const std::string& document, SimpleYAMLParser::Impl& tables) {
+    const TemporaryFolder folder;
+    return load_schema_document(folder.write("vocabulary.yaml", document), tables);
+}
+
+/// Loads a document that must be good.
+inline SimpleYAMLParser::Impl tables_of(const std::string& document) {
+    SimpleYAMLParser::Impl tables;
+    EXPECT_TRUE(load_tables(document, tables)) << document;
+    return tables;
+}
+
+inline SimpleYAMLParser parser_of(const std::string& document) {
+    const TemporaryFolder folder;
+    SimpleYAMLParser parser;
+    EXPECT_TRUE(parser.load_from_file(folder.write("vocabulary.yaml", document))) << document;
+    return parser;
+}
+
+inline bool document_loads(const std::string& document) {
+    SimpleYAMLParser::Impl tables;
+    return load_tables(document, tables);
+}
+
+inline std::vector<std::string> canonical_words(const GroupList& groups) {
+    std::vector<std::string> words;
+    for (const CandidateGroup& group : groups) {
+        words.push_back(group.canonical);
+    }
+    return words;
+}
+
+using Words = std::vector<std::string>;
+
+}  // namespace quor::input::gaussian
