@@ -254,6 +254,7 @@ TEST(SimpleYAMLParser, CompletesPrefixesSortedAndOnce) {
 
 /// Asks an empty vocabulary everything.
 void expect_empty(const SimpleYAMLParser& parser) {
+    EXPECT_FALSE(parser.is_loaded());
     EXPECT_FALSE(parser.knows_keyword("opt"));
     EXPECT_FALSE(parser.knows_keyword_exact("opt"));
     EXPECT_FALSE(parser.knows_method("hf"));
@@ -321,6 +322,7 @@ TEST(SimpleYAMLParser, SharesItsVocabularyWithCopiesUntilItReloads) {
     copy = std::move(assigned);  // a moved-from handle takes a new vocabulary
     EXPECT_TRUE(copy.knows_keyword_exact("opt"));
     ASSERT_TRUE(assigned.load_from_file(folder.write("third.yaml", "states: {}\n")));
+    EXPECT_TRUE(assigned.is_loaded());
     EXPECT_FALSE(assigned.knows_keyword("opt"));
 }
 

@@ -10,6 +10,7 @@
 namespace quor::input::gaussian {
 
 SimpleYAMLParser::SimpleYAMLParser() : impl_(std::make_shared<Impl>()) {}
+SimpleYAMLParser::SimpleYAMLParser(std::shared_ptr<Impl> tables) : impl_(std::move(tables)) {}
 SimpleYAMLParser::SimpleYAMLParser(const SimpleYAMLParser& other) = default;
 SimpleYAMLParser::SimpleYAMLParser(SimpleYAMLParser&& other) noexcept = default;
 SimpleYAMLParser& SimpleYAMLParser::operator=(const SimpleYAMLParser& other) = default;
@@ -30,6 +31,8 @@ bool SimpleYAMLParser::load_embedded_default() {
     impl_ = std::make_shared<Impl>();
     return false;
 }
+
+bool SimpleYAMLParser::is_loaded() const noexcept { return impl_->loaded; }
 
 bool SimpleYAMLParser::knows_keyword(const std::string& token) const {
     std::string buffer;

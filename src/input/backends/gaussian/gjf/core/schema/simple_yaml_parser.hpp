@@ -21,6 +21,8 @@ class QUOR_GJF_API SimpleYAMLParser {
 
     /// Makes a handle over an empty vocabulary.
     SimpleYAMLParser();
+    /// Makes a handle over tables that were filled by other means than a document (an image); they must not be null.
+    explicit SimpleYAMLParser(std::shared_ptr<Impl> tables);
     SimpleYAMLParser(const SimpleYAMLParser& other);
     SimpleYAMLParser(SimpleYAMLParser&& other) noexcept;
     SimpleYAMLParser& operator=(const SimpleYAMLParser& other);
@@ -33,6 +35,9 @@ class QUOR_GJF_API SimpleYAMLParser {
 
     /// Empties this handle's vocabulary and returns false: none is compiled into the library.
     bool load_embedded_default();
+
+    /// Tells whether this handle holds a vocabulary; an empty one knows no word.
+    bool is_loaded() const noexcept;
 
     /// Tells whether the token is a keyword: exactly, or by a unique abbreviation that is neither an exact method nor an
     /// exact basis.
