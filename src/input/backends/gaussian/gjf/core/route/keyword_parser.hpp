@@ -1,16 +1,17 @@
 // Interprets a route text against the route vocabulary.
 //
-// Members are defined by topic: keyword_parser.cpp (prefix, dispatch, simple segments), model_chemistry.cpp (methods, basis sets, slash
-// forms, ONIOM), option_patterns.cpp (keywords with options), parse_warning.cpp (the coded warnings).
+// Members are defined by topic: keyword_parser.cpp (prefix, dispatch, simple segments), model_chemistry.cpp (methods, basis
+// sets, slash forms, ONIOM), option_patterns.cpp (keywords with options), parse_warning.cpp (the coded warnings).
 #pragma once
 
 #include <core/export.hpp>
 #include <gjf/core/route/parsed_keywords.hpp>
 #include <gjf/core/schema/simple_yaml_parser.hpp>
 
+#include <map>
 #include <optional>
 #include <string>
-#include <string_view>
+#include <unordered_set>
 #include <vector>
 
 namespace quor::input::gaussian {
@@ -18,7 +19,8 @@ namespace quor::input::gaussian {
 /// The three roles a bare route word can have.
 enum class SimpleSegmentKind { Keyword = 0, Method = 1, Basis = 2 };
 
-/// Turns route text into `ParsedKeywords`. Never throws for route content: what it cannot place is kept as a raw keyword, with a warning.
+/// Turns route text into `ParsedKeywords`. Never throws for route content: what it cannot place is kept as a raw keyword,
+/// with a warning.
 ///
 /// A fresh parser has no vocabulary; every word is then kept raw. One parser is used by one thread at a time.
 class QUOR_GJF_API G16KeywordParser {
@@ -72,7 +74,26 @@ class QUOR_GJF_API G16KeywordParser {
     void warn_ambiguous_option(const std::string& keyword, const std::string& option, const std::optional<SourceSpan>& span);
 
    private:
+    /// A method and, when it carries options, the whole expression as written.
+    struct MethodExpression {
+        std::string method;
+        std::string options;
+    };
+
+    std::optional<MethodExpression> parse_method_expression(const std::string& text) const;
+    bool try_process_basis_assignment(const std::string& segment, const std::optional<SourceSpan>& span);
+    bool try_process_bare_basis(const std::string& segment);
+    void append_keyword(std::string name, std::map<std::string, std::string> options, std::string raw);
+    std::string name_of_keyword(const std::string& text) const;
+    /// Stores "name" or "name=value" under the name in lower case.
+    void store_option(const std::string& keyword, const std::string& item,
+                      std::map<std::string, std::string>& options) const;
+    /// Stores an option as `store_option` does and warns when it is ambiguous.
+    void take_option(const std::string& keyword, const std::string& item, const std::optional<SourceSpan>& span,
+                     std::map<std::string, std::string>& options);
+
     ParsedKeywords result_;
+    std::unordered_set<std::string> recorded_;  // keys of the warnings, so that telling a repeat takes constant time
     SimpleYAMLParser schema_;
     bool schema_loaded_ = false;
 };

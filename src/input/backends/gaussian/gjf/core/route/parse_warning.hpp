@@ -23,8 +23,8 @@ struct SourceSpan {
     friend bool operator!=(const SourceSpan& a, const SourceSpan& b) noexcept { return !(a == b); }
 };
 
-/// A coded remark about one word of the route. Codes: "GJF-W001" ambiguous keyword, "GJF-W002" ambiguous method, "GJF-W003" ambiguous
-/// basis set, "GJF-W004" ambiguous option, "GJF-W005" unknown word kept as it is.
+/// A coded remark about one word of the route. Codes: "GJF-W001" ambiguous keyword, "GJF-W002" ambiguous method, "GJF-W003"
+/// ambiguous basis set, "GJF-W004" ambiguous option, "GJF-W005" unknown word kept as it is.
 struct ParseWarning {
     std::string code;
     std::string message;

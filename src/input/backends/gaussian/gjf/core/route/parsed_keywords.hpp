@@ -19,14 +19,14 @@ struct RouteOption {
 
 /// One route keyword that is not part of the model chemistry.
 struct KeywordInfo {
-    std::string name;                            ///< canonical spelling when the vocabulary knows it, else lower case as written
+    std::string name;  ///< canonical spelling when the vocabulary knows it, else lower case as written
     std::map<std::string, std::string> options;  ///< lower-case name to value; "TRUE" for an option written without a value
     std::string category = "other";              ///< the vocabulary's category
     std::string raw;                             ///< the segment as it stood in the route, trimmed
 };
 
-/// An interpreted route. Texts are empty when unset. Names are compared through the default vocabulary, so aliases and unique
-/// abbreviations count.
+/// An interpreted route. Texts are empty when unset. Names are compared through the default vocabulary, so aliases and
+/// unique abbreviations count.
 struct QUOR_GJF_API ParsedKeywords {
     ParsedKeywords();
     ParsedKeywords(const ParsedKeywords& other);
@@ -53,7 +53,8 @@ struct QUOR_GJF_API ParsedKeywords {
     std::vector<KeywordInfo> get_keywords_by_name(const std::string& name) const;
     /// Returns the keywords whose category is exactly `category`, in route order.
     std::vector<KeywordInfo> get_keywords_by_category(const std::string& category) const;
-    /// Returns the value of the first option equivalent to `option` of a keyword equivalent to `keyword`; absent when there is none.
+    /// Returns the value of the first option equivalent to `option` of a keyword equivalent to `keyword`; absent when there
+    /// is none.
     std::optional<std::string> get_keyword_variable(const std::string& keyword, const std::string& option) const;
 };
 

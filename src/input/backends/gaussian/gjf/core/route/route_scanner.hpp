@@ -8,8 +8,8 @@
 
 namespace quor::input::gaussian {
 
-/// Returns the first position of `character` outside quotes and all brackets, or -1. An opening bracket counts as standing outside
-/// itself.
+/// Returns the first position of `character` outside quotes and all brackets, or -1. An opening bracket counts as standing
+/// outside itself.
 QUOR_GJF_API int find_top_level_char(const std::string& text, char character);
 
 /// Returns the position of the ")" that closes the "(" at `position`, or -1 when there is no "(" there or nothing closes it.

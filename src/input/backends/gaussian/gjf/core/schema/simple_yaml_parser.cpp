@@ -73,6 +73,14 @@ bool SimpleYAMLParser::knows_option_exact(const std::string& keyword, const std:
 
 std::string SimpleYAMLParser::normalize_keyword(const std::string& token) const { return impl_->normalize_keyword(token); }
 
+std::string SimpleYAMLParser::normalize_basis(const std::string& token) const {
+    std::string buffer;
+    const std::string_view word = impl_->normalized(token, buffer);
+    const GroupHit entry = impl_->basis_groups.match(word);
+    const bool taken = entry.found() && (entry.exact || !impl_->knows_basis_exact(word));
+    return std::string(taken ? entry.canonical : word);
+}
+
 std::string SimpleYAMLParser::normalize_option(const std::string& keyword, const std::string& option) const {
     MatchResult match = impl_->match_option(keyword, option);
     return match.found() ? std::move(match.canonical) : impl_->normalize_token(option);

@@ -54,6 +54,10 @@ class QUOR_GJF_API SimpleYAMLParser {
     /// basis; the normalized word when none applies.
     std::string normalize_keyword(const std::string& token) const;
 
+    /// Returns the canonical spelling of the basis set that the whole token names or abbreviates; the normalized token when
+    /// it is spelled out along the basis graph, or not known.
+    std::string normalize_basis(const std::string& token) const;
+
     /// Returns the canonical spelling of an option of `keyword`, or the normalized option when it is not known.
     std::string normalize_option(const std::string& keyword, const std::string& option) const;
 

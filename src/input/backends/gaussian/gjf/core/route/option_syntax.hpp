@@ -1,0 +1,19 @@
+// How a keyword with options is written in a route. Private to the library.
+#pragma once
+
+#include <gjf/core/route/parsed_keywords.hpp>
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace quor::input::gaussian {
+
+/// Writes a keyword: the name alone, name=option for a single option without a value, else name=(option,option=value). IOp
+/// always takes its options in parentheses, without "=".
+std::string format_keyword(const std::string& name, const std::vector<RouteOption>& options);
+
+/// Turns stored options into a list, in the map's order; an option whose value is empty or "TRUE" is written without one.
+std::vector<RouteOption> to_route_options(const std::map<std::string, std::string>& options);
+
+}  // namespace quor::input::gaussian
