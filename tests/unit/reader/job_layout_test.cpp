@@ -106,7 +106,7 @@ TEST(JobLayout, NamesTheLineOfAFailure) {
         {head + "0 99999999999\nH 0 0 0\n", "charge or multiplicity beyond 32 bits", 5},
         {head + "0 1\nH 0 0 0\nH 0 0 1e999\n", "Invalid coordinate values: H 0 0 1e999", 7},
         {head + "0 1\nH 0 0 0\nH 0 0\n", "Invalid coordinate line: H 0 0", 7},
-        {head + "0 1\nO\nH 1 r\nr\n", "Invalid Z-matrix variable line: r", 8},
+        {head + "0 1\nO\nH 1 r\nr=1\na\n", "Invalid Z-matrix variable line: a", 9},
         {head + "0 1\nH 0 0 0\n\n1 2 1.0\n", "2 references atom index outside the geometry atom count", 8},
     };
     for (const Case& c : cases) {
