@@ -1,0 +1,16 @@
+// The subcommands of quor-gjf: each is one file, and one row in the table of main.cpp.
+#pragma once
+
+namespace CLI {
+class App;
+}
+
+namespace quor_gjf {
+
+/// What the tool exits with.
+enum ExitCode { exit_success = 0, exit_failure = 1, exit_usage = 2 };
+
+/// Declares a subcommand's arguments; when it is chosen, its callback stores the exit code.
+void add_report_command(CLI::App& command, int& exit_code);
+
+}  // namespace quor_gjf

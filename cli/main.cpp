@@ -1,0 +1,47 @@
+// The tool's entry: declares the subcommands, reads the arguments and turns failures into exit codes.
+#include "commands.hpp"
+
+#include <CLI/CLI.hpp>
+
+#include <cstdio>
+#include <exception>
+
+namespace {
+
+struct Command {
+    const char* name;
+    const char* description;
+    void (*add)(CLI::App& command, int& exit_code);
+};
+
+constexpr Command commands[] = {
+    {"report", "Print what is in job files: Link 0, route, molecule, extra input and route warnings",
+     quor_gjf::add_report_command},
+};
+
+int run(int argc, char** argv) {
+    CLI::App app("Reads Gaussian 16 job files.", "quor-gjf");
+    app.set_version_flag("--version", std::string("quor-gjf ") + QUOR_GJF_PROJECT_VERSION);
+    app.require_subcommand(1);
+    int exit_code = quor_gjf::exit_success;
+    for (const Command& command : commands) {
+        command.add(*app.add_subcommand(command.name, command.description), exit_code);
+    }
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error) == 0 ? quor_gjf::exit_success : quor_gjf::exit_usage;
+    }
+    return exit_code;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return run(argc, argv);
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "quor-gjf: %s\n", error.what());
+        return quor_gjf::exit_failure;
+    }
+}

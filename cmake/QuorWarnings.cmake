@@ -1,0 +1,11 @@
+# Warnings, as errors, and sanitizers for our own targets; projects that build us as a part of theirs get neither.
+
+add_library(quor_build_flags INTERFACE)
+if(PROJECT_IS_TOP_LEVEL)
+    target_compile_options(quor_build_flags INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+endif()
+if(QUOR_GJF_SANITIZERS)
+    target_compile_options(quor_build_flags INTERFACE
+        -fsanitize=${QUOR_GJF_SANITIZERS} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(quor_build_flags INTERFACE -fsanitize=${QUOR_GJF_SANITIZERS})
+endif()

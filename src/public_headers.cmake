@@ -1,0 +1,22 @@
+# The headers of the class interface and the C interface, as they are installed below include/quor.
+set(quor_public_headers
+    gjf/gjf.hpp
+    gjf/core/route_schema_paths.hpp
+    gjf/core/schema/route_schema_cache.hpp
+    gjf/core/schema/simple_yaml_parser.hpp
+    gjf/core/route/keyword_parser.hpp
+    gjf/core/route/parse_warning.hpp
+    gjf/core/route/parsed_keywords.hpp
+    gjf/core/route/route_scanner.hpp
+    gjf/core/job/atom.hpp
+    gjf/core/job/connectivity_section.hpp
+    gjf/core/job/control_section.hpp
+    gjf/core/job/extra_input_kind.hpp
+    gjf/core/job/extra_input_section.hpp
+    gjf/core/job/geometry.hpp
+    gjf/core/job/gjf_data.hpp
+    gjf/core/job/gjf_parse_exception.hpp
+    gjf/core/reader/gjf_parser.hpp
+    gjf/core/reader/job_layout.hpp
+    gjf/core/editor/gjf_editor.hpp
+    gjf/core/editor/gjf_multi_editor.hpp)
