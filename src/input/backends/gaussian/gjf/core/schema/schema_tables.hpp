@@ -19,7 +19,7 @@ namespace quor::input::gaussian {
 
 class DocumentNode;
 
-struct [[gnu::visibility("hidden")]] SimpleYAMLParser::Impl {
+struct __attribute__((visibility("hidden"))) SimpleYAMLParser::Impl {
     using CandidateGroup = quor::input::gaussian::CandidateGroup;
     using GraphEdge = quor::input::gaussian::GraphEdge;
     using MatchResult = quor::input::gaussian::MatchResult;
