@@ -1,0 +1,161 @@
+// The example jobs: each report as stored, and the facts of each file as its author meant them.
+#include <gjf/core/reader/gjf_parser.hpp>
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace quor::input::gaussian {
+namespace {
+
+namespace fs = std::filesystem;
+
+const fs::path source_folder = QUOR_GJF_SOURCE_DIR;
+
+std::string content(const fs::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+std::set<std::string> names_in(const fs::path& folder, const std::set<std::string>& extensions, const std::string& suffix) {
+    std::set<std::string> names;
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
+        if (extensions.count(entry.path().extension().string()) > 0) {
+            names.insert(entry.path().filename().string() + suffix);
+        }
+    }
+    return names;
+}
+
+// The report as the command-line tool prints it for a file without warnings.
+std::string report_of(const GJFMultiData& file) {
+    std::string text;
+    for (std::size_t i = 0; i < file.jobs.size(); ++i) {
+        if (file.jobs.size() > 1) {
+            text += (i == 0 ? "--- Job " : "\n--- Job ") + std::to_string(i + 1) + " of " +
+                    std::to_string(file.jobs.size()) + " ---\n";
+        }
+        text += GJFParser::format_full_gjf(file.jobs[i]);
+    }
+    return text;
+}
+
+struct JobFacts {
+    std::size_t atoms;
+    std::size_t pairs;
+    std::string method;
+    std::string basis;
+    std::vector<std::string> keywords;
+    std::vector<int> sections;  // kinds
+};
+
+struct FileFacts {
+    const char* name;
+    std::vector<JobFacts> jobs;
+};
+
+const std::vector<FileFacts>& all_facts() {
+    static const std::vector<FileFacts> facts = {
+        {"water_opt_freq.gjf", {{3, 1, "b3lyp", "6-31g(d,p)", {"opt", "freq"}, {}}}},
+        {"ethanol_long_route.gjf", {{9, 1, "m062x", "6-311+g(2d,p)", {"opt", "scrf", "int", "scf"}, {}}}},
+        {"acetate_oniom.gjf", {{11, 6, "", "", {"oniom", "geom"}, {1, 16}}}},
+        {"peroxide_zmatrix.gjf", {{4, 1, "mp2", "6-311g(d,p)", {"opt"}, {}}}},
+        {"butane_scan_zmatrix.gjf", {{4, 1, "hf", "3-21g", {"scan"}, {}}}},
+        {"benzene_symbolic.gjf", {{12, 1, "hf", "sto-3g", {}, {}}}},
+        {"hcn_qst2.gjf", {{3, 1, "b3lyp", "6-31+g(d)", {"opt", "freq"}, {4}}}},
+        {"vinyl_qst3.gjf", {{7, 1, "b3lyp", "6-31g(d)", {"opt", "geom"}, {1, 3, 4, 5, 7, 8, 9, 11}}}},
+        {"iron_carbonyl_gen.gjf", {{13, 1, "b3lyp", "gen", {"opt", "pseudo"}, {25, 28}}}},
+        {"zinc_genecp.gjf", {{3, 1, "pbe1pbe", "genecp", {"scf"}, {25, 28}}}},
+        {"formamide_pcm_read.gjf", {{6, 1, "wb97xd", "def2svp", {"scrf", "freq"}, {13, 30}}}},
+        {"ammonia_nbo.gjf", {{4, 1, "hf", "6-31g(d)", {"pop"}, {46}}}},
+        {"water_dimer_counterpoise.gjf", {{6, 3, "mp2", "aug-cc-pvdz", {"counterpoise"}, {}}}},
+        {"glycine_residues.com", {{10, 1, "amber", "", {"geom"}, {1, 12, 16}}}},
+        {"ghost_atoms.gjf", {{7, 1, "mp2", "cc-pvtz", {"nosymm"}, {}}}},
+        {"methanol_frozen.gjf", {{6, 1, "b3lyp", "6-31g(d)", {"opt"}, {}}}},
+        {"chained_restart.gjf",
+         {{4, 1, "b3lyp", "6-31g(d)", {"opt"}, {}},
+          {0, 0, "b3lyp", "6-31g(d)", {"geom", "guess", "freq"}, {}},
+          {0, 1, "b3lyp", "6-311+g(2d,p)", {"geom", "guess"}, {}}}},
+        {"formaldehyde_td.gjf",
+         {{4, 1, "cam-b3lyp", "6-31+g(d)", {"td", "density"}, {}},
+          {0, 1, "cam-b3lyp", "6-31+g(d)", {"td", "geom", "guess"}, {}}}},
+        {"comments_crlf.gjf", {{2, 1, "hf", "6-31g(d)", {"scf"}, {}}}},
+        {"polymer_periodic.gjf", {{7, 1, "pbepbe", "6-31g(d,p)", {"scf"}, {}}}},
+        {"hnc_irc.gjf", {{3, 1, "hf", "6-31g(d)", {"irc"}, {21}}}},
+        {"oxygen_alter.gjf", {{2, 1, "uhf", "6-31g(d)", {"guess"}, {35, 35}}}},
+        {"ethene_casscf.gjf", {{6, 1, "casscf", "6-31g(d)", {"nosymm"}, {38}}}},
+        {"methane_bomd.gjf", {{5, 1, "hf", "3-21g", {"bomd"}, {19, 19}}}},
+    };
+    return facts;
+}
+
+void expect_facts(const GJFData& job, const JobFacts& facts) {
+    const ParsedKeywords& route = job.control.parsed_keywords.value();
+    EXPECT_EQ(job.geom.atom_count(), facts.atoms);
+    EXPECT_EQ(job.geom.charge_spin_pairs().size(), facts.pairs);
+    EXPECT_EQ(route.method, facts.method);
+    EXPECT_EQ(route.basis_set, facts.basis);
+    std::vector<std::string> keywords;
+    for (const KeywordInfo& keyword : route.keywords) {
+        keywords.push_back(keyword.name);
+    }
+    EXPECT_EQ(keywords, facts.keywords);
+    std::vector<int> kinds;
+    for (const ExtraInputSection& section : job.extra_inputs) {
+        kinds.push_back(static_cast<int>(section.kind));
+    }
+    EXPECT_EQ(kinds, facts.sections);
+    EXPECT_TRUE(route.warnings.empty()) << route.warnings.front().message;
+}
+
+TEST(ExampleReports, MatchTheStoredOnes) {
+    const std::set<std::string> reports = names_in(source_folder / "tests/report/expected", {".txt"}, "");
+    EXPECT_EQ(names_in(source_folder / "examples/jobs", {".gjf", ".com"}, ".txt"), reports);
+    ASSERT_GE(reports.size(), 16u);
+    for (const std::string& report : reports) {
+        const fs::path job = source_folder / "examples/jobs" / report.substr(0, report.size() - 4);
+        EXPECT_EQ(report_of(GJFParser::parse_file_multi(job)), content(source_folder / "tests/report/expected" / report))
+            << report;
+    }
+}
+
+TEST(ExampleFacts, AreThoseOfTheirAuthors) {
+    std::set<std::string> told;
+    for (const FileFacts& file : all_facts()) {
+        SCOPED_TRACE(file.name);
+        told.insert(file.name);
+        const GJFMultiData data = GJFParser::parse_file_multi(source_folder / "examples/jobs" / file.name);
+        ASSERT_EQ(data.jobs.size(), file.jobs.size());
+        for (std::size_t i = 0; i < file.jobs.size(); ++i) {
+            expect_facts(data.jobs[i], file.jobs[i]);
+        }
+    }
+    EXPECT_EQ(told, names_in(source_folder / "examples/jobs", {".gjf", ".com"}, ""));
+}
+
+TEST(ExampleFacts, IncludeWhatTheTraitsAreAbout) {
+    const auto first = [](const char* name) { return GJFParser::parse_file(source_folder / "examples/jobs" / name); };
+    const GJFData oniom = first("acetate_oniom.gjf");
+    EXPECT_EQ(oniom.geom.atoms[4].layer, "M");
+    EXPECT_EQ(oniom.geom.atoms[7].freeze, -1);
+    EXPECT_EQ(oniom.geom.atoms[6].info.mm_type, "OS");
+    EXPECT_EQ(oniom.geom.atoms[6].info.mm_charge, -0.45);
+    ASSERT_NE(oniom.connectivity(), nullptr);
+    EXPECT_EQ(oniom.connectivity()->get_bond_order(4, 5), 2.0);
+    EXPECT_EQ(first("glycine_residues.com").geom.atoms[7].info.params.at("PDBName"), "O5'");
+    EXPECT_EQ(first("ghost_atoms.gjf").geom.atoms[4].info.mm_type, "Bq");
+    EXPECT_EQ(first("benzene_symbolic.gjf").geom.cartesian_variables.size(), 6u);
+    EXPECT_EQ(first("peroxide_zmatrix.gjf").geom.constants.front().value, "112.0");
+    EXPECT_EQ(first("comments_crlf.gjf").control.chk, "hf.chk");
+    EXPECT_EQ(first("polymer_periodic.gjf").control.parsed_keywords->density_fitting_basis, "auto");
+    EXPECT_EQ(first("ethanol_long_route.gjf").control.cpu, "0-3");
+    EXPECT_EQ(first("ethene_casscf.gjf").control.parsed_keywords->method_options, "casscf(2,2,nroot=2,stateaverage)");
+}
+
+}  // namespace
+}  // namespace quor::input::gaussian
