@@ -5,6 +5,7 @@
 
 #include <gjf/core/schema/schema_tables.hpp>
 
+#include <cstring>
 #include <set>
 #include <string>
 #include <string_view>
@@ -13,45 +14,43 @@
 
 namespace quor::input::gaussian::linear {
 
-inline MatchResult match(std::string_view word, const std::vector<CandidateGroup>& groups) {
-    if (word.empty()) {
-        return {};
-    }
-    for (const CandidateGroup& group : groups) {
-        for (const std::string_view form : group.forms) {
-            if (form == word) {
-                return {&group, true, group.canonical};
-            }
-            if (form.size() > 1 && form.back() == '(' && form.substr(0, form.size() - 1) == word) {
-                return {&group, true, std::string(word)};
+/// All spellings of a list, in order, each with its entry.
+struct Spellings {
+    explicit Spellings(const std::vector<CandidateGroup>& groups) {
+        for (const CandidateGroup& group : groups) {
+            for (const std::string& form : group.forms) {
+                list.push_back({form, &group});
             }
         }
     }
-    const CandidateGroup* only = nullptr;
-    for (const CandidateGroup& group : groups) {
-        for (const std::string_view form : group.forms) {
-            if (form.substr(0, word.size()) == word) {
-                if (only != nullptr) {
-                    return {};
-                }
-                only = &group;
-                break;
-            }
-        }
-    }
-    return only == nullptr ? MatchResult{} : MatchResult{only, false, only->canonical};
-}
+    std::vector<std::pair<std::string_view, const CandidateGroup*>> list;
+};
 
-inline std::vector<std::string> completions(std::string_view prefix, const std::vector<CandidateGroup>& groups) {
-    std::set<std::string> words;
-    for (const CandidateGroup& group : groups) {
-        for (const std::string_view form : group.forms) {
-            if (!prefix.empty() && form.substr(0, prefix.size()) == prefix) {
-                words.insert(group.canonical);
-            }
+struct Answer {
+    MatchResult match;
+    std::set<std::string> completions;
+};
+
+/// Looks at every spelling once: the first that equals the word, or is the word and a "(", is the match; else the only entry
+/// with spellings that begin with the word is.
+inline Answer ask(std::string_view word, const Spellings& spellings) {
+    Answer answer;
+    std::set<const CandidateGroup*> begun;
+    for (const auto& [form, group] : spellings.list) {
+        if (word.empty() || form.size() < word.size() || std::memcmp(form.data(), word.data(), word.size()) != 0) {
+            continue;
+        }
+        begun.insert(group);
+        answer.completions.insert(group->canonical);
+        const bool before_parenthesis = form.size() == word.size() + 1 && form.back() == '(';
+        if (!answer.match.exact && (form == word || before_parenthesis)) {
+            answer.match = {group, true, before_parenthesis ? std::string(word) : group->canonical};
         }
     }
-    return {words.begin(), words.end()};
+    if (!answer.match.exact && begun.size() == 1) {
+        answer.match = {*begun.begin(), false, (*begun.begin())->canonical};
+    }
+    return answer;
 }
 
 using EdgeTable = TextMap<std::vector<GraphEdge>>;

@@ -136,6 +136,20 @@ TEST(SimpleYAMLParser, NormalizesExactRolesBeforeAbbreviatedOnes) {
     }
 }
 
+TEST(SimpleYAMLParser, NormalizesBasisSetsWithoutLosingASuffix) {
+    const SimpleYAMLParser parser = parser_of(vocabulary);
+    const std::pair<const char*, const char*> cases[] = {
+        {"STO-3G", "sto-3g"},     {" sto ", "sto-3g"},
+        {"6-31", "6-31g"},        {"6-31G*", "6-31g*"},
+        {"6-31G(D)", "6-31g(d)"}, {"6-31g(", "6-31g("},
+        {"6-31G(q)", "6-31g(q)"}, {"nothing", "nothing"},
+        {"opt", "opt"},           {"", ""},
+    };
+    for (const auto& [token, normalized] : cases) {
+        EXPECT_EQ(parser.normalize_basis(token), normalized) << token;
+    }
+}
+
 TEST(SimpleYAMLParser, ComparesKeywords) {
     const SimpleYAMLParser parser = parser_of(vocabulary);
     struct {

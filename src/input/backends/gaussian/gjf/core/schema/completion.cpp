@@ -45,7 +45,13 @@ struct StateGraph::CompletionWalk {
     /// of it.
     void enter(StateId state, std::size_t offset) {
         const std::size_t distance = graph_.states_[state].distance;
-        if (distance == unreachable || spelling_.size() + distance > limits_.length || !remember(state, offset)) {
+        if (distance == unreachable || spelling_.size() + distance > limits_.length) {
+            return;
+        }
+        if (offset < prefix_.size() && !graph_.may_read(state, prefix_.substr(offset))) {
+            return;
+        }
+        if (!remember(state, offset)) {
             return;
         }
         if (state != graph_.accepting_) {
@@ -62,23 +68,23 @@ struct StateGraph::CompletionWalk {
         return visited_.insert(place + spelling_).second;
     }
 
+    /// Takes the next move of the newest step that reads what the prefix says, or steps back when there is none.
     void advance() {
         Step& step = steps_.back();
-        spelling_.resize(step.length);
         const State& state = graph_.states_[step.state];
-        if (step.next_move == state.move_count) {
-            steps_.pop_back();
-            return;
-        }
-        const Move& move = graph_.moves_[state.first_move + step.next_move];
-        ++step.next_move;
         const std::string_view rest = prefix_.substr(step.offset);
-        const std::size_t shared = std::min(rest.size(), move.token.size());
-        if (rest.substr(0, shared) == move.token.substr(0, shared)) {
-            const std::size_t offset = step.offset + shared;
-            spelling_ += move.token;
-            enter(move.next, offset);  // may move `steps_`: `step` is not used from here on
+        while (step.next_move < state.move_count) {
+            const Move& move = graph_.moves_[state.first_move + step.next_move];
+            ++step.next_move;
+            const std::size_t shared = std::min(rest.size(), move.token.size());
+            if (rest.substr(0, shared) == move.token.substr(0, shared)) {
+                spelling_.resize(step.length);
+                spelling_ += move.token;
+                enter(move.next, step.offset + shared);  // may move `steps_`: `step` is not used from here on
+                return;
+            }
         }
+        steps_.pop_back();
     }
 
     const StateGraph& graph_;

@@ -4,6 +4,7 @@
 #include <gjf/core/schema/schema_tables.hpp>
 
 #include <algorithm>
+#include <array>
 #include <functional>
 #include <queue>
 #include <unordered_set>
@@ -24,19 +25,21 @@ class VisitedPlaces {
         if (!many_.empty()) {
             return many_.insert(place).second;
         }
-        if (std::find(few_.begin(), few_.end(), place) != few_.end()) {
+        const auto end = few_.begin() + count_;
+        if (std::find(few_.begin(), end, place) != end) {
             return false;
         }
-        few_.push_back(place);
-        if (few_.size() > few_limit) {
-            many_.insert(few_.begin(), few_.end());
+        if (static_cast<std::size_t>(count_) == few_.size()) {
+            many_.insert(few_.begin(), end);
+            return many_.insert(place).second;
         }
+        few_[static_cast<std::size_t>(count_++)] = place;
         return true;
     }
 
    private:
-    static constexpr std::size_t few_limit = 32;
-    std::vector<std::uint64_t> few_;
+    std::array<std::uint64_t, 32> few_;  // the first `count_` are set
+    std::ptrdiff_t count_ = 0;
     std::unordered_set<std::uint64_t> many_;
 };
 
@@ -58,7 +61,10 @@ StateGraph::StateGraph(const EdgeTable& edges, const IncludeTable& includes, std
     for (const std::string_view name : sources) {
         add_moves(name, edges, includes);
     }
-    measure_distances();
+    const Arrivals backwards = arrivals();
+    mark_accepting(backwards);
+    measure_distances(backwards);
+    gather_first_bytes(backwards);
     order_by_first_byte();
 }
 
@@ -95,17 +101,35 @@ void StateGraph::add_moves(std::string_view name, const EdgeTable& edges, const 
     state.move_count = moves_.size() - first;
 }
 
-/// Walks backwards from the accepting state, over all moves.
-void StateGraph::measure_distances() {
-    std::vector<std::vector<Arrival>> arrivals(states_.size());
+StateGraph::Arrivals StateGraph::arrivals() const {
+    Arrivals arrivals(states_.size());
     for (StateId from = 0; from < states_.size(); ++from) {
         const State& state = states_[from];
         for (std::size_t index = 0; index < state.move_count; ++index) {
             const Move& move = moves_[state.first_move + index];
-            arrivals[move.next].push_back({from, move.token.size(), move.silent});
+            arrivals[move.next].push_back({from, move.token, move.silent});
         }
     }
-    mark_accepting(arrivals);
+    return arrivals;
+}
+
+/// Marks every state from which silent moves alone lead to the accepting one.
+void StateGraph::mark_accepting(const Arrivals& arrivals) {
+    std::vector<StateId> accepting{accepting_};
+    states_[accepting_].accepts = true;
+    while (!accepting.empty()) {
+        const StateId reached = accepting.back();
+        accepting.pop_back();
+        for (const Arrival& arrival : arrivals[reached]) {
+            if (arrival.silent && !std::exchange(states_[arrival.from].accepts, true)) {
+                accepting.push_back(arrival.from);
+            }
+        }
+    }
+}
+
+/// Measures from the accepting state backwards, nearest states first.
+void StateGraph::measure_distances(const Arrivals& arrivals) {
     using Reached = std::pair<std::size_t, StateId>;
     std::priority_queue<Reached, std::vector<Reached>, std::greater<>> nearest;
     states_[accepting_].distance = 0;
@@ -117,7 +141,7 @@ void StateGraph::measure_distances() {
             continue;  // reached on a shorter way since
         }
         for (const Arrival& arrival : arrivals[reached]) {
-            const std::size_t longer = distance + arrival.length;
+            const std::size_t longer = distance + arrival.token.size();
             if (longer < states_[arrival.from].distance) {
                 states_[arrival.from].distance = longer;
                 nearest.push({longer, arrival.from});
@@ -126,16 +150,26 @@ void StateGraph::measure_distances() {
     }
 }
 
-/// Marks every state from which silent moves alone lead to the accepting one.
-void StateGraph::mark_accepting(const std::vector<std::vector<Arrival>>& arrivals) {
-    std::vector<StateId> accepting{accepting_};
-    states_[accepting_].accepts = true;
-    while (!accepting.empty()) {
-        const StateId reached = accepting.back();
-        accepting.pop_back();
-        for (const Arrival& arrival : arrivals[reached]) {
-            if (arrival.silent && !std::exchange(states_[arrival.from].accepts, true)) {
-                accepting.push_back(arrival.from);
+/// Gathers, from moves that lead to states that can still accept, the first bytes read; moves that read nothing pass them
+/// on.
+void StateGraph::gather_first_bytes(const Arrivals& arrivals) {
+    std::vector<StateId> grown;
+    for (StateId state = 0; state < states_.size(); ++state) {
+        for (const Arrival& arrival : arrivals[state]) {
+            if (!arrival.token.empty() && states_[state].distance != unreachable) {
+                states_[arrival.from].first_bytes.set(static_cast<unsigned char>(arrival.token.front()));
+            }
+        }
+        grown.push_back(state);
+    }
+    while (!grown.empty()) {  // a state grows at most 256 times
+        const StateId state = grown.back();
+        grown.pop_back();
+        for (const Arrival& arrival : arrivals[state]) {
+            const auto bytes = states_[arrival.from].first_bytes | states_[state].first_bytes;
+            if (arrival.token.empty() && bytes != states_[arrival.from].first_bytes) {
+                states_[arrival.from].first_bytes = bytes;
+                grown.push_back(arrival.from);
             }
         }
     }
@@ -159,19 +193,27 @@ std::optional<StateGraph::StateId> StateGraph::find(std::string_view name) const
     return id == nullptr ? std::nullopt : std::optional<StateId>(*id);
 }
 
+/// Tells whether a walk from `state` may read on at the start of `text`, or may end when the text is empty.
+bool StateGraph::may_read(StateId state, std::string_view text) const {
+    return text.empty() ? states_[state].accepts : states_[state].first_bytes.test(static_cast<unsigned char>(text.front()));
+}
+
 bool StateGraph::matches(StateId state, std::string_view text) const {
+    if (!may_read(state, text)) {
+        return false;
+    }
     VisitedPlaces visited;
-    std::vector<Position> stack{{state, 0}};
+    std::vector<Position> stack;
+    stack.reserve(32);
+    stack.push_back({state, 0});
     while (!stack.empty()) {
         const Position position = stack.back();
         stack.pop_back();
-        if (!visited.insert(static_cast<std::uint64_t>(position.offset) * states_.size() + position.state)) {
-            continue;
-        }
-        if (position.offset < text.size()) {
-            push_matching_moves(position, text, stack);
-        } else if (states_[position.state].accepts) {
+        if (position.offset == text.size()) {
             return true;
+        }
+        if (visited.insert(static_cast<std::uint64_t>(position.offset) * states_.size() + position.state)) {
+            push_matching_moves(position, text, stack);
         }
     }
     return false;
@@ -186,7 +228,7 @@ void StateGraph::push_matching_moves(Position position, std::string_view text, s
     const std::string_view rest = text.substr(position.offset);
     const auto take = [&](std::size_t index) {
         const Move& move = moves_[index];
-        if (states_[move.next].distance <= rest.size() && rest.substr(0, move.token.size()) == move.token) {
+        if (rest.substr(0, move.token.size()) == move.token && may_read(move.next, rest.substr(move.token.size()))) {
             stack.push_back({move.next, position.offset + move.token.size()});
         }
     };

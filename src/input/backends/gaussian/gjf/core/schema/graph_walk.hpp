@@ -7,6 +7,7 @@
 #include <gjf/core/schema/candidate_group.hpp>
 #include <gjf/core/schema/text_map.hpp>
 
+#include <bitset>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -59,23 +60,29 @@ class StateGraph {
         std::size_t move_count = 0;
         bool accepts = false;
         std::size_t distance = unreachable;  ///< characters of the shortest text read on the way to the accepting state
+        std::bitset<256> first_bytes;        ///< with which a text can begin that is read from here on
     };
     struct Position {
         StateId state;
         std::size_t offset;
     };
+    /// A move seen from where it leads.
     struct Arrival {
         StateId from;
-        std::size_t length;  ///< characters the move reads
+        std::string_view token;
         bool silent;
     };
+    using Arrivals = std::vector<std::vector<Arrival>>;
     struct CompletionWalk;
 
     StateId number(std::string_view name);
     void add_moves(std::string_view name, const EdgeTable& edges, const IncludeTable& includes);
-    void measure_distances();
-    void mark_accepting(const std::vector<std::vector<Arrival>>& arrivals);
+    Arrivals arrivals() const;
+    void mark_accepting(const Arrivals& arrivals);
+    void measure_distances(const Arrivals& arrivals);
+    void gather_first_bytes(const Arrivals& arrivals);
     void order_by_first_byte();
+    bool may_read(StateId state, std::string_view text) const;
     void push_matching_moves(Position position, std::string_view text, std::vector<Position>& stack) const;
 
     TextMap<StateId> ids_;
