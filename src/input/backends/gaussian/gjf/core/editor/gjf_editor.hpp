@@ -1,7 +1,8 @@
 // Edits one job and writes it as job text.
 //
-// Members are defined by topic: gjf_editor.cpp (job, Link 0, title, charge), job_writer.cpp (text), atom_editing.cpp (atoms and bonds),
-// label_editing.cpp (freeze codes, layers, fragments, types), route_editing.cpp and extra_input_editing.cpp.
+// Members are defined by topic: gjf_editor.cpp (job, Link 0, title, charge), job_writer.cpp (text), atom_editing.cpp,
+// bond_editing.cpp, label_editing.cpp (freeze codes, layers, fragments, types), route_editing.cpp and
+// extra_input_editing.cpp.
 #pragma once
 
 #include <core/export.hpp>
@@ -39,26 +40,31 @@ class QUOR_GJF_API GJFEditor {
     /// Replaces the job; one whose bonds are not valid is refused.
     void set_data(GJFData data);
 
-    // --- Route cache -------------------------------------------------------------------------------------------------------------
-    /// Interprets the route with the vocabulary at `schema_path` (empty: the default one); does nothing when there is no route.
+    // --- Route cache
+    // -------------------------------------------------------------------------------------------------------------
+    /// Interprets the route with the vocabulary at `schema_path` (empty: the default one); does nothing when there is no
+    /// route.
     void parse_keywords(const std::string& schema_path);
     bool has_parsed_keywords() const noexcept;
     void ensure_parsed_keywords();
-    /// Returns the interpreted route; throws "Keywords have not been parsed yet. Call parse_keywords() first." when there is none.
+    /// Returns the interpreted route; throws "Keywords have not been parsed yet. Call parse_keywords() first." when there is
+    /// none.
     const ParsedKeywords& get_parsed_keywords() const;
     /// Stores an interpreted route; the route itself changes with `update_route_from_parsed_keywords`.
     void set_parsed_keywords(ParsedKeywords keywords);
     /// Replaces the route words and forgets their interpretation.
     void set_route_section(const std::vector<std::string>& route_keywords);
 
-    // --- Title, charge and multiplicity --------------------------------------------------------------------------------------------
+    // --- Title, charge and multiplicity
+    // --------------------------------------------------------------------------------------------
     void set_title(const std::string& title);
     void set_charge_and_spin(int charge, int multiplicity);
     void set_charge_spin_pairs(const std::vector<ChargeSpinPair>& pairs);
     /// Returns the primary pair followed by the others; never empty.
     std::vector<ChargeSpinPair> get_charge_spin_pairs() const;
 
-    // --- Link 0 --------------------------------------------------------------------------------------------------------------------
+    // --- Link 0
+    // --------------------------------------------------------------------------------------------------------------------
     void set_checkpoint_file(const std::string& path);
     void set_oldchk_file(const std::string& path);
     void remove_oldchk_file();
@@ -76,21 +82,26 @@ class QUOR_GJF_API GJFEditor {
     void remove_cpu();
     std::optional<std::string> get_cpu() const;
 
-    // --- Output --------------------------------------------------------------------------------------------------------------------
-    /// Writes the job as text: fixed order, fixed columns, line feeds, three line breaks at the end. Z-matrices are not written.
+    // --- Output
+    // --------------------------------------------------------------------------------------------------------------------
+    /// Writes the job as text: fixed order, fixed columns, line feeds, three line breaks at the end. Z-matrices are not
+    /// written.
     std::string to_gjf_string() const;
     /// Writes the text to a file, whole or not at all; throws "Cannot write file: PATH".
     void save_to_file(const std::string& path) const;
-    /// Returns the atoms whose written coordinates touch, since a coordinate text fills its column of 12: such lines do not read back.
+    /// Returns the atoms whose written coordinates touch, since a coordinate text fills its column of 12: such lines do not
+    /// read back.
     std::vector<std::size_t> atoms_with_touching_coordinates() const;
     /// Drops the texts of numeric coordinates, so that the numbers are written with six decimals.
     void use_numeric_coordinates();
 
-    // --- Atoms ---------------------------------------------------------------------------------------------------------------------
+    // --- Atoms
+    // ---------------------------------------------------------------------------------------------------------------------
     bool is_valid_atom_index(std::size_t index) const noexcept;
     /// Throws "Invalid atom index: N" for an index that is not below the number of atoms.
     void validate_atom_index(std::size_t index) const;
-    /// Throws for a second connectivity section, and for a bond outside the molecule, to itself or with an order that is not finite.
+    /// Throws for a second connectivity section, and for a bond outside the molecule, to itself or with an order that is not
+    /// finite.
     void validate_connectivity_indices() const;
     void add_atom(const AtomCoord& atom);
     /// Adds an atom with bonds to existing atoms, given as index and order; an order that is not above 0 makes no bond.
@@ -112,7 +123,8 @@ class QUOR_GJF_API GJFEditor {
     /// Rotates atoms about the coordinate origin by `a`, `b`, `c` radians: about x, then y, then z.
     void rotate_atoms(const std::vector<std::size_t>& indices, double a, double b, double c);
 
-    // --- Bonds ---------------------------------------------------------------------------------------------------------------------
+    // --- Bonds
+    // ---------------------------------------------------------------------------------------------------------------------
     void set_bond_order(std::size_t a, std::size_t b, double order);
     void remove_bond(std::size_t a, std::size_t b);
     double get_bond_order(std::size_t a, std::size_t b) const;
@@ -127,7 +139,8 @@ class QUOR_GJF_API GJFEditor {
     /// Turns the text of an extra section into the connectivity section.
     void parse_connectivity_from_section(int index);
 
-    // --- Labels and selections -----------------------------------------------------------------------------------------------------
+    // --- Labels and selections
+    // -----------------------------------------------------------------------------------------------------
     void set_freeze_all(int code);
     void set_freeze_by_element(const std::string& element, int code);
     void set_freeze_by_index(const std::vector<std::size_t>& indices, int code);
@@ -168,7 +181,8 @@ class QUOR_GJF_API GJFEditor {
     /// Writes indices (from 0, in any order) as ranges counted from 1: 0, 1, 2, 4 give "1-3,5"; two in a row stay a pair.
     std::string format_index_ranges(const std::vector<std::size_t>& indices) const;
 
-    // --- Route ---------------------------------------------------------------------------------------------------------------------
+    // --- Route
+    // ---------------------------------------------------------------------------------------------------------------------
     void add_route_keyword(const std::string& keyword);
     void remove_route_keyword(const std::string& keyword);
     std::string get_method() const;
@@ -196,7 +210,8 @@ class QUOR_GJF_API GJFEditor {
     void remove_keyword_by_name(const std::string& name);
     void update_route_from_parsed_keywords();
 
-    // --- Extra input sections ------------------------------------------------------------------------------------------------------
+    // --- Extra input sections
+    // ------------------------------------------------------------------------------------------------------
     void add_extra_input(const std::string& text);
     void set_extra_inputs(const std::vector<std::string>& texts);
     void set_extra_input(std::size_t index, ExtraInputSectionKind kind, const std::string& text);
@@ -211,6 +226,12 @@ class QUOR_GJF_API GJFEditor {
     void clear_molecular_mechanics_parameters();
 
    private:
+    ConnectivitySection& ensure_connectivity_section();
+    void set_layers(const AtomSelector& selector, const std::string& layer, bool complete);
+    void validate_extra_input_index(std::size_t index) const;
+    ParsedKeywords interpreted_route() const;
+    void install_route(ParsedKeywords route);
+
     GJFData data_;
 };
 

@@ -10,7 +10,8 @@
 
 namespace quor::input::gaussian {
 
-/// Owns an editor for each job of a file. Job indices count from 0. A refused call throws `GJFParseException` and changes nothing.
+/// Owns an editor for each job of a file. Job indices count from 0. A refused call throws `GJFParseException` and changes
+/// nothing.
 class QUOR_GJF_API GJFMultiEditor {
    public:
     /// Takes the jobs of a file; throws when the bonds of one are not valid.

@@ -1,0 +1,221 @@
+// Adds, removes, moves and transforms atoms, and renumbers bonds in step.
+//
+// Every operation checks first and builds what may fail aside, so that a refused or failing edit leaves the job as it was.
+#include <gjf/core/editor/gjf_editor.hpp>
+
+#include <gjf/core/editor/bond_checks.hpp>
+
+#include <algorithm>
+#include <cmath>
+#include <set>
+#include <utility>
+
+namespace quor::input::gaussian {
+namespace {
+
+// Calls a function for each index that is in range, with its atom, and drops the atom's coordinate texts.
+template <typename Transform>
+void transform_atoms(std::vector<AtomCoord>& atoms, const std::vector<std::size_t>& indices, Transform transform) {
+    for (const std::size_t index : indices) {
+        if (index < atoms.size()) {
+            AtomCoord& atom = atoms[index];
+            transform(atom);
+            atom.x_ref = CoordinateValue();
+            atom.y_ref = CoordinateValue();
+            atom.z_ref = CoordinateValue();
+        }
+    }
+}
+
+// Tells for each atom whether it is selected; throws for an index out of range.
+std::vector<bool> selection_of(const GJFEditor& editor, const std::vector<std::size_t>& indices) {
+    for (const std::size_t index : std::set<std::size_t>(indices.begin(), indices.end())) {
+        editor.validate_atom_index(index);
+    }
+    std::vector<bool> selected(editor.get_data().geom.atoms.size(), false);
+    for (const std::size_t index : indices) {
+        selected[index] = true;
+    }
+    return selected;
+}
+
+// Lists the atoms of one selection state, then those of the other, each in its order.
+std::vector<std::size_t> order_by_selection(const std::vector<bool>& selected, bool selected_first) {
+    std::vector<std::size_t> order;
+    order.reserve(selected.size());
+    for (const bool wanted : {selected_first, !selected_first}) {
+        for (std::size_t i = 0; i < selected.size(); ++i) {
+            if (selected[i] == wanted) {
+                order.push_back(i);
+            }
+        }
+    }
+    return order;
+}
+
+// Inverts an order into a map from old to new places; throws when it is no permutation.
+std::vector<std::size_t> invert(const std::vector<std::size_t>& order) {
+    constexpr auto unset = static_cast<std::size_t>(-1);
+    std::vector<std::size_t> places(order.size(), unset);
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        if (order[i] >= order.size() || places[order[i]] != unset) {
+            throw GJFParseException("Invalid reorder sequence");
+        }
+        places[order[i]] = i;
+    }
+    return places;
+}
+
+}  // namespace
+
+bool GJFEditor::is_valid_atom_index(std::size_t index) const noexcept { return index < data_.geom.atoms.size(); }
+
+void GJFEditor::validate_atom_index(std::size_t index) const {
+    if (!is_valid_atom_index(index)) {
+        throw GJFParseException("Invalid atom index: " + std::to_string(index));
+    }
+}
+
+void GJFEditor::validate_connectivity_indices() const { check_bonds(data_); }
+
+void GJFEditor::add_atom(const AtomCoord& atom) { add_atom_with_connectivity(atom, {}); }
+
+void GJFEditor::add_atom_with_connectivity(const AtomCoord& atom, const std::vector<std::pair<std::size_t, double>>& bonds) {
+    std::vector<AtomCoord>& atoms = data_.geom.atoms;
+    const std::size_t index = atoms.size();
+    for (const auto& [partner, order] : bonds) {
+        if (partner >= index) {
+            throw GJFParseException("New atom bond references an atom outside the existing geometry");
+        }
+        if (!std::isfinite(order)) {
+            throw GJFParseException("Bond order must be finite");
+        }
+    }
+    const bool has_bonds = std::any_of(bonds.begin(), bonds.end(), [](const auto& bond) { return bond.second > 0.0; });
+    if (!has_bonds) {
+        atoms.push_back(atom);
+        if (ConnectivitySection* connectivity = mutable_connectivity()) {
+            connectivity->insert_atom(index);
+        }
+        return;
+    }
+    const ConnectivitySection* old = std::as_const(data_).connectivity();
+    ConnectivitySection connectivity = old != nullptr ? *old : ConnectivitySection();
+    connectivity.insert_atom(index);
+    for (const auto& [partner, order] : bonds) {
+        if (order > 0.0) {
+            connectivity.set_bond_order(partner, index, order);
+        }
+    }
+    AtomCoord copy = atom;
+    atoms.reserve(index + 1);
+    ensure_connectivity_section().bonds.swap(connectivity.bonds);
+    atoms.push_back(std::move(copy));
+}
+
+void GJFEditor::remove_atom(std::size_t index) {
+    validate_atom_index(index);
+    data_.geom.atoms.erase(data_.geom.atoms.begin() + static_cast<std::ptrdiff_t>(index));
+    if (ConnectivitySection* connectivity = mutable_connectivity()) {
+        connectivity->remove_atom(index);
+    }
+}
+
+void GJFEditor::remove_atom_with_connectivity(std::size_t index) { remove_atom(index); }
+
+void GJFEditor::move_atom(std::size_t from, std::size_t to) {
+    validate_atom_index(from);
+    validate_atom_index(to);
+    const auto atom = [this](std::size_t i) { return data_.geom.atoms.begin() + static_cast<std::ptrdiff_t>(i); };
+    if (from < to) {
+        std::rotate(atom(from), atom(from + 1), atom(to + 1));
+    } else {
+        std::rotate(atom(to), atom(from), atom(from + 1));
+    }
+    if (ConnectivitySection* connectivity = mutable_connectivity()) {
+        connectivity->move_atom(from, to);
+    }
+}
+
+void GJFEditor::move_atom_with_connectivity(std::size_t from, std::size_t to) { move_atom(from, to); }
+
+void GJFEditor::replace_atom(std::size_t index, const AtomCoord& atom) {
+    validate_atom_index(index);
+    AtomCoord copy = atom;
+    data_.geom.atoms[index] = std::move(copy);
+}
+
+void GJFEditor::clear_atoms() {
+    data_.geom.atoms.clear();
+    clear_connectivity();
+}
+
+void GJFEditor::reorder_atoms_with_connectivity(const std::vector<std::size_t>& order) {
+    std::vector<AtomCoord>& atoms = data_.geom.atoms;
+    if (order.size() != atoms.size()) {
+        throw GJFParseException("New order size must match atom count");
+    }
+    const std::vector<std::size_t> places = invert(order);
+    std::vector<AtomCoord> reordered(atoms.size());
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        reordered[i] = std::move(atoms[order[i]]);
+    }
+    atoms = std::move(reordered);
+    if (ConnectivitySection* connectivity = mutable_connectivity()) {
+        const auto place = [&places](std::uint64_t atom) { return atom < places.size() ? places[atom] : atom; };
+        for (Bond& bond : connectivity->bonds) {
+            const std::uint64_t a = place(bond.atom1);
+            const std::uint64_t b = place(bond.atom2);
+            bond.atom1 = std::min(a, b);
+            bond.atom2 = std::max(a, b);
+        }
+    }
+}
+
+void GJFEditor::move_atoms_to_end(const std::vector<std::size_t>& indices) {
+    if (!indices.empty()) {
+        reorder_atoms_with_connectivity(order_by_selection(selection_of(*this, indices), false));
+    }
+}
+
+void GJFEditor::move_atoms_to_beginning(const std::vector<std::size_t>& indices) {
+    if (!indices.empty()) {
+        reorder_atoms_with_connectivity(order_by_selection(selection_of(*this, indices), true));
+    }
+}
+
+void GJFEditor::translate_atoms(const std::vector<std::size_t>& indices, double dx, double dy, double dz) {
+    transform_atoms(data_.geom.atoms, indices, [=](AtomCoord& atom) {
+        atom.x += dx;
+        atom.y += dy;
+        atom.z += dz;
+    });
+}
+
+void GJFEditor::scale_coordinates(const std::vector<std::size_t>& indices, double factor) {
+    transform_atoms(data_.geom.atoms, indices, [=](AtomCoord& atom) {
+        atom.x *= factor;
+        atom.y *= factor;
+        atom.z *= factor;
+    });
+}
+
+void GJFEditor::rotate_atoms(const std::vector<std::size_t>& indices, double a, double b, double c) {
+    const double cos_a = std::cos(a);
+    const double sin_a = std::sin(a);
+    const double cos_b = std::cos(b);
+    const double sin_b = std::sin(b);
+    const double cos_c = std::cos(c);
+    const double sin_c = std::sin(c);
+    transform_atoms(data_.geom.atoms, indices, [=](AtomCoord& atom) {
+        const double y1 = cos_a * atom.y - sin_a * atom.z;
+        const double z1 = sin_a * atom.y + cos_a * atom.z;
+        const double x2 = cos_b * atom.x + sin_b * z1;
+        const double z2 = cos_b * z1 - sin_b * atom.x;
+        atom.x = cos_c * x2 - sin_c * y1;
+        atom.y = sin_c * x2 + cos_c * y1;
+        atom.z = z2;
+    });
+}
+
+}  // namespace quor::input::gaussian

@@ -1,0 +1,95 @@
+// Sets, removes and lists bonds, and makes the section that holds them.
+#include <gjf/core/editor/gjf_editor.hpp>
+
+#include <gjf/core/editor/bond_checks.hpp>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace quor::input::gaussian {
+
+ExtraInputSection* GJFEditor::mutable_connectivity_section() noexcept {
+    const auto section = std::find_if(data_.extra_inputs.begin(), data_.extra_inputs.end(),
+                                      [](const ExtraInputSection& candidate) { return candidate.is_connectivity(); });
+    return section == data_.extra_inputs.end() ? nullptr : &*section;
+}
+
+ConnectivitySection* GJFEditor::mutable_connectivity() noexcept {
+    ExtraInputSection* section = mutable_connectivity_section();
+    return section == nullptr ? nullptr : section->mutable_connectivity();
+}
+
+ConnectivitySection& GJFEditor::ensure_connectivity_section() {
+    if (ConnectivitySection* connectivity = mutable_connectivity()) {
+        return *connectivity;
+    }
+    const auto place = std::find_if(data_.extra_inputs.begin(), data_.extra_inputs.end(),
+                                    [](const ExtraInputSection& section) { return !section.is_connectivity(); });
+    return *data_.extra_inputs.insert(place, ExtraInputSection::from_connectivity({}))->mutable_connectivity();
+}
+
+void GJFEditor::set_bond_order(std::size_t a, std::size_t b, double order) {
+    validate_atom_index(a);
+    validate_atom_index(b);
+    if (a == b) {
+        throw GJFParseException("Cannot create a bond from an atom to itself");
+    }
+    if (!std::isfinite(order)) {
+        throw GJFParseException("Bond order must be finite");
+    }
+    ensure_connectivity_section().set_bond_order(a, b, order);
+}
+
+void GJFEditor::remove_bond(std::size_t a, std::size_t b) {
+    validate_atom_index(a);
+    validate_atom_index(b);
+    if (ConnectivitySection* connectivity = mutable_connectivity()) {
+        connectivity->remove_bond(a, b);
+    }
+}
+
+double GJFEditor::get_bond_order(std::size_t a, std::size_t b) const {
+    validate_atom_index(a);
+    validate_atom_index(b);
+    const ConnectivitySection* connectivity = data_.connectivity();
+    return connectivity == nullptr ? 0.0 : connectivity->get_bond_order(a, b);
+}
+
+std::vector<std::size_t> GJFEditor::get_connected_atoms(std::size_t index) const {
+    validate_atom_index(index);
+    const ConnectivitySection* connectivity = data_.connectivity();
+    return connectivity == nullptr ? std::vector<std::size_t>() : connectivity->get_connected_atoms(index);
+}
+
+std::vector<Bond> GJFEditor::get_all_bonds() const {
+    const ConnectivitySection* connectivity = data_.connectivity();
+    return connectivity == nullptr ? std::vector<Bond>() : connectivity->bonds;
+}
+
+std::size_t GJFEditor::get_bond_count() const noexcept {
+    const ConnectivitySection* connectivity = data_.connectivity();
+    return connectivity == nullptr ? 0 : connectivity->bonds.size();
+}
+
+void GJFEditor::clear_connectivity() {
+    if (ConnectivitySection* connectivity = mutable_connectivity()) {
+        connectivity->bonds.clear();
+    }
+}
+
+void GJFEditor::parse_connectivity_from_section(int index) {
+    if (index < 0 || static_cast<std::size_t>(index) >= data_.extra_inputs.size()) {
+        throw GJFParseException("Invalid connectivity section index: " + std::to_string(index));
+    }
+    const auto place = static_cast<std::size_t>(index);
+    ExtraInputSection section(ExtraInputSectionKind::Connectivity, data_.extra_input_text(place));
+    for (const Bond& bond : section.connectivity()->bonds) {
+        check_bond_atoms(data_, bond);
+    }
+    GJFData copy = data_;
+    copy.extra_inputs[place] = std::move(section);
+    set_data(std::move(copy));
+}
+
+}  // namespace quor::input::gaussian

@@ -1,0 +1,106 @@
+// Adds, replaces, removes and orders the sections after the molecule.
+#include <gjf/core/editor/gjf_editor.hpp>
+
+#include <algorithm>
+#include <cstdint>
+#include <string_view>
+#include <utility>
+
+namespace quor::input::gaussian {
+namespace {
+
+// Sections belong in the order of their kinds; what is not known comes last.
+std::int64_t rank_of(ExtraInputSectionKind kind) noexcept {
+    constexpr std::int64_t unknown_rank = 1000000;
+    return kind == ExtraInputSectionKind::Unknown ? unknown_rank : static_cast<std::int64_t>(kind);
+}
+
+// Joins two texts by a line break, unless one is empty.
+std::string join_texts(std::string text, std::string_view addition) {
+    if (text.empty() || addition.empty()) {
+        return text.empty() ? std::string(addition) : text;
+    }
+    if (text.back() != '\n') {
+        text += '\n';
+    }
+    const std::size_t begin = std::min(addition.find_first_not_of("\r\n"), addition.size());
+    return text.append(addition.substr(begin));
+}
+
+}  // namespace
+
+void GJFEditor::add_extra_input(const std::string& text) {
+    data_.extra_inputs.emplace_back(ExtraInputSectionKind::Unknown, text);
+}
+
+void GJFEditor::set_extra_inputs(const std::vector<std::string>& texts) {
+    std::vector<ExtraInputSection> sections;
+    sections.reserve(texts.size());
+    for (const std::string& text : texts) {
+        sections.emplace_back(ExtraInputSectionKind::Unknown, text);
+    }
+    data_.extra_inputs = std::move(sections);
+}
+
+void GJFEditor::validate_extra_input_index(std::size_t index) const {
+    if (index >= data_.extra_inputs.size()) {
+        throw GJFParseException("Invalid extra input section index: " + std::to_string(index));
+    }
+}
+
+void GJFEditor::set_extra_input(std::size_t index, ExtraInputSectionKind kind, const std::string& text) {
+    validate_extra_input_index(index);
+    GJFData copy = data_;
+    copy.extra_inputs[index] = ExtraInputSection(kind, text);
+    set_data(std::move(copy));
+}
+
+void GJFEditor::remove_extra_input(std::size_t index) {
+    validate_extra_input_index(index);
+    data_.extra_inputs.erase(data_.extra_inputs.begin() + static_cast<std::ptrdiff_t>(index));
+}
+
+void GJFEditor::remove_extra_inputs_by_kind(const std::vector<ExtraInputSectionKind>& kinds) {
+    const auto listed = [&kinds](const ExtraInputSection& section) {
+        return std::find(kinds.begin(), kinds.end(), section.kind) != kinds.end();
+    };
+    std::vector<ExtraInputSection>& sections = data_.extra_inputs;
+    sections.erase(std::remove_if(sections.begin(), sections.end(), listed), sections.end());
+}
+
+void GJFEditor::clear_extra_inputs() { data_.extra_inputs.clear(); }
+
+std::size_t GJFEditor::insert_extra_input_ordered(ExtraInputSectionKind kind, const std::string& text) {
+    GJFData copy = data_;
+    const auto place =
+        std::find_if(copy.extra_inputs.begin(), copy.extra_inputs.end(),
+                     [kind](const ExtraInputSection& section) { return rank_of(section.kind) > rank_of(kind); });
+    const auto index = static_cast<std::size_t>(place - copy.extra_inputs.begin());
+    copy.extra_inputs.emplace(place, kind, text);
+    set_data(std::move(copy));
+    return index;
+}
+
+void GJFEditor::upsert_extra_input_section(ExtraInputSectionKind kind, const std::string& text, bool append) {
+    const std::int32_t found = data_.find_extra_input_index(kind);
+    if (found < 0) {
+        insert_extra_input_ordered(kind, text);
+        return;
+    }
+    const auto index = static_cast<std::size_t>(found);
+    set_extra_input(index, kind, append ? join_texts(data_.extra_input_text(index), text) : text);
+}
+
+void GJFEditor::set_molecular_mechanics_parameters(const std::string& text) {
+    upsert_extra_input_section(ExtraInputSectionKind::MMParameters, text, false);
+}
+
+void GJFEditor::append_molecular_mechanics_parameters(const std::string& text) {
+    upsert_extra_input_section(ExtraInputSectionKind::MMParameters, text, true);
+}
+
+void GJFEditor::clear_molecular_mechanics_parameters() {
+    remove_extra_inputs_by_kind({ExtraInputSectionKind::MMParameters});
+}
+
+}  // namespace quor::input::gaussian

@@ -1,0 +1,248 @@
+// The fixed layout of a written job. One string grows from the first line to the last.
+#include <gjf/core/editor/job_writer.hpp>
+
+#include <core/fs/write_text_file.hpp>
+#include <gjf/core/editor/gjf_editor.hpp>
+#include <gjf/core/reader/gjf_parser.hpp>
+#include <gjf/core/reader/reading.hpp>
+#include <gjf/core/schema/route_schema_cache.hpp>
+
+#include <algorithm>
+#include <charconv>
+#include <iterator>
+
+namespace quor::input::gaussian {
+namespace {
+
+constexpr std::size_t label_width = 40;
+constexpr std::size_t freeze_width = 2;
+constexpr std::size_t layer_width = 2;
+constexpr int charge_decimals = 10;
+constexpr int coordinate_decimals = 6;
+
+// Pads what was appended since `begin` with blanks to a width.
+void pad(std::string& text, std::size_t begin, std::size_t width) {
+    const std::size_t written = text.size() - begin;
+    if (written < width) {
+        text.append(width - written, ' ');
+    }
+}
+
+void append_integer(std::string& text, long long number) {
+    char digits[24];
+    text.append(digits, std::to_chars(digits, std::end(digits), number).ptr);
+}
+
+// The widest double has 309 digits before the point.
+void append_fixed(std::string& text, double number, int decimals) {
+    char digits[336];
+    text.append(digits, std::to_chars(digits, std::end(digits), number, std::chars_format::fixed, decimals).ptr);
+}
+
+void append_link0(std::string& text, const char* head, const std::optional<std::string>& value) {
+    if (value) {
+        text += head;
+        text += *value;
+        text += '\n';
+    }
+}
+
+void append_link0_lines(std::string& text, const ControlSection& control) {
+    append_link0(text, "%oldchk=", control.oldchk);
+    append_link0(text, "%chk=", control.chk);
+    append_link0(text, "%rwf=", control.rwf);
+    append_link0(text, "%mem=", control.mem);
+    if (control.nproc) {
+        text += "%nproc=";
+        append_integer(text, *control.nproc);
+        text += '\n';
+    }
+    append_link0(text, "%cpu=", control.cpu);
+    for (const std::string& line : control.other_link0_lines) {
+        text += line;
+        text += '\n';
+    }
+}
+
+void append_route(std::string& text, const std::vector<std::string>& words) {
+    for (const std::string& word : words) {
+        text += word;
+        text += ' ';
+    }
+    text += words.empty() ? "\n" : "\n\n";
+}
+
+void append_label(std::string& text, const AtomInfo& info) {
+    const std::size_t begin = text.size();
+    text += info.element;
+    if (info.mm_type) {
+        text += '-';
+        text += *info.mm_type;
+    }
+    if (info.mm_charge) {
+        text += '-';
+        append_fixed(text, *info.mm_charge, charge_decimals);
+    }
+    char separator = '(';
+    for (const auto& [key, value] : info.params) {
+        text += separator;
+        text += key;
+        text += '=';
+        text += value;
+        separator = ',';
+    }
+    if (!info.params.empty()) {
+        text += ')';
+    }
+    pad(text, begin, label_width);
+}
+
+void append_coordinate(std::string& text, const CoordinateValue& coordinate, double value) {
+    const std::size_t begin = text.size();
+    if (coordinate.text.empty()) {
+        append_fixed(text, value, coordinate_decimals);
+    } else {
+        text += coordinate.text;
+    }
+    pad(text, begin, coordinate_width);
+}
+
+void append_atom(std::string& text, const AtomCoord& atom) {
+    append_label(text, atom.info);
+    text += ' ';
+    std::size_t begin = text.size();
+    if (atom.freeze) {
+        append_integer(text, *atom.freeze);
+    }
+    pad(text, begin, freeze_width);
+    text += ' ';
+    append_coordinate(text, atom.x_ref, atom.x);
+    append_coordinate(text, atom.y_ref, atom.y);
+    append_coordinate(text, atom.z_ref, atom.z);
+    text += ' ';
+    begin = text.size();
+    if (atom.layer) {
+        text += *atom.layer;
+    }
+    pad(text, begin, layer_width);
+    text += '\n';
+}
+
+void append_molecule(std::string& text, const GeomSection& geom) {
+    constexpr std::size_t usual_line = label_width + 3 * coordinate_width + 10;
+    text.reserve(text.size() + geom.atoms.size() * usual_line);
+    for (const AtomCoord& atom : geom.atoms) {
+        append_atom(text, atom);
+    }
+    if (geom.cartesian_variables.empty()) {
+        return;
+    }
+    text += '\n';
+    for (const ZMatrixVariable& variable : geom.cartesian_variables) {
+        text += variable.name;
+        text += '=';
+        text += variable.value;
+        text += '\n';
+    }
+}
+
+// Appends every section between two texts.
+void append_sections(std::string& text, const GJFData& data, const char* before, const char* after) {
+    for (std::size_t i = 0; i < data.extra_inputs.size(); ++i) {
+        text += before;
+        text += data.extra_input_text(i);
+        text += after;
+    }
+}
+
+void append_title_and_molecule(std::string& text, const GJFData& data, bool from_checkpoint) {
+    if (!data.title.empty()) {
+        text += data.title;
+        text += '\n';
+    }
+    text += '\n';
+    text += GJFParser::format_charge_spin_line(data.geom);
+    text += '\n';
+    if (!from_checkpoint) {
+        append_molecule(text, data.geom);
+    }
+    append_sections(text, data, "\n", "\n");
+}
+
+bool touches_next(const CoordinateValue& coordinate, double value) {
+    return !coordinate.text.empty() ? coordinate.text.size() >= coordinate_width
+                                    : coordinate_text(coordinate, value).size() >= coordinate_width;
+}
+
+}  // namespace
+
+std::string coordinate_text(const CoordinateValue& coordinate, double value) {
+    std::string text = coordinate.text;
+    if (text.empty()) {
+        append_fixed(text, value, coordinate_decimals);
+    }
+    return text;
+}
+
+std::string_view without_trailing_breaks(std::string_view text) noexcept {
+    const std::size_t last = text.find_last_not_of("\r\n");
+    return text.substr(0, last == std::string_view::npos ? 0 : last + 1);
+}
+
+void end_job_text(std::string& text) {
+    text.resize(without_trailing_breaks(text).size());
+    if (!text.empty()) {
+        text += "\n\n\n";
+    }
+}
+
+std::string write_job(const GJFData& data) {
+    const std::vector<std::string>& words = data.control.route_keywords;
+    const ParsedKeywords route = words.empty() ? ParsedKeywords() : GJFParser::parse_keywords(words, {});
+    std::string text;
+    append_link0_lines(text, data.control);
+    append_route(text, data.control.route_keywords);
+    if (data.extra_overlays) {
+        text += *data.extra_overlays;
+        text += "\n\n";
+    }
+    if (has_geom_option(route, default_route_schema(), "allchk")) {
+        append_sections(text, data, "", "\n\n");
+    } else {
+        append_title_and_molecule(text, data, has_geom_option(route, default_route_schema(), "chk"));
+    }
+    end_job_text(text);
+    return text;
+}
+
+std::string GJFEditor::to_gjf_string() const { return write_job(data_); }
+
+void GJFEditor::save_to_file(const std::string& path) const {
+    if (!quor::core::fs::write_text_file(path, to_gjf_string())) {
+        throw GJFParseException("Cannot write file: " + path);
+    }
+}
+
+std::vector<std::size_t> GJFEditor::atoms_with_touching_coordinates() const {
+    std::vector<std::size_t> indices;
+    for (std::size_t i = 0; i < data_.geom.atoms.size(); ++i) {
+        const AtomCoord& atom = data_.geom.atoms[i];
+        // The last coordinate is followed by a blank in any case.
+        if (touches_next(atom.x_ref, atom.x) || touches_next(atom.y_ref, atom.y)) {
+            indices.push_back(i);
+        }
+    }
+    return indices;
+}
+
+void GJFEditor::use_numeric_coordinates() {
+    for (AtomCoord& atom : data_.geom.atoms) {
+        for (CoordinateValue* coordinate : {&atom.x_ref, &atom.y_ref, &atom.z_ref}) {
+            if (coordinate->value) {
+                *coordinate = CoordinateValue();
+            }
+        }
+    }
+}
+
+}  // namespace quor::input::gaussian

@@ -1,0 +1,330 @@
+// Changes the route: its words as they stand, or the interpreted route, from which the words are then written anew.
+//
+// Edits of the interpreted route check their arguments, change a copy, write the words from it and swap both in, so that a
+// refused or failing edit leaves route and cache as they were.
+#include <gjf/core/editor/gjf_editor.hpp>
+
+#include <gjf/core/reader/gjf_parser.hpp>
+#include <gjf/core/route/option_syntax.hpp>
+#include <gjf/core/schema/route_schema_cache.hpp>
+#include <gjf/core/text/text.hpp>
+
+#include <algorithm>
+#include <utility>
+
+namespace quor::input::gaussian {
+namespace {
+
+// Words given to the editor are matched against no document: this vocabulary is the one that is compiled in, which is empty.
+const SimpleYAMLParser& editing_schema() {
+    static const SimpleYAMLParser schema = [] {
+        SimpleYAMLParser parser;
+        parser.load_embedded_default();
+        return parser;
+    }();
+    return schema;
+}
+
+std::string normalize_token(const std::string& text) {
+    const std::string token = GJFParser::trim(text);
+    if (token.empty()) {
+        return token;
+    }
+    const SimpleYAMLParser& schema = editing_schema();
+    const bool known = schema.knows_keyword(token) || schema.knows_method(token) || schema.knows_basis(token);
+    return known ? schema.normalize_keyword(token) : to_lower_copy(token);
+}
+
+std::string require_keyword(const std::string& name) {
+    std::string keyword = normalize_token(name);
+    if (keyword.empty()) {
+        throw GJFParseException("Route keyword cannot be empty");
+    }
+    return keyword;
+}
+
+bool same_keyword(const std::string& a, const std::string& b) { return default_route_schema().keywords_equivalent(a, b); }
+
+// Options are stored in lower case, as the interpretation of a route stores them.
+std::string stored_name(const RouteOption& option) { return to_lower_copy(trim_view(option.name)); }
+
+KeywordInfo make_keyword(const std::string& name, const std::vector<RouteOption>& options) {
+    KeywordInfo keyword;
+    keyword.name = name;
+    for (const RouteOption& option : options) {
+        keyword.options[stored_name(option)] = option.value.value_or("TRUE");
+    }
+    keyword.raw = format_keyword(name, options);
+    return keyword;
+}
+
+std::vector<RouteOption> options_from(const std::map<std::string, std::string>& variables) {
+    std::vector<RouteOption> options;
+    for (const auto& [name, value] : variables) {
+        options.push_back({name, value.empty() ? std::nullopt : std::optional<std::string>(value)});
+    }
+    return options;
+}
+
+// Stores an option in place of an equivalent one, and writes the keyword anew.
+void store_option(KeywordInfo& keyword, const RouteOption& option) {
+    const SimpleYAMLParser& schema = default_route_schema();
+    for (auto entry = keyword.options.begin(); entry != keyword.options.end();) {
+        entry = schema.options_equivalent(keyword.name, entry->first, option.name) ? keyword.options.erase(entry)
+                                                                                   : std::next(entry);
+    }
+    keyword.options[stored_name(option)] = option.value.value_or("TRUE");
+    keyword.raw = format_keyword(keyword.name, to_route_options(keyword.options));
+}
+
+KeywordInfo* find_keyword(ParsedKeywords& route, const std::string& name) {
+    const auto found = std::find_if(route.keywords.begin(), route.keywords.end(),
+                                    [&](const KeywordInfo& keyword) { return same_keyword(keyword.name, name); });
+    return found == route.keywords.end() ? nullptr : &*found;
+}
+
+// An ONIOM expression stands among the keywords too: it goes from there with the expression.
+void clear_oniom(ParsedKeywords& route) {
+    if (route.oniom_expression.empty()) {
+        return;
+    }
+    const auto is_expression = [&](const KeywordInfo& keyword) { return keyword.raw == route.oniom_expression; };
+    route.keywords.erase(std::remove_if(route.keywords.begin(), route.keywords.end(), is_expression), route.keywords.end());
+    route.oniom_expression.clear();
+}
+
+std::string model_chemistry_text(const ParsedKeywords& route) {
+    if (!route.oniom_expression.empty()) {
+        return route.oniom_expression;
+    }
+    if (route.method.empty()) {
+        return route.basis_set.empty() ? std::string() : "basis=" + route.basis_set;
+    }
+    std::string text = route.method_options.empty() ? route.method : route.method_options;
+    if (route.basis_set.empty()) {
+        return text;
+    }
+    text += "/" + route.basis_set;
+    if (!route.density_fitting_basis.empty()) {
+        text += "/" + route.density_fitting_basis;
+    }
+    if (!route.secondary_method.empty() && !route.secondary_basis_set.empty()) {
+        text += "//" + (route.secondary_method_options.empty() ? route.secondary_method : route.secondary_method_options);
+        text += "/" + route.secondary_basis_set;
+    }
+    return text;
+}
+
+std::vector<std::string> route_words(const ParsedKeywords& route) {
+    const std::string model = model_chemistry_text(route);
+    std::vector<std::string> words = {"#" + route.print_level + (model.empty() ? "" : " " + model)};
+    for (const KeywordInfo& keyword : route.keywords) {
+        if (!route.oniom_expression.empty() && keyword.raw == route.oniom_expression) {
+            continue;
+        }
+        words.push_back(keyword.raw.empty() ? format_keyword(keyword.name, to_route_options(keyword.options)) : keyword.raw);
+    }
+    return words;
+}
+
+}  // namespace
+
+// --- Words as they stand
+// --------------------------------------------------------------------------------------------------------------
+
+void GJFEditor::add_route_keyword(const std::string& keyword) {
+    data_.control.route_keywords.push_back(keyword);
+    data_.control.parsed_keywords.reset();
+}
+
+void GJFEditor::remove_route_keyword(const std::string& keyword) {
+    const std::string word = keyword;  // may be an element of the list
+    std::vector<std::string>& words = data_.control.route_keywords;
+    words.erase(std::remove(words.begin(), words.end(), word), words.end());
+    data_.control.parsed_keywords.reset();
+}
+
+// --- Questions
+// ------------------------------------------------------------------------------------------------------------------------
+
+std::string GJFEditor::get_method() const { return has_parsed_keywords() ? get_parsed_keywords().method : std::string(); }
+
+std::string GJFEditor::get_basis_set() const {
+    return has_parsed_keywords() ? get_parsed_keywords().basis_set : std::string();
+}
+
+std::string GJFEditor::get_output_mode() const {
+    return has_parsed_keywords() ? get_parsed_keywords().print_level : std::string();
+}
+
+bool GJFEditor::has_keyword(const std::string& name) const {
+    return has_parsed_keywords() && get_parsed_keywords().has_keyword(name);
+}
+
+std::vector<KeywordInfo> GJFEditor::get_keywords_by_name(const std::string& name) const {
+    return has_parsed_keywords() ? get_parsed_keywords().get_keywords_by_name(name) : std::vector<KeywordInfo>();
+}
+
+std::vector<KeywordInfo> GJFEditor::get_keywords_by_category(const std::string& category) const {
+    return has_parsed_keywords() ? get_parsed_keywords().get_keywords_by_category(category) : std::vector<KeywordInfo>();
+}
+
+std::optional<std::string> GJFEditor::get_keyword_variable(const std::string& keyword, const std::string& variable) const {
+    return has_parsed_keywords() ? get_parsed_keywords().get_keyword_variable(keyword, variable) : std::nullopt;
+}
+
+// --- The interpreted route
+// ------------------------------------------------------------------------------------------------------------
+
+ParsedKeywords GJFEditor::interpreted_route() const {
+    const ControlSection& control = data_.control;
+    if (control.parsed_keywords) {
+        return *control.parsed_keywords;
+    }
+    return control.route_keywords.empty() ? ParsedKeywords() : GJFParser::parse_keywords(control.route_keywords, {});
+}
+
+void GJFEditor::install_route(ParsedKeywords route) {
+    std::vector<std::string> words = route_words(route);
+    data_.control.route_keywords = std::move(words);
+    data_.control.parsed_keywords = std::move(route);
+}
+
+void GJFEditor::update_route_from_parsed_keywords() {
+    if (has_parsed_keywords()) {
+        data_.control.route_keywords = route_words(get_parsed_keywords());
+    }
+}
+
+void GJFEditor::set_output_mode(const std::string& mode) {
+    ParsedKeywords route = interpreted_route();
+    std::string level = to_lower_copy(trim_view(mode));
+    route.print_level = level.empty() || level.front() != '#' ? level : level.substr(1);
+    install_route(std::move(route));
+}
+
+void GJFEditor::set_method(const std::string& method) {
+    ParsedKeywords route = interpreted_route();
+    route.method = normalize_token(method);
+    route.method_options.clear();
+    clear_oniom(route);
+    install_route(std::move(route));
+}
+
+void GJFEditor::clear_method() {
+    ParsedKeywords route = interpreted_route();
+    for (std::string* text :
+         {&route.method, &route.method_options, &route.secondary_method, &route.secondary_method_options}) {
+        text->clear();
+    }
+    clear_oniom(route);
+    install_route(std::move(route));
+}
+
+void GJFEditor::set_basis_set(const std::string& basis) {
+    ParsedKeywords route = interpreted_route();
+    route.basis_set = normalize_token(basis);
+    install_route(std::move(route));
+}
+
+void GJFEditor::clear_basis_set() {
+    ParsedKeywords route = interpreted_route();
+    for (std::string* text : {&route.basis_set, &route.secondary_basis_set, &route.density_fitting_basis}) {
+        text->clear();
+    }
+    install_route(std::move(route));
+}
+
+void GJFEditor::set_model_chemistry_basis(const std::string& basis) {
+    std::string token = normalize_token(basis);
+    if (token.empty()) {
+        throw GJFParseException("Route model-chemistry basis cannot be empty");
+    }
+    ParsedKeywords route = interpreted_route();
+    if (!route.oniom_expression.empty() || !route.secondary_method.empty() || !route.secondary_basis_set.empty() ||
+        !route.density_fitting_basis.empty()) {
+        throw GJFParseException("Cannot replace the basis slot of ONIOM, dual-layer, or density-basis model chemistry");
+    }
+    if (route.method.empty()) {
+        throw GJFParseException("Cannot replace a model-chemistry basis without a primary method");
+    }
+    route.basis_set = std::move(token);
+    install_route(std::move(route));
+}
+
+void GJFEditor::set_model_chemistry_method(const std::string& method) {
+    set_model_chemistry_method_with_options(method, {});
+}
+
+void GJFEditor::set_model_chemistry_method_with_options(const std::string& method, const std::vector<RouteOption>& options) {
+    std::string token = normalize_token(method);
+    if (token.empty()) {
+        throw GJFParseException("Route model-chemistry method cannot be empty");
+    }
+    ParsedKeywords route = interpreted_route();
+    route.method_options = options.empty() ? std::string() : format_keyword(token, options);
+    route.method = std::move(token);
+    install_route(std::move(route));
+}
+
+void GJFEditor::add_keyword(const std::string& name) { add_keyword_with_options(name, {}); }
+
+void GJFEditor::add_keyword_with_variables(const std::string& name, const std::map<std::string, std::string>& variables) {
+    add_keyword_with_options(name, options_from(variables));
+}
+
+void GJFEditor::add_keyword_with_options(const std::string& name, const std::vector<RouteOption>& options) {
+    const std::string keyword = require_keyword(name);
+    ParsedKeywords route = interpreted_route();
+    route.keywords.push_back(make_keyword(keyword, options));
+    install_route(std::move(route));
+}
+
+void GJFEditor::upsert_keyword(const std::string& name) { upsert_keyword_with_options(name, {}); }
+
+void GJFEditor::upsert_keyword_with_options(const std::string& name, const std::vector<RouteOption>& options) {
+    const std::string keyword = require_keyword(name);
+    ParsedKeywords route = interpreted_route();
+    KeywordInfo* first = find_keyword(route, keyword);
+    if (first == nullptr) {
+        route.keywords.push_back(make_keyword(keyword, options));
+        install_route(std::move(route));
+        return;
+    }
+    *first = make_keyword(keyword, options);
+    const auto rest = route.keywords.begin() + (first - route.keywords.data()) + 1;
+    const auto repeats = [&](const KeywordInfo& other) { return same_keyword(other.name, keyword); };
+    route.keywords.erase(std::remove_if(rest, route.keywords.end(), repeats), route.keywords.end());
+    install_route(std::move(route));
+}
+
+void GJFEditor::ensure_keyword_option(const std::string& keyword, const RouteOption& option) {
+    const std::string name = require_keyword(keyword);
+    ParsedKeywords route = interpreted_route();
+    KeywordInfo* found = find_keyword(route, name);
+    if (found == nullptr) {
+        upsert_keyword_with_options(name, {option});
+        return;
+    }
+    store_option(*found, option);
+    install_route(std::move(route));
+}
+
+void GJFEditor::set_keyword_variable(const std::string& keyword, const std::string& variable, const std::string& value) {
+    ensure_keyword_option(keyword, RouteOption{variable, value.empty() ? std::nullopt : std::optional<std::string>(value)});
+}
+
+void GJFEditor::remove_keyword_by_name(const std::string& name) {
+    if (!has_parsed_keywords()) {
+        return;
+    }
+    ParsedKeywords route = get_parsed_keywords();
+    if (same_keyword(name, "oniom")) {
+        route.oniom_expression.clear();
+    }
+    const auto matches = [&](const KeywordInfo& keyword) { return same_keyword(keyword.name, name); };
+    route.keywords.erase(std::remove_if(route.keywords.begin(), route.keywords.end(), matches), route.keywords.end());
+    install_route(std::move(route));
+}
+
+}  // namespace quor::input::gaussian
