@@ -12,10 +12,12 @@ namespace quor::core::resource {
 ///
 /// Searched in this order:
 /// 1. each variable of `file_variables`: its value, when that names a regular file;
-/// 2. each variable of `folder_variables`: every candidate below the folder it names;
-/// 3. each entry of `candidates` (relative paths, in order) below `base` and below up to `depth` of its parent folders. With an
-///    empty base the search starts at the current folder, then at the folder that holds this library;
+/// 2. each variable of `folder_variables`: the `candidates` below the folder it names;
+/// 3. the `candidates` (relative paths, in order) below `base`, then below each of up to `depth` parent folders, nearest
+/// first.
+///    With an empty base so from the current folder, then from the folder that holds this library;
 /// 4. each entry of `fallbacks`: a path taken as it stands.
+/// Paths found in step 3 are absolute.
 QUOR_GJF_API std::string search_file(const std::vector<std::string>& file_variables,
                                      const std::vector<std::string>& folder_variables,
                                      const std::vector<std::string>& candidates, const std::string& base,
