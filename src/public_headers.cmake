@@ -19,4 +19,5 @@ set(quor_public_headers
     gjf/core/reader/gjf_parser.hpp
     gjf/core/reader/job_layout.hpp
     gjf/core/editor/gjf_editor.hpp
-    gjf/core/editor/gjf_multi_editor.hpp)
+    gjf/core/editor/gjf_multi_editor.hpp
+    gjf/c_api/quor_g16_gjf.h)
