@@ -1,0 +1,304 @@
+// Atoms and bonds: each operation's effect on both, and what it refuses.
+#include <gjf/core/editor/gjf_editor.hpp>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <random>
+#include <string>
+#include <tuple>
+#include <vector>
+
+#include "../../support/sample_jobs.hpp"
+
+namespace quor::input::gaussian {
+namespace {
+
+using test::expect_refused;
+using test::make_job;
+using BondList = std::vector<std::tuple<std::size_t, std::size_t, double>>;
+using Indices = std::vector<std::size_t>;
+
+const double infinity = std::numeric_limits<double>::infinity();
+const double nan_value = std::numeric_limits<double>::quiet_NaN();
+
+// Atoms named a, b, c… with the bonds given.
+GJFEditor make_editor(std::size_t atoms, const std::string& connectivity = "") {
+    GJFData data = make_job(atoms);
+    for (std::size_t i = 0; i < atoms; ++i) {
+        data.geom.atoms[i].info.element = std::string(1, static_cast<char>('a' + i));
+    }
+    if (!connectivity.empty()) {
+        data.extra_inputs.emplace_back(ExtraInputSectionKind::Connectivity, connectivity);
+    }
+    return GJFEditor(data);
+}
+
+std::string names(const GJFEditor& editor) {
+    std::string text;
+    for (const AtomCoord& atom : editor.get_data().geom.atoms) {
+        text += atom.info.element;
+    }
+    return text;
+}
+
+BondList bonds(const GJFEditor& editor) {
+    BondList list;
+    for (const Bond& bond : editor.get_all_bonds()) {
+        list.emplace_back(bond.atom1, bond.atom2, bond.order);
+    }
+    return list;
+}
+
+AtomCoord atom_named(const std::string& name) {
+    AtomCoord atom;
+    atom.info.element = name;
+    return atom;
+}
+
+TEST(AtomEditing, AddsAtomsWithAndWithoutBonds) {
+    GJFEditor plain = make_editor(2);
+    plain.add_atom(atom_named("z"));
+    EXPECT_EQ(names(plain), "abz");
+    EXPECT_TRUE(plain.get_data().extra_inputs.empty());
+    plain.add_atom_with_connectivity(atom_named("y"), {{0, 0.0}, {1, -1.0}});
+    EXPECT_TRUE(plain.get_data().extra_inputs.empty());
+
+    GJFEditor bonded = make_editor(2, "1 2 1.0");
+    bonded.add_extra_input("u");
+    bonded.add_atom_with_connectivity(atom_named("z"), {{1, 1.5}, {0, 0.0}, {1, 2.0}});
+    EXPECT_EQ(names(bonded), "abz");
+    EXPECT_EQ(bonds(bonded), (BondList{{0, 1, 1.0}, {1, 2, 2.0}}));
+
+    GJFEditor first = make_editor(1);
+    first.add_extra_input("u");
+    first.add_atom_with_connectivity(atom_named("z"), {{0, 3.0}});
+    ASSERT_EQ(first.get_data().extra_inputs.size(), 2u);
+    EXPECT_TRUE(first.get_data().extra_inputs[0].is_connectivity());
+    EXPECT_EQ(bonds(first), (BondList{{0, 1, 3.0}}));
+}
+
+TEST(AtomEditing, RefusesBadArgumentsAndKeepsTheJob) {
+    GJFEditor editor = make_editor(3, "1 2 1.0");
+    editor.add_extra_input("1 9 1.0");
+    editor.add_extra_input("2 2 1.0");
+    editor.add_extra_input("1 2");
+    editor.add_extra_input("1 3 1.0");
+    const std::string before = editor.to_gjf_string();
+    struct Case {
+        std::string message;
+        std::function<void()> action;
+    };
+    const std::string partner = "New atom bond references an atom outside the existing geometry";
+    const std::string finite = "Bond order must be finite";
+    const AtomCoord atom = atom_named("z");
+    const std::vector<Case> cases = {
+        {"Invalid atom index: 3", [&] { editor.validate_atom_index(3); }},
+        {"Invalid atom index: 18446744073709551615", [&] { editor.validate_atom_index(std::size_t(-1)); }},
+        {partner,
+         [&] {
+             editor.add_atom_with_connectivity(atom, {{0, 1.0}, {3, 1.0}});
+         }},
+        {partner,
+         [&] {
+             editor.add_atom_with_connectivity(atom, {{3, nan_value}});
+         }},
+        {finite,
+         [&] {
+             editor.add_atom_with_connectivity(atom, {{0, infinity}, {9, 1.0}});
+         }},
+        {finite,
+         [&] {
+             editor.add_atom_with_connectivity(atom, {{0, 1.0}, {1, nan_value}});
+         }},
+        {"Invalid atom index: 3", [&] { editor.remove_atom(3); }},
+        {"Invalid atom index: 4", [&] { editor.remove_atom_with_connectivity(4); }},
+        {"Invalid atom index: 3", [&] { editor.move_atom(3, 5); }},
+        {"Invalid atom index: 5", [&] { editor.move_atom(0, 5); }},
+        {"Invalid atom index: 7", [&] { editor.move_atom_with_connectivity(7, 7); }},
+        {"Invalid atom index: 3", [&] { editor.replace_atom(3, atom); }},
+        {"New order size must match atom count",
+         [&] {
+             editor.reorder_atoms_with_connectivity({0, 1});
+         }},
+        {"New order size must match atom count",
+         [&] {
+             editor.reorder_atoms_with_connectivity({0, 1, 2, 3});
+         }},
+        {"Invalid reorder sequence",
+         [&] {
+             editor.reorder_atoms_with_connectivity({0, 1, 1});
+         }},
+        {"Invalid reorder sequence",
+         [&] {
+             editor.reorder_atoms_with_connectivity({0, 1, 3});
+         }},
+        {"Invalid atom index: 4",
+         [&] {
+             editor.move_atoms_to_end({9, 0, 4});
+         }},
+        {"Invalid atom index: 3", [&] { editor.move_atoms_to_beginning({3}); }},
+        {"Invalid atom index: 3", [&] { editor.set_bond_order(0, 3, 1.0); }},
+        {"Invalid atom index: 8", [&] { editor.set_bond_order(8, 3, nan_value); }},
+        {"Cannot create a bond from an atom to itself", [&] { editor.set_bond_order(1, 1, nan_value); }},
+        {finite, [&] { editor.set_bond_order(0, 1, -infinity); }},
+        {"Invalid atom index: 3", [&] { editor.remove_bond(3, 0); }},
+        {"Invalid atom index: 3", [&] { editor.get_bond_order(0, 3); }},
+        {"Invalid atom index: 3", [&] { editor.get_connected_atoms(3); }},
+        {"Invalid connectivity section index: -1", [&] { editor.parse_connectivity_from_section(-1); }},
+        {"Invalid connectivity section index: 5", [&] { editor.parse_connectivity_from_section(5); }},
+        {"Connectivity references an atom outside the geometry", [&] { editor.parse_connectivity_from_section(1); }},
+        {"Connectivity contains a self bond", [&] { editor.parse_connectivity_from_section(2); }},
+        {"Incomplete connectivity pair in line: 1 2", [&] { editor.parse_connectivity_from_section(3); }},
+        {"GJF data contains more than one primary connectivity section", [&] { editor.parse_connectivity_from_section(4); }},
+    };
+    for (const Case& c : cases) {
+        expect_refused(c.message, c.action);
+        EXPECT_EQ(editor.to_gjf_string(), before) << c.message;
+    }
+}
+
+TEST(AtomEditing, RemovesMovesAndReplacesAtoms) {
+    const std::string start = "1 2 1.0 4 2.0\n2 3 1.5";
+    struct Case {
+        std::function<void(GJFEditor&)> action;
+        std::string names;
+        BondList bonds;
+    };
+    const Case cases[] = {
+        {[](GJFEditor& e) { e.remove_atom(0); }, "bcd", {{0, 1, 1.5}}},
+        {[](GJFEditor& e) { e.remove_atom_with_connectivity(1); }, "acd", {{0, 2, 2.0}}},
+        {[](GJFEditor& e) { e.move_atom(0, 2); }, "bcad", {{0, 2, 1.0}, {2, 3, 2.0}, {0, 1, 1.5}}},
+        {[](GJFEditor& e) { e.move_atom_with_connectivity(3, 0); }, "dabc", {{1, 2, 1.0}, {0, 1, 2.0}, {2, 3, 1.5}}},
+        {[](GJFEditor& e) { e.move_atom(2, 2); }, "abcd", {{0, 1, 1.0}, {0, 3, 2.0}, {1, 2, 1.5}}},
+        {[](GJFEditor& e) { e.replace_atom(1, atom_named("z")); }, "azcd", {{0, 1, 1.0}, {0, 3, 2.0}, {1, 2, 1.5}}},
+        {[](GJFEditor& e) { e.replace_atom(3, e.get_data().geom.atoms[0]); },
+         "abca",
+         {{0, 1, 1.0}, {0, 3, 2.0}, {1, 2, 1.5}}},
+        {[](GJFEditor& e) {
+             e.reorder_atoms_with_connectivity({3, 2, 1, 0});
+         },
+         "dcba",
+         {{2, 3, 1.0}, {0, 3, 2.0}, {1, 2, 1.5}}},
+        {[](GJFEditor& e) {
+             e.move_atoms_to_end({2, 0, 2});
+         },
+         "bdac",
+         {{0, 2, 1.0}, {1, 2, 2.0}, {0, 3, 1.5}}},
+        {[](GJFEditor& e) {
+             e.move_atoms_to_beginning({3, 1});
+         },
+         "bdac",
+         {{0, 2, 1.0}, {1, 2, 2.0}, {0, 3, 1.5}}},
+        {[](GJFEditor& e) { e.move_atoms_to_end({}); }, "abcd", {{0, 1, 1.0}, {0, 3, 2.0}, {1, 2, 1.5}}},
+        {[](GJFEditor& e) { e.add_atom(e.get_data().geom.atoms[0]); }, "abcda", {{0, 1, 1.0}, {0, 3, 2.0}, {1, 2, 1.5}}},
+        {[](GJFEditor& e) { e.clear_atoms(); }, "", {}},
+    };
+    for (const Case& c : cases) {
+        GJFEditor editor = make_editor(4, start);
+        c.action(editor);
+        EXPECT_EQ(names(editor), c.names);
+        EXPECT_EQ(bonds(editor), c.bonds) << c.names;
+        EXPECT_EQ(editor.get_data().extra_inputs.size(), 1u);
+    }
+}
+
+TEST(AtomEditing, SetsAndAsksForBonds) {
+    GJFEditor editor = make_editor(3);
+    EXPECT_EQ(editor.get_bond_order(0, 1), 0.0);
+    EXPECT_EQ(editor.get_bond_count(), 0u);
+    EXPECT_TRUE(editor.get_connected_atoms(0).empty());
+    EXPECT_EQ(editor.mutable_connectivity(), nullptr);
+    EXPECT_EQ(editor.mutable_connectivity_section(), nullptr);
+    editor.remove_bond(0, 1);
+    editor.clear_connectivity();
+    EXPECT_TRUE(editor.get_data().extra_inputs.empty());
+
+    editor.set_bond_order(2, 0, 1.5);
+    EXPECT_EQ(bonds(editor), (BondList{{0, 2, 1.5}}));
+    editor.set_bond_order(0, 2, 2.0);
+    editor.set_bond_order(1, 0, 1.0);
+    EXPECT_EQ(bonds(editor), (BondList{{0, 2, 2.0}, {0, 1, 1.0}}));
+    EXPECT_EQ(editor.get_connected_atoms(0), (Indices{2, 1}));
+    editor.set_bond_order(0, 2, 0.0);
+    EXPECT_EQ(editor.get_bond_count(), 1u);
+    editor.remove_bond(0, 1);
+    EXPECT_EQ(editor.get_bond_count(), 0u);
+    EXPECT_EQ(editor.get_data().extra_inputs.size(), 1u);
+    EXPECT_NE(editor.mutable_connectivity(), nullptr);
+    EXPECT_TRUE(editor.mutable_connectivity_section()->is_connectivity());
+}
+
+TEST(AtomEditing, ReadsBondsFromASection) {
+    GJFEditor editor = make_editor(3);
+    editor.add_extra_input("other");
+    editor.add_extra_input("1 2 1.0\n2 3 1.5\n3");
+    editor.parse_connectivity_from_section(1);
+    EXPECT_EQ(bonds(editor), (BondList{{0, 1, 1.0}, {1, 2, 1.5}}));
+    EXPECT_EQ(editor.get_data().extra_inputs[1].kind, ExtraInputSectionKind::Connectivity);
+}
+
+TEST(AtomEditing, TransformsCoordinatesAndDropsTheirTexts) {
+    constexpr double half_turn = 3.14159265358979323846;
+    struct Case {
+        std::function<void(GJFEditor&)> action;
+        double x, y, z;
+    };
+    const Case cases[] = {
+        {[](GJFEditor& e) { e.translate_atoms({0}, 1, -2, 0.5); }, 2, 0, 3.5},
+        {[](GJFEditor& e) {
+             e.translate_atoms({0, 9, 0}, 1, 0, 0);
+         },
+         3, 2, 3},
+        {[](GJFEditor& e) { e.scale_coordinates({0}, -2); }, -2, -4, -6},
+        {[](GJFEditor& e) { e.rotate_atoms({0}, half_turn / 2, 0, 0); }, 1, -3, 2},
+        {[](GJFEditor& e) { e.rotate_atoms({0}, 0, half_turn / 2, 0); }, 3, 2, -1},
+        {[](GJFEditor& e) { e.rotate_atoms({0}, 0, 0, half_turn / 2); }, -2, 1, 3},
+        {[](GJFEditor& e) { e.rotate_atoms({0}, half_turn / 2, half_turn / 2, 0); }, 2, -3, -1},
+        {[](GJFEditor& e) {
+             e.rotate_atoms({0, 0}, 0, 0, half_turn / 2);
+         },
+         -1, -2, 3},
+    };
+    for (const Case& c : cases) {
+        GJFData data = make_job(2);
+        data.geom.atoms[0].x = 1;
+        data.geom.atoms[0].y = 2;
+        data.geom.atoms[0].z = 3;
+        GJFEditor editor(data);
+        c.action(editor);
+        const AtomCoord& atom = editor.get_data().geom.atoms[0];
+        EXPECT_NEAR(atom.x, c.x, 1e-12);
+        EXPECT_NEAR(atom.y, c.y, 1e-12);
+        EXPECT_NEAR(atom.z, c.z, 1e-12);
+        EXPECT_EQ(atom.x_ref.text + atom.y_ref.text + atom.z_ref.text, "");
+        EXPECT_FALSE(atom.z_ref.value.has_value());
+        EXPECT_EQ(editor.get_data().geom.atoms[1].x_ref.text, "1.0");
+    }
+}
+
+TEST(AtomEditing, StaysLinearForManyAtomsAndBonds) {
+    constexpr std::size_t count = 100'000;
+    GJFData data = make_job(1);
+    data.geom.atoms.resize(count, data.geom.atoms[0]);
+    ConnectivitySection chain;
+    Indices reversed(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        reversed[i] = count - 1 - i;
+        if (i > 0) {
+            chain.bonds.push_back({i - 1, i, 1.0});
+        }
+    }
+    data.extra_inputs.push_back(ExtraInputSection::from_connectivity(chain));
+    GJFEditor editor(data);
+    editor.reorder_atoms_with_connectivity(reversed);
+    EXPECT_EQ(editor.get_all_bonds().front(), (Bond{count - 2, count - 1, 1.0}));
+    editor.move_atoms_to_beginning(reversed);
+    editor.remove_atom(0);
+    EXPECT_EQ(editor.get_bond_count(), count - 2);
+    editor.validate_connectivity_indices();
+}
+
+}  // namespace
+}  // namespace quor::input::gaussian

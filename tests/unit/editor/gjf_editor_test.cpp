@@ -1,0 +1,174 @@
+// The job an editor owns: construction, replacement, route cache, title, charge and Link 0 values.
+#include <gjf/core/editor/gjf_editor.hpp>
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <string>
+#include <vector>
+
+#include "../../support/sample_jobs.hpp"
+
+namespace quor::input::gaussian {
+namespace {
+
+using test::expect_refused;
+using test::make_job;
+
+GJFData with_bonds(std::size_t atoms, const std::vector<Bond>& bonds, std::size_t sections = 1) {
+    GJFData data = make_job(atoms);
+    ConnectivitySection connectivity;
+    connectivity.bonds = bonds;
+    for (std::size_t i = 0; i < sections; ++i) {
+        data.extra_inputs.push_back(ExtraInputSection::from_connectivity(connectivity));
+    }
+    return data;
+}
+
+struct BadJob {
+    GJFData data;
+    std::string message;
+};
+
+std::vector<BadJob> bad_jobs() {
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const double infinity = std::numeric_limits<double>::infinity();
+    const std::string outside = "Connectivity references an atom outside the geometry";
+    const std::string self = "Connectivity contains a self bond";
+    return {
+        {with_bonds(2, {{0, 2, 1}}), outside},
+        {with_bonds(2, {{0, 1, 1}, {5, 6, nan}}), outside},
+        {with_bonds(0, {{0, 1, 1}}), outside},
+        {with_bonds(2, {{1, 1, 1}}), self},
+        {with_bonds(2, {{1, 1, nan}, {0, 9, 1}}), self},
+        {with_bonds(2, {{0, 1, nan}}), "Connectivity contains a non-finite bond order"},
+        {with_bonds(2, {{0, 1, infinity}}), "Connectivity contains a non-finite bond order"},
+        {with_bonds(2, {}, 2), "GJF data contains more than one primary connectivity section"},
+        {with_bonds(2, {{0, 5, 1}}, 2), "GJF data contains more than one primary connectivity section"},
+    };
+}
+
+TEST(GJFEditor, RefusesJobsWithBadBonds) {
+    for (const BadJob& bad : bad_jobs()) {
+        expect_refused(bad.message, [&] { GJFEditor editor(bad.data); });
+    }
+}
+
+TEST(GJFEditor, KeepsItsJobWhenANewOneIsRefused) {
+    GJFEditor editor(make_job(3));
+    const std::string before = editor.to_gjf_string();
+    for (const BadJob& bad : bad_jobs()) {
+        expect_refused(bad.message, [&] { editor.set_data(bad.data); });
+        EXPECT_EQ(editor.to_gjf_string(), before);
+    }
+    editor.set_data(make_job(1));
+    EXPECT_EQ(editor.get_data().geom.atoms.size(), 1u);
+}
+
+TEST(GJFEditor, TakesAnyAtomNumberWhereTheMoleculeComesFromACheckpoint) {
+    for (const char* route : {"# hf geom=(check,connectivity)", "# hf geom=(allcheck,connectivity)"}) {
+        GJFData data = with_bonds(0, {{0, 99, 1}});
+        data.control = GJFParser::parse_control_section({route});
+        EXPECT_NO_THROW(GJFEditor{data}) << route;
+        data.extra_inputs[0].mutable_connectivity()->bonds.push_back({7, 7, 1});
+        expect_refused("Connectivity contains a self bond", [&] { GJFEditor editor(data); });
+    }
+}
+
+TEST(GJFEditor, CountsTheRowsOfAZMatrixAsAtoms) {
+    GJFData data = GJFParser::parse_string("# hf\n\nt\n\n0 1\nO\nH 1 1.0\n");
+    data.extra_inputs.emplace_back(ExtraInputSectionKind::Connectivity, "1 2 1.0");
+    EXPECT_NO_THROW(GJFEditor{data});
+    data.extra_inputs[0] = ExtraInputSection(ExtraInputSectionKind::Connectivity, "1 3 1.0");
+    expect_refused("Connectivity references an atom outside the geometry", [&] { GJFEditor editor(data); });
+}
+
+TEST(GJFEditor, FillsTheRouteCacheOnRequest) {
+    GJFEditor editor(make_job(1));
+    EXPECT_TRUE(editor.has_parsed_keywords());
+    editor.set_route_section({"#p", "b3lyp/6-31g(d)", "opt"});
+    EXPECT_FALSE(editor.has_parsed_keywords());
+    expect_refused("Keywords have not been parsed yet. Call parse_keywords() first.", [&] { editor.get_parsed_keywords(); });
+    editor.parse_keywords("");
+    EXPECT_EQ(editor.get_parsed_keywords().method, "b3lyp");
+    editor.set_route_section({"#", "mp2/cc-pvdz"});
+    editor.ensure_parsed_keywords();
+    EXPECT_EQ(editor.get_parsed_keywords().basis_set, "cc-pvdz");
+    editor.ensure_parsed_keywords();
+    EXPECT_EQ(editor.get_parsed_keywords().method, "mp2");
+}
+
+TEST(GJFEditor, KeepsTheCacheOfAnEmptyRoute) {
+    GJFEditor editor(make_job(1));
+    ParsedKeywords keywords;
+    keywords.method = "kept";
+    editor.set_route_section({});
+    editor.set_parsed_keywords(keywords);
+    editor.parse_keywords("");
+    EXPECT_EQ(editor.get_parsed_keywords().method, "kept");
+    editor.set_route_section({});
+    editor.ensure_parsed_keywords();
+    EXPECT_EQ(editor.get_parsed_keywords().method, "");
+    EXPECT_TRUE(editor.has_parsed_keywords());
+}
+
+TEST(GJFEditor, ParsesWithoutAVocabularyWhenTheNamedOneIsMissing) {
+    GJFEditor editor(make_job(1));
+    editor.parse_keywords("/no/such/vocabulary.yaml");
+    EXPECT_EQ(editor.get_parsed_keywords().method, "");
+    EXPECT_FALSE(editor.get_parsed_keywords().keywords.empty());
+}
+
+TEST(GJFEditor, SetsTitleAndPairs) {
+    GJFEditor editor(make_job(1));
+    editor.set_title("new");
+    EXPECT_EQ(editor.get_data().title, "new");
+    editor.set_charge_spin_pairs({{1, 2}, {0, 1}, {-1, 3}});
+    editor.set_charge_and_spin(5, 6);
+    std::vector<ChargeSpinPair> pairs = editor.get_charge_spin_pairs();
+    ASSERT_EQ(pairs.size(), 3u);
+    EXPECT_EQ(pairs[0].charge, 5);
+    EXPECT_EQ(pairs[0].multiplicity, 6);
+    EXPECT_EQ(pairs[2].multiplicity, 3);
+    editor.set_charge_spin_pairs({});
+    pairs = editor.get_charge_spin_pairs();
+    ASSERT_EQ(pairs.size(), 1u);
+    EXPECT_EQ(pairs[0].charge, 0);
+    EXPECT_EQ(pairs[0].multiplicity, 0);
+}
+
+TEST(GJFEditor, SetsRemovesAndGivesLink0Values) {
+    struct Accessors {
+        const char* key;
+        void (GJFEditor::*set)(const std::string&);
+        void (GJFEditor::*remove)();
+        std::optional<std::string> (GJFEditor::*get)() const;
+    };
+    const Accessors all[] = {
+        {"%oldchk=", &GJFEditor::set_oldchk_file, &GJFEditor::remove_oldchk_file, &GJFEditor::get_oldchk_file},
+        {"%rwf=", &GJFEditor::set_rwf_file, &GJFEditor::remove_rwf_file, &GJFEditor::get_rwf_file},
+        {"%mem=", &GJFEditor::set_mem, &GJFEditor::remove_mem, &GJFEditor::get_mem},
+        {"%cpu=", &GJFEditor::set_cpu, &GJFEditor::remove_cpu, &GJFEditor::get_cpu},
+    };
+    GJFEditor editor(make_job(1));
+    for (const Accessors& item : all) {
+        EXPECT_FALSE((editor.*item.get)().has_value());
+        for (const std::string value : {"x y", ""}) {
+            (editor.*item.set)(value);
+            EXPECT_EQ((editor.*item.get)(), value);
+            EXPECT_EQ(editor.to_gjf_string().rfind(item.key + value + "\n", 0), 0u);
+        }
+        (editor.*item.remove)();
+        EXPECT_FALSE((editor.*item.get)().has_value());
+        EXPECT_EQ(editor.to_gjf_string().find(item.key), std::string::npos);
+    }
+    editor.set_nproc(-3);
+    EXPECT_EQ(editor.get_nproc(), -3);
+    editor.remove_nproc();
+    EXPECT_FALSE(editor.get_nproc().has_value());
+    editor.set_checkpoint_file("c.chk");
+    EXPECT_EQ(editor.get_data().control.chk, "c.chk");
+}
+
+}  // namespace
+}  // namespace quor::input::gaussian
