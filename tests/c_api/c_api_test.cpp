@@ -1,0 +1,402 @@
+// The C interface: each function's results, each message, NULL for each pointer, and buffers of every size.
+#include <gjf/c_api/quor_g16_gjf.h>
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <iterator>
+#include <memory>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace {
+
+const char* const job_text =
+    "%chk=a\n# oniom(hf/sto-3g:uff) geom=connectivity\n\nt\n\n1 2 0 1\nCl-CL 0 1.5 -2.0 0.25 H\nH 0 0 1.0 \n\n1 2 1.0\n2\n";
+
+struct Destroy {
+    void operator()(quor_gjf_editor* editor) const { gjf_editor_destroy(editor); }
+    void operator()(quor_gjf_multi_editor* editor) const { gjf_multi_editor_destroy(editor); }
+};
+using Editor = std::unique_ptr<quor_gjf_editor, Destroy>;
+using MultiEditor = std::unique_ptr<quor_gjf_multi_editor, Destroy>;
+
+Editor make_editor(const char* text = job_text) { return Editor(gjf_editor_create_from_string(text)); }
+
+MultiEditor make_multi() {
+    return MultiEditor(gjf_multi_editor_create_from_string(
+        "# hf/sto-3g\n\na\n\n0 1\nH 0 0 0\n\n--Link1--\n# mp2/sto-3g\n\nb\n\n0 2\nHe 0 0 0\n"));
+}
+
+std::string to_text(quor_gjf_editor* editor) {
+    std::string buffer(10'000, '?');
+    EXPECT_EQ(gjf_editor_to_string(editor, buffer.data(), static_cast<int>(buffer.size())), 0);
+    return buffer.c_str();
+}
+
+std::string to_text(quor_gjf_multi_editor* editor) {
+    std::string buffer(10'000, '?');
+    EXPECT_EQ(gjf_multi_editor_to_string(editor, buffer.data(), static_cast<int>(buffer.size())), 0);
+    return buffer.c_str();
+}
+
+// Expects a message for the thread and, with a handle, for the handle.
+void expect_message(const quor_gjf_editor* editor, const std::string& message) {
+    EXPECT_EQ(gjf_get_last_error(), message);
+    EXPECT_EQ(gjf_editor_get_last_error(), message);
+    EXPECT_EQ(gjf_editor_last_error(editor), message);
+    EXPECT_EQ(gjf_editor_last_error(nullptr), message);
+}
+
+TEST(CEditor, GivesWhatTheJobHolds) {
+    const Editor editor = make_editor();
+    ASSERT_NE(editor, nullptr);
+    expect_message(editor.get(), "");
+    EXPECT_EQ(gjf_editor_get_atom_count(editor.get()), 2);
+    EXPECT_EQ(gjf_editor_get_charge(editor.get()), 1);
+    EXPECT_EQ(gjf_editor_get_spin(editor.get()), 2);
+    double x = 9;
+    double y = 9;
+    double z = 9;
+    EXPECT_EQ(gjf_editor_get_atom_coords(editor.get(), 0, &x, &y, &z), 0);
+    EXPECT_EQ(x, 1.5);
+    EXPECT_EQ(y, -2.0);
+    EXPECT_EQ(z, 0.25);
+    EXPECT_EQ(gjf_editor_get_atom_freeze(editor.get(), 0), 0);
+    EXPECT_EQ(gjf_editor_get_atom_freeze(editor.get(), 1), -999);
+    expect_message(editor.get(), "");
+    EXPECT_STREQ(quor_gjf_version(), "0.1.0");
+}
+
+TEST(CEditor, CopiesTextThatFitsAndNeverCutsIt) {
+    const Editor editor = make_editor();
+    const std::string text = to_text(editor.get());
+    struct Case {
+        std::function<int(char*, int)> call;
+        std::string value;
+        std::string word;
+    };
+    quor_gjf_editor* handle = editor.get();
+    const Case cases[] = {
+        {[&](char* b, int n) { return gjf_editor_get_atom_element(handle, 0, b, n); }, "Cl", "element"},
+        {[&](char* b, int n) { return gjf_editor_get_atom_oniom_layer(handle, 0, b, n); }, "H", "ONIOM layer"},
+        {[&](char* b, int n) { return gjf_editor_to_string(handle, b, n); }, text, "GJF"},
+    };
+    for (const Case& c : cases) {
+        const int needed = static_cast<int>(c.value.size()) + 1;
+        std::string buffer(c.value.size() + 1, '?');
+        EXPECT_EQ(c.call(buffer.data(), needed), 0);
+        EXPECT_EQ(buffer.c_str(), c.value);
+        expect_message(handle, "");
+        for (const int size : {needed - 1, 1}) {
+            buffer.assign(buffer.size(), '?');
+            EXPECT_EQ(c.call(buffer.data(), size), -1);
+            EXPECT_EQ(buffer[0], '\0');
+            expect_message(handle, c.word + " output buffer is too small");
+        }
+        buffer.assign(buffer.size(), '?');
+        for (const int size : {0, -1, -2147483647 - 1}) {
+            EXPECT_EQ(c.call(buffer.data(), size), -1);
+            EXPECT_EQ(buffer[0], '?');
+            expect_message(handle, c.word + " output buffer is invalid");
+        }
+        EXPECT_EQ(c.call(nullptr, 100), -1);
+        expect_message(handle, c.word + " output buffer is invalid");
+    }
+}
+
+TEST(CEditor, TellsAnAbsentLayerFromAnEmptyOne) {
+    const Editor editor = make_editor();
+    char buffer[4] = "???";
+    EXPECT_EQ(gjf_editor_get_atom_oniom_layer(editor.get(), 1, buffer, 4), 1);
+    EXPECT_STREQ(buffer, "");
+    expect_message(editor.get(), "");
+    gjf_editor_set_oniom_layer_all(editor.get(), "");
+    std::strcpy(buffer, "???");
+    EXPECT_EQ(gjf_editor_get_atom_oniom_layer(editor.get(), 1, buffer, 1), 0);
+    EXPECT_STREQ(buffer, "");
+}
+
+TEST(CEditor, RefusesWithItsFixedMessagesAndKeepsTheJob) {
+    const Editor owner = make_editor();
+    quor_gjf_editor* e = owner.get();
+    char b[8] = "?";
+    double d = 0;
+    const int partners[] = {0, 7};
+    const int negative[] = {-1};
+    const double orders[] = {1.0, 1.0};
+    const std::string text = to_text(e);
+    struct Case {
+        const char* message;
+        std::function<int()> call;
+        int failure;
+    };
+    const Case cases[] = {
+        {"atom index must not be negative", [&] { return gjf_editor_get_atom_element(e, -1, b, 8); }, -1},
+        {"atom index is out of range", [&] { return gjf_editor_get_atom_element(e, 2, b, 8); }, -1},
+        {"element output buffer is invalid", [&] { return gjf_editor_get_atom_element(e, -1, nullptr, 8); }, -1},
+        {"atom index or coordinate output pointer is invalid", [&] { return gjf_editor_get_atom_coords(e, -1, &d, &d, &d); },
+         -1},
+        {"atom index or coordinate output pointer is invalid",
+         [&] { return gjf_editor_get_atom_coords(e, 9, nullptr, &d, &d); }, -1},
+        {"atom index or coordinate output pointer is invalid",
+         [&] { return gjf_editor_get_atom_coords(e, 0, &d, nullptr, &d); }, -1},
+        {"atom index or coordinate output pointer is invalid",
+         [&] { return gjf_editor_get_atom_coords(e, 0, &d, &d, nullptr); }, -1},
+        {"atom index is out of range", [&] { return gjf_editor_get_atom_coords(e, 2, &d, &d, &d); }, -1},
+        {"atom index must not be negative", [&] { return gjf_editor_get_atom_freeze(e, -1); }, -999},
+        {"atom index is out of range", [&] { return gjf_editor_get_atom_freeze(e, 2); }, -999},
+        {"atom index must not be negative", [&] { return gjf_editor_get_atom_oniom_layer(e, -5, b, 8); }, -1},
+        {"atom index is out of range", [&] { return gjf_editor_get_atom_oniom_layer(e, 5, b, 8); }, -1},
+        {"filename is null", [&] { return gjf_editor_save_to_file(e, nullptr); }, -1},
+        {"GJF Parse Error: Cannot write file: /no/such/f", [&] { return gjf_editor_save_to_file(e, "/no/such/f"); }, -1},
+        {"element is null", [&] { return gjf_editor_set_freeze_by_element(e, nullptr, 1), 0; }, 0},
+        {"ONIOM layer is null", [&] { return gjf_editor_set_oniom_layer_all(e, nullptr), 0; }, 0},
+        {"element or ONIOM layer is null", [&] { return gjf_editor_set_oniom_layer_by_element(e, nullptr, "H"), 0; }, 0},
+        {"element or ONIOM layer is null", [&] { return gjf_editor_set_oniom_layer_by_element(e, "H", nullptr), 0; }, 0},
+        {"ONIOM layer is null", [&] { return gjf_editor_set_atom_oniom_layer(e, -1, nullptr); }, -1},
+        {"atom index must not be negative", [&] { return gjf_editor_set_atom_oniom_layer(e, -1, "H"); }, -1},
+        {"atom index is out of range", [&] { return gjf_editor_set_atom_oniom_layer(e, 2, "H"); }, -1},
+        {"element is null", [&] { return gjf_editor_add_atom(e, nullptr, 0, 0, 0, nullptr, nullptr, 0); }, -1},
+        {"bond count must not be negative", [&] { return gjf_editor_add_atom(e, "H", 0, 0, 0, partners, orders, -1); }, -1},
+        {"bond partner or order array is null", [&] { return gjf_editor_add_atom(e, "H", 0, 0, 0, nullptr, orders, 1); },
+         -1},
+        {"bond partner or order array is null", [&] { return gjf_editor_add_atom(e, "H", 0, 0, 0, partners, nullptr, 1); },
+         -1},
+        {"atom index must not be negative", [&] { return gjf_editor_add_atom(e, "H", 0, 0, 0, negative, orders, 1); }, -1},
+        {"GJF Parse Error: New atom bond references an atom outside the existing geometry",
+         [&] { return gjf_editor_add_atom(e, "H", 0, 0, 0, partners, orders, 2); }, -1},
+        {"method is null", [&] { return gjf_editor_set_model_chemistry_method(e, nullptr); }, -1},
+        {"GJF Parse Error: Route model-chemistry method cannot be empty",
+         [&] { return gjf_editor_set_model_chemistry_method(e, " "); }, -1},
+        {"basis is null", [&] { return gjf_editor_set_model_chemistry_basis(e, nullptr); }, -1},
+        {"GJF Parse Error: Cannot replace the basis slot of ONIOM, dual-layer, or density-basis model chemistry",
+         [&] { return gjf_editor_set_model_chemistry_basis(e, "cc-pvdz"); }, -1},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(c.call(), c.failure) << c.message;
+        expect_message(e, c.message);
+        EXPECT_EQ(to_text(e), text) << c.message;
+        expect_message(e, "");
+    }
+}
+
+TEST(CEditor, EmptiesAValidBufferForABadIndex) {
+    const Editor editor = make_editor();
+    for (const int index : {-1, 2}) {
+        char element[8] = "?";
+        char layer[8] = "?";
+        EXPECT_EQ(gjf_editor_get_atom_element(editor.get(), index, element, 8), -1);
+        EXPECT_EQ(gjf_editor_get_atom_oniom_layer(editor.get(), index, layer, 8), -1);
+        EXPECT_EQ(element[0], '\0');
+        EXPECT_EQ(layer[0], '\0');
+    }
+}
+
+TEST(CEditor, RecordsANullHandleForTheThread) {
+    char b[8] = "?";
+    double d = 0;
+    const std::vector<std::pair<int, std::function<int()>>> cases = {
+        {-1, [&] { return gjf_editor_get_atom_count(nullptr); }},
+        {0, [&] { return gjf_editor_get_charge(nullptr); }},
+        {0, [&] { return gjf_editor_get_spin(nullptr); }},
+        {-1, [&] { return gjf_editor_get_atom_element(nullptr, 0, b, 8); }},
+        {-1, [&] { return gjf_editor_get_atom_coords(nullptr, 0, &d, &d, &d); }},
+        {-999, [&] { return gjf_editor_get_atom_freeze(nullptr, 0); }},
+        {-1, [&] { return gjf_editor_get_atom_oniom_layer(nullptr, 0, b, 8); }},
+        {0, [&] { return gjf_editor_set_freeze_all(nullptr, 1), 0; }},
+        {0, [&] { return gjf_editor_set_freeze_by_element(nullptr, nullptr, 1), 0; }},
+        {0, [&] { return gjf_editor_set_oniom_layer_all(nullptr, "H"), 0; }},
+        {0, [&] { return gjf_editor_set_oniom_layer_by_element(nullptr, "C", "H"), 0; }},
+        {0, [&] { return gjf_editor_set_charge_and_spin(nullptr, 0, 1), 0; }},
+        {-1, [&] { return gjf_editor_to_string(nullptr, b, 8); }},
+        {-1, [&] { return gjf_editor_save_to_file(nullptr, "f"); }},
+        {-1, [&] { return gjf_editor_set_atom_oniom_layer(nullptr, 0, "H"); }},
+        {-1, [&] { return gjf_editor_add_atom(nullptr, "H", 0, 0, 0, nullptr, nullptr, 0); }},
+        {-1, [&] { return gjf_editor_set_model_chemistry_method(nullptr, "hf"); }},
+        {-1, [&] { return gjf_editor_set_model_chemistry_basis(nullptr, "sto-3g"); }},
+    };
+    for (const auto& [failure, call] : cases) {
+        const Editor clears = make_editor();
+        EXPECT_EQ(call(), failure);
+        EXPECT_STREQ(gjf_get_last_error(), "editor handle is null");
+        EXPECT_STREQ(gjf_editor_last_error(clears.get()), "");
+    }
+    EXPECT_EQ(b[0], '?');
+    gjf_editor_destroy(nullptr);
+    gjf_multi_editor_destroy(nullptr);
+}
+
+TEST(CEditor, SaysWhyNothingWasCreated) {
+    const std::vector<std::pair<std::string, std::function<void*()>>> cases = {
+        {"content is null", [] { return gjf_editor_create_from_string(nullptr); }},
+        {"filename is null", [] { return gjf_editor_create_from_file(nullptr); }},
+        {"GJF Parse Error: Invalid control line: Hello", [] { return gjf_editor_create_from_string("Hello"); }},
+        {"GJF Parse Error: Cannot open file: /no/such/f", [] { return gjf_editor_create_from_file("/no/such/f"); }},
+        {"GJF Parse Error: Connectivity contains a self bond",
+         [] { return gjf_editor_create_from_string("# hf geom=connectivity\n\nt\n\n0 1\nH 0 0 0\n\n1 1 1.0\n"); }},
+        {"content is null", [] { return gjf_multi_editor_create_from_string(nullptr); }},
+        {"filename is null", [] { return gjf_multi_editor_create_from_file(nullptr); }},
+        {"GJF Parse Error: No valid jobs found in input", [] { return gjf_multi_editor_create_from_string(""); }},
+        {"GJF Parse Error: Job 2: GJF Parse Error: Missing title section",
+         [] { return gjf_multi_editor_create_from_string("# hf geom=allcheck\n--Link1--\n# hf"); }},
+    };
+    for (const auto& [message, create] : cases) {
+        EXPECT_EQ(create(), nullptr);
+        EXPECT_EQ(gjf_get_last_error(), message);
+    }
+}
+
+TEST(CEditor, Edits) {
+    const Editor owner = make_editor("# hf/sto-3g\n\nt\n\n0 1\nC 0 0 0\nH 0 0 1\n");
+    quor_gjf_editor* e = owner.get();
+    gjf_editor_set_freeze_by_element(e, "C", -1);
+    EXPECT_EQ(gjf_editor_get_atom_freeze(e, 0), -1);
+    EXPECT_EQ(gjf_editor_get_atom_freeze(e, 1), -999);
+    gjf_editor_set_freeze_all(e, 2);
+    EXPECT_EQ(gjf_editor_get_atom_freeze(e, 1), 2);
+    char layer[2];
+    gjf_editor_set_oniom_layer_by_element(e, "H", "H");
+    EXPECT_EQ(gjf_editor_get_atom_oniom_layer(e, 0, layer, 2), 0);
+    EXPECT_STREQ(layer, "L");
+    EXPECT_EQ(gjf_editor_set_atom_oniom_layer(e, 0, "M"), 0);
+    EXPECT_EQ(gjf_editor_get_atom_oniom_layer(e, 0, layer, 2), 0);
+    EXPECT_STREQ(layer, "M");
+    gjf_editor_set_charge_and_spin(e, -1, 2);
+    EXPECT_EQ(gjf_editor_get_charge(e), -1);
+    EXPECT_EQ(gjf_editor_get_spin(e), 2);
+    const int partners[] = {0, 1};
+    const double orders[] = {1.0, 0.0};
+    EXPECT_EQ(gjf_editor_add_atom(e, "O", 1, 2, 3, partners, orders, 2), 2);
+    EXPECT_EQ(gjf_editor_add_atom(e, "X", 0, 0, 0, nullptr, nullptr, 0), 3);
+    EXPECT_EQ(gjf_editor_get_atom_count(e), 4);
+    EXPECT_EQ(gjf_editor_set_model_chemistry_method(e, "MP2"), 0);
+    EXPECT_EQ(gjf_editor_set_model_chemistry_basis(e, "cc-pVTZ"), 0);
+    const std::string text = to_text(e);
+    EXPECT_EQ(text.rfind("# mp2/cc-pvtz \n\nt\n\n-1 2\n", 0), 0u) << text;
+    EXPECT_NE(text.find("\n\n1 3 1.0\n2\n3\n4\n\n\n"), std::string::npos) << text;
+}
+
+TEST(CEditor, SavesToAFile) {
+    const Editor editor = make_editor();
+    const std::filesystem::path path = std::filesystem::temp_directory_path() / "c_api_test.gjf";
+    EXPECT_EQ(gjf_editor_save_to_file(editor.get(), path.c_str()), 0);
+    std::ifstream file(path, std::ios::binary);
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), {}), to_text(editor.get()));
+    const Editor again(gjf_editor_create_from_file(path.c_str()));
+    EXPECT_EQ(gjf_editor_get_atom_count(again.get()), 2);
+    std::filesystem::remove(path);
+}
+
+TEST(CMultiEditor, EditsTheListOfJobs) {
+    const MultiEditor owner = make_multi();
+    quor_gjf_multi_editor* m = owner.get();
+    EXPECT_EQ(gjf_multi_editor_job_count(m), 2);
+    EXPECT_EQ(gjf_multi_editor_add_job_from_string(m, "# hf geom=allcheck\n"), 0);
+    EXPECT_EQ(gjf_multi_editor_job_count(m), 3);
+    EXPECT_EQ(gjf_multi_editor_remove_job(m, 0), 0);
+    const std::string text = to_text(m);
+    EXPECT_EQ(text.rfind("# mp2/sto-3g \n\nb\n", 0), 0u);
+    EXPECT_NE(text.find("\n\n--Link1--\n# hf geom=allcheck \n\n\n"), std::string::npos) << text;
+    const std::filesystem::path path = std::filesystem::temp_directory_path() / "c_api_multi_test.gjf";
+    EXPECT_EQ(gjf_multi_editor_save_to_file(m, path.c_str()), 0);
+    const MultiEditor again(gjf_multi_editor_create_from_file(path.c_str()));
+    EXPECT_EQ(to_text(again.get()), text);
+    std::filesystem::remove(path);
+}
+
+TEST(CMultiEditor, GivesCopiesOfJobs) {
+    const MultiEditor owner = make_multi();
+    const std::string before = to_text(owner.get());
+    for (const auto get : {gjf_multi_editor_get_job, gjf_multi_editor_clone_job}) {
+        const Editor copy(get(owner.get(), 1));
+        ASSERT_NE(copy, nullptr);
+        gjf_editor_set_charge_and_spin(copy.get(), 7, 8);
+        EXPECT_EQ(to_text(owner.get()), before);
+        EXPECT_EQ(gjf_multi_editor_set_job(owner.get(), 1, copy.get()), 0);
+        EXPECT_NE(to_text(owner.get()).find("\n7 8\n"), std::string::npos);
+        gjf_editor_set_charge_and_spin(copy.get(), 0, 2);
+        EXPECT_EQ(gjf_multi_editor_set_job(owner.get(), 1, copy.get()), 0);
+        EXPECT_EQ(to_text(owner.get()), before);
+    }
+}
+
+TEST(CMultiEditor, RefusesWithItsFixedMessages) {
+    const MultiEditor owner = make_multi();
+    const Editor job = make_editor();
+    quor_gjf_multi_editor* m = owner.get();
+    const std::string before = to_text(m);
+    char b[4] = "?";
+    const std::vector<std::pair<std::string, std::function<bool()>>> cases = {
+        {"content is null", [&] { return gjf_multi_editor_add_job_from_string(m, nullptr) == -1; }},
+        {"GJF Parse Error: Empty file or invalid format", [&] { return gjf_multi_editor_add_job_from_string(m, "") == -1; }},
+        {"GJF Parse Error: Connectivity contains a self bond",
+         [&] {
+             return gjf_multi_editor_add_job_from_string(m, "# hf geom=connectivity\n\nt\n\n0 1\nH 0 0 0\n\n1 1 1.0\n") ==
+                    -1;
+         }},
+        {"job index must not be negative", [&] { return gjf_multi_editor_remove_job(m, -1) == -1; }},
+        {"GJF Parse Error: Invalid job index: 2 (total jobs: 2)", [&] { return gjf_multi_editor_remove_job(m, 2) == -1; }},
+        {"job index must not be negative", [&] { return gjf_multi_editor_clone_job(m, -1) == nullptr; }},
+        {"GJF Parse Error: Invalid job index: 2 (total jobs: 2)", [&] { return gjf_multi_editor_get_job(m, 2) == nullptr; }},
+        {"GJF output buffer is invalid", [&] { return gjf_multi_editor_to_string(m, nullptr, 4) == -1; }},
+        {"GJF output buffer is invalid", [&] { return gjf_multi_editor_to_string(m, b, 0) == -1; }},
+        {"GJF output buffer is too small", [&] { return gjf_multi_editor_to_string(m, b, 4) == -1 && b[0] == '\0'; }},
+        {"filename is null", [&] { return gjf_multi_editor_save_to_file(m, nullptr) == -1; }},
+        {"GJF Parse Error: Cannot write file: /no/such/f",
+         [&] { return gjf_multi_editor_save_to_file(m, "/no/such/f") == -1; }},
+        {"job handle is null", [&] { return gjf_multi_editor_set_job(m, 0, nullptr) == -1; }},
+        {"job index must not be negative", [&] { return gjf_multi_editor_set_job(m, -1, job.get()) == -1; }},
+        {"GJF Parse Error: Invalid job index: 5 (total jobs: 2)",
+         [&] { return gjf_multi_editor_set_job(m, 5, job.get()) == -1; }},
+    };
+    for (const auto& [message, call] : cases) {
+        EXPECT_TRUE(call()) << message;
+        EXPECT_EQ(gjf_multi_editor_last_error(m), message);
+        EXPECT_EQ(gjf_multi_editor_last_error(nullptr), message);
+        EXPECT_EQ(to_text(m), before);
+        EXPECT_STREQ(gjf_multi_editor_last_error(m), "");
+    }
+}
+
+TEST(CMultiEditor, RecordsANullHandleForTheThread) {
+    char b[4];
+    const std::vector<std::function<bool()>> calls = {
+        [] { return gjf_multi_editor_job_count(nullptr) == -1; },
+        [] { return gjf_multi_editor_add_job_from_string(nullptr, "x") == -1; },
+        [] { return gjf_multi_editor_remove_job(nullptr, 0) == -1; },
+        [&] { return gjf_multi_editor_to_string(nullptr, b, 4) == -1; },
+        [] { return gjf_multi_editor_save_to_file(nullptr, "f") == -1; },
+        [] { return gjf_multi_editor_clone_job(nullptr, 0) == nullptr; },
+        [] { return gjf_multi_editor_get_job(nullptr, 0) == nullptr; },
+        [] { return gjf_multi_editor_set_job(nullptr, 0, nullptr) == -1; },
+    };
+    for (const auto& call : calls) {
+        const Editor clears = make_editor();
+        EXPECT_TRUE(call());
+        EXPECT_STREQ(gjf_get_last_error(), "multi editor handle is null");
+    }
+}
+
+TEST(CMessages, BelongToTheirThreadAndTheirHandle) {
+    const Editor first = make_editor();
+    const Editor second = make_editor();
+    EXPECT_EQ(gjf_editor_get_atom_freeze(first.get(), -1), -999);
+    std::thread other([&] {
+        EXPECT_STREQ(gjf_get_last_error(), "");
+        EXPECT_EQ(gjf_editor_get_atom_freeze(second.get(), 99), -999);
+        EXPECT_STREQ(gjf_get_last_error(), "atom index is out of range");
+    });
+    other.join();
+    EXPECT_STREQ(gjf_get_last_error(), "atom index must not be negative");
+    EXPECT_STREQ(gjf_editor_last_error(first.get()), "atom index must not be negative");
+    EXPECT_STREQ(gjf_editor_last_error(second.get()), "atom index is out of range");
+    EXPECT_EQ(gjf_editor_get_atom_count(first.get()), 2);
+    EXPECT_STREQ(gjf_editor_last_error(second.get()), "atom index is out of range");
+}
+
+}  // namespace
