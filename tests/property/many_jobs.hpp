@@ -1,0 +1,49 @@
+// Every job there is to try properties on: the examples and, where it lies beside the checkout, a collection of real files.
+#pragma once
+
+#include <gjf/core/job/gjf_parse_exception.hpp>
+#include <gjf/core/reader/gjf_parser.hpp>
+
+#include <algorithm>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace quor::input::gaussian::test {
+
+struct NamedJob {
+    std::string name;  ///< file and number of the job
+    GJFData data;
+};
+
+/// Reads the jobs of the example files and of ../shared/corpus; files that do not read are left out.
+inline std::vector<NamedJob> all_jobs() {
+    namespace fs = std::filesystem;
+    const fs::path source = QUOR_GJF_SOURCE_DIR;
+    std::vector<fs::path> paths;
+    for (const fs::path& folder : {source / "examples/jobs", source / "../shared/corpus"}) {
+        if (fs::exists(folder)) {
+            for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder)) {
+                const fs::path extension = entry.path().extension();
+                if (entry.is_regular_file() && extension != ".md" && extension != ".tsv") {
+                    paths.push_back(entry.path());
+                }
+            }
+        }
+    }
+    std::sort(paths.begin(), paths.end());
+    std::vector<NamedJob> jobs;
+    for (const fs::path& path : paths) {
+        try {
+            const GJFMultiData file = GJFParser::parse_file_multi(path);
+            for (std::size_t i = 0; i < file.jobs.size(); ++i) {
+                jobs.push_back({path.filename().string() + " job " + std::to_string(i + 1), file.jobs[i]});
+            }
+        } catch (const GJFParseException&) {
+            continue;
+        }
+    }
+    return jobs;
+}
+
+}  // namespace quor::input::gaussian::test
