@@ -39,9 +39,8 @@ TEST(RouteWarnings, HaveFixedTexts) {
         {"# opt=calc", "GJF-W004 ambiguous option 'calc' for keyword 'opt'; candidates: calcall, calcfc"},
         {"# Opt(Calc=1,Tight)", "GJF-W004 ambiguous option 'Calc' for keyword 'Opt'; candidates: calcall, calcfc"},
         {"# Foo", "GJF-W005 unknown route keyword/method/basis token 'Foo'; preserved as raw"},
-        {"# g",
-         "GJF-W001 ambiguous route keyword abbreviation 'g'; candidates: g1x, g2x, g3x, g4x, g5x, g6x, ...\n"
-         "GJF-W005 x"},
+        // The basis set gen begins so too: the word is known, and not called unknown.
+        {"# g", "GJF-W001 ambiguous route keyword abbreviation 'g'; candidates: g1x, g2x, g3x, g4x, g5x, g6x, ..."},
         {"# opt=5 opt=100", ""},
         {"# opt=(-3)", ""},
         {"# opt=tig", ""},
@@ -54,15 +53,7 @@ TEST(RouteWarnings, HaveFixedTexts) {
         {"# hf b3", "GJF-W005 unknown route keyword/method/basis token 'b3'; preserved as raw"},
     };
     for (const Case& c : cases) {
-        const std::string found = warnings_of(parse_route(c.route));
-        if (c.route == "# g") {
-            // geom and gvb begin so too, and auto-completion goes on to the basis set gen.
-            EXPECT_EQ(found.rfind("GJF-W001 ambiguous route keyword abbreviation 'g'; candidates: ", 0), 0u);
-            EXPECT_NE(found.find(", ..."), std::string::npos);
-            continue;
-        }
-        std::string expected = c.warnings;
-        EXPECT_EQ(found, expected) << c.route;
+        EXPECT_EQ(warnings_of(parse_route(c.route)), c.warnings) << c.route;
     }
 }
 
