@@ -40,7 +40,14 @@ std::string report_of(const GJFMultiData& file) {
     return text;
 }
 
-bool write_out(const std::string& text) { return std::fwrite(text.data(), 1, text.size(), stdout) == text.size(); }
+// Writes a text to standard output at once, so that it stands before what is said of the next file; says when that fails.
+bool write_out(const std::string& text) {
+    const bool written = std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
+    if (!written) {
+        std::fputs("quor-gjf: cannot write the report\n", stderr);
+    }
+    return written;
+}
 
 int report(const std::vector<std::string>& paths) {
     report_missing_vocabulary();
@@ -51,17 +58,15 @@ int report(const std::vector<std::string>& paths) {
             const std::string text = report_of(read_jobs(path));
             const std::string heading = paths.size() > 1 ? "==> " + path + " <==\n" : std::string();
             if (!write_out((first ? "" : "\n") + heading + text)) {
-                std::fputs("quor-gjf: cannot write the report\n", stderr);
                 return exit_failure;
             }
             first = false;
         } catch (const std::exception& error) {
-            std::fflush(stdout);
             std::fprintf(stderr, "%s: %s\n", path.c_str(), error.what());
             exit_code = exit_failure;
         }
     }
-    return std::fflush(stdout) == 0 ? exit_code : exit_failure;
+    return exit_code;
 }
 
 }  // namespace
