@@ -26,6 +26,9 @@ def problems(listed, declared, libraries):
         yield f"functions declared in the header differ from the list: {sorted(set(declared) ^ set(listed))}"
     if listed != sorted(listed):
         yield "the list is not sorted"
+    needed = "typeinfo for quor::input::gaussian::GJFParseException"
+    if needed not in map(without_version, exported(libraries[0], "-C")):
+        yield f"the library does not export {needed}: its exceptions cannot be caught"
     for library in libraries:
         symbols = exported(library, "-C")
         if not symbols:
