@@ -3,6 +3,7 @@ set(quor_public_headers
     gjf/gjf.hpp
     gjf/core/route_schema_paths.hpp
     gjf/core/schema/route_schema_cache.hpp
+    gjf/core/schema/schema_validation.hpp
     gjf/core/schema/simple_yaml_parser.hpp
     gjf/core/route/keyword_parser.hpp
     gjf/core/route/parse_warning.hpp

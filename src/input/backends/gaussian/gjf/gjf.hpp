@@ -11,4 +11,5 @@
 #include <gjf/core/route/route_scanner.hpp>
 #include <gjf/core/route_schema_paths.hpp>
 #include <gjf/core/schema/route_schema_cache.hpp>
+#include <gjf/core/schema/schema_validation.hpp>
 #include <gjf/core/schema/simple_yaml_parser.hpp>

@@ -67,8 +67,13 @@ bool is_cartesian_line(const Fields& fields) noexcept {
     return is_number_text(fields[begin]) && is_number_text(fields[begin + 1]) && is_number_text(fields[begin + 2]);
 }
 
+// A field such as r=0.96 is a variable and no atom; a label has "=" among its parameters alone.
+bool is_assignment(std::string_view field) noexcept {
+    return field.substr(0, field.find('(')).find('=') != std::string_view::npos;
+}
+
 bool is_zmatrix_line(const Fields& fields) noexcept {
-    if (fields.size() % 2 == 0 || fields.size() > 7 || is_cartesian_line(fields)) {
+    if (fields.size() % 2 == 0 || fields.size() > 7 || is_assignment(fields[0]) || is_cartesian_line(fields)) {
         return false;
     }
     for (std::size_t i = 1; i < fields.size(); i += 2) {

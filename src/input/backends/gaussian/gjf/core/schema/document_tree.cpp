@@ -3,15 +3,16 @@
 
 namespace quor::input::gaussian {
 
-DocumentTree::NodeId DocumentTree::add(Kind kind) {
+DocumentTree::NodeId DocumentTree::add(Kind kind, std::size_t line) {
     Item item;
     item.kind = kind;
+    item.line = static_cast<std::uint32_t>(line);
     items_.push_back(item);
     return static_cast<NodeId>(items_.size() - 1);
 }
 
-DocumentTree::NodeId DocumentTree::add_scalar(std::string_view text) {
-    const NodeId node = add(Kind::Scalar);
+DocumentTree::NodeId DocumentTree::add_scalar(std::string_view text, std::size_t line) {
+    const NodeId node = add(Kind::Scalar, line);
     items_[node].first = static_cast<std::uint32_t>(text_.size());
     items_[node].count = static_cast<std::uint32_t>(text.size());
     text_ += text;

@@ -11,6 +11,7 @@
 
 #include <exception>
 #include <fstream>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <unordered_map>
@@ -31,17 +32,20 @@ class TreeBuilder : public YAML::EventHandler {
 
     void OnDocumentStart(const YAML::Mark&) override {}
     void OnDocumentEnd() override {}
-    void OnNull(const YAML::Mark&, YAML::anchor_t anchor) override { add(tree_.add(DocumentTree::Kind::Null), anchor); }
-    void OnAlias(const YAML::Mark&, YAML::anchor_t anchor) override { pending_.push_back(anchored_.at(anchor)); }
-    void OnScalar(const YAML::Mark&, const std::string&, YAML::anchor_t anchor, const std::string& text) override {
-        add(tree_.add_scalar(text), anchor);
+    void OnNull(const YAML::Mark& mark, YAML::anchor_t anchor) override {
+        add(tree_.add(DocumentTree::Kind::Null, line_of(mark)), anchor);
     }
-    void OnSequenceStart(const YAML::Mark&, const std::string&, YAML::anchor_t anchor, YAML::EmitterStyle::value) override {
-        open(DocumentTree::Kind::Sequence, anchor);
+    void OnAlias(const YAML::Mark&, YAML::anchor_t anchor) override { pending_.push_back(anchored_.at(anchor)); }
+    void OnScalar(const YAML::Mark& mark, const std::string&, YAML::anchor_t anchor, const std::string& text) override {
+        add(tree_.add_scalar(text, line_of(mark)), anchor);
+    }
+    void OnSequenceStart(const YAML::Mark& mark, const std::string&, YAML::anchor_t anchor,
+                         YAML::EmitterStyle::value) override {
+        open(DocumentTree::Kind::Sequence, line_of(mark), anchor);
     }
     void OnSequenceEnd() override { close(); }
-    void OnMapStart(const YAML::Mark&, const std::string&, YAML::anchor_t anchor, YAML::EmitterStyle::value) override {
-        open(DocumentTree::Kind::Map, anchor);
+    void OnMapStart(const YAML::Mark& mark, const std::string&, YAML::anchor_t anchor, YAML::EmitterStyle::value) override {
+        open(DocumentTree::Kind::Map, line_of(mark), anchor);
     }
     void OnMapEnd() override { close(); }
 
@@ -58,8 +62,10 @@ class TreeBuilder : public YAML::EventHandler {
         pending_.push_back(id);
     }
 
-    void open(DocumentTree::Kind kind, YAML::anchor_t anchor) {
-        const DocumentTree::NodeId id = tree_.add(kind);
+    static std::size_t line_of(const YAML::Mark& mark) { return static_cast<std::size_t>(mark.line) + 1; }
+
+    void open(DocumentTree::Kind kind, std::size_t line, YAML::anchor_t anchor) {
+        const DocumentTree::NodeId id = tree_.add(kind, line);
         add(id, anchor);
         open_.push_back({id, pending_.size()});
     }
@@ -104,6 +110,17 @@ bool read_document_tree(const std::string& path, DocumentTree& tree) {
     YAML::Parser parser(stream);
     TreeBuilder builder(tree);
     return parser.HandleNextDocument(builder);
+}
+
+std::optional<SchemaProblem> read_document_or_problem(const std::string& path, DocumentTree& tree) {
+    try {
+        if (!read_document_tree(path, tree)) {
+            return SchemaProblem{0, "the file cannot be read, is too long or holds no document"};
+        }
+        return std::nullopt;
+    } catch (const YAML::Exception& error) {
+        return SchemaProblem{static_cast<std::size_t>(error.mark.line) + 1, error.msg};
+    }
 }
 
 bool convert_boolean(std::string_view text) { return YAML::Node(std::string(text)).as<bool>(); }

@@ -5,6 +5,7 @@
 #include <gjf/core/schema/schema_tables.hpp>
 #include <gjf/core/text/text.hpp>
 
+#include <algorithm>
 #include <utility>
 
 namespace quor::input::gaussian {
@@ -149,6 +150,18 @@ std::vector<std::string> SimpleYAMLParser::basis_completions(const std::string& 
 
 std::vector<std::string> SimpleYAMLParser::option_completions(const std::string& keyword, const std::string& prefix) const {
     return impl_->option_completions(keyword, prefix);
+}
+
+std::vector<std::string> SimpleYAMLParser::options_of(const std::string& keyword) const {
+    std::vector<std::string> names;
+    if (const GroupList* options = impl_->find_option_groups(keyword)) {
+        for (const CandidateGroup& option : *options) {
+            names.push_back(option.canonical);
+        }
+    }
+    std::sort(names.begin(), names.end());
+    names.erase(std::unique(names.begin(), names.end()), names.end());
+    return names;
 }
 
 std::string SimpleYAMLParser::to_lower(const std::string& text) { return to_lower_copy(text); }

@@ -75,6 +75,9 @@ class QUOR_GJF_API SimpleYAMLParser {
     std::vector<std::string> basis_completions(const std::string& prefix) const;
     std::vector<std::string> option_completions(const std::string& keyword, const std::string& prefix) const;
 
+    /// Returns the canonical spellings of all options of a keyword, sorted, each once; none for an unknown keyword.
+    std::vector<std::string> options_of(const std::string& keyword) const;
+
     static std::string to_lower(const std::string& text);
     static std::string trim(const std::string& text);
 

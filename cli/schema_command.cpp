@@ -1,0 +1,113 @@
+// quor-gjf schema: examines a vocabulary document, tells what it knows about a word, and which document is in use.
+#include "commands.hpp"
+#include "input.hpp"
+
+#include <gjf/gjf.hpp>
+
+#include <core/resource/resource.hpp>
+
+#include <CLI/CLI.hpp>
+
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace quor_gjf {
+namespace {
+
+using namespace quor::input::gaussian;
+
+constexpr const char* schema_variable = "QUOR_G16_ROUTE_SCHEMA_YAML";
+
+// The document that the library uses, as it finds it itself.
+std::string document_in_use() {
+    const std::string named = quor::core::resource::getenv_string(schema_variable);
+    return quor::core::resource::is_regular_file_path(named) ? named : resolve_route_schema_path("");
+}
+
+int validate(const std::string& file) {
+    const std::string path = file.empty() ? document_in_use() : file;
+    const std::vector<SchemaProblem> problems = validate_route_schema(path);
+    for (const SchemaProblem& problem : problems) {
+        std::printf("%s:%zu: %s\n", path.c_str(), problem.line, problem.message.c_str());
+    }
+    if (problems.empty()) {
+        std::printf("%s: nothing found\n", path.c_str());
+    }
+    return problems.empty() ? exit_success : exit_failure;
+}
+
+void print_list(const char* label, const std::vector<std::string>& words) {
+    if (words.empty()) {
+        return;
+    }
+    std::printf("%s:", label);
+    for (const std::string& word : words) {
+        std::printf(" %s", word.c_str());
+    }
+    std::printf("\n");
+}
+
+// Tells how a word is known in one role, and what else it may stand for.
+bool show_role(const char* role, bool known, bool exact, const std::vector<std::string>& completions) {
+    if (known) {
+        std::printf("%s: %s\n", role, exact ? "yes" : "by abbreviation");
+    } else if (!completions.empty()) {
+        std::printf("%s: no, it is ambiguous\n", role);
+        print_list("  it begins", completions);
+    }
+    return known || !completions.empty();
+}
+
+int show(const std::string& word) {
+    report_missing_vocabulary();
+    const SimpleYAMLParser& schema = default_route_schema();
+    bool known =
+        show_role("keyword", schema.knows_keyword(word), schema.knows_keyword_exact(word), schema.keyword_completions(word));
+    known =
+        show_role("method", schema.knows_method(word), schema.knows_method_exact(word), schema.method_completions(word)) ||
+        known;
+    known =
+        show_role("basis set", schema.knows_basis(word), schema.knows_basis_exact(word), schema.basis_completions(word)) ||
+        known;
+    if (!known) {
+        std::printf("'%s' is not known\n", word.c_str());
+        return exit_failure;
+    }
+    const bool is_basis = !schema.knows_keyword(word) && !schema.knows_method(word);
+    std::printf("written: %s\n", (is_basis ? schema.normalize_basis(word) : schema.normalize_keyword(word)).c_str());
+    std::printf("category: %s\n", schema.classify(schema.normalize_keyword(word)).c_str());
+    print_list("options", schema.options_of(word));
+    return exit_success;
+}
+
+int where() {
+    const bool named = !quor::core::resource::getenv_string(schema_variable).empty();
+    if (!default_route_schema().is_loaded()) {
+        report_missing_vocabulary();
+        return exit_failure;
+    }
+    const std::string path = document_in_use();
+    const bool by_name = named && path == quor::core::resource::getenv_string(schema_variable);
+    std::printf("%s\n%s\n", path.c_str(), by_name ? "named by QUOR_G16_ROUTE_SCHEMA_YAML" : "found by search");
+    return exit_success;
+}
+
+}  // namespace
+
+void add_schema_command(CLI::App& command, int& exit_code) {
+    command.require_subcommand(1);
+    const auto text = std::make_shared<std::string>();
+    CLI::App* check = command.add_subcommand("validate", "Examine a vocabulary document, or the one in use");
+    check->add_option("FILE", *text, "The document");
+    check->callback([text, &exit_code] { exit_code = validate(*text); });
+    CLI::App* tell = command.add_subcommand("show", "Tell what the vocabulary knows about a word");
+    tell->add_option("WORD", *text, "A keyword, method or basis set")->required();
+    tell->callback([text, &exit_code] { exit_code = show(*text); });
+    command.add_subcommand("where", "Tell which vocabulary document is in use")->callback([&exit_code] {
+        exit_code = where();
+    });
+}
+
+}  // namespace quor_gjf
