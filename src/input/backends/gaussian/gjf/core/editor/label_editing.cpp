@@ -175,7 +175,7 @@ void GJFEditor::ensure_oniom_completeness() {
     }
     for (AtomCoord& atom : data_.geom.atoms) {
         if (!has_layer(atom)) {
-            atom.layer = low_layer;
+            atom.layer.emplace(low_layer);
         }
     }
 }
