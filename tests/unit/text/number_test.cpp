@@ -1,0 +1,117 @@
+// Numbers and integers, whole fields of them, whatever the locale.
+#include <gjf/core/text/number.hpp>
+
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+#include <random>
+#include <string>
+
+namespace quor::input::gaussian {
+namespace {
+
+const double infinity = std::numeric_limits<double>::infinity();
+
+TEST(Numbers, AreReadAsStrtodReadsThem) {
+    const std::pair<std::string, double> cases[] = {
+        {"0", 0},
+        {"+0.28", 0.28},
+        {"-1.5", -1.5},
+        {"1e-3", 1e-3},
+        {"1.", 1},
+        {".5", 0.5},
+        {"-.5E+2", -50},
+        {" 7", 7},
+        {"\t\n\v7", 7},
+        {"0x10", 16},
+        {"0X1.8p1", 3},
+        {"-0x.8", -0.5},
+        {"inf", infinity},
+        {"-Infinity", -infinity},
+        {"1e999", infinity},
+        {"-1e999", -infinity},
+        {"1e-999", 0},
+        {"0.0000001e99999999999999999999", infinity},
+        {"1e-99999999999999999999", 0},
+        {"0x1p5000", infinity},
+        {"0x1p-5000", 0},
+        {"1000000000000000000000000000000", 1e30},
+    };
+    for (const auto& [text, value] : cases) {
+        ASSERT_TRUE(to_number(text).has_value()) << text;
+        EXPECT_EQ(*to_number(text), value) << text;
+    }
+    for (const char* text : {"nan", "NAN", "-nan", "nan()", "nan(a_1)"}) {
+        ASSERT_TRUE(to_number(text).has_value()) << text;
+        EXPECT_TRUE(std::isnan(*to_number(text)));
+    }
+}
+
+TEST(Numbers, RefuseAllElse) {
+    for (const char* text : {"",     " ",      "+",    "-",   ".",     "e5",  "1 ",  "1e",           "1e+",   "1d3",
+                             "1,5",  "--1",    "+-1",  "- 1", "1.2.3", "0x",  "0xg", "0x.",          "infin", "infinit",
+                             "nan(", "nan(-)", "nanx", "x1",  "1x",    "'1'", "1_0", "\xEF\xBB\xBF" "1"}) {
+        EXPECT_FALSE(to_number(text).has_value()) << text;
+        EXPECT_FALSE(is_number_text(text)) << text;
+    }
+    EXPECT_FALSE(to_number(std::string_view("1\0", 2)).has_value());
+}
+
+TEST(Numbers, AgreeWithStrtodOnRandomText) {
+    std::mt19937 random(7);
+    const std::string alphabet = "0123456789.+-eExXpPnaif() ";
+    for (int i = 0; i < 200'000; ++i) {
+        std::string text;
+        for (std::size_t n = 1 + random() % 8; n-- > 0;) {
+            text += alphabet[random() % alphabet.size()];
+        }
+        char* end = nullptr;
+        const double expected = std::strtod(text.c_str(), &end);
+        const bool whole = end == text.c_str() + text.size() && end != text.c_str();
+        ASSERT_EQ(to_number(text).has_value(), whole) << text;
+        if (whole && !std::isnan(expected)) {
+            // A magnitude that only a denormal number comes near may be given as zero.
+            EXPECT_TRUE(*to_number(text) == expected || std::abs(expected) < 1e-307) << text;
+        }
+    }
+}
+
+TEST(Integers, AreWholeDecimalNumbers) {
+    for (const char* text : {"0", "-1", "+5", " 7", "007", "99999999999999999999999"}) {
+        EXPECT_TRUE(is_integer_text(text)) << text;
+    }
+    for (const char* text : {"", "-", "+", "1.0", "1 ", "0x1", "1e3", "a", "--1", "+-1", "1-2"}) {
+        EXPECT_FALSE(is_integer_text(text)) << text;
+        EXPECT_FALSE(to_int64(text).has_value()) << text;
+    }
+    EXPECT_EQ(to_int64("-9223372036854775808"), std::numeric_limits<std::int64_t>::min());
+    EXPECT_FALSE(to_int64("9223372036854775808").has_value());
+    EXPECT_EQ(to_int32("+2147483647"), 2147483647);
+    EXPECT_FALSE(to_int32("2147483648").has_value());
+    EXPECT_FALSE(to_int32("+-1").has_value());
+    EXPECT_EQ(leading_int32("8abc"), 8);
+    EXPECT_EQ(leading_int32("-3 4"), -3);
+    EXPECT_FALSE(leading_int32("abc").has_value());
+    EXPECT_FALSE(leading_int32("99999999999").has_value());
+    EXPECT_FALSE(leading_int32("").has_value());
+}
+
+TEST(Numbers, AreTheSameUnderACommaLocale) {
+    const char* locale = nullptr;
+    for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "fr_FR.UTF-8", "de_DE"}) {
+        locale = locale != nullptr ? locale : std::setlocale(LC_ALL, name);
+    }
+    if (locale == nullptr) {
+        GTEST_SKIP() << "no locale with a decimal comma is installed";
+    }
+    EXPECT_EQ(to_number("1.5"), 1.5);
+    EXPECT_FALSE(to_number("1,5").has_value());
+    EXPECT_EQ(to_number("1e999"), infinity);
+    std::setlocale(LC_ALL, "C");
+}
+
+}  // namespace
+}  // namespace quor::input::gaussian
