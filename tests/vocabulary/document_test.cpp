@@ -2,10 +2,14 @@
 #include "vocabulary_tables.hpp"
 
 #include <gjf/core/schema/schema_document.hpp>
+#include <gjf/core/schema/schema_validation.hpp>
 
-#include <algorithm>
+#include <fstream>
+#include <iterator>
 #include <map>
+#include <memory>
 #include <set>
+#include <utility>
 #include <vector>
 
 namespace quor::input::gaussian {
@@ -145,6 +149,42 @@ TEST(Document, GivesOptionsToEveryMethodThatIsAKeywordToo) {
             EXPECT_EQ(tables().option_states.count(group.canonical), 1U) << group.canonical;
             EXPECT_EQ(vocabulary().classify(group.canonical), "method") << group.canonical;
         }
+    }
+}
+
+/// Returns the document with each text after the line in which its mark ends.
+std::string document_with(const std::vector<std::pair<std::string, std::string>>& additions) {
+    std::ifstream file(vocabulary_path());
+    std::string document((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+    for (const auto& [mark, text] : additions) {
+        const std::size_t place = document.find('\n', document.find(mark) + mark.size());
+        EXPECT_NE(place, std::string::npos) << mark;
+        document.insert(place + 1, text);
+    }
+    return document;
+}
+
+TEST(Document, CanBeExtendedByASite) {
+    const std::string path = testing::TempDir() + "site_route.yaml";
+    std::ofstream(path) << document_with({{"  JobTypes:\n    entries:", "      - {forms: [sitejob, sitework], next: GCL}\n"},
+                                          {"  # opt, fopt, popt", "  SiteOptions:\n    entries:\n      - {forms: [fast]}\n"},
+                                          {"  option_states: {", "    sitework: SiteOptions,\n"},
+                                          {"  categories: {", "    sitejob: job type,\n"}});
+    SimpleYAMLParser site;
+    ASSERT_TRUE(site.load_from_file(path));
+    EXPECT_FALSE(vocabulary().knows_keyword("sitejob"));
+    EXPECT_TRUE(site.knows_keyword_exact("sitejob"));
+    EXPECT_EQ(site.normalize_keyword("SiteWork"), "sitejob");
+    EXPECT_TRUE(site.knows_option_exact("sitejob", "fast"));
+    EXPECT_EQ(site.classify("sitework"), "job type");
+    EXPECT_EQ(site.classify("opt"), "job type");
+    EXPECT_TRUE(site.knows_option_exact("opt", "calcfc"));
+    EXPECT_TRUE(validate_route_schema(path).empty());
+}
+
+TEST(Document, PassesItsOwnValidation) {
+    for (const SchemaProblem& problem : validate_route_schema(vocabulary_path())) {
+        ADD_FAILURE() << problem.line << ": " << problem.message;
     }
 }
 
