@@ -12,6 +12,7 @@ enum ExitCode { exit_success = 0, exit_failure = 1, exit_usage = 2 };
 
 /// Declares a subcommand's arguments; when it is chosen, its callback stores the exit code.
 void add_report_command(CLI::App& command, int& exit_code);
+void add_outline_command(CLI::App& command, int& exit_code);
 void add_schema_command(CLI::App& command, int& exit_code);
 
 }  // namespace quor_gjf

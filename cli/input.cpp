@@ -2,20 +2,39 @@
 #include "input.hpp"
 
 #include <cstdio>
+#include <fstream>
 #include <iostream>
 #include <iterator>
 
 namespace quor_gjf {
 
 using quor::input::gaussian::GJFMultiData;
+using quor::input::gaussian::GJFParseException;
 using quor::input::gaussian::GJFParser;
 
-GJFMultiData read_jobs(const std::string& path) {
-    if (path != "-") {
-        return GJFParser::parse_file_multi(path);
+namespace {
+
+std::string read_stream(std::istream& stream) {
+    return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+}
+
+}  // namespace
+
+std::string read_text(const std::string& path) {
+    if (path == "-") {
+        return read_stream(std::cin);
     }
-    const std::string text{std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>()};
-    return GJFParser::parse_string_multi(text);
+    std::ifstream file(path, std::ios::binary);
+    // A folder opens, but nothing can be read from it.
+    file.peek();
+    if (!file.is_open() || file.bad()) {
+        throw GJFParseException("Cannot open file: " + path);
+    }
+    return read_stream(file);
+}
+
+GJFMultiData read_jobs(const std::string& path) {
+    return path == "-" ? GJFParser::parse_string_multi(read_text(path)) : GJFParser::parse_file_multi(path);
 }
 
 void report_missing_vocabulary() {

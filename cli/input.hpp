@@ -7,6 +7,9 @@
 
 namespace quor_gjf {
 
+/// Reads a whole file, or standard input for "-"; throws "Cannot open file: PATH".
+std::string read_text(const std::string& path);
+
 /// Reads every job of a file, or of standard input for "-"; throws as `GJFParser::parse_file_multi` does.
 quor::input::gaussian::GJFMultiData read_jobs(const std::string& path);
 

@@ -17,6 +17,7 @@ struct Command {
 constexpr Command commands[] = {
     {"report", "Print what is in job files: Link 0, route, molecule, extra input and route warnings",
      quor_gjf::add_report_command},
+    {"outline", "Tell which lines of a job file hold what, and what is missing or left over", quor_gjf::add_outline_command},
     {"schema", "Examine the route vocabulary, or ask it about a word", quor_gjf::add_schema_command},
 };
 

@@ -70,6 +70,9 @@ TEST(GJFEditor, TakesAnyAtomNumberWhereTheMoleculeComesFromACheckpoint) {
         GJFData data = with_bonds(0, {{0, 99, 1}});
         data.control = GJFParser::parse_control_section({route});
         EXPECT_NO_THROW(GJFEditor{data}) << route;
+        GJFData beyond = data;
+        beyond.extra_inputs[0].mutable_connectivity()->bonds.push_back({0, largest_atom_count, 1});
+        expect_refused("Connectivity references an atom outside the geometry", [&] { GJFEditor editor(beyond); });
         data.extra_inputs[0].mutable_connectivity()->bonds.push_back({7, 7, 1});
         expect_refused("Connectivity contains a self bond", [&] { GJFEditor editor(data); });
     }

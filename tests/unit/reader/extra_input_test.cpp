@@ -214,6 +214,7 @@ TEST(Connectivity, IsBoundedByTheMoleculeOfTheJob) {
     const GJFData check = GJFParser::parse_string("# hf geom=(check,connectivity)\n\nt\n\n0 1\n\n1 900 1.0\n");
     ASSERT_NE(check.connectivity(), nullptr);
     EXPECT_EQ(check.connectivity()->bonds[0].atom2, 899u);
+    EXPECT_THROW(GJFParser::parse_string("# hf geom=(allcheck,connectivity)\n\n1 1000001 1.0\n"), GJFParseException);
     EXPECT_EQ(GJFParser::parse_string("# hf geom=(allcheck,connectivity)\n\n1 5 1.0\n").connectivity()->bonds.size(), 1u);
 }
 

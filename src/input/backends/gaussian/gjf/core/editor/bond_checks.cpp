@@ -10,23 +10,29 @@
 namespace quor::input::gaussian {
 namespace {
 
-// Interprets the route only where an atom number is too large for a job without atoms.
-bool is_outside(const GJFData& data, std::uint64_t atom) {
+// The number of atoms that bonds may name. The route is interpreted only for a job without atoms.
+std::size_t bound_of(const GJFData& data) {
     const std::size_t count = data.geom.atom_count();
-    if (atom < count) {
-        return false;
-    }
-    return count > 0 || !(GJFParser::is_geom_check(data.control) || GJFParser::is_geom_allchk(data.control));
+    const bool from_checkpoint =
+        count == 0 && (GJFParser::is_geom_check(data.control) || GJFParser::is_geom_allchk(data.control));
+    return from_checkpoint ? largest_atom_count : count;
 }
 
-}  // namespace
-
-void check_bond_atoms(const GJFData& data, const Bond& bond) {
-    if (is_outside(data, std::max(bond.atom1, bond.atom2))) {
+void check_atoms(const Bond& bond, std::size_t atom_count) {
+    if (std::max(bond.atom1, bond.atom2) >= atom_count) {
         throw GJFParseException("Connectivity references an atom outside the geometry");
     }
     if (bond.atom1 == bond.atom2) {
         throw GJFParseException("Connectivity contains a self bond");
+    }
+}
+
+}  // namespace
+
+void check_bond_atoms(const GJFData& data, const std::vector<Bond>& bonds) {
+    const std::size_t atom_count = bound_of(data);
+    for (const Bond& bond : bonds) {
+        check_atoms(bond, atom_count);
     }
 }
 
@@ -39,15 +45,9 @@ void check_bonds(const GJFData& data) {
     if (connectivity == nullptr || connectivity->bonds.empty()) {
         return;
     }
-    // The route says once for all bonds whether a job without atoms bounds them.
-    const bool unbounded = data.geom.atom_count() == 0 && !is_outside(data, 0);
+    const std::size_t atom_count = bound_of(data);
     for (const Bond& bond : connectivity->bonds) {
-        if (!unbounded && std::max(bond.atom1, bond.atom2) >= data.geom.atom_count()) {
-            throw GJFParseException("Connectivity references an atom outside the geometry");
-        }
-        if (bond.atom1 == bond.atom2) {
-            throw GJFParseException("Connectivity contains a self bond");
-        }
+        check_atoms(bond, atom_count);
         if (!std::isfinite(bond.order)) {
             throw GJFParseException("Connectivity contains a non-finite bond order");
         }

@@ -3,15 +3,17 @@
 
 #include <gjf/core/job/gjf_data.hpp>
 
+#include <vector>
+
 namespace quor::input::gaussian {
 
 /// Throws for a second connectivity section, and for a bond outside the molecule, to itself or with an order that is not
 /// finite.
 ///
-/// A job that takes its molecule from a checkpoint and brings no atoms does not bound the atom numbers.
+/// Where a job takes its molecule from a checkpoint and brings no atoms, `largest_atom_count` bounds the atom numbers.
 void check_bonds(const GJFData& data);
 
-/// Throws for a bond outside the molecule or from an atom to itself.
-void check_bond_atoms(const GJFData& data, const Bond& bond);
+/// Throws for the first bond outside the molecule or from an atom to itself.
+void check_bond_atoms(const GJFData& data, const std::vector<Bond>& bonds);
 
 }  // namespace quor::input::gaussian

@@ -84,9 +84,7 @@ void GJFEditor::parse_connectivity_from_section(int index) {
     }
     const auto place = static_cast<std::size_t>(index);
     ExtraInputSection section(ExtraInputSectionKind::Connectivity, data_.extra_input_text(place));
-    for (const Bond& bond : section.connectivity()->bonds) {
-        check_bond_atoms(data_, bond);
-    }
+    check_bond_atoms(data_, section.connectivity()->bonds);
     GJFData copy = data_;
     copy.extra_inputs[place] = std::move(section);
     set_data(std::move(copy));

@@ -20,7 +20,8 @@ struct Bond {
     friend bool operator!=(const Bond& a, const Bond& b) noexcept { return !(a == b); }
 };
 
-/// The bonds of a job in file order; one pair of atoms may occur more than once. Indices count from 0 in memory and from 1 in text.
+/// The bonds of a job in file order; one pair of atoms may occur more than once. Indices count from 0 in memory and from 1
+/// in text.
 struct QUOR_GJF_API ConnectivitySection {
     ConnectivitySection();
     ConnectivitySection(const ConnectivitySection& other);
@@ -31,8 +32,8 @@ struct QUOR_GJF_API ConnectivitySection {
 
     std::vector<Bond> bonds;
 
-    /// Replaces the bonds with those of "i j1 o1 j2 o2 ..." lines; a "!" begins a comment. Throws `GJFParseException` for a malformed
-    /// line, leaving the bonds read before it.
+    /// Replaces the bonds with those of "i j1 o1 j2 o2 ..." lines; a "!" begins a comment. Throws `GJFParseException` for a
+    /// malformed line, leaving the bonds read before it.
     void parse_from_lines(const std::vector<std::string>& lines);
     /// Writes one line an atom, up to the highest atom that has a bond.
     std::vector<std::string> to_lines() const;

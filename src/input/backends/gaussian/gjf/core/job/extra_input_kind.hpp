@@ -7,7 +7,8 @@
 
 namespace quor::input::gaussian {
 
-/// What an extra input section is. The values are fixed: sections of a job are ordered by them, and C callers pass them as integers.
+/// What an extra input section is. The values are fixed: sections of a job are ordered by them, and C callers pass them as
+/// integers.
 enum class ExtraInputSectionKind : std::int32_t {
     Unknown = 0,
     Connectivity = 1,

@@ -28,8 +28,8 @@ struct QUOR_GJF_API ExtraInputSection {
 
     static ExtraInputSection from_connectivity(ConnectivitySection connectivity);
 
-    /// Sets kind and text; text of kind `Connectivity` is read into bonds. Throws `GJFParseException` when that fails, which leaves the
-    /// section as it was.
+    /// Sets kind and text; text of kind `Connectivity` is read into bonds. Throws `GJFParseException` when that fails, which
+    /// leaves the section as it was.
     void assign_text(ExtraInputSectionKind section_kind, const std::string& section_text);
     void assign_connectivity(ConnectivitySection connectivity);
 

@@ -14,6 +14,10 @@ namespace quor::input::gaussian {
 
 enum class GeometryFormat : std::int32_t { Cartesian = 0, ZMatrix = 1 };
 
+/// Bounds the atom numbers of a job whose molecule stands in a checkpoint: no molecule has more atoms, and connectivity is
+/// written with a line for each of them.
+inline constexpr std::size_t largest_atom_count = 1'000'000;
+
 struct ChargeSpinPair {
     std::int32_t charge = 0;
     std::int32_t multiplicity = 0;

@@ -30,9 +30,7 @@ void check_atom_numbers(const ConnectivitySection& connectivity, std::size_t ato
 void add_connectivity(LineSpan lines, Kind kind, GJFData& job, bool atoms_known) {
     ConnectivitySection connectivity;
     connectivity.parse_from_lines(std::vector<std::string>(lines.begin(), lines.end()));
-    if (atoms_known) {
-        check_atom_numbers(connectivity, job.geom.atom_count());
-    }
+    check_atom_numbers(connectivity, atoms_known ? job.geom.atom_count() : largest_atom_count);
     if (kind == Kind::Connectivity) {
         job.extra_inputs.push_back(ExtraInputSection::from_connectivity(std::move(connectivity)));
     } else {

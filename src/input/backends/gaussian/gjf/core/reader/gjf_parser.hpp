@@ -45,7 +45,8 @@ class QUOR_GJF_API GJFParser {
     /// Cuts one route line into its words, at blanks and commas outside quotes and brackets. The second argument is taken
     /// for symmetry with `parse_keywords`; cutting needs no vocabulary.
     static std::vector<std::string> parse_keywords_from_line(const std::string& line, const std::string& schema_path);
-    /// Interprets route words, joined with single blanks. Where later lines repeat the head it is left out: the words "#", "#p", "#n" and
+    /// Interprets route words, joined with single blanks. Where later lines repeat the head it is left out: the words "#",
+    /// "#p", "#n" and
     /// "#t" after the first, and the "#" before a word.
     /// `schema_path` names a vocabulary document; empty means the default one.
     static ParsedKeywords parse_keywords(const std::vector<std::string>& route_keywords, const std::string& schema_path);
