@@ -55,7 +55,7 @@ std::optional<std::string> take_title_and_molecule(LineCursor& cursor, Kind kind
     text += "\n\n";
     text += joined(molecule);
     const std::size_t end = cursor.position();
-    take_variable_sections(cursor, molecule, sections_expected);
+    take_variable_sections(cursor, molecule, [sections_expected] { return sections_expected; });
     const LineSpan variables = cursor.range(end, cursor.position());
     return variables.empty() ? text : text + '\n' + joined(variables);
 }

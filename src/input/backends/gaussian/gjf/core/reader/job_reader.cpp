@@ -123,7 +123,7 @@ class JobReader {
         }
         if (!shape.all_from_checkpoint) {
             read_title(shape);
-            read_molecule_section(shape, !expected_kinds(route, nullptr).empty());
+            read_molecule_section(shape, [&route] { return !expected_kinds(route, nullptr).empty(); });
         }
         const bool from_checkpoint = shape.all_from_checkpoint || shape.molecule_from_checkpoint;
         const bool atoms_known = !from_checkpoint || job.geom.atom_count() > 0;
@@ -166,7 +166,7 @@ class JobReader {
         }
     }
 
-    void read_molecule_section(const RouteShape& shape, bool sections_expected) {
+    void read_molecule_section(const RouteShape& shape, const SectionsExpected& sections_expected) {
         const LineSpan section = take(&LineCursor::take_section_past_comments);
         if (shape.molecule_from_checkpoint) {
             job.geom = read_charge_line_alone(section, recorder_);

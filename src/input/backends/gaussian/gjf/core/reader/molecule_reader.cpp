@@ -270,7 +270,7 @@ class MoleculeReader {
     }
 
     // Takes the sections at the cursor that give values to the molecule's variables.
-    void take_variable_sections(LineCursor& cursor, bool sections_expected) {
+    void take_variable_sections(LineCursor& cursor, const SectionsExpected& sections_expected) {
         if (geom.format == GeometryFormat::ZMatrix) {
             take_zmatrix_sections(cursor, sections_expected);
         } else {
@@ -308,12 +308,12 @@ class MoleculeReader {
 
     // The first section holds variables, the next constants, unless headers say otherwise; one that neither has a header nor
     // gives a value to a name in use is left when the route asks for sections.
-    void take_zmatrix_sections(LineCursor& cursor, bool sections_expected) {
+    void take_zmatrix_sections(LineCursor& cursor, const SectionsExpected& sections_expected) {
         for (bool first = geom.variables.empty();; first = false) {
             const std::size_t begin = cursor.position();
             const LineSpan section = cursor.take_section_past_comments();
             const VariableBlock block = examine_variables(section, true, undefined_names(geom));
-            const bool belongs = block.has_header || block.defines_wanted_name || (first && !sections_expected);
+            const bool belongs = block.has_header || block.defines_wanted_name || (first && !sections_expected());
             if (section.empty() || !block.well_formed || !belongs) {
                 cursor.move_to(begin);
                 return;
@@ -355,14 +355,15 @@ class MoleculeReader {
 
 }  // namespace
 
-GeomSection read_molecule(LineCursor& cursor, LineSpan section, bool sections_expected, LayoutRecorder* recorder) {
+GeomSection read_molecule(LineCursor& cursor, LineSpan section, const SectionsExpected& sections_expected,
+                          LayoutRecorder* recorder) {
     MoleculeReader reader(recorder);
     reader.read_section(section);
     reader.take_variable_sections(cursor, sections_expected);
     return std::move(reader.geom);
 }
 
-void take_variable_sections(LineCursor& cursor, LineSpan section, bool sections_expected) {
+void take_variable_sections(LineCursor& cursor, LineSpan section, const SectionsExpected& sections_expected) {
     MoleculeReader reader(nullptr);
     try {
         reader.read_section(section);

@@ -10,6 +10,7 @@
 #include <gjf/core/schema/simple_yaml_parser.hpp>
 
 #include <cstddef>
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -82,14 +83,19 @@ ControlSection read_control_section(LineSpan lines, bool pass_over_blank_lines, 
 /// Tells whether an interpreted route has a geom keyword with an option.
 bool has_geom_option(const ParsedKeywords& route, const SimpleYAMLParser& schema, const std::string& option);
 
+/// Tells whether the route asks for any section after the molecule. Asked only where it matters, since the answer takes
+/// time.
+using SectionsExpected = std::function<bool()>;
+
 /// Reads the molecule section at the cursor and the variable sections that belong to it.
 ///
 /// `sections_expected` tells whether the route asks for any section after the molecule: a section of name and value lines
 /// that the molecule does not refer to is then left to it.
-GeomSection read_molecule(LineCursor& cursor, LineSpan section, bool sections_expected, LayoutRecorder* recorder);
+GeomSection read_molecule(LineCursor& cursor, LineSpan section, const SectionsExpected& sections_expected,
+                          LayoutRecorder* recorder);
 
 /// Takes the variable sections after a Z-matrix that is kept as text; nothing for any other molecule, or a malformed one.
-void take_variable_sections(LineCursor& cursor, LineSpan section, bool sections_expected);
+void take_variable_sections(LineCursor& cursor, LineSpan section, const SectionsExpected& sections_expected);
 
 bool is_valid_geometry_first_line(std::string_view line);
 
