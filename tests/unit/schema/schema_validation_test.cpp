@@ -78,8 +78,7 @@ TEST(SchemaValidation, FindsEachKindOfMistake) {
          "5: no word of the basis graph that reaches state 'dead' can end"},
         {"states: [1, 2\n", "2: end of sequence flow not found"},
         {"other: 1\n", "1: the document has no map of states"},
-        {"states: {GCL: {entries: [{forms: [a], consume: maybe}]}}\n",
-         "0: the document does not load: bad conversion"},
+        {"states: {GCL: {entries: [{forms: [a], consume: maybe}]}}\n", "0: the document does not load: bad conversion"},
         {"", "0: the file cannot be read, is too long or holds no document"},
     };
     for (const Case& c : cases) {

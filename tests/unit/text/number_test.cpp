@@ -51,9 +51,35 @@ TEST(Numbers, AreReadAsStrtodReadsThem) {
 }
 
 TEST(Numbers, RefuseAllElse) {
-    for (const char* text : {"",     " ",      "+",    "-",   ".",     "e5",  "1 ",  "1e",           "1e+",   "1d3",
-                             "1,5",  "--1",    "+-1",  "- 1", "1.2.3", "0x",  "0xg", "0x.",          "infin", "infinit",
-                             "nan(", "nan(-)", "nanx", "x1",  "1x",    "'1'", "1_0", "\xEF\xBB\xBF" "1"}) {
+    for (const char* text : {"",
+                             " ",
+                             "+",
+                             "-",
+                             ".",
+                             "e5",
+                             "1 ",
+                             "1e",
+                             "1e+",
+                             "1d3",
+                             "1,5",
+                             "--1",
+                             "+-1",
+                             "- 1",
+                             "1.2.3",
+                             "0x",
+                             "0xg",
+                             "0x.",
+                             "infin",
+                             "infinit",
+                             "nan(",
+                             "nan(-)",
+                             "nanx",
+                             "x1",
+                             "1x",
+                             "'1'",
+                             "1_0",
+                             "\xEF\xBB\xBF"
+                             "1"}) {
         EXPECT_FALSE(to_number(text).has_value()) << text;
         EXPECT_FALSE(is_number_text(text)) << text;
     }

@@ -1,4 +1,5 @@
-/* The flat C interface of libquor_g16_gjf: read, look at, edit and write Gaussian 16 job files from C or any language that calls C.
+/* The flat C interface of libquor_g16_gjf: read, look at, edit and write Gaussian 16 job files from C or any language that
+ * calls C.
  *
  * A tour
  * ------
@@ -23,10 +24,10 @@
  *     if (status != 0) fprintf(stderr, "%s\n", gjf_editor_last_error(job));
  *     gjf_editor_destroy(job);
  *
- * Errors. Functions that return int give 0, a count or a value on success and -1 on failure unless they say otherwise; setters
- * return nothing. Every failure stores a message in the handle and in the calling thread; every success empties both. A message is
- * valid until the next call for the same handle or thread. A NULL handle stores "editor handle is null" ("multi editor handle is
- * null") in the thread. No C++ exception leaves a function.
+ * Errors. Functions that return int give 0, a count or a value on success and -1 on failure unless they say otherwise;
+ * setters return nothing. Every failure stores a message in the handle and in the calling thread; every success empties
+ * both. A message is valid until the next call for the same handle or thread. A NULL handle stores "editor handle is null"
+ * ("multi editor handle is null") in the thread. No C++ exception leaves a function.
  *
  * Threads. A handle is used by one thread at a time; different handles may be used in different threads.
  */
@@ -54,7 +55,8 @@ typedef struct quor_gjf_editor quor_gjf_editor;
 /* All jobs of a file with their editors and a last message. */
 typedef struct quor_gjf_multi_editor quor_gjf_multi_editor;
 
-/* --- Library ------------------------------------------------------------------------------------------------------------------ */
+/* --- Library
+ * ------------------------------------------------------------------------------------------------------------------ */
 
 /* Returns the library's version, as in "0.1.0". Static; never NULL. */
 QUOR_GJF_C_API const char* quor_gjf_version(void) QUOR_GJF_C_NOEXCEPT;
@@ -63,14 +65,15 @@ QUOR_GJF_C_API const char* quor_gjf_version(void) QUOR_GJF_C_NOEXCEPT;
 QUOR_GJF_C_API const char* gjf_get_last_error(void) QUOR_GJF_C_NOEXCEPT;
 QUOR_GJF_C_API const char* gjf_editor_get_last_error(void) QUOR_GJF_C_NOEXCEPT;
 
-/* --- One job ------------------------------------------------------------------------------------------------------------------ */
+/* --- One job
+ * ------------------------------------------------------------------------------------------------------------------ */
 
-/* Reads the first job of a text. Returns a handle to be freed with gjf_editor_destroy, or NULL: "content is null", or why the text
- * cannot be read. */
+/* Reads the first job of a text. Returns a handle to be freed with gjf_editor_destroy, or NULL: "content is null", or why
+ * the text cannot be read. */
 QUOR_GJF_C_API quor_gjf_editor* gjf_editor_create_from_string(const char* content) QUOR_GJF_C_NOEXCEPT;
 
-/* Reads the first job of a file. Returns a handle to be freed with gjf_editor_destroy, or NULL: "filename is null", or why the file
- * cannot be read. */
+/* Reads the first job of a file. Returns a handle to be freed with gjf_editor_destroy, or NULL: "filename is null", or why
+ * the file cannot be read. */
 QUOR_GJF_C_API quor_gjf_editor* gjf_editor_create_from_file(const char* filename) QUOR_GJF_C_NOEXCEPT;
 
 /* Frees a handle; NULL is ignored. */
@@ -88,71 +91,82 @@ QUOR_GJF_C_API int gjf_editor_get_charge(quor_gjf_editor* editor) QUOR_GJF_C_NOE
 /* Returns the multiplicity of the first pair, 0 when the job gives none; 0 for a NULL handle. */
 QUOR_GJF_C_API int gjf_editor_get_spin(quor_gjf_editor* editor) QUOR_GJF_C_NOEXCEPT;
 
-/* Copies an atom's element, with its NUL, into `buffer` of `buffer_size` bytes. Returns 0, or -1: NULL handle, "element output buffer
- * is invalid" (NULL, or no bytes), "atom index must not be negative", "atom index is out of range", "element output buffer is too
- * small". A valid buffer holds an empty text after a failure. */
-QUOR_GJF_C_API int gjf_editor_get_atom_element(quor_gjf_editor* editor, int index, char* buffer, int buffer_size) QUOR_GJF_C_NOEXCEPT;
+/* Copies an atom's element, with its NUL, into `buffer` of `buffer_size` bytes. Returns 0, or -1: NULL handle, "element
+ * output buffer is invalid" (NULL, or no bytes), "atom index must not be negative", "atom index is out of range", "element
+ * output buffer is too small". A valid buffer holds an empty text after a failure. */
+QUOR_GJF_C_API int gjf_editor_get_atom_element(quor_gjf_editor* editor, int index, char* buffer,
+                                               int buffer_size) QUOR_GJF_C_NOEXCEPT;
 
-/* Stores an atom's coordinates in the job's own units; a coordinate that is a variable is 0. Returns 0, or -1: NULL handle, "atom index
- * or coordinate output pointer is invalid" (negative index, or a NULL pointer), "atom index is out of range". */
-QUOR_GJF_C_API int gjf_editor_get_atom_coords(quor_gjf_editor* editor, int index, double* x, double* y, double* z) QUOR_GJF_C_NOEXCEPT;
+/* Stores an atom's coordinates in the job's own units; a coordinate that is a variable is 0. Returns 0, or -1: NULL handle,
+ * "atom index or coordinate output pointer is invalid" (negative index, or a NULL pointer), "atom index is out of range". */
+QUOR_GJF_C_API int gjf_editor_get_atom_coords(quor_gjf_editor* editor, int index, double* x, double* y,
+                                              double* z) QUOR_GJF_C_NOEXCEPT;
 
-/* Returns an atom's freeze code; -999 when it has none, and on failure: NULL handle, "atom index must not be negative", "atom index is
- * out of range". After -999 the message is empty when the atom has no code. */
+/* Returns an atom's freeze code; -999 when it has none, and on failure: NULL handle, "atom index must not be negative",
+ * "atom index is out of range". After -999 the message is empty when the atom has no code. */
 QUOR_GJF_C_API int gjf_editor_get_atom_freeze(quor_gjf_editor* editor, int index) QUOR_GJF_C_NOEXCEPT;
 
-/* Copies an atom's ONIOM layer into `buffer`. Returns 0; 1 when the atom has no layer (the buffer is then empty, which is no error); or -1:
- * NULL handle, "ONIOM layer output buffer is invalid", "atom index must not be negative", "atom index is out of range", "ONIOM layer
- * output buffer is too small". */
-QUOR_GJF_C_API int gjf_editor_get_atom_oniom_layer(quor_gjf_editor* editor, int index, char* buffer, int buffer_size) QUOR_GJF_C_NOEXCEPT;
+/* Copies an atom's ONIOM layer into `buffer`. Returns 0; 1 when the atom has no layer (the buffer is then empty, which is no
+ * error); or -1: NULL handle, "ONIOM layer output buffer is invalid", "atom index must not be negative", "atom index is out
+ * of range", "ONIOM layer output buffer is too small". */
+QUOR_GJF_C_API int gjf_editor_get_atom_oniom_layer(quor_gjf_editor* editor, int index, char* buffer,
+                                                   int buffer_size) QUOR_GJF_C_NOEXCEPT;
 
 /* Gives every atom a freeze code (0 free, -1 frozen). Fails for a NULL handle. */
 QUOR_GJF_C_API void gjf_editor_set_freeze_all(quor_gjf_editor* editor, int code) QUOR_GJF_C_NOEXCEPT;
 
 /* Gives every atom of an element, compared exactly, a freeze code. Fails for a NULL handle; "element is null". */
-QUOR_GJF_C_API void gjf_editor_set_freeze_by_element(quor_gjf_editor* editor, const char* element, int code) QUOR_GJF_C_NOEXCEPT;
+QUOR_GJF_C_API void gjf_editor_set_freeze_by_element(quor_gjf_editor* editor, const char* element,
+                                                     int code) QUOR_GJF_C_NOEXCEPT;
 
 /* Puts every atom into an ONIOM layer. Fails for a NULL handle; "ONIOM layer is null". */
 QUOR_GJF_C_API void gjf_editor_set_oniom_layer_all(quor_gjf_editor* editor, const char* layer) QUOR_GJF_C_NOEXCEPT;
 
-/* Puts every atom of an element into an ONIOM layer; atoms in no layer then get "L". Fails for a NULL handle; "element or ONIOM layer is
- * null". */
-QUOR_GJF_C_API void gjf_editor_set_oniom_layer_by_element(quor_gjf_editor* editor, const char* element, const char* layer) QUOR_GJF_C_NOEXCEPT;
+/* Puts every atom of an element into an ONIOM layer; atoms in no layer then get "L". Fails for a NULL handle; "element or
+ * ONIOM layer is null". */
+QUOR_GJF_C_API void gjf_editor_set_oniom_layer_by_element(quor_gjf_editor* editor, const char* element,
+                                                          const char* layer) QUOR_GJF_C_NOEXCEPT;
 
 /* Sets charge and multiplicity of the first pair. Fails for a NULL handle. */
-QUOR_GJF_C_API void gjf_editor_set_charge_and_spin(quor_gjf_editor* editor, int charge, int multiplicity) QUOR_GJF_C_NOEXCEPT;
+QUOR_GJF_C_API void gjf_editor_set_charge_and_spin(quor_gjf_editor* editor, int charge,
+                                                   int multiplicity) QUOR_GJF_C_NOEXCEPT;
 
-/* Copies the job as job text into `buffer`. Returns 0, or -1: NULL handle, "GJF output buffer is invalid", "GJF output buffer is too
- * small". */
+/* Copies the job as job text into `buffer`. Returns 0, or -1: NULL handle, "GJF output buffer is invalid", "GJF output
+ * buffer is too small". */
 QUOR_GJF_C_API int gjf_editor_to_string(quor_gjf_editor* editor, char* buffer, int buffer_size) QUOR_GJF_C_NOEXCEPT;
 
-/* Writes the job to a file, whole or not at all. Returns 0, or -1: NULL handle, "filename is null", "Cannot write file: PATH". */
+/* Writes the job to a file, whole or not at all. Returns 0, or -1: NULL handle, "filename is null", "Cannot write file:
+ * PATH". */
 QUOR_GJF_C_API int gjf_editor_save_to_file(quor_gjf_editor* editor, const char* filename) QUOR_GJF_C_NOEXCEPT;
 
-/* Puts an atom into an ONIOM layer; atoms in no layer then get "L". Returns 0, or -1: NULL handle, "ONIOM layer is null", "atom index must
- * not be negative", "atom index is out of range". */
-QUOR_GJF_C_API int gjf_editor_set_atom_oniom_layer(quor_gjf_editor* editor, int index, const char* layer) QUOR_GJF_C_NOEXCEPT;
+/* Puts an atom into an ONIOM layer; atoms in no layer then get "L". Returns 0, or -1: NULL handle, "ONIOM layer is null",
+ * "atom index must not be negative", "atom index is out of range". */
+QUOR_GJF_C_API int gjf_editor_set_atom_oniom_layer(quor_gjf_editor* editor, int index,
+                                                   const char* layer) QUOR_GJF_C_NOEXCEPT;
 
-/* Adds an atom behind the last one, with `bond_count` bonds to the atoms `partners` of the orders `orders`; an order that is not above 0
- * makes no bond. Returns the new atom's index, or -1: NULL handle, "element is null", "bond count must not be negative", "bond partner or
- * order array is null" (with bonds), "atom index must not be negative", or the message of a refused bond. */
-QUOR_GJF_C_API int gjf_editor_add_atom(quor_gjf_editor* editor, const char* element, double x, double y, double z, const int* partners,
-                         const double* orders, int bond_count) QUOR_GJF_C_NOEXCEPT;
+/* Adds an atom behind the last one, with `bond_count` bonds to the atoms `partners` of the orders `orders`; an order that is
+ * not above 0 makes no bond. Returns the new atom's index, or -1: NULL handle, "element is null", "bond count must not be
+ * negative", "bond partner or order array is null" (with bonds), "atom index must not be negative", or the message of a
+ * refused bond. */
+QUOR_GJF_C_API int gjf_editor_add_atom(quor_gjf_editor* editor, const char* element, double x, double y, double z,
+                                       const int* partners, const double* orders, int bond_count) QUOR_GJF_C_NOEXCEPT;
 
-/* Replaces the method of the route; its options go. Returns 0, or -1: NULL handle, "method is null", or why it is refused. */
+/* Replaces the method of the route; its options go. Returns 0, or -1: NULL handle, "method is null", or why it is refused.
+ */
 QUOR_GJF_C_API int gjf_editor_set_model_chemistry_method(quor_gjf_editor* editor, const char* method) QUOR_GJF_C_NOEXCEPT;
 
 /* Replaces the basis set of a method/basis route. Returns 0, or -1: NULL handle, "basis is null", or why it is refused. */
 QUOR_GJF_C_API int gjf_editor_set_model_chemistry_basis(quor_gjf_editor* editor, const char* basis) QUOR_GJF_C_NOEXCEPT;
 
-/* --- All jobs of a file ------------------------------------------------------------------------------------------------------- */
+/* --- All jobs of a file
+ * ------------------------------------------------------------------------------------------------------- */
 
-/* Reads every job of a text. Returns a handle to be freed with gjf_multi_editor_destroy, or NULL: "content is null", or why a job cannot
- * be read. */
+/* Reads every job of a text. Returns a handle to be freed with gjf_multi_editor_destroy, or NULL: "content is null", or why
+ * a job cannot be read. */
 QUOR_GJF_C_API quor_gjf_multi_editor* gjf_multi_editor_create_from_string(const char* content) QUOR_GJF_C_NOEXCEPT;
 
-/* Reads every job of a file. Returns a handle to be freed with gjf_multi_editor_destroy, or NULL: "filename is null", or why the file
- * cannot be read. */
+/* Reads every job of a file. Returns a handle to be freed with gjf_multi_editor_destroy, or NULL: "filename is null", or why
+ * the file cannot be read. */
 QUOR_GJF_C_API quor_gjf_multi_editor* gjf_multi_editor_create_from_file(const char* filename) QUOR_GJF_C_NOEXCEPT;
 
 /* Frees a handle; NULL is ignored. Editors got from it live on. */
@@ -164,29 +178,34 @@ QUOR_GJF_C_API const char* gjf_multi_editor_last_error(const quor_gjf_multi_edit
 /* Returns the number of jobs, or -1: NULL handle, or "job count does not fit in int". */
 QUOR_GJF_C_API int gjf_multi_editor_job_count(quor_gjf_multi_editor* editor) QUOR_GJF_C_NOEXCEPT;
 
-/* Reads one job from a text and adds it behind the last. Returns 0, or -1: NULL handle, "content is null", or why it cannot be read. */
-QUOR_GJF_C_API int gjf_multi_editor_add_job_from_string(quor_gjf_multi_editor* editor, const char* content) QUOR_GJF_C_NOEXCEPT;
+/* Reads one job from a text and adds it behind the last. Returns 0, or -1: NULL handle, "content is null", or why it cannot
+ * be read. */
+QUOR_GJF_C_API int gjf_multi_editor_add_job_from_string(quor_gjf_multi_editor* editor,
+                                                        const char* content) QUOR_GJF_C_NOEXCEPT;
 
 /* Removes a job. Returns 0, or -1: NULL handle, "job index must not be negative", "Invalid job index: N (total jobs: M)". */
 QUOR_GJF_C_API int gjf_multi_editor_remove_job(quor_gjf_multi_editor* editor, int index) QUOR_GJF_C_NOEXCEPT;
 
-/* Copies all jobs as one text into `buffer`. Returns 0, or -1: NULL handle, "GJF output buffer is invalid", "GJF output buffer is too
- * small". */
-QUOR_GJF_C_API int gjf_multi_editor_to_string(quor_gjf_multi_editor* editor, char* buffer, int buffer_size) QUOR_GJF_C_NOEXCEPT;
+/* Copies all jobs as one text into `buffer`. Returns 0, or -1: NULL handle, "GJF output buffer is invalid", "GJF output
+ * buffer is too small". */
+QUOR_GJF_C_API int gjf_multi_editor_to_string(quor_gjf_multi_editor* editor, char* buffer,
+                                              int buffer_size) QUOR_GJF_C_NOEXCEPT;
 
-/* Writes all jobs to a file, whole or not at all. Returns 0, or -1: NULL handle, "filename is null", "Cannot write file: PATH". */
+/* Writes all jobs to a file, whole or not at all. Returns 0, or -1: NULL handle, "filename is null", "Cannot write file:
+ * PATH". */
 QUOR_GJF_C_API int gjf_multi_editor_save_to_file(quor_gjf_multi_editor* editor, const char* filename) QUOR_GJF_C_NOEXCEPT;
 
-/* Returns a new handle, to be freed with gjf_editor_destroy, that holds a copy of a job: edits do not reach the job. NULL: NULL handle,
- * "job index must not be negative", "Invalid job index: N (total jobs: M)". */
+/* Returns a new handle, to be freed with gjf_editor_destroy, that holds a copy of a job: edits do not reach the job. NULL:
+ * NULL handle, "job index must not be negative", "Invalid job index: N (total jobs: M)". */
 QUOR_GJF_C_API quor_gjf_editor* gjf_multi_editor_clone_job(quor_gjf_multi_editor* editor, int index) QUOR_GJF_C_NOEXCEPT;
 
 /* The same as gjf_multi_editor_clone_job: a copy, not a view. */
 QUOR_GJF_C_API quor_gjf_editor* gjf_multi_editor_get_job(quor_gjf_multi_editor* editor, int index) QUOR_GJF_C_NOEXCEPT;
 
-/* Replaces a job by a copy of the one in `job`. Returns 0, or -1: NULL handle, "job handle is null", "job index must not be negative",
- * "Invalid job index: N (total jobs: M)". */
-QUOR_GJF_C_API int gjf_multi_editor_set_job(quor_gjf_multi_editor* editor, int index, const quor_gjf_editor* job) QUOR_GJF_C_NOEXCEPT;
+/* Replaces a job by a copy of the one in `job`. Returns 0, or -1: NULL handle, "job handle is null", "job index must not be
+ * negative", "Invalid job index: N (total jobs: M)". */
+QUOR_GJF_C_API int gjf_multi_editor_set_job(quor_gjf_multi_editor* editor, int index,
+                                            const quor_gjf_editor* job) QUOR_GJF_C_NOEXCEPT;
 
 #ifdef __cplusplus
 } /* extern "C" */

@@ -10,9 +10,9 @@ namespace quor::input::gaussian {
 /// Returns a path to the route vocabulary document; it may name a file that does not exist, and is never empty.
 ///
 /// Tried in order: the environment variable QUOR_G16_ROUTE_SCHEMA_YAML; resources/schemas/input/gaussian_route.yaml and
-/// share/quorlib/schemas/input/gaussian_route.yaml below `base` and up to six of its parents (with an empty base: the current folder,
-/// then the library's own folder); the source tree the library was built from; then, unchecked, .quor/lib/resources/schemas/input
-/// under HOME, or the first relative path when HOME is unset.
+/// share/quorlib/schemas/input/gaussian_route.yaml below `base` and up to six of its parents (with an empty base: the
+/// current folder, then the library's own folder); the source tree the library was built from; then, unchecked,
+/// .quor/lib/resources/schemas/input under HOME, or the first relative path when HOME is unset.
 QUOR_GJF_API std::string resolve_route_schema_path(const std::string& base);
 
 }  // namespace quor::input::gaussian

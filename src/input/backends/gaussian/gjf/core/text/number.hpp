@@ -9,8 +9,8 @@ namespace quor::input::gaussian {
 
 /// Reads a floating-point number as strtod does in the C locale, when it takes up the whole text; absent otherwise.
 ///
-/// Leading white space, signs, hexadecimal numbers, "inf", "infinity" and "nan" are taken as strtod takes them. A magnitude beyond
-/// the range of double gives an infinity, one below it zero.
+/// Leading white space, signs, hexadecimal numbers, "inf", "infinity" and "nan" are taken as strtod takes them. A magnitude
+/// beyond the range of double gives an infinity, one below it zero.
 std::optional<double> to_number(std::string_view text) noexcept;
 
 /// Tells whether the whole text is a floating-point number.

@@ -32,8 +32,8 @@ bool contains_folded(std::string_view text, std::string_view lower) noexcept;
 /// Removes a UTF-8 byte order mark at the start of the text.
 std::string_view skip_byte_order_mark(std::string_view text) noexcept;
 
-/// Cuts a text at every line feed and takes one trailing carriage return off each line. A final line feed ends the last line and
-/// begins no other.
+/// Cuts a text at every line feed and takes one trailing carriage return off each line. A final line feed ends the last line
+/// and begins no other.
 std::vector<std::string_view> split_lines(std::string_view text);
 
 /// Takes the first line off a text that is not empty: without its line feed and one carriage return before that.
@@ -44,8 +44,8 @@ std::string join_lines(const std::string_view* lines, std::size_t count);
 
 /// Follows quotes and brackets while a text is walked, one character after another.
 ///
-/// A quote is closed by the same quote character alone; inside it no bracket counts. Parentheses, square brackets and braces have
-/// a depth each, which never drops below zero.
+/// A quote is closed by the same quote character alone; inside it no bracket counts. Parentheses, square brackets and braces
+/// have a depth each, which never drops below zero.
 class NestingTracker {
    public:
     /// Takes the next character; returns whether it stands at top level (outside quotes and brackets, itself neither).
@@ -59,8 +59,8 @@ class NestingTracker {
     std::size_t curly_ = 0;
 };
 
-/// Returns the part of a line before its comment: before the first "!" that stands outside quotes. A quote character that nothing
-/// closes on the line quotes nothing.
+/// Returns the part of a line before its comment: before the first "!" that stands outside quotes. A quote character that
+/// nothing closes on the line quotes nothing.
 std::string_view without_comment(std::string_view line) noexcept;
 
 /// Tells whether a line holds a comment and nothing else.
@@ -70,8 +70,8 @@ enum class FieldSeparators { WhiteSpace, WhiteSpaceAndComma };
 
 /// Cuts a line into fields at separators outside quotes and brackets; empty fields are not produced.
 ///
-/// With `lone_quotes_are_text`, a quote character that nothing closes on the line is an ordinary character, so that atom names such
-/// as O5' do not swallow the rest of their line.
+/// With `lone_quotes_are_text`, a quote character that nothing closes on the line is an ordinary character, so that atom
+/// names such as O5' do not swallow the rest of their line.
 void split_fields(std::string_view line, FieldSeparators separators, bool lone_quotes_are_text,
                   std::vector<std::string_view>& fields);
 
