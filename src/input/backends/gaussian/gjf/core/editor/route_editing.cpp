@@ -26,7 +26,7 @@ const SimpleYAMLParser& editing_schema() {
 }
 
 std::string normalize_token(const std::string& text) {
-    const std::string token = GJFParser::trim(text);
+    std::string token = GJFParser::trim(text);
     if (token.empty()) {
         return token;
     }
@@ -60,6 +60,7 @@ KeywordInfo make_keyword(const std::string& name, const std::vector<RouteOption>
 
 std::vector<RouteOption> options_from(const std::map<std::string, std::string>& variables) {
     std::vector<RouteOption> options;
+    options.reserve(variables.size());
     for (const auto& [name, value] : variables) {
         options.push_back({name, value.empty() ? std::nullopt : std::optional<std::string>(value)});
     }
@@ -138,9 +139,10 @@ void GJFEditor::add_route_keyword(const std::string& keyword) {
 }
 
 void GJFEditor::remove_route_keyword(const std::string& keyword) {
-    const std::string word = keyword;  // may be an element of the list
     std::vector<std::string>& words = data_.control.route_keywords;
-    words.erase(std::remove(words.begin(), words.end(), word), words.end());
+    // The keyword given may be an element of the list itself, which must not change while it is compared.
+    const auto is_word = [word = keyword](const std::string& other) { return other == word; };
+    words.erase(std::remove_if(words.begin(), words.end(), is_word), words.end());
     data_.control.parsed_keywords.reset();
 }
 
