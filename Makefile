@@ -6,7 +6,10 @@ missing = $(shell for p in $(packages); do dpkg -s $$p >/dev/null 2>&1 || printf
 as_root = $(if $(filter 0,$(shell id -u)),,sudo)
 prefix ?= /usr/local
 
-.PHONY: setup demo test tsan coverage tidy install clean
+.PHONY: setup demo test tsan coverage bench fuzz tidy install clean
+
+# How long each fuzzer runs, in seconds.
+fuzz_seconds ?= 60
 
 setup:
 	@command -v dpkg >/dev/null || { echo "Not a Debian system: install the packages that README.md names."; exit 0; }; \
@@ -32,6 +35,18 @@ tsan: setup
 coverage: setup
 	cmake --preset coverage && cmake --build --preset coverage && ctest --preset coverage
 
+# Needs libbenchmark-dev.
+bench: setup
+	cmake --preset bench && cmake --build --preset bench
+	QUOR_G16_ROUTE_SCHEMA_YAML=resources/schemas/input/gaussian_route.yaml build/bench/benchmarks/library_benchmark
+
+# Needs clang-14 and libclang-rt-14-dev.
+fuzz: setup
+	cmake --preset fuzz && cmake --build --preset fuzz && mkdir -p build/fuzz/found
+	QUOR_G16_ROUTE_SCHEMA_YAML=resources/schemas/input/gaussian_route.yaml build/fuzz/fuzz/job_text_fuzzer \
+	    -max_total_time=$(fuzz_seconds) -max_len=4000 -artifact_prefix=build/fuzz/ build/fuzz/found examples/jobs
+
+# Needs clang-format-14 and clang-tidy-14.
 tidy:
 	git ls-files '*.cpp' '*.hpp' '*.h' | xargs clang-format-14 --dry-run --Werror
 	cmake --preset tidy && git ls-files 'src/*.cpp' 'cli/*.cpp' | xargs -P 2 -n 4 clang-tidy-14 -p build/tidy --quiet --extra-arg=-Wno-unknown-warning-option
