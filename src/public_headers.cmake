@@ -19,6 +19,8 @@ set(quor_public_headers
     gjf/core/job/gjf_parse_exception.hpp
     gjf/core/reader/gjf_parser.hpp
     gjf/core/reader/job_layout.hpp
+    gjf/core/check/checker.hpp
+    gjf/core/check/finding.hpp
     gjf/core/editor/gjf_editor.hpp
     gjf/core/editor/gjf_multi_editor.hpp
     gjf/c_api/quor_g16_gjf.h)

@@ -1,6 +1,7 @@
 // The class interface of libquor_g16_gjf, all of it.
 #pragma once
 
+#include <gjf/core/check/checker.hpp>
 #include <gjf/core/editor/gjf_editor.hpp>
 #include <gjf/core/editor/gjf_multi_editor.hpp>
 #include <gjf/core/job/gjf_data.hpp>

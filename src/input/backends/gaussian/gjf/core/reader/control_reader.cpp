@@ -122,19 +122,24 @@ bool is_route_head(std::string_view word) noexcept {
                            std::string_view("npt").find(to_lower_ascii(word[1])) != std::string_view::npos);
 }
 
-// Joins route words with blanks. Where later lines repeat the head, it is left out: alone, or the "#" before a word.
-std::string join_route_words(const std::vector<std::string>& words) {
-    std::string route = words.empty() ? std::string() : words.front();
-    for (std::size_t i = 1; i < words.size(); ++i) {
-        if (!is_route_head(words[i])) {
-            route += ' ';
-            route.append(words[i], words[i].compare(0, 1, "#") == 0 ? 1 : 0);
+}  // namespace
+
+JoinedRoute join_route_words(const std::vector<std::string>& words) {
+    JoinedRoute route;
+    route.pieces.reserve(words.size());
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        if (i > 0 && is_route_head(words[i])) {
+            continue;
         }
+        const std::size_t left_out = i > 0 && words[i].compare(0, 1, "#") == 0 ? 1 : 0;
+        if (i > 0) {
+            route.text += ' ';
+        }
+        route.pieces.push_back({route.text.size(), i, left_out});
+        route.text.append(words[i], left_out);
     }
     return route;
 }
-
-}  // namespace
 
 ControlSection read_control_section(LineSpan lines, bool pass_over_blank_lines, LayoutRecorder* recorder) {
     ControlReader reader(recorder);
@@ -180,7 +185,7 @@ std::vector<std::string> GJFParser::parse_keywords_from_line(const std::string& 
 ParsedKeywords GJFParser::parse_keywords(const std::vector<std::string>& route_keywords, const std::string& schema_path) {
     G16KeywordParser parser;
     parser.load_config(schema_path);
-    parser.parse(join_route_words(route_keywords));
+    parser.parse(join_route_words(route_keywords).text);
     return parser.get_parsed_keywords();
 }
 

@@ -25,12 +25,38 @@ void check_atom_numbers(const ConnectivitySection& connectivity, std::size_t ato
     }
 }
 
-// Reads a connectivity block. Bonds of the molecule itself are kept as bonds; those of a second or third one are checked and
-// kept as text.
-void add_connectivity(LineSpan lines, Kind kind, GJFData& job, bool atoms_known) {
+ConnectivitySection read_connectivity(LineSpan lines, std::size_t atom_count) {
     ConnectivitySection connectivity;
     connectivity.parse_from_lines(std::vector<std::string>(lines.begin(), lines.end()));
-    check_atom_numbers(connectivity, atoms_known ? job.geom.atom_count() : largest_atom_count);
+    check_atom_numbers(connectivity, atom_count);
+    return connectivity;
+}
+
+// Returns the first line of a block that cannot be read which fails by itself.
+const std::string_view& first_failing_line(LineSpan lines, std::size_t atom_count) {
+    for (const std::string_view& line : lines) {
+        try {
+            read_connectivity({&line, 1}, atom_count);
+        } catch (const GJFParseException&) {
+            return line;
+        }
+    }
+    return lines.front();
+}
+
+// Reads a connectivity block. Bonds of the molecule itself are kept as bonds; those of a second or third one are checked and
+// kept as text.
+void add_connectivity(LineSpan lines, Kind kind, GJFData& job, bool atoms_known, LayoutRecorder* recorder) {
+    const std::size_t atom_count = atoms_known ? job.geom.atom_count() : largest_atom_count;
+    ConnectivitySection connectivity;
+    try {
+        connectivity = read_connectivity(lines, atom_count);
+    } catch (const GJFParseException&) {
+        if (recorder != nullptr) {
+            recorder->at(first_failing_line(lines, atom_count));
+        }
+        throw;
+    }
     if (kind == Kind::Connectivity) {
         job.extra_inputs.push_back(ExtraInputSection::from_connectivity(std::move(connectivity)));
     } else {
@@ -95,7 +121,8 @@ LineSpan take_lines(LineCursor& cursor, ExtraInputClass input_class) {
 }
 
 // Reads the section of one kind, if there is one left.
-void read_expected(LineCursor& cursor, GJFData& job, Kind kind, bool atoms_known, bool more_expected) {
+void read_expected(LineCursor& cursor, GJFData& job, Kind kind, bool atoms_known, bool more_expected,
+                   LayoutRecorder* recorder) {
     const ExtraInputClass input_class = extra_input_class(kind);
     if (input_class == ExtraInputClass::TitleAndMolecule) {
         if (std::optional<std::string> text = take_title_and_molecule(cursor, kind, more_expected)) {
@@ -105,7 +132,7 @@ void read_expected(LineCursor& cursor, GJFData& job, Kind kind, bool atoms_known
     }
     if (is_connectivity_kind(kind)) {
         if (const LineSpan lines = cursor.take_section_past_comments(); !lines.empty()) {
-            add_connectivity(lines, kind, job, atoms_known);
+            add_connectivity(lines, kind, job, atoms_known, recorder);
         }
         return;
     }
@@ -140,7 +167,7 @@ void read_extra_inputs(LineCursor& cursor, GJFData& job, const std::vector<Kind>
             recorder->current_line = recorder->layout.lines.first + cursor.position();
             cursor.move_to(begin);
         }
-        read_expected(cursor, job, kinds[i], atoms_known, i + 1 < kinds.size());
+        read_expected(cursor, job, kinds[i], atoms_known, i + 1 < kinds.size(), recorder);
         if (recorder == nullptr) {
             continue;
         }

@@ -189,25 +189,6 @@ GJFData read_job(std::string_view text) {
     return std::move(reader.job);
 }
 
-JobReading read_job_with_layout(const std::vector<std::string_view>& lines, std::size_t number, std::size_t first_line) {
-    JobReading reading;
-    reading.layout.number = number;
-    reading.layout.lines = {first_line, first_line + lines.size() - 1};
-    LayoutRecorder recorder(reading.layout, lines.data());
-    JobReader reader(lines, &recorder);
-    try {
-        reader.read();
-    } catch (const GJFParseException& error) {
-        reading.error = std::string_view(error.what()).substr(std::string_view("GJF Parse Error: ").size());
-        reading.error_line = recorder.current_line;
-    } catch (const std::out_of_range& error) {
-        reading.error = error.what();
-        reading.error_line = recorder.current_line;
-    }
-    reading.job = std::move(reader.job);
-    return reading;
-}
-
 std::string read_file(const std::string& path) {
     std::ifstream file(path, std::ios::in | std::ios::binary);
     std::ostringstream text;
@@ -227,19 +208,42 @@ std::string read_file(const std::string& path) {
 
 }  // namespace
 
-std::vector<JobReading> read_jobs_with_layout(std::string_view text) {
-    std::string_view rest = skip_byte_order_mark(text);
-    std::vector<JobReading> readings;
+void for_each_job_piece(std::string_view text, const std::function<void(JobPiece)>& take) {
     bool separated = true;
     std::size_t first_line = 1;
-    for (std::size_t number = 1; separated || !rest.empty(); ++number) {
-        const std::string_view piece = take_job(rest, separated);
-        const std::vector<std::string_view> lines = split_lines(piece);
+    for (std::size_t number = 1; separated || !text.empty(); ++number) {
+        const std::string_view piece = take_job(text, separated);
+        std::vector<std::string_view> lines = split_lines(piece);
+        const std::size_t count = lines.size();
         if (!is_blank_line(piece)) {
-            readings.push_back(read_job_with_layout(lines, number, first_line));
+            take({number, first_line, std::move(lines)});
         }
-        first_line += lines.size() + 1;
+        first_line += count + 1;
     }
+}
+
+JobReading read_job_piece(const JobPiece& piece) {
+    JobReading reading;
+    reading.layout.number = piece.number;
+    reading.layout.lines = {piece.first_line, piece.first_line + piece.lines.size() - 1};
+    LayoutRecorder recorder(reading.layout, piece.lines.data());
+    JobReader reader(piece.lines, &recorder);
+    try {
+        reader.read();
+    } catch (const GJFParseException& error) {
+        reading.error = std::string_view(error.what()).substr(std::string_view("GJF Parse Error: ").size());
+        reading.error_line = recorder.current_line;
+    } catch (const std::out_of_range& error) {
+        reading.error = error.what();
+        reading.error_line = recorder.current_line;
+    }
+    reading.job = std::move(reader.job);
+    return reading;
+}
+
+std::vector<JobReading> read_jobs_with_layout(std::string_view text) {
+    std::vector<JobReading> readings;
+    for_each_job_piece(skip_byte_order_mark(text), [&](JobPiece piece) { readings.push_back(read_job_piece(piece)); });
     return readings;
 }
 

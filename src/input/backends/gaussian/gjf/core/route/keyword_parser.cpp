@@ -12,7 +12,14 @@
 namespace quor::input::gaussian {
 namespace {
 
-// Takes the head of a trimmed route off it; returns the print level it sets, or nothing when there is no head.
+// Tells whether a segment has a top-level "(" that the segment's last character closes, and none before it.
+bool ends_in_option_list(const std::string& segment) {
+    const int open = find_top_level_char(segment, '(');
+    return open >= 0 && find_matching_paren(segment, static_cast<std::size_t>(open)) == static_cast<int>(segment.size()) - 1;
+}
+
+}  // namespace
+
 std::optional<std::string> take_route_head(std::string_view& route) {
     if (route.empty() || route.front() != '#') {
         return std::nullopt;
@@ -29,14 +36,6 @@ std::optional<std::string> take_route_head(std::string_view& route) {
     route.remove_prefix(1);
     return std::string();
 }
-
-// Tells whether a segment has a top-level "(" that the segment's last character closes, and none before it.
-bool ends_in_option_list(const std::string& segment) {
-    const int open = find_top_level_char(segment, '(');
-    return open >= 0 && find_matching_paren(segment, static_cast<std::size_t>(open)) == static_cast<int>(segment.size()) - 1;
-}
-
-}  // namespace
 
 G16KeywordParser::G16KeywordParser() = default;
 

@@ -1,0 +1,34 @@
+// Finds what would make a job fail, or give another result than meant, before it is run.
+#pragma once
+
+#include <core/export.hpp>
+#include <gjf/core/check/finding.hpp>
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quor::input::gaussian {
+
+/// One code that `check_text` may give, and its heading in the documentation.
+struct CheckDescription {
+    const char* code;
+    const char* title;
+};
+
+/// Returns every code, sorted, each once; static.
+QUOR_GJF_API const std::vector<CheckDescription>& check_descriptions();
+
+struct CheckOptions {
+    std::vector<std::string> ignored_codes;  ///< not reported; letter case does not matter
+};
+
+/// Checks every job of a text and returns all findings, in the order of their places.
+///
+/// Never throws for malformed text: what cannot be read is a finding too, and reading goes on behind it. A comment
+/// "! quor-gjf: ignore CODE CODE ..." in a job silences these codes for that job. Uses the default vocabulary; may run in
+/// several threads at once. Time grows in proportion to the text.
+QUOR_GJF_API std::vector<Finding> check_text(std::string_view text, const CheckOptions& options = {});
+
+}  // namespace quor::input::gaussian
