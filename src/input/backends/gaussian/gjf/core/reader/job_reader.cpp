@@ -216,7 +216,7 @@ void for_each_job_piece(std::string_view text, const std::function<void(JobPiece
         std::vector<std::string_view> lines = split_lines(piece);
         const std::size_t count = lines.size();
         if (!is_blank_line(piece)) {
-            take({number, first_line, std::move(lines)});
+            take({number, first_line, separated, std::move(lines)});
         }
         first_line += count + 1;
     }

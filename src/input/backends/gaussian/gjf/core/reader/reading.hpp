@@ -81,6 +81,7 @@ class LineCursor {
 struct JobPiece {
     std::size_t number = 0;      ///< from 1, blank pieces counted
     std::size_t first_line = 1;  ///< of the whole text
+    bool separated = false;      ///< whether a --Link1-- line follows
     std::vector<std::string_view> lines;
 };
 

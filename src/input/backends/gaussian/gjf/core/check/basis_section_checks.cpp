@@ -1,0 +1,257 @@
+// Checks of general basis sets and effective core potentials against the atoms of the molecule.
+#include <gjf/core/check/molecule_view.hpp>
+
+#include <gjf/core/check/near_names.hpp>
+#include <gjf/core/reader/molecule_fields.hpp>
+#include <gjf/core/text/number.hpp>
+#include <gjf/core/text/text.hpp>
+
+#include <algorithm>
+#include <array>
+#include <set>
+
+namespace quor::input::gaussian {
+namespace {
+
+constexpr std::string_view block_end = "****";
+constexpr std::size_t element_count = 119;  // by atomic number
+
+// The atoms that a line of centers names: elements, and atom numbers from 1.
+struct Centers {
+    std::vector<std::pair<int, std::string_view>> elements;
+    std::vector<std::pair<std::int64_t, std::int64_t>> ranges;
+};
+
+bool add_center(std::string_view field, Centers& centers) {
+    const std::string_view name = !field.empty() && field.front() == '-' ? field.substr(1) : field;
+    if (const int number = atomic_number(name); number != 0) {
+        // A minus sign before the element allows for its absence.
+        centers.elements.emplace_back(field.front() == '-' ? -number : number, field);
+        return true;
+    }
+    const std::size_t dash = std::min(name.find('-'), name.size());
+    const std::optional<std::int64_t> first = to_int64(name.substr(0, dash));
+    const std::optional<std::int64_t> last = dash == name.size() ? first : to_int64(name.substr(dash + 1));
+    if (!first || !last || *first < 1 || *last < *first) {
+        return false;
+    }
+    centers.ranges.emplace_back(*first, *last);
+    return true;
+}
+
+// Reads a line of centers; absent when it is none. Only where a line can be nothing else, the zero that ends it may be left
+// out.
+std::optional<Centers> read_centers(std::string_view line, bool zero_needed) {
+    Fields fields;
+    cut_fields(without_comment(line), fields);
+    const bool has_zero = fields.size() >= 2 && fields.back() == "0";
+    if (fields.empty() || (zero_needed && !has_zero && fields[0].front() != '-')) {
+        return std::nullopt;
+    }
+    Centers centers;
+    const bool all = std::all_of(fields.begin(), fields.end() - (has_zero ? 1 : 0),
+                                 [&](std::string_view field) { return add_center(field, centers); });
+    return all ? std::optional<Centers>(std::move(centers)) : std::nullopt;
+}
+
+// Tells whether a line opens a shell, as in "SP 3 1.00"; the number of lines with primitives behind it.
+std::optional<std::size_t> shell_lines(std::string_view line) {
+    Fields fields;
+    cut_fields(without_comment(line), fields);
+    if (fields.size() < 2 || fields[0].find_first_not_of("spdfghiklSPDFGHIKL=0123456789") != std::string_view::npos) {
+        return std::nullopt;
+    }
+    const std::optional<std::int64_t> count = to_int64(fields[1]);
+    if (!count || *count < 1 || *count > 1000) {
+        return std::nullopt;
+    }
+    return static_cast<std::size_t>(*count);
+}
+
+// Walks the blocks of a general basis set.
+class BasisWalk {
+   public:
+    BasisWalk(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings)
+        : job_(job), findings_(findings), atom_covered_(atoms.size()) {
+        for (const MoleculeAtom& atom : atoms) {
+            in_molecule_[static_cast<std::size_t>(atom.species.number)] = true;
+        }
+    }
+
+    void walk(const LineRange& lines) {
+        for (std::size_t line = lines.first; line <= lines.last; ++line) {
+            const std::string_view text = trim_view(without_comment(job_.line(line)));
+            if (text.empty()) {
+                continue;
+            }
+            if (text.front() == '@') {
+                opaque_ = true;
+                return;
+            }
+            if (text.substr(0, block_end.size()) == block_end) {
+                open_block_ = 0;
+            } else if (open_block_ == 0) {
+                open(line);
+            } else {
+                line += take_body_line(line, text);
+            }
+        }
+        if (open_block_ != 0) {
+            findings_.add("GJF-S010", Severity::Warning, "the last block of the basis set is not closed", lines.last,
+                          "end every block with ****");
+        }
+    }
+
+    void check_coverage(const std::vector<MoleculeAtom>& atoms, std::size_t line) {
+        std::set<int> reported;
+        for (std::size_t i = 0; i < atoms.size() && !opaque_; ++i) {
+            const Species& species = atoms[i].species;
+            const bool covered = covered_[static_cast<std::size_t>(species.number)] || atom_covered_[i] != 0;
+            if (species.kind == SpeciesKind::Atom && species.certain && !covered && reported.insert(species.number).second) {
+                findings_.add("GJF-S007", Severity::Error,
+                              std::string("no basis set is given for ") + element_symbol(species.number) + " (atom " +
+                                  std::to_string(i + 1) + ")",
+                              line, "name it in a line of centers");
+            }
+        }
+    }
+
+   private:
+    void open(std::size_t line) {
+        const std::optional<Centers> centers = read_centers(job_.line(line), false);
+        open_block_ = line;
+        block_has_shells_ = false;
+        block_elements_.clear();
+        if (!centers) {
+            findings_.add("GJF-S011", Severity::Warning,
+                          "this line names no atoms: elements or atom numbers, and a 0 behind them", line);
+            // What cannot be followed may cover any atom.
+            opaque_ = true;
+            return;
+        }
+        for (const auto& [number, field] : centers->elements) {
+            cover(number, job_.place_in(line, field));
+        }
+        for (const auto& [first, last] : centers->ranges) {
+            const std::size_t begin = static_cast<std::size_t>(first) - 1;
+            if (static_cast<std::size_t>(last) > atom_covered_.size()) {
+                findings_.add("GJF-S011", Severity::Warning, "atom " + std::to_string(last) + " is not in the molecule",
+                              line);
+            }
+            for (std::size_t i = begin; i < std::min(static_cast<std::size_t>(last), atom_covered_.size()); ++i) {
+                atom_covered_[i] = 1;
+            }
+        }
+    }
+
+    void cover(int number, const TextPlace& place) {
+        const auto element = static_cast<std::size_t>(std::abs(number));
+        if (number > 0 && !in_molecule_[element]) {
+            findings_.add("GJF-S011", Severity::Warning, std::string(element_symbol(number)) + " is not in the molecule",
+                          place, "remove it, or write -" + std::string(element_symbol(number)));
+        }
+        block_elements_.push_back({element, place});
+        covered_[element] = true;
+    }
+
+    // Takes a line inside a block; returns how many lines after it belong to it.
+    std::size_t take_body_line(std::size_t line, std::string_view text) {
+        if (const std::optional<std::size_t> count = shell_lines(text)) {
+            block_has_shells_ = true;
+            return *count;
+        }
+        if (read_centers(text, true)) {
+            findings_.add("GJF-S010", Severity::Error,
+                          "a new block begins here, but the one of line " + std::to_string(open_block_) + " is not closed",
+                          line, "end every block with ****");
+            open(line);
+            return 0;
+        }
+        take_name(line, text);
+        return 0;
+    }
+
+    void take_name(std::size_t line, std::string_view text) {
+        for (const auto& [element, place] : block_elements_) {
+            if (named_[element] && !block_has_shells_) {
+                findings_.add("GJF-S008", Severity::Warning,
+                              std::string(element_symbol(static_cast<int>(element))) + " is given a basis set twice", place);
+            }
+            named_[element] = true;
+        }
+        const std::string name(text);
+        const bool is_path = text.find('/') != std::string_view::npos;
+        if (is_path || !job_.schema.is_loaded() || job_.schema.knows_basis(name)) {
+            return;
+        }
+        std::vector<std::string> bases;
+        for (const char first : std::string_view("abcdefghijklmnopqrstuvwxyz0123456789")) {
+            const std::vector<std::string> some = job_.schema.basis_completions(std::string(1, first));
+            bases.insert(bases.end(), some.begin(), some.end());
+        }
+        const std::vector<std::string> near = near_names(to_lower_copy(name), bases);
+        findings_.add("GJF-S009", near.empty() ? Severity::Warning : Severity::Error, "'" + name + "' is no basis set",
+                      job_.place_in(line, text), did_you_mean(near));
+    }
+
+    const CheckedJob& job_;
+    Findings& findings_;
+    std::size_t open_block_ = 0;  // line of the centers of the block that is open
+    bool block_has_shells_ = false;
+    bool opaque_ = false;
+    std::vector<std::pair<std::size_t, TextPlace>> block_elements_;
+    std::array<bool, element_count> in_molecule_{};
+    std::array<bool, element_count> covered_{};
+    std::array<bool, element_count> named_{};
+    std::vector<char> atom_covered_;
+};
+
+// Reports potentials of which none is for an element of the molecule.
+void check_potentials(const CheckedJob& job, const LineRange& lines, const std::vector<MoleculeAtom>& atoms,
+                      Findings& findings) {
+    bool any_element = false;
+    for (std::size_t line = lines.first; line <= lines.last; ++line) {
+        const std::optional<Centers> centers = read_centers(job.line(line), true);
+        if (!centers || !centers->ranges.empty()) {
+            // Atom numbers look like the terms of a potential, so nothing can be said of them.
+            if (centers) {
+                return;
+            }
+            continue;
+        }
+        for (const auto& element : centers->elements) {
+            any_element = true;
+            const bool found = std::any_of(atoms.begin(), atoms.end(), [&](const MoleculeAtom& a) {
+                return a.species.number == std::abs(element.first);
+            });
+            if (found) {
+                return;
+            }
+        }
+    }
+    if (any_element) {
+        findings.add("GJF-S012", Severity::Warning, "no core potential is for an element of the molecule", lines.first);
+    }
+}
+
+}  // namespace
+
+void check_basis_sections(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings) {
+    if (atoms.empty()) {
+        return;
+    }
+    const bool covers_all = (job.names_basis("gen") || job.names_basis("genecp")) && job.route.oniom_expression.empty();
+    for (const SectionLayout& section : job.layout.sections) {
+        if (section.kind == ExtraInputSectionKind::BasisSet) {
+            BasisWalk walk(job, atoms, findings);
+            walk.walk(section.lines);
+            if (covers_all) {
+                walk.check_coverage(atoms, section.lines.first);
+            }
+        } else if (section.kind == ExtraInputSectionKind::ECP) {
+            check_potentials(job, section.lines, atoms, findings);
+        }
+    }
+}
+
+}  // namespace quor::input::gaussian

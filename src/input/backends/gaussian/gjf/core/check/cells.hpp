@@ -1,0 +1,60 @@
+// Finds atoms that are near each other without comparing all pairs. Private to the room.
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <unordered_map>
+
+namespace quor::input::gaussian {
+
+using Position = std::array<double, 3>;
+
+inline double distance(const Position& a, const Position& b) noexcept {
+    return std::hypot(a[0] - b[0], a[1] - b[1], a[2] - b[2]);
+}
+
+/// Sorts atoms into cubes of space, as long as the distance that is looked for, so that neighbours are found in constant
+/// time.
+class Cells {
+   public:
+    explicit Cells(double size) noexcept : size_(size) {}
+
+    /// Calls `take` for every atom put in before that may lie within one cube's length.
+    template <typename Take>
+    void for_each_near(const Position& position, Take take) const {
+        const std::array<std::int64_t, 3> cell = cell_of(position);
+        for (std::int64_t x = -1; x <= 1; ++x) {
+            for (std::int64_t y = -1; y <= 1; ++y) {
+                for (std::int64_t z = -1; z <= 1; ++z) {
+                    const auto range = atoms_.equal_range(key({cell[0] + x, cell[1] + y, cell[2] + z}));
+                    std::for_each(range.first, range.second, [&](const auto& entry) { take(entry.second); });
+                }
+            }
+        }
+    }
+    void put(const Position& position, std::size_t atom) { atoms_.emplace(key(cell_of(position)), atom); }
+
+   private:
+    std::array<std::int64_t, 3> cell_of(const Position& position) const noexcept {
+        std::array<std::int64_t, 3> cell;
+        for (std::size_t i = 0; i < 3; ++i) {
+            cell[i] = static_cast<std::int64_t>(std::floor(std::clamp(position[i] / size_, -1e9, 1e9)));
+        }
+        return cell;
+    }
+    static std::uint64_t key(const std::array<std::int64_t, 3>& cell) noexcept {
+        std::uint64_t value = 0;
+        for (const std::int64_t index : cell) {
+            value = value * 0x9E3779B97F4A7C15U + static_cast<std::uint64_t>(index);
+        }
+        return value;
+    }
+
+    double size_;
+    std::unordered_multimap<std::uint64_t, std::size_t> atoms_;
+};
+
+}  // namespace quor::input::gaussian

@@ -1,0 +1,141 @@
+// One job as the checks see it, and the list that they add their findings to. Private to the room.
+#pragma once
+
+#include <gjf/core/check/finding.hpp>
+#include <gjf/core/reader/reading.hpp>
+#include <gjf/core/schema/simple_yaml_parser.hpp>
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quor::input::gaussian {
+
+/// One option of a keyword as it stands in the route.
+struct WrittenOption {
+    std::string name;       ///< as written, trimmed
+    std::string canonical;  ///< preferred spelling, or the name in lower case
+    std::string value;      ///< empty when written without one
+    TextPlace place;        ///< of the name
+};
+
+/// One keyword as it stands in the route.
+struct WrittenKeyword {
+    std::string name;  ///< canonical when the vocabulary knows it
+    std::string head;  ///< as written
+    std::string raw;   ///< the whole keyword as written
+    bool known = false;
+    std::vector<WrittenOption> options;
+    TextPlace place;
+};
+
+/// A segment of the route: what it says by itself, whatever stands beside it.
+struct WrittenSegment {
+    std::string text;
+    std::string method;  ///< empty when the segment names none
+    std::string basis;
+    std::string secondary_method;
+    bool is_oniom = false;
+    std::vector<WrittenKeyword> keywords;
+    TextPlace place;
+};
+
+class CheckedJob {
+   public:
+    /// `piece` and `reading` must outlive the object.
+    CheckedJob(const JobPiece& piece, const JobReading& reading, const SimpleYAMLParser& schema);
+
+    const GJFData& job;
+    const JobLayout& layout;
+    const SimpleYAMLParser& schema;
+    const ParsedKeywords& route;  ///< an empty one for a job without route
+    std::vector<WrittenSegment> segments;
+
+    /// Tells whether the whole job was read.
+    bool read_whole() const noexcept { return reading_.error.empty(); }
+    /// Returns a line by its number in the whole text, without its line end; empty for one outside the job.
+    std::string_view line(std::size_t number) const noexcept;
+    LineSpan lines() const noexcept { return piece_.lines; }
+    /// Tells whether a --Link1-- line follows the job.
+    bool separated() const noexcept { return piece_.separated; }
+    /// Returns the route as it is interpreted: its words joined with blanks.
+    const std::string& route_text() const noexcept { return joined_.text; }
+
+    /// Returns where a stretch of the route, as it is interpreted, stands in the text.
+    TextPlace route_place(std::size_t begin, std::size_t end) const;
+    /// Returns where a view into one of the job's lines stands.
+    TextPlace place_in(std::size_t line_number, std::string_view part) const noexcept;
+
+    /// Returns the first keyword of this name in the route, or null.
+    const WrittenKeyword* find_keyword(std::string_view canonical) const noexcept;
+    /// Returns an option of a keyword of the route by its preferred spelling, or null.
+    const WrittenOption* find_option(std::string_view keyword, std::string_view option) const noexcept;
+    bool has_keyword(std::string_view canonical) const noexcept { return find_keyword(canonical) != nullptr; }
+    bool has_option(std::string_view keyword, std::string_view option) const noexcept {
+        return find_option(keyword, option) != nullptr;
+    }
+    /// Tells whether a segment of the route names this basis set.
+    bool names_basis(std::string_view canonical) const noexcept;
+    /// Tells whether the molecule is taken from a checkpoint, wholly or but for charge and multiplicity.
+    bool molecule_from_checkpoint() const;
+    bool all_from_checkpoint() const;
+
+   private:
+    void read_segments();
+    WrittenKeyword written_keyword(const std::string& name, const std::string& text, std::size_t begin) const;
+
+    const JobPiece& piece_;
+    const JobReading& reading_;
+    JoinedRoute joined_;
+};
+
+/// Collects the findings of one job.
+class Findings {
+   public:
+    Findings(std::vector<Finding>& list, std::size_t job) noexcept : list_(list), job_(job) {}
+
+    void add(const char* code, Severity severity, std::string message, const TextPlace& place, std::string hint = {}) {
+        list_.push_back({code, severity, std::move(message), job_, place.line, place.column, place.length, std::move(hint)});
+    }
+    void add(const char* code, Severity severity, std::string message, std::size_t line, std::string hint = {}) {
+        add(code, severity, std::move(message), TextPlace{line, 0, 0}, std::move(hint));
+    }
+
+   private:
+    std::vector<Finding>& list_;
+    std::size_t job_;
+};
+
+// The families of checks. Those of molecule and sections are asked only when the whole job was read.
+void check_characters(const CheckedJob& job, Findings& findings);
+void check_link0(const CheckedJob& job, Findings& findings);
+void check_route_words(const CheckedJob& job, Findings& findings);
+void check_route_sense(const CheckedJob& job, Findings& findings);
+void check_sections(const CheckedJob& job, Findings& findings);
+
+/// Tells whether a text is a number with a Fortran exponent, as in 1.0D-03.
+bool is_fortran_number(std::string_view field);
+
+/// Reports a field of a molecule line that looks like a number but holds an odd character.
+void check_numbers_of_line(const CheckedJob& job, std::size_t line_number, Findings& findings);
+
+/// Checks what concerns the text as a whole: its line ends and its first bytes.
+void check_whole_text(std::string_view text, Findings& findings);
+
+/// Follows the checkpoint files through the jobs of a text.
+class CheckpointChain {
+   public:
+    void add(const CheckedJob& job, Findings& findings);
+
+   private:
+    struct Checkpoint {
+        std::string path;
+        std::size_t job = 0;
+        bool read_since = false;
+    };
+    std::vector<Checkpoint> written_;
+    std::size_t jobs_ = 0;
+};
+
+}  // namespace quor::input::gaussian

@@ -1,0 +1,141 @@
+// Runs the families of checks over every job of a text: the table of codes, suppression, and the order of findings.
+#include <gjf/core/check/checker.hpp>
+
+#include <gjf/core/check/checked_job.hpp>
+#include <gjf/core/check/molecule_view.hpp>
+#include <gjf/core/reader/molecule_fields.hpp>
+#include <gjf/core/schema/route_schema_cache.hpp>
+#include <gjf/core/text/text.hpp>
+
+#include <algorithm>
+#include <iterator>
+#include <tuple>
+
+namespace quor::input::gaussian {
+namespace {
+
+// A job that cannot be read is read again without the line that fails, at most so often.
+constexpr int most_rereadings = 20;
+
+using CodeList = std::vector<std::string>;
+
+// Numbers with Fortran exponents, which Gaussian takes, are not read here.
+bool fails_at_fortran_number(const CheckedJob& job, std::size_t line) {
+    Fields fields;
+    cut_fields(without_comment(job.line(line)), fields);
+    return std::any_of(fields.begin(), fields.end(), is_fortran_number);
+}
+
+void add_failure(const CheckedJob& job, const JobReading& reading, Findings& findings) {
+    const std::size_t line = std::max(reading.error_line, reading.layout.lines.first);
+    if (fails_at_fortran_number(job, line)) {
+        findings.add("GJF-P001", Severity::Warning, reading.error, line,
+                     "Gaussian reads D exponents, this tool does not; write the number without one to have the job checked");
+        return;
+    }
+    findings.add("GJF-P001", Severity::Error, reading.error, line);
+    if (reading.layout.charge_line != 0 && line > reading.layout.charge_line) {
+        check_numbers_of_line(job, line, findings);
+    }
+}
+
+// Tells whether reading can go on behind the line that failed: a line that others do not depend on.
+bool can_pass_over(const JobReading& reading) noexcept {
+    const JobLayout& layout = reading.layout;
+    return reading.error_line > layout.charge_line && (layout.charge_line != 0 || layout.title.empty());
+}
+
+// Reports why a job cannot be read, and goes on behind the line as long as another one fails.
+void report_failures(const CheckedJob& job, JobPiece piece, JobReading reading, Findings& findings) {
+    add_failure(job, reading, findings);
+    for (int i = 0; i < most_rereadings && can_pass_over(reading); ++i) {
+        const std::size_t line = reading.error_line;
+        piece.lines[line - piece.first_line] = "!";
+        reading = read_job_piece(piece);
+        if (reading.error.empty() || reading.error_line <= line) {
+            return;
+        }
+        add_failure(job, reading, findings);
+    }
+}
+
+// Collects the codes that comments of a job silence.
+CodeList silenced_codes(LineSpan lines) {
+    constexpr std::string_view mark = "quor-gjf:";
+    CodeList codes;
+    std::vector<std::string_view> words;
+    for (const std::string_view line : lines) {
+        const std::size_t comment = line.find('!');
+        if (comment == std::string_view::npos || !contains_folded(line.substr(comment), mark)) {
+            continue;
+        }
+        split_fields(line.substr(comment + 1), FieldSeparators::WhiteSpaceAndComma, true, words);
+        if (words.size() > 2 && equals_folded(words[0], mark) && equals_folded(words[1], "ignore")) {
+            std::transform(words.begin() + 2, words.end(), std::back_inserter(codes), to_lower_copy);
+        }
+    }
+    return codes;
+}
+
+void drop_codes(std::vector<Finding>& findings, std::size_t begin, const CodeList& codes) {
+    const auto is_dropped = [&](const Finding& finding) {
+        return std::find(codes.begin(), codes.end(), to_lower_copy(finding.code)) != codes.end();
+    };
+    findings.erase(std::remove_if(findings.begin() + static_cast<std::ptrdiff_t>(begin), findings.end(), is_dropped),
+                   findings.end());
+}
+
+void check_job(const CheckedJob& job, const JobPiece& piece, const JobReading& reading, Findings& findings) {
+    for (const auto check : {check_characters, check_link0, check_route_words, check_route_sense}) {
+        check(job, findings);
+    }
+    if (!job.read_whole()) {
+        report_failures(job, piece, reading, findings);
+        return;
+    }
+    const std::vector<MoleculeAtom> atoms = atoms_of(job);
+    for (const auto check :
+         {check_atoms, check_electrons, check_zmatrix, check_layers, check_connectivity, check_basis_sections}) {
+        check(job, atoms, findings);
+    }
+    check_sections(job, findings);
+    check_section_contents(job, atoms, findings);
+}
+
+}  // namespace
+
+const char* severity_name(Severity severity) noexcept {
+    constexpr const char* names[] = {"note", "warning", "error"};
+    return names[static_cast<std::size_t>(severity)];
+}
+
+std::vector<Finding> check_text(std::string_view text, const CheckOptions& options) {
+    const SimpleYAMLParser& schema = default_route_schema();
+    std::vector<Finding> findings;
+    CheckpointChain chain;
+    std::size_t jobs = 0;
+    for_each_job_piece(skip_byte_order_mark(text), [&](JobPiece piece) {
+        const std::size_t begin = findings.size();
+        Findings of_job(findings, piece.number);
+        const JobReading reading = read_job_piece(piece);
+        const CheckedJob job(piece, reading, schema);
+        check_job(job, piece, reading, of_job);
+        chain.add(job, of_job);
+        drop_codes(findings, begin, silenced_codes(piece.lines));
+        ++jobs;
+    });
+    Findings of_file(findings, 0);
+    if (jobs == 0) {
+        of_file.add("GJF-P001", Severity::Error, "No valid jobs found in input", std::size_t{0});
+    }
+    check_whole_text(text, of_file);
+    CodeList ignored;
+    std::transform(options.ignored_codes.begin(), options.ignored_codes.end(), std::back_inserter(ignored), to_lower_copy);
+    drop_codes(findings, 0, ignored);
+    std::stable_sort(findings.begin(), findings.end(), [](const Finding& a, const Finding& b) {
+        return std::tie(a.line, a.column) < std::tie(b.line, b.column);
+    });
+    return findings;
+}
+
+}  // namespace quor::input::gaussian

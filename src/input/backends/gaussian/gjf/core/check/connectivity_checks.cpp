@@ -1,0 +1,108 @@
+// Checks of the connectivity rows: every atom one row, bonds between two atoms, each given in one way.
+#include <gjf/core/check/molecule_view.hpp>
+
+#include <gjf/core/reader/molecule_fields.hpp>
+#include <gjf/core/text/number.hpp>
+#include <gjf/core/text/text.hpp>
+
+#include <algorithm>
+#include <map>
+#include <utility>
+
+namespace quor::input::gaussian {
+namespace {
+
+// A bond as it stands in a row.
+struct WrittenBond {
+    std::size_t line = 0;
+    bool from_lower = false;  // whether it stands in the row of the atom with the smaller number
+    double order = 0;
+};
+
+using WrittenBonds = std::multimap<std::pair<std::int64_t, std::int64_t>, WrittenBond>;
+
+// Reads one row into `bonds`; returns the atom that it is about, 0 for a line without one.
+std::int64_t read_row(const CheckedJob& job, std::size_t line, WrittenBonds& bonds, Findings& findings) {
+    Fields fields;
+    cut_fields(without_comment(job.line(line)), fields);
+    const std::int64_t atom = fields.empty() ? 0 : to_int64(fields[0]).value_or(0);
+    for (std::size_t i = 1; i + 1 < fields.size(); i += 2) {
+        const std::int64_t partner = to_int64(fields[i]).value_or(0);
+        if (partner == atom) {
+            findings.add("GJF-S003", Severity::Error, "atom " + std::to_string(atom) + " is bonded to itself",
+                         job.place_in(line, fields[i]));
+            continue;
+        }
+        bonds.insert({{std::min(atom, partner), std::max(atom, partner)},
+                      {line, atom < partner, to_number(fields[i + 1]).value_or(0)}});
+    }
+    return atom;
+}
+
+std::string bond_text(const std::pair<std::int64_t, std::int64_t>& bond) {
+    return "the bond between atoms " + std::to_string(bond.first) + " and " + std::to_string(bond.second);
+}
+
+void check_bonds(const WrittenBonds& bonds, Findings& findings) {
+    bool any_two_sided = false;
+    for (auto begin = bonds.begin(); begin != bonds.end();) {
+        const auto end = bonds.upper_bound(begin->first);
+        const auto count = std::distance(begin, end);
+        const auto from_lower = std::count_if(begin, end, [](const auto& entry) { return entry.second.from_lower; });
+        const auto last = std::prev(end);
+        any_two_sided = any_two_sided || (from_lower > 0 && from_lower < count);
+        if (begin->second.order != last->second.order) {
+            findings.add("GJF-S004", Severity::Warning, bond_text(begin->first) + " is given with two orders",
+                         last->second.line);
+        } else if (from_lower > 1 || count - from_lower > 1) {
+            findings.add("GJF-S004", Severity::Warning, bond_text(begin->first) + " is given twice", last->second.line);
+        }
+        begin = end;
+    }
+    if (!any_two_sided) {
+        return;
+    }
+    for (auto begin = bonds.begin(); begin != bonds.end(); begin = bonds.upper_bound(begin->first)) {
+        if (bonds.count(begin->first) == 1) {
+            findings.add("GJF-S006", Severity::Note, bond_text(begin->first) + " is given from one side, others from both",
+                         begin->second.line);
+        }
+    }
+}
+
+void check_rows(const CheckedJob& job, const LineRange& lines, std::size_t atom_count, Findings& findings) {
+    WrittenBonds bonds;
+    std::vector<char> has_row(atom_count + 1);
+    for (std::size_t line = lines.first; line <= lines.last; ++line) {
+        const std::int64_t atom = read_row(job, line, bonds, findings);
+        if (atom < 1 || static_cast<std::size_t>(atom) > atom_count) {
+            continue;
+        }
+        char& seen = has_row[static_cast<std::size_t>(atom)];
+        if (seen != 0) {
+            findings.add("GJF-S005", Severity::Warning, "atom " + std::to_string(atom) + " has a second row", line);
+        }
+        seen = 1;
+    }
+    const auto missing = std::count(has_row.begin() + 1, has_row.end(), 0);
+    if (missing > 0) {
+        const auto first = std::find(has_row.begin() + 1, has_row.end(), 0) - has_row.begin();
+        findings.add("GJF-S005", Severity::Warning,
+                     std::to_string(missing) + " of " + std::to_string(atom_count) +
+                         " atoms have no row in the connectivity; the first is atom " + std::to_string(first),
+                     lines.last, "give every atom a row, with its number alone when it has no bonds");
+    }
+    check_bonds(bonds, findings);
+}
+
+}  // namespace
+
+void check_connectivity(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings) {
+    for (const SectionLayout& section : job.layout.sections) {
+        if (section.kind == ExtraInputSectionKind::Connectivity && !atoms.empty()) {
+            check_rows(job, section.lines, atoms.size(), findings);
+        }
+    }
+}
+
+}  // namespace quor::input::gaussian

@@ -1,0 +1,241 @@
+// Checks of charge and multiplicity against the electrons that the atoms bring: of the molecule, its ONIOM models, its
+// fragments.
+#include <gjf/core/check/molecule_view.hpp>
+
+#include <gjf/core/text/number.hpp>
+#include <gjf/core/text/text.hpp>
+
+#include <algorithm>
+#include <cstdlib>
+#include <iterator>
+
+namespace quor::input::gaussian {
+namespace {
+
+// The nuclear charge of some atoms; not known when a label may be read in several ways.
+struct NuclearCharge {
+    std::int64_t sum = 0;
+    bool known = true;
+
+    void add(const Species& species) noexcept {
+        known = known && species.certain && species.kind != SpeciesKind::Unknown;
+        sum += species.number;
+    }
+};
+
+void check_pair(const ChargeSpinPair& pair, const NuclearCharge& nuclei, const std::string& whose, std::size_t line,
+                Findings& findings) {
+    // Fragments of a broken-symmetry guess have a negative multiplicity where their spin points down.
+    const std::int64_t multiplicity = std::abs(static_cast<std::int64_t>(pair.multiplicity));
+    if (multiplicity == 0) {
+        findings.add("GJF-M002", Severity::Error, "a multiplicity of 0 is impossible" + whose, line,
+                     "it is the number of unpaired electrons and one more");
+        return;
+    }
+    if (!nuclei.known) {
+        return;
+    }
+    const std::int64_t electrons = nuclei.sum - pair.charge;
+    const std::string text =
+        "charge " + std::to_string(pair.charge) + " and multiplicity " + std::to_string(pair.multiplicity);
+    if (electrons < 0) {
+        findings.add("GJF-M002", Severity::Error, text + " leave fewer than no electrons" + whose, line);
+    } else if (electrons < multiplicity - 1 || (electrons - multiplicity + 1) % 2 != 0) {
+        findings.add("GJF-M002", Severity::Error,
+                     text + " are impossible for " + std::to_string(electrons) + " electrons" + whose, line,
+                     electrons % 2 == 0 ? "an even number of electrons has an odd multiplicity"
+                                        : "an odd number of electrons has an even multiplicity");
+    }
+}
+
+NuclearCharge charge_of_all(const std::vector<MoleculeAtom>& atoms) {
+    NuclearCharge nuclei;
+    for (const MoleculeAtom& atom : atoms) {
+        nuclei.add(atom.species);
+    }
+    return nuclei;
+}
+
+// Returns the number that a keyword is given, as in counterpoise=2; 0 for none.
+std::int64_t number_given(const WrittenKeyword* keyword) {
+    if (keyword != nullptr) {
+        for (const WrittenOption& option : keyword->options) {
+            if (const std::optional<std::int64_t> number = to_int64(option.name)) {
+                return *number;
+            }
+        }
+    }
+    return 0;
+}
+
+void check_fragments(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, std::int64_t count, const char* request,
+                     Findings& findings) {
+    std::vector<std::size_t> sizes(static_cast<std::size_t>(std::min<std::int64_t>(count, 1000)) + 1);
+    std::size_t missing = 0;
+    std::size_t first_missing = 0;
+    for (const MoleculeAtom& atom : atoms) {
+        if (atom.species.kind == SpeciesKind::TranslationVector || atom.species.kind == SpeciesKind::Dummy) {
+            continue;
+        }
+        if (!atom.fragment) {
+            first_missing = missing++ == 0 ? atom.line : first_missing;
+        } else if (*atom.fragment < 1 || *atom.fragment > count) {
+            findings.add("GJF-M004", Severity::Error,
+                         "fragment " + std::to_string(*atom.fragment) + " is none of the " + std::to_string(count) +
+                             " that " + request + " asks for",
+                         atom.line);
+        } else if (static_cast<std::size_t>(*atom.fragment) < sizes.size()) {
+            ++sizes[static_cast<std::size_t>(*atom.fragment)];
+        }
+    }
+    if (missing > 0) {
+        findings.add("GJF-M004", Severity::Error,
+                     std::to_string(missing) + (missing == 1 ? " atom has" : " atoms have") + " no fragment, as " + request +
+                         " needs",
+                     first_missing, "write it with the atom, as in C(Fragment=1)");
+    }
+    for (std::size_t i = 1; i < sizes.size() && missing == 0; ++i) {
+        if (sizes[i] == 0) {
+            findings.add("GJF-M004", Severity::Error, "fragment " + std::to_string(i) + " of " + request + " has no atoms",
+                         job.layout.charge_line);
+        }
+    }
+}
+
+void check_fragment_pairs(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, std::int64_t count,
+                          const std::vector<ChargeSpinPair>& pairs, Findings& findings) {
+    const std::size_t line = job.layout.charge_line;
+    if (pairs.size() != 1 && pairs.size() != static_cast<std::size_t>(count) + 1) {
+        findings.add("GJF-M003", Severity::Warning,
+                     std::to_string(pairs.size()) + " pairs of charge and multiplicity stand beside " +
+                         std::to_string(count) + " fragments",
+                     line, "give one for the whole and one for each fragment");
+    }
+    for (std::size_t i = 1; i < pairs.size() && i <= static_cast<std::size_t>(count); ++i) {
+        NuclearCharge nuclei;
+        for (const MoleculeAtom& atom : atoms) {
+            if (atom.fragment == static_cast<std::int64_t>(i)) {
+                nuclei.add(atom.species);
+            }
+        }
+        check_pair(pairs[i], nuclei, " in fragment " + std::to_string(i), line, findings);
+    }
+}
+
+// The region of an ONIOM calculation from the highest layer down to `lowest`, and the level that it is computed at.
+struct Model {
+    std::size_t lowest;
+    std::size_t level;
+    const char* name;
+};
+
+// In the order in which their charges and multiplicities are given.
+constexpr Model two_layer_models[] = {{1, 1, "real system, low level"},
+                                      {0, 0, "model system, high level"},
+                                      {0, 1, "model system, low level"},
+                                      {1, 0, "real system, high level"}};
+constexpr Model three_layer_models[] = {
+    {2, 2, "real system, low level"},         {1, 1, "intermediate system, medium level"},
+    {1, 2, "intermediate system, low level"}, {0, 0, "model system, high level"},
+    {0, 1, "model system, medium level"},     {0, 2, "model system, low level"}};
+
+// Adds up a model's atoms and the link atoms that close the bonds cut by its boundary.
+NuclearCharge charge_of_model(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, std::size_t layers,
+                              const Model& model, const std::vector<UnlinkedBond>& unlinked) {
+    NuclearCharge nuclei;
+    // What closes a bond that is cut without a link atom cannot be known.
+    nuclei.known = std::none_of(unlinked.begin(), unlinked.end(), [&](const UnlinkedBond& bond) {
+        return layer_depth(atoms[bond.upper], layers) <= model.lowest &&
+               layer_depth(atoms[bond.lower], layers) > model.lowest;
+    });
+    for (const MoleculeAtom& atom : atoms) {
+        if (layer_depth(atom, layers) <= model.lowest) {
+            nuclei.add(atom.species);
+            continue;
+        }
+        const std::optional<LinkAtom> link = link_atom_of(job, atom);
+        const std::size_t host =
+            link && link->host && *link->host >= 1 ? static_cast<std::size_t>(*link->host) - 1 : atoms.size();
+        if (host < atoms.size() && layer_depth(atoms[host], layers) <= model.lowest) {
+            nuclei.add(species_of_name(link->label.substr(0, link->label.find_first_of("-("))));
+        }
+    }
+    return nuclei;
+}
+
+template <std::size_t N>
+void check_models(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, const std::vector<std::string>& levels,
+                  const Model (&models)[N], const std::vector<ChargeSpinPair>& pairs, Findings& findings) {
+    const std::vector<UnlinkedBond> unlinked = unlinked_bonds(job, atoms);
+    for (std::size_t i = 0; i < pairs.size() && i < N; ++i) {
+        const std::string& level = levels[models[i].level];
+        const std::string method = to_lower_copy(std::string_view(level).substr(0, level.find_first_of("/=(")));
+        if (is_force_field(method)) {
+            continue;
+        }
+        check_pair(pairs[i], charge_of_model(job, atoms, levels.size(), models[i], unlinked),
+                   std::string(" (") + models[i].name + ")", job.layout.charge_line, findings);
+    }
+}
+
+void check_oniom_pairs(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, const std::vector<std::string>& levels,
+                       const std::vector<ChargeSpinPair>& pairs, Findings& findings) {
+    const std::size_t most = levels.size() * levels.size() + (levels.size() == 3 ? 1 : 0);
+    if (pairs.size() > most) {
+        findings.add("GJF-M003", Severity::Warning,
+                     std::to_string(pairs.size()) + " pairs of charge and multiplicity stand beside " +
+                         std::to_string(levels.size()) + " layers",
+                     job.layout.charge_line);
+    }
+    if (levels.size() == 2) {
+        check_models(job, atoms, levels, two_layer_models, pairs, findings);
+    } else if (levels.size() == 3) {
+        check_models(job, atoms, levels, three_layer_models, pairs, findings);
+    }
+}
+
+}  // namespace
+
+void check_electrons(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings) {
+    const std::vector<ChargeSpinPair> pairs = job.job.geom.charge_spin_pairs();
+    const std::size_t line = job.layout.charge_line;
+    if (line == 0 || atoms.empty()) {
+        return;
+    }
+    const std::int64_t counterpoise = number_given(job.find_keyword("counterpoise"));
+    const WrittenOption* guess = job.find_option("guess", "fragment");
+    const std::int64_t guessed = guess == nullptr ? 0 : to_int64(trim_view(guess->value)).value_or(0);
+    const std::int64_t fragments = std::max(counterpoise, guessed);
+    const std::vector<std::string> levels = oniom_levels(job);
+    if (job.job.geom.multiplicity < 0 && fragments == 0) {
+        findings.add("GJF-M002", Severity::Error,
+                     "a multiplicity of " + std::to_string(job.job.geom.multiplicity) + " is impossible", line);
+        return;
+    }
+    if (!levels.empty()) {
+        check_oniom_pairs(job, atoms, levels, pairs, findings);
+        return;
+    }
+    if (fragments > 0) {
+        check_fragments(job, atoms, fragments, counterpoise > 0 ? "counterpoise" : "guess=fragment", findings);
+    }
+    if (pairs.empty()) {
+        findings.add("GJF-M002", Severity::Error, "a multiplicity of 0 is impossible", line,
+                     "it is the number of unpaired electrons and one more");
+        return;
+    }
+    if (is_force_field(job.route.method)) {
+        return;
+    }
+    check_pair(pairs.front(), charge_of_all(atoms), {}, line, findings);
+    if (fragments > 0) {
+        check_fragment_pairs(job, atoms, fragments, pairs, findings);
+    } else if (pairs.size() > 1) {
+        findings.add(
+            "GJF-M003", Severity::Warning,
+            std::to_string(pairs.size()) + " pairs of charge and multiplicity stand in a job without layers and fragments",
+            line, "only the first is used");
+    }
+}
+
+}  // namespace quor::input::gaussian

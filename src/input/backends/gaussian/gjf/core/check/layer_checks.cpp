@@ -1,0 +1,136 @@
+// Checks of ONIOM layers: atoms without one, letters without a level, link atoms and the bonds that are cut.
+#include <gjf/core/check/molecule_view.hpp>
+
+#include <algorithm>
+
+namespace quor::input::gaussian {
+namespace {
+
+int height_of(char layer) noexcept { return layer == 'l' ? 0 : layer == 'm' ? 1 : 2; }
+
+// Counts atoms that share a fault, and remembers the first.
+struct Faulty {
+    std::size_t count = 0;
+    std::size_t first_line = 0;
+
+    void add(std::size_t line) noexcept { first_line = count++ == 0 ? line : first_line; }
+    std::string text() const { return std::to_string(count) + (count == 1 ? " atom" : " atoms"); }
+};
+
+void check_letters(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, std::size_t levels, Findings& findings) {
+    Faulty missing;
+    Faulty medium;
+    for (std::size_t i = 0; i < atoms.size(); ++i) {
+        const char layer = atoms[i].layer;
+        if (layer == 0) {
+            missing.add(atoms[i].line);
+        } else if (layer == '?') {
+            findings.add("GJF-M012", Severity::Error, "'" + job.job.geom.atoms[i].layer.value_or("") + "' is no ONIOM layer",
+                         atoms[i].line, "the layers are H, M and L");
+        } else if (layer == 'm' && levels == 2) {
+            medium.add(atoms[i].line);
+        }
+    }
+    if (medium.count > 0) {
+        findings.add("GJF-M012", Severity::Warning, medium.text() + " in layer M, but the route has two levels",
+                     medium.first_line, "two layers are H and L");
+    }
+    if (missing.count > 0) {
+        findings.add("GJF-M011", Severity::Warning, missing.text() + " without ONIOM layer: Gaussian takes the high layer",
+                     missing.first_line, "write H, M or L behind the coordinates");
+    }
+}
+
+void check_link_hosts(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings) {
+    for (std::size_t i = 0; i < atoms.size(); ++i) {
+        const std::optional<LinkAtom> link = link_atom_of(job, atoms[i]);
+        if (!link || link->host_text.empty()) {
+            continue;
+        }
+        const bool in_range = link->host && *link->host >= 1 && static_cast<std::size_t>(*link->host) <= atoms.size();
+        const TextPlace place = job.place_in(atoms[i].line, link->host_text);
+        if (!in_range || static_cast<std::size_t>(*link->host) == i + 1) {
+            findings.add("GJF-M014", Severity::Error,
+                         "the link atom of atom " + std::to_string(i + 1) + " is bonded to '" +
+                             std::string(link->host_text) + "', which is no other atom",
+                         place);
+        } else if (height_of(atoms[static_cast<std::size_t>(*link->host) - 1].layer) <= height_of(atoms[i].layer)) {
+            findings.add("GJF-M014", Severity::Warning,
+                         "the link atom of atom " + std::to_string(i + 1) + " is bonded to atom " +
+                             std::string(link->host_text) + ", which is not in a higher layer",
+                         place);
+        }
+    }
+}
+
+void check_cut_bonds(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings) {
+    for (const UnlinkedBond& bond : unlinked_bonds(job, atoms)) {
+        findings.add("GJF-M013", Severity::Warning,
+                     "the bond between atoms " + std::to_string(bond.upper + 1) + " and " + std::to_string(bond.lower + 1) +
+                         " is cut by the layers, but atom " + std::to_string(bond.lower + 1) + " names no link atom",
+                     atoms[bond.lower].line, "write it behind the layer, as in L H " + std::to_string(bond.upper + 1));
+    }
+}
+
+// Adds a bond when layers cut it without a link atom.
+void add_unlinked(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, std::size_t i, std::size_t j,
+                  std::vector<UnlinkedBond>& bonds) {
+    if (height_of(atoms[i].layer) == height_of(atoms[j].layer)) {
+        return;
+    }
+    const bool first_is_lower = height_of(atoms[i].layer) < height_of(atoms[j].layer);
+    const std::size_t lower = first_is_lower ? i : j;
+    if (!link_atom_of(job, atoms[lower])) {
+        bonds.push_back({first_is_lower ? j : i, lower});
+    }
+}
+
+bool look_bonded(const MoleculeAtom& a, const MoleculeAtom& b) noexcept {
+    constexpr double stretch = 1.25;
+    return distance(*a.position, *b.position) <
+           stretch * (covalent_radius(a.species.number) + covalent_radius(b.species.number));
+}
+
+}  // namespace
+
+std::size_t layer_depth(const MoleculeAtom& atom, std::size_t layers) noexcept {
+    return atom.layer == 'l' ? layers - 1 : atom.layer == 'm' ? 1 : 0;
+}
+
+std::vector<UnlinkedBond> unlinked_bonds(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms) {
+    std::vector<UnlinkedBond> bonds;
+    if (const ConnectivitySection* connectivity = job.job.connectivity(); connectivity != nullptr) {
+        for (const Bond& bond : connectivity->bonds) {
+            if (bond.atom2 < atoms.size()) {
+                add_unlinked(job, atoms, bond.atom1, bond.atom2, bonds);
+            }
+        }
+        return bonds;
+    }
+    constexpr double longest_bond = 3.5;
+    Cells cells(longest_bond);
+    for (std::size_t i = 0; i < atoms.size(); ++i) {
+        if (atoms[i].species.kind != SpeciesKind::Atom || !atoms[i].position) {
+            continue;
+        }
+        cells.for_each_near(*atoms[i].position, [&](std::size_t j) {
+            if (look_bonded(atoms[i], atoms[j])) {
+                add_unlinked(job, atoms, j, i, bonds);
+            }
+        });
+        cells.put(*atoms[i].position, i);
+    }
+    return bonds;
+}
+
+void check_layers(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings) {
+    const std::size_t levels = oniom_levels(job).size();
+    if (levels < 2 || job.job.geom.atoms.empty()) {
+        return;
+    }
+    check_letters(job, atoms, levels, findings);
+    check_link_hosts(job, atoms, findings);
+    check_cut_bonds(job, atoms, findings);
+}
+
+}  // namespace quor::input::gaussian

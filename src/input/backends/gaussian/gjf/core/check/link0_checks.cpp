@@ -1,0 +1,266 @@
+// Checks of Link 0 lines, and of the checkpoint files that lead from job to job.
+#include <gjf/core/check/checked_job.hpp>
+
+#include <gjf/core/check/near_names.hpp>
+#include <gjf/core/text/number.hpp>
+#include <gjf/core/text/text.hpp>
+
+#include <algorithm>
+#include <cstdint>
+#include <iterator>
+#include <optional>
+
+namespace quor::input::gaussian {
+namespace {
+
+// Every Link 0 command of Gaussian 16, older spellings included.
+constexpr const char* link0_commands[] = {
+    "mem",         "chk",        "oldchk",       "schk",   "rwf",       "oldmatrix", "oldrawmatrix", "int",    "d2e",
+    "scr",         "kjob",       "save",         "nosave", "errorsave", "subst",     "cpu",          "gpucpu", "nproc",
+    "nprocshared", "nproclinda", "lindaworkers", "usessh", "usersh",    "ssh",       "debuglinda"};
+
+// One Link 0 line taken apart.
+struct Link0Line {
+    std::size_t line = 0;
+    std::string_view key;
+    std::string_view value;
+};
+
+std::vector<Link0Line> link0_lines_of(const CheckedJob& job) {
+    std::vector<Link0Line> lines;
+    for (const std::size_t number : job.layout.link0_lines) {
+        const std::string_view text = trim_view(without_comment(job.line(number)));
+        const std::size_t key_end = std::min(text.find_first_of("= \t"), text.size());
+        const std::size_t value = std::min(text.find_first_not_of("= \t", key_end), text.size());
+        lines.push_back({number, text.substr(std::min<std::size_t>(1, key_end), key_end - std::min<std::size_t>(1, key_end)),
+                         text.substr(value)});
+    }
+    return lines;
+}
+
+const Link0Line* find_line(const std::vector<Link0Line>& lines, std::initializer_list<std::string_view> keys) {
+    // The last line of a kind is the one that holds.
+    const auto found = std::find_if(lines.rbegin(), lines.rend(), [&](const Link0Line& line) {
+        return std::any_of(keys.begin(), keys.end(), [&](std::string_view key) { return equals_folded(line.key, key); });
+    });
+    return found == lines.rend() ? nullptr : &*found;
+}
+
+void check_command(const CheckedJob& job, const Link0Line& line, Findings& findings) {
+    const bool known = std::any_of(std::begin(link0_commands), std::end(link0_commands),
+                                   [&](const char* command) { return equals_folded(line.key, command); });
+    if (known) {
+        return;
+    }
+    const std::vector<std::string> names(std::begin(link0_commands), std::end(link0_commands));
+    const std::vector<std::string> near = near_names(to_lower_copy(line.key), names);
+    findings.add("GJF-L001", near.empty() ? Severity::Warning : Severity::Error,
+                 "unknown Link 0 command '%" + std::string(line.key) + "'", job.place_in(line.line, line.key),
+                 did_you_mean(near));
+}
+
+// An amount of memory: its number, and how many bytes one of its units has (0 for a unit that is none).
+struct Memory {
+    std::int64_t amount = 0;
+    std::int64_t unit = 0;
+    bool has_unit = false;
+};
+
+std::optional<Memory> read_memory(std::string_view text) {
+    const std::size_t digits = std::min(text.find_first_not_of("0123456789"), text.size());
+    const std::optional<std::int64_t> amount = to_int64(text.substr(0, digits));
+    if (digits == 0 || !amount) {
+        return std::nullopt;
+    }
+    constexpr std::int64_t word = 8;
+    constexpr struct {
+        std::string_view name;
+        std::int64_t bytes;
+    } units[] = {{"", word},         {"b", 1},           {"w", word},       {"kb", 1LL << 10},
+                 {"mb", 1LL << 20},  {"gb", 1LL << 30},  {"tb", 1LL << 40}, {"kw", word << 10},
+                 {"mw", word << 20}, {"gw", word << 30}, {"tw", word << 40}};
+    const std::string_view unit = text.substr(digits);
+    for (const auto& known : units) {
+        if (equals_folded(unit, known.name)) {
+            return Memory{*amount, known.bytes, !unit.empty()};
+        }
+    }
+    return Memory{*amount, 0, true};
+}
+
+// Counts the cores of a list such as 0-3,8,12-14; nothing for a malformed one.
+std::optional<std::int64_t> count_cores(std::string_view list) {
+    std::int64_t count = 0;
+    while (!list.empty()) {
+        const std::size_t comma = std::min(list.find(','), list.size());
+        const std::string_view item = trim_view(list.substr(0, comma));
+        list.remove_prefix(std::min(comma + 1, list.size()));
+        const std::size_t dash = std::min(item.find('-'), item.size());
+        const std::optional<std::int32_t> first = to_int32(item.substr(0, dash));
+        const std::optional<std::int32_t> last = dash == item.size() ? first : to_int32(item.substr(dash + 1));
+        const bool begins_with_digit = !item.empty() && item.front() >= '0' && item.front() <= '9';
+        if (!begins_with_digit || !first || !last || *last < *first) {
+            return std::nullopt;
+        }
+        count += *last - *first + 1;
+    }
+    return count;
+}
+
+// Checks %nprocshared and %cpu; returns how many cores the job asks for, 0 when it does not say.
+std::int64_t check_cores(const CheckedJob& job, const std::vector<Link0Line>& lines, Findings& findings) {
+    const Link0Line* nproc = find_line(lines, {"nproc", "nprocshared"});
+    const Link0Line* cpu = find_line(lines, {"cpu"});
+    std::optional<std::int64_t> asked;
+    if (nproc != nullptr) {
+        asked = to_int64(nproc->value);
+        if (!asked || *asked < 1) {
+            findings.add("GJF-L006", Severity::Error, "'" + std::string(nproc->value) + "' is no number of cores",
+                         job.place_in(nproc->line, nproc->value));
+            asked.reset();
+        }
+    }
+    std::optional<std::int64_t> listed;
+    if (cpu != nullptr) {
+        listed = count_cores(cpu->value);
+        if (!listed || *listed == 0) {
+            const bool has_letter = std::any_of(cpu->value.begin(), cpu->value.end(),
+                                                [](char c) { return to_lower_ascii(c) >= 'a' && to_lower_ascii(c) <= 'z'; });
+            findings.add("GJF-L006", has_letter || cpu->value.empty() ? Severity::Error : Severity::Warning,
+                         "'" + std::string(cpu->value) + "' is no list of cores", job.place_in(cpu->line, cpu->value),
+                         "list core numbers and ranges, as in %cpu=0-7,12");
+            listed.reset();
+        }
+    }
+    if (nproc != nullptr && cpu != nullptr) {
+        const bool conflict = asked && listed && *asked != *listed;
+        findings.add(
+            "GJF-L005", conflict ? Severity::Warning : Severity::Note,
+            conflict ? "%nprocshared asks for " + std::to_string(*asked) + " cores, %cpu lists " + std::to_string(*listed)
+                     : std::string("both %nprocshared and %cpu are given"),
+            std::max(nproc->line, cpu->line), "keep one of the two");
+    }
+    return listed ? *listed : asked.value_or(0);
+}
+
+void check_memory(const CheckedJob& job, const std::vector<Link0Line>& lines, std::int64_t cores, Findings& findings) {
+    // Below this share a core cannot even hold the arrays that every job allocates.
+    constexpr std::int64_t least_per_core = 64LL << 20;
+    const Link0Line* line = find_line(lines, {"mem"});
+    if (line == nullptr) {
+        return;
+    }
+    const TextPlace place = job.place_in(line->line, line->value);
+    const std::optional<Memory> memory = read_memory(line->value);
+    if (!memory || memory->unit == 0 || memory->amount == 0) {
+        findings.add("GJF-L002", Severity::Error, "'" + std::string(line->value) + "' is no amount of memory", place,
+                     "write a whole number and a unit without a blank, as in %mem=8GB");
+        return;
+    }
+    if (!memory->has_unit) {
+        findings.add("GJF-L003", Severity::Warning, "%mem has no unit: it counts words of 8 bytes", place,
+                     "write the unit, as in %mem=8GB");
+    }
+    const std::int64_t share = least_per_core / memory->unit * std::max<std::int64_t>(cores, 1);
+    const bool unit_is_large = memory->unit > least_per_core;
+    if (!unit_is_large && memory->amount < share) {
+        findings.add("GJF-L004", Severity::Warning,
+                     "less than 64 MB a core: %mem is " + std::string(line->value) + " for " +
+                         std::to_string(std::max<std::int64_t>(cores, 1)) + (cores > 1 ? " cores" : " core"),
+                     place, "give each core 1 GB or more");
+    }
+}
+
+// What makes a job read a checkpoint: a keyword with an option, or alone.
+struct Reads {
+    const char* keyword;
+    const char* option;  // null for the keyword alone
+    bool fails_without;
+};
+
+constexpr Reads reading_requests[] = {
+    {"geom", "check", true},  {"geom", "allcheck", true},  {"guess", "read", true},    {"restart", nullptr, true},
+    {"irc", "restart", true}, {"irc", "rcfc", true},       {"opt", "restart", true},   {"opt", "readfc", true},
+    {"opt", "rcfc", true},    {"freq", "readfc", true},    {"freq", "restart", false}, {"scf", "restart", false},
+    {"td", "read", false},    {"chkbasis", nullptr, true}, {"charge", "check", false},
+};
+
+// Returns what asks for a checkpoint, in words; empty for nothing. `fails` tells whether the job cannot do without.
+std::string reading_request(const CheckedJob& job, bool& fails) {
+    for (const Reads& reads : reading_requests) {
+        const bool asked = reads.option == nullptr ? job.has_keyword(reads.keyword) || job.names_basis(reads.keyword)
+                                                   : job.has_option(reads.keyword, reads.option);
+        if (asked) {
+            fails = reads.fails_without;
+            return reads.option == nullptr ? reads.keyword : std::string(reads.keyword) + "=" + reads.option;
+        }
+    }
+    return {};
+}
+
+std::string checkpoint_path(std::string_view value) {
+    std::string path(value);
+    if (path.size() >= 2 && (path.front() == '"' || path.front() == '\'') && path.back() == path.front()) {
+        path = path.substr(1, path.size() - 2);
+    }
+    if (path.size() < 4 || !equals_folded(std::string_view(path).substr(path.size() - 4), ".chk")) {
+        path += ".chk";
+    }
+    return path;
+}
+
+}  // namespace
+
+void check_link0(const CheckedJob& job, Findings& findings) {
+    const std::vector<Link0Line> lines = link0_lines_of(job);
+    for (const Link0Line& line : lines) {
+        check_command(job, line, findings);
+    }
+    check_memory(job, lines, check_cores(job, lines, findings), findings);
+}
+
+void CheckpointChain::add(const CheckedJob& job, Findings& findings) {
+    const std::vector<Link0Line> lines = link0_lines_of(job);
+    const Link0Line* chk = find_line(lines, {"chk"});
+    const Link0Line* source = find_line(lines, {"oldchk"});
+    source = source == nullptr ? chk : source;
+    bool fails = false;
+    const std::string request = reading_request(job, fails);
+    const bool is_first = jobs_++ == 0;
+    const auto find = [this](const std::string& path) {
+        return std::find_if(written_.begin(), written_.end(), [&](const Checkpoint& known) { return known.path == path; });
+    };
+    if (!request.empty() && source == nullptr) {
+        const TextPlace place = job.segments.empty() ? TextPlace{job.layout.lines.first, 0, 0} : job.segments.front().place;
+        findings.add("GJF-L008", is_first && fails ? Severity::Error : Severity::Warning,
+                     request + " reads a checkpoint, but neither %chk nor %oldchk names one", place.line,
+                     "name it with %oldchk or %chk");
+    } else if (!request.empty()) {
+        const auto known = find(checkpoint_path(source->value));
+        if (known != written_.end()) {
+            known->read_since = true;
+        } else if (!is_first) {
+            findings.add("GJF-L009", Severity::Warning,
+                         "no job before this one writes the checkpoint '" + std::string(source->value) + "' that " +
+                             request + " reads",
+                         job.place_in(source->line, source->value), "it must be there when the file is run");
+        }
+    }
+    if (chk == nullptr) {
+        return;
+    }
+    const std::string path = checkpoint_path(chk->value);
+    const auto known = find(path);
+    if (known == written_.end()) {
+        written_.push_back({path, job.layout.number, false});
+        return;
+    }
+    if (!known->read_since) {
+        findings.add("GJF-L007", Severity::Warning,
+                     "this job writes over the checkpoint of job " + std::to_string(known->job) + ", which no job has read",
+                     job.place_in(chk->line, chk->value), "give each job a checkpoint of its own, or read the first one");
+    }
+    *known = {path, job.layout.number, false};
+}
+
+}  // namespace quor::input::gaussian

@@ -1,0 +1,69 @@
+// The molecule as the checks see it: species, layers, fragments and positions of all atoms, Cartesian or Z-matrix. Private
+// to the room.
+#pragma once
+
+#include <gjf/core/check/cells.hpp>
+#include <gjf/core/check/checked_job.hpp>
+#include <gjf/core/check/elements.hpp>
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace quor::input::gaussian {
+
+struct MoleculeAtom {
+    const AtomInfo* info = nullptr;
+    Species species;
+    std::size_t line = 0;              ///< of the text
+    std::optional<Position> position;  ///< in ångström; absent when it is not known
+    char layer = 0;                    ///< 'h', 'm', 'l', 0 for none, '?' for anything else
+    std::optional<std::int64_t> fragment;
+};
+
+/// Looks at every atom of a job's molecule.
+std::vector<MoleculeAtom> atoms_of(const CheckedJob& job);
+
+/// Tells whether the route gives coordinates in bohr.
+bool uses_bohr(const CheckedJob& job);
+
+/// Returns the levels of an ONIOM expression, highest first; none without one.
+std::vector<std::string> oniom_levels(const CheckedJob& job);
+
+/// Tells whether a method is a molecular-mechanics force field.
+bool is_force_field(std::string_view method) noexcept;
+
+/// The fields behind the layer of an ONIOM atom: the link atom that takes its place in the model, and the atom it is bonded
+/// to.
+struct LinkAtom {
+    std::string_view label;
+    std::optional<std::int64_t> host;  ///< from 1; absent when it is no number or not given
+    std::string_view host_text;
+};
+
+/// Returns the link atom of an atom's line; absent when there is none.
+std::optional<LinkAtom> link_atom_of(const CheckedJob& job, const MoleculeAtom& atom);
+
+/// A bond between two atoms (from 0) in different layers, whose lower atom names no link atom.
+struct UnlinkedBond {
+    std::size_t upper = 0;
+    std::size_t lower = 0;
+};
+
+/// Finds the bonds that layers cut without a link atom: by connectivity where the job has it, else by distance.
+std::vector<UnlinkedBond> unlinked_bonds(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms);
+
+/// Returns how deep an atom's layer lies: 0 for the highest, which also holds the atoms without a layer.
+std::size_t layer_depth(const MoleculeAtom& atom, std::size_t layers) noexcept;
+
+// The checks of the molecule.
+void check_atoms(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings);
+void check_electrons(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings);
+void check_zmatrix(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings);
+void check_connectivity(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings);
+void check_basis_sections(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings);
+void check_section_contents(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings);
+void check_layers(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings);
+
+}  // namespace quor::input::gaussian

@@ -1,0 +1,24 @@
+// Finds the names that a misspelt word may have meant. Private to the room.
+#pragma once
+
+#include <gjf/core/schema/simple_yaml_parser.hpp>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quor::input::gaussian {
+
+/// Returns at most three of `names` that are nearest to a word: equal but for dashes, or a few letters away.
+///
+/// A letter left out, put in, changed, or two neighbours exchanged count as one step; more steps are allowed for longer
+/// words.
+std::vector<std::string> near_names(std::string_view word, const std::vector<std::string>& names);
+
+/// Returns every keyword, method and basis set of a vocabulary, in their preferred spellings.
+std::vector<std::string> all_route_words(const SimpleYAMLParser& schema);
+
+/// Writes "did you mean a, b or c?"; empty for no names.
+std::string did_you_mean(const std::vector<std::string>& names);
+
+}  // namespace quor::input::gaussian

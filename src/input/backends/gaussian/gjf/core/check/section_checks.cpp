@@ -1,0 +1,140 @@
+// Checks of the sections after the molecule as a whole: those that the route asks for and the job lacks, and those that are
+// left over.
+#include <gjf/core/check/checked_job.hpp>
+
+#include <gjf/core/reader/molecule_fields.hpp>
+#include <gjf/core/text/number.hpp>
+#include <gjf/core/text/text.hpp>
+
+#include <algorithm>
+#include <iterator>
+
+namespace quor::input::gaussian {
+namespace {
+
+using Kind = ExtraInputSectionKind;
+
+// Sections without which Gaussian stops.
+constexpr Kind indispensable[] = {Kind::Connectivity,
+                                  Kind::SecondTitleAndMolecule,
+                                  Kind::ThirdTitleAndTSStructure,
+                                  Kind::AtomicMasses,
+                                  Kind::BasisSet,
+                                  Kind::ECP,
+                                  Kind::DensityFittingBasis,
+                                  Kind::NBOInput};
+
+// Sections that Gaussian reads only in some cases, which the route alone does not tell.
+constexpr Kind optional_kinds[] = {Kind::BOMDInput, Kind::FrequencyOfInterest, Kind::MMParameters, Kind::GVBPairs,
+                                   Kind::ACIDOutput};
+
+template <std::size_t N>
+bool is_one_of(const Kind (&list)[N], Kind kind) noexcept {
+    return std::find(std::begin(list), std::end(list), kind) != std::end(list);
+}
+
+void check_missing(const CheckedJob& job, Findings& findings) {
+    for (const Kind kind : job.layout.missing) {
+        // Residue names in atom labels stand in many jobs without that section.
+        if (kind == Kind::PDBSecondaryStructure) {
+            continue;
+        }
+        const Severity severity = is_one_of(indispensable, kind)    ? Severity::Error
+                                  : is_one_of(optional_kinds, kind) ? Severity::Note
+                                                                    : Severity::Warning;
+        findings.add("GJF-S001", severity,
+                     std::string("the section '") + extra_input_kind_name(kind) +
+                         "' is missing, which the route asks for with " + extra_input_request(kind),
+                     job.layout.lines.last,
+                     "sections stand behind the molecule in a fixed order, each ended by a blank line");
+    }
+}
+
+// Requests for input that the sections' own rules do not know: a keyword and its option.
+constexpr const char* further_requests[][2] = {
+    {"geom", "modredundant"}, {"geom", "modify"},       {"geom", "addgic"},       {"geom", "readallgic"},
+    {"geom", "gic"},          {"geom", "step"},         {"opt", "gic"},           {"opt", "readallgic"},
+    {"opt", "readharmonic"},  {"output", "wfx"},        {"pop", "nbo7read"},      {"pop", "nbo7del"},
+    {"pop", "nbodel"},        {"pop", "nbo6del"},       {"freq", "readharmonic"}, {"freq", "readdifferentharmonic"},
+    {"freq", "modredundant"}, {"freq", "readisotopes"}, {"cphf", "rdfreq"},       {"polar", "optrot"},
+    {"polar", "dcshg"},       {"opt", "nofreeze"},      {"pop", "savemixed"},     {"irc", "recorrect"}};
+
+std::size_t count_further_requests(const CheckedJob& job) {
+    return static_cast<std::size_t>(
+        std::count_if(std::begin(further_requests), std::end(further_requests),
+                      [&](const auto& request) { return job.has_option(request[0], request[1]); }));
+}
+
+bool all_lines(const CheckedJob& job, const LineRange& lines, bool (*test)(std::string_view)) {
+    for (std::size_t line = lines.first; line <= lines.last; ++line) {
+        if (!test(job.line(line))) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool is_bond_row(std::string_view line) {
+    Fields fields;
+    cut_fields(line, fields);
+    return fields.size() % 2 == 1 && std::all_of(fields.begin(), fields.end(), is_number_text) && is_integer_text(fields[0]);
+}
+
+bool is_coordinate_line(std::string_view line) {
+    Fields fields;
+    cut_fields(line, fields);
+    return fields.size() >= 3 && fields[0].size() == 1 &&
+           std::string_view("xbadloXBADLO").find(fields[0]) != std::string_view::npos && is_integer_text(fields[1]);
+}
+
+// Guesses the request that a left-over section belongs to, from its lines.
+std::string likely_request(const CheckedJob& job, const LineRange& lines) {
+    if (job.all_from_checkpoint()) {
+        return "geom=allcheck takes title, charge and molecule from the checkpoint";
+    }
+    const std::string_view first = trim_view(job.line(lines.first));
+    if (contains_folded(first, "$nbo")) {
+        return "it looks like NBO input (pop=nboread)";
+    }
+    for (std::size_t line = lines.first; line <= lines.last; ++line) {
+        if (trim_view(job.line(line)).substr(0, 4) == "****") {
+            return "it looks like a basis set (gen)";
+        }
+    }
+    if (all_lines(job, lines, is_coordinate_line)) {
+        return "it looks like changes of coordinates (opt=modredundant)";
+    }
+    if (all_lines(job, lines, is_bond_row)) {
+        return "it looks like connectivity (geom=connectivity)";
+    }
+    return "a keyword is missing from the route, or a blank line is one too many";
+}
+
+void check_left_over(const CheckedJob& job, Findings& findings) {
+    std::size_t allowed = count_further_requests(job);
+    for (const SectionLayout& section : job.layout.sections) {
+        if (section.kind != Kind::Unknown || all_lines(job, section.lines, is_comment_line)) {
+            continue;
+        }
+        if (allowed > 0) {
+            --allowed;
+            continue;
+        }
+        const Severity severity = job.has_keyword("iop") ? Severity::Note : Severity::Warning;
+        findings.add(
+            "GJF-S002", severity,
+            "nothing in the route asks for what stands here" +
+                (section.lines.first == section.lines.last ? std::string()
+                                                           : " (to line " + std::to_string(section.lines.last) + ")"),
+            section.lines.first, likely_request(job, section.lines));
+    }
+}
+
+}  // namespace
+
+void check_sections(const CheckedJob& job, Findings& findings) {
+    check_missing(job, findings);
+    check_left_over(job, findings);
+}
+
+}  // namespace quor::input::gaussian

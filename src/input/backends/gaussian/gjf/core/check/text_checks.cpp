@@ -1,0 +1,213 @@
+// Checks of the bare text: its characters, line ends, and the blank lines that end a job.
+#include <gjf/core/check/checked_job.hpp>
+
+#include <gjf/core/reader/molecule_fields.hpp>
+#include <gjf/core/text/number.hpp>
+#include <gjf/core/text/text.hpp>
+
+#include <algorithm>
+
+namespace quor::input::gaussian {
+namespace {
+
+bool is_control_character(char c) noexcept { return (static_cast<unsigned char>(c) < 0x20 && c != '\t') || c == '\x7f'; }
+
+bool is_outside_ascii(char c) noexcept { return static_cast<unsigned char>(c) >= 0x80; }
+
+bool holds(const LineRange& range, std::size_t line) noexcept { return line >= range.first && line <= range.last; }
+
+void check_line_characters(const CheckedJob& job, std::size_t number, Findings& findings) {
+    const std::string_view line = job.line(number);
+    const auto control = std::find_if(line.begin(), line.end(), is_control_character);
+    if (control != line.end()) {
+        const auto column = static_cast<std::size_t>(control - line.begin()) + 1;
+        findings.add("GJF-T002", Severity::Warning, "a control character stands here", TextPlace{number, column, 1},
+                     "remove it; editors often do not show it");
+    }
+    // A title may hold anything; every other part ends where its comment begins.
+    const std::string_view text = holds(job.layout.title, number) ? std::string_view() : without_comment(line);
+    const auto first = std::find_if(text.begin(), text.end(), is_outside_ascii);
+    if (first != text.end()) {
+        const auto last = std::find_if_not(first, text.end(), is_outside_ascii);
+        const auto column = static_cast<std::size_t>(first - text.begin()) + 1;
+        findings.add("GJF-T003", Severity::Warning, "a character outside ASCII stands here",
+                     TextPlace{number, column, static_cast<std::size_t>(last - first)},
+                     "write it with the letters, digits and signs of ASCII");
+    }
+}
+
+// The part of a job that its last line belongs to, as far as its blank line matters: Gaussian stops at the end of the file
+// among atoms, and takes it for the end of most other sections.
+enum class LastPart { NeedsNoBlankLine, Atoms, Other };
+
+LastPart last_part(const CheckedJob& job) {
+    const JobLayout& layout = job.layout;
+    if (!layout.sections.empty()) {
+        const ExtraInputSectionKind kind = layout.sections.back().kind;
+        const bool needs = kind != ExtraInputSectionKind::Unknown && extra_input_requires_blank_line(kind);
+        return needs ? LastPart::Other : LastPart::NeedsNoBlankLine;
+    }
+    const std::vector<std::size_t>& atoms = layout.zmatrix_rows.empty() ? layout.atoms : layout.zmatrix_rows;
+    return !atoms.empty() && atoms.back() == layout.lines.last ? LastPart::Atoms : LastPart::Other;
+}
+
+void check_final_blank_line(const CheckedJob& job, Findings& findings) {
+    const std::size_t last = job.layout.lines.last;
+    if (!job.read_whole() || is_blank_line(job.line(last))) {
+        return;
+    }
+    const LastPart part = last_part(job);
+    if (part == LastPart::NeedsNoBlankLine) {
+        return;
+    }
+    const Severity severity = part == LastPart::Atoms ? Severity::Error : Severity::Warning;
+    if (job.separated()) {
+        findings.add("GJF-T005", severity, "no blank line stands before --Link1--", last,
+                     "put a blank line behind this line");
+    } else {
+        findings.add("GJF-T001", severity, "no blank line ends the job", last, "put a blank line behind this line");
+    }
+}
+
+// Reports brackets and quotes of the route that have no partner.
+void check_route_balance(const CheckedJob& job, Findings& findings) {
+    constexpr std::string_view opening = "([{";
+    constexpr std::string_view closing = ")]}";
+    const std::string& text = job.route_text();
+    std::vector<std::size_t> open;
+    std::size_t quote = std::string::npos;
+    const auto report = [&](std::size_t at, const char* what) {
+        findings.add("GJF-T007", Severity::Error, std::string("'") + text[at] + "' " + what, job.route_place(at, at + 1));
+    };
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
+        if (quote != std::string::npos) {
+            quote = c == text[quote] ? std::string::npos : quote;
+        } else if (c == '"' || c == '\'') {
+            quote = i;
+        } else if (opening.find(c) != std::string_view::npos) {
+            open.push_back(i);
+        } else if (const std::size_t kind = closing.find(c); kind != std::string_view::npos) {
+            if (open.empty() || text[open.back()] != opening[kind]) {
+                report(i, "closes nothing");
+            } else {
+                open.pop_back();
+            }
+        }
+    }
+    if (quote != std::string::npos) {
+        report(quote, "is never closed");
+    }
+    for (const std::size_t at : open) {
+        report(at, "is never closed");
+    }
+}
+
+// Tells whether coordinates are written with decimal commas: fields such as 0,123, two or more, and no point in the line.
+bool has_decimal_commas(std::string_view text) {
+    const auto is_digit = [](char c) { return c >= '0' && c <= '9'; };
+    std::size_t count = 0;
+    for (std::size_t i = 1; i + 1 < text.size(); ++i) {
+        count += text[i] == ',' && is_digit(text[i - 1]) && is_digit(text[i + 1]);
+    }
+    const std::string_view trimmed = trim_view(text);
+    const auto blanks = std::count_if(trimmed.begin(), trimmed.end(), is_trim_character);
+    return count >= 2 && blanks >= 2 && text.find('.') == std::string_view::npos;
+}
+
+// A field that begins like a number and is none, and is no number with a Fortran exponent either.
+bool is_spoilt_number(std::string_view field) {
+    std::string_view digits = without_sign(field);
+    if (!digits.empty() && digits.front() == '.') {
+        digits.remove_prefix(1);
+    }
+    const bool begins_as_number = !digits.empty() && digits.front() >= '0' && digits.front() <= '9';
+    const bool odd_sign = !field.empty() && is_outside_ascii(field.front());
+    return !is_number_text(field) && !is_fortran_number(field) && (begins_as_number || odd_sign);
+}
+
+void check_decimal_commas(const CheckedJob& job, Findings& findings) {
+    const LineRange& molecule = job.layout.molecule;
+    for (std::size_t line = molecule.first; !molecule.empty() && line <= molecule.last; ++line) {
+        if (has_decimal_commas(without_comment(job.line(line)))) {
+            findings.add("GJF-T006", Severity::Error, "the numbers of this line have decimal commas", line,
+                         "a comma separates fields; write decimal points");
+            return;
+        }
+    }
+}
+
+void check_variable_values(const std::vector<ZMatrixVariable>& variables, const std::vector<std::size_t>& lines,
+                           Findings& findings) {
+    Fields fields;
+    for (std::size_t i = 0; i < std::min(variables.size(), lines.size()); ++i) {
+        cut_fields(variables[i].value, fields);
+        if (!fields.empty() && is_spoilt_number(fields[0])) {
+            findings.add("GJF-T006", Severity::Error, "'" + std::string(fields[0]) + "' is no number", lines[i]);
+        }
+    }
+}
+
+}  // namespace
+
+bool is_fortran_number(std::string_view field) {
+    const std::size_t mark = field.find_first_of("dD");
+    if (mark == std::string_view::npos) {
+        return false;
+    }
+    std::string with_e(field);
+    with_e[mark] = 'e';
+    return is_number_text(with_e);
+}
+
+void check_numbers_of_line(const CheckedJob& job, std::size_t line_number, Findings& findings) {
+    Fields fields;
+    cut_fields(without_comment(job.line(line_number)), fields);
+    for (std::size_t i = 1; i < fields.size(); ++i) {
+        if (is_spoilt_number(fields[i])) {
+            findings.add("GJF-T006", Severity::Error, "'" + std::string(fields[i]) + "' is no number",
+                         job.place_in(line_number, fields[i]), "look for letters such as O and l among the digits");
+        }
+    }
+}
+
+void check_characters(const CheckedJob& job, Findings& findings) {
+    for (std::size_t line = job.layout.lines.first; line <= job.layout.lines.last; ++line) {
+        check_line_characters(job, line, findings);
+    }
+    check_final_blank_line(job, findings);
+    check_route_balance(job, findings);
+    check_decimal_commas(job, findings);
+    const GeomSection& geom = job.job.geom;
+    check_variable_values(geom.variables, job.layout.variables, findings);
+    check_variable_values(geom.constants, job.layout.constants, findings);
+    check_variable_values(geom.cartesian_variables, job.layout.cartesian_variables, findings);
+}
+
+void check_whole_text(std::string_view text, Findings& findings) {
+    if (skip_byte_order_mark(text).size() != text.size()) {
+        findings.add("GJF-T008", Severity::Warning, "the file begins with a byte order mark", std::size_t{1},
+                     "save it as plain ASCII or as UTF-8 without a byte order mark");
+    }
+    std::size_t line = 0;
+    std::size_t first_of[2] = {0, 0};  // the first line that ends in a line feed alone, and with a carriage return before it
+    for (std::size_t begin = 0; begin < text.size();) {
+        const std::size_t end = text.find('\n', begin);
+        if (end == std::string_view::npos) {
+            break;
+        }
+        ++line;
+        std::size_t& first = first_of[end > begin && text[end - 1] == '\r' ? 1 : 0];
+        first = first == 0 ? line : first;
+        begin = end + 1;
+    }
+    if (first_of[0] != 0 && first_of[1] != 0) {
+        const bool later_is_crlf = first_of[1] > first_of[0];
+        findings.add("GJF-T004", Severity::Warning,
+                     later_is_crlf ? "this line ends in carriage return and line feed, those before it in a line feed alone"
+                                   : "this line ends in a line feed alone, those before it in carriage return and line feed",
+                     std::max(first_of[0], first_of[1]), "convert all line ends to line feeds");
+    }
+}
+
+}  // namespace quor::input::gaussian

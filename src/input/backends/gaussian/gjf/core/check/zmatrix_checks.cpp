@@ -1,0 +1,147 @@
+// Checks of Z-matrix rows, their references, and the variables of symbolic coordinates.
+#include <gjf/core/check/molecule_view.hpp>
+
+#include <gjf/core/reader/molecule_fields.hpp>
+#include <gjf/core/text/number.hpp>
+#include <gjf/core/text/text.hpp>
+
+#include <algorithm>
+
+namespace quor::input::gaussian {
+namespace {
+
+constexpr const char* reference_names[] = {"bond length", "angle", "dihedral"};
+
+std::size_t line_at(const std::vector<std::size_t>& lines, std::size_t i) noexcept {
+    return i < lines.size() ? lines[i] : 0;
+}
+
+// Returns where a field of a line stands; the whole line when it has fewer.
+TextPlace field_place(const CheckedJob& job, std::size_t line, std::size_t field) {
+    Fields fields;
+    cut_fields(without_comment(job.line(line)), fields);
+    return field < fields.size() ? job.place_in(line, fields[field]) : TextPlace{line, 0, 0};
+}
+
+void check_row(const CheckedJob& job, std::size_t row, Findings& findings) {
+    const ZMatrixEntry& entry = job.job.geom.zmatrix_entries[row];
+    const std::size_t line = line_at(job.layout.zmatrix_rows, row);
+    const std::optional<ZMatrixReference>* references[] = {&entry.bond, &entry.angle, &entry.dihedral};
+    const std::string number = std::to_string(row + 1);
+    for (std::size_t i = 0; i < 3; ++i) {
+        const TextPlace place = field_place(job, line, 2 * i + 1);
+        if (!*references[i]) {
+            if (i < row) {
+                findings.add("GJF-M009", Severity::Error, "row " + number + " has no " + reference_names[i],
+                             TextPlace{line, 0, 0});
+            }
+            return;
+        }
+        const std::int32_t atom = (*references[i])->atom;
+        if (i >= row) {
+            findings.add("GJF-M009", Severity::Error,
+                         "row " + number + " has a " + reference_names[i] + ", but too few atoms stand before it", place);
+            return;
+        }
+        if (atom < 1 || static_cast<std::size_t>(atom) > row) {
+            findings.add("GJF-M009", Severity::Error,
+                         "row " + number + " refers to atom " + std::to_string(atom) + ", which is not before it", place);
+        }
+        for (std::size_t j = 0; j < i; ++j) {
+            if ((*references[j])->atom == atom) {
+                findings.add("GJF-M009", Severity::Error,
+                             "row " + number + " refers to atom " + std::to_string(atom) + " twice", place);
+            }
+        }
+    }
+}
+
+// Reports lines among variables that were rather meant as rows.
+void check_variable_lines(const std::vector<ZMatrixVariable>& variables, const std::vector<std::size_t>& lines,
+                          Findings& findings) {
+    Fields fields;
+    for (std::size_t i = 0; i < variables.size(); ++i) {
+        cut_fields(variables[i].value, fields);
+        const bool begins_as_number = !fields.empty() && fields[0].find_first_of("0123456789") < 2;
+        if (!begins_as_number) {
+            findings.add("GJF-M010", Severity::Warning,
+                         "this line is read as variable '" + variables[i].name + "', not as an atom", line_at(lines, i),
+                         "rows have 1, 3, 5 or 7 fields, and refer to atoms by number");
+        }
+    }
+}
+
+void check_undefined(const CheckedJob& job, Findings& findings) {
+    const NameSet names = undefined_names(job.job.geom);
+    if (names.empty()) {
+        return;
+    }
+    const LineRange& molecule = job.layout.molecule;
+    Fields fields;
+    NameSet found;
+    for (std::size_t line = molecule.first; !molecule.empty() && line <= molecule.last; ++line) {
+        cut_fields(without_comment(job.line(line)), fields);
+        for (const std::string_view field : fields) {
+            const std::string name = to_lower_copy(without_sign(field));
+            if (names.count(name) > 0 && found.insert(name).second) {
+                findings.add("GJF-M007", Severity::Error, "variable '" + std::string(without_sign(field)) + "' has no value",
+                             job.place_in(line, field));
+            }
+        }
+    }
+}
+
+void note_names(const std::string& text, NameSet& names) { names.insert(to_lower_copy(without_sign(trim_view(text)))); }
+
+NameSet names_in_use(const GeomSection& geom) {
+    NameSet names;
+    for (const ZMatrixEntry& entry : geom.zmatrix_entries) {
+        for (const auto* reference : {&entry.bond, &entry.angle, &entry.dihedral}) {
+            if (*reference) {
+                note_names((*reference)->value, names);
+            }
+        }
+    }
+    for (const AtomCoord& atom : geom.atoms) {
+        for (const CoordinateValue* coordinate : {&atom.x_ref, &atom.y_ref, &atom.z_ref}) {
+            if (!coordinate->value) {
+                note_names(coordinate->text, names);
+            }
+        }
+    }
+    return names;
+}
+
+void check_unused(const std::vector<ZMatrixVariable>& variables, const std::vector<std::size_t>& lines, const NameSet& used,
+                  NameSet& defined, Findings& findings) {
+    for (std::size_t i = 0; i < variables.size(); ++i) {
+        const std::string name = to_lower_copy(variables[i].name);
+        if (used.count(name) == 0) {
+            findings.add("GJF-M008", Severity::Warning, "variable '" + variables[i].name + "' is used nowhere",
+                         line_at(lines, i));
+        }
+        if (!defined.insert(name).second) {
+            findings.add("GJF-M008", Severity::Warning, "variable '" + variables[i].name + "' is given a value twice",
+                         line_at(lines, i));
+        }
+    }
+}
+
+}  // namespace
+
+void check_zmatrix(const CheckedJob& job, const std::vector<MoleculeAtom>& /*atoms*/, Findings& findings) {
+    const GeomSection& geom = job.job.geom;
+    for (std::size_t row = 0; row < geom.zmatrix_entries.size(); ++row) {
+        check_row(job, row, findings);
+    }
+    check_variable_lines(geom.variables, job.layout.variables, findings);
+    check_variable_lines(geom.constants, job.layout.constants, findings);
+    check_undefined(job, findings);
+    const NameSet used = names_in_use(geom);
+    NameSet defined;
+    check_unused(geom.variables, job.layout.variables, used, defined, findings);
+    check_unused(geom.constants, job.layout.constants, used, defined, findings);
+    check_unused(geom.cartesian_variables, job.layout.cartesian_variables, used, defined, findings);
+}
+
+}  // namespace quor::input::gaussian
