@@ -220,7 +220,8 @@ void check_potentials(const CheckedJob& job, const LineRange& lines, const std::
             continue;
         }
         for (const auto& element : centers->elements) {
-            any_element = true;
+            // A minus sign says that the element may be absent.
+            any_element = any_element || element.first > 0;
             const bool found = std::any_of(atoms.begin(), atoms.end(), [&](const MoleculeAtom& a) {
                 return a.species.number == std::abs(element.first);
             });

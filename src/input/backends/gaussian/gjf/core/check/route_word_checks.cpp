@@ -57,11 +57,6 @@ const char* paper_name_of(std::string_view word) noexcept {
 
 // Reports a word that is neither keyword nor method nor basis set.
 void report_unknown_word(const CheckedJob& job, const std::string& word, const TextPlace& place, Findings& findings) {
-    if (job.schema.knows_basis(word)) {
-        findings.add("GJF-W005", Severity::Error,
-                     "'" + word + "' is a basis set, but what follows it is no suffix of its own", place);
-        return;
-    }
     const std::vector<std::string> near = near_names(to_lower_copy(word), all_route_words(job.schema));
     findings.add("GJF-W005", near.empty() ? Severity::Warning : Severity::Error,
                  "'" + word + "' is no route keyword, method or basis set", place, did_you_mean(near));
@@ -92,7 +87,7 @@ void check_unknown_words(const CheckedJob& job, const WrittenSegment& segment, F
         if (check_paper_name(job, segment, keyword.head, keyword.place, findings)) {
             continue;
         }
-        if (!keyword.known && (job.schema.knows_basis(keyword.head) || !is_ambiguous(job, keyword.head))) {
+        if (!keyword.known && !is_ambiguous(job, keyword.head)) {
             report_unknown_word(job, keyword.head, keyword.place, findings);
         }
     }
@@ -106,6 +101,20 @@ void check_unknown_words(const CheckedJob& job, const WrittenSegment& segment, F
             report_unknown_word(job, head, place, findings);
         }
     }
+}
+
+// Reports a basis set that begins as one does but goes on as none.
+void check_basis_suffix(const CheckedJob& job, const WrittenSegment& segment, Findings& findings) {
+    if (segment.basis.empty() || job.schema.knows_basis_exact(segment.basis)) {
+        return;
+    }
+    TextPlace place = segment.place;
+    const std::size_t at = to_lower_copy(segment.text).find(segment.basis);
+    if (at != std::string::npos && at + segment.basis.size() <= place.length) {
+        place = {place.line, place.column + at, segment.basis.size()};
+    }
+    findings.add("GJF-W005", Severity::Warning, "'" + segment.basis + "' begins like a basis set but is none", place,
+                 "look at what follows the name in parentheses");
 }
 
 void check_options(const CheckedJob& job, const WrittenKeyword& keyword, Findings& findings) {
@@ -157,6 +166,7 @@ void check_route_words(const CheckedJob& job, Findings& findings) {
     check_warnings(job, findings);
     for (const WrittenSegment& segment : job.segments) {
         check_unknown_words(job, segment, findings);
+        check_basis_suffix(job, segment, findings);
         for (const WrittenKeyword& keyword : segment.keywords) {
             check_options(job, keyword, findings);
             if (keyword.name == "scrf") {

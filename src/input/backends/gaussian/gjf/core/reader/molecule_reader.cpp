@@ -72,13 +72,29 @@ bool is_assignment(std::string_view field) noexcept {
     return field.substr(0, field.find('(')).find('=') != std::string_view::npos;
 }
 
-bool is_zmatrix_line(const Fields& fields) noexcept {
-    if (fields.size() % 2 == 0 || fields.size() > 7 || is_assignment(fields[0]) || is_cartesian_line(fields)) {
+// A label, and up to three pairs of an atom number and a value.
+bool has_row_shape(const Fields& fields) noexcept {
+    if (fields.size() % 2 == 0 || fields.size() > 7 || is_assignment(fields[0])) {
         return false;
     }
     for (std::size_t i = 1; i < fields.size(); i += 2) {
         if (!is_integer_text(fields[i])) {
             return false;
+        }
+    }
+    return true;
+}
+
+bool is_zmatrix_line(const Fields& fields) noexcept { return has_row_shape(fields) && !is_cartesian_line(fields); }
+
+// Below other rows, H 1 0.96 2 104.5 is a row too, though alone it might be an atom with a freeze code: it names atoms.
+bool is_row_below_others(const Fields& fields) noexcept {
+    if (!has_row_shape(fields)) {
+        return false;
+    }
+    for (std::size_t i = 1; i < fields.size(); i += 2) {
+        if (to_int64(fields[i]).value_or(0) < 1) {
+            return !is_cartesian_line(fields);
         }
     }
     return true;
@@ -194,7 +210,7 @@ class ZMatrixReader {
         if (rows_ && has_dihedral_code(fields_)) {
             fields_.pop_back();
         }
-        if (rows_ && is_zmatrix_line(fields_)) {
+        if (rows_ && (geom_.zmatrix_entries.empty() ? is_zmatrix_line(fields_) : is_row_below_others(fields_))) {
             read_row();
         } else {
             read_variable(text, line);

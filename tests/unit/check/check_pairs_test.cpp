@@ -1,0 +1,271 @@
+// Every code of the checker: a text that raises it, and a near one that does not.
+#include <gjf/core/check/checker.hpp>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <set>
+#include <string>
+#include <vector>
+
+using namespace quor::input::gaussian;
+
+namespace {
+
+struct Pair {
+    const char* code;
+    std::string raises;
+    std::string near;
+};
+
+// A job with a route line, and a molecule behind the title.
+std::string job(const std::string& route,
+                const std::string& molecule = "0 1\nO 0.0 0.0 0.0\nH 0.0 0.76 0.59\nH 0.0 -0.76 0.59\n",
+                const std::string& rest = "") {
+    return route + "\n\ntitle\n\n" + molecule + "\n" + (rest.empty() ? "" : rest + "\n");
+}
+
+const std::string hydrogen = "0 1\nH 0.0 0.0 0.0\nH 0.0 0.0 0.74\n";
+const std::string methanol =
+    "0 1\nC 0.0 0.0 0.0\nO 0.0 0.0 1.42\nH 0.0 0.95 1.70\nH 0.51 0.90 -0.36\nH -1.03 0.0 -0.36\nH 0.51 -0.90 -0.36\n";
+const std::string ethane_layers =
+    "C 0.0 0.0 0.0 H\nH -0.39 1.02 0.0 H\nH -0.39 -0.51 -0.89 H\nH -0.39 -0.51 0.89 H\nC 1.53 0.0 0.0 L H 1\nH 1.92 -1.02 "
+    "0.0 L\n"
+    "H 1.92 0.51 0.89 L\nH 1.92 0.51 -0.89 L\n";
+
+const std::string dimer = "H(Fragment=1) 0.0 0.0 0.0\nH(Fragment=1) 0.0 0.0 0.74\nHe(Fragment=2) 0.0 0.0 4.0\n";
+const std::string gen = "O 0\n6-31G(d)\n****\nH 0\n6-31G\n****\n";
+
+std::string oniom(const std::string& pairs, const std::string& atoms = ethane_layers) {
+    return job("# oniom(hf/sto-3g:pm6)", pairs + "\n" + atoms);
+}
+
+std::string qst(const std::string& second) { return job("# opt=qst2 hf/sto-3g", hydrogen, "second\n\n" + second); }
+
+std::string with_basis(const std::string& section) {
+    return job("# hf/gen", "0 1\nO 0.0 0.0 0.0\nH 0.0 0.76 0.59\nH 0.0 -0.76 0.59\n", section);
+}
+
+std::string bonds(const std::string& rows) {
+    return job("# hf/sto-3g geom=connectivity", "0 1\nO 0.0 0.0 0.0\nH 0.0 0.76 0.59\nH 0.0 -0.76 0.59\n", rows);
+}
+
+std::string changes(const std::string& rows) { return job("# hf/sto-3g opt=modredundant", methanol, rows); }
+
+const std::string plain = job("# hf/sto-3g");
+
+const std::vector<Pair>& pairs() {
+    static const std::vector<Pair> table = {
+        {"GJF-L001", "%chkk=a\n" + plain, "%chk=a\n" + plain},
+        {"GJF-L001", "%nprocshard=4\n" + plain, "%nprocshared=4\n" + plain},
+        {"GJF-L001", "%frobnicate=4\n" + plain, "%lindaworkers=node1:4\n" + plain},
+        {"GJF-L002", "%mem=lots\n" + plain, "%mem=4000MB\n" + plain},
+        {"GJF-L002", "%mem=4 GB\n" + plain, "%mem=4GB\n" + plain},
+        {"GJF-L002", "%mem=4XB\n" + plain, "%mem=500MW\n" + plain},
+        {"GJF-L003", "%mem=400000000\n" + plain, "%mem=400MW\n" + plain},
+        {"GJF-L004", "%mem=100MB\n%nprocshared=4\n" + plain, "%mem=100MB\n" + plain},
+        {"GJF-L005", "%nprocshared=4\n%cpu=0-7\n" + plain, "%cpu=0-7\n" + plain},
+        {"GJF-L006", "%cpu=0-a\n" + plain, "%cpu=0-3,8\n" + plain},
+        {"GJF-L006", "%cpu=7-0\n" + plain, "%cpu=7\n" + plain},
+        {"GJF-L006", "%nprocshared=four\n" + plain, "%nprocshared=4\n" + plain},
+        {"GJF-L007", "%chk=a\n" + plain + "--Link1--\n%chk=a.chk\n" + plain,
+         "%chk=a\n" + plain + "--Link1--\n%chk=a\n# hf/sto-3g geom=allcheck\n\n"},
+        {"GJF-L007", "%chk=a\n" + plain + "--Link1--\n%chk=a\n" + plain, "%chk=a\n" + plain + "--Link1--\n%chk=b\n" + plain},
+        {"GJF-L008", "# hf/sto-3g geom=allcheck\n\n", "%oldchk=a\n# hf/sto-3g geom=allcheck\n\n"},
+        {"GJF-L008", job("# hf/sto-3g guess=read"), "%chk=a\n" + job("# hf/sto-3g guess=read")},
+        {"GJF-L009", "%chk=a\n" + plain + "--Link1--\n%oldchk=b\n# hf/sto-3g geom=allcheck\n\n",
+         "%chk=a\n" + plain + "--Link1--\n%oldchk=a.chk\n%chk=b\n# hf/sto-3g geom=allcheck\n\n"},
+        {"GJF-M001", job("# hf/sto-3g", "0 1\nQz 0.0 0.0 0.0\nH 0.0 0.0 1.0\n"),
+         job("# hf/sto-3g", "0 2\nC1 0.0 0.0 0.0\nH2 0.0 0.0 1.0\n")},
+        {"GJF-M001", job("# hf/sto-3g", "0 1\nJ 0.0 0.0 0.0\n"),
+         job("# hf/sto-3g", "0 1\nBq 0.0 0.0 0.0\nHe-Bq 0 0 2.0\n2 0.0 0.0 5.0\n")},
+        {"GJF-M002", job("# hf/sto-3g", "0 2\nH 0.0 0.0 0.0\nH 0.0 0.0 0.74\n"),
+         job("# hf/sto-3g", "1 2\nH 0.0 0.0 0.0\nH 0.0 0.0 0.74\n")},
+        {"GJF-M002", job("# hf/sto-3g", "0 5\nH 0.0 0.0 0.0\nH 0.0 0.0 0.74\n"),
+         job("# hf/sto-3g", "0 3\nH 0.0 0.0 0.0\nH 0.0 0.0 0.74\n")},
+        {"GJF-M002", job("# hf/sto-3g", "3 1\nH 0.0 0.0 0.0\nH 0.0 0.0 0.74\n"),
+         job("# uff", "0 2\nH 0.0 0.0 0.0\nH 0.0 0.0 0.74\n")},
+        {"GJF-M002", job("# hf/sto-3g", "0 0\nHe 0.0 0.0 0.0\n"),
+         job("# hf/sto-3g", "0 1\nHe 0.0 0.0 0.0\nH-Bq 0.0 0.0 1.0\nTv 0 0 5.0\n")},
+        {"GJF-M002", oniom("0 1 0 2 0 2"), oniom("0 1 0 1 0 1")},
+        {"GJF-M002", job("# hf/sto-3g counterpoise=2", "0 1 0 2 0 2\n" + dimer),
+         job("# hf/sto-3g counterpoise=2", "0 1 0 1 0 1\n" + dimer)},
+        {"GJF-M003", job("# hf/sto-3g", "0 1 0 1\nHe 0.0 0.0 0.0\n"), job("# hf/sto-3g", "0 1\nHe 0.0 0.0 0.0\n")},
+        {"GJF-M003", job("# hf/sto-3g counterpoise=2", "0 1 0 1\n" + dimer),
+         job("# hf/sto-3g counterpoise=2", "0 1\n" + dimer)},
+        {"GJF-M003", oniom("0 1 0 1 0 1 0 1 0 1"), oniom("0 1")},
+        {"GJF-M004", job("# hf/sto-3g counterpoise=2", "0 1\nHe(Fragment=1) 0.0 0.0 0.0\nHe 0.0 0.0 3.0\n"),
+         job("# hf/sto-3g counterpoise=2", "0 1\nHe(fragment=1) 0.0 0.0 0.0\nHe(Fragment=2) 0.0 0.0 3.0\n")},
+        {"GJF-M004", job("# hf/sto-3g counterpoise=2", "0 1\nHe(Fragment=1) 0.0 0.0 0.0\nHe(Fragment=3) 0.0 0.0 3.0\n"),
+         job("# hf/sto-3g", "0 1\nHe(Fragment=1) 0.0 0.0 0.0\nHe(Fragment=3) 0.0 0.0 3.0\n")},
+        {"GJF-M004", job("# hf/sto-3g counterpoise=3", "0 1\n" + dimer), job("# hf/sto-3g counterpoise=2", "0 1\n" + dimer)},
+        {"GJF-M005", job("# hf/sto-3g", "0 1\nHe 0.0 0.0 0.0\nHe 0.0 0.0 0.45\n"),
+         job("# hf/sto-3g", "0 1\nHe 0.0 0.0 0.0\nHe 0.0 0.0 0.55\n")},
+        {"GJF-M005", job("# hf/sto-3g", "0 1\nHe 1.0 2.0 3.0\nHe 1.0 2.0 3.0\n"),
+         job("# hf/sto-3g", "0 1\nHe 1.0 2.0 3.0\nHe-Bq 1.0 2.0 3.0\n")},
+        {"GJF-M005", job("# hf/sto-3g units=au", "0 1\nHe 0.0 0.0 0.0\nHe 0.0 0.0 0.9\n"),
+         job("# hf/sto-3g geom=nocrowd", "0 1\nHe 0.0 0.0 0.0\nHe 0.0 0.0 0.3\n")},
+        {"GJF-M005", job("# hf/sto-3g", "0 1\nHe\nHe 1 r\n\nr=0.1\n"), job("# hf/sto-3g", "0 1\nHe\nHe 1 r\n\nr=1.1\n")},
+        {"GJF-M005", job("# hf/sto-3g", "0 1\nH\nO 1 1.0\nO 2 1.4 1 50.0\nH 3 1.0 2 50.0 1 0.0\n"),
+         job("# hf/sto-3g", "0 1\nH\nO 1 1.0\nO 2 1.4 1 50.0\nH 3 1.0 2 50.0 1 180.0\n")},
+        {"GJF-M006", job("# hf/sto-3g", "0 1\nO 0.0 0.0 0.0\nH 0.0 1.43 1.11\nH 0.0 -1.43 1.11\n"),
+         job("# hf/sto-3g units=au", "0 1\nO 0.0 0.0 0.0\nH 0.0 1.43 1.11\nH 0.0 -1.43 1.11\n")},
+        {"GJF-M006", job("# hf/sto-3g units=au", "0 1\nO 0.0 0.0 0.0\nH 0.0 0.76 0.59\nH 0.0 -0.76 0.59\n"), plain},
+        {"GJF-M007", job("# hf/sto-3g", "0 1\nH\nH 1 r\n"), job("# hf/sto-3g", "0 1\nH\nH 1 r\n\nr=0.74\n")},
+        {"GJF-M008", job("# hf/sto-3g", "0 1\nH\nH 1 r\n\nr=0.74\na=104.5\n"),
+         job("# hf/sto-3g", "0 1\nO\nH 1 r\nH 1 r 2 a\n\nr=0.96\na=104.5\n")},
+        {"GJF-M009", job("# hf/sto-3g", "0 1\nO\nH 1 0.96\nH 3 0.96 2 104.5\n"),
+         job("# hf/sto-3g", "0 1\nO\nH 1 0.96\nH 1 0.96 2 104.5\n")},
+        {"GJF-M009", job("# hf/sto-3g", "0 1\nO\nH 1 0.96\nH 1 0.96 1 104.5\n"),
+         job("# hf/sto-3g", "0 1\nO\nH 1 0.96\nH 2 1.5 1 40.0\n")},
+        {"GJF-M009", job("# hf/sto-3g", "0 1\nO\nH 1 0.96\nH 1 0.96\n"), job("# hf/sto-3g", "0 1\nHe\nHe 1 3.0\n")},
+        {"GJF-M010", job("# hf/sto-3g", "0 1\nO\nH O 0.96\nH O 0.96 H 104.5\n"),
+         job("# hf/sto-3g", "0 1\nO\nH 1 r\nH 1 r 2 a\n\nr 0.96\na 104.5\n")},
+        {"GJF-M011", oniom("0 1", "He 0.0 0.0 0.0 H\nHe 0.0 0.0 4.0\n"),
+         oniom("0 1", "He 0.0 0.0 0.0 H\nHe 0.0 0.0 4.0 L\n")},
+        {"GJF-M012", oniom("0 1", "He 0.0 0.0 0.0 H\nHe 0.0 0.0 4.0 Q\n"),
+         oniom("0 1", "He 0.0 0.0 0.0 High\nHe 0.0 0.0 4.0 low\n")},
+        {"GJF-M012", oniom("0 1", "He 0.0 0.0 0.0 H\nHe 0.0 0.0 4.0 M\n"),
+         job("# oniom(hf/sto-3g:pm6:uff)", "0 1\nHe 0.0 0.0 0.0 H\nHe 0.0 0.0 4.0 M\nHe 0.0 4.0 0.0 L\n")},
+        {"GJF-M013", oniom("0 1", "H 0.0 0.0 0.0 H\nH 0.0 0.0 0.74 L\n"),
+         oniom("0 1", "H 0.0 0.0 0.0 H\nH 0.0 0.0 0.74 L H 1\n")},
+        {"GJF-M014", oniom("0 1", "H 0.0 0.0 0.0 H\nH 0.0 0.0 0.74 L H 7\n"),
+         oniom("0 1", "H 0.0 0.0 0.0 H\nH 0.0 0.0 0.74 L H-HC 1\n")},
+        {"GJF-M014", oniom("0 1", "H 0.0 0.0 0.0 L H 2\nH 0.0 0.0 0.74 L H 1\n"),
+         oniom("0 1", "H 0.0 0.0 0.0 L H 2\nH 0.0 0.0 0.74 H\n")},
+        {"GJF-M015", job("# hf/sto-3g", "0 1\nHe 2 0.0 0.0 0.0\n"),
+         job("# hf/sto-3g", "0 1\nHe -1 0.0 0.0 0.0\nHe 0 0.0 0.0 3.0\nHe -2 0.0 3.0 0.0\n")},
+        {"GJF-P001", job("# hf/sto-3g", "0 1\nHe 0.0 0.0 0.0x\n"), job("# hf/sto-3g", "0 1\nHe 0.0 0.0 x\n\nx=0.0\n")},
+        {"GJF-P001", "", plain},
+        {"GJF-P001", "# hf/sto-3g\n\ntitle\n", plain},
+        {"GJF-R001", job("# hf/sto-3g opt=calfc"), job("# hf/sto-3g opt=calcfc")},
+        {"GJF-R001", job("# hf/sto-3g opt=(maxcycle=50,calfc)"), job("# hf/sto-3g opt=(maxcycle=50,calcf)")},
+        {"GJF-R001", job("# hf/sto-3g opt=(report=read)"), job("# hf/sto-3g irc=(calcfc,report=read)", hydrogen, "1 2\n")},
+        {"GJF-R001", job("# hf/sto-3g scf=tigth"), job("# hf/sto-3g scf=tight iop(1/8=18) int=99590 field=x+10")},
+        {"GJF-R001", job("# mp2=fll/sto-3g"), job("# mp2=full/sto-3g")},
+        {"GJF-R002", job("# hf/sto-3g opt=ts opt=calcfc"), job("# hf/sto-3g opt=(ts,calcfc) iop(1/8=5) iop(1/9=6)")},
+        {"GJF-R003", job("# hf b3lyp/sto-3g"), job("# casscf(2,2)/sto-3g mp2")},
+        {"GJF-R004", job("# hf/sto-3g 6-31g(d)"), job("# blyp/tzvp/tzvpfit")},
+        {"GJF-R005", job("# opt 6-31g(d)"), job("# opt hf/6-31g(d)")},
+        {"GJF-R005", job("# freq sto-3g"), "%chk=a\n" + job("# opt=restart")},
+        {"GJF-R006", job("# pm6/6-31g(d)"), job("# pm6")},
+        {"GJF-R006", job("# g4 6-31g(d)"), job("# b3lyp 6-31g(d)")},
+        {"GJF-R006", job("# upm3/sto-3g"), job("# uhf/sto-3g")},
+        {"GJF-R007", job("# b3lyp opt"), job("# b3lyp opt 6-31g")},
+        {"GJF-R008", job("# hf/sto-3g opt=(ts,qst2)", hydrogen, "b\n\n" + hydrogen),
+         job("# hf/sto-3g opt=(ts,calcfc)", hydrogen)},
+        {"GJF-R008", job("# hf/sto-3g opt=(calcfc,calcall)"), job("# hf/sto-3g opt=(calcfc,maxcycle=20)")},
+        {"GJF-R008", job("# hf/sto-3g irc=(forward,reverse,calcfc)"), job("# hf/sto-3g irc=(forward,calcfc)")},
+        {"GJF-R008", job("# hf/sto-3g 5d 6d"), job("# hf/sto-3g 5d 7f")},
+        {"GJF-R009", job("# hf/sto-3g irc"), job("# hf/sto-3g irc=calcfc")},
+        {"GJF-R009", job("# hf/sto-3g opt=ts"), job("# hf/sto-3g opt=(ts,calcfc)")},
+        {"GJF-R009", job("# hf/sto-3g td=(nstates=3,root=5)"), job("# hf/sto-3g td=(nstates=5,root=5)")},
+        {"GJF-R009", job("# hf/sto-3g scrf=(solvent=generic)"),
+         job("# hf/sto-3g scrf=(solvent=generic,read)", hydrogen, "eps=10.0\n")},
+        {"GJF-R010", job("# hf/sto-3g opt irc=calcfc"), job("# hf/sto-3g opt freq")},
+        {"GJF-R010", job("# hf/sto-3g opt=(ts,calcfc) polar"), job("# hf/sto-3g opt=(ts,calcfc) polar freq")},
+        {"GJF-R011", job("# pbe0/6-31g(d)"), job("# pbe1pbe/6-31g(d)")},
+        {"GJF-R011", job("# upbe0 6-31g(d)"), job("# pbe0dh 6-31g(d)")},
+        {"GJF-R012", job("# hf/sto-3g scrf=(solvent=watr)"), job("# hf/sto-3g scrf=(solvent=water)")},
+        {"GJF-R012", job("# hf/sto-3g scrf=(smd,solvent=toluen3)"), job("# hf/sto-3g scrf=(smd,solvent=THF)")},
+        {"GJF-S001", job("# hf/gen"), with_basis(gen)},
+        {"GJF-S001", job("# hf/sto-3g geom=connectivity"), bonds("1 2 1.0 3 1.0\n2\n3\n")},
+        {"GJF-S001", job("# hf/sto-3g opt=modredundant"), changes("B 1 2 F\n")},
+        {"GJF-S002", job("# hf/sto-3g", hydrogen, "1 2 1.0\n2\n"),
+         job("# hf/sto-3g geom=connectivity", hydrogen, "1 2 1.0\n2\n")},
+        {"GJF-S002", job("# hf/sto-3g", hydrogen, "left over\n"), job("# hf/sto-3g", hydrogen, "! left over\n")},
+        {"GJF-S003", bonds("1 2 1.0 1 1.0\n2\n3\n"), bonds("1 2 1.0 3 1.0\n2\n3\n")},
+        {"GJF-S004", bonds("1 2 1.0\n2 1 2.0\n3\n"), bonds("1 2 1.0\n2 1 1.0\n3\n")},
+        {"GJF-S004", bonds("1 2 1.0 2 1.0\n2\n3\n"), bonds("1 2 1.0\n2 3 1.0\n3\n")},
+        {"GJF-S005", bonds("1 2 1.0 3 1.0\n2\n"), bonds("1 2 1.0 3 1.0\n2\n3\n")},
+        {"GJF-S005", bonds("1 2 1.0\n1 3 1.0\n2\n3\n"), bonds("1 2 1.0 3 1.0\n3\n2\n")},
+        {"GJF-S006", bonds("1 2 1.0 3 1.0\n2 1 1.0\n3\n"), bonds("1 2 1.0 3 1.0\n2 1 1.0\n3 1 1.0\n")},
+        {"GJF-S007", with_basis("O 0\n6-31G(d)\n****\n"), with_basis("1 0\n6-31G(d)\n****\n2-3 0\nsto-3g\n****\n")},
+        {"GJF-S007", with_basis("O C 0\n6-31G(d)\n****\n"), with_basis("@mybasis.gbs\n")},
+        {"GJF-S008", with_basis("O H 0\nsto-3g\n****\nH 0\n6-31G\n****\n"),
+         with_basis("O H 0\nsto-3g\n****\nH 0\nP 1 1.0\n1.1 1.0\n****\n")},
+        {"GJF-S009", with_basis("O H 0\n6-31H(d)\n****\n"), with_basis("O H 0\n6-31G(d)\n****\n")},
+        {"GJF-S009", with_basis("O H 0\ndef2-tzvp\n****\n"), with_basis("O H 0\ndef2tzvp\n****\n")},
+        {"GJF-S010", with_basis("O 0\n6-31G(d)\nH 0\n6-31G\n****\n"), with_basis(gen)},
+        {"GJF-S010", with_basis("O H 0\n6-31G\n"), with_basis("O H 0\n6-31G\n****\n")},
+        {"GJF-S011", with_basis("O H Fe 0\n6-31G\n****\n"), with_basis("O H -Fe 0\n6-31G\n****\n")},
+        {"GJF-S011", with_basis("1-4 0\n6-31G\n****\n"), with_basis("1-3 0\n6-31G\n****\n")},
+        {"GJF-S011", with_basis("oxygen 0\n6-31G\n****\n"), with_basis("O H 0\n6-31G\n****\n")},
+        {"GJF-S012", job("# hf/genecp", hydrogen, "H 0\n6-31G\n****\n\nFe 0\nlanl2dz\n"),
+         job("# hf/genecp", hydrogen, "H 0\n6-31G\n****\n\n-Fe 0\nlanl2dz\n")},
+        {"GJF-S013", changes("Q 1 2 F\n"), changes("B 1 2 F\n* 2 F\n1 2 3 B\n")},
+        {"GJF-S014", changes("A 1 2 F\n"), changes("A 1 2 3 F\nB 1 2 S 10 0.1\nA 1 2 3 120 F\n")},
+        {"GJF-S015", changes("B 1 7 F\n"), changes("B 1 6 F\n")},
+        {"GJF-S015", changes("D 0 1 2 3 F\n"), changes("D * 1 2 * F\n")},
+        {"GJF-S016", job("# hf/sto-3g pop=nboread", hydrogen, "$NBO PLOT\n"),
+         job("# hf/sto-3g pop=nboread", hydrogen, "$NBO PLOT $END\n")},
+        {"GJF-S017", job("# hf/sto-3g scrf=(read,solvent=water)", hydrogen, "epz=10.0\n"),
+         job("# hf/sto-3g scrf=(read,solvent=water)", hydrogen, "eps=10.0\nRadii=UFF\n")},
+        {"GJF-S018", job("# hf/sto-3g charge", hydrogen, "0.0 0.0 5.0\n"),
+         job("# hf/sto-3g charge", hydrogen, "0.0 0.0 5.0 0.5\n")},
+        {"GJF-S018", job("# hf/sto-3g charge", hydrogen, "0.0 0.0 five 1.0\n"),
+         job("# hf/sto-3g charge", hydrogen, "0.0 0.0 5.0D+00 1.0\n")},
+        {"GJF-S019", qst("0 1\nHe 0.0 0.0 0.0\n"), qst("0 1\nH 0.0 0.0 0.0\nH 0.0 0.0 0.8\n")},
+        {"GJF-S020", qst("0 1\nH 0.0 0.0 0.0\nHe 0.0 0.0 0.8\n"), qst("0 1\nH 0.0 0.0 0.0\n1 0.0 0.0 0.8\n")},
+        {"GJF-S021", qst("0 1\nH 0.0 0.0 0.0x\n"), qst("0 1\nH 0.0 0.0 0.0\nH 0.0 0.0 0.8\n")},
+        {"GJF-T001", "# hf/sto-3g\n\ntitle\n\n0 1\nHe 0.0 0.0 0.0\n", "# hf/sto-3g\n\ntitle\n\n0 1\nHe 0.0 0.0 0.0\n\n"},
+        {"GJF-T001", "# hf/sto-3g\n\ntitle\n\n0 1\nHe 0.0 0.0 0.0", plain},
+        {"GJF-T002", job("# hf/sto-3g opt\x01"), job("# hf/sto-3g\topt")},
+        {"GJF-T003", job("# hf/sto-3g opt=\xE2\x80\x93"),
+         "# hf/sto-3g ! \xC3\xA9\n\nt\xC3\xA9tle\n\n0 1\nHe 0.0 0.0 0.0\n\n"},
+        {"GJF-T004", "# hf/sto-3g\r\n\r\ntitle\n\n0 1\nHe 0.0 0.0 0.0\n\n",
+         "# hf/sto-3g\r\n\r\ntitle\r\n\r\n0 1\r\nHe 0.0 0.0 0.0\r\n\r\n"},
+        {"GJF-T005", "# hf/sto-3g\n\ntitle\n\n0 1\nHe 0.0 0.0 0.0\n--Link1--\n" + plain, plain + "--Link1--\n" + plain},
+        {"GJF-T006", job("# hf/sto-3g", "0 1\nHe 0.0 0.0 1.O\n"), job("# hf/sto-3g", "0 1\nHe 0.0 0.0 1.0\n")},
+        {"GJF-T006", job("# hf/sto-3g", "0 1\nHe 0,123 0,456 0,789\n"), job("# hf/sto-3g", "0 1\nHe,0.123,0.456,0.789\n")},
+        {"GJF-T006", job("# hf/sto-3g", "0 1\nH\nH 1 r\n\nr=0.7l\n"), job("# hf/sto-3g", "0 1\nH\nH 1 r\n\nr=7.4D-01\n")},
+        {"GJF-T007", job("# hf/sto-3g opt=(calcfc"), job("# hf/sto-3g opt=(calcfc)")},
+        {"GJF-T007", job("# hf/sto-3g opt=calcfc)"), job("# hf/sto-3g external='run (x'")},
+        {"GJF-T007", job("# hf/sto-3g external='run"), job("# hf/sto-3g external='run'")},
+        {"GJF-T008", "\xEF\xBB\xBF" + plain, plain},
+        {"GJF-W001", job("# hf/sto-3g po"), job("# hf/sto-3g pol")},
+        {"GJF-W002", job("# b3 sto-3g"), job("# b3lyp sto-3g")},
+        {"GJF-W003", job("# hf/6-3"), job("# hf/6-31g")},
+        {"GJF-W004", job("# hf/sto-3g opt=no"), job("# hf/sto-3g opt=nofreeze")},
+        {"GJF-W005", job("# bl3yp/6-31g(d)"), job("# b3lyp/6-31g(d)")},
+        {"GJF-W005", job("# hf/def2-tzvp"), job("# hf/def2tzvp")},
+        {"GJF-W005", job("# hf/sto-3g optt=calcfc"), job("# hf/sto-3g opt=calcfc")},
+        {"GJF-W005", job("# hf/6-31g(q)"), job("# hf/6-31g(d)")},
+        {"GJF-W005", job("# m06-2x/sto-3g"), job("# m062x/sto-3g")},
+    };
+    return table;
+}
+
+std::set<std::string> codes_of(const std::string& text) {
+    std::set<std::string> codes;
+    for (const Finding& finding : check_text(text)) {
+        codes.insert(finding.code);
+    }
+    return codes;
+}
+
+}  // namespace
+
+TEST(CheckPairs, RaiseTheirCode) {
+    for (const Pair& pair : pairs()) {
+        EXPECT_EQ(codes_of(pair.raises).count(pair.code), 1U) << pair.code << " in\n" << pair.raises;
+    }
+}
+
+TEST(CheckPairs, AreQuietForTheNearText) {
+    for (const Pair& pair : pairs()) {
+        EXPECT_EQ(codes_of(pair.near).count(pair.code), 0U) << pair.code << " in\n" << pair.near;
+    }
+}
+
+TEST(CheckPairs, CoverEveryCode) {
+    std::set<std::string> described;
+    for (const CheckDescription& description : check_descriptions()) {
+        EXPECT_TRUE(described.insert(description.code).second) << description.code;
+    }
+    std::set<std::string> covered;
+    for (const Pair& pair : pairs()) {
+        covered.insert(pair.code);
+    }
+    EXPECT_EQ(covered, described);
+}

@@ -1,0 +1,156 @@
+// The checker as a whole: places, hints, suppression, order, and reading on behind what cannot be read.
+#include <gjf/core/check/checker.hpp>
+
+#include <gjf/core/check/near_names.hpp>
+#include <gjf/core/schema/route_schema_cache.hpp>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+using namespace quor::input::gaussian;
+
+namespace {
+
+// "CODE line:column+length severity", one finding a line.
+std::string places_of(const std::string& text, const CheckOptions& options = {}) {
+    std::string places;
+    for (const Finding& finding : check_text(text, options)) {
+        places += finding.code.substr(4) + " " + std::to_string(finding.line) + ":" + std::to_string(finding.column) + "+" +
+                  std::to_string(finding.length) + " " + severity_name(finding.severity) + "\n";
+    }
+    return places;
+}
+
+const Finding* find(const std::vector<Finding>& findings, const std::string& code) {
+    const auto found = std::find_if(findings.begin(), findings.end(), [&](const Finding& f) { return f.code == code; });
+    return found == findings.end() ? nullptr : &*found;
+}
+
+const std::string helium = "\n\nt\n\n0 1\nHe 0.0 0.0 0.0\n\n";
+
+TEST(Checker, TellsThePlace) {
+    const std::pair<std::string, std::string> cases[] = {
+        {"# hf/sto-3g" + helium, ""},
+        {"# hf/sto-3g opt=(calcall,calfc)" + helium, "R001 1:26+5 error\n"},
+        {"#p hf/sto-3g\nopt=(tight,\n  calfc)" + helium, "R001 3:3+5 error\n"},
+        {"#p\n#bl3yp/sto-3g" + helium, "W005 2:2+5 error\n"},
+        {"%mem=x\n# hf/def2-tzvp opt" + helium, "L002 1:6+1 error\nW005 2:6+9 error\n"},
+        {"# hf/sto-3g opt=(calcfc" + helium, "T007 1:17+1 error\n"},
+        {"# hf/sto-3g (opt)]" + helium, "W005 1:13+6 warning\nT007 1:18+1 error\n"},
+        {"# hf/sto-3g\n\nt\n\n0 1\nO\nH 1 0.96\nH 1 0.96 7 104.5\n\n", "M009 8:10+1 error\n"},
+        {"# hf/sto-3g\n\nt\n\n0 1\nHe 0.0 0.0 r\n\n", "M007 6:12+1 error\n"},
+        {"# hf/sto-3g\n\nt\n\n0 1\nHe 0.0 0.0 0.0\n", "T001 6:0+0 error\n"},
+        {"# hf/sto-3g\n\nt\n\n0 1\nHe\nHe 1 r\n\nr=3.0\n", "T001 9:0+0 warning\n"},
+        {"# hf/sto-3g\n\nt\n\n0 1\nHe 0.0 0.0 0.\x07\n\n", "P001 6:0+0 error\nT006 6:12+3 error\nT002 6:14+1 warning\n"},
+    };
+    for (const auto& [text, places] : cases) {
+        EXPECT_EQ(places_of(text), places) << text;
+    }
+}
+
+TEST(Checker, HintsAtNearNames) {
+    const std::tuple<std::string, std::string, std::string> cases[] = {
+        {"# hf/sto-3g opt=calfc", "GJF-R001", "did you mean calcfc?"},
+        {"# m06-2x/sto-3g", "GJF-W005", "did you mean m062x?"},
+        {"# hf/def2-tzvp", "GJF-W005", "did you mean def2tzvp?"},
+        {"# bl3yp/sto-3g", "GJF-W005", "did you mean b3lyp or blyp?"},
+        {"# hf/sto-3g frq", "GJF-W005", "did you mean freq?"},
+        {"%nprocshard=2\n# hf/sto-3g", "GJF-L001", "did you mean nprocshared?"},
+        {"# hf/sto-3g scrf=(solvent=acetonitril3)", "GJF-R012", "did you mean acetonitrile?"},
+        {"# hf/sto-3g qwertzuiop", "GJF-W005", ""},
+    };
+    for (const auto& [head, code, hint] : cases) {
+        const std::vector<Finding> findings = check_text(head + helium);
+        ASSERT_NE(find(findings, code), nullptr) << head;
+        EXPECT_EQ(find(findings, code)->hint, hint) << head;
+    }
+}
+
+TEST(Checker, IsSureOnlyWhereANameIsNear) {
+    EXPECT_EQ(find(check_text("# hf/sto-3g frq" + helium), "GJF-W005")->severity, Severity::Error);
+    EXPECT_EQ(find(check_text("# hf/sto-3g qwertzuiop" + helium), "GJF-W005")->severity, Severity::Warning);
+    EXPECT_EQ(find(check_text("# hf/sto-3g opt=qwertzuiop" + helium), "GJF-R001")->severity, Severity::Warning);
+}
+
+TEST(Checker, ReadsOnBehindWhatItCannotRead) {
+    EXPECT_EQ(
+        places_of("# hf/sto-3g opt=calfc\n\nt\n\n0 1\nHe 0.0 0.0 0.0x\nHe 0 0 1\nHe 0 0 2..\nHe 0 3!\n\n"),
+        "R001 1:17+5 error\nP001 6:0+0 error\nT006 6:12+4 error\nP001 8:0+0 error\nT006 8:8+3 error\nP001 9:0+0 error\n");
+    EXPECT_EQ(places_of("# hf/sto-3g geom=connectivity\n\nt\n\n0 1\nHe 0 0 0\nHe 0 0 3.0\n\n1 2\n2 x 1.0\n3\n1 4 1.0\n\n"),
+              "P001 9:0+0 error\nP001 10:0+0 error\nP001 12:0+0 error\n");
+    // Without charge line or title there is nothing to go on with.
+    EXPECT_EQ(places_of("# hf/sto-3g\n\nt\n\n0 x\nHe 0 0 0y\n\n"), "P001 5:0+0 error\n");
+    EXPECT_EQ(places_of("# hf/sto-3g\n\nt\n\n0 1\nHe 0.0 0.0 1.0D+00\n\n"), "P001 6:0+0 warning\n");
+}
+
+TEST(Checker, ChecksEveryJob) {
+    const std::string bad = "# hf/sto-3g opt=calfc" + helium;
+    const std::vector<Finding> findings = check_text(bad + "--Link1--\n\n--Link1--\n" + bad);
+    ASSERT_EQ(findings.size(), 2U);
+    EXPECT_EQ(findings[0].job, 1U);
+    EXPECT_EQ(findings[0].line, 1U);
+    EXPECT_EQ(findings[1].job, 3U);
+    EXPECT_EQ(findings[1].line, 11U);
+    EXPECT_EQ(find(check_text("\n \n"), "GJF-P001")->message, "No valid jobs found in input");
+    EXPECT_EQ(find(check_text("\n \n"), "GJF-P001")->job, 0U);
+}
+
+TEST(Checker, IsSilencedByOptionsAndComments) {
+    const std::string route = "# hf/sto-3g opt=calfc scf=tigth";
+    EXPECT_EQ(places_of(route + helium, {{"gjf-r001"}}), "");
+    EXPECT_EQ(places_of(route + helium, {{"GJF-R002", ""}}), "R001 1:17+5 error\nR001 1:27+5 error\n");
+    EXPECT_EQ(places_of("! quor-gjf: ignore GJF-R001\n" + route + helium), "");
+    EXPECT_EQ(places_of("! Quor-GJF: ignore gjf-m001, gjf-r001\n" + route + helium), "");
+    EXPECT_EQ(places_of(route + " ! quor-gjf: ignore GJF-R001" + helium), "");
+    EXPECT_NE(places_of("! quor-gjf: GJF-R001\n" + route + helium), "");
+    EXPECT_NE(places_of("! quor-gjf: ignore\n" + route + helium), "");
+    // A comment speaks for its own job.
+    const std::string two = route + " ! quor-gjf: ignore GJF-R001" + helium + "--Link1--\n" + route + helium;
+    EXPECT_EQ(places_of(two), "R001 9:17+5 error\nR001 9:27+5 error\n");
+}
+
+TEST(Checker, ReportsMixedLineEndsOfTheFile) {
+    const std::vector<Finding> findings = check_text("# hf/sto-3g\n\nt\r\n\n0 1\nHe 0.0 0.0 0.0\n\n");
+    ASSERT_EQ(findings.size(), 1U);
+    EXPECT_EQ(findings[0].code, "GJF-T004");
+    EXPECT_EQ(findings[0].line, 3U);
+    EXPECT_EQ(findings[0].job, 0U);
+}
+
+TEST(Checker, BoundsWhatItSaysOfAtomsOnOneSpot) {
+    std::string text = "# uff\n\nt\n\n0 1\n";
+    for (int i = 0; i < 5000; ++i) {
+        text += "He 0.0 0.0 0.0\n";
+    }
+    EXPECT_LE(check_text(text + "\n").size(), 10U);
+}
+
+TEST(NearNames, AreAFewLettersAway) {
+    const std::vector<std::string> names = {"calcfc", "calcall", "readfc", "ts", "def2tzvp", "b3lyp", "rb3lyp"};
+    const std::pair<std::string, std::string> cases[] = {
+        {"calfc", "did you mean calcfc?"},
+        {"clacfc", "did you mean calcfc?"},
+        {"calcfcx", "did you mean calcfc?"},
+        {"bl3yp", "did you mean b3lyp?"},
+        {"def2-tzvp", "did you mean def2tzvp?"},
+        {"xyz", ""},
+        {"t", ""},
+        {"zzzzzzzz", ""},
+        {std::string(100, 'a'), ""},
+    };
+    for (const auto& [word, hint] : cases) {
+        EXPECT_EQ(did_you_mean(near_names(word, names)), hint) << word;
+    }
+}
+
+TEST(NearNames, AreJoinedToAQuestion) {
+    EXPECT_EQ(did_you_mean({}), "");
+    EXPECT_EQ(did_you_mean({"a"}), "did you mean a?");
+    EXPECT_EQ(did_you_mean({"a", "b"}), "did you mean a or b?");
+    EXPECT_EQ(did_you_mean({"a", "b", "c"}), "did you mean a, b or c?");
+}
+
+}  // namespace
