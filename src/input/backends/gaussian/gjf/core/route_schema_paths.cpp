@@ -56,6 +56,8 @@ std::string resolve_route_schema_path_of_build(const std::string& base, std::str
     return home.empty() ? source_tree_schema : home + "/.quor/lib/" + source_tree_schema;
 }
 
-std::string resolve_route_schema_path(const std::string& base) { return resolve_route_schema_path_of_build(base, __FILE__); }
+std::string resolve_route_schema_path(const std::string& base) {
+    return resolve_route_schema_path_of_build(base, QUOR_GJF_PATHS_SOURCE);
+}
 
 }  // namespace quor::input::gaussian
