@@ -2,6 +2,7 @@
 #include <gjf/core/check/checked_job.hpp>
 
 #include <gjf/core/route/keyword_parser.hpp>
+#include <gjf/core/route/keyword_shape.hpp>
 #include <gjf/core/route/route_scanner.hpp>
 #include <gjf/core/route/route_segments.hpp>
 #include <gjf/core/text/text.hpp>
@@ -15,71 +16,6 @@ namespace {
 const ParsedKeywords& route_of(const GJFData& job) {
     static const ParsedKeywords none;
     return job.control.parsed_keywords ? *job.control.parsed_keywords : none;
-}
-
-// A stretch of a text: byte offsets from 0, `end` exclusive.
-struct Stretch {
-    std::size_t begin = 0;
-    std::size_t end = 0;
-};
-
-Stretch trimmed(std::string_view text, Stretch part) {
-    while (part.begin < part.end && is_trim_character(text[part.begin])) {
-        ++part.begin;
-    }
-    while (part.end > part.begin && is_trim_character(text[part.end - 1])) {
-        --part.end;
-    }
-    return part;
-}
-
-std::string_view view(std::string_view text, Stretch part) { return text.substr(part.begin, part.end - part.begin); }
-
-// Cuts a stretch at top-level commas.
-std::vector<Stretch> cut_list(std::string_view text, Stretch list) {
-    std::vector<Stretch> items;
-    NestingTracker nesting;
-    std::size_t begin = list.begin;
-    for (std::size_t i = list.begin; i <= list.end; ++i) {
-        const bool ends = i == list.end || (nesting.advance(text[i]) && text[i] == ',');
-        if (!ends) {
-            continue;
-        }
-        const Stretch item = trimmed(text, {begin, i});
-        if (item.begin < item.end) {
-            items.push_back(item);
-        }
-        begin = i + 1;
-    }
-    return items;
-}
-
-// A keyword with options taken apart: its head, and its items.
-struct KeywordShape {
-    Stretch head;
-    std::vector<Stretch> items;
-};
-
-// Takes apart keyword, keyword=item, keyword(items), keyword=(items), keyword=item(items) and keyword/item.
-KeywordShape shape_of(const std::string& text) {
-    KeywordShape shape;
-    std::size_t end = text.size();
-    if (const int open = find_top_level_char(text, '('); open >= 0) {
-        const auto at = static_cast<std::size_t>(open);
-        if (find_matching_paren(text, at) + 1 == static_cast<int>(text.size())) {
-            shape.items = cut_list(text, {at + 1, text.size() - 1});
-            end = at;
-        }
-    }
-    const std::size_t mark = std::min(text.find_first_of("=/"), end);
-    shape.head = trimmed(text, {0, mark});
-    if (mark < end) {
-        const Stretch item = trimmed(text, {mark + 1, end});
-        if (item.begin < item.end) {
-            shape.items.insert(shape.items.begin(), item);
-        }
-    }
-    return shape;
 }
 
 }  // namespace
@@ -121,21 +57,21 @@ TextPlace CheckedJob::place_in(std::size_t line_number, std::string_view part) c
 }
 
 WrittenKeyword CheckedJob::written_keyword(const std::string& name, const std::string& text, std::size_t begin) const {
-    const KeywordShape shape = shape_of(text);
+    const KeywordShape shape = keyword_shape(text);
     WrittenKeyword keyword;
     keyword.name = name;
     keyword.raw = text;
-    keyword.head = view(text, shape.head);
+    keyword.head = stretch_text(text, shape.head);
     keyword.known = schema.knows_keyword(name) || schema.knows_method(name);
     keyword.place = route_place(begin + shape.head.begin, begin + shape.head.end);
-    for (const Stretch item : shape.items) {
-        const std::string_view whole = view(text, item);
+    for (const RouteStretch item : shape.items) {
+        const std::string_view whole = stretch_text(text, item);
         const int equals = find_top_level_char(std::string(whole), '=');
         const std::size_t name_end =
             equals >= 0 ? static_cast<std::size_t>(equals) : std::min(whole.find('('), whole.size());
-        const Stretch part = trimmed(text, {item.begin, item.begin + name_end});
+        const RouteStretch part = trimmed_stretch(text, {item.begin, item.begin + name_end});
         WrittenOption& option = keyword.options.emplace_back();
-        option.name = view(text, part);
+        option.name = stretch_text(text, part);
         option.canonical = schema.normalize_option(name, option.name);
         option.value = trim_view(whole.substr(std::min(name_end + (equals >= 0 ? 1 : 0), whole.size())));
         option.place = route_place(begin + part.begin, begin + part.end);

@@ -27,6 +27,15 @@ void transform_atoms(std::vector<AtomCoord>& atoms, const std::vector<std::size_
     }
 }
 
+// Makes room for one more element, so that adding it cannot fail; grows as push_back does, so that many additions stay
+// linear.
+template <typename Element>
+void reserve_one_more(std::vector<Element>& list) {
+    if (list.size() == list.capacity()) {
+        list.reserve(2 * list.size() + 1);
+    }
+}
+
 // Tells for each atom whether it is selected; throws for an index out of range.
 std::vector<bool> selection_of(const GJFEditor& editor, const std::vector<std::size_t>& indices) {
     for (const std::size_t index : std::set<std::size_t>(indices.begin(), indices.end())) {
@@ -68,6 +77,8 @@ std::vector<std::size_t> invert(const std::vector<std::size_t>& order) {
 
 }  // namespace
 
+const std::vector<std::size_t>& GJFEditor::atom_origins() const noexcept { return atom_origins_; }
+
 bool GJFEditor::is_valid_atom_index(std::size_t index) const noexcept { return index < data_.geom.atoms.size(); }
 
 void GJFEditor::validate_atom_index(std::size_t index) const {
@@ -92,8 +103,10 @@ void GJFEditor::add_atom_with_connectivity(const AtomCoord& atom, const std::vec
         }
     }
     const bool has_bonds = std::any_of(bonds.begin(), bonds.end(), [](const auto& bond) { return bond.second > 0.0; });
+    reserve_one_more(atom_origins_);
     if (!has_bonds) {
         atoms.push_back(atom);
+        atom_origins_.push_back(no_origin);
         if (ConnectivitySection* connectivity = mutable_connectivity()) {
             connectivity->insert_atom(index);
         }
@@ -108,14 +121,16 @@ void GJFEditor::add_atom_with_connectivity(const AtomCoord& atom, const std::vec
         }
     }
     AtomCoord copy = atom;
-    atoms.reserve(index + 1);
+    reserve_one_more(atoms);
     ensure_connectivity_section().bonds.swap(connectivity.bonds);
     atoms.push_back(std::move(copy));
+    atom_origins_.push_back(no_origin);
 }
 
 void GJFEditor::remove_atom(std::size_t index) {
     validate_atom_index(index);
     data_.geom.atoms.erase(data_.geom.atoms.begin() + static_cast<std::ptrdiff_t>(index));
+    atom_origins_.erase(atom_origins_.begin() + static_cast<std::ptrdiff_t>(index));
     if (ConnectivitySection* connectivity = mutable_connectivity()) {
         connectivity->remove_atom(index);
     }
@@ -126,12 +141,16 @@ void GJFEditor::remove_atom_with_connectivity(std::size_t index) { remove_atom(i
 void GJFEditor::move_atom(std::size_t from, std::size_t to) {
     validate_atom_index(from);
     validate_atom_index(to);
-    const auto atom = [this](std::size_t i) { return data_.geom.atoms.begin() + static_cast<std::ptrdiff_t>(i); };
-    if (from < to) {
-        std::rotate(atom(from), atom(from + 1), atom(to + 1));
-    } else {
-        std::rotate(atom(to), atom(from), atom(from + 1));
-    }
+    const auto move = [from, to](auto& list) {
+        const auto at = [&list](std::size_t i) { return list.begin() + static_cast<std::ptrdiff_t>(i); };
+        if (from < to) {
+            std::rotate(at(from), at(from + 1), at(to + 1));
+        } else {
+            std::rotate(at(to), at(from), at(from + 1));
+        }
+    };
+    move(data_.geom.atoms);
+    move(atom_origins_);
     if (ConnectivitySection* connectivity = mutable_connectivity()) {
         connectivity->move_atom(from, to);
     }
@@ -147,6 +166,7 @@ void GJFEditor::replace_atom(std::size_t index, const AtomCoord& atom) {
 
 void GJFEditor::clear_atoms() {
     data_.geom.atoms.clear();
+    atom_origins_.clear();
     clear_connectivity();
 }
 
@@ -157,10 +177,13 @@ void GJFEditor::reorder_atoms_with_connectivity(const std::vector<std::size_t>& 
     }
     const std::vector<std::size_t> places = invert(order);
     std::vector<AtomCoord> reordered(atoms.size());
+    std::vector<std::size_t> origins(atoms.size());
     for (std::size_t i = 0; i < order.size(); ++i) {
         reordered[i] = std::move(atoms[order[i]]);
+        origins[i] = atom_origins_[order[i]];
     }
     atoms = std::move(reordered);
+    atom_origins_ = std::move(origins);
     if (ConnectivitySection* connectivity = mutable_connectivity()) {
         const auto place = [&places](std::uint64_t atom) { return atom < places.size() ? places[atom] : atom; };
         for (Bond& bond : connectivity->bonds) {

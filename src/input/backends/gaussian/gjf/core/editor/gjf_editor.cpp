@@ -4,11 +4,15 @@
 #include <gjf/core/editor/bond_checks.hpp>
 #include <gjf/core/reader/gjf_parser.hpp>
 
+#include <numeric>
 #include <utility>
 
 namespace quor::input::gaussian {
 
-GJFEditor::GJFEditor(GJFData data) : data_(std::move(data)) { check_bonds(data_); }
+GJFEditor::GJFEditor(GJFData data) : data_(std::move(data)), atom_origins_(data_.geom.atoms.size()) {
+    check_bonds(data_);
+    std::iota(atom_origins_.begin(), atom_origins_.end(), std::size_t{0});
+}
 GJFEditor::GJFEditor(const GJFEditor&) = default;
 GJFEditor::GJFEditor(GJFEditor&&) noexcept = default;
 GJFEditor& GJFEditor::operator=(const GJFEditor&) = default;
@@ -19,6 +23,9 @@ const GJFData& GJFEditor::get_data() const noexcept { return data_; }
 
 void GJFEditor::set_data(GJFData data) {
     check_bonds(data);
+    if (data.geom.atoms.size() != data_.geom.atoms.size()) {
+        atom_origins_ = std::vector<std::size_t>(data.geom.atoms.size(), no_origin);
+    }
     data_ = std::move(data);
 }
 

@@ -123,6 +123,12 @@ class QUOR_GJF_API GJFEditor {
     /// Rotates atoms about the coordinate origin by `a`, `b`, `c` radians: about x, then y, then z.
     void rotate_atoms(const std::vector<std::size_t>& indices, double a, double b, double c);
 
+    /// Stands for an atom that the editor did not have when it took the job.
+    static constexpr std::size_t no_origin = static_cast<std::size_t>(-1);
+    /// Returns for each atom its index when the editor took the job, or `no_origin`. Replacing the whole job by one with
+    /// another number of atoms leaves none with an origin.
+    const std::vector<std::size_t>& atom_origins() const noexcept;
+
     // --- Bonds
     // ---------------------------------------------------------------------------------------------------------------------
     void set_bond_order(std::size_t a, std::size_t b, double order);
@@ -233,6 +239,7 @@ class QUOR_GJF_API GJFEditor {
     void install_route(ParsedKeywords route);
 
     GJFData data_;
+    std::vector<std::size_t> atom_origins_;
 };
 
 }  // namespace quor::input::gaussian

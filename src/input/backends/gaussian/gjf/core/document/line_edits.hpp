@@ -1,0 +1,60 @@
+// Lines of a text with their line ends, and the changes to be made to them. Private to the room.
+#pragma once
+
+#include <cstddef>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quor::input::gaussian {
+
+/// A text cut into lines; the line ends are kept. Lines count from 1.
+class TextLines {
+   public:
+    explicit TextLines(std::string_view text);
+
+    std::size_t size() const noexcept { return lines_.size(); }
+    /// Returns a line without its end; empty for one that is not there.
+    std::string_view line(std::size_t number) const noexcept;
+    /// Returns a line end: "\n", "\r\n", or nothing for the last line of a text without one.
+    std::string_view line_end(std::size_t number) const noexcept;
+    /// Returns the line end that new lines take: that of the first line, or a line feed.
+    std::string_view usual_end() const noexcept;
+
+   private:
+    struct Line {
+        std::string_view text;
+        std::string_view end;
+    };
+    std::vector<Line> lines_;
+};
+
+/// Changes to lines; applied all at once.
+class LineEdits {
+   public:
+    bool empty() const noexcept { return changes_.empty(); }
+    void replace(std::size_t line, std::string text);
+    void remove(std::size_t line);
+    /// Puts a line before or behind another one, behind what was put there before.
+    void insert_before(std::size_t line, std::string text);
+    void insert_after(std::size_t line, std::string text);
+    /// Returns a line as it will be, without insertions; the original when it was not touched.
+    std::string_view line(const TextLines& lines, std::size_t number) const;
+    bool is_removed(std::size_t line) const;
+
+    /// Appends the changed lines from `first` to `last`.
+    void apply(const TextLines& lines, std::size_t first, std::size_t last, std::string& text) const;
+
+   private:
+    enum class State { Kept, Replaced, Removed };
+    struct Change {
+        State state = State::Kept;
+        std::string text;
+        std::vector<std::string> before;
+        std::vector<std::string> after;
+    };
+    std::map<std::size_t, Change> changes_;
+};
+
+}  // namespace quor::input::gaussian
