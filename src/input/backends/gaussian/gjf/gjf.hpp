@@ -2,6 +2,7 @@
 #pragma once
 
 #include <gjf/core/check/checker.hpp>
+#include <gjf/core/document/gjf_document.hpp>
 #include <gjf/core/editor/gjf_editor.hpp>
 #include <gjf/core/editor/gjf_multi_editor.hpp>
 #include <gjf/core/job/gjf_data.hpp>

@@ -33,12 +33,15 @@ std::size_t FieldLine::blanks_before(std::size_t i) const noexcept {
     return all ? fields_[i].begin - from : 0;
 }
 
-std::size_t FieldLine::blanks_behind(std::size_t i) const noexcept {
+// Counts the blanks behind a field that another text may take: one is left before the next field or a comment.
+std::size_t FieldLine::free_blanks_behind(std::size_t i) const noexcept {
+    const std::size_t from = fields_[i].end;
     if (i + 1 < fields_.size()) {
-        return blanks_before(i + 1);
+        const std::size_t blanks = blanks_before(i + 1);
+        return blanks == 0 ? 0 : blanks - 1;
     }
-    const std::size_t end = std::min(text_.find_first_not_of(' ', fields_[i].end), text_.size());
-    return end - fields_[i].end;
+    const std::size_t end = std::min(text_.find_first_not_of(' ', from), text_.size());
+    return end == text_.size() ? end - from : end == from ? 0 : end - from - 1;
 }
 
 void FieldLine::splice(std::size_t begin, std::size_t end, const std::string& text) {
@@ -57,9 +60,7 @@ void FieldLine::set_number(std::size_t i, std::string_view text) {
     const std::size_t more = text.size() - width;
     const std::size_t before = blanks_before(i);
     const std::size_t left = i == 0 || before == 0 ? 0 : std::min(more, before - 1);
-    const std::size_t behind = blanks_behind(i);
-    const bool last = i + 1 == fields_.size();
-    const std::size_t right = behind == 0 ? 0 : std::min(more - left, last ? behind : behind - 1);
+    const std::size_t right = std::min(more - left, free_blanks_behind(i));
     splice(field.begin - left, field.end + right, std::string(text));
 }
 
@@ -67,39 +68,33 @@ void FieldLine::set_text(std::size_t i, std::string_view text) {
     const Field field = fields_[i];
     const std::size_t width = field.end - field.begin;
     if (text.size() <= width) {
-        const std::size_t padding = blanks_behind(i) > 0 ? width - text.size() : 0;
-        splice(field.begin, field.end, std::string(text).append(padding, ' '));
+        const bool blanks_follow = field.end < text_.size() && text_[field.end] == ' ';
+        splice(field.begin, field.end, std::string(text).append(blanks_follow ? width - text.size() : 0, ' '));
         return;
     }
-    const std::size_t behind = blanks_behind(i);
-    const std::size_t right = behind == 0 ? 0 : std::min(text.size() - width, behind - 1);
-    splice(field.begin, field.end + right, std::string(text));
+    splice(field.begin, field.end + std::min(text.size() - width, free_blanks_behind(i)), std::string(text));
 }
 
 void FieldLine::insert_after(std::size_t i, std::string_view text) {
     const std::size_t at = fields_[i].end;
-    const bool last = i + 1 == fields_.size();
-    const std::size_t behind = blanks_behind(i);
-    const std::size_t needed = text.size() + (last ? 1 : 2);
-    if (!last && behind >= needed) {
-        splice(at + 1, at + 1 + text.size(), std::string(text));
-        return;
-    }
-    std::string inserted(1, ' ');
-    inserted += text;
-    splice(at, at + (last ? std::min(behind, inserted.size()) : 0), inserted);
+    splice(at, at + std::min(text.size() + 1, free_blanks_behind(i)), " " + std::string(text));
 }
 
 void FieldLine::remove(std::size_t i) {
     const Field field = fields_[i];
-    const bool last = i + 1 == fields_.size();
-    if (last) {
-        const std::size_t from = i == 0 ? field.begin : fields_[i - 1].end;
-        splice(from, field.end, {});
-    } else if (blanks_behind(i) > 0) {
+    if (i > 0) {
+        splice(fields_[i - 1].end, field.end, {});
+    } else {
+        splice(field.begin, fields_.size() > 1 ? fields_[1].begin : field.end, {});
+    }
+}
+
+void FieldLine::blank_out(std::size_t i) {
+    const Field field = fields_[i];
+    if (i + 1 < fields_.size() && blanks_before(i + 1) > 0) {
         splice(field.begin, field.end, std::string(field.end - field.begin, ' '));
     } else {
-        splice(field.begin, fields_[i + 1].begin, {});
+        remove(i);
     }
 }
 

@@ -21,8 +21,10 @@ class FieldLine {
     void set_text(std::size_t i, std::string_view text);
     /// Puts a field behind field `i`, into the blanks there where they suffice.
     void insert_after(std::size_t i, std::string_view text);
-    /// Removes a field, and leaves blanks in its place where others follow.
+    /// Removes a field and closes the gap.
     void remove(std::size_t i);
+    /// Removes a field and leaves blanks in its place, so that the columns behind it stay.
+    void blank_out(std::size_t i);
     /// Removes all fields from `i` on.
     void truncate(std::size_t i);
     const std::string& text() const noexcept { return text_; }
@@ -34,7 +36,7 @@ class FieldLine {
     };
     void cut();
     std::size_t blanks_before(std::size_t i) const noexcept;
-    std::size_t blanks_behind(std::size_t i) const noexcept;
+    std::size_t free_blanks_behind(std::size_t i) const noexcept;
     void splice(std::size_t begin, std::size_t end, const std::string& text);
 
     std::string text_;

@@ -13,6 +13,13 @@
 
 namespace quor::input::gaussian {
 
+/// What to do where a document would rather refuse.
+struct GJFWriteOptions {
+    /// Writes although a section names atoms in a form that cannot be renumbered, or would be read as another one after the
+    /// edit; the text stays as it is there. When saving: also although the file has changed since it was opened.
+    bool force = false;
+};
+
 /// Holds the text of a job file, an editor for each of its jobs, and writes the text with the changed parts alone written
 /// anew.
 ///
@@ -22,13 +29,6 @@ namespace quor::input::gaussian {
 /// thread at a time.
 class QUOR_GJF_API GJFDocument {
    public:
-    /// What to do where the document would rather refuse.
-    struct WriteOptions {
-        /// Writes although a section names atoms in a form that cannot be renumbered, or would be read as another one after
-        /// the edit; the text stays as it is there. When saving: also although the file has changed since it was opened.
-        bool force = false;
-    };
-
     /// Takes a text; throws when a job in it cannot be read, naming the job as `GJFParser::parse_string_multi` does.
     explicit GJFDocument(std::string text);
     /// Opens a file; throws "Cannot open file: PATH" when it cannot be read.
@@ -57,12 +57,12 @@ class QUOR_GJF_API GJFDocument {
     void remove_job(std::size_t index);
 
     /// Returns the text with the changes, read again and compared with the jobs that should be there.
-    std::string to_text(const WriteOptions& options = {}) const;
+    std::string to_text(const GJFWriteOptions& options = {}) const;
     /// Writes the changed text to the file that was opened, whole or not at all, unless nothing changed; returns whether it
     /// wrote. Throws when the file has changed since it was opened, or cannot be written ("Cannot write file: PATH").
-    bool save(const WriteOptions& options = {});
+    bool save(const GJFWriteOptions& options = {});
     /// Writes the text to another file.
-    void save_as(const std::string& path, const WriteOptions& options = {}) const;
+    void save_as(const std::string& path, const GJFWriteOptions& options = {}) const;
 
    private:
     struct Impl;

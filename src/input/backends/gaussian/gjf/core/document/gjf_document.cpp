@@ -1,0 +1,324 @@
+// Holds text, jobs and editors together; writes the text anew, checks what it wrote, and saves.
+#include <gjf/core/document/gjf_document.hpp>
+
+#include <core/fs/write_text_file.hpp>
+#include <gjf/core/document/job_rewriting.hpp>
+#include <gjf/core/reader/gjf_parser.hpp>
+#include <gjf/core/reader/reading.hpp>
+#include <gjf/core/text/text.hpp>
+
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <optional>
+#include <utility>
+
+namespace quor::input::gaussian {
+namespace {
+
+constexpr const char* job_separator = "--Link1--";
+
+std::optional<std::string> read_bytes(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    file.peek();
+    if (!file.is_open() || file.bad()) {
+        return std::nullopt;
+    }
+    file.clear();
+    return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+}
+
+AtomPlaces places_of(std::size_t old_count, const std::vector<std::size_t>& origins) {
+    AtomPlaces places;
+    places.count = origins.size();
+    places.places.assign(old_count, AtomPlaces::gone);
+    for (std::size_t i = 0; i < origins.size(); ++i) {
+        if (origins[i] < old_count) {
+            places.places[origins[i]] = i;
+        } else {
+            places.added = true;
+        }
+    }
+    for (std::size_t i = 0; i < old_count; ++i) {
+        places.renumbered = places.renumbered || places.places[i] != i;
+    }
+    return places;
+}
+
+// Renumbers the sections that were not edited themselves, so that the job is the one that should be written.
+GJFData job_to_write(const JobReading& before, const GJFEditor& editor, const AtomPlaces& places, bool force) {
+    GJFData wanted = editor.get_data();
+    for (ExtraInputSection& section : wanted.extra_inputs) {
+        if (section.connectivity() != nullptr) {
+            continue;
+        }
+        const std::string text = section.text();
+        const bool untouched =
+            std::any_of(before.job.extra_inputs.begin(), before.job.extra_inputs.end(), [&](const ExtraInputSection& old) {
+                return old.kind == section.kind && old.connectivity() == nullptr && old.text() == text;
+            });
+        if (untouched) {
+            section.content = renumber_section(section.kind, text, places, force);
+        }
+    }
+    const auto is_left_empty = [](const ExtraInputSection& section) {
+        return section.connectivity() == nullptr && section.text().empty();
+    };
+    wanted.extra_inputs.erase(std::remove_if(wanted.extra_inputs.begin(), wanted.extra_inputs.end(), is_left_empty),
+                              wanted.extra_inputs.end());
+    return wanted;
+}
+
+std::string_view message_of(const GJFParseException& error) {
+    return std::string_view(error.what()).substr(std::string_view("GJF Parse Error: ").size());
+}
+
+}  // namespace
+
+struct GJFDocument::Impl {
+    struct Entry {
+        std::unique_ptr<GJFEditor> editor;
+        std::optional<std::size_t> reading;  // absent for a job that was added
+    };
+
+    std::string path;
+    std::string text;
+    std::vector<JobReading> readings;
+    std::vector<Entry> entries;
+    JobLayout no_layout;
+
+    void read() {
+        readings = read_jobs_with_layout(text);
+        for (const JobReading& reading : readings) {
+            if (!reading.error.empty()) {
+                throw GJFParseException("Job " + std::to_string(reading.layout.number) +
+                                        ": GJF Parse Error: " + reading.error);
+            }
+        }
+        if (readings.empty()) {
+            throw GJFParseException("No valid jobs found in input");
+        }
+    }
+
+    std::string_view body() const noexcept { return skip_byte_order_mark(text); }
+
+    const Entry& entry(std::size_t index) const {
+        if (index >= entries.size()) {
+            throw GJFParseException("Invalid job index: " + std::to_string(index) +
+                                    " (total jobs: " + std::to_string(entries.size()) + ")");
+        }
+        return entries[index];
+    }
+
+    // Notes the changes of one job; returns the job that the text should then hold.
+    GJFData rewrite_job(const Entry& entry, const TextLines& lines, const GJFWriteOptions& options, LineEdits& edits) const {
+        const JobReading& before = readings[*entry.reading];
+        const AtomPlaces places = places_of(before.job.geom.atoms.size(), entry.editor->atom_origins());
+        GJFData wanted = job_to_write(before, *entry.editor, places, options.force);
+        JobRewriting job{lines, before, wanted, entry.editor->atom_origins(), places, options.force, edits};
+        for (const auto step : {rewrite_link0, rewrite_route, rewrite_overlays_and_title, rewrite_charge_line,
+                                rewrite_molecule, rewrite_sections}) {
+            step(job);
+        }
+        return wanted;
+    }
+
+    void remove_lines_of(std::size_t reading, const TextLines& lines, LineEdits& edits) const {
+        const LineRange& range = readings[reading].layout.lines;
+        const std::size_t separator = range.last < lines.size() ? range.last + 1 : range.first - 1;
+        for (std::size_t line = range.first; line <= range.last; ++line) {
+            edits.remove(line);
+        }
+        if (separator >= 1) {
+            edits.remove(separator);
+        }
+    }
+
+    // Puts a new job before a job that was there, or behind the last one.
+    void insert_lines_of(const Entry& added, const Entry* next, const TextLines& lines, LineEdits& edits) const {
+        const std::string job_text = added.editor->to_gjf_string();
+        const std::vector<std::string_view> job_lines = split_lines(without_final_breaks(job_text));
+        if (next != nullptr) {
+            const std::size_t line = readings[*next->reading].layout.lines.first;
+            for (const std::string_view text_line : job_lines) {
+                edits.insert_before(line, std::string(text_line));
+            }
+            edits.insert_before(line, "");
+            edits.insert_before(line, job_separator);
+            return;
+        }
+        const std::size_t last = lines.size();
+        if (!is_blank_line(lines.line(last))) {
+            edits.insert_after(last, "");
+        }
+        edits.insert_after(last, job_separator);
+        for (const std::string_view text_line : job_lines) {
+            edits.insert_after(last, std::string(text_line));
+        }
+        edits.insert_after(last, "");
+    }
+
+    static std::string_view without_final_breaks(std::string_view job_text) noexcept {
+        const std::size_t last = job_text.find_last_not_of("\r\n");
+        return job_text.substr(0, last == std::string_view::npos ? 0 : last + 1);
+    }
+
+    std::string rewrite(const GJFWriteOptions& options) const {
+        const TextLines lines(body());
+        LineEdits edits;
+        std::vector<GJFData> wanted;
+        for (std::size_t i = 0; i < entries.size(); ++i) {
+            if (entries[i].reading) {
+                wanted.push_back(rewrite_job_named(i, lines, options, edits));
+                continue;
+            }
+            wanted.push_back(entries[i].editor->get_data());
+            const auto next = std::find_if(entries.begin() + static_cast<std::ptrdiff_t>(i), entries.end(),
+                                           [](const Entry& e) { return e.reading.has_value(); });
+            insert_lines_of(entries[i], next == entries.end() ? nullptr : &*next, lines, edits);
+        }
+        for (std::size_t reading = 0; reading < readings.size(); ++reading) {
+            const bool kept =
+                std::any_of(entries.begin(), entries.end(), [&](const Entry& e) { return e.reading == reading; });
+            if (!kept) {
+                remove_lines_of(reading, lines, edits);
+            }
+        }
+        if (edits.empty()) {
+            return text;
+        }
+        std::string result = text.substr(0, text.size() - body().size());
+        result.reserve(text.size() + text.size() / 8);
+        edits.apply(lines, 1, lines.size(), result);
+        verify(result, wanted, options);
+        return result;
+    }
+
+    GJFData rewrite_job_named(std::size_t index, const TextLines& lines, const GJFWriteOptions& options,
+                              LineEdits& edits) const {
+        try {
+            return rewrite_job(entries[index], lines, options, edits);
+        } catch (const GJFParseException& error) {
+            if (entries.size() == 1) {
+                throw;
+            }
+            throw GJFParseException("Job " + std::to_string(index + 1) + ": " + std::string(message_of(error)));
+        }
+    }
+
+    // Reads the new text and compares it with the jobs that should be there.
+    static void verify(const std::string& result, const std::vector<GJFData>& wanted, const GJFWriteOptions& options) {
+        const std::vector<JobReading> read = read_jobs_with_layout(result);
+        if (read.size() != wanted.size()) {
+            throw GJFParseException("The changed text would be read as " + std::to_string(read.size()) + " jobs, not " +
+                                    std::to_string(wanted.size()));
+        }
+        for (std::size_t i = 0; i < read.size(); ++i) {
+            const std::string where = wanted.size() > 1 ? "Job " + std::to_string(i + 1) + ": " : std::string();
+            if (!read[i].error.empty()) {
+                throw GJFParseException(where + "The changed text cannot be read: " + read[i].error);
+            }
+            const std::string difference = difference_between(read[i].job, wanted[i]);
+            if (!difference.empty() && !options.force) {
+                throw GJFParseException(where + "The changed text would be read otherwise than meant: " + difference);
+            }
+        }
+    }
+};
+
+GJFDocument::GJFDocument(std::string text) : impl_(std::make_unique<Impl>()) {
+    impl_->text = std::move(text);
+    impl_->read();
+    for (std::size_t i = 0; i < impl_->readings.size(); ++i) {
+        impl_->entries.push_back({std::make_unique<GJFEditor>(impl_->readings[i].job), i});
+    }
+}
+
+GJFDocument GJFDocument::open(const std::string& path) {
+    std::optional<std::string> text = read_bytes(path);
+    if (!text) {
+        throw GJFParseException("Cannot open file: " + path);
+    }
+    GJFDocument document(std::move(*text));
+    document.impl_->path = path;
+    return document;
+}
+
+GJFDocument::GJFDocument(GJFDocument&&) noexcept = default;
+GJFDocument& GJFDocument::operator=(GJFDocument&&) noexcept = default;
+GJFDocument::~GJFDocument() = default;
+
+const std::string& GJFDocument::original_text() const noexcept { return impl_->text; }
+
+const std::string& GJFDocument::path() const noexcept { return impl_->path; }
+
+std::size_t GJFDocument::job_count() const noexcept { return impl_->entries.size(); }
+
+GJFEditor& GJFDocument::job(std::size_t index) { return *impl_->entry(index).editor; }
+
+const GJFEditor& GJFDocument::job(std::size_t index) const { return *impl_->entry(index).editor; }
+
+const JobLayout& GJFDocument::layout(std::size_t index) const {
+    const Impl::Entry& entry = impl_->entry(index);
+    return entry.reading ? impl_->readings[*entry.reading].layout : impl_->no_layout;
+}
+
+void GJFDocument::insert_job(std::size_t index, const GJFData& data) {
+    if (index > impl_->entries.size()) {
+        impl_->entry(index);
+    }
+    auto editor = std::make_unique<GJFEditor>(data);
+    const std::vector<JobReading> read = read_jobs_with_layout(editor->to_gjf_string());
+    if (read.size() != 1 || !read[0].error.empty() || !difference_between(read[0].job, data).empty()) {
+        throw GJFParseException("The fixed layout cannot carry this job, so it cannot be added");
+    }
+    impl_->entries.insert(impl_->entries.begin() + static_cast<std::ptrdiff_t>(index),
+                          Impl::Entry{std::move(editor), std::nullopt});
+}
+
+void GJFDocument::remove_job(std::size_t index) {
+    impl_->entry(index);
+    if (impl_->entries.size() == 1) {
+        throw GJFParseException("The last job of a document cannot be removed");
+    }
+    impl_->entries.erase(impl_->entries.begin() + static_cast<std::ptrdiff_t>(index));
+}
+
+std::string GJFDocument::to_text(const GJFWriteOptions& options) const { return impl_->rewrite(options); }
+
+bool GJFDocument::save(const GJFWriteOptions& options) {
+    if (impl_->path.empty()) {
+        throw GJFParseException("This document was not opened from a file");
+    }
+    std::string text = to_text(options);
+    if (text == impl_->text) {
+        return false;
+    }
+    if (!options.force && read_bytes(impl_->path) != impl_->text) {
+        throw GJFParseException("File has changed since it was opened: " + impl_->path);
+    }
+    // What may fail is done before the file is written.
+    std::vector<JobReading> readings = read_jobs_with_layout(text);
+    std::vector<GJFEditor> editors;
+    for (const JobReading& reading : readings) {
+        editors.emplace_back(reading.job);
+    }
+    if (!quor::core::fs::write_text_file(impl_->path, text)) {
+        throw GJFParseException("Cannot write file: " + impl_->path);
+    }
+    for (std::size_t i = 0; i < editors.size(); ++i) {
+        *impl_->entries[i].editor = std::move(editors[i]);
+        impl_->entries[i].reading = i;
+    }
+    impl_->readings = std::move(readings);
+    impl_->text = std::move(text);
+    return true;
+}
+
+void GJFDocument::save_as(const std::string& path, const GJFWriteOptions& options) const {
+    if (!quor::core::fs::write_text_file(path, to_text(options))) {
+        throw GJFParseException("Cannot write file: " + path);
+    }
+}
+
+}  // namespace quor::input::gaussian

@@ -1,0 +1,366 @@
+// Writes changed atoms, variables and Z-matrix rows into their lines.
+#include <gjf/core/document/job_rewriting.hpp>
+
+#include <gjf/core/document/field_line.hpp>
+#include <gjf/core/job/gjf_parse_exception.hpp>
+#include <gjf/core/reader/molecule_fields.hpp>
+#include <gjf/core/text/number.hpp>
+#include <gjf/core/text/text.hpp>
+
+#include <algorithm>
+#include <charconv>
+#include <iterator>
+
+namespace quor::input::gaussian {
+namespace {
+
+constexpr std::size_t fewest_decimals = 6;
+
+// The widest double has 309 digits before the point.
+std::string fixed_text(double number, std::size_t decimals) {
+    char digits[400];
+    return {digits, std::to_chars(digits, std::end(digits), number, std::chars_format::fixed,
+                                  static_cast<int>(std::min<std::size_t>(decimals, 60)))
+                        .ptr};
+}
+
+std::string shortest_text(double number) {
+    char digits[400];
+    return {digits, std::to_chars(digits, std::end(digits), number, std::chars_format::fixed).ptr};
+}
+
+std::size_t decimals_of(std::string_view text) noexcept {
+    const std::size_t point = text.find('.');
+    return point == std::string_view::npos
+               ? 0
+               : std::min(text.find_first_not_of("0123456789", point + 1), text.size()) - point - 1;
+}
+
+// Writes label parameters in the order in which they stood, new ones behind.
+std::string parameter_text(std::string_view old_list, const std::map<std::string, std::string>& params) {
+    std::vector<std::string> items;
+    std::map<std::string, std::string> left = params;
+    while (!old_list.empty()) {
+        const std::size_t comma = std::min(old_list.find(','), old_list.size());
+        const std::string_view item = old_list.substr(0, comma);
+        old_list.remove_prefix(std::min(comma + 1, old_list.size()));
+        const std::string key(trim_view(item.substr(0, item.find('='))));
+        const auto found = left.find(key);
+        if (found == left.end()) {
+            continue;
+        }
+        const bool has_equals = item.find('=') != std::string_view::npos;
+        const std::string_view old_value = has_equals ? trim_view(item.substr(item.find('=') + 1)) : std::string_view();
+        items.push_back(old_value == found->second ? std::string(item) : key + "=" + found->second);
+        left.erase(found);
+    }
+    for (const auto& [key, value] : left) {
+        items.push_back(key + "=" + value);
+    }
+    std::string text;
+    for (const std::string& item : items) {
+        text += (text.empty() ? "" : ",") + item;
+    }
+    return text.empty() ? text : "(" + text + ")";
+}
+
+// Writes an atom label anew, with as much of the old one as still holds.
+std::string label_text(std::string_view old, const AtomInfo& before, const AtomInfo& after) {
+    const std::size_t open = old.find('(');
+    const std::size_t close = open == std::string_view::npos ? open : old.find(')', open);
+    const bool has_list = close != std::string_view::npos;
+    std::string head(has_list ? old.substr(0, open) : old);
+    if (before.element != after.element || before.mm_type != after.mm_type || before.mm_charge != after.mm_charge) {
+        head = after.element;
+        if (after.mm_type) {
+            head += "-" + *after.mm_type;
+        }
+        if (after.mm_charge) {
+            head += "-" + shortest_text(*after.mm_charge);
+        }
+    }
+    const std::string list =
+        before.params == after.params && has_list
+            ? std::string(old.substr(open, close - open + 1))
+            : parameter_text(has_list ? old.substr(open + 1, close - open - 1) : std::string_view(), after.params);
+    return head + list;
+}
+
+bool same_label(const AtomInfo& a, const AtomInfo& b) {
+    return a.element == b.element && a.mm_type == b.mm_type && a.mm_charge == b.mm_charge && a.params == b.params;
+}
+
+// Returns the new text of a coordinate; empty when the old one still holds.
+std::string coordinate_text(const CoordinateValue& old, double old_value, const CoordinateValue& wanted, double value,
+                            std::size_t atom) {
+    if (wanted.text == old.text || (wanted.text.empty() && old.value && value == old_value)) {
+        return {};
+    }
+    if (!wanted.text.empty()) {
+        return wanted.text;
+    }
+    if (!old.value) {
+        throw GJFParseException("A coordinate of atom " + std::to_string(atom + 1) + " is a variable and cannot be moved");
+    }
+    return fixed_text(value, std::max(fewest_decimals, decimals_of(old.text)));
+}
+
+bool has_freeze_field(const FieldLine& line) { return line.size() >= 5 && is_integer_text(line.field(1)); }
+
+void rewrite_freeze(FieldLine& line, const std::optional<std::int32_t>& before, const std::optional<std::int32_t>& after) {
+    if (before == after) {
+        return;
+    }
+    if (!after) {
+        line.blank_out(1);
+    } else if (has_freeze_field(line)) {
+        line.set_number(1, std::to_string(*after));
+    } else {
+        line.insert_after(0, std::to_string(*after));
+    }
+}
+
+void rewrite_layer(FieldLine& line, const std::optional<std::string>& before, const std::optional<std::string>& after) {
+    if (before == after) {
+        return;
+    }
+    const std::size_t layer = has_freeze_field(line) ? 5 : 4;
+    if (!after) {
+        line.truncate(layer);
+    } else if (line.size() > layer) {
+        line.set_text(layer, *after);
+    } else {
+        line.insert_after(layer - 1, *after);
+    }
+}
+
+// Writes an atom into the line of the one that it was made from.
+std::string atom_line(std::string_view old_line, const AtomCoord& before, const AtomCoord& after, std::size_t atom) {
+    FieldLine line(old_line);
+    // From the last field to the first, since an inserted freeze code moves the others.
+    rewrite_layer(line, before.layer, after.layer);
+    const std::size_t first = has_freeze_field(line) ? 2 : 1;
+    const CoordinateValue* old_texts[] = {&before.x_ref, &before.y_ref, &before.z_ref};
+    const CoordinateValue* new_texts[] = {&after.x_ref, &after.y_ref, &after.z_ref};
+    const double old_values[] = {before.x, before.y, before.z};
+    const double new_values[] = {after.x, after.y, after.z};
+    for (std::size_t i = 0; i < 3; ++i) {
+        const std::string text = coordinate_text(*old_texts[i], old_values[i], *new_texts[i], new_values[i], atom);
+        if (!text.empty()) {
+            line.set_number(first + i, text);
+        }
+    }
+    rewrite_freeze(line, before.freeze, after.freeze);
+    if (!same_label(before.info, after.info)) {
+        line.set_text(0, label_text(line.field(0), before.info, after.info));
+    }
+    return line.text();
+}
+
+// Renumbers the atom that a link atom is bonded to: the second field behind the layer.
+std::string with_link_host(const std::string& text, const AtomPlaces& places, std::size_t atom, bool force) {
+    FieldLine line(text);
+    const std::size_t host_field = (has_freeze_field(line) ? 5U : 4U) + 2;
+    const std::optional<std::int64_t> host = line.size() > host_field ? to_int64(line.field(host_field)) : std::nullopt;
+    if (!host || *host < 1 || static_cast<std::size_t>(*host) > places.old_count()) {
+        return text;
+    }
+    const std::size_t place = places.places[static_cast<std::size_t>(*host) - 1];
+    if (place == AtomPlaces::gone) {
+        if (force) {
+            return text;
+        }
+        throw GJFParseException("The link atom of atom " + std::to_string(atom + 1) +
+                                " is bonded to an atom that was removed");
+    }
+    if (place + 1 != static_cast<std::size_t>(*host)) {
+        line.set_text(host_field, std::to_string(place + 1));
+    }
+    return line.text();
+}
+
+// Drops what a copied line holds beyond its atom: link atom fields and comment.
+std::string bare_atom_line(std::string_view line) {
+    FieldLine fields(without_comment(line));
+    fields.truncate(has_freeze_field(fields) ? 6 : 5);
+    return std::string(fields.text().substr(0, fields.text().find_last_not_of(" \t") + 1));
+}
+
+std::string new_atom_line(const JobRewriting& job, std::size_t atom) {
+    const std::vector<AtomCoord>& old_atoms = job.before.job.geom.atoms;
+    // The nearest atom that was there gives the columns: the one before, else the one behind.
+    for (std::size_t i = atom; i-- > 0;) {
+        if (const std::size_t origin = job.origins[i]; origin < old_atoms.size()) {
+            return atom_line(bare_atom_line(job.lines.line(job.before.layout.atoms[origin])), old_atoms[origin],
+                             job.after.geom.atoms[atom], atom);
+        }
+    }
+    if (!old_atoms.empty()) {
+        return atom_line(bare_atom_line(job.lines.line(job.before.layout.atoms.front())), old_atoms.front(),
+                         job.after.geom.atoms[atom], atom);
+    }
+    const AtomCoord& made = job.after.geom.atoms[atom];
+    AtomCoord blank;
+    blank.info = made.info;
+    blank.x_ref = blank.y_ref = blank.z_ref = {"0.0", 0.0};
+    return atom_line(" " + label_text({}, AtomInfo(), made.info) + "   0.0   0.0   0.0", blank, made, atom);
+}
+
+// Returns the line of an atom of the job as it should be.
+std::string line_of_atom(const JobRewriting& job, std::size_t atom) {
+    const std::size_t origin = job.origins[atom];
+    if (origin >= job.before.job.geom.atoms.size()) {
+        return new_atom_line(job, atom);
+    }
+    const std::string_view old_line = job.lines.line(job.before.layout.atoms[origin]);
+    const std::string text = atom_line(old_line, job.before.job.geom.atoms[origin], job.after.geom.atoms[atom], atom);
+    return job.places.renumbered ? with_link_host(text, job.places, atom, job.force) : text;
+}
+
+// Tells whether the atoms that were there before still stand in their order.
+bool keep_their_order(const JobRewriting& job) {
+    std::size_t next = 0;
+    for (const std::size_t origin : job.origins) {
+        if (origin >= job.places.old_count()) {
+            continue;
+        }
+        if (origin < next) {
+            return false;
+        }
+        next = origin + 1;
+    }
+    return true;
+}
+
+void set_line(JobRewriting& job, std::size_t number, std::string text) {
+    if (job.lines.line(number) != text) {
+        job.edits.replace(number, std::move(text));
+    }
+}
+
+// Each atom that was there before keeps its line; new ones are put behind the atom before them.
+void rewrite_atoms_in_place(JobRewriting& job) {
+    const std::vector<std::size_t>& lines = job.before.layout.atoms;
+    for (std::size_t old = 0; old < lines.size(); ++old) {
+        if (job.places.places[old] == AtomPlaces::gone) {
+            job.edits.remove(lines[old]);
+        }
+    }
+    std::size_t last_line = job.before.layout.charge_line;
+    for (std::size_t atom = 0; atom < job.after.geom.atoms.size(); ++atom) {
+        std::string text = line_of_atom(job, atom);
+        if (const std::size_t origin = job.origins[atom]; origin < lines.size()) {
+            last_line = lines[origin];
+            set_line(job, last_line, std::move(text));
+        } else {
+            job.edits.insert_after(last_line, std::move(text));
+        }
+    }
+}
+
+// The lines that hold atoms are filled with the atoms in their new order.
+void rewrite_atoms_in_new_order(JobRewriting& job) {
+    const std::vector<std::size_t>& lines = job.before.layout.atoms;
+    for (std::size_t atom = 0; atom < job.after.geom.atoms.size(); ++atom) {
+        std::string text = line_of_atom(job, atom);
+        if (atom < lines.size()) {
+            set_line(job, lines[atom], std::move(text));
+        } else {
+            job.edits.insert_after(lines.back(), std::move(text));
+        }
+    }
+    for (std::size_t i = job.after.geom.atoms.size(); i < lines.size(); ++i) {
+        job.edits.remove(lines[i]);
+    }
+}
+
+bool same_variable(const ZMatrixVariable& a, const ZMatrixVariable& b) { return a.name == b.name && a.value == b.value; }
+
+void rewrite_variables(JobRewriting& job, const std::vector<ZMatrixVariable>& before,
+                       const std::vector<ZMatrixVariable>& after, const std::vector<std::size_t>& lines) {
+    if (std::equal(before.begin(), before.end(), after.begin(), after.end(), same_variable)) {
+        return;
+    }
+    const auto same_name = [](const ZMatrixVariable& a, const ZMatrixVariable& b) { return a.name == b.name; };
+    if (lines.size() != before.size() || !std::equal(before.begin(), before.end(), after.begin(), after.end(), same_name)) {
+        throw GJFParseException("Variables can be given other values, but neither be added nor removed, in a document");
+    }
+    for (std::size_t i = 0; i < before.size(); ++i) {
+        if (before[i].value == after[i].value) {
+            continue;
+        }
+        std::string line(job.lines.line(lines[i]));
+        const std::size_t equals = line.find('=');
+        const std::size_t name = line.find(before[i].name);
+        const std::size_t from = equals == std::string::npos ? name + before[i].name.size() : equals + 1;
+        const std::size_t value = line.find(before[i].value, from);
+        if (name == std::string::npos || value == std::string::npos) {
+            throw GJFParseException("The line of variable " + before[i].name + " cannot be changed");
+        }
+        job.edits.replace(lines[i], line.replace(value, before[i].value.size(), after[i].value));
+    }
+}
+
+void rewrite_row(JobRewriting& job, std::size_t row) {
+    const ZMatrixEntry& before = job.before.job.geom.zmatrix_entries[row];
+    const ZMatrixEntry& after = job.after.geom.zmatrix_entries[row];
+    const std::optional<ZMatrixReference>* old_references[] = {&before.bond, &before.angle, &before.dihedral};
+    const std::optional<ZMatrixReference>* new_references[] = {&after.bond, &after.angle, &after.dihedral};
+    FieldLine line(job.lines.line(job.before.layout.zmatrix_rows[row]));
+    for (std::size_t i = 0; i < 3; ++i) {
+        if (old_references[i]->has_value() != new_references[i]->has_value()) {
+            throw GJFParseException("The references of a Z-matrix row can be changed, but neither be added nor removed");
+        }
+        if (!*old_references[i]) {
+            continue;
+        }
+        if ((*old_references[i])->atom != (*new_references[i])->atom) {
+            line.set_text(2 * i + 1, std::to_string((*new_references[i])->atom));
+        }
+        if ((*old_references[i])->value != (*new_references[i])->value) {
+            line.set_number(2 * i + 2, (*new_references[i])->value);
+        }
+    }
+    if (!same_label(before.info, after.info)) {
+        line.set_text(0, label_text(line.field(0), before.info, after.info));
+    }
+    set_line(job, job.before.layout.zmatrix_rows[row], line.text());
+}
+
+void rewrite_zmatrix(JobRewriting& job) {
+    const GeomSection& after = job.after.geom;
+    if (!after.atoms.empty()) {
+        throw GJFParseException("Atoms with Cartesian coordinates cannot be added to a Z-matrix");
+    }
+    if (after.zmatrix_entries.size() != job.before.job.geom.zmatrix_entries.size()) {
+        throw GJFParseException("Rows can neither be added to a Z-matrix nor removed from it");
+    }
+    for (std::size_t row = 0; row < after.zmatrix_entries.size(); ++row) {
+        rewrite_row(job, row);
+    }
+}
+
+}  // namespace
+
+void rewrite_molecule(JobRewriting& job) {
+    const GeomSection& before = job.before.job.geom;
+    const GeomSection& after = job.after.geom;
+    if (before.format != after.format) {
+        throw GJFParseException(
+            "A molecule cannot be turned from Cartesian coordinates into a Z-matrix, nor back, in a document");
+    }
+    if (before.format == GeometryFormat::ZMatrix) {
+        rewrite_zmatrix(job);
+    } else if (before.atoms.empty() && !after.atoms.empty()) {
+        throw GJFParseException("Atoms cannot be added to a job that takes its molecule from a checkpoint");
+    } else if (keep_their_order(job)) {
+        rewrite_atoms_in_place(job);
+    } else {
+        rewrite_atoms_in_new_order(job);
+    }
+    rewrite_variables(job, before.variables, after.variables, job.before.layout.variables);
+    rewrite_variables(job, before.constants, after.constants, job.before.layout.constants);
+    rewrite_variables(job, before.cartesian_variables, after.cartesian_variables, job.before.layout.cartesian_variables);
+}
+
+}  // namespace quor::input::gaussian

@@ -1,0 +1,362 @@
+// Writes a changed route: words that still hold keep their spelling and place, others are changed, left out or added.
+//
+// The route is cut into segments; each tells what it gave to the interpretation, and that is compared with the
+// interpretation that should be there. Segments that gave nothing stay.
+#include <gjf/core/document/job_rewriting.hpp>
+
+#include <gjf/core/document/route_text.hpp>
+#include <gjf/core/reader/gjf_parser.hpp>
+#include <gjf/core/reader/reading.hpp>
+#include <gjf/core/route/keyword_parser.hpp>
+#include <gjf/core/route/keyword_shape.hpp>
+#include <gjf/core/route/option_syntax.hpp>
+#include <gjf/core/route/route_scanner.hpp>
+#include <gjf/core/route/route_segments.hpp>
+#include <gjf/core/schema/route_schema_cache.hpp>
+#include <gjf/core/text/text.hpp>
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+namespace quor::input::gaussian {
+namespace {
+
+// The options as they should be, less those that were already written.
+using Options = std::map<std::string, std::string>;
+
+std::string option_text(const std::string& name, const std::string& value) {
+    return value.empty() || value == "TRUE" ? name : name + "=" + value;
+}
+
+// Cuts an item "name=value" into the name as it is stored and the value.
+std::pair<std::string, std::string> read_item(const std::string& item) {
+    const int equals = find_top_level_char(item, '=');
+    if (equals < 0) {
+        return {to_lower_copy(trim_view(item)), "TRUE"};
+    }
+    const auto at = static_cast<std::size_t>(equals);
+    return {to_lower_copy(trim_view(std::string_view(item).substr(0, at))),
+            std::string(trim_view(std::string_view(item).substr(at + 1)))};
+}
+
+// Writes a keyword with other options; options that stay keep their text and place.
+std::string with_options(const std::string& raw, Options options) {
+    const KeywordShape shape = keyword_shape(raw);
+    std::vector<std::string> items;
+    for (const RouteStretch stretch : shape.items) {
+        const std::string item(stretch_text(raw, stretch));
+        const auto [name, value] = read_item(item);
+        const auto wanted = options.find(name);
+        if (wanted == options.end()) {
+            continue;
+        }
+        const std::size_t equals = item.find('=');
+        items.push_back(wanted->second == value
+                            ? item
+                            : option_text(item.substr(0, item.find_last_not_of(' ', equals - 1) + 1), wanted->second));
+        options.erase(wanted);
+    }
+    for (const auto& [name, value] : options) {
+        items.push_back(option_text(name, value));
+    }
+    const std::string head(stretch_text(raw, shape.head));
+    if (items.empty()) {
+        return head;
+    }
+    const std::size_t open = raw.find('(', shape.head.end);
+    const bool bare_item =
+        items.size() == 1 && find_top_level_char(items[0], '=') < 0 && items[0].find('(') == std::string::npos;
+    if (bare_item && open == std::string::npos) {
+        return head + "=" + items[0];
+    }
+    // "opt=(" and "opt(" keep their form; "scf=qc(…)" is written with one list.
+    const bool has_item_before = open != std::string::npos &&
+                                 trim_view(std::string_view(raw).substr(shape.head.end, open - shape.head.end)).size() > 1;
+    std::string text = open == std::string::npos || has_item_before ? head + "=(" : raw.substr(0, open + 1);
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        text += (i == 0 ? "" : ",") + items[i];
+    }
+    return text + ")";
+}
+
+// What a segment gave to the interpretation: the change of the model chemistry, and keywords by index.
+struct Segment {
+    RoutePiece piece;
+    bool gives_model = false;
+    ParsedKeywords model;  // after the segment; only its model chemistry is looked at
+    std::size_t first_keyword = 0;
+    std::size_t keyword_count = 0;
+};
+
+bool same_model(const ParsedKeywords& a, const ParsedKeywords& b) {
+    return a.method == b.method && a.basis_set == b.basis_set && a.method_options == b.method_options &&
+           a.density_fitting_basis == b.density_fitting_basis && a.secondary_method == b.secondary_method &&
+           a.secondary_basis_set == b.secondary_basis_set && a.secondary_method_options == b.secondary_method_options &&
+           a.oniom_expression == b.oniom_expression;
+}
+
+std::vector<Segment> read_segments(const RouteText& route) {
+    G16KeywordParser parser(default_route_schema());
+    std::vector<Segment> segments;
+    ParsedKeywords last;
+    for (const RoutePiece& piece : route.segments()) {
+        parser.parse_segment_schema_driven(route.text(piece), std::nullopt);
+        ParsedKeywords now = parser.get_parsed_keywords();
+        Segment segment;
+        segment.piece = piece;
+        segment.gives_model = !same_model(last, now);
+        segment.first_keyword = last.keywords.size();
+        segment.keyword_count = now.keywords.size() - last.keywords.size();
+        segment.model = now;
+        segments.push_back(std::move(segment));
+        last = std::move(now);
+    }
+    return segments;
+}
+
+std::string method_text(const ParsedKeywords& route) {
+    return route.method_options.empty() ? route.method : route.method_options;
+}
+
+// Writes the first model chemistry anew.
+std::string model_text(const ParsedKeywords& route) {
+    if (!route.oniom_expression.empty()) {
+        return route.oniom_expression;
+    }
+    std::string text = method_text(route);
+    for (const std::string* part : {&route.basis_set, &route.density_fitting_basis}) {
+        text += part->empty() ? "" : (text.empty() ? "" : "/") + *part;
+    }
+    if (!route.secondary_method.empty() && !route.secondary_basis_set.empty()) {
+        text += "//" + (route.secondary_method_options.empty() ? route.secondary_method : route.secondary_method_options);
+        text += "/" + route.secondary_basis_set;
+    }
+    return text;
+}
+
+// Matches the keywords that were there with those that should be; equal ones first, then those of one name.
+class KeywordMatch {
+   public:
+    KeywordMatch(const std::vector<KeywordInfo>& before, const std::vector<KeywordInfo>& after)
+        : partner(before.size(), none), taken(after.size()) {
+        match(before, after,
+              [](const KeywordInfo& a, const KeywordInfo& b) { return a.name == b.name && a.options == b.options; });
+        match(before, after, [](const KeywordInfo& a, const KeywordInfo& b) { return a.name == b.name; });
+    }
+
+    static constexpr std::size_t none = static_cast<std::size_t>(-1);
+    std::vector<std::size_t> partner;  // for each keyword that was there
+    std::vector<char> taken;           // for each that should be
+
+   private:
+    template <typename Same>
+    void match(const std::vector<KeywordInfo>& before, const std::vector<KeywordInfo>& after, Same same) {
+        for (std::size_t i = 0; i < before.size(); ++i) {
+            for (std::size_t j = 0; j < after.size() && partner[i] == none; ++j) {
+                if (taken[j] == 0 && same(before[i], after[j])) {
+                    partner[i] = j;
+                    taken[j] = 1;
+                }
+            }
+        }
+    }
+};
+
+// Rewrites a route segment by segment.
+class RouteRewriter {
+   public:
+    RouteRewriter(RouteText& text, const ParsedKeywords& before, const ParsedKeywords& after)
+        : text_(text),
+          before_(before),
+          after_(after),
+          match_(before.keywords, after.keywords),
+          segments_(read_segments(text)) {}
+
+    void rewrite() {
+        if (before_.print_level != after_.print_level) {
+            text_.set_head("#" + after_.print_level);
+        }
+        model_changed_ = !same_model(before_, after_);
+        for (const Segment& segment : segments_) {
+            rewrite_segment(segment);
+        }
+        if (model_changed_ && !model_written_) {
+            const std::string model = model_text(wanted_model());
+            if (!model.empty()) {
+                text_.insert_behind_head(model);
+            }
+        }
+        for (std::size_t j = 0; j < after_.keywords.size(); ++j) {
+            const KeywordInfo& keyword = after_.keywords[j];
+            const bool is_model = !after_.oniom_expression.empty() && keyword.raw == after_.oniom_expression;
+            if (match_.taken[j] == 0 && !is_model) {
+                text_.append(keyword.raw.empty() ? format_keyword(keyword.name, to_route_options(keyword.options))
+                                                 : keyword.raw);
+            }
+        }
+    }
+
+   private:
+    void rewrite_segment(const Segment& segment) {
+        if (segment.gives_model) {
+            rewrite_model(segment);
+            return;
+        }
+        if (segment.keyword_count == 0) {
+            return;
+        }
+        std::string text;
+        bool changed = false;
+        for (std::size_t i = segment.first_keyword; i < segment.first_keyword + segment.keyword_count; ++i) {
+            const KeywordInfo& old = before_.keywords[i];
+            const std::size_t j = match_.partner[i];
+            const bool gone = j == KeywordMatch::none;
+            const bool same = !gone && after_.keywords[j].options == old.options;
+            changed = changed || !same;
+            if (!gone) {
+                text += (text.empty() ? "" : " ") + (same ? old.raw : with_options(old.raw, after_.keywords[j].options));
+            }
+        }
+        if (changed) {
+            text_.replace(segment.piece, text);
+        }
+    }
+
+    // A segment of the model chemistry stays when all that it gave still holds.
+    void rewrite_model(const Segment& segment) {
+        if (!model_changed_) {
+            return;
+        }
+        const std::string old = text_.text(segment.piece);
+        if (!gives_method(segment)) {
+            rewrite_basis_segment(segment, old);
+            return;
+        }
+        if (model_written_) {
+            text_.replace(segment.piece, {});
+            return;
+        }
+        model_written_ = true;
+        text_.replace(segment.piece, new_model_text(old));
+    }
+
+    bool gives_method(const Segment& segment) const {
+        const std::size_t index = static_cast<std::size_t>(&segment - segments_.data());
+        const std::string earlier = index == 0 ? std::string() : segments_[index - 1].model.method;
+        return earlier != segment.model.method || !segment.model.oniom_expression.empty();
+    }
+
+    void rewrite_basis_segment(const Segment& segment, const std::string& old) {
+        const bool drop = after_.basis_set.empty() || basis_written_ || !after_.oniom_expression.empty();
+        if (!drop && after_.basis_set != before_.basis_set) {
+            const int equals = find_top_level_char(old, '=');
+            text_.replace(segment.piece, old.substr(0, static_cast<std::size_t>(equals + 1)) + after_.basis_set);
+        } else if (drop) {
+            text_.replace(segment.piece, {});
+        }
+        basis_written_ = true;
+    }
+
+    // Tells whether a segment of its own gives the basis set.
+    bool basis_stands_alone() const {
+        return std::any_of(segments_.begin(), segments_.end(), [this](const Segment& s) {
+            return s.gives_model && !gives_method(s) && !s.model.basis_set.empty();
+        });
+    }
+
+    // The model chemistry that should be there, without a basis set that has a segment of its own.
+    ParsedKeywords wanted_model() const {
+        ParsedKeywords wanted = after_;
+        if (basis_stands_alone()) {
+            wanted.basis_set.clear();
+        }
+        return wanted;
+    }
+
+    // Writes the model chemistry with the old spelling of what stays.
+    std::string new_model_text(const std::string& old) {
+        ParsedKeywords wanted = wanted_model();
+        const std::vector<std::string> pieces = split_top_level_list(old, '/');
+        const bool simple = before_.oniom_expression.empty() && before_.secondary_method.empty() &&
+                            wanted.oniom_expression.empty() && wanted.secondary_method.empty() && !pieces.empty() &&
+                            pieces.size() <= 3;
+        if (!simple) {
+            return model_text(wanted);
+        }
+        if (method_text(before_) == method_text(wanted) && !wanted.method.empty()) {
+            (wanted.method_options.empty() ? wanted.method : wanted.method_options) = pieces[0];
+        }
+        if (pieces.size() > 1 && before_.basis_set == wanted.basis_set) {
+            wanted.basis_set = pieces[1];
+        }
+        if (pieces.size() > 2 && before_.density_fitting_basis == wanted.density_fitting_basis) {
+            wanted.density_fitting_basis = pieces[2];
+        }
+        return model_text(wanted);
+    }
+
+    RouteText& text_;
+    const ParsedKeywords& before_;
+    const ParsedKeywords& after_;
+    KeywordMatch match_;
+    std::vector<Segment> segments_;
+    bool model_changed_ = false;
+    bool model_written_ = false;
+    bool basis_written_ = false;
+};
+
+// Words that were given or taken one by one: those that stay keep their place.
+void rewrite_words(RouteText& text, const std::vector<std::string>& before, const std::vector<std::string>& after) {
+    std::vector<char> kept(before.size());
+    std::vector<std::string> added;
+    std::size_t next = 0;
+    for (const std::string& word : after) {
+        const auto found = std::find(before.begin() + static_cast<std::ptrdiff_t>(next), before.end(), word);
+        if (found == before.end()) {
+            added.push_back(word);
+            continue;
+        }
+        next = static_cast<std::size_t>(found - before.begin()) + 1;
+        kept[next - 1] = 1;
+    }
+    for (std::size_t i = 0; i < before.size(); ++i) {
+        if (kept[i] == 0) {
+            text.replace_word(i, {});
+        }
+    }
+    for (const std::string& word : added) {
+        text.append(word);
+    }
+}
+
+// Tells whether the words are those that editing an interpreted route writes: the head, blank and model chemistry, and
+// keywords.
+bool written_from_interpretation(const std::vector<std::string>& words, const ParsedKeywords& route) {
+    const std::string model = model_text(route);
+    const std::string head = "#" + route.print_level;
+    return !words.empty() && (model.empty() ? words[0] == head : words[0].compare(0, head.size() + 1, head + " ") == 0);
+}
+
+}  // namespace
+
+void rewrite_route(JobRewriting& job) {
+    const ControlSection& before = job.before.job.control;
+    const ControlSection& after = job.after.control;
+    if (before.route_keywords == after.route_keywords) {
+        return;
+    }
+    if (before.route_keywords.empty()) {
+        throw GJFParseException("A route cannot be added to a job without one, in a document");
+    }
+    RouteText text(job.lines, before.route_keywords, job.before.layout.route_words);
+    if (after.parsed_keywords && before.parsed_keywords &&
+        written_from_interpretation(after.route_keywords, *after.parsed_keywords)) {
+        RouteRewriter(text, *before.parsed_keywords, *after.parsed_keywords).rewrite();
+    } else {
+        rewrite_words(text, before.route_keywords, after.route_keywords);
+    }
+    text.apply(job.edits);
+}
+
+}  // namespace quor::input::gaussian

@@ -1,0 +1,182 @@
+// Writes changed route words into their lines.
+#include <gjf/core/document/route_text.hpp>
+
+#include <gjf/core/route/route_segments.hpp>
+#include <gjf/core/text/text.hpp>
+
+#include <algorithm>
+
+namespace quor::input::gaussian {
+namespace {
+
+constexpr std::size_t most_columns = 80;
+
+// Breaks the words of a text into lines of at most 80 columns; further lines begin with a blank.
+std::vector<std::string> broken(const std::string& text) {
+    std::vector<std::string> lines;
+    std::string line;
+    std::size_t begin = 0;
+    NestingTracker nesting;
+    const auto take = [&](std::size_t end) {
+        const std::string word = text.substr(begin, end - begin);
+        if (!trim_view(line).empty() && line.size() + word.size() > most_columns) {
+            lines.push_back(line.substr(0, line.find_last_not_of(' ') + 1));
+            line = " " + std::string(trim_view(word));
+        } else {
+            line += word;
+        }
+        begin = end;
+    };
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool top = nesting.advance(text[i]);
+        if (top && is_trim_character(text[i]) && i > begin && !is_trim_character(text[i - 1])) {
+            take(i);
+        }
+    }
+    take(text.size());
+    lines.push_back(line);
+    return lines;
+}
+
+}  // namespace
+
+RouteText::RouteText(const TextLines& lines, const std::vector<std::string>& words, const std::vector<TextPlace>& places)
+    : lines_(lines), joined_(join_route_words(words)) {
+    std::string_view rest = trim_view(joined_.text);
+    const std::size_t whole = rest.size();
+    take_route_head(rest);
+    head_length_ = whole - rest.size();
+    const std::size_t offset = rest.empty() ? 0 : static_cast<std::size_t>(rest.data() - joined_.text.data());
+    for (const RouteSegment& segment : find_route_segments(rest)) {
+        segments_.push_back({offset + segment.begin, offset + segment.end});
+    }
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        words_.push_back({places[i], words[i], false});
+    }
+}
+
+void RouteText::replace(const RoutePiece& piece, const std::string& text) {
+    // The first word of the segment takes the text, the others go.
+    bool first = true;
+    for (const JoinedRoute::Piece& word : joined_.pieces) {
+        const std::size_t length = words_[word.word].place.length - word.left_out;
+        const std::size_t begin = std::max(piece.begin, word.begin);
+        const std::size_t end = std::min(piece.end, word.begin + length);
+        if (begin >= end) {
+            continue;
+        }
+        // What stands before the segment in its word: the head, or a "#" that was left out.
+        const std::size_t before = begin - word.begin + word.left_out;
+        Word& changed = words_[word.word];
+        const std::string original(lines_.line(changed.place.line).substr(changed.place.column - 1, changed.place.length));
+        changed.text =
+            (changed.changed ? changed.text.substr(0, std::min(before, changed.text.size())) : original.substr(0, before)) +
+            (first ? text : "");
+        changed.changed = true;
+        first = false;
+    }
+}
+
+void RouteText::replace_word(std::size_t word, const std::string& text) {
+    words_[word].text = text;
+    words_[word].changed = true;
+}
+
+void RouteText::set_head(const std::string& head) {
+    Word& first = words_.front();
+    first.text = head + first.text.substr(std::min(head_length_, first.text.size()));
+    first.changed = true;
+    if (first.text.size() > head.size() && head.size() == 1 && first.text[head.size()] != ' ') {
+        // "#" and a word that begins with n, p or t must not become a print level.
+        first.text.insert(head.size(), " ");
+    }
+}
+
+void RouteText::insert_behind_head(const std::string& word) {
+    Word& first = words_.front();
+    const std::size_t at = std::min(std::max<std::size_t>(head_length_, 1), first.text.size());
+    first.text.insert(at, " " + word + (at < first.text.size() && first.text[at] != ' ' ? " " : ""));
+    first.changed = true;
+}
+
+void RouteText::append(const std::string& word) { appended_.push_back(word); }
+
+std::string RouteText::new_line(std::size_t number, const std::vector<const Word*>& words, bool& empty) const {
+    const std::string_view old = lines_.line(number);
+    std::string line;
+    std::size_t from = 0;
+    bool dropped = false;
+    for (const Word* word : words) {
+        std::string_view gap = old.substr(from, word->place.column - 1 - from);
+        // The blanks before a word that went make way for those before the next one.
+        if (dropped && !line.empty() && !trim_view(line).empty()) {
+            gap = trim_view(gap).empty() ? std::string_view() : gap;
+            line.resize(line.find_last_not_of(" \t,") + 1);
+            line += ' ';
+            gap = {};
+        } else if (dropped) {
+            gap = {};
+        }
+        line += gap;
+        line += word->text;
+        from = word->place.column - 1 + word->place.length;
+        dropped = word->changed && trim_view(word->text).empty();
+    }
+    if (dropped) {
+        line.resize(line.find_last_not_of(" \t,") + 1);
+    }
+    empty = trim_view(line).empty();
+    line += old.substr(from);
+    return line;
+}
+
+void RouteText::apply(LineEdits& edits) const {
+    std::size_t last_line = words_.front().place.line;
+    std::vector<std::pair<std::size_t, std::string>> changed;
+    for (std::size_t i = 0; i < words_.size();) {
+        const std::size_t number = words_[i].place.line;
+        std::vector<const Word*> words;
+        bool any = false;
+        for (; i < words_.size() && words_[i].place.line == number; ++i) {
+            words.push_back(&words_[i]);
+            any = any || words_[i].changed;
+        }
+        bool empty = false;
+        std::string line = new_line(number, words, empty);
+        if (empty && trim_view(line).empty()) {
+            edits.remove(number);
+            continue;
+        }
+        if (!empty) {
+            last_line = number;
+        }
+        if (any) {
+            changed.emplace_back(number, std::move(line));
+        }
+    }
+    if (!appended_.empty() && (changed.empty() || changed.back().first != last_line)) {
+        changed.emplace_back(last_line, std::string(lines_.line(last_line)));
+    }
+    for (auto& [number, line] : changed) {
+        const std::size_t end = without_comment(line).size();
+        std::string comment = line.substr(end);
+        std::string text = line.substr(0, end);
+        if (number == last_line && !appended_.empty()) {
+            const std::size_t content = text.find_last_not_of(" \t") + 1;
+            comment = text.substr(content) + comment;
+            text.resize(content);
+            for (const std::string& word : appended_) {
+                text += " " + word;
+            }
+        }
+        std::vector<std::string> lines = text.size() > most_columns && text.size() > lines_.line(number).size()
+                                             ? broken(text)
+                                             : std::vector<std::string>{text};
+        edits.replace(number, lines.front() + comment);
+        for (std::size_t i = 1; i < lines.size(); ++i) {
+            edits.insert_after(number, lines[i]);
+        }
+    }
+}
+
+}  // namespace quor::input::gaussian

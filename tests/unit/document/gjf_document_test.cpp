@@ -1,0 +1,354 @@
+// What a document changes in the text for each edit, and what it refuses.
+#include <gjf/core/document/gjf_document.hpp>
+
+#include <gjf/core/reader/gjf_parser.hpp>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+using namespace quor::input::gaussian;
+
+namespace {
+
+using Edit = std::function<void(GJFEditor&)>;
+
+struct Case {
+    const char* name;
+    std::string text;
+    Edit edit;
+    std::string wanted;
+};
+
+const std::string head =
+    "%Chk=water.chk ! keep\n%Mem = 1GB\n%NProcShared=4\n#P  B3LYP/6-31G(d)  Opt=(TS,CalcFC)\n   Freq ! route\n\nWater  "
+    "title\n\n 0  1\n";
+const std::string atoms =
+    "O    0    0.0000000   0.0000000    0.1173000 ! oxygen\n  H    0    0.0000000   0.7572000   -0.4692000\n  H   -1    "
+    "0.0000000  -0.7572000   -0.4692000\n";
+const std::string water = head + atoms + "\n";
+
+std::string replaced(std::string text, const std::string& from, const std::string& to) {
+    const std::size_t at = text.find(from);
+    EXPECT_NE(at, std::string::npos) << from;
+    return at == std::string::npos ? text : text.replace(at, from.size(), to);
+}
+
+// Water with one stretch of its text replaced.
+std::string water_with(const std::string& from, const std::string& to) { return replaced(water, from, to); }
+
+std::string edited(const std::string& text, const Edit& edit, const GJFWriteOptions& options = {}) {
+    GJFDocument document(text);
+    edit(document.job(0));
+    return document.to_text(options);
+}
+
+std::string refusal(const std::string& text, const Edit& edit) {
+    try {
+        return "no refusal:\n" + edited(text, edit);
+    } catch (const GJFParseException& error) {
+        return std::string(error.what()).substr(std::string("GJF Parse Error: ").size());
+    }
+}
+
+void check(const std::vector<Case>& cases) {
+    for (const Case& c : cases) {
+        try {
+            EXPECT_EQ(edited(c.text, c.edit), c.wanted) << c.name;
+        } catch (const GJFParseException& error) {
+            ADD_FAILURE() << c.name << ": " << error.what();
+        }
+    }
+}
+
+TEST(Documents, KeepTheirBytes) {
+    const std::string texts[] = {
+        water,
+        replaced(water, "\n", "\r\n"),
+        "\xEF\xBB\xBF" + water,
+        water + "--link1--\n" + water + "\n\n\n",
+        "# hf/sto-3g\n\nt\n\n0 1\nO\nH 1 r\n\nr=0.96\n\nleft over",
+    };
+    for (const std::string& text : texts) {
+        EXPECT_EQ(edited(text, [](GJFEditor&) {}), text);
+    }
+}
+
+TEST(Documents, ChangeLink0Lines) {
+    check({
+        {"mem", water, [](GJFEditor& e) { e.set_mem("8GB"); }, water_with("%Mem = 1GB", "%Mem = 8GB")},
+        {"nproc", water, [](GJFEditor& e) { e.set_nproc(16); }, water_with("%NProcShared=4", "%NProcShared=16")},
+        {"chk", water, [](GJFEditor& e) { e.set_checkpoint_file("b.chk"); }, water_with("water.chk !", "b.chk !")},
+        {"no mem", water, [](GJFEditor& e) { e.remove_mem(); }, water_with("%Mem = 1GB\n", "")},
+        {"oldchk", water, [](GJFEditor& e) { e.set_oldchk_file("old.chk"); },
+         water_with("%NProcShared=4\n", "%NProcShared=4\n%oldchk=old.chk\n")},
+        {"first line", "# hf/sto-3g\n\nt\n\n0 1\nHe 0 0 0\n\n", [](GJFEditor& e) { e.set_mem("1GB"); },
+         "%mem=1GB\n# hf/sto-3g\n\nt\n\n0 1\nHe 0 0 0\n\n"},
+        {"carriage returns", "%mem=1GB\r\n# hf/sto-3g\r\n\r\nt\r\n\r\n0 1\r\nHe 0 0 0\r\n\r\n",
+         [](GJFEditor& e) {
+             e.set_mem("2GB");
+             e.set_nproc(2);
+         },
+         "%mem=2GB\r\n%nprocshared=2\r\n# hf/sto-3g\r\n\r\nt\r\n\r\n0 1\r\nHe 0 0 0\r\n\r\n"},
+    });
+}
+
+TEST(Documents, ChangeTheRoute) {
+    const std::string odd = replaced(water, "Freq !", "frobnicate=7 Freq !");
+    check({
+        {"method", water, [](GJFEditor& e) { e.set_method("m062x"); }, water_with("B3LYP/", "m062x/")},
+        {"basis", water, [](GJFEditor& e) { e.set_model_chemistry_basis("def2tzvp"); }, water_with("6-31G(d)", "def2tzvp")},
+        {"no basis", water, [](GJFEditor& e) { e.clear_basis_set(); }, water_with("B3LYP/6-31G(d)", "B3LYP")},
+        {"print level", water, [](GJFEditor& e) { e.set_output_mode("n"); }, water_with("#P  ", "#n  ")},
+        {"option more", water,
+         [](GJFEditor& e) {
+             e.ensure_keyword_option("opt", {"maxcyc", "50"});
+         },
+         water_with("(TS,CalcFC)", "(TS,CalcFC,maxcyc=50)")},
+        {"options anew", water,
+         [](GJFEditor& e) {
+             e.upsert_keyword_with_options("opt", {{"tight", {}}});
+         },
+         water_with("Opt=(TS,CalcFC)", "Opt=(tight)")},
+        {"options none", water, [](GJFEditor& e) { e.upsert_keyword("opt"); }, water_with("Opt=(TS,CalcFC)", "Opt")},
+        {"keyword more", water,
+         [](GJFEditor& e) {
+             e.add_keyword_with_options("scf", {{"xqc", {}}});
+         },
+         water_with("   Freq !", "   Freq scf=xqc !")},
+        {"keyword less", water, [](GJFEditor& e) { e.remove_keyword_by_name("opt"); }, water_with("  Opt=(TS,CalcFC)", "")},
+        {"last on its line", replaced(water, " ! route", ""), [](GJFEditor& e) { e.remove_keyword_by_name("freq"); },
+         water_with("   Freq ! route\n", "")},
+        {"stored nowhere", odd, [](GJFEditor& e) { e.set_method("hf"); }, replaced(odd, "B3LYP/", "hf/")},
+        {"word more", water, [](GJFEditor& e) { e.add_route_keyword("SCF=XQC"); }, water_with("Freq !", "Freq SCF=XQC !")},
+        {"word less", water, [](GJFEditor& e) { e.remove_route_keyword("Freq"); },
+         water_with("   Freq ! route", " ! route")},
+        {"basis apart", replaced(water, "B3LYP/6-31G(d)", "B3LYP 6-31G(d)"), [](GJFEditor& e) { e.set_basis_set("sto-3g"); },
+         water_with("B3LYP/6-31G(d)", "B3LYP sto-3g")},
+        {"method beside a basis", replaced(water, "B3LYP/6-31G(d)", "6-31G(d) B3LYP"),
+         [](GJFEditor& e) { e.set_method("hf"); }, water_with("B3LYP/6-31G(d)", "6-31G(d) hf")},
+        {"method first", replaced(water, "B3LYP/6-31G(d)", ""), [](GJFEditor& e) { e.set_method("hf"); },
+         water_with("#P  B3LYP/6-31G(d)", "#P hf  ")},
+        {"glued head", "#hf/sto-3g\n\nt\n\n0 1\nHe 0 0 0\n\n", [](GJFEditor& e) { e.set_model_chemistry_basis("6-31g"); },
+         "#hf/6-31g\n\nt\n\n0 1\nHe 0 0 0\n\n"},
+        {"over two lines", "# hf/sto-3g opt=(ts,\n calcfc) freq\n\nt\n\n0 1\nHe 0 0 0\n\n",
+         [](GJFEditor& e) {
+             e.ensure_keyword_option("opt", {"tight", {}});
+         },
+         "# hf/sto-3g opt=(ts,calcfc,tight)\n freq\n\nt\n\n0 1\nHe 0 0 0\n\n"},
+    });
+}
+
+TEST(Documents, BreakARouteLineAtEightyColumns) {
+    const std::string text =
+        "#p b3lyp/6-31g(d) opt=(ts,calcfc,noeigentest) freq=hpmodes scf=(xqc,tight)\n\nt\n\n0 1\nHe 0 0 0\n\n";
+    EXPECT_EQ(edited(text,
+                     [](GJFEditor& e) {
+                         e.add_keyword_with_options("pop", {{"nbo", {}}});
+                     }),
+              replaced(text, "tight)\n", "tight)\n pop=nbo\n"));
+}
+
+TEST(Documents, ChangeTitleAndCharge) {
+    check({
+        {"title", water, [](GJFEditor& e) { e.set_title("ice"); }, water_with("Water  title", "ice")},
+        {"longer title", water, [](GJFEditor& e) { e.set_title("Water  title\nmore"); },
+         water_with("title\n", "title\nmore\n")},
+        {"no title", water, [](GJFEditor& e) { e.set_title(""); }, water_with("Water  title\n", "")},
+        {"title at last", water_with("Water  title\n", ""), [](GJFEditor& e) { e.set_title("Water  title"); }, water},
+        {"charge", water, [](GJFEditor& e) { e.set_charge_and_spin(-1, 2); }, water_with(" 0  1\n", " -1 2\n")},
+        {"pairs", water,
+         [](GJFEditor& e) {
+             e.set_charge_spin_pairs({{0, 1}, {1, 2}});
+         },
+         water_with(" 0  1\n", " 0  1 1 2\n")},
+    });
+}
+
+TEST(Documents, ChangeAtomsWithinTheirColumns) {
+    check({
+        {"freeze", water, [](GJFEditor& e) { e.set_freeze_by_index({0}, -1); },
+         water_with("O    0    0.00", "O   -1    0.00")},
+        {"moved", water, [](GJFEditor& e) { e.translate_atoms({1}, 0, 0, 10.5); },
+         water_with("0.7572000   -0.4692000", "0.7572000   10.0308000")},
+        {"moved far", water, [](GJFEditor& e) { e.translate_atoms({1}, -1000.25, 0, 0); },
+         water_with("H    0    0.0000000   0.757", "H    0 -1000.2500000  0.757")},
+        {"layer", water, [](GJFEditor& e) { e.set_oniom_layer_all("H"); },
+         replaced(replaced(water, "0.1173000 ! oxygen", "0.1173000 H ! oxygen"),
+                  "-0.4692000\n  H   -1    0.0000000  -0.7572000   -0.4692000",
+                  "-0.4692000 H\n  H   -1    0.0000000  -0.7572000   -0.4692000 H")},
+        {"fragment", water, [](GJFEditor& e) { e.set_fragment_by_index({1}, "2"); },
+         water_with("  H    0    0.00", "  H(Fragment=2) 0    0.00")},
+        {"type", water, [](GJFEditor& e) { e.set_atom_type_and_mm_charge(2, "HW", 0.417); },
+         water_with("  H   -1", "  H-HW-0.417 -1")},
+        {"few decimals", replaced(water, "0.1173000", "0.1"), [](GJFEditor& e) { e.translate_atoms({0}, 0, 0, 0.25); },
+         water_with("   0.1173000 !", "0.350000 !")},
+        {"removed", water, [](GJFEditor& e) { e.remove_atom(1); },
+         water_with("  H    0    0.0000000   0.7572000   -0.4692000\n", "")},
+        {"added", water,
+         [](GJFEditor& e) {
+             AtomCoord atom;
+             atom.info.element = "Cl";
+             atom.z = -3.25;
+             e.add_atom(atom);
+         },
+         water_with("-0.7572000   -0.4692000\n",
+                    "-0.7572000   -0.4692000\n  Cl        0.0000000   0.0000000   -3.2500000\n")},
+        {"swapped", water, [](GJFEditor& e) { e.move_atom(0, 1); },
+         head + "  H    0    0.0000000   0.7572000   -0.4692000\nO    0    0.0000000   0.0000000    0.1173000 ! oxygen\n"
+                "  H   -1    0.0000000  -0.7572000   -0.4692000\n\n"},
+    });
+}
+
+const std::string bonded =
+    "# hf/sto-3g geom=connectivity opt=modredundant\n\nt\n\n0 1\nC  0.0 0.0 0.0\nO  0.0 0.0 1.4\nH  0.0 0.9 1.7\nH  0.5 0.9 "
+    "-0.4\n\n"
+    " 1 2 1.0 4 1.0\n 2 3 1.0\n 3\n 4\n\nB 1 2 F\nD 3 2 1 4 F\n* 2 B\n\n";
+
+TEST(Documents, RenumberWhatNamesAtoms) {
+    check({
+        {"removed", bonded, [](GJFEditor& e) { e.remove_atom(2); },
+         "# hf/sto-3g geom=connectivity opt=modredundant\n\nt\n\n0 1\nC  0.0 0.0 0.0\nO  0.0 0.0 1.4\nH  0.5 0.9 -0.4\n\n"
+         " 1 2 1.0 3 1.0\n 2\n 3\n\nB 1 2 F\n* 2 B\n\n"},
+        {"moved", bonded, [](GJFEditor& e) { e.move_atom(0, 1); },
+         "# hf/sto-3g geom=connectivity opt=modredundant\n\nt\n\n0 1\nO  0.0 0.0 1.4\nC  0.0 0.0 0.0\nH  0.0 0.9 1.7\nH  "
+         "0.5 0.9 -0.4\n\n"
+         " 1 3 1.0\n 2 1 1.0 4 1.0\n 3\n 4\n\nB 2 1 F\nD 3 1 2 4 F\n* 1 B\n\n"},
+        {"bond more", bonded, [](GJFEditor& e) { e.set_bond_order(2, 3, 1.5); }, replaced(bonded, "\n 3\n", "\n 3 4 1.5\n")},
+        {"bond order", bonded, [](GJFEditor& e) { e.set_bond_order(0, 1, 2); }, replaced(bonded, "1 2 1.0", "1 2 2.0")},
+        {"bond less", bonded, [](GJFEditor& e) { e.remove_bond(0, 1); }, replaced(bonded, " 1 2 1.0 4", " 1 4")},
+    });
+}
+
+TEST(Documents, RenumberLinkAtomHosts) {
+    const std::string text =
+        "# oniom(hf/sto-3g:uff)\n\nt\n\n0 1\nF 0 9 0 0 L\nC 0 0 0 0 H\nC 0 1.5 0 0 L H 2 ! link\nH 0 0 1 0 H\n\n";
+    EXPECT_EQ(edited(text, [](GJFEditor& e) { e.remove_atom(0); }),
+              replaced(replaced(text, "F 0 9 0 0 L\n", ""), "L H 2", "L H 1"));
+    EXPECT_EQ(refusal(text, [](GJFEditor& e) { e.remove_atom(1); }),
+              "The link atom of atom 2 is bonded to an atom that was removed");
+}
+
+TEST(Documents, RenumberSectionsOfManyKinds) {
+    const auto job = [](const std::string& route, const std::string& section) {
+        return "# hf/sto-3g " + route + "\n\nt\n\n0 1\nC 0 0 0\nH 0 0 1\nH 0 1 0\nH 1 0 0\n\n" + section + "\n\n";
+    };
+    struct Row {
+        std::string route, section, wanted;
+    };
+    const Row rows[] = {
+        {"opt=readopt", "atoms=2-4", "atoms=1-3"},
+        {"opt=readopt", "atoms=1,3-4 notatoms=H", "atoms=2-3 notatoms=H"},
+        {"nmr=(spinspin,readatoms)", "1-2 4", "1   3"},
+        {"pop=(mk,readradii)", "C 1.7\n3 1.2", "C 1.7\n2 1.2"},
+        {"freq=readisotopes", "298.15 1.0\n12\n1\n2\n1", "298.15 1.0\n1\n2\n1"},
+        {"scrf=(read,solvent=water)", "eps=4.0", "eps=4.0"},
+    };
+    for (const Row& row : rows) {
+        const std::string wanted = replaced(job(row.route, row.wanted), "C 0 0 0\n", "");
+        EXPECT_EQ(edited(job(row.route, row.section), [](GJFEditor& e) { e.remove_atom(0); }), wanted) << row.route;
+    }
+    const Row refused[] = {
+        {"opt=modredundant", "R1=R(1,2)",
+         "The section 'Modifications to coordinates' cannot follow the change of atoms: it holds expressions"},
+        {"opt=modredundant", "B 1 9 F",
+         "The section 'Modifications to coordinates' cannot follow the change of atoms: '9' is no atom of the molecule"},
+        {"pop=nboread", "$NBO PRINT=2 $END",
+         "The section 'NBO input' cannot follow the change of atoms: it may name atoms by number"},
+        {"scrf=read", "modifysph",
+         "The section 'PCM solvation model input' cannot follow the change of atoms: it changes the spheres of single "
+         "atoms"},
+    };
+    for (const Row& row : refused) {
+        const std::string text = job(row.route, row.section);
+        EXPECT_EQ(refusal(text, [](GJFEditor& e) { e.remove_atom(0); }), row.wanted);
+        GJFDocument document(text);
+        document.job(0).remove_atom(0);
+        EXPECT_EQ(document.to_text({true}), replaced(text, "C 0 0 0\n", "")) << row.route;
+    }
+}
+
+TEST(Documents, ChangeSectionsWithTheirBlankLines) {
+    const std::string text = "# hf/gen opt=modredundant\n\nt\n\n0 1\nH 0 0 0\nH 0 0 1\n\nB 1 2 F\n\n\nH 0\nsto-3g\n****\n\n";
+    check({
+        {"other text", text,
+         [](GJFEditor& e) {
+             e.set_extra_input(0, ExtraInputSectionKind::CoordinateModifications, "B 1 2 F\nB 1 2 S 10 0.1");
+         },
+         replaced(text, "B 1 2 F\n", "B 1 2 F\nB 1 2 S 10 0.1\n")},
+        {"removed", text,
+         [](GJFEditor& e) {
+             e.remove_extra_input(0);
+             e.upsert_keyword("opt");
+         },
+         "# hf/gen opt\n\nt\n\n0 1\nH 0 0 0\nH 0 0 1\n\nH 0\nsto-3g\n****\n\n"},
+        {"removed last", text,
+         [](GJFEditor& e) {
+             e.remove_extra_input(1);
+             e.set_basis_set("sto-3g");
+         },
+         "# hf/sto-3g opt=modredundant\n\nt\n\n0 1\nH 0 0 0\nH 0 0 1\n\nB 1 2 F\n\n"},
+        {"added", "# hf/sto-3g\n\nt\n\n0 1\nH 0 0 0\nH 0 0 1\n\n",
+         [](GJFEditor& e) {
+             e.upsert_keyword_with_options("opt", {{"modredundant", {}}});
+             e.insert_extra_input_ordered(ExtraInputSectionKind::CoordinateModifications, "B 1 2 F");
+         },
+         "# hf/sto-3g opt=modredundant\n\nt\n\n0 1\nH 0 0 0\nH 0 0 1\n\nB 1 2 F\n\n"},
+    });
+}
+
+TEST(Documents, RefuseWhatTheTextCannotHold) {
+    const std::string zmatrix = "# hf/sto-3g\n\nt\n\n0 1\nO\nH 1 r\n\nr=0.96\n\n";
+    const std::string chk = "%chk=a\n# hf/sto-3g geom=allcheck\n\n";
+    const std::string symbolic = "# hf/sto-3g\n\nt\n\n0 1\nHe 0.0 0.0 r\n\nr=1.0\n\n";
+    const std::tuple<std::string, Edit, std::string> cases[] = {
+        {zmatrix, [](GJFEditor& e) { e.add_atom(AtomCoord()); },
+         "Atoms with Cartesian coordinates cannot be added to a Z-matrix"},
+        {chk, [](GJFEditor& e) { e.set_title("x"); },
+         "The title of this job comes from its checkpoint and cannot be changed"},
+        {chk, [](GJFEditor& e) { e.set_charge_and_spin(0, 1); },
+         "Charge and multiplicity of this job come from its checkpoint and cannot be changed"},
+        {chk, [](GJFEditor& e) { e.add_atom(AtomCoord()); },
+         "Atoms cannot be added to a job that takes its molecule from a checkpoint"},
+        {symbolic, [](GJFEditor& e) { e.translate_atoms({0}, 0, 0, 1); },
+         "A coordinate of atom 1 is a variable and cannot be moved"},
+        {water, [](GJFEditor& e) { e.set_title("two\n\nsections"); },
+         "The changed text cannot be read: Geometry section must have at least 2 lines"},
+        {water, [](GJFEditor& e) { e.set_mem("1GB\n%chk=x"); },
+         "The changed text would be read otherwise than meant: the Link 0 lines"},
+        {bonded, [](GJFEditor& e) { e.remove_keyword_by_name("geom"); },
+         "The changed text would be read otherwise than meant: the section 'Connectivity specifications', which would be "
+         "read as the section "
+         "'Modifications to coordinates'"},
+        {water, [](GJFEditor& e) { e.clear_atoms(); },
+         "The changed text cannot be read: Geometry section must have at least 2 lines"},
+    };
+    for (const auto& [text, edit, wanted] : cases) {
+        EXPECT_EQ(refusal(text, edit), wanted);
+    }
+}
+
+TEST(Documents, HoldSeveralJobs) {
+    GJFDocument document(water + "--Link1--\n" + water);
+    ASSERT_EQ(document.job_count(), 2U);
+    document.job(1).set_title("second");
+    EXPECT_EQ(document.to_text(), water + "--Link1--\n" + water_with("Water  title", "second"));
+    EXPECT_THROW(document.job(2), GJFParseException);
+    GJFDocument first(water + "--Link1--\n" + water);
+    first.remove_job(1);
+    EXPECT_EQ(first.to_text(), water);
+    GJFDocument second(water + "--Link1--\n" + water_with("Water", "Ice"));
+    second.remove_job(0);
+    EXPECT_EQ(second.to_text(), water_with("Water", "Ice"));
+    EXPECT_THROW(second.remove_job(0), GJFParseException);
+    GJFDocument more(water);
+    const GJFData helium = GJFParser::parse_string("# hf/sto-3g\n\nt\n\n0 1\nHe 0 0 0\n\n");
+    more.insert_job(1, helium);
+    EXPECT_EQ(more.to_text().substr(0, water.size() + 10), water + "--Link1--\n");
+    EXPECT_EQ(GJFDocument(more.to_text()).job_count(), 2U);
+    EXPECT_THROW(more.insert_job(0, GJFParser::parse_string("# hf/sto-3g\n\nt\n\n0 1\nO\nH 1 0.9\n\n")), GJFParseException);
+}
+
+}  // namespace
