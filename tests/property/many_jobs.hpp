@@ -16,8 +16,8 @@ struct NamedJob {
     GJFData data;
 };
 
-/// Reads the jobs of the example files and of ../shared/corpus; files that do not read are left out.
-inline std::vector<NamedJob> all_jobs() {
+/// Lists the example files and, where it is there, the files of ../shared/corpus, sorted.
+inline std::vector<std::filesystem::path> all_job_files() {
     namespace fs = std::filesystem;
     const fs::path source = QUOR_GJF_SOURCE_DIR;
     std::vector<fs::path> paths;
@@ -32,8 +32,13 @@ inline std::vector<NamedJob> all_jobs() {
         }
     }
     std::sort(paths.begin(), paths.end());
+    return paths;
+}
+
+/// Reads the jobs of all files; files that do not read are left out.
+inline std::vector<NamedJob> all_jobs() {
     std::vector<NamedJob> jobs;
-    for (const fs::path& path : paths) {
+    for (const std::filesystem::path& path : all_job_files()) {
         try {
             const GJFMultiData file = GJFParser::parse_file_multi(path);
             for (std::size_t i = 0; i < file.jobs.size(); ++i) {
