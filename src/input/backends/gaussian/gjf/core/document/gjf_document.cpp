@@ -61,11 +61,18 @@ GJFData job_to_write(const JobReading& before, const GJFEditor& editor, const At
             section.content = renumber_section(section.kind, text, places, force);
         }
     }
+    // A section whose lines all went with their atoms goes too, unless another one would then be read in its place.
     const auto is_left_empty = [](const ExtraInputSection& section) {
         return section.connectivity() == nullptr && section.text().empty();
     };
-    wanted.extra_inputs.erase(std::remove_if(wanted.extra_inputs.begin(), wanted.extra_inputs.end(), is_left_empty),
-                              wanted.extra_inputs.end());
+    while (!wanted.extra_inputs.empty() && is_left_empty(wanted.extra_inputs.back())) {
+        wanted.extra_inputs.pop_back();
+    }
+    const auto empty = std::find_if(wanted.extra_inputs.begin(), wanted.extra_inputs.end(), is_left_empty);
+    if (empty != wanted.extra_inputs.end()) {
+        throw GJFParseException(std::string("All that the section '") + extra_input_kind_name(empty->kind) +
+                                "' names is removed; remove it and its keyword first");
+    }
     return wanted;
 }
 

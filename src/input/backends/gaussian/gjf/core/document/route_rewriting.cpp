@@ -249,13 +249,26 @@ class RouteRewriter {
 
     void rewrite_basis_segment(const Segment& segment, const std::string& old) {
         const bool drop = after_.basis_set.empty() || basis_written_ || !after_.oniom_expression.empty();
-        if (!drop && after_.basis_set != before_.basis_set) {
-            const int equals = find_top_level_char(old, '=');
-            text_.replace(segment.piece, old.substr(0, static_cast<std::size_t>(equals + 1)) + after_.basis_set);
-        } else if (drop) {
-            text_.replace(segment.piece, {});
+        const std::string wanted = drop ? std::string() : after_.basis_set;
+        if (drop || after_.basis_set != before_.basis_set) {
+            text_.replace(segment.piece, with_basis(old, wanted));
         }
         basis_written_ = true;
+    }
+
+    // Puts another basis set into a segment that names one: "6-31G(d)", "basis=6-31G(d)", or behind a slash and an unknown
+    // word.
+    static std::string with_basis(const std::string& old, const std::string& basis) {
+        if (find_top_level_char(old, '/') < 0) {
+            const int equals = find_top_level_char(old, '=');
+            return basis.empty() ? basis : old.substr(0, static_cast<std::size_t>(equals + 1)) + basis;
+        }
+        std::string text;
+        for (const std::string& piece : split_top_level_list(old, '/')) {
+            const std::string& now = default_route_schema().knows_basis(piece) ? basis : piece;
+            text += (text.empty() || now.empty() ? "" : "/") + now;
+        }
+        return text;
     }
 
     // Tells whether a segment of its own gives the basis set.
