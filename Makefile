@@ -1,7 +1,7 @@
 # The front door. Each target is a line or two over a preset of CMakePresets.json.
 
 # All that building and testing need on Debian 12.
-packages := g++ make cmake ninja-build pkg-config python3 libyaml-cpp-dev libcli11-dev libgtest-dev
+packages := g++ make cmake ninja-build pkg-config python3 libyaml-cpp-dev libcli11-dev nlohmann-json3-dev libgtest-dev groff-base
 missing = $(shell for p in $(packages); do dpkg -s $$p >/dev/null 2>&1 || printf '%s ' $$p; done)
 as_root = $(if $(filter 0,$(shell id -u)),,sudo)
 prefix ?= /usr/local

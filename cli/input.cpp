@@ -1,17 +1,14 @@
 // Reads the tool's input.
 #include "input.hpp"
 
+#include <gjf/gjf.hpp>
+
 #include <cstdio>
 #include <fstream>
 #include <iostream>
 #include <iterator>
 
 namespace quor_gjf {
-
-using quor::input::gaussian::GJFMultiData;
-using quor::input::gaussian::GJFParseException;
-using quor::input::gaussian::GJFParser;
-
 namespace {
 
 std::string read_stream(std::istream& stream) {
@@ -28,13 +25,9 @@ std::string read_text(const std::string& path) {
     // A folder opens, but nothing can be read from it.
     file.peek();
     if (!file.is_open() || file.bad()) {
-        throw GJFParseException("Cannot open file: " + path);
+        throw UnreadableInput("GJF Parse Error: Cannot open file: " + path);
     }
     return read_stream(file);
-}
-
-GJFMultiData read_jobs(const std::string& path) {
-    return path == "-" ? GJFParser::parse_string_multi(read_text(path)) : GJFParser::parse_file_multi(path);
 }
 
 void report_missing_vocabulary() {

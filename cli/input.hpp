@@ -1,17 +1,20 @@
 // Reads the tool's input: a file, or standard input for "-".
 #pragma once
 
-#include <gjf/gjf.hpp>
-
+#include <stdexcept>
 #include <string>
 
 namespace quor_gjf {
 
-/// Reads a whole file, or standard input for "-"; throws "Cannot open file: PATH".
-std::string read_text(const std::string& path);
+/// Tells that an input cannot be opened or read; the tool then exits with 2.
+class UnreadableInput : public std::runtime_error {
+   public:
+    using std::runtime_error::runtime_error;
+};
 
-/// Reads every job of a file, or of standard input for "-"; throws as `GJFParser::parse_file_multi` does.
-quor::input::gaussian::GJFMultiData read_jobs(const std::string& path);
+/// Reads a whole file, or standard input for "-"; throws `UnreadableInput`, as the library words it: "GJF Parse Error:
+/// Cannot open file: PATH".
+std::string read_text(const std::string& path);
 
 /// Says once on standard error when there is no route vocabulary, and how to name one.
 void report_missing_vocabulary();

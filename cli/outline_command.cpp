@@ -1,17 +1,19 @@
 // quor-gjf outline: tells for each job which lines hold what, what the route asks for and is not there, and what is left
 // over.
+#include "batch.hpp"
 #include "commands.hpp"
 #include "input.hpp"
+#include "job_json.hpp"
+#include "json.hpp"
 
 #include <gjf/gjf.hpp>
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
-#include <cstdio>
-#include <exception>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace quor_gjf {
@@ -72,42 +74,107 @@ std::string outline_of(const JobReading& reading) {
     return text;
 }
 
-// Prints the outline of one file; returns whether all of it was read.
-bool outline_file(const std::string& path, bool with_heading) {
-    const std::vector<JobReading> readings = read_jobs_with_layout(read_text(path));
-    std::string text = with_heading ? "==> " + path + " <==\n" : std::string();
-    for (const JobReading& reading : readings) {
-        text += outline_of(reading);
+Json json_of_range(const LineRange& range) { return {range.first, range.last}; }
+
+void set_range(Json& object, const char* key, const LineRange& range) {
+    if (!range.empty()) {
+        object[key] = json_of_range(range);
     }
-    std::fputs(text.c_str(), stdout);
-    std::fflush(stdout);
-    if (readings.empty()) {
-        std::fprintf(stderr, "%s: no job was found\n", path.c_str());
-    }
-    return !readings.empty() &&
-           std::all_of(readings.begin(), readings.end(), [](const JobReading& r) { return r.error.empty(); });
 }
 
-int outline(const std::vector<std::string>& paths) {
-    report_missing_vocabulary();
-    int exit_code = exit_success;
-    for (const std::string& path : paths) {
-        try {
-            exit_code = outline_file(path, paths.size() > 1) ? exit_code : exit_failure;
-        } catch (const std::exception& error) {
-            std::fprintf(stderr, "%s: %s\n", path.c_str(), error.what());
-            exit_code = exit_failure;
+void set_lines(Json& object, const char* key, const std::vector<std::size_t>& lines) {
+    if (!lines.empty()) {
+        object[key] = lines;
+    }
+}
+
+Json json_of_words(const JobReading& reading) {
+    Json words = Json::array();
+    const std::vector<TextPlace>& places = reading.layout.route_words;
+    const std::vector<std::string>& texts = reading.job.control.route_keywords;
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        Json word = {{"line", places[i].line}, {"column", places[i].column}, {"length", places[i].length}};
+        set_text(word, "text", i < texts.size() ? texts[i] : std::string());
+        words.push_back(std::move(word));
+    }
+    return words;
+}
+
+Json json_of_reading(const JobReading& reading) {
+    const JobLayout& layout = reading.layout;
+    Json job = {{"number", layout.number}, {"lines", json_of_range(layout.lines)}};
+    set_lines(job, "link0", layout.link0_lines);
+    job["route"] = json_of_words(reading);
+    set_range(job, "overlays", layout.overlays);
+    set_range(job, "title", layout.title);
+    if (layout.charge_line != 0) {
+        job["charge_line"] = layout.charge_line;
+    }
+    set_range(job, "molecule", layout.molecule);
+    set_lines(job, "atoms", layout.atoms);
+    set_lines(job, "rows", layout.zmatrix_rows);
+    set_lines(job, "variables", layout.variables);
+    set_lines(job, "constants", layout.constants);
+    set_lines(job, "cartesian_variables", layout.cartesian_variables);
+    job["sections"] = Json::array();
+    for (const SectionLayout& section : layout.sections) {
+        Json object = json_of_kind(section.kind);
+        object["lines"] = json_of_range(section.lines);
+        job["sections"].push_back(std::move(object));
+    }
+    job["missing"] = Json::array();
+    for (const ExtraInputSectionKind kind : layout.missing) {
+        job["missing"].push_back(json_of_kind(kind));
+    }
+    if (!reading.error.empty()) {
+        job["error"] = {{"line", reading.error_line}, {"message", reading.error}};
+    }
+    return job;
+}
+
+std::string json_of(const std::string& path, const std::vector<JobReading>& readings) {
+    Json object = json_of_file(path);
+    object["jobs"] = Json::array();
+    for (const JobReading& reading : readings) {
+        object["jobs"].push_back(json_of_reading(reading));
+    }
+    return json_line(object);
+}
+
+FileResult outline_file(const std::string& path, bool with_heading, bool json) {
+    const std::vector<JobReading> readings = read_jobs_with_layout(read_text(path));
+    FileResult result;
+    if (json) {
+        result.out = json_of(path, readings);
+    } else {
+        result.out = with_heading ? "==> " + path + " <==\n" : std::string();
+        for (const JobReading& reading : readings) {
+            result.out += outline_of(reading);
         }
     }
-    return exit_code;
+    if (readings.empty()) {
+        result.err = path + ": no job was found\n";
+    }
+    const bool whole = std::all_of(readings.begin(), readings.end(), [](const JobReading& r) { return r.error.empty(); });
+    result.code = readings.empty() || !whole ? exit_failure : exit_success;
+    return result;
+}
+
+int outline(const BatchOptions& options) {
+    report_missing_vocabulary();
+    const bool with_heading = names_several_files(options.paths);
+    Batch batch;
+    batch.work = [&](const std::string& path) { return outline_file(path, with_heading, options.json); };
+    return run_batch(options, batch);
 }
 
 }  // namespace
 
 void add_outline_command(CLI::App& command, int& exit_code) {
-    const auto paths = std::make_shared<std::vector<std::string>>();
-    command.add_option("FILE", *paths, "Job files; - reads standard input")->required();
-    command.callback([paths, &exit_code] { exit_code = outline(*paths); });
+    const auto options = std::make_shared<BatchOptions>();
+    add_batch_options(command, *options);
+    command.get_option("FILE")->required();
+    command.callback([options, &exit_code] { exit_code = outline(*options); });
 }
 
 }  // namespace quor_gjf

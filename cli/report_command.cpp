@@ -1,11 +1,14 @@
 // quor-gjf report: prints what is in job files, with each job's route warnings under it.
+#include "batch.hpp"
 #include "commands.hpp"
 #include "input.hpp"
+#include "job_json.hpp"
+#include "json.hpp"
+
+#include <gjf/gjf.hpp>
 
 #include <CLI/CLI.hpp>
 
-#include <cstdio>
-#include <exception>
 #include <memory>
 #include <string>
 #include <vector>
@@ -40,41 +43,38 @@ std::string report_of(const GJFMultiData& file) {
     return text;
 }
 
-// Writes a text to standard output at once, so that it stands before what is said of the next file; says when that fails.
-bool write_out(const std::string& text) {
-    const bool written = std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
-    if (!written) {
-        std::fputs("quor-gjf: cannot write the report\n", stderr);
+std::string json_of(const std::string& path, const GJFMultiData& file) {
+    Json object = json_of_file(path);
+    object["jobs"] = Json::array();
+    for (const GJFData& job : file.jobs) {
+        object["jobs"].push_back(json_of_job(job));
     }
-    return written;
+    return json_line(object);
 }
 
-int report(const std::vector<std::string>& paths) {
+int report(const BatchOptions& options) {
     report_missing_vocabulary();
-    int exit_code = exit_success;
-    bool first = true;
-    for (const std::string& path : paths) {
-        try {
-            const std::string text = report_of(read_jobs(path));
-            const std::string heading = paths.size() > 1 ? "==> " + path + " <==\n" : std::string();
-            if (!write_out((first ? "" : "\n") + heading + text)) {
-                return exit_failure;
-            }
-            first = false;
-        } catch (const std::exception& error) {
-            std::fprintf(stderr, "%s: %s\n", path.c_str(), error.what());
-            exit_code = exit_failure;
-        }
-    }
-    return exit_code;
+    const bool with_heading = names_several_files(options.paths);
+    Batch batch;
+    batch.output_name = "the report";
+    batch.separator = options.json ? "" : "\n";
+    batch.work = [&](const std::string& path) {
+        const GJFMultiData file = GJFParser::parse_string_multi(read_text(path));
+        FileResult result;
+        result.out =
+            options.json ? json_of(path, file) : (with_heading ? "==> " + path + " <==\n" : std::string()) + report_of(file);
+        return result;
+    };
+    return run_batch(options, batch);
 }
 
 }  // namespace
 
 void add_report_command(CLI::App& command, int& exit_code) {
-    const auto paths = std::make_shared<std::vector<std::string>>();
-    command.add_option("FILE", *paths, "Job files; - reads standard input")->required();
-    command.callback([paths, &exit_code] { exit_code = report(*paths); });
+    const auto options = std::make_shared<BatchOptions>();
+    add_batch_options(command, *options);
+    command.get_option("FILE")->required();
+    command.callback([options, &exit_code] { exit_code = report(*options); });
 }
 
 }  // namespace quor_gjf

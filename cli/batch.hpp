@@ -1,0 +1,54 @@
+// Works on many files in several threads and prints the results in the order of the files.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace CLI {
+class App;
+}
+
+namespace quor_gjf {
+
+/// What a command has to say about one file.
+struct FileResult {
+    std::string out;
+    std::string err;
+    int code = 0;                         ///< the file's share in the exit code; the greatest counts
+    std::array<std::size_t, 3> counts{};  ///< findings by severity
+};
+
+/// The arguments that all commands over many files share.
+struct BatchOptions {
+    std::vector<std::string> paths;
+    std::size_t threads = 0;  ///< 0: as many as there are cores
+    bool json = false;
+};
+
+/// What is done with the files.
+struct Batch {
+    std::function<FileResult(const std::string& path)> work;  ///< called in several threads
+    std::function<void(const FileResult&)> note;              ///< called in the order of the files; may be empty
+    std::string separator;                                    ///< printed between outputs
+    const char* output_name = "the output";                   ///< for "cannot write ..."
+};
+
+/// Declares FILE, --json and -j.
+void add_batch_options(CLI::App& command, BatchOptions& options);
+
+/// Tells whether more than one file may come: outputs then carry a heading.
+bool names_several_files(const std::vector<std::string>& paths);
+
+/// Refuses a second "-".
+void check_standard_input_once(const std::vector<std::string>& paths);
+
+/// Runs the work on every file; returns the exit code.
+///
+/// What the work throws is told on standard error, and as an object with "error" among JSON. No more than a few results a
+/// thread are held, however many files there are.
+int run_batch(const BatchOptions& options, const Batch& batch);
+
+}  // namespace quor_gjf

@@ -1,0 +1,206 @@
+// quor-gjf check: prints what the checker finds in job files, each finding with its line and a hint.
+#include "batch.hpp"
+#include "commands.hpp"
+#include "input.hpp"
+#include "json.hpp"
+#include "terminal.hpp"
+
+#include <gjf/gjf.hpp>
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quor_gjf {
+namespace {
+
+using namespace quor::input::gaussian;
+
+struct Arguments {
+    BatchOptions batch;
+    std::vector<std::string> ignored;
+    std::string fail_on = "error";
+    bool list = false;
+};
+
+// Escape sequences around parts of a finding; all empty without colour.
+struct Colours {
+    const char* severities[3] = {"", "", ""};  // by severity
+    const char* place = "";
+    const char* mark = "";
+    const char* off = "";
+};
+
+constexpr Colours no_colours;
+constexpr Colours terminal_colours = {{"\033[1;36m", "\033[1;35m", "\033[1;31m"}, "\033[1m", "\033[1;32m", "\033[0m"};
+
+std::size_t index_of(Severity severity) noexcept { return static_cast<std::size_t>(severity); }
+
+// Finds lines of a text by number; findings mostly come in the order of lines, so the walk goes on where it ended.
+class Lines {
+   public:
+    explicit Lines(std::string_view text) noexcept : text_(text) {}
+
+    std::string_view line(std::size_t number) noexcept {
+        if (number < number_) {
+            number_ = 1;
+            begin_ = 0;
+        }
+        while (number_ < number && begin_ < text_.size()) {
+            begin_ = std::min(text_.find('\n', begin_), text_.size() - 1) + 1;
+            ++number_;
+        }
+        std::string_view found = text_.substr(begin_, text_.find('\n', begin_) - begin_);
+        if (!found.empty() && found.back() == '\r') {
+            found.remove_suffix(1);
+        }
+        return found;
+    }
+
+   private:
+    std::string_view text_;
+    std::size_t number_ = 1;
+    std::size_t begin_ = 0;
+};
+
+std::string place_of(const std::string& path, const Finding& finding) {
+    std::string place = printable(path) + ':';
+    for (const std::size_t number : {finding.line, finding.line == 0 ? 0 : finding.column}) {
+        place += number == 0 ? std::string() : std::to_string(number) + ':';
+    }
+    return place;
+}
+
+std::string text_of(const std::string& path, const Finding& finding, Lines& lines, const Colours& colours) {
+    std::string text = colours.place + place_of(path, finding) + colours.off + ' ' +
+                       colours.severities[index_of(finding.severity)] + severity_name(finding.severity) + ':' + colours.off +
+                       ' ' + printable(finding.message) + " [" + finding.code + "]\n";
+    if (finding.line != 0) {
+        const bool has_column = finding.column != 0;
+        text += excerpt(lines.line(finding.line), has_column ? finding.column - 1 : 0,
+                        has_column ? std::max<std::size_t>(finding.length, 1) : 0, colours.mark, colours.off);
+    }
+    return finding.hint.empty() ? text : text + "  hint: " + printable(finding.hint) + '\n';
+}
+
+Json json_of(const Finding& finding) {
+    return {{"code", finding.code},       {"severity", severity_name(finding.severity)},
+            {"message", finding.message}, {"job", finding.job},
+            {"line", finding.line},       {"column", finding.column},
+            {"length", finding.length},   {"hint", finding.hint}};
+}
+
+std::string json_of(const std::string& path, const std::vector<Finding>& findings, const FileResult& result) {
+    Json object = json_of_file(path);
+    object["errors"] = result.counts[index_of(Severity::Error)];
+    object["warnings"] = result.counts[index_of(Severity::Warning)];
+    object["notes"] = result.counts[index_of(Severity::Note)];
+    object["findings"] = Json::array();
+    for (const Finding& finding : findings) {
+        object["findings"].push_back(json_of(finding));
+    }
+    return json_line(object);
+}
+
+Severity severity_of(const std::string& name) {
+    return name == "error" ? Severity::Error : name == "warning" ? Severity::Warning : Severity::Note;
+}
+
+FileResult check_file(const std::string& path, const Arguments& arguments, const Colours& colours) {
+    const std::string content = read_text(path);
+    const std::vector<Finding> findings = check_text(content, {arguments.ignored});
+    const Severity fail_on = severity_of(arguments.fail_on);
+    FileResult result;
+    Lines lines(content);
+    for (const Finding& finding : findings) {
+        ++result.counts[index_of(finding.severity)];
+        result.code = finding.severity >= fail_on ? exit_failure : result.code;
+        if (!arguments.batch.json) {
+            result.out += text_of(path, finding, lines, colours);
+        }
+    }
+    if (arguments.batch.json) {
+        result.out = json_of(path, findings, result);
+    }
+    return result;
+}
+
+std::string counted(std::size_t count, const char* what) {
+    return std::to_string(count) + ' ' + what + (count == 1 ? "" : "s");
+}
+
+bool is_code(const std::string& text) {
+    const std::vector<CheckDescription>& all = check_descriptions();
+    return std::any_of(all.begin(), all.end(), [&](const CheckDescription& description) {
+        return SimpleYAMLParser::to_lower(description.code) == SimpleYAMLParser::to_lower(text);
+    });
+}
+
+int list_codes(bool json) {
+    for (const CheckDescription& description : check_descriptions()) {
+        if (json) {
+            const Json object = {{"version", json_version}, {"code", description.code}, {"title", description.title}};
+            std::fputs(json_line(object).c_str(), stdout);
+        } else {
+            std::printf("%s  %s\n", description.code, description.title);
+        }
+    }
+    return exit_success;
+}
+
+int check(const Arguments& arguments) {
+    if (arguments.list) {
+        return list_codes(arguments.batch.json);
+    }
+    if (arguments.batch.paths.empty()) {
+        throw CLI::RequiredError("FILE");
+    }
+    for (const std::string& code : arguments.ignored) {
+        if (!is_code(code)) {
+            throw CLI::ValidationError("--ignore", "there is no check " + code + "; quor-gjf check --list names all");
+        }
+    }
+    report_missing_vocabulary();
+    const Colours& colours = output_has_colour() ? terminal_colours : no_colours;
+    std::size_t files = 0;
+    std::array<std::size_t, 3> counts{};
+    Batch batch;
+    batch.work = [&](const std::string& path) { return check_file(path, arguments, colours); };
+    batch.note = [&](const FileResult& result) {
+        files += result.code == exit_usage ? 0 : 1;
+        std::transform(counts.begin(), counts.end(), result.counts.begin(), counts.begin(), std::plus<>());
+    };
+    const int exit_code = run_batch(arguments.batch, batch);
+    if (!arguments.batch.json) {
+        std::fprintf(stderr, "%s, %s, %s, %s\n", counted(files, "file").c_str(),
+                     counted(counts[index_of(Severity::Error)], "error").c_str(),
+                     counted(counts[index_of(Severity::Warning)], "warning").c_str(),
+                     counted(counts[index_of(Severity::Note)], "note").c_str());
+    }
+    return exit_code;
+}
+
+}  // namespace
+
+void add_check_command(CLI::App& command, int& exit_code) {
+    const auto arguments = std::make_shared<Arguments>();
+    add_batch_options(command, arguments->batch);
+    command.add_option("--ignore", arguments->ignored, "Do not report this code; may be given several times")
+        ->type_name("CODE")
+        ->delimiter(',')
+        ->allow_extra_args(false);
+    command.add_option("--fail-on", arguments->fail_on, "Exit with 1 from this severity on: error (default), warning, note")
+        ->type_name("SEVERITY")
+        ->check(CLI::IsMember({"error", "warning", "note"}));
+    command.add_flag("--list", arguments->list, "List all codes with their titles");
+    command.callback([arguments, &exit_code] { exit_code = check(*arguments); });
+}
+
+}  // namespace quor_gjf

@@ -1,0 +1,70 @@
+// quor-gjf complete: lists what may complete the last word of a route, for editors and shells.
+#include "commands.hpp"
+#include "completion.hpp"
+#include "json.hpp"
+#include "route_text.hpp"
+
+#include <CLI/CLI.hpp>
+
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace quor_gjf {
+namespace {
+
+struct Arguments {
+    std::vector<std::string> text;
+    bool json = false;
+};
+
+const char* name_of(RouteEnd end) {
+    switch (end) {
+        case RouteEnd::Word:
+            return "word";
+        case RouteEnd::Method:
+            return "method";
+        case RouteEnd::Basis:
+            return "basis set";
+        case RouteEnd::Option:
+            return "option";
+        case RouteEnd::Other:
+            break;
+    }
+    return "other";
+}
+
+// A missing vocabulary is not told of: the words go to a program that is waiting for them.
+int complete(const Arguments& arguments) {
+    const RouteContext context = context_at_end(text_of_arguments(arguments.text));
+    const std::vector<Completion> completions = completions_of(context);
+    if (!arguments.json) {
+        for (const Completion& completion : completions) {
+            std::printf("%s\n", completion.text.c_str());
+        }
+        return exit_success;
+    }
+    Json object = {{"version", json_version}, {"context", name_of(context.end)}};
+    if (context.end == RouteEnd::Option) {
+        object["keyword"] = context.keyword;
+    }
+    object["prefix"] = context.prefix;
+    object["completions"] = Json::array();
+    for (const Completion& completion : completions) {
+        object["completions"].push_back({{"text", completion.text}, {"roles", completion.roles}});
+    }
+    std::fputs(json_line(object).c_str(), stdout);
+    return exit_success;
+}
+
+}  // namespace
+
+void add_complete_command(CLI::App& command, int& exit_code) {
+    const auto arguments = std::make_shared<Arguments>();
+    command.add_option("TEXT", arguments->text, "A route up to the place of the cursor; - reads standard input")->required();
+    command.add_flag("--json", arguments->json, "Print a JSON object");
+    command.callback([arguments, &exit_code] { exit_code = complete(*arguments); });
+}
+
+}  // namespace quor_gjf

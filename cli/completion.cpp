@@ -1,0 +1,136 @@
+// Finds the place at the end of a route and asks the vocabulary what may stand there.
+#include "completion.hpp"
+
+#include <gjf/gjf.hpp>
+
+#include <map>
+#include <utility>
+
+namespace quor_gjf {
+namespace {
+
+using quor::input::gaussian::default_route_schema;
+using quor::input::gaussian::SimpleYAMLParser;
+
+bool is_blank(char c) noexcept { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
+
+std::string_view without_leading_blanks(std::string_view text) noexcept {
+    while (!text.empty() && is_blank(text.front())) {
+        text.remove_prefix(1);
+    }
+    return text;
+}
+
+// Where the last word of a route begins, and what is open at its end.
+struct LastWord {
+    std::size_t begin = 0;
+    std::vector<std::size_t> open;  // positions of parentheses that nothing closes
+};
+
+LastWord last_word(std::string_view route) {
+    LastWord word;
+    for (std::size_t i = 0; i < route.size(); ++i) {
+        const char c = route[i];
+        if (c == '(') {
+            word.open.push_back(i);
+        } else if (c == ')' && !word.open.empty()) {
+            word.open.pop_back();
+        } else if (word.open.empty() && (is_blank(c) || c == ',')) {
+            word.begin = i + 1;
+        }
+    }
+    return word;
+}
+
+// method, method/basis or method/basis//method/basis
+RouteContext model_chemistry(std::string_view text, RouteEnd first) {
+    const std::size_t slash = text.rfind('/');
+    if (slash == std::string_view::npos) {
+        return {first, {}, std::string(text)};
+    }
+    const bool second = slash > 0 && text[slash - 1] == '/';
+    return {second ? RouteEnd::Method : RouteEnd::Basis, {}, std::string(text.substr(slash + 1))};
+}
+
+RouteContext option_context(std::string_view keyword, std::string_view list) {
+    const std::size_t comma = list.rfind(',');
+    const std::string_view item = without_leading_blanks(comma == std::string_view::npos ? list : list.substr(comma + 1));
+    while (!keyword.empty() && (keyword.back() == '=' || is_blank(keyword.back()))) {
+        keyword.remove_suffix(1);
+    }
+    const bool value = item.find('=') != std::string_view::npos;
+    return {value ? RouteEnd::Other : RouteEnd::Option, std::string(keyword), std::string(item)};
+}
+
+RouteContext context_in_word(std::string_view word) {
+    const std::size_t equals = word.find('=');
+    return equals == std::string_view::npos ? model_chemistry(word, RouteEnd::Word)
+                                            : option_context(word.substr(0, equals), word.substr(equals + 1));
+}
+
+// Inside the parenthesis at `open`, the only one that is open.
+RouteContext context_in_list(std::string_view word, std::size_t open) {
+    const std::string_view keyword = word.substr(0, open);
+    const std::string_view list = word.substr(open + 1);
+    if (default_route_schema().keywords_equivalent(std::string(keyword.substr(0, keyword.find('='))), "oniom")) {
+        return model_chemistry(list.substr(list.rfind(':') + 1), RouteEnd::Method);
+    }
+    const RouteContext basis = model_chemistry(word, RouteEnd::Word);
+    if (keyword.find('=') == std::string_view::npos && !default_route_schema().basis_completions(basis.prefix).empty()) {
+        return {RouteEnd::Basis, {}, basis.prefix};  // as in 6-31g(d
+    }
+    return option_context(keyword, list);
+}
+
+using Roles = std::map<std::string, std::vector<std::string>>;
+
+void add(Roles& roles, const char* role, const std::vector<std::string>& words) {
+    for (const std::string& word : words) {
+        roles[word].emplace_back(role);
+    }
+}
+
+}  // namespace
+
+RouteContext context_at_end(std::string_view route) {
+    const LastWord last = last_word(route);
+    std::string_view word = route.substr(last.begin);
+    if (!word.empty() && word.front() == '#') {
+        word.remove_prefix(1);
+    }
+    const std::size_t taken_off = route.size() - word.size();
+    if (last.open.empty()) {
+        return context_in_word(word);
+    }
+    if (last.open.size() > 1) {
+        return {RouteEnd::Other, {}, {}};
+    }
+    return context_in_list(word, last.open.front() - taken_off);
+}
+
+std::vector<Completion> completions_of(const RouteContext& context) {
+    const SimpleYAMLParser& schema = default_route_schema();
+    Roles roles;
+    if (context.end == RouteEnd::Word) {
+        add(roles, "keyword", schema.keyword_completions(context.prefix));
+    }
+    if (context.end == RouteEnd::Word || context.end == RouteEnd::Method) {
+        add(roles, "method", schema.method_completions(context.prefix));
+    }
+    if (context.end == RouteEnd::Word || context.end == RouteEnd::Basis) {
+        add(roles, "basis set", schema.basis_completions(context.prefix));
+    }
+    if (context.end == RouteEnd::Option) {
+        add(roles, "option",
+            context.prefix.empty() ? schema.options_of(context.keyword)
+                                   : schema.option_completions(context.keyword, context.prefix));
+    }
+    std::vector<Completion> completions;
+    completions.reserve(roles.size());
+    for (auto& [text, its_roles] : roles) {
+        completions.push_back({text, std::move(its_roles)});
+    }
+    return completions;
+}
+
+}  // namespace quor_gjf

@@ -1,0 +1,38 @@
+// What may stand at the end of a route that is being written.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quor_gjf {
+
+/// What the end of a route is.
+enum class RouteEnd {
+    Word,    ///< a keyword, method or basis set
+    Method,  ///< behind "//", or at the head of a layer of ONIOM
+    Basis,   ///< behind "method/"
+    Option,  ///< of a keyword
+    Other,   ///< something that the vocabulary does not list, as the value of an option
+};
+
+/// The end of a route, and the part of it that is to be completed.
+struct RouteContext {
+    RouteEnd end = RouteEnd::Word;
+    std::string keyword;  ///< whose option it is
+    std::string prefix;
+};
+
+/// Looks at the end of a route text.
+RouteContext context_at_end(std::string_view route);
+
+/// One word that completes the prefix, and the roles it may have: "keyword", "method", "basis set", "option".
+struct Completion {
+    std::string text;
+    std::vector<std::string> roles;
+};
+
+/// Returns what completes a context, sorted, each word once. Nothing completes an empty word outside an option list.
+std::vector<Completion> completions_of(const RouteContext& context);
+
+}  // namespace quor_gjf

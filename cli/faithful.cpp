@@ -1,0 +1,251 @@
+// What the writer leaves out: comments, what the job model does not hold of a line, and what the fixed columns cannot hold.
+#include "faithful.hpp"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <map>
+#include <optional>
+#include <tuple>
+#include <utility>
+
+namespace quor_gjf {
+namespace {
+
+using namespace quor::input::gaussian;
+
+using Lines = std::vector<std::string_view>;
+
+constexpr std::string_view blanks = " \t\r\v\f";
+
+std::string_view trimmed(std::string_view text) noexcept {
+    const std::size_t begin = std::min(text.find_first_not_of(blanks), text.size());
+    return text.substr(begin, text.find_last_not_of(blanks) + 1 - begin);
+}
+
+std::string at_line(std::size_t line, const std::string& what) { return "line " + std::to_string(line) + ": " + what; }
+
+// Finds the "!" that begins a comment: the first outside quotes. A quote that nothing closes quotes nothing.
+std::size_t comment_begin(std::string_view line) noexcept {
+    for (std::size_t i = 0; i < line.size(); ++i) {
+        if (line[i] == '!') {
+            return i;
+        }
+        const bool quote = line[i] == '"' || line[i] == '\'';
+        const std::size_t close = quote ? line.find(line[i], i + 1) : std::string_view::npos;
+        i = close == std::string_view::npos ? i : close;
+    }
+    return std::string_view::npos;
+}
+
+std::string_view without_comment(std::string_view line) noexcept { return line.substr(0, comment_begin(line)); }
+
+// Tells for each line of a job whether it is kept as text, comments and all.
+std::vector<bool> kept_lines(const JobLayout& layout) {
+    std::vector<bool> kept(layout.lines.last - layout.lines.first + 1, false);
+    const auto keep = [&](const LineRange& range) {
+        for (std::size_t line = range.first; !range.empty() && line <= range.last; ++line) {
+            kept[line - layout.lines.first] = true;
+        }
+    };
+    keep(layout.overlays);
+    keep(layout.title);
+    for (const SectionLayout& section : layout.sections) {
+        if (section.kind != ExtraInputSectionKind::Connectivity) {
+            keep(section.lines);
+        }
+    }
+    return kept;
+}
+
+std::string lost_comment(const JobLayout& layout, const Lines& lines) {
+    const std::vector<bool> kept = kept_lines(layout);
+    for (std::size_t i = 0; i < kept.size(); ++i) {
+        const std::size_t number = layout.lines.first + i;
+        if (!kept[i] && number <= lines.size() && comment_begin(lines[number - 1]) != std::string_view::npos) {
+            return at_line(number, "the comment would be lost; --drop-comments writes the job without comments");
+        }
+    }
+    return {};
+}
+
+// Of a Link 0 value that stands twice the job keeps the last, of a processor count its leading digits.
+std::string lost_link0(const JobReading& reading, const Lines& lines) {
+    std::map<std::string, std::size_t> seen;
+    for (const std::size_t number : reading.layout.link0_lines) {
+        const std::string_view line = trimmed(without_comment(lines[number - 1]));
+        const std::size_t equals = std::min(line.find('='), line.size());
+        std::string key = SimpleYAMLParser::to_lower(std::string(trimmed(line.substr(1, equals - 1))));
+        key = key == "nprocshared" ? "nproc" : key;
+        constexpr std::array<std::string_view, 6> single = {"chk", "oldchk", "rwf", "mem", "nproc", "cpu"};
+        if (std::find(single.begin(), single.end(), key) == single.end() || trimmed(line.substr(equals)).size() < 2) {
+            continue;  // kept as a whole line
+        }
+        if (const auto [entry, first] = seen.try_emplace(key, number); !first) {
+            return at_line(entry->second, "%" + key + " would be lost, since it is set again below");
+        }
+        const std::optional<std::int32_t>& count = reading.job.control.nproc;
+        if (key == "nproc" && (!count || trimmed(line.substr(equals + 1)) != std::to_string(*count))) {
+            return at_line(number, "the processor count is no plain number");
+        }
+    }
+    return {};
+}
+
+// Returns the end of an atom label: the first blank or comma outside parentheses.
+std::size_t label_end(std::string_view line) noexcept {
+    std::size_t depth = 0;
+    for (std::size_t i = 0; i < line.size(); ++i) {
+        depth += line[i] == '(' ? 1 : 0;
+        depth -= line[i] == ')' && depth > 0 ? 1 : 0;
+        if (depth == 0 && (line[i] == ',' || blanks.find(line[i]) != std::string_view::npos)) {
+            return i;
+        }
+    }
+    return line.size();
+}
+
+std::size_t field_count(std::string_view text) noexcept {
+    std::size_t count = 0;
+    bool inside = false;
+    for (const char c : text) {
+        const bool separator = c == ',' || blanks.find(c) != std::string_view::npos;
+        count += !inside && !separator ? 1 : 0;
+        inside = !separator;
+    }
+    return count;
+}
+
+bool label_is_whole(std::string_view label, const AtomInfo& info) noexcept {
+    const std::size_t open = label.find('(');
+    if (open == std::string_view::npos) {
+        return info.params.empty();
+    }
+    const std::size_t close = label.find(')', open);
+    const std::string_view list = label.substr(open + 1, close - open - 1);
+    const auto items = static_cast<std::size_t>(std::count(list.begin(), list.end(), ',')) + 1;
+    return close + 1 == label.size() && items == info.params.size();
+}
+
+std::string lost_of_atoms(const JobReading& reading, const Lines& lines) {
+    const std::vector<AtomCoord>& atoms = reading.job.geom.atoms;
+    for (std::size_t i = 0; i < atoms.size() && i < reading.layout.atoms.size(); ++i) {
+        const std::size_t number = reading.layout.atoms[i];
+        const std::string_view line = trimmed(without_comment(lines[number - 1]));
+        const std::size_t end = label_end(line);
+        const std::size_t fields = 3U + (atoms[i].freeze ? 1U : 0U) + (atoms[i].layer ? 1U : 0U);
+        if (!label_is_whole(line.substr(0, end), atoms[i].info)) {
+            return at_line(number, "the fixed layout cannot carry a part of the atom label");
+        }
+        if (field_count(line.substr(end)) != fields) {
+            return at_line(number, "the fixed layout cannot carry what stands behind the coordinates and the layer");
+        }
+    }
+    return {};
+}
+
+std::string lost_of_molecule(const JobReading& reading, const Lines& lines) {
+    const GeomSection& geom = reading.job.geom;
+    const std::string where = "job " + std::to_string(reading.layout.number) + ": ";
+    if (geom.format == GeometryFormat::ZMatrix) {
+        return where + "the molecule is a Z-matrix, which the fixed layout cannot carry";
+    }
+    if (geom.atoms.empty() && !geom.molecule_lines.empty()) {
+        return at_line(reading.layout.molecule.first, "the line behind charge and multiplicity would be lost");
+    }
+    const std::vector<std::size_t> touching = GJFEditor(reading.job).atoms_with_touching_coordinates();
+    if (!touching.empty()) {
+        return at_line(reading.layout.atoms[touching.front()], "the coordinates of atom " +
+                                                                   std::to_string(touching.front() + 1) +
+                                                                   " are too long for the fixed layout and would touch");
+    }
+    return lost_of_atoms(reading, lines);
+}
+
+bool same_link0(const ControlSection& a, const ControlSection& b) {
+    return std::tie(a.chk, a.oldchk, a.rwf, a.mem, a.nproc, a.cpu, a.other_link0_lines) ==
+           std::tie(b.chk, b.oldchk, b.rwf, b.mem, b.nproc, b.cpu, b.other_link0_lines);
+}
+
+bool same_pairs(const GeomSection& a, const GeomSection& b) {
+    const std::vector<ChargeSpinPair> first = a.charge_spin_pairs();
+    const std::vector<ChargeSpinPair> second = b.charge_spin_pairs();
+    return std::equal(first.begin(), first.end(), second.begin(), second.end(),
+                      [](const ChargeSpinPair& p, const ChargeSpinPair& q) {
+                          return p.charge == q.charge && p.multiplicity == q.multiplicity;
+                      });
+}
+
+auto fields_of(const AtomCoord& atom) {
+    return std::tie(atom.info.element, atom.info.mm_type, atom.info.mm_charge, atom.info.params, atom.freeze, atom.x, atom.y,
+                    atom.z, atom.x_ref.text, atom.y_ref.text, atom.z_ref.text, atom.layer);
+}
+
+bool same_atoms(const GeomSection& a, const GeomSection& b) {
+    return a.format == b.format &&
+           std::equal(a.atoms.begin(), a.atoms.end(), b.atoms.begin(), b.atoms.end(),
+                      [](const AtomCoord& p, const AtomCoord& q) { return fields_of(p) == fields_of(q); }) &&
+           std::equal(a.cartesian_variables.begin(), a.cartesian_variables.end(), b.cartesian_variables.begin(),
+                      b.cartesian_variables.end(), [](const ZMatrixVariable& p, const ZMatrixVariable& q) {
+                          return p.name == q.name && p.value == q.value;
+                      });
+}
+
+// Bonds are written by atoms, so their order in the file does not count.
+std::vector<std::tuple<std::uint64_t, std::uint64_t, double>> sorted_bonds(const ConnectivitySection& section) {
+    std::vector<std::tuple<std::uint64_t, std::uint64_t, double>> bonds;
+    for (const Bond& bond : section.bonds) {
+        bonds.emplace_back(bond.atom1, bond.atom2, bond.order);
+    }
+    std::sort(bonds.begin(), bonds.end());
+    return bonds;
+}
+
+bool same_section(const ExtraInputSection& a, const ExtraInputSection& b) {
+    const ConnectivitySection* first = a.connectivity();
+    const ConnectivitySection* second = b.connectivity();
+    if (a.kind != b.kind || (first == nullptr) != (second == nullptr)) {
+        return false;
+    }
+    return first == nullptr ? a.text() == b.text() : sorted_bonds(*first) == sorted_bonds(*second);
+}
+
+}  // namespace
+
+std::vector<std::string_view> lines_of(std::string_view text) {
+    Lines lines;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find('\n'), text.size());
+        lines.push_back(text.substr(0, end));
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return lines;
+}
+
+std::string loss_in_writing(const JobReading& reading, const Lines& lines, bool comments_may_go) {
+    if (!reading.error.empty()) {
+        return at_line(reading.error_line, reading.error);
+    }
+    std::string loss = lost_of_molecule(reading, lines);
+    if (loss.empty()) {
+        loss = lost_link0(reading, lines);
+    }
+    return loss.empty() && !comments_may_go ? lost_comment(reading.layout, lines) : loss;
+}
+
+std::string difference(const GJFData& a, const GJFData& b) {
+    const std::array<std::pair<const char*, bool>, 7> parts = {{
+        {"Link 0", same_link0(a.control, b.control)},
+        {"route", a.control.route_keywords == b.control.route_keywords},
+        {"overlays", a.extra_overlays == b.extra_overlays},
+        {"title", a.title == b.title},
+        {"charge and multiplicity", same_pairs(a.geom, b.geom)},
+        {"molecule", same_atoms(a.geom, b.geom)},
+        {"extra input", std::equal(a.extra_inputs.begin(), a.extra_inputs.end(), b.extra_inputs.begin(),
+                                   b.extra_inputs.end(), same_section)},
+    }};
+    const auto other = std::find_if(parts.begin(), parts.end(), [](const auto& part) { return !part.second; });
+    return other == parts.end() ? std::string() : other->first;
+}
+
+}  // namespace quor_gjf

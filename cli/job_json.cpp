@@ -1,0 +1,189 @@
+// Turns jobs and routes into JSON.
+#include "job_json.hpp"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace quor_gjf {
+namespace {
+
+using namespace quor::input::gaussian;
+
+template <typename Value>
+void set_if_there(Json& object, const char* key, const std::optional<Value>& value) {
+    if (value) {
+        object[key] = *value;
+    }
+}
+
+Json json_of_label(const AtomInfo& info) {
+    Json object = {{"element", info.element}};
+    set_if_there(object, "mm_type", info.mm_type);
+    set_if_there(object, "mm_charge", info.mm_charge);
+    for (const auto& [key, value] : info.params) {
+        object["parameters"][key] = value;
+    }
+    return object;
+}
+
+// A coordinate that is a variable is given by its name.
+Json json_of_coordinate(const CoordinateValue& coordinate, double value) {
+    return coordinate.value || coordinate.text.empty() ? Json(value) : Json(coordinate.text);
+}
+
+Json json_of_atom(const AtomCoord& atom) {
+    Json object = json_of_label(atom.info);
+    set_if_there(object, "freeze", atom.freeze);
+    object["x"] = json_of_coordinate(atom.x_ref, atom.x);
+    object["y"] = json_of_coordinate(atom.y_ref, atom.y);
+    object["z"] = json_of_coordinate(atom.z_ref, atom.z);
+    set_if_there(object, "layer", atom.layer);
+    return object;
+}
+
+Json json_of_row(const ZMatrixEntry& row) {
+    Json object = json_of_label(row.info);
+    const auto set = [&](const char* key, const std::optional<ZMatrixReference>& reference) {
+        if (reference) {
+            object[key] = {{"atom", reference->atom}, {"value", reference->value}};
+        }
+    };
+    set("bond", row.bond);
+    set("angle", row.angle);
+    set("dihedral", row.dihedral);
+    return object;
+}
+
+template <typename Item, typename ToJson>
+void set_list(Json& object, const char* key, const std::vector<Item>& items, ToJson to_json) {
+    if (items.empty()) {
+        return;
+    }
+    Json& list = object[key] = Json::array();
+    for (const Item& item : items) {
+        list.push_back(to_json(item));
+    }
+}
+
+Json json_of_variable(const ZMatrixVariable& variable) { return {{"name", variable.name}, {"value", variable.value}}; }
+
+Json json_of_molecule(const GeomSection& geom) {
+    Json object;
+    object["charges"] = Json::array();
+    for (const ChargeSpinPair& pair : geom.charge_spin_pairs()) {
+        object["charges"].push_back({{"charge", pair.charge}, {"multiplicity", pair.multiplicity}});
+    }
+    object["format"] = geom.format == GeometryFormat::ZMatrix ? "zmatrix" : "cartesian";
+    set_list(object, "atoms", geom.atoms, json_of_atom);
+    set_list(object, "rows", geom.zmatrix_entries, json_of_row);
+    set_list(object, "variables", geom.variables, json_of_variable);
+    set_list(object, "constants", geom.constants, json_of_variable);
+    set_list(object, "cartesian_variables", geom.cartesian_variables, json_of_variable);
+    return object;
+}
+
+Json json_of_section(const ExtraInputSection& section) {
+    Json object = json_of_kind(section.kind);
+    if (const ConnectivitySection* connectivity = section.connectivity()) {
+        object["bonds"] = Json::array();
+        for (const Bond& bond : connectivity->bonds) {
+            object["bonds"].push_back({bond.atom1 + 1, bond.atom2 + 1, bond.order});
+        }
+    } else {
+        object["text"] = section.text();
+    }
+    return object;
+}
+
+Json json_of_link0(const ControlSection& control) {
+    Json object = Json::object();
+    set_if_there(object, "chk", control.chk);
+    set_if_there(object, "oldchk", control.oldchk);
+    set_if_there(object, "rwf", control.rwf);
+    set_if_there(object, "mem", control.mem);
+    set_if_there(object, "nproc", control.nproc);
+    set_if_there(object, "cpu", control.cpu);
+    if (!control.other_link0_lines.empty()) {
+        object["other"] = control.other_link0_lines;
+    }
+    return object;
+}
+
+Json json_of_keyword(const KeywordInfo& keyword) {
+    Json object = {{"name", keyword.name}, {"category", keyword.category}, {"written", keyword.raw}};
+    object["options"] = Json::array();
+    for (const auto& [name, value] : keyword.options) {
+        Json option = {{"name", name}};
+        if (value != "TRUE" && !value.empty()) {
+            option["value"] = value;
+        }
+        object["options"].push_back(std::move(option));
+    }
+    return object;
+}
+
+Json json_of_warning(const ParseWarning& warning) {
+    Json object = {{"code", warning.code}, {"message", warning.message}};
+    if (warning.span) {
+        object["begin"] = warning.span->begin;
+        object["end"] = warning.span->end;
+    }
+    return object;
+}
+
+}  // namespace
+
+void set_text(Json& object, const char* key, const std::string& text) {
+    if (!text.empty()) {
+        object[key] = text;
+    }
+}
+
+Json json_of_kind(ExtraInputSectionKind kind) {
+    Json object = {{"kind", static_cast<std::int32_t>(kind)}, {"name", extra_input_kind_name(kind)}};
+    set_text(object, "request", extra_input_request(kind));
+    return object;
+}
+
+Json json_of_route(const ParsedKeywords& route) {
+    Json object = Json::object();
+    set_text(object, "print_level", route.print_level);
+    set_text(object, "method", route.method);
+    set_text(object, "method_options", route.method_options);
+    set_text(object, "basis_set", route.basis_set);
+    set_text(object, "density_fitting_basis", route.density_fitting_basis);
+    set_text(object, "secondary_method", route.secondary_method);
+    set_text(object, "secondary_method_options", route.secondary_method_options);
+    set_text(object, "secondary_basis_set", route.secondary_basis_set);
+    set_text(object, "oniom", route.oniom_expression);
+    object["keywords"] = Json::array();
+    for (const KeywordInfo& keyword : route.keywords) {
+        object["keywords"].push_back(json_of_keyword(keyword));
+    }
+    object["warnings"] = Json::array();
+    for (const ParseWarning& warning : route.warnings) {
+        object["warnings"].push_back(json_of_warning(warning));
+    }
+    return object;
+}
+
+Json json_of_job(const GJFData& job) {
+    Json object;
+    object["link0"] = json_of_link0(job.control);
+    object["route_words"] = job.control.route_keywords;
+    if (job.control.parsed_keywords) {
+        object["route"] = json_of_route(*job.control.parsed_keywords);
+    }
+    set_if_there(object, "overlays", job.extra_overlays);
+    object["title"] = job.title;
+    object["molecule"] = json_of_molecule(job.geom);
+    object["sections"] = Json::array();
+    for (const ExtraInputSection& section : job.extra_inputs) {
+        object["sections"].push_back(json_of_section(section));
+    }
+    return object;
+}
+
+}  // namespace quor_gjf

@@ -1,0 +1,92 @@
+// quor-gjf split: writes each job of a file, byte for byte, to a file of its own.
+#include "job_pieces.hpp"
+
+#include "commands.hpp"
+#include "input.hpp"
+#include "output.hpp"
+
+#include <gjf/gjf.hpp>
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quor_gjf {
+namespace {
+
+struct Arguments {
+    std::string input;
+    std::string folder;
+    bool force = false;
+};
+
+// Numbers are filled with zeros to one width, so that the names sort in the order of the jobs.
+std::string numbered_name(const std::filesystem::path& input, std::size_t number, std::size_t count) {
+    const std::size_t width = std::to_string(count).size();
+    std::string digits = std::to_string(number);
+    digits.insert(0, width - digits.size(), '0');
+    if (input == "-") {
+        return "job_" + digits + ".gjf";
+    }
+    const std::string extension = input.extension().string();
+    return input.stem().string() + '_' + digits + (extension.empty() ? ".gjf" : extension);
+}
+
+int split(const Arguments& arguments) {
+    const std::string text = read_text(arguments.input);
+    const std::vector<std::string_view> pieces = job_pieces(text);
+    if (pieces.empty()) {
+        throw std::runtime_error("no job was found");
+    }
+    const std::filesystem::path input = arguments.input;
+    const std::filesystem::path folder =
+        arguments.folder.empty() ? input.parent_path() : std::filesystem::path(arguments.folder);
+    std::vector<std::string> names;
+    for (std::size_t i = 0; i < pieces.size(); ++i) {
+        names.push_back((folder / numbered_name(input, i + 1, pieces.size())).string());
+        check_output(names.back(), arguments.force);
+    }
+    for (std::size_t i = 0; i < pieces.size(); ++i) {
+        write_output(names[i], std::string(pieces[i]), arguments.force);
+        std::printf("%s\n", names[i].c_str());
+    }
+    return exit_success;
+}
+
+}  // namespace
+
+std::vector<std::string_view> job_pieces(std::string_view text) {
+    std::vector<std::string_view> pieces;
+    std::size_t line = 1;
+    std::size_t begin = 0;
+    // Moves to the beginning of a line; lines are asked for in their order.
+    const auto move_to = [&](std::size_t wanted) {
+        for (; line < wanted && begin < text.size(); ++line) {
+            begin = std::min(text.find('\n', begin), text.size() - 1) + 1;
+        }
+        return begin;
+    };
+    for (const auto& reading : quor::input::gaussian::read_jobs_with_layout(text)) {
+        const std::size_t first = move_to(reading.layout.lines.first);
+        pieces.push_back(text.substr(first, move_to(reading.layout.lines.last + 1) - first));
+    }
+    return pieces;
+}
+
+void add_split_command(CLI::App& command, int& exit_code) {
+    const auto arguments = std::make_shared<Arguments>();
+    command.add_option("FILE", arguments->input, "A job file; - reads standard input")->required();
+    command.add_option("-o,--output", arguments->folder, "Write into this folder (default: that of the file)")
+        ->type_name("FOLDER");
+    command.add_flag("--force", arguments->force, "Replace files that are there already");
+    command.callback([arguments, &exit_code] { exit_code = guarded(arguments->input, [&] { return split(*arguments); }); });
+}
+
+}  // namespace quor_gjf
