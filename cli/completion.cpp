@@ -84,9 +84,13 @@ RouteContext context_in_list(std::string_view word, std::size_t open) {
 
 using Roles = std::map<std::string, std::vector<std::string>>;
 
+// A word ends at "=": some are known together with the numbers behind it.
 void add(Roles& roles, const char* role, const std::vector<std::string>& words) {
     for (const std::string& word : words) {
-        roles[word].emplace_back(role);
+        std::vector<std::string>& known = roles[word.substr(0, word.find('='))];
+        if (known.empty() || known.back() != role) {
+            known.emplace_back(role);
+        }
     }
 }
 

@@ -142,7 +142,11 @@ RouteText read_route_text(const std::string& text) {
 
 std::string text_of_arguments(const std::vector<std::string>& arguments) {
     if (arguments.size() == 1 && arguments[0] == "-") {
-        return read_text("-");
+        std::string text = read_text("-");
+        while (text.ends_with('\n') || text.ends_with('\r')) {
+            text.pop_back();
+        }
+        return text;
     }
     std::string text;
     for (std::size_t i = 0; i < arguments.size(); ++i) {

@@ -15,7 +15,7 @@ struct RouteText {
 /// Reads a route of one or several lines, with or without "#"; the words are empty when it holds none.
 RouteText read_route_text(const std::string& text);
 
-/// Joins arguments with blanks; a lone "-" stands for standard input.
+/// Joins arguments with blanks; a lone "-" stands for standard input, without the line breaks at its end.
 std::string text_of_arguments(const std::vector<std::string>& arguments);
 
 }  // namespace quor_gjf

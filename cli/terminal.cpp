@@ -12,6 +12,7 @@ namespace {
 
 constexpr std::size_t excerpt_bytes = 120;
 constexpr std::size_t bytes_before_place = 60;
+constexpr const char* indentation = "    ";
 
 bool is_continuation(char c) noexcept { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; }
 
@@ -88,13 +89,14 @@ std::string excerpt(std::string_view line, std::size_t begin, std::size_t length
         --end;
     }
     const std::string before = (cut > 0 ? "..." : "") + printable(line.substr(cut, begin - cut));
-    std::string text = " " + before + printable(line.substr(begin, end - begin)) + (end < line.size() ? "...\n" : "\n");
+    std::string text =
+        indentation + before + printable(line.substr(begin, end - begin)) + (end < line.size() ? "...\n" : "\n");
     if (length == 0) {
         return text;
     }
     const std::size_t marked =
         std::max<std::size_t>(columns_of(printable(line.substr(begin, std::min(length, std::max(end, begin) - begin)))), 1);
-    text += ' ';
+    text += indentation;
     text += indentation_under(before);
     text += mark_on;
     text += '^';

@@ -18,7 +18,7 @@ std::string printable(std::string_view text);
 std::size_t columns_of(std::string_view text) noexcept;
 
 /// Shows a stretch of a line, and "^~~~" under its bytes [begin, begin + length); with length 0 the line alone. Long lines
-/// are cut around the place. Both lines are indented by a blank and end in a line feed. `mark_on` and `mark_off` stand
+/// are cut around the place. Both lines are indented by four blanks and end in a line feed. `mark_on` and `mark_off` stand
 /// around the mark.
 std::string excerpt(std::string_view line, std::size_t begin, std::size_t length, std::string_view mark_on = {},
                     std::string_view mark_off = {});

@@ -47,6 +47,7 @@ def differences(transcript, tool, source, work):
     shutil.rmtree(work, ignore_errors=True)
     work.mkdir(parents=True)
     for name, content in files.items():
+        (work / name).parent.mkdir(parents=True, exist_ok=True)
         (work / name).write_text(content, encoding="utf-8", newline="")
     environment = {**os.environ, **{k: v.replace("SOURCE", source) for k, v in variables.items()}, "PATH": f"{tool.parent}:{os.environ['PATH']}"}
     for command in commands:
