@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <istream>
 #include <memory>
+#include <string_view>
 #include <system_error>
 #include <vector>
 
@@ -56,6 +57,18 @@ void read_configuration_file(CLI::App& app) {
         ->type_name("FILE");
     app.config_formatter(std::make_shared<Configuration>());
     app.allow_config_extras(CLI::config_extras_mode::error);
+}
+
+std::string configuration_problem(CLI::App& app, std::string message) {
+    constexpr std::string_view unknown_key = "INI was not able to parse ";
+    constexpr std::string_view section_mark = ".++";
+    if (message.starts_with(unknown_key)) {
+        message.replace(0, unknown_key.size(), "no such option: ");
+    }
+    if (message.ends_with(section_mark)) {
+        message.resize(message.size() - section_mark.size());
+    }
+    return app.get_config_ptr()->as<std::string>() + ": " + message;
 }
 
 }  // namespace quor_gjf

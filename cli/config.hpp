@@ -13,4 +13,7 @@ namespace quor_gjf {
 /// above all sections belongs to `check`. An unknown key is a usage error.
 void read_configuration_file(CLI::App& app);
 
+/// Words what CLI11 says of a configuration file: "FILE: no such option: SECTION.KEY".
+std::string configuration_problem(CLI::App& app, std::string message);
+
 }  // namespace quor_gjf

@@ -41,8 +41,7 @@ int run(int argc, char** argv) {
     try {
         app.parse(argc, argv);
     } catch (const CLI::ConfigError& error) {
-        const std::string file = app.get_config_ptr()->as<std::string>();
-        std::fprintf(stderr, "%s: no such option: %s\n", file.c_str(), error.what());
+        std::fprintf(stderr, "%s\n", quor_gjf::configuration_problem(app, error.what()).c_str());
         return quor_gjf::exit_usage;
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? quor_gjf::exit_success : quor_gjf::exit_usage;

@@ -46,6 +46,8 @@ def differences(transcript, tool, source, work):
     files, variables, commands = parse(transcript.read_text(encoding="utf-8"))
     shutil.rmtree(work, ignore_errors=True)
     work.mkdir(parents=True)
+    # So that no configuration file above the work folder has a say.
+    (work / ".quor-gjf").touch()
     for name, content in files.items():
         (work / name).parent.mkdir(parents=True, exist_ok=True)
         (work / name).write_text(content, encoding="utf-8", newline="")
