@@ -1,4 +1,5 @@
-# What an installation holds: libraries, public headers, vocabulary, CMake package and pkg-config file.
+# What an installation holds: libraries, public headers, vocabulary, CMake package and pkg-config file; the tool with its manual page and
+# completions.
 include(CMakePackageConfigHelpers)
 
 set(include_folder ${CMAKE_INSTALL_INCLUDEDIR}/quor)
@@ -8,6 +9,11 @@ install(TARGETS quor_g16_gjf quor_core_fs quor_core_resource EXPORT quor_g16_gjf
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 if(QUOR_GJF_BUILD_CLI)
     install(TARGETS quor-gjf RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+    install(FILES cli/quor-gjf.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+    # Where the shells look for completions of programs installed beside them.
+    install(FILES cli/completions/quor-gjf.bash RENAME quor-gjf DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
+    install(FILES cli/completions/_quor-gjf DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
+    install(FILES cli/completions/quor-gjf.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
 endif()
 
 foreach(header ${quor_public_headers})

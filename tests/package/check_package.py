@@ -67,7 +67,11 @@ def main():
     report = run(tool, "report", pathlib.Path(source) / "examples/jobs/water_opt_freq.gjf", cwd="/", env=clean_environment())
     if "Atoms (3)" not in report:
         sys.exit("the installed tool does not report")
-    print("installed tool: runs")
+    for name in ("share/man/man1/quor-gjf.1", "share/bash-completion/completions/quor-gjf", "share/zsh/site-functions/_quor-gjf",
+                 "share/fish/vendor_completions.d/quor-gjf.fish"):
+        if not (moved / name).is_file():
+            sys.exit(f"{name} was not installed")
+    print("installed tool: runs, with manual page and completions")
 
 
 if __name__ == "__main__":

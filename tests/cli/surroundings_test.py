@@ -1,0 +1,121 @@
+"""Compares what surrounds the tool with the tool: the manual page and the completions name every command and option, and the
+bash completion completes.
+
+Usage: surroundings_test.py TOOL SOURCE
+"""
+import os
+import pathlib
+import re
+import shutil
+import subprocess
+import sys
+
+BASH = """
+source "$1"
+complete_line() {
+    COMP_LINE=$1 COMP_POINT=${#1}
+    read -r -a COMP_WORDS <<< "${1//[=:]/ & }"
+    [[ $1 == *" " || $1 == *= ]] && COMP_WORDS+=("")
+    COMP_CWORD=$((${#COMP_WORDS[@]} - 1))
+    _quor_gjf
+    echo "${COMPREPLY[*]}"
+}
+while IFS= read -r line; do complete_line "$line"; done
+"""
+# What is completed, and with what. bash itself takes "=" for a break of words.
+COMPLETIONS = {
+    "quor-gjf ": "report check outline route complete format split join schema",
+    "quor-gjf c": "check complete",
+    "quor-gjf --config x ch": "check",
+    "quor-gjf schema ": "validate show where",
+    "quor-gjf check --fail-on ": "error warning note",
+    "quor-gjf check --ignore GJF-W00": "GJF-W001 GJF-W002 GJF-W003 GJF-W004 GJF-W005",
+    "quor-gjf check --l": "--list",
+    "quor-gjf format --in": "--in-place",
+    "quor-gjf report --json w": "",
+    "quor-gjf route m062": "m062x",
+    "quor-gjf route hf/def2tzvpp": "hf/def2tzvpp",
+    "quor-gjf route opt=calcf": "calcfc",
+    "quor-gjf route 'hf opt=(calcfc,ti": "(calcfc,tight",
+    "quor-gjf route nothingatall": "",
+}
+
+
+def help_of(tool, *commands):
+    result = subprocess.run([tool, *commands, "--help"], capture_output=True, text=True, check=True)
+    names = [line.split()[0] for line in result.stdout.split("\n") if line.startswith("  ") and not line.startswith("   ")]
+    options = {part for name in names if name.startswith("-") for part in name.split(",")}
+    following = result.stdout.partition("\nSubcommands:\n")[2]
+    return options, re.findall(r"^  (\w+)", following, re.MULTILINE)
+
+
+def everything(tool):
+    """All commands, as in ["schema", "show"], with their options; the tool itself is []."""
+    options, commands = help_of(tool)
+    yield [], options
+    for command in commands:
+        options, below = help_of(tool, command)
+        yield [command], options
+        for name in below:
+            yield [command, name], help_of(tool, command, name)[0]
+
+
+def manual_problems(source, tool, commands):
+    page = (source / "cli/quor-gjf.1").read_text(encoding="utf-8")
+    text = page.replace("\\-", "-").replace("\\f", " \\f").replace('"', " ")
+    version = subprocess.run([tool, "--version"], capture_output=True, text=True, check=True).stdout.strip()
+    if f'"{version}"' not in page:
+        yield f"the manual page is not that of {version}"
+    sections = re.split(r"^\.S[SH] ", text, flags=re.MULTILINE)
+    several = next(s for s in sections if s.startswith("OPTIONS OF SEVERAL"))
+    tool_options = next(s for s in sections if s.startswith("OPTIONS OF THE TOOL"))
+    for command, options in commands:
+        heading = "quor-gjf " + " ".join(command)
+        own = [s for s in sections if re.match(rf"\s*{heading}\b", s)] if command else [tool_options]
+        if not own:
+            yield f"the manual page does not tell of {heading}"
+        for option in sorted(options - {"-h", "--help"}):
+            if not any(re.search(rf"(?<![-\w]){option}(?![-\w])", s) for s in [*own, several]):
+                yield f"the manual page does not tell of {heading} {option}"
+    if "--help" not in tool_options:
+        yield "the manual page does not tell of --help"
+    result = subprocess.run(["groff", "-man", "-ww", "-z", source / "cli/quor-gjf.1"], capture_output=True, text=True, check=False)
+    if result.returncode != 0 or result.stderr:
+        yield f"groff: {result.stderr}"
+
+
+def completion_problems(source, commands):
+    for name in ("quor-gjf.bash", "_quor-gjf", "quor-gjf.fish"):
+        text = (source / "cli/completions" / name).read_text(encoding="utf-8")
+        for command, options in commands:
+            words = command[-1:] + sorted(o[2:] for o in options if o.startswith("--"))
+            yield from (f"{name} does not know {word} of {command}" for word in words if not re.search(rf"(?<!\w){word}(?!\w)", text))
+    for shell, name, check in (("zsh", "_quor-gjf", "-n"), ("fish", "quor-gjf.fish", "--no-execute")):
+        if shutil.which(shell):  # there for those who have the shell
+            result = subprocess.run([shell, check, source / "cli/completions" / name], capture_output=True, text=True, check=False)
+            if result.returncode != 0 or result.stderr:
+                yield f"{name}: {result.stderr}"
+
+
+def bash_problems(tool, source):
+    environment = {**os.environ, "PATH": f"{tool.parent}:{os.environ['PATH']}"}
+    result = subprocess.run(["bash", "-c", BASH, "bash", source / "cli/completions/quor-gjf.bash"], input="\n".join(COMPLETIONS) + "\n",
+                            capture_output=True, text=True, check=False, env=environment, cwd=source / "cli/completions")
+    found = result.stdout.split("\n")[:-1]
+    if len(found) != len(COMPLETIONS):
+        yield f"bash: {len(found)} answers, {result.stderr}"
+    for (line, wanted), words in zip(COMPLETIONS.items(), found):
+        if words != wanted:
+            yield f"bash completes {line!r} with {words!r}, not {wanted!r}"
+
+
+def main():
+    tool, source = pathlib.Path(sys.argv[1]), pathlib.Path(sys.argv[2])
+    commands = list(everything(tool))
+    found = [*manual_problems(source, tool, commands), *completion_problems(source, commands), *bash_problems(tool, source)]
+    print("\n".join(found) or f"{len(commands)} commands and {sum(len(o) for _, o in commands)} options told of")
+    return 1 if found or len(commands) < 13 else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
