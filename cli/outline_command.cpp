@@ -5,6 +5,7 @@
 #include "input.hpp"
 #include "job_json.hpp"
 #include "json.hpp"
+#include "terminal.hpp"
 
 #include <gjf/gjf.hpp>
 
@@ -69,7 +70,7 @@ std::string outline_of(const JobReading& reading) {
         text += "  missing: " + section_text(kind) + "\n";
     }
     if (!reading.error.empty()) {
-        text += "  line " + std::to_string(reading.error_line) + ": reading ends: " + reading.error + "\n";
+        text += "  line " + std::to_string(reading.error_line) + ": reading ends: " + printable(reading.error) + "\n";
     }
     return text;
 }
