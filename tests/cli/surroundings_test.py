@@ -1,8 +1,9 @@
-"""Compares what surrounds the tool with the tool: the manual page and the completions name every command and option, and the
-bash completion completes.
+"""Compares what surrounds the tool with the tool: the manual page and the completions name every command and option, the bash
+completion completes, and docs/json.md tells every key of the JSON.
 
 Usage: surroundings_test.py TOOL SOURCE
 """
+import json
 import os
 import pathlib
 import re
@@ -109,10 +110,42 @@ def bash_problems(tool, source):
             yield f"bash completes {line!r} with {words!r}, not {wanted!r}"
 
 
+def keys_of(value):
+    """All keys of a JSON value; those below "parameters" are names from the job."""
+    if isinstance(value, dict):
+        for key, below in value.items():
+            yield key
+            if key != "parameters":
+                yield from keys_of(below)
+    elif isinstance(value, list):
+        for below in value:
+            yield from keys_of(below)
+
+
+def json_problems(tool, source):
+    text = (source / "docs/json.md").read_text(encoding="utf-8")
+    jobs = source / "examples/jobs"
+    route = "#p mp2(fc)/cc-pvdz/fit//td(nstates=3)hf/gen oniom(hf:uff) opt=(calcfc,maxcycles=3) Foo"
+    keys = set()
+    for arguments in (["report", jobs, "missing"], ["outline", jobs, jobs / "README.md"], ["check", "-"], ["route", route],
+                      ["complete", "opt=(cal"], ["schema", "show", "opt"]):
+        result = subprocess.run([tool, *arguments, "--json"], capture_output=True, text=True, check=False,
+                                input="# hf/sto-3g opt=calfc\n\nt\n\n0 1\nHe 0.0 0.0 0.0\n\n")
+        lines = result.stdout.split("\n")[:-1]
+        if not lines or not all(line.startswith('{"version":1,') for line in lines):
+            yield f"{arguments}: {result.stdout[:200]!r} {result.stderr}"
+        for line in lines:
+            keys.update(keys_of(json.loads(line)))
+    yield from (f"docs/json.md does not tell of {key}" for key in sorted(keys) if f"`{key}`" not in text)
+    if len(keys) < 50:
+        yield f"{len(keys)} keys only: {sorted(keys)}"
+
+
 def main():
     tool, source = pathlib.Path(sys.argv[1]), pathlib.Path(sys.argv[2])
     commands = list(everything(tool))
-    found = [*manual_problems(source, tool, commands), *completion_problems(source, commands), *bash_problems(tool, source)]
+    found = [*manual_problems(source, tool, commands), *completion_problems(source, commands), *bash_problems(tool, source),
+             *json_problems(tool, source)]
     print("\n".join(found) or f"{len(commands)} commands and {sum(len(o) for _, o in commands)} options told of")
     return 1 if found or len(commands) < 13 else 0
 
