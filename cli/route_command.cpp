@@ -27,8 +27,8 @@ struct Arguments {
 };
 
 bool is_head(const std::string& word) {
-    return word == "#" ||
-           (word.size() == 2 && word[0] == '#' && std::string("npt").find(word[1] | 0x20) != std::string::npos);
+    const std::string lower = SimpleYAMLParser::to_lower(word);
+    return lower == "#" || lower == "#n" || lower == "#p" || lower == "#t";
 }
 
 void append_line(std::string& text, const char* label, const std::string& value) {
