@@ -167,6 +167,18 @@ bool same_link0(const ControlSection& a, const ControlSection& b) {
            std::tie(b.chk, b.oldchk, b.rwf, b.mem, b.nproc, b.cpu, b.other_link0_lines);
 }
 
+// An option list that was broken over two lines is one word when the route stands on one.
+bool same_route(const ControlSection& a, const ControlSection& b) {
+    const auto joined = [](const std::vector<std::string>& words) {
+        std::string text;
+        for (const std::string& word : words) {
+            text += word + ' ';
+        }
+        return text;
+    };
+    return joined(a.route_keywords) == joined(b.route_keywords);
+}
+
 bool same_pairs(const GeomSection& a, const GeomSection& b) {
     const std::vector<ChargeSpinPair> first = a.charge_spin_pairs();
     const std::vector<ChargeSpinPair> second = b.charge_spin_pairs();
@@ -236,7 +248,7 @@ std::string loss_in_writing(const JobReading& reading, const Lines& lines, bool 
 std::string difference(const GJFData& a, const GJFData& b) {
     const std::array<std::pair<const char*, bool>, 7> parts = {{
         {"Link 0", same_link0(a.control, b.control)},
-        {"route", a.control.route_keywords == b.control.route_keywords},
+        {"route", same_route(a.control, b.control)},
         {"overlays", a.extra_overlays == b.extra_overlays},
         {"title", a.title == b.title},
         {"charge and multiplicity", same_pairs(a.geom, b.geom)},
