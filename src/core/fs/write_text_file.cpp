@@ -3,13 +3,16 @@
 
 #include <atomic>
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
+#include <ctime>
 #include <exception>
 #include <filesystem>
 #include <optional>
 #include <system_error>
 
 #include <fcntl.h>
+#include <signal.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -18,6 +21,12 @@ namespace {
 
 // A chain of symbolic links longer than this is taken for a circle, as the system does.
 constexpr int link_limit = 40;
+
+// Names in a folder are no longer than this, in bytes.
+constexpr std::size_t longest_file_name = 255;
+
+// So many temporary files of killed processes are passed over.
+constexpr int leftover_limit = 1000;
 
 // Owns an open file; closing may fail, and says so when asked to.
 class OpenFile {
@@ -67,20 +76,60 @@ std::optional<std::filesystem::path> follow_links(std::filesystem::path path) {
     return std::nullopt;
 }
 
+// Holds back the signal that a pipe sends when its reader has gone, and takes it away if it came: a failed write says
+// enough.
+class PipeSignalHeldBack {
+   public:
+    PipeSignalHeldBack() noexcept {
+        ::sigemptyset(&pipe_);
+        ::sigaddset(&pipe_, SIGPIPE);
+        sigset_t pending;
+        ::sigpending(&pending);
+        was_pending_ = ::sigismember(&pending, SIGPIPE) == 1;
+        ::pthread_sigmask(SIG_BLOCK, &pipe_, &old_mask_);
+    }
+    PipeSignalHeldBack(const PipeSignalHeldBack&) = delete;
+    PipeSignalHeldBack& operator=(const PipeSignalHeldBack&) = delete;
+    ~PipeSignalHeldBack() {
+        const timespec at_once{};
+        while (!was_pending_ && ::sigtimedwait(&pipe_, nullptr, &at_once) < 0 && errno == EINTR) {
+        }
+        ::pthread_sigmask(SIG_SETMASK, &old_mask_, nullptr);
+    }
+
+   private:
+    sigset_t pipe_{};
+    sigset_t old_mask_{};
+    bool was_pending_ = false;
+};
+
 bool write_directly(const char* path, std::string_view text) noexcept {
+    const PipeSignalHeldBack held_back;
     OpenFile file(::open(path, O_WRONLY | O_CLOEXEC));
     return file.is_open() && file.write(text) && file.close();
 }
 
-// A name that no other writer of this machine uses at the same time.
+// A name beside the target that no other writer of this machine uses at the same time. One left over by a killed process
+// of the same number may be there all the same.
 std::string temporary_name(const std::filesystem::path& target) {
     static std::atomic<unsigned> counter{0};
-    return target.string() + ".tmp-" + std::to_string(::getpid()) + "-" + std::to_string(counter.fetch_add(1));
+    const std::string suffix = ".tmp-" + std::to_string(::getpid()) + "-" + std::to_string(counter.fetch_add(1));
+    const std::string name = target.filename().string().substr(0, longest_file_name - suffix.size());
+    return (target.parent_path() / (name + suffix)).string();
+}
+
+// Makes a new file under a temporary name, which it stores.
+int make_temporary(const std::filesystem::path& target, std::string& name) {
+    int descriptor = -1;
+    for (int i = 0; i < leftover_limit && descriptor < 0 && (i == 0 || errno == EEXIST); ++i) {
+        name = temporary_name(target);
+        descriptor = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    }
+    return descriptor;
 }
 
 // Makes a rename last over a power failure. Not every file system can do it, and the text is safe either way.
-void flush_folder(const std::filesystem::path& target) noexcept {
-    const std::filesystem::path parent = target.parent_path();
+void flush_folder(const std::string& parent) noexcept {
     OpenFile folder(::open(parent.empty() ? "." : parent.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (folder.is_open()) {
         ::fsync(folder.descriptor());
@@ -94,8 +143,9 @@ bool fill(OpenFile& file, std::string_view text, const struct stat* old) noexcep
 }
 
 bool replace(const std::filesystem::path& target, std::string_view text, const struct stat* old) {
-    const std::string temporary = temporary_name(target);
-    OpenFile file(::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
+    const std::string parent = target.parent_path().string();
+    std::string temporary;
+    OpenFile file(make_temporary(target, temporary));
     if (!file.is_open()) {
         return false;
     }
@@ -103,7 +153,7 @@ bool replace(const std::filesystem::path& target, std::string_view text, const s
         ::unlink(temporary.c_str());
         return false;
     }
-    flush_folder(target);
+    flush_folder(parent);
     return true;
 }
 

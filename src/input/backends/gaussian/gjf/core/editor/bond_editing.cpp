@@ -38,7 +38,14 @@ void GJFEditor::set_bond_order(std::size_t a, std::size_t b, double order) {
     if (!std::isfinite(order)) {
         throw GJFParseException("Bond order must be finite");
     }
-    ensure_connectivity_section().set_bond_order(a, b, order);
+    if (ConnectivitySection* connectivity = mutable_connectivity()) {
+        connectivity->set_bond_order(a, b, order);
+        return;
+    }
+    // The bond is made first: a section without it must not stay when memory runs out.
+    ConnectivitySection bond;
+    bond.set_bond_order(a, b, order);
+    ensure_connectivity_section().bonds.swap(bond.bonds);
 }
 
 void GJFEditor::remove_bond(std::size_t a, std::size_t b) {

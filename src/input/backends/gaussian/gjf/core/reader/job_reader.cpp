@@ -8,8 +8,8 @@
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
+#include <array>
 #include <fstream>
-#include <sstream>
 #include <stdexcept>
 
 namespace quor::input::gaussian {
@@ -189,21 +189,20 @@ GJFData read_job(std::string_view text) {
     return std::move(reader.job);
 }
 
+// Reads by block into the text itself: what a stream buffer cannot hold for want of memory it would drop in silence.
 std::string read_file(const std::string& path) {
     std::ifstream file(path, std::ios::in | std::ios::binary);
-    std::ostringstream text;
-    // A folder opens but does not read, and an empty file puts nothing into the stream.
-    if (!file || file.peek() == std::ifstream::traits_type::eof()) {
-        if (!file.is_open() || file.bad()) {
-            throw GJFParseException("Cannot open file: " + path);
-        }
-        return {};
-    }
-    text << file.rdbuf();
-    if (file.bad() || text.bad()) {
+    std::string text;
+    std::array<char, 1 << 14> block;
+    do {
+        file.read(block.data(), block.size());
+        text.append(block.data(), static_cast<std::size_t>(file.gcount()));
+    } while (file);
+    // A folder opens but does not read.
+    if (!file.is_open() || file.bad()) {
         throw GJFParseException("Cannot open file: " + path);
     }
-    return std::move(text).str();
+    return text;
 }
 
 }  // namespace

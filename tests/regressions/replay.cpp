@@ -1,0 +1,80 @@
+// replay_regressions REGRESSIONS SEEDS JOBS: runs stored inputs through the fuzzers' properties, which end the program where
+// one does not hold.
+//
+// Each fuzzer takes the files of the folders REGRESSIONS/NAME and SEEDS/NAME; those that read job text take JOBS too. Single
+// files may follow as NAME=PATH. The file under way is named before it is run.
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "../../fuzz/fuzzers.hpp"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Fuzzer {
+    const char* name;
+    int (*run)(const std::uint8_t* data, std::size_t size);
+    bool reads_jobs;
+};
+
+constexpr Fuzzer fuzzers[] = {
+    {"job_text", quor::fuzz::job_text, true},
+    {"multi_job", quor::fuzz::multi_job, true},
+    {"route", quor::fuzz::route, false},
+    {"schema_document", quor::fuzz::schema_document, false},
+    {"schema_image", quor::fuzz::schema_image, false},
+    {"editor_operations", quor::fuzz::editor_operations, false},
+    {"c_interface", quor::fuzz::c_interface, false},
+};
+
+void run_file(const Fuzzer& fuzzer, const fs::path& path) {
+    std::cout << fuzzer.name << ' ' << path.filename().string() << std::endl;
+    std::ifstream file(path, std::ios::binary);
+    const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    fuzzer.run(reinterpret_cast<const std::uint8_t*>(text.data()), text.size());
+}
+
+std::size_t run_folder(const Fuzzer& fuzzer, const fs::path& folder) {
+    std::size_t count = 0;
+    if (fs::is_directory(folder)) {
+        for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
+            run_file(fuzzer, entry.path());
+            ++count;
+        }
+    }
+    return count;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (argc < 4) {
+        std::cerr << "usage: replay_regressions REGRESSIONS SEEDS JOBS [NAME=PATH]...\n";
+        return 2;
+    }
+    std::size_t count = 0;
+    for (const Fuzzer& fuzzer : fuzzers) {
+        for (int i = 4; i < argc; ++i) {
+            const std::string_view argument = argv[i];
+            if (argument.substr(0, argument.find('=')) == fuzzer.name) {
+                run_file(fuzzer, argument.substr(argument.find('=') + 1));
+            }
+        }
+        const fs::path regressions = fs::path(argv[1]) / fuzzer.name;
+        const std::size_t found = run_folder(fuzzer, regressions) + run_folder(fuzzer, fs::path(argv[2]) / fuzzer.name) +
+                                  (fuzzer.reads_jobs ? run_folder(fuzzer, argv[3]) : 0);
+        if (found == 0) {
+            std::cerr << fuzzer.name << ": nothing to replay\n";
+            return 1;
+        }
+        count += found;
+    }
+    std::cout << count << " inputs replayed\n";
+    return 0;
+}
