@@ -30,13 +30,12 @@ bool must_fail() noexcept {
     return false;
 }
 
-void* allocate(std::size_t size, std::size_t alignment) {
-    void* block = must_fail() ? nullptr
-                  : alignment > alignof(std::max_align_t)
+void* allocate_or_null(std::size_t size, std::size_t alignment) noexcept {
+    void* block = alignment > alignof(std::max_align_t)
                       ? std::aligned_alloc(alignment, (size + alignment - 1) / alignment * alignment)
                       : std::malloc(size == 0 ? 1 : size);
     if (block == nullptr) {
-        throw std::bad_alloc();
+        return nullptr;
     }
     ++blocks;
     const std::size_t now = bytes += ::malloc_usable_size(block);
@@ -46,19 +45,20 @@ void* allocate(std::size_t size, std::size_t alignment) {
     return block;
 }
 
+// The form that gives null is not made to fail: who calls it (std::stable_sort) does without.
+void* allocate(std::size_t size, std::size_t alignment) {
+    void* block = must_fail() ? nullptr : allocate_or_null(size, alignment);
+    if (block == nullptr) {
+        throw std::bad_alloc();
+    }
+    return block;
+}
+
 void release(void* block) noexcept {
     if (block != nullptr) {
         --blocks;
         bytes -= ::malloc_usable_size(block);
         std::free(block);
-    }
-}
-
-void* allocate_or_null(std::size_t size, std::size_t alignment) noexcept {
-    try {
-        return allocate(size, alignment);
-    } catch (const std::bad_alloc&) {
-        return nullptr;
     }
 }
 

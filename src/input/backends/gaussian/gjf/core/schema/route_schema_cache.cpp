@@ -1,11 +1,17 @@
 // Keeps the vocabularies of this process. Nothing runs before the first question.
+//
+// Where memory runs out while one is loaded, nothing is kept and the exception passes on: to read on without a vocabulary
+// would read jobs wrongly, and for as long as the process lives.
 #include <gjf/core/schema/route_schema_cache.hpp>
 
 #include <core/resource/resource.hpp>
 #include <gjf/core/route_schema_paths.hpp>
+#include <gjf/core/schema/schema_document.hpp>
 
+#include <memory>
 #include <mutex>
 #include <unordered_map>
+#include <utility>
 
 namespace quor::input::gaussian {
 
@@ -50,8 +56,12 @@ SchemaCacheEntry load_route_schema_cached(const std::string& path) {
     if (found != cache.entries.end()) {
         return found->second;
     }
+    auto tables = std::make_shared<SimpleYAMLParser::Impl>();
     SchemaCacheEntry entry;
-    entry.loaded = entry.parser.load_from_file(path);
+    entry.loaded = load_schema_document(path, *tables);
+    if (entry.loaded) {
+        entry.parser = SimpleYAMLParser(std::move(tables));
+    }
     cache.entries.emplace(path, entry);
     return entry;
 }

@@ -11,6 +11,7 @@
 
 #include <exception>
 #include <fstream>
+#include <new>
 #include <optional>
 #include <sstream>
 #include <string>
@@ -137,6 +138,8 @@ bool load_schema_document(const std::string& path, SimpleYAMLParser::Impl& schem
         }
         schema.load_schema(root);
         return true;
+    } catch (const std::bad_alloc&) {
+        throw;  // says nothing about the document
     } catch (const std::exception&) {
         return false;
     }

@@ -6,6 +6,7 @@
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
+#include <new>
 #include <utility>
 
 namespace quor::input::gaussian {
@@ -19,13 +20,17 @@ SimpleYAMLParser& SimpleYAMLParser::operator=(SimpleYAMLParser&& other) noexcept
 SimpleYAMLParser::~SimpleYAMLParser() = default;
 
 bool SimpleYAMLParser::load_from_file(const std::string& path) {
-    impl_ = std::make_shared<Impl>();
-    auto fresh = std::make_shared<Impl>();
-    if (!load_schema_document(path, *fresh)) {
+    try {
+        impl_ = std::make_shared<Impl>();
+        auto fresh = std::make_shared<Impl>();
+        if (!load_schema_document(path, *fresh)) {
+            return false;
+        }
+        impl_ = std::move(fresh);
+        return true;
+    } catch (const std::bad_alloc&) {
         return false;
     }
-    impl_ = std::move(fresh);
-    return true;
 }
 
 bool SimpleYAMLParser::load_embedded_default() {
