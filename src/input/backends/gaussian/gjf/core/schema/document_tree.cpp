@@ -47,7 +47,8 @@ DocumentNode DocumentNode::find(std::string_view name) const {
     }
     if (is_map()) {
         for (std::size_t index = 0; index < size(); ++index) {
-            if (key(index).is_scalar() && key(index).text() == name) {
+            const DocumentNode candidate = key(index);
+            if (candidate.is_scalar() && candidate.text() == name) {
                 return value(index);
             }
         }

@@ -28,6 +28,17 @@ class DocumentTree {
 
    private:
     friend class DocumentNode;
+
+    /// Counts a look at a child of a node. Throws std::length_error when there were far more than a document of this size
+    /// needs: aliases can name one large node many times.
+    void count_look() const {
+        constexpr std::size_t fixed_limit = 2'000'000;
+        constexpr std::size_t limit_per_node = 64;
+        if (++looks_ > fixed_limit + limit_per_node * items_.size()) {
+            throw std::length_error("too much work for a document of this size");
+        }
+    }
+
     struct Item {
         std::uint32_t first = 0;  ///< where its text or its children begin
         std::uint32_t count = 0;
@@ -38,6 +49,7 @@ class DocumentTree {
     std::vector<Item> items_;
     std::vector<NodeId> children_;
     std::string text_;
+    mutable std::size_t looks_ = 0;
 };
 
 /// Points at one node of a tree that outlives it, or at none.
@@ -71,6 +83,7 @@ class DocumentNode {
    private:
     bool has_kind(DocumentTree::Kind kind) const noexcept { return tree_ != nullptr && tree_->items_[id_].kind == kind; }
     DocumentNode child(std::size_t index) const {
+        tree_->count_look();
         return DocumentNode(*tree_, tree_->children_[tree_->items_[id_].first + index]);
     }
 

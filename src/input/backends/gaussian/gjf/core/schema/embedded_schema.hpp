@@ -27,8 +27,9 @@ struct EmbeddedSchemaReader {
     std::string_view bytes;
     std::size_t position = 0;
     bool ok = true;
-    /// Bytes that the texts read so far may still take: an image can name one long text many times.
-    std::size_t text_budget = std::size_t{256} << 20;
+    /// Bytes that texts named by their number may still take: an image can name one long text many times. A sound image
+    /// takes some ten times its size.
+    std::size_t text_budget = (std::size_t{1} << 20) + 100 * bytes.size();
 
     /// Reads one byte: true for any but zero; false at the end of the data.
     bool read_flag();

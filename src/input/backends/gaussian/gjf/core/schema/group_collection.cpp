@@ -14,7 +14,7 @@ using StateNames = std::unordered_set<std::string_view>;
 
 constexpr std::string_view method_result = "xprc";
 constexpr std::int64_t last_plain_method_value = 99999999;  ///< methods of a greater value are keywords too
-constexpr std::size_t option_limit = 200000;
+constexpr std::size_t option_limit = 200000;  ///< of options, and states looked through for them, of all keywords
 
 /// Collects entries in the order of a visit, each spelling set once.
 class GroupCollector {
@@ -48,7 +48,8 @@ class GroupCollector {
         }
     }
 
-    std::size_t size() const { return groups_.size(); }
+    /// Returns the work done: entries collected and states visited.
+    std::size_t work() const { return groups_.size() + visited_.size(); }
 
     GroupList to_list() const {
         std::vector<CandidateGroup> groups;
@@ -151,14 +152,14 @@ void collect_role_groups(SimpleYAMLParser::Impl& schema) {
 }
 
 void collect_option_groups(SimpleYAMLParser::Impl& schema) {
-    std::size_t collected = 0;
+    std::size_t work = 0;
     for (const auto& [keyword, states] : schema.option_states) {
         GroupCollector options(schema);
         for (const std::string& state : states) {
             options.visit(state, false);
         }
-        collected += options.size();
-        if (collected > option_limit) {
+        work += options.work();
+        if (work > option_limit) {
             throw std::length_error("too many options");
         }
         schema.option_groups.insert_or_assign(keyword, options.to_list());

@@ -23,8 +23,8 @@ QUOR_GJF_API SchemaCacheEntry load_route_schema_cached(const std::string& path);
 /// Returns the process-wide default vocabulary, located and loaded on the first call and never again.
 ///
 /// It is the document that the environment variable QUOR_G16_ROUTE_SCHEMA_YAML names, else the one found by
-/// `resolve_route_schema_path`, else an empty vocabulary. Safe to call from several threads. Throws std::bad_alloc when memory
-/// runs out during the first call; the next call is then the first.
+/// `resolve_route_schema_path`, else an empty vocabulary. Safe to call from several threads. Throws std::bad_alloc when
+/// memory runs out during the first call; the next call is then the first.
 QUOR_GJF_API const SimpleYAMLParser& default_route_schema();
 
 }  // namespace quor::input::gaussian
