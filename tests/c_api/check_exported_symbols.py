@@ -1,4 +1,5 @@
-"""Compares the C functions that the library exports with the list in the tree, and looks for symbols that are not ours.
+"""Compares the C functions that the library exports with the list in the tree, and looks for symbols that are not ours or have
+no version.
 
 Usage: check_exported_symbols.py LIST HEADER LIBRARY...
 """
@@ -11,7 +12,26 @@ OURS = re.compile(r"^(gjf_|quor_gjf_|quor::|(typeinfo|typeinfo name|vtable) for 
 
 def exported(library, *options):
     output = subprocess.run(["nm", "-D", "--defined-only", *options, library], check=True, capture_output=True, text=True).stdout
-    return [line.split(" ", 2)[2] for line in output.splitlines()]
+    # A symbol of type A is the name of a version.
+    return [line.split(" ", 2)[2] for line in output.splitlines() if line.split(" ", 2)[1] != "A"]
+
+
+def soname(library):
+    output = subprocess.run(["readelf", "-d", library], check=True, capture_output=True, text=True).stdout
+    return re.search(r"\(SONAME\)\s+Library soname: \[(.+)\]", output).group(1)
+
+
+def version_problems(library):
+    """The soname carries the major version, and every symbol the version that belongs to it."""
+    name = soname(library)
+    match = re.fullmatch(r"(lib\w+)\.so\.(\d+)", name)
+    if not match or not re.search(rf"/{match.group(1)}\.so", library):
+        yield f"{library} has the soname {name}"
+        return
+    version = f"@@QUOR_GJF_{match.group(2)}"
+    for symbol in exported(library):
+        if not symbol.endswith(version):
+            yield f"{library} exports {symbol} without the version {version[2:]}"
 
 
 def without_version(symbol):
@@ -30,6 +50,7 @@ def problems(listed, declared, libraries):
     if needed not in map(without_version, exported(libraries[0], "-C")):
         yield f"the library does not export {needed}: its exceptions cannot be caught"
     for library in libraries:
+        yield from version_problems(library)
         symbols = exported(library, "-C")
         if not symbols:
             yield f"{library} exports nothing"

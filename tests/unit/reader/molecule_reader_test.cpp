@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <charconv>
+#include <iterator>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -11,6 +13,12 @@ namespace quor::input::gaussian {
 namespace {
 
 using Texts = std::vector<std::string>;
+
+// As std::to_string writes it in the C locale.
+std::string six_decimals(double number) {
+    char text[400];
+    return {text, std::to_chars(text, std::end(text), number, std::chars_format::fixed, 6).ptr};
+}
 
 std::string refusal_of(const Texts& lines) {
     try {
@@ -95,7 +103,7 @@ TEST(AtomLabels, AreTakenApart) {
         }
         EXPECT_EQ(info.element, c.element) << c.label;
         EXPECT_EQ(info.mm_type.value_or("-"), c.type) << c.label;
-        EXPECT_EQ(info.mm_charge ? std::to_string(*info.mm_charge) : "-", c.charge) << c.label;
+        EXPECT_EQ(info.mm_charge ? six_decimals(*info.mm_charge) : "-", c.charge) << c.label;
         EXPECT_EQ(params, c.params) << c.label;
     }
 }

@@ -10,6 +10,9 @@
 #include <random>
 #include <string>
 
+#include <locale.h>
+#include <stdlib.h>
+
 namespace quor::input::gaussian {
 namespace {
 
@@ -87,6 +90,7 @@ TEST(Numbers, RefuseAllElse) {
 }
 
 TEST(Numbers, AgreeWithStrtodOnRandomText) {
+    const locale_t c_locale = ::newlocale(LC_ALL_MASK, "C", nullptr);
     std::mt19937 random(7);
     const std::string alphabet = "0123456789.+-eExXpPnaif() ";
     for (int i = 0; i < 200'000; ++i) {
@@ -95,7 +99,7 @@ TEST(Numbers, AgreeWithStrtodOnRandomText) {
             text += alphabet[random() % alphabet.size()];
         }
         char* end = nullptr;
-        const double expected = std::strtod(text.c_str(), &end);
+        const double expected = ::strtod_l(text.c_str(), &end, c_locale);
         const bool whole = end == text.c_str() + text.size() && end != text.c_str();
         ASSERT_EQ(to_number(text).has_value(), whole) << text;
         if (whole && !std::isnan(expected)) {
@@ -103,6 +107,7 @@ TEST(Numbers, AgreeWithStrtodOnRandomText) {
             EXPECT_TRUE(*to_number(text) == expected || std::abs(expected) < 1e-307) << text;
         }
     }
+    ::freelocale(c_locale);
 }
 
 TEST(Integers, AreWholeDecimalNumbers) {

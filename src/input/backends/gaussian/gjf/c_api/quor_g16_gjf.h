@@ -27,7 +27,8 @@
  * Errors. Functions that return int give 0, a count or a value on success and -1 on failure unless they say otherwise;
  * setters return nothing. Every failure stores a message in the handle and in the calling thread; every success empties
  * both. A message is valid until the next call for the same handle or thread. A NULL handle stores "editor handle is null"
- * ("multi editor handle is null") in the thread. No C++ exception leaves a function.
+ * ("multi editor handle is null") in the thread. No C++ exception leaves a function. When memory runs out the message is
+ * "std::bad_alloc" and the job is as it was.
  *
  * Threads. A handle is used by one thread at a time; different handles may be used in different threads.
  */
@@ -57,6 +58,11 @@ typedef struct quor_gjf_multi_editor quor_gjf_multi_editor;
 
 /* --- Library
  * ------------------------------------------------------------------------------------------------------------------ */
+
+/* The version this header belongs to. A program may compare it with that of the library it runs with. */
+#define QUOR_GJF_VERSION_MAJOR 0
+#define QUOR_GJF_VERSION_MINOR 1
+#define QUOR_GJF_VERSION_PATCH 0
 
 /* Returns the library's version, as in "0.1.0". Static; never NULL. */
 QUOR_GJF_C_API const char* quor_gjf_version(void) QUOR_GJF_C_NOEXCEPT;

@@ -4,6 +4,7 @@
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
+#include <cfenv>
 #include <charconv>
 #include <limits>
 
@@ -76,6 +77,26 @@ bool is_overflow(std::string_view text, bool hexadecimal) noexcept {
     return position * (hexadecimal ? 4 : 1) + (minus_exponent ? -exponent : exponent) > 0;
 }
 
+// Rounds to nearest while it lives: numbers are the same whatever mode the caller's own computing runs in.
+class RoundToNearest {
+   public:
+    RoundToNearest() noexcept : mode_(std::fegetround()) {
+        if (mode_ != FE_TONEAREST) {
+            std::fesetround(FE_TONEAREST);
+        }
+    }
+    RoundToNearest(const RoundToNearest&) = delete;
+    RoundToNearest& operator=(const RoundToNearest&) = delete;
+    ~RoundToNearest() {
+        if (mode_ != FE_TONEAREST) {
+            std::fesetround(mode_);
+        }
+    }
+
+   private:
+    int mode_;
+};
+
 std::optional<double> to_unsigned_number(std::string_view text) noexcept {
     const bool hexadecimal = text.size() > 2 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X');
     if (hexadecimal) {
@@ -87,6 +108,7 @@ std::optional<double> to_unsigned_number(std::string_view text) noexcept {
         return to_special_number(text);
     }
     double value = 0;
+    const RoundToNearest mode;
     const char* end = text.data() + text.size();
     const auto format = hexadecimal ? std::chars_format::hex : std::chars_format::general;
     const auto result = std::from_chars(text.data(), end, value, format);
