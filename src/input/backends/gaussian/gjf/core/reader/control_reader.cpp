@@ -152,7 +152,7 @@ ControlSection read_control_section(LineSpan lines, bool pass_over_blank_lines, 
     if (!control.route_keywords.empty()) {
         control.parsed_keywords = GJFParser::parse_keywords(control.route_keywords, {});
     }
-    return std::move(control);
+    return std::move(reader.control);
 }
 
 bool has_geom_option(const ParsedKeywords& route, const SimpleYAMLParser& schema, const std::string& option) {
