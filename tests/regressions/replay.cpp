@@ -30,6 +30,7 @@ constexpr Fuzzer fuzzers[] = {
     {"schema_document", quor::fuzz::schema_document, false},
     {"schema_image", quor::fuzz::schema_image, false},
     {"editor_operations", quor::fuzz::editor_operations, false},
+    {"check_text", quor::fuzz::check_text, true},
     {"c_interface", quor::fuzz::c_interface, false},
 };
 
