@@ -1,0 +1,30 @@
+"""Gaussian 16 job files: read, check, edit, write.
+
+>>> import quor_gjf as gjf
+>>> job = gjf.loads("#p b3lyp/6-31g(d) opt\\n\\nHelium\\n\\n0 1\\nHe 0 0 0\\n")
+>>> job.route.keywords["opt"] = ["ts", "calcfc"]
+>>> str(job.route)
+'#p b3lyp/6-31g(d) opt=(ts,calcfc)'
+
+Indices count from 0, as everywhere in Python; texts for people and for Gaussian count from 1. In the examples of this package ``job``
+is a water molecule with two bonds.
+"""
+from ._core import Keyword, RouteWarning
+from .atoms import Atom, Atoms
+from .bonds import Bond, Bonds
+from .checks import Finding, check, check_codes
+from .errors import FileError, MissingFileError, ParseError, WriteError
+from .friends import from_ase
+from .job import ChargeSpin, Job, Jobs
+from .reading import edit, edit_all, loads, loads_all, read, read_all, read_many, vocabulary_path
+from .route import Keywords, Route, route
+from .sections import Section, SectionKind, Sections
+from .selection import Selection
+
+__version__ = "0.1.0"
+
+__all__ = [
+    "Atom", "Atoms", "Bond", "Bonds", "ChargeSpin", "FileError", "Finding", "Job", "Jobs", "Keyword", "Keywords", "MissingFileError",
+    "ParseError", "Route", "RouteWarning", "Section", "SectionKind", "Sections", "Selection", "WriteError", "check", "check_codes", "edit",
+    "edit_all", "from_ase", "loads", "loads_all", "read", "read_all", "read_many", "route", "vocabulary_path",
+]

@@ -1,0 +1,38 @@
+"""What goes wrong, as exceptions."""
+from __future__ import annotations
+
+import os
+
+from ._core import ParseError, WriteError
+
+__all__ = ["FileError", "MissingFileError", "ParseError", "WriteError", "file_error"]
+
+for _error in (ParseError, WriteError):
+    _error.__module__ = "quor_gjf"
+ParseError.__doc__ = "Malformed job text, or an edit that is refused; the job is as it was. A ``ValueError``."
+WriteError.__doc__ = "A job that cannot be written without loss; nothing is written. A ``ValueError``."
+
+
+class FileError(ParseError, OSError):
+    """A file that cannot be read or written; ``ParseError`` and ``OSError`` at once."""
+
+    def __str__(self) -> str:
+        return str(self.args[0]) if self.args else ""
+
+
+class MissingFileError(FileError, FileNotFoundError):
+    """A file that is not there; a ``FileNotFoundError`` too."""
+
+
+_FILE_MESSAGES = ("GJF Parse Error: Cannot open file: ", "GJF Parse Error: Cannot write file: ")
+
+
+def file_error(error: ParseError, path: str) -> ParseError:
+    """Return the file error that ``error`` tells about, or ``error`` itself when it tells about text."""
+    message = str(error)
+    if not message.startswith(_FILE_MESSAGES):
+        return error
+    gone = not os.path.exists(path) if "open" in message else not os.path.isdir(os.path.dirname(path) or ".")
+    found = (MissingFileError if gone else FileError)(message)
+    found.filename = path
+    return found

@@ -1,0 +1,104 @@
+"""Jobs and the programs around them: ASE, XYZ, pandas. Each is imported when it is used."""
+from __future__ import annotations
+
+from typing import TYPE_CHECKING, Any, List, Optional
+
+import numpy as np
+
+from .atoms import Atom
+from .elements import GHOST, TRANSLATION_VECTOR, symbol_of
+from .job import Job
+
+if TYPE_CHECKING:
+    import ase
+    import pandas
+
+BOHR = 0.529177210903
+"""Ångström in a bohr (CODATA 2018)."""
+
+
+def _angstrom(job: Job) -> Any:
+    """Positions in ångström, whatever the route's unit."""
+    in_bohr = any(job.route.keywords.option("units", unit) is not None for unit in ("au", "bohr"))
+    return np.array(job.positions) * (BOHR if in_bohr else 1.0)
+
+
+def to_ase(job: Job) -> "ase.Atoms":
+    from ase import Atoms
+    from ase.constraints import FixAtoms
+
+    symbols = job.symbols
+    positions = _angstrom(job)
+    if not np.isfinite(positions).all():
+        raise ValueError("some coordinates are variables without a value")
+    vectors = [i for i, symbol in enumerate(symbols) if symbol == TRANSLATION_VECTOR]
+    real = [i for i, symbol in enumerate(symbols) if symbol != TRANSLATION_VECTOR]
+    atoms = Atoms(symbols=["X" if symbols[i] == GHOST else symbols[i] for i in real], positions=positions[real],
+                  info={"charge": job.charge, "multiplicity": job.multiplicity, "title": job.title})
+    if len(vectors) > 3:
+        raise ValueError("more than three translation vectors")
+    if vectors:
+        cell = np.zeros((3, 3))
+        cell[: len(vectors)] = positions[vectors]
+        atoms.set_cell(cell)
+        atoms.set_pbc([i < len(vectors) for i in range(3)])
+    codes = job.freeze_codes
+    fixed = [place for place, i in enumerate(real) if codes[i] == -1]
+    if fixed:
+        atoms.set_constraint(FixAtoms(indices=fixed))
+    return atoms
+
+
+def from_ase(atoms: "ase.Atoms", route: str = "#", charge: Optional[int] = None, multiplicity: Optional[int] = None,
+             title: Optional[str] = None, **link0: Any) -> Job:
+    """Make a job from ASE atoms. FixAtoms become freeze codes, periodic directions of the cell translation vectors.
+
+    Charge, multiplicity and title are taken from ``info`` when they are not given, else from the initial charges and magnetic moments,
+    else they are 0, 1 and the formula. ``link0``: ``mem="8GB"`` and the like, as for ``Job``.
+    """
+    from ase.constraints import FixAtoms
+
+    info = atoms.info
+    if charge is None:
+        charge = int(info.get("charge", round(float(atoms.get_initial_charges().sum()))))
+    if multiplicity is None:
+        moment = abs(float(atoms.get_initial_magnetic_moments().sum()))
+        multiplicity = int(info.get("multiplicity", round(moment) + 1))
+    if title is None:
+        title = str(info.get("title") or atoms.get_chemical_formula())
+    fixed = {int(i) for constraint in atoms.constraints if isinstance(constraint, FixAtoms) for i in constraint.get_indices()}
+    entries: List[Atom] = [
+        Atom(symbol, position, freeze=-1 if i in fixed else None)
+        for i, (symbol, position) in enumerate(zip(atoms.get_chemical_symbols(), atoms.get_positions()))
+    ]
+    entries += [Atom(TRANSLATION_VECTOR, vector) for vector, periodic in zip(np.array(atoms.cell), atoms.pbc) if periodic]
+    return Job(route, title, charge, multiplicity, entries, **link0)
+
+
+def to_xyz(job: Job) -> str:
+    positions = _angstrom(job)
+    comment = " ".join(job.title.split())
+    lines = [f"{symbol:<2} {x:15.8f} {y:15.8f} {z:15.8f}" for symbol, (x, y, z) in zip(job.symbols, positions)]
+    return "\n".join([str(len(lines)), comment, *lines, ""])
+
+
+def to_frame(job: Job) -> "pandas.DataFrame":
+    import pandas
+
+    x, y, z = job.positions.T
+    atoms = job._native.atom_values()
+    elements = [atom.element for atom in atoms]
+    frame = pandas.DataFrame({
+        "element": elements,
+        "symbol": [symbol_of(element) for element in elements],
+        "x": x,
+        "y": y,
+        "z": z,
+        "freeze": pandas.array([atom.freeze for atom in atoms], dtype="Int64"),
+        "layer": [atom.layer for atom in atoms],
+        "mm_type": [atom.mm_type for atom in atoms],
+        "mm_charge": np.array([np.nan if atom.mm_charge is None else atom.mm_charge for atom in atoms], dtype=float),
+        "fragment": job.fragments,
+    })
+    frame.index.name = "atom"
+    return frame

@@ -1,0 +1,114 @@
+"""Reading jobs from files and texts."""
+from __future__ import annotations
+
+import contextlib
+import os
+from typing import Iterable, Iterator, List, Optional, Union
+
+from . import _core
+from .errors import ParseError, file_error
+from .job import Job, Jobs, PathLike
+
+
+def read(path: PathLike) -> Job:
+    """Read the first job of a file.
+
+    ParseError for malformed text, MissingFileError (a FileNotFoundError too) or FileError when the file cannot be read.
+
+    >>> gjf.read("nowhere.gjf")
+    Traceback (most recent call last):
+        ...
+    quor_gjf.errors.MissingFileError: GJF Parse Error: Cannot open file: nowhere.gjf
+    """
+    name = os.fsdecode(path)
+    try:
+        return Job._of(_core.read(name), name)
+    except ParseError as error:
+        raise file_error(error, name) from None
+
+
+def read_all(path: PathLike) -> Jobs:
+    """Read every job of a file."""
+    name = os.fsdecode(path)
+    try:
+        return _jobs(_core.read_all(name), name)
+    except ParseError as error:
+        raise file_error(error, name) from None
+
+
+def loads(text: str) -> Job:
+    """Read the first job of a text.
+
+    >>> gjf.loads("# hf/sto-3g\\n\\nHelium\\n\\n0 1\\nHe 0 0 0\\n").symbols
+    ['He']
+    """
+    return Job._of(_core.loads(text))
+
+
+def loads_all(text: str) -> Jobs:
+    """Read every job of a text."""
+    return _jobs(_core.loads_all(text), None)
+
+
+def _jobs(natives: "List[_core.Job]", path: Optional[str]) -> Jobs:
+    jobs = Jobs(Job._of(native, path) for native in natives)
+    jobs.path = path
+    return jobs
+
+
+def read_many(paths: Iterable[PathLike], threads: Optional[int] = None, *, all_jobs: bool = False,
+              on_error: str = "raise") -> "List[Union[Job, Jobs, ParseError, None]]":
+    """Read many files at once, and return one result a file, in the order of the paths.
+
+    ``threads``: how many work at the same time; as many as the machine has processors when it is None. ``all_jobs``: a result
+    is a ``Jobs`` of all jobs instead of the first job. ``on_error``: ``"raise"`` the first error, ``"return"`` errors in the places of
+    their files, or ``"skip"``, which puts None there.
+    """
+    if on_error not in ("raise", "return", "skip"):
+        raise ValueError('on_error is "raise", "return" or "skip"')
+    if threads is not None and threads < 1:
+        raise ValueError("threads must be at least 1")
+    names = [os.fsdecode(path) for path in paths]
+    results: List[Union[Job, Jobs, ParseError, None]] = []
+    for name, (natives, message) in zip(names, _core.read_many(names, all_jobs, threads or 0)):
+        if not message:
+            results.append(_jobs(natives, name) if all_jobs else Job._of(natives[0], name))
+            continue
+        error = file_error(ParseError(message), name)
+        if on_error == "raise":
+            raise error
+        results.append(error if on_error == "return" else None)
+    return results
+
+
+@contextlib.contextmanager
+def edit(path: PathLike) -> Iterator[Job]:
+    """Read a file of one job, and save it at the end of the ``with`` block when the job was changed; not after an error.
+
+    >>> job.save("water.gjf")
+    >>> with gjf.edit("water.gjf") as water:
+    ...     water.charge = 1
+    ...     water.multiplicity = 2
+    >>> gjf.read("water.gjf").pairs
+    [ChargeSpin(charge=1, multiplicity=2)]
+    """
+    with edit_all(path) as jobs:
+        if len(jobs) != 1:
+            raise ValueError(f"{os.fsdecode(path)} holds {len(jobs)} jobs: use edit_all")
+        yield jobs[0]
+
+
+@contextlib.contextmanager
+def edit_all(path: PathLike) -> Iterator[Jobs]:
+    """Read all jobs of a file, and save them at the end of the ``with`` block when something was changed; not after an error."""
+    jobs = read_all(path)
+    before = list(jobs)
+    yield jobs
+    same_jobs = len(jobs) == len(before) and all(a is b for a, b in zip(jobs, before))
+    if not same_jobs or not all(job.is_as_read for job in jobs):
+        jobs.save()
+
+
+def vocabulary_path() -> str:
+    """Return the path of the route vocabulary in use."""
+    return _core.vocabulary_path()

@@ -1,0 +1,304 @@
+// Atoms, labels, positions and bonds of one job.
+#include "bindings.hpp"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <string>
+#include <tuple>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+namespace quor_python {
+namespace {
+
+using namespace quor::input::gaussian;
+using Indices = std::vector<std::size_t>;
+using Positions = py::array_t<double, py::array::c_style | py::array::forcecast>;
+using NumberOfName = std::unordered_map<std::string, double>;
+
+constexpr double not_a_number = std::numeric_limits<double>::quiet_NaN();
+
+const std::vector<AtomCoord>& atoms_of(const JobHandle& job) { return job.editor.get_data().geom.atoms; }
+
+const AtomCoord& atom_at(const JobHandle& job, std::size_t index) {
+    if (index >= atoms_of(job).size()) {
+        throw py::index_error("there is no atom " + std::to_string(index));
+    }
+    return atoms_of(job)[index];
+}
+
+// --- Positions
+
+std::string folded(std::string text) {
+    for (char& c : text) {
+        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    }
+    return text;
+}
+
+double leading_number(const std::string& text) {
+    const std::size_t begin = std::min(text.find_first_not_of(" \t+"), text.size());
+    double value = not_a_number;
+    return std::from_chars(text.data() + begin, text.data() + text.size(), value).ec == std::errc() ? value : not_a_number;
+}
+
+NumberOfName variables_of(const GeomSection& geom) {
+    NumberOfName values;
+    for (const ZMatrixVariable& variable : geom.cartesian_variables) {
+        values.emplace(folded(variable.name), leading_number(variable.value));
+    }
+    return values;
+}
+
+bool is_symbolic(const CoordinateValue& coordinate) { return !coordinate.text.empty() && !coordinate.value; }
+
+double coordinate_value(const CoordinateValue& coordinate, double number, const NumberOfName& variables) {
+    if (!is_symbolic(coordinate)) {
+        return number;
+    }
+    const std::string& text = coordinate.text;
+    const bool has_sign = text.front() == '-' || text.front() == '+';
+    const auto found = variables.find(folded(has_sign ? text.substr(1) : text));
+    if (found == variables.end()) {
+        return not_a_number;
+    }
+    return text.front() == '-' ? -found->second : found->second;
+}
+
+Positions positions_of(const JobHandle& job) {
+    const GeomSection& geom = job.editor.get_data().geom;
+    const NumberOfName variables = variables_of(geom);
+    Positions array({static_cast<py::ssize_t>(geom.atoms.size()), py::ssize_t{3}});
+    double* out = array.mutable_data();
+    for (const AtomCoord& atom : geom.atoms) {
+        *out++ = coordinate_value(atom.x_ref, atom.x, variables);
+        *out++ = coordinate_value(atom.y_ref, atom.y, variables);
+        *out++ = coordinate_value(atom.z_ref, atom.z, variables);
+    }
+    return array;
+}
+
+py::tuple position_of(const JobHandle& job, std::size_t index) {
+    const AtomCoord& atom = atom_at(job, index);
+    const NumberOfName variables = variables_of(job.editor.get_data().geom);
+    return py::make_tuple(coordinate_value(atom.x_ref, atom.x, variables), coordinate_value(atom.y_ref, atom.y, variables),
+                          coordinate_value(atom.z_ref, atom.z, variables));
+}
+
+void set_positions(JobHandle& job, const Positions& positions) {
+    const auto count = static_cast<py::ssize_t>(atoms_of(job).size());
+    if (positions.ndim() != 2 || positions.shape(0) != count || positions.shape(1) != 3) {
+        throw py::value_error("positions must have the shape (" + std::to_string(count) + ", 3)");
+    }
+    const double* in = positions.data();
+    if (!std::all_of(in, in + 3 * count, [](double value) { return std::isfinite(value); })) {
+        throw py::value_error("positions must be finite");
+    }
+    change_copy(job, [&](GJFData& data) {
+        for (AtomCoord& atom : data.geom.atoms) {
+            atom.x = *in++;
+            atom.y = *in++;
+            atom.z = *in++;
+            atom.x_ref = atom.y_ref = atom.z_ref = CoordinateValue{};
+        }
+        // No coordinate is a name any more.
+        data.geom.cartesian_variables.clear();
+    });
+}
+
+void bind_positions(JobClass& job) {
+    job.def_property("positions", &positions_of, &set_positions);
+    job.def("position", &position_of);
+    job.def("translate", [](JobHandle& self, const Indices& indices, double x, double y, double z) {
+        self.editor.translate_atoms(indices, x, y, z);
+    });
+    job.def("scale",
+            [](JobHandle& self, const Indices& indices, double factor) { self.editor.scale_coordinates(indices, factor); });
+    job.def("rotate", [](JobHandle& self, const Indices& indices, double a, double b, double c) {
+        self.editor.rotate_atoms(indices, a, b, c);
+    });
+    job.def("is_symbolic", [](const JobHandle& self) {
+        return std::any_of(atoms_of(self).begin(), atoms_of(self).end(), [](const AtomCoord& atom) {
+            return is_symbolic(atom.x_ref) || is_symbolic(atom.y_ref) || is_symbolic(atom.z_ref);
+        });
+    });
+    job.def("use_numeric_coordinates", [](JobHandle& self) { self.editor.use_numeric_coordinates(); });
+    job.def("atoms_with_touching_coordinates",
+            [](const JobHandle& self) { return self.editor.atoms_with_touching_coordinates(); });
+}
+
+// --- The list of atoms
+
+py::list elements_of(const JobHandle& job) {
+    const GeomSection& geom = job.editor.get_data().geom;
+    py::list elements;
+    for (const AtomCoord& atom : geom.atoms) {
+        elements.append(to_python(atom.info.element));
+    }
+    for (const ZMatrixEntry& entry : geom.zmatrix_entries) {
+        elements.append(to_python(entry.info.element));
+    }
+    return elements;
+}
+
+// Takes many atoms out in one pass; `gone` says which. Bonds are renumbered as for one atom after the other.
+void remove_marked_atoms(GJFData& data, const std::vector<bool>& gone) {
+    std::vector<AtomCoord> kept;
+    std::vector<std::uint64_t> place(gone.size(), 0);
+    for (std::size_t i = 0; i < gone.size(); ++i) {
+        place[i] = kept.size();
+        if (!gone[i]) {
+            kept.push_back(std::move(data.geom.atoms[i]));
+        }
+    }
+    data.geom.atoms = std::move(kept);
+    const auto index = data.find_extra_input_index(ExtraInputSectionKind::Connectivity);
+    ConnectivitySection* section =
+        index < 0 ? nullptr : data.extra_inputs[static_cast<std::size_t>(index)].mutable_connectivity();
+    if (section == nullptr) {
+        return;
+    }
+    std::vector<Bond> bonds;
+    for (const Bond& bond : section->bonds) {
+        // Bonds are stored with the smaller index first.
+        if (bond.atom2 < gone.size() && !gone[bond.atom1] && !gone[bond.atom2]) {
+            bonds.push_back({place[bond.atom1], place[bond.atom2], bond.order});
+        }
+    }
+    section->bonds = std::move(bonds);
+}
+
+void remove_atoms(JobHandle& job, const Indices& indices) {
+    std::vector<bool> gone(atoms_of(job).size(), false);
+    for (const std::size_t index : indices) {
+        atom_at(job, index);
+        gone[index] = true;
+    }
+    change_copy(job, [&](GJFData& data) { remove_marked_atoms(data, gone); });
+}
+
+void bind_atom_list(JobClass& job) {
+    job.def("atom_count", [](const JobHandle& self) { return atoms_of(self).size(); });
+    job.def("is_zmatrix",
+            [](const JobHandle& self) { return self.editor.get_data().geom.format == GeometryFormat::ZMatrix; });
+    job.def("elements", &elements_of);
+    job.def("atom", [](const JobHandle& self, std::size_t index) { return AtomCoord(atom_at(self, index)); });
+    job.def("atom_values", [](const JobHandle& self) { return atoms_of(self); });
+    job.def("replace_atom",
+            [](JobHandle& self, std::size_t index, const AtomCoord& atom) { self.editor.replace_atom(index, atom); });
+    job.def("add_atom",
+            [](JobHandle& self, const AtomCoord& atom, const std::vector<std::pair<std::size_t, double>>& bonds) {
+                self.editor.add_atom_with_connectivity(atom, bonds);
+            });
+    job.def("remove_atoms", &remove_atoms);
+    job.def("move_atom", [](JobHandle& self, std::size_t from, std::size_t to) { self.editor.move_atom(from, to); });
+    job.def("clear_atoms", [](JobHandle& self) { self.editor.clear_atoms(); });
+    job.def("reorder_atoms",
+            [](JobHandle& self, const Indices& order) { self.editor.reorder_atoms_with_connectivity(order); });
+    job.def("move_atoms_to_end", [](JobHandle& self, const Indices& indices) { self.editor.move_atoms_to_end(indices); });
+    job.def("move_atoms_to_beginning",
+            [](JobHandle& self, const Indices& indices) { self.editor.move_atoms_to_beginning(indices); });
+    job.def("format_index_ranges",
+            [](const JobHandle& self, const Indices& indices) { return self.editor.format_index_ranges(indices); });
+}
+
+py::list zmatrix_of(const JobHandle& job) {
+    py::list rows;
+    const auto reference = [](const std::optional<ZMatrixReference>& entry) -> py::object {
+        return entry ? py::object(py::make_tuple(entry->atom, to_python(entry->value))) : py::object(py::none());
+    };
+    for (const ZMatrixEntry& entry : job.editor.get_data().geom.zmatrix_entries) {
+        rows.append(py::make_tuple(to_python(entry.info.element), reference(entry.bond), reference(entry.angle),
+                                   reference(entry.dihedral)));
+    }
+    return rows;
+}
+
+py::dict variables_dict(const std::vector<ZMatrixVariable>& variables) {
+    py::dict dict;
+    for (const ZMatrixVariable& variable : variables) {
+        dict[to_python(variable.name)] = to_python(variable.value);
+    }
+    return dict;
+}
+
+void bind_molecule(JobClass& job) {
+    job.def("zmatrix", &zmatrix_of);
+    job.def("variables", [](const JobHandle& self) {
+        const GeomSection& geom = self.editor.get_data().geom;
+        return variables_dict(geom.format == GeometryFormat::ZMatrix ? geom.variables : geom.cartesian_variables);
+    });
+    job.def("constants", [](const JobHandle& self) { return variables_dict(self.editor.get_data().geom.constants); });
+}
+
+// --- Labels
+
+void bind_labels(JobClass& job) {
+    job.def("set_freeze",
+            [](JobHandle& self, const Indices& indices, int code) { self.editor.set_freeze_by_index(indices, code); });
+    job.def("clear_freeze", [](JobHandle& self, const Indices& indices) {
+        for (const std::size_t index : indices) {
+            AtomCoord atom = atom_at(self, index);
+            atom.freeze.reset();
+            self.editor.replace_atom(index, atom);
+        }
+    });
+    job.def("set_layer", [](JobHandle& self, const Indices& indices, const Text& layer) {
+        self.editor.set_oniom_layer_by_index(indices, layer.value);
+    });
+    job.def("ensure_layers", [](JobHandle& self) { self.editor.ensure_oniom_completeness(); });
+    job.def("layer_counts", [](const JobHandle& self) {
+        py::dict counts;
+        for (const auto& [layer, count] : self.editor.get_oniom_layer_counts()) {
+            counts[to_python(layer)] = count;
+        }
+        return counts;
+    });
+    job.def("set_fragment", [](JobHandle& self, const Indices& indices, const Text& fragment) {
+        self.editor.set_fragment_by_index(indices, fragment.value);
+    });
+    job.def("fragment",
+            [](const JobHandle& self, std::size_t index) { return to_python_or_none(self.editor.get_fragment(index)); });
+    job.def("set_mm_type",
+            [](JobHandle& self, std::size_t index, const Text& type) { self.editor.set_atom_type(index, type.value); });
+    job.def("set_mm_charge",
+            [](JobHandle& self, std::size_t index, double charge) { self.editor.set_atom_mm_charge(index, charge); });
+    job.def("clear_mm_charge", [](JobHandle& self, std::size_t index) { self.editor.clear_atom_mm_charge(index); });
+}
+
+// --- Bonds
+
+using BondTuple = std::tuple<std::uint64_t, std::uint64_t, double>;
+
+void bind_bonds(JobClass& job) {
+    job.def("bonds", [](const JobHandle& self) {
+        std::vector<BondTuple> bonds;
+        for (const Bond& bond : self.editor.get_all_bonds()) {
+            bonds.emplace_back(bond.atom1, bond.atom2, bond.order);
+        }
+        return bonds;
+    });
+    job.def("bond_count", [](const JobHandle& self) { return self.editor.get_bond_count(); });
+    job.def("bond_order",
+            [](const JobHandle& self, std::size_t a, std::size_t b) { return self.editor.get_bond_order(a, b); });
+    job.def("set_bond_order",
+            [](JobHandle& self, std::size_t a, std::size_t b, double order) { self.editor.set_bond_order(a, b, order); });
+    job.def("remove_bond", [](JobHandle& self, std::size_t a, std::size_t b) { self.editor.remove_bond(a, b); });
+    job.def("neighbours", [](const JobHandle& self, std::size_t index) { return self.editor.get_connected_atoms(index); });
+    job.def("clear_bonds", [](JobHandle& self) { self.editor.clear_connectivity(); });
+}
+
+}  // namespace
+
+void bind_atoms(JobClass& job) {
+    bind_positions(job);
+    bind_atom_list(job);
+    bind_molecule(job);
+    bind_labels(job);
+    bind_bonds(job);
+}
+
+}  // namespace quor_python

@@ -1,0 +1,127 @@
+// Reads jobs for Python and makes their text.
+#include "job_handle.hpp"
+
+#include "same_job.hpp"
+
+#include <core/fs/write_text_file.hpp>
+#include <gjf/core/editor/gjf_multi_editor.hpp>
+#include <gjf/core/reader/gjf_parser.hpp>
+
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <utility>
+
+namespace quor_python {
+namespace {
+
+using namespace quor::input::gaussian;
+
+// A number beyond its range is malformed text like any other.
+template <class Read>
+auto read_guarded(Read read) {
+    try {
+        return read();
+    } catch (const std::out_of_range& error) {
+        throw GJFParseException(error.what());
+    }
+}
+
+bool is_blank(const std::string& text) { return text.find_first_not_of(" \t\r\n") == std::string::npos; }
+
+std::string without_last_line_breaks(std::string text) {
+    text.erase(text.find_last_not_of("\r\n") + 1);
+    return text;
+}
+
+[[noreturn]] void refuse(const char* part) {
+    throw WriteError(std::string("Cannot write the job without loss: its ") + part + " would not read back as it is");
+}
+
+std::string fixed_layout(const GJFEditor& editor) {
+    std::string text = editor.to_gjf_string();
+    try {
+        const GJFData again = read_guarded([&] { return GJFParser::parse_string(text); });
+        if (const char* part = first_difference(editor.get_data(), again, Coordinates::AsWritten)) {
+            refuse(part);
+        }
+    } catch (const GJFParseException& error) {
+        throw WriteError(std::string("Cannot write the job without loss: its text would not read back (") + error.what() +
+                         ")");
+    }
+    return text;
+}
+
+}  // namespace
+
+JobHandle read_first_job(const std::string& text) {
+    GJFData data = read_guarded([&] { return GJFParser::parse_string(text); });
+    std::vector<std::string> pieces = GJFParser::split_by_link1(text);
+    if (pieces.size() == 1) {
+        return {GJFEditor(std::move(data)), text, false};
+    }
+    const bool others =
+        std::any_of(pieces.begin() + 1, pieces.end(), [](const std::string& piece) { return !is_blank(piece); });
+    return {GJFEditor(std::move(data)), std::move(pieces.front()), others};
+}
+
+std::vector<JobHandle> read_all_jobs(const std::string& text) {
+    GJFMultiData data = read_guarded([&] { return GJFParser::parse_string_multi(text); });
+    std::vector<JobHandle> jobs;
+    jobs.reserve(data.jobs.size());
+    for (GJFData& job : data.jobs) {
+        jobs.push_back({GJFEditor(std::move(job)), {}, data.jobs.size() > 1});
+    }
+    std::vector<std::string> pieces = GJFParser::split_by_link1(text);
+    if (pieces.size() == 1) {
+        jobs.front().source = text;
+        return jobs;
+    }
+    std::size_t next = 0;
+    for (std::string& piece : pieces) {
+        if (!is_blank(piece) && next < jobs.size()) {
+            jobs[next++].source = std::move(piece);
+        }
+    }
+    return jobs;
+}
+
+std::string read_file_text(const std::string& path) {
+    std::ifstream file(path, std::ios::in | std::ios::binary);
+    std::string text{std::istreambuf_iterator<char>(file), {}};
+    if (!file.is_open() || file.bad()) {
+        throw GJFParseException("Cannot open file: " + path);
+    }
+    return text;
+}
+
+void write_file_text(const std::string& path, std::string_view text) {
+    if (!quor::core::fs::write_text_file(path, text)) {
+        throw GJFParseException("Cannot write file: " + path);
+    }
+}
+
+bool is_as_read(const JobHandle& job) {
+    if (job.source.empty()) {
+        return false;
+    }
+    const GJFData read = GJFParser::parse_string(job.source);
+    return first_difference(job.editor.get_data(), read, Coordinates::AsText) == nullptr;
+}
+
+std::string job_text(const JobHandle& job) { return is_as_read(job) ? job.source : fixed_layout(job.editor); }
+
+std::string file_text(const std::vector<JobHandle>& jobs) {
+    if (jobs.size() == 1) {
+        return job_text(jobs.front());
+    }
+    std::string text;
+    for (const JobHandle& job : jobs) {
+        text += text.empty() ? "" : "\n\n--Link1--\n";
+        text += without_last_line_breaks(job_text(job));
+    }
+    text += text.empty() ? "" : "\n\n\n";
+    return text;
+}
+
+}  // namespace quor_python

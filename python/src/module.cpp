@@ -1,0 +1,22 @@
+// The native half of the Python package: the class interface of libquor_g16_gjf, without Pythonic dress.
+#include "bindings.hpp"
+
+#include <gjf/core/job/gjf_parse_exception.hpp>
+
+PYBIND11_MODULE(_core, module) {
+    using namespace quor_python;
+    module.doc() = "The class interface of libquor_g16_gjf. Use it through the package quor_gjf.";
+    py::register_exception<quor::input::gaussian::GJFParseException>(module, "ParseError", PyExc_ValueError);
+    py::register_exception<WriteError>(module, "WriteError", PyExc_ValueError);
+    bind_values(module);
+    JobClass job(module, "Job", "One job: its editor, and the text it was read from.");
+    bind_job(job);
+    bind_atoms(job);
+    bind_route(job);
+    bind_sections(job);
+    bind_state(job);
+    bind_reading(module);
+#if QUOR_GJF_HAS_CHECK
+    bind_checks(module);
+#endif
+}

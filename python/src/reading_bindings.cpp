@@ -1,0 +1,104 @@
+// Reads files and texts, many at once too, and tells where the vocabulary is.
+#include "bindings.hpp"
+
+#include <gjf/core/reader/gjf_parser.hpp>
+#include <gjf/core/route_schema_paths.hpp>
+
+#include <algorithm>
+#include <atomic>
+#include <string>
+#include <system_error>
+#include <thread>
+#include <utility>
+#include <vector>
+
+namespace quor_python {
+namespace {
+
+/// What became of one file: its jobs, or why there are none.
+struct Outcome {
+    std::vector<JobHandle> jobs;
+    std::string error;
+};
+
+Outcome read_one(const std::string& path, bool all_jobs) noexcept {
+    Outcome outcome;
+    try {
+        const std::string text = read_file_text(path);
+        if (all_jobs) {
+            outcome.jobs = read_all_jobs(text);
+        } else {
+            outcome.jobs.push_back(read_first_job(text));
+        }
+    } catch (const std::exception& error) {
+        outcome.error = error.what();
+    }
+    return outcome;
+}
+
+// Threads take the next path that nobody has taken; each writes to its own places of the result alone.
+std::vector<Outcome> read_paths(const std::vector<std::string>& paths, bool all_jobs, unsigned thread_count) {
+    std::vector<Outcome> outcomes(paths.size());
+    std::atomic<std::size_t> next{0};
+    const auto work = [&] {
+        for (std::size_t i = next++; i < paths.size(); i = next++) {
+            outcomes[i] = read_one(paths[i], all_jobs);
+        }
+    };
+    std::vector<std::thread> threads;
+    const std::size_t helpers = std::min<std::size_t>(thread_count, paths.size());
+    try {
+        for (std::size_t i = 1; i < helpers; ++i) {
+            threads.emplace_back(work);
+        }
+    } catch (const std::system_error&) {
+        // The system gives no more threads: those there are do it.
+    }
+    work();
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    return outcomes;
+}
+
+py::list read_many(std::vector<Text> paths, bool all_jobs, unsigned threads) {
+    const std::vector<std::string> names = to_strings(std::move(paths));
+    std::vector<Outcome> outcomes;
+    {
+        const py::gil_scoped_release released;
+        outcomes = read_paths(names, all_jobs, threads != 0 ? threads : std::max(1U, std::thread::hardware_concurrency()));
+    }
+    py::list results;
+    for (Outcome& outcome : outcomes) {
+        results.append(py::make_tuple(std::move(outcome.jobs), to_python(outcome.error)));
+    }
+    return results;
+}
+
+}  // namespace
+
+void bind_reading(py::module_& module) {
+    module.def(
+        "read_text", [](const Text& path) { return Text{read_file_text(path.value)}; },
+        py::call_guard<py::gil_scoped_release>());
+    module.def(
+        "read", [](const Text& path) { return read_first_job(read_file_text(path.value)); },
+        py::call_guard<py::gil_scoped_release>());
+    module.def(
+        "read_all", [](const Text& path) { return read_all_jobs(read_file_text(path.value)); },
+        py::call_guard<py::gil_scoped_release>());
+    module.def(
+        "loads", [](const Text& text) { return read_first_job(text.value); }, py::call_guard<py::gil_scoped_release>());
+    module.def(
+        "loads_all", [](const Text& text) { return read_all_jobs(text.value); }, py::call_guard<py::gil_scoped_release>());
+    module.def("read_many", &read_many);
+    module.def(
+        "file_text", [](const std::vector<JobHandle>& jobs) { return Text{file_text(jobs)}; },
+        py::call_guard<py::gil_scoped_release>());
+    module.def(
+        "write_text", [](const Text& path, const Text& text) { write_file_text(path.value, text.value); },
+        py::call_guard<py::gil_scoped_release>());
+    module.def("vocabulary_path", [] { return to_python(quor::input::gaussian::resolve_route_schema_path({})); });
+}
+
+}  // namespace quor_python
