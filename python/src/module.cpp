@@ -16,7 +16,5 @@ PYBIND11_MODULE(_core, module) {
     bind_sections(job);
     bind_state(job);
     bind_reading(module);
-#if QUOR_GJF_HAS_CHECK
     bind_checks(module);
-#endif
 }
