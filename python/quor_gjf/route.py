@@ -114,8 +114,8 @@ class Route:
     >>> job.route.basis = "def2svp"
     >>> str(job.route)
     '#p m062x/def2svp opt freq geom=connectivity'
-    >>> gjf.route("#p b3lpy/6-31g(d) opt").warnings
-    [<RouteWarning GJF-W005: Route token "b3lpy/6-31g(d)" is not recognized by the configured Gaussian schema; preserving it as raw text.>]
+    >>> [warning.code for warning in gjf.route("#p b3lpy/6-31g(d) opt").warnings]
+    ['GJF-W005']
     """
 
     __slots__ = ("_job",)

@@ -9,7 +9,7 @@
 
 #include <algorithm>
 #include <fstream>
-#include <iterator>
+#include <sstream>
 #include <utility>
 
 namespace quor_python {
@@ -80,6 +80,10 @@ std::string fixed_layout(const GJFEditor& editor) {
     if (has_link_atoms(geom)) {
         refuse("link atoms");
     }
+    if (const std::size_t count = editor.atoms_with_touching_coordinates().size(); count > 0) {
+        throw WriteError("Cannot write the job without loss: the coordinates of " + std::to_string(count) +
+                         " atoms are too wide for their columns; use_numeric_coordinates() writes them with six decimals");
+    }
     std::string text = editor.to_gjf_string();
     try {
         const GJFData again = read_guarded([&] { return GJFParser::parse_string(text); });
@@ -129,11 +133,16 @@ std::vector<JobHandle> read_all_jobs(const std::string& text) {
 
 std::string read_file_text(const std::string& path) {
     std::ifstream file(path, std::ios::in | std::ios::binary);
-    std::string text{std::istreambuf_iterator<char>(file), {}};
-    if (!file.is_open() || file.bad()) {
+    std::ostringstream text;
+    // A folder opens but does not read, and an empty file puts nothing into the stream.
+    const bool empty = file.peek() == std::ifstream::traits_type::eof();
+    if (file.is_open() && !file.bad() && !empty) {
+        text << file.rdbuf();
+    }
+    if (!file.is_open() || file.bad() || text.bad()) {
         throw GJFParseException("Cannot open file: " + path);
     }
-    return text;
+    return std::move(text).str();
 }
 
 void write_file_text(const std::string& path, std::string_view text) {

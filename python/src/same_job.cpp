@@ -73,7 +73,9 @@ std::vector<std::string> route_words(const ControlSection& control) {
     for (const std::string& word : control.route_keywords) {
         line += word + " ";
     }
-    return GJFParser::parse_keywords_from_line(line, {});
+    // Behind a "!" nothing would be read again: such words are compared as they stand.
+    return line.find_first_of("!\r\n") == std::string::npos ? GJFParser::parse_keywords_from_line(line, {})
+                                                            : std::vector<std::string>{line};
 }
 
 std::string without_last_blanks(std::string text) {

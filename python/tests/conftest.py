@@ -1,8 +1,6 @@
 """What the tests share: where the tree is, and the job that the examples of the documentation use."""
-import os
 import pathlib
 
-import numpy
 import pytest
 
 import quor_gjf as gjf
@@ -40,10 +38,8 @@ def examples():
     return files
 
 
-@pytest.fixture(autouse=True)
-def doctest_surroundings(doctest_namespace, tmp_path):
-    doctest_namespace.update(gjf=gjf, np=numpy, job=gjf.loads(WATER))
-    before = os.getcwd()
-    os.chdir(tmp_path)
-    yield
-    os.chdir(before)
+@pytest.fixture
+def folder(tmp_path, monkeypatch):
+    """A folder of its own, as the current one."""
+    monkeypatch.chdir(tmp_path)
+    return tmp_path

@@ -1,0 +1,133 @@
+"""ASE, XYZ, pandas; the checker."""
+import numpy as np
+import pytest
+
+import quor_gjf as gjf
+from conftest import SOURCE, WATER
+
+# --- ASE
+
+
+def test_ase_gets_everything_it_can_hold(job):
+    pytest.importorskip("ase")
+    job.freeze("H")
+    job.pairs = [(1, 2)]
+    atoms = job.to_ase()
+    assert atoms.get_chemical_symbols() == ["O", "H", "H"] and not atoms.pbc.any()
+    np.testing.assert_array_equal(atoms.positions, job.positions)
+    assert list(atoms.constraints[0].index) == [1, 2]
+    assert atoms.info == {"charge": 1, "multiplicity": 2, "title": "Water"}
+
+
+def test_ase_round_trip_over_examples(examples):
+    pytest.importorskip("ase")
+    count = 0
+    for path in examples:
+        for job in gjf.read_all(path):
+            if job.is_zmatrix or not job.atoms or "Bq" in job.symbols:
+                continue
+            back = gjf.from_ase(job.to_ase(), route=str(job.route))
+            assert (sorted(back.symbols), back.title, back.pairs) == (sorted(job.symbols), job.title, [(job.charge, job.multiplicity)])
+            in_order = sorted(range(len(job.symbols)), key=lambda i: job.symbols[i] == "Tv")
+            np.testing.assert_allclose(back.positions, job.positions[in_order], atol=1e-12)
+            assert [code == -1 for code in back.freeze_codes] == [job.freeze_codes[i] == -1 for i in in_order]
+            count += 1
+    assert count >= 18
+
+
+def test_ase_cells_are_translation_vectors():
+    ase = pytest.importorskip("ase")
+    atoms = ase.Atoms("CH", positions=[[0, 0, 0], [1, 0, 0]], cell=[2.5, 0, 0], pbc=[True, False, False])
+    job = gjf.from_ase(atoms, route="# pbepbe/3-21g")
+    assert job.symbols == ["C", "H", "Tv"] and job.positions[2].tolist() == [2.5, 0, 0] and job.title == "CH"
+    back = job.to_ase()
+    assert list(back.pbc) == [True, False, False] and back.cell.tolist()[0] == [2.5, 0, 0] and len(back) == 2
+
+
+def test_charge_and_multiplicity_for_ase(job):
+    ase = pytest.importorskip("ase")
+    atoms = ase.Atoms("OH", positions=np.zeros((2, 3)), charges=[-0.5, -0.5], magmoms=[2, 0])
+    assert gjf.from_ase(atoms).pairs == [(-1, 3)]
+    assert gjf.from_ase(atoms, charge=0, multiplicity=2, title="T", mem="1GB").mem == "1GB"
+    with pytest.raises(TypeError):
+        gjf.from_ase(atoms, memory="1GB")
+
+
+def test_ase_units_are_angstrom():
+    pytest.importorskip("ase")
+    job = gjf.loads("# hf/sto-3g units=au\n\nT\n\n0 1\nH 0 0 0\nH 0 0 1.4\n\n")
+    assert job.to_ase().positions[1][2] == pytest.approx(1.4 * 0.529177210903)
+    assert "0.74084" in job.to_xyz()
+
+
+def test_ase_reads_what_we_read(tmp_path, examples):
+    """An independent reader finds the same atoms in the files that we write."""
+    io = pytest.importorskip("ase.io")
+    count = 0
+    for path in examples:
+        job = gjf.read(path)
+        # ASE refuses labels of molecular mechanics and fragments of its own accord, and ghost atoms have no symbol there.
+        labelled = any(atom.mm_type or "-" in atom.element for atom in job.atoms)
+        if job.is_zmatrix or not job.atoms or labelled or job._native.is_symbolic() or {"Tv", "Bq", "X"} & set(job.symbols):
+            continue
+        job.mem = "1GB"
+        try:
+            job.save(tmp_path / "again.com")
+        except gjf.WriteError:
+            continue
+        other = io.read(tmp_path / "again.com", format="gaussian-in")
+        assert other.get_chemical_symbols() == job.symbols
+        np.testing.assert_allclose(other.positions, job.positions, atol=5e-7)
+        count += 1
+    assert count >= 12
+
+
+# --- XYZ and pandas
+
+
+def test_xyz(job):
+    assert job.to_xyz().splitlines() == ["3", "Water", "O       0.00000000      0.00000000      0.11730000",
+                                         "H       0.00000000      0.75720000     -0.46920000",
+                                         "H       0.00000000     -0.75720000     -0.46920000"]
+
+
+def test_frame(job):
+    pandas = pytest.importorskip("pandas")
+    job.freeze("O")
+    job.set_layer("H", "O")
+    job.set_mm(1, type="HW", charge=0.4)
+    job.set_fragment(1, [2])
+    frame = job.to_frame()
+    assert list(frame.columns) == ["element", "symbol", "x", "y", "z", "freeze", "layer", "mm_type", "mm_charge", "fragment"]
+    np.testing.assert_array_equal(frame[["x", "y", "z"]].to_numpy(), job.positions)
+    assert frame["freeze"].tolist() == [-1, pandas.NA, pandas.NA] and frame["layer"].tolist() == ["H", "L", "L"]
+    assert frame["mm_type"].tolist() == [None, "HW", None] and frame["mm_charge"].isna().tolist() == [True, False, True]
+    assert frame["fragment"].tolist() == [None, None, "1"] and frame.loc[frame["symbol"] == "H", "y"].sum() == 0
+    assert len(gjf.Job().to_frame()) == 0
+
+
+# --- The checker
+
+
+def test_check_takes_files_texts_and_jobs(tmp_path, job):
+    wrong = WATER.replace("0 1\n", "0 2\n").replace("opt freq", "opt freqq")
+    path = tmp_path / "wrong.gjf"
+    path.write_text(wrong)
+    findings = gjf.check(wrong)
+    assert gjf.check(path) == gjf.check(str(path)) == gjf.check(gjf.loads(wrong)) == gjf.check(gjf.loads_all(wrong)) == findings
+    assert {finding.line for finding in findings} >= {2, 6} and {"error"} <= {finding.severity for finding in findings}
+    for finding in findings:
+        assert finding.code in gjf.check_codes() and finding.job == 1 and finding.message and finding.message in str(finding)
+    assert gjf.check(job) == []
+
+
+def test_codes_can_be_ignored():
+    wrong = WATER.replace("0 1\n", "0 2\n")
+    code, = {finding.code for finding in gjf.check(wrong)}
+    assert gjf.check(wrong, ignore=[code.lower()]) == []
+    assert gjf.check(wrong, ignore=["GJF-X999"]) != []
+
+
+def test_examples_are_clean():
+    for path in sorted((SOURCE / "examples/jobs").glob("*.gjf")):
+        assert [finding for finding in gjf.check(path) if finding.severity == "error"] == []

@@ -1,0 +1,130 @@
+"""The installed package: complete, self-contained, typed, documented."""
+import doctest
+import importlib
+import inspect
+import os
+import pathlib
+import pkgutil
+import subprocess
+import sys
+
+import numpy
+import pytest
+
+import quor_gjf as gjf
+from conftest import WATER
+
+PACKAGE = pathlib.Path(gjf.__file__).parent
+LIBRARIES = ("libquor_g16_gjf.so.0", "libquor_core_fs.so.0", "libquor_core_resource.so.0", "libyaml-cpp.so")
+MODULES = sorted(module.name for module in pkgutil.iter_modules([str(PACKAGE)]) if module.name != "_core")
+
+
+def run_python(code, **environment):
+    bare = {name: value for name, value in os.environ.items() if not name.startswith("QUOR_")}
+    return subprocess.run([sys.executable, "-c", code], capture_output=True, text=True, check=True, cwd="/", env={**bare, **environment}).stdout
+
+
+def test_the_installed_package_is_tested():
+    expected = os.environ.get("QUOR_GJF_PACKAGE")
+    if expected is None:
+        pytest.skip("not run by run_in_fresh_environment.py")
+    assert PACKAGE == pathlib.Path(expected)
+    assert "QUOR_G16_ROUTE_SCHEMA_YAML" not in os.environ
+
+
+def test_finds_its_own_vocabulary(tmp_path):
+    code = "import quor_gjf as g; print(g.vocabulary_path()); print(g.route('# b3lyp/6-31g(d) optimise scf=tigt').warnings)"
+    path, warnings = run_python(code, HOME=str(tmp_path)).splitlines()
+    assert path == str(PACKAGE / "share/quorlib/schemas/input/gaussian_route.yaml")
+    assert "GJF-W005" in warnings and "b3lyp" not in warnings
+
+
+def test_another_vocabulary_can_be_named(tmp_path):
+    other = tmp_path / "other.yaml"
+    other.write_text((PACKAGE / "share/quorlib/schemas/input/gaussian_route.yaml").read_text())
+    assert run_python("import quor_gjf; print(quor_gjf.vocabulary_path())", QUOR_G16_ROUTE_SCHEMA_YAML=str(other)) == f"{other}\n"
+
+
+def test_carries_its_libraries():
+    names = sorted(path.name for path in PACKAGE.glob("lib*"))
+    assert all(any(name.startswith(library) for name in names) for library in LIBRARIES)
+    assert not any(path.is_symlink() for path in PACKAGE.glob("lib*"))
+    linked = subprocess.run(["ldd", str(next(PACKAGE.glob("_core*.so")))], capture_output=True, text=True, check=True).stdout
+    for library in LIBRARIES:
+        line = next(line for line in linked.splitlines() if library in line)
+        assert str(PACKAGE) in line, line
+
+
+def test_friends_are_not_imported_with_it():
+    loaded = run_python("import sys, quor_gjf; print(*[name for name in ('ase', 'pandas', 'scipy', 'matplotlib') if name in sys.modules])")
+    assert loaded == "\n"
+
+
+def test_versions_agree():
+    project = (pathlib.Path(__file__).parents[2] / "CMakeLists.txt").read_text()
+    assert f"VERSION {gjf.__version__}" in project
+    assert importlib.import_module("importlib.metadata").version("quor-gjf") == gjf.__version__
+
+
+@pytest.mark.usefixtures("folder")
+@pytest.mark.parametrize("name", [*MODULES, "__init__"])
+def test_examples_of_docstrings(name):
+    module = importlib.import_module("quor_gjf" if name == "__init__" else f"quor_gjf.{name}")
+    results = doctest.DocTestRunner(optionflags=doctest.REPORT_NDIFF)
+    for test in doctest.DocTestFinder(exclude_empty=True).find(module):
+        test.globs.update(namespace())
+        results.run(test)
+    assert results.failures == 0
+
+
+def namespace():
+    """What the examples may use; made anew for each, since they change it."""
+    return {"gjf": gjf, "np": numpy, "job": gjf.loads(WATER)}
+
+
+def test_most_docstrings_have_examples():
+    count = sum(len(test.examples) for name in MODULES
+                for test in doctest.DocTestFinder().find(importlib.import_module(f"quor_gjf.{name}")))
+    assert count >= 60
+
+
+def test_everything_public_is_documented():
+    missing = []
+    for name in gjf.__all__:
+        thing = getattr(gjf, name)
+        if name != "Selection" and not inspect.getdoc(thing):
+            missing.append(name)
+        for member, value in vars(thing).items() if inspect.isclass(thing) and thing.__module__.startswith("quor_gjf") else ():
+            own = isinstance(value, property) or (inspect.isfunction(value) and not member.startswith("_"))
+            if own and not inspect.getdoc(value) and thing.__name__ not in ("Keyword", "RouteWarning"):
+                missing.append(f"{name}.{member}")
+    assert not missing
+
+
+def test_types_are_clean():
+    pytest.importorskip("mypy")
+    assert (PACKAGE / "py.typed").is_file() and (PACKAGE / "_core.pyi").is_file()
+    settings = pathlib.Path(__file__).parents[1] / "pyproject.toml"
+    result = subprocess.run([sys.executable, "-m", "mypy", "--config-file", str(settings), "--cache-dir", os.devnull, str(PACKAGE)],
+                            capture_output=True, text=True, check=False)
+    assert result.returncode == 0, result.stdout + result.stderr
+
+
+def test_stubs_match_the_native_module():
+    pytest.importorskip("mypy")
+    result = subprocess.run([sys.executable, "-m", "mypy.stubtest", "quor_gjf._core", "--concise"], capture_output=True, text=True,
+                            check=False, cwd=PACKAGE.parent)
+    # The metaclass of native classes, and the constructor of classes that cannot be made, are not in the stubs.
+    of_pybind11 = ("metaclass differs", 'stub does not have *args argument "args"')
+    lines = [line for line in result.stdout.splitlines() if line.startswith("quor_gjf") and not line.endswith(of_pybind11)]
+    assert "quor_gjf._core.Job is inconsistent, metaclass differs" in result.stdout, result.stdout + result.stderr
+    assert not lines
+
+
+def test_a_script_with_wrong_types_is_refused(tmp_path):
+    pytest.importorskip("mypy")
+    script = tmp_path / "script.py"
+    script.write_text("import quor_gjf as gjf\njob = gjf.read('a.gjf')\njob.charge = 'one'\nx: int = job.title\ngjf.read(5)\n")
+    result = subprocess.run([sys.executable, "-m", "mypy", "--strict", "--cache-dir", os.devnull, str(script)], capture_output=True, text=True,
+                            check=False)
+    assert [line.split(":")[1] for line in result.stdout.splitlines() if "error" in line and "script.py" in line] == ["3", "4", "5"]
