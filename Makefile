@@ -1,12 +1,18 @@
 # The front door. Each target is a line or two over a preset of CMakePresets.json.
 
+# The Python package and its tests; ASE, pandas and mypy for the tests alone.
+python_packages := python3-dev python3-pip python3-venv python3-setuptools python3-wheel pybind11-dev python3-numpy python3-pytest \
+    python3-ase python3-pandas mypy
 # All that building and testing need on Debian 12.
-packages := g++ make cmake ninja-build pkg-config python3 libyaml-cpp-dev libcli11-dev nlohmann-json3-dev libgtest-dev groff-base locales
+packages := g++ make cmake ninja-build pkg-config python3 libyaml-cpp-dev libcli11-dev nlohmann-json3-dev libgtest-dev groff-base locales \
+    $(python_packages)
 missing = $(shell for p in $(packages); do dpkg -s $$p >/dev/null 2>&1 || printf '%s ' $$p; done)
 as_root = $(if $(filter 0,$(shell id -u)),,sudo)
 prefix ?= /usr/local
+# Debian's own: its NumPy and pybind11 are not there for others.
+python ?= /usr/bin/python3
 
-.PHONY: setup demo test tsan coverage bench fuzz fuzz-long tidy cppcheck install clean
+.PHONY: setup demo test python python-bench tsan coverage bench fuzz fuzz-long tidy cppcheck install clean
 
 # How long each fuzzer runs, in seconds, and which run (all, unless named).
 fuzz_seconds ?= 60
@@ -29,6 +35,17 @@ demo: build/release/cli/quor-gjf
 test: setup
 	cmake --preset dev && cmake --build --preset dev && ctest --preset dev
 	cmake --preset asan && cmake --build --preset asan && ctest --preset asan
+
+# The wheel of the Python package: build/python/dist/quor_gjf-VERSION-....whl
+python: setup
+	$(python) -m pip wheel --quiet --no-index --no-deps --wheel-dir build/python/dist ./python
+	@ls build/python/dist/*.whl
+
+# Compares reading times with ASE, and with pymatgen when it is there. Installs the wheel into an environment of its own.
+python-bench: python
+	$(python) -m venv --system-site-packages build/python/bench
+	build/python/bench/bin/python -m pip install --quiet --no-index --force-reinstall --no-deps build/python/dist/*.whl
+	build/python/bench/bin/python python/benchmarks/compare_readers.py
 
 tsan: setup
 	cmake --preset tsan && cmake --build --preset tsan && ctest --preset tsan
