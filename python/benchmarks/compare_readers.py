@@ -17,9 +17,9 @@ SIZES = (30, 300, 3000, 20000)
 
 
 def job_text(count):
-    """A job of `count` atoms, all readers can read it."""
+    """A job of `count` atoms. All elements have an even number of electrons, since one reader checks the multiplicity."""
     rng = np.random.default_rng(count)
-    symbols = np.resize(["C", "H", "O", "N", "H", "C"], count)
+    symbols = np.resize(["C", "O", "Si", "C", "S", "O"], count)
     rows = "".join(f"{symbol:<2} {x:14.8f} {y:14.8f} {z:14.8f}\n" for symbol, (x, y, z) in zip(symbols, rng.uniform(-40, 40, (count, 3))))
     return f"%chk=job.chk\n%mem=8GB\n%nproc=8\n#p b3lyp/6-31g(d) opt=(ts,calcfc) freq\n\nA job of {count} atoms\n\n0 1\n{rows}\n"
 

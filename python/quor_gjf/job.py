@@ -354,7 +354,9 @@ class Job:
     @property
     def symbols(self) -> List[str]:
         """Chemical symbols, also where the file has atomic numbers or numbered labels; of a Z-matrix too."""
-        return [symbol_of(element) for element in self._native.elements()]
+        names = self._native.elements()
+        symbols = {name: symbol_of(name) for name in set(names)}
+        return [symbols[name] for name in names]
 
     @property
     def bonds(self) -> Bonds:

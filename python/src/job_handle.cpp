@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <fstream>
-#include <sstream>
 #include <utility>
 
 namespace quor_python {
@@ -28,6 +27,16 @@ auto read_guarded(Read read) {
 }
 
 bool is_blank(const std::string& text) { return text.find_first_not_of(" \t\r\n") == std::string::npos; }
+
+// Tells whether a text may have separator lines at all: few texts have a "--" in them.
+bool may_hold_several_jobs(std::string_view text) {
+    for (std::size_t at = text.find("--"); at != std::string_view::npos; at = text.find("--", at + 1)) {
+        if (text.size() - at > 2 && (text[at + 2] == 'l' || text[at + 2] == 'L')) {
+            return true;
+        }
+    }
+    return false;
+}
 
 std::string without_last_line_breaks(std::string text) {
     text.erase(text.find_last_not_of("\r\n") + 1);
@@ -99,11 +108,14 @@ std::string fixed_layout(const GJFEditor& editor) {
 
 }  // namespace
 
-JobHandle read_first_job(const std::string& text) {
+JobHandle read_first_job(std::string text) {
     GJFData data = read_guarded([&] { return GJFParser::parse_string(text); });
+    if (!may_hold_several_jobs(text)) {
+        return {GJFEditor(std::move(data)), std::move(text), false};
+    }
     std::vector<std::string> pieces = GJFParser::split_by_link1(text);
     if (pieces.size() == 1) {
-        return {GJFEditor(std::move(data)), text, false};
+        return {GJFEditor(std::move(data)), std::move(text), false};
     }
     const bool others =
         std::any_of(pieces.begin() + 1, pieces.end(), [](const std::string& piece) { return !is_blank(piece); });
@@ -133,16 +145,16 @@ std::vector<JobHandle> read_all_jobs(const std::string& text) {
 
 std::string read_file_text(const std::string& path) {
     std::ifstream file(path, std::ios::in | std::ios::binary);
-    std::ostringstream text;
-    // A folder opens but does not read, and an empty file puts nothing into the stream.
-    const bool empty = file.peek() == std::ifstream::traits_type::eof();
-    if (file.is_open() && !file.bad() && !empty) {
-        text << file.rdbuf();
+    std::string text;
+    // A pipe does not tell its size, and a folder opens but does not read: the end is where reading ends.
+    char block[1 << 16];
+    while (file.read(block, sizeof block) || file.gcount() > 0) {
+        text.append(block, static_cast<std::size_t>(file.gcount()));
     }
-    if (!file.is_open() || file.bad() || text.bad()) {
+    if (!file.is_open() || file.bad()) {
         throw GJFParseException("Cannot open file: " + path);
     }
-    return std::move(text).str();
+    return text;
 }
 
 void write_file_text(const std::string& path, std::string_view text) {

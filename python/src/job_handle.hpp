@@ -24,7 +24,7 @@ struct JobHandle {
 };
 
 /// Reads the first job of a text, or all of them.
-JobHandle read_first_job(const std::string& text);
+JobHandle read_first_job(std::string text);
 std::vector<JobHandle> read_all_jobs(const std::string& text);
 
 /// Returns the bytes of a file; throws "Cannot open file: PATH".

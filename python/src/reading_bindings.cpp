@@ -24,11 +24,11 @@ struct Outcome {
 Outcome read_one(const std::string& path, bool all_jobs) noexcept {
     Outcome outcome;
     try {
-        const std::string text = read_file_text(path);
+        std::string text = read_file_text(path);
         if (all_jobs) {
             outcome.jobs = read_all_jobs(text);
         } else {
-            outcome.jobs.push_back(read_first_job(text));
+            outcome.jobs.push_back(read_first_job(std::move(text)));
         }
     } catch (const std::exception& error) {
         outcome.error = error.what();
