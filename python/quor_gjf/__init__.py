@@ -21,7 +21,7 @@ from .route import Keywords, Route, route
 from .sections import Section, SectionKind, Sections
 from .selection import Selection
 
-__version__ = "0.1.0"
+__version__ = "0.2.0"
 
 __all__ = [
     "Atom", "Atoms", "Bond", "Bonds", "ChargeSpin", "FileError", "Finding", "Job", "Jobs", "Keyword", "Keywords", "MissingFileError",

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -69,7 +71,7 @@ TEST(CEditor, GivesWhatTheJobHolds) {
     EXPECT_EQ(gjf_editor_get_atom_freeze(editor.get(), 0), 0);
     EXPECT_EQ(gjf_editor_get_atom_freeze(editor.get(), 1), -999);
     expect_message(editor.get(), "");
-    EXPECT_STREQ(quor_gjf_version(), "0.1.0");
+    EXPECT_STREQ(quor_gjf_version(), "0.2.0");
 }
 
 TEST(CEditor, CopiesTextThatFitsAndNeverCutsIt) {
@@ -397,6 +399,107 @@ TEST(CMessages, BelongToTheirThreadAndTheirHandle) {
     EXPECT_STREQ(gjf_editor_last_error(second.get()), "atom index is out of range");
     EXPECT_EQ(gjf_editor_get_atom_count(first.get()), 2);
     EXPECT_STREQ(gjf_editor_last_error(second.get()), "atom index is out of range");
+}
+
+struct DestroyDocument {
+    void operator()(quor_gjf_document* document) const { gjf_document_destroy(document); }
+};
+using Document = std::unique_ptr<quor_gjf_document, DestroyDocument>;
+
+const char* const document_text =
+    "%Mem = 1GB ! keep\n#P  HF/STO-3G\n\nt\n\n0 1\nH   0.0 0.0 0.00\nH   0.0 0.0 0.74\n\n--Link1--\n# hf/sto-3g\n\nb\n\n0 "
+    "1\nHe 0 0 0\n\n";
+
+std::string text_of(quor_gjf_document* document) {
+    const int size = gjf_document_text_size(document, 0);
+    EXPECT_GT(size, 0);
+    std::string buffer(static_cast<std::size_t>(std::max(size, 1)), '?');
+    EXPECT_EQ(gjf_document_to_string(document, 0, buffer.data(), size), 0);
+    EXPECT_EQ(buffer.back(), '\0');
+    return buffer.c_str();
+}
+
+TEST(CDocument, ChangesNothingButWhatWasEdited) {
+    const Document document(gjf_document_create_from_string(document_text));
+    ASSERT_NE(document, nullptr);
+    EXPECT_EQ(gjf_document_job_count(document.get()), 2);
+    EXPECT_EQ(text_of(document.get()), document_text);
+    quor_gjf_editor* job = gjf_document_job(document.get(), 0);
+    ASSERT_NE(job, nullptr);
+    EXPECT_EQ(gjf_document_job(document.get(), 0), job);
+    EXPECT_NE(gjf_document_job(document.get(), 1), job);
+    gjf_editor_set_freeze_by_element(job, "H", -1);
+    gjf_editor_destroy(job);  // the document keeps it
+    std::string wanted = document_text;
+    for (const char* atom : {"H   0.0 0.0 0.00", "H   0.0 0.0 0.74"}) {
+        wanted.replace(wanted.find(atom), 5, "H -1 0");
+    }
+    EXPECT_EQ(text_of(document.get()), wanted);
+    EXPECT_EQ(gjf_editor_get_atom_freeze(job, 0), -1);
+}
+
+TEST(CDocument, SavesOnlyChanges) {
+    const std::string path =
+        (std::filesystem::temp_directory_path() / ("c_document_" + std::to_string(getpid()) + ".gjf")).string();
+    std::ofstream(path) << document_text;
+    const Document document(gjf_document_open(path.c_str()));
+    ASSERT_NE(document, nullptr) << gjf_get_last_error();
+    EXPECT_EQ(gjf_document_save(document.get(), 0), 0);
+    gjf_editor_set_charge_and_spin(gjf_document_job(document.get(), 1), 2, 1);
+    EXPECT_EQ(gjf_document_save(document.get(), 0), 1);
+    EXPECT_EQ(gjf_document_save(document.get(), 0), 0);
+    std::ofstream(path, std::ios::app) << "\n";
+    gjf_editor_set_charge_and_spin(gjf_document_job(document.get(), 1), 0, 1);
+    EXPECT_EQ(gjf_document_save(document.get(), 0), -1);
+    EXPECT_EQ(std::string(gjf_document_last_error(document.get())),
+              "GJF Parse Error: File has changed since it was opened: " + path);
+    EXPECT_EQ(gjf_document_save(document.get(), 1), 1);
+    std::ifstream file(path);
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), {}), document_text);
+    std::filesystem::remove(path);
+}
+
+TEST(CDocument, ReportsEveryFailure) {
+    const Document document(gjf_document_create_from_string(document_text));
+    char buffer[8];
+    struct Case {
+        std::function<bool()> fails;
+        std::string message;
+    };
+    quor_gjf_document* const none = nullptr;
+    const Case cases[] = {
+        {[] { return gjf_document_create_from_string(nullptr) == nullptr; }, "content is null"},
+        {[] { return gjf_document_create_from_string("no job") == nullptr; },
+         "GJF Parse Error: Job 1: GJF Parse Error: Invalid control line: no job"},
+        {[] { return gjf_document_create_from_string("") == nullptr; }, "GJF Parse Error: No valid jobs found in input"},
+        {[] { return gjf_document_open(nullptr) == nullptr; }, "filename is null"},
+        {[] { return gjf_document_open("/nowhere/job.gjf") == nullptr; },
+         "GJF Parse Error: Cannot open file: /nowhere/job.gjf"},
+        {[&] { return gjf_document_job_count(none) == -1; }, "document handle is null"},
+        {[&] { return gjf_document_job(none, 0) == nullptr; }, "document handle is null"},
+        {[&] { return gjf_document_text_size(none, 0) == -1; }, "document handle is null"},
+        {[&] { return gjf_document_to_string(none, 0, buffer, 8) == -1; }, "document handle is null"},
+        {[&] { return gjf_document_save(none, 0) == -1; }, "document handle is null"},
+        {[&] { return gjf_document_save_as(none, "x", 0) == -1; }, "document handle is null"},
+        {[&] { return gjf_document_job(document.get(), -1) == nullptr; }, "job index must not be negative"},
+        {[&] { return gjf_document_job(document.get(), 2) == nullptr; },
+         "GJF Parse Error: Invalid job index: 2 (total jobs: 2)"},
+        {[&] { return gjf_document_to_string(document.get(), 0, nullptr, 8) == -1; }, "GJF output buffer is invalid"},
+        {[&] { return gjf_document_to_string(document.get(), 0, buffer, 0) == -1; }, "GJF output buffer is invalid"},
+        {[&] { return gjf_document_to_string(document.get(), 0, buffer, 8) == -1; }, "GJF output buffer is too small"},
+        {[&] { return gjf_document_save(document.get(), 0) == -1; },
+         "GJF Parse Error: This document was not opened from a file"},
+        {[&] { return gjf_document_save_as(document.get(), nullptr, 0) == -1; }, "filename is null"},
+        {[&] { return gjf_document_save_as(document.get(), "/nowhere/x.gjf", 0) == -1; },
+         "GJF Parse Error: Cannot write file: /nowhere/x.gjf"},
+    };
+    for (const Case& c : cases) {
+        EXPECT_TRUE(c.fails()) << c.message;
+        EXPECT_EQ(gjf_get_last_error(), c.message);
+    }
+    EXPECT_EQ(gjf_document_job_count(document.get()), 2);
+    EXPECT_STREQ(gjf_document_last_error(document.get()), "");
+    gjf_document_destroy(nullptr);
 }
 
 }  // namespace

@@ -55,7 +55,11 @@ quor_gjf_editor* gjf_editor_create_from_file(const char* filename) noexcept {
     });
 }
 
-void gjf_editor_destroy(quor_gjf_editor* editor) noexcept { delete editor; }
+void gjf_editor_destroy(quor_gjf_editor* editor) noexcept {
+    if (editor != nullptr && editor->own != nullptr) {
+        delete editor;
+    }
+}
 
 const char* gjf_editor_last_error(const quor_gjf_editor* editor) noexcept { return last_error_of(editor); }
 

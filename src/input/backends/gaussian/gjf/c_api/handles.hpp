@@ -2,18 +2,26 @@
 #pragma once
 
 #include <gjf/c_api/quor_g16_gjf.h>
+#include <gjf/core/document/gjf_document.hpp>
 #include <gjf/core/editor/gjf_editor.hpp>
 #include <gjf/core/editor/gjf_multi_editor.hpp>
 
+#include <memory>
 #include <string>
 #include <utility>
+#include <vector>
 
 struct quor_gjf_editor {
-    explicit quor_gjf_editor(quor::input::gaussian::GJFData data) : editor(std::move(data)) {}
+    /// Makes a handle with a job of its own.
+    explicit quor_gjf_editor(quor::input::gaussian::GJFData data)
+        : own(std::make_unique<quor::input::gaussian::GJFEditor>(std::move(data))), editor(*own) {}
+    /// Makes a handle for a job of a document, which keeps the handle too.
+    explicit quor_gjf_editor(quor::input::gaussian::GJFEditor& job) noexcept : editor(job) {}
 
     static constexpr const char* null_message = "editor handle is null";
 
-    quor::input::gaussian::GJFEditor editor;
+    std::unique_ptr<quor::input::gaussian::GJFEditor> own;  // null in a handle that a document keeps
+    quor::input::gaussian::GJFEditor& editor;
     std::string last_error;
 };
 
@@ -23,5 +31,15 @@ struct quor_gjf_multi_editor {
     static constexpr const char* null_message = "multi editor handle is null";
 
     quor::input::gaussian::GJFMultiEditor editor;
+    std::string last_error;
+};
+
+struct quor_gjf_document {
+    explicit quor_gjf_document(quor::input::gaussian::GJFDocument opened) : editor(std::move(opened)) {}
+
+    static constexpr const char* null_message = "document handle is null";
+
+    quor::input::gaussian::GJFDocument editor;
+    std::vector<std::unique_ptr<quor_gjf_editor>> jobs;  // the handles given out; null for jobs not asked for
     std::string last_error;
 };

@@ -24,6 +24,13 @@
  *     if (status != 0) fprintf(stderr, "%s\n", gjf_editor_last_error(job));
  *     gjf_editor_destroy(job);
  *
+ * Keep. A document changes nothing in the file but what was edited: comments, columns, Z-matrices and digits stay.
+ *
+ *     quor_gjf_document* file = gjf_document_open("ts.gjf");
+ *     gjf_editor_set_freeze_by_element(gjf_document_job(file, 0), "C", -1);
+ *     if (gjf_document_save(file, 0) < 0) fprintf(stderr, "%s\n", gjf_document_last_error(file));
+ *     gjf_document_destroy(file);
+ *
  * Errors. Functions that return int give 0, a count or a value on success and -1 on failure unless they say otherwise;
  * setters return nothing. Every failure stores a message in the handle and in the calling thread; every success empties
  * both. A message is valid until the next call for the same handle or thread. A NULL handle stores "editor handle is null"
@@ -56,15 +63,18 @@ typedef struct quor_gjf_editor quor_gjf_editor;
 /* All jobs of a file with their editors and a last message. */
 typedef struct quor_gjf_multi_editor quor_gjf_multi_editor;
 
+/* A job file that keeps every byte that is not changed. Since 0.2.0. */
+typedef struct quor_gjf_document quor_gjf_document;
+
 /* --- Library
  * ------------------------------------------------------------------------------------------------------------------ */
 
 /* The version this header belongs to. A program may compare it with that of the library it runs with. */
 #define QUOR_GJF_VERSION_MAJOR 0
-#define QUOR_GJF_VERSION_MINOR 1
+#define QUOR_GJF_VERSION_MINOR 2
 #define QUOR_GJF_VERSION_PATCH 0
 
-/* Returns the library's version, as in "0.1.0". Static; never NULL. */
+/* Returns the library's version, as in "0.2.0". Static; never NULL. */
 QUOR_GJF_C_API const char* quor_gjf_version(void) QUOR_GJF_C_NOEXCEPT;
 
 /* Returns the calling thread's last message, empty after a success. Never NULL; not to be freed. The two are the same. */
@@ -82,7 +92,7 @@ QUOR_GJF_C_API quor_gjf_editor* gjf_editor_create_from_string(const char* conten
  * the file cannot be read. */
 QUOR_GJF_C_API quor_gjf_editor* gjf_editor_create_from_file(const char* filename) QUOR_GJF_C_NOEXCEPT;
 
-/* Frees a handle; NULL is ignored. */
+/* Frees a handle; NULL is ignored, and so is the handle of a document's job, which the document frees. */
 QUOR_GJF_C_API void gjf_editor_destroy(quor_gjf_editor* editor) QUOR_GJF_C_NOEXCEPT;
 
 /* Returns the handle's last message, or the calling thread's for a NULL handle. Never NULL; not to be freed. */
@@ -212,6 +222,48 @@ QUOR_GJF_C_API quor_gjf_editor* gjf_multi_editor_get_job(quor_gjf_multi_editor* 
  * negative", "Invalid job index: N (total jobs: M)". */
 QUOR_GJF_C_API int gjf_multi_editor_set_job(quor_gjf_multi_editor* editor, int index,
                                             const quor_gjf_editor* job) QUOR_GJF_C_NOEXCEPT;
+
+/* --- Documents: edits that move nothing else. All since 0.2.0.
+ * ------------------------------------------------------------------------------------------------------------------ */
+
+/* Takes the text of a job file. Returns a handle to be freed with gjf_document_destroy, or NULL: "content is null", or why a
+ * job cannot be read. */
+QUOR_GJF_C_API quor_gjf_document* gjf_document_create_from_string(const char* content) QUOR_GJF_C_NOEXCEPT;
+
+/* Opens a job file. Returns a handle to be freed with gjf_document_destroy, or NULL: "filename is null", or why the file
+ * cannot be read. */
+QUOR_GJF_C_API quor_gjf_document* gjf_document_open(const char* filename) QUOR_GJF_C_NOEXCEPT;
+
+/* Frees a document with the handles of its jobs; NULL is ignored. */
+QUOR_GJF_C_API void gjf_document_destroy(quor_gjf_document* document) QUOR_GJF_C_NOEXCEPT;
+
+/* Returns the handle's last message, or the calling thread's for a NULL handle. Never NULL; not to be freed. */
+QUOR_GJF_C_API const char* gjf_document_last_error(const quor_gjf_document* document) QUOR_GJF_C_NOEXCEPT;
+
+/* Returns the number of jobs, or -1: NULL handle, or "job count does not fit in int". */
+QUOR_GJF_C_API int gjf_document_job_count(quor_gjf_document* document) QUOR_GJF_C_NOEXCEPT;
+
+/* Returns the handle of a job: a view, edits through it reach the document. It is valid as long as the document and not to
+ * be freed. NULL: NULL handle, "job index must not be negative", "Invalid job index: N (total jobs: M)". */
+QUOR_GJF_C_API quor_gjf_editor* gjf_document_job(quor_gjf_document* document, int index) QUOR_GJF_C_NOEXCEPT;
+
+/* Returns how many bytes the changed text takes, its NUL included, or -1: NULL handle, "text size does not fit in int", or
+ * why the changes cannot be written. With `force` not 0, text that cannot follow a change stays as it is. */
+QUOR_GJF_C_API int gjf_document_text_size(quor_gjf_document* document, int force) QUOR_GJF_C_NOEXCEPT;
+
+/* Copies the changed text into `buffer`. Returns 0, or -1: as gjf_document_text_size, "GJF output buffer is invalid", "GJF
+ * output buffer is too small". */
+QUOR_GJF_C_API int gjf_document_to_string(quor_gjf_document* document, int force, char* buffer,
+                                          int buffer_size) QUOR_GJF_C_NOEXCEPT;
+
+/* Writes the changed text to the file that was opened, whole or not at all, unless nothing changed. Returns 1 when it wrote,
+ * 0 when there was nothing to write, or -1: NULL handle, "This document was not opened from a file", "File has changed since
+ * it was opened: PATH" (unless forced), "Cannot write file: PATH", or why the changes cannot be written. */
+QUOR_GJF_C_API int gjf_document_save(quor_gjf_document* document, int force) QUOR_GJF_C_NOEXCEPT;
+
+/* Writes the changed text to another file. Returns 0, or -1: NULL handle, "filename is null", "Cannot write file: PATH", or
+ * why the changes cannot be written. */
+QUOR_GJF_C_API int gjf_document_save_as(quor_gjf_document* document, const char* filename, int force) QUOR_GJF_C_NOEXCEPT;
 
 #ifdef __cplusplus
 } /* extern "C" */

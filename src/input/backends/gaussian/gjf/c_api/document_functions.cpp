@@ -1,0 +1,81 @@
+// The C functions on documents, which keep every byte that did not change.
+#include <gjf/c_api/error_frame.hpp>
+
+#include <memory>
+
+namespace {
+
+using namespace quor::input::gaussian;
+using namespace quor::input::gaussian::c_api;
+
+GJFWriteOptions options_from(int force) noexcept { return {force != 0}; }
+
+}  // namespace
+
+extern "C" {
+
+quor_gjf_document* gjf_document_create_from_string(const char* content) noexcept {
+    return guarded<quor_gjf_document*>(nullptr, nullptr, [&] {
+        require(content != nullptr, "content is null");
+        return std::make_unique<quor_gjf_document>(GJFDocument(content)).release();
+    });
+}
+
+quor_gjf_document* gjf_document_open(const char* filename) noexcept {
+    return guarded<quor_gjf_document*>(nullptr, nullptr, [&] {
+        require(filename != nullptr, "filename is null");
+        return std::make_unique<quor_gjf_document>(GJFDocument::open(filename)).release();
+    });
+}
+
+void gjf_document_destroy(quor_gjf_document* document) noexcept { delete document; }
+
+const char* gjf_document_last_error(const quor_gjf_document* document) noexcept { return last_error_of(document); }
+
+int gjf_document_job_count(quor_gjf_document* document) noexcept {
+    return with_editor(document, -1,
+                       [](const GJFDocument& jobs) { return to_int(jobs.job_count(), "job count does not fit in int"); });
+}
+
+quor_gjf_editor* gjf_document_job(quor_gjf_document* document, int index) noexcept {
+    return with_editor(document, static_cast<quor_gjf_editor*>(nullptr), [&](GJFDocument& jobs) {
+        require(index >= 0, "job index must not be negative");
+        const auto job = static_cast<std::size_t>(index);
+        GJFEditor& editor = jobs.job(job);
+        document->jobs.resize(jobs.job_count());
+        std::unique_ptr<quor_gjf_editor>& handle = document->jobs[job];
+        if (handle == nullptr) {
+            handle = std::make_unique<quor_gjf_editor>(editor);
+        }
+        return handle.get();
+    });
+}
+
+int gjf_document_text_size(quor_gjf_document* document, int force) noexcept {
+    return with_editor(document, -1, [&](const GJFDocument& jobs) {
+        return to_int(jobs.to_text(options_from(force)).size() + 1, "text size does not fit in int");
+    });
+}
+
+int gjf_document_to_string(quor_gjf_document* document, int force, char* buffer, int buffer_size) noexcept {
+    return with_editor(document, -1, [&](const GJFDocument& jobs) {
+        const OutputBuffer output = job_text_buffer(buffer, buffer_size);
+        output.check();
+        output.fill(jobs.to_text(options_from(force)));
+        return 0;
+    });
+}
+
+int gjf_document_save(quor_gjf_document* document, int force) noexcept {
+    return with_editor(document, -1, [&](GJFDocument& jobs) { return jobs.save(options_from(force)) ? 1 : 0; });
+}
+
+int gjf_document_save_as(quor_gjf_document* document, const char* filename, int force) noexcept {
+    return with_editor(document, -1, [&](const GJFDocument& jobs) {
+        require(filename != nullptr, "filename is null");
+        jobs.save_as(filename, options_from(force));
+        return 0;
+    });
+}
+
+}  // extern "C"
