@@ -1,17 +1,18 @@
 # The front door. Each target is a line or two over a preset of CMakePresets.json.
 
-# The Python package and its tests; ASE, pandas and mypy for the tests alone.
-python_packages := python3-dev python3-pip python3-venv python3-setuptools python3-wheel pybind11-dev python3-numpy python3-pytest \
-    python3-ase python3-pandas mypy
-# All that building and testing need on Debian 12.
-packages := g++ make cmake ninja-build pkg-config python3 libyaml-cpp-dev libcli11-dev nlohmann-json3-dev libgtest-dev groff-base locales \
-    $(python_packages)
-missing = $(shell for p in $(packages); do dpkg -s $$p >/dev/null 2>&1 || printf '%s ' $$p; done)
+# All that building needs on Debian 12; and what the tests need beside it, the Python package's among them.
+packages := g++ make cmake ninja-build pkg-config libyaml-cpp-dev libcli11-dev nlohmann-json3-dev
+test_packages := $(packages) python3 libgtest-dev groff-base locales python3-dev python3-pip python3-venv python3-setuptools python3-wheel \
+    pybind11-dev python3-numpy python3-pytest python3-ase python3-pandas mypy
+wanted = $(test_packages)
+demo install build/release/cli/quor-gjf: wanted = $(packages)
+missing = $(shell for p in $(wanted); do dpkg -s $$p >/dev/null 2>&1 || printf '%s ' $$p; done)
 as_root = $(if $(filter 0,$(shell id -u)),,sudo)
 prefix ?= /usr/local
 # Debian's own: its NumPy and pybind11 are not there for others.
 python ?= /usr/bin/python3
 
+.DEFAULT_GOAL := setup
 .PHONY: setup demo test python python-bench tsan coverage bench fuzz fuzz-long tidy cppcheck install clean
 
 # How long each fuzzer runs, in seconds, and which run (all, unless named).

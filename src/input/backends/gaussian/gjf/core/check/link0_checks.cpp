@@ -107,40 +107,52 @@ std::optional<std::int64_t> count_cores(std::string_view list) {
     return count;
 }
 
+// Reads %nprocshared; 0 when there is none, or none that can be read.
+std::int64_t cores_asked(const CheckedJob& job, const Link0Line* nproc, Findings& findings) {
+    if (nproc == nullptr) {
+        return 0;
+    }
+    const std::int64_t count = to_int64(nproc->value).value_or(0);
+    if (count < 1) {
+        findings.add("GJF-L006", Severity::Error, "'" + std::string(nproc->value) + "' is no number of cores",
+                     job.place_in(nproc->line, nproc->value));
+        return 0;
+    }
+    return count;
+}
+
+// Counts the cores of %cpu; 0 when there is no list, or none that can be read.
+std::int64_t cores_listed(const CheckedJob& job, const Link0Line* cpu, Findings& findings) {
+    if (cpu == nullptr) {
+        return 0;
+    }
+    const std::int64_t count = count_cores(cpu->value).value_or(0);
+    if (count < 1) {
+        const bool has_letter = std::any_of(cpu->value.begin(), cpu->value.end(),
+                                            [](char c) { return to_lower_ascii(c) >= 'a' && to_lower_ascii(c) <= 'z'; });
+        findings.add("GJF-L006", has_letter || cpu->value.empty() ? Severity::Error : Severity::Warning,
+                     "'" + std::string(cpu->value) + "' is no list of cores", job.place_in(cpu->line, cpu->value),
+                     "list core numbers and ranges, as in %cpu=0-7,12");
+        return 0;
+    }
+    return count;
+}
+
 // Checks %nprocshared and %cpu; returns how many cores the job asks for, 0 when it does not say.
 std::int64_t check_cores(const CheckedJob& job, const std::vector<Link0Line>& lines, Findings& findings) {
     const Link0Line* nproc = find_line(lines, {"nproc", "nprocshared"});
     const Link0Line* cpu = find_line(lines, {"cpu"});
-    std::optional<std::int64_t> asked;
-    if (nproc != nullptr) {
-        asked = to_int64(nproc->value);
-        if (!asked || *asked < 1) {
-            findings.add("GJF-L006", Severity::Error, "'" + std::string(nproc->value) + "' is no number of cores",
-                         job.place_in(nproc->line, nproc->value));
-            asked.reset();
-        }
-    }
-    std::optional<std::int64_t> listed;
-    if (cpu != nullptr) {
-        listed = count_cores(cpu->value);
-        if (!listed || *listed == 0) {
-            const bool has_letter = std::any_of(cpu->value.begin(), cpu->value.end(),
-                                                [](char c) { return to_lower_ascii(c) >= 'a' && to_lower_ascii(c) <= 'z'; });
-            findings.add("GJF-L006", has_letter || cpu->value.empty() ? Severity::Error : Severity::Warning,
-                         "'" + std::string(cpu->value) + "' is no list of cores", job.place_in(cpu->line, cpu->value),
-                         "list core numbers and ranges, as in %cpu=0-7,12");
-            listed.reset();
-        }
-    }
+    const std::int64_t asked = cores_asked(job, nproc, findings);
+    const std::int64_t listed = cores_listed(job, cpu, findings);
     if (nproc != nullptr && cpu != nullptr) {
-        const bool conflict = asked && listed && *asked != *listed;
-        findings.add(
-            "GJF-L005", conflict ? Severity::Warning : Severity::Note,
-            conflict ? "%nprocshared asks for " + std::to_string(*asked) + " cores, %cpu lists " + std::to_string(*listed)
-                     : std::string("both %nprocshared and %cpu are given"),
-            std::max(nproc->line, cpu->line), "keep one of the two");
+        const bool conflict = asked != 0 && listed != 0 && asked != listed;
+        findings.add("GJF-L005", conflict ? Severity::Warning : Severity::Note,
+                     conflict
+                         ? "%nprocshared asks for " + std::to_string(asked) + " cores, %cpu lists " + std::to_string(listed)
+                         : std::string("both %nprocshared and %cpu are given"),
+                     std::max(nproc->line, cpu->line), "keep one of the two");
     }
-    return listed ? *listed : asked.value_or(0);
+    return listed != 0 ? listed : asked;
 }
 
 void check_memory(const CheckedJob& job, const std::vector<Link0Line>& lines, std::int64_t cores, Findings& findings) {
