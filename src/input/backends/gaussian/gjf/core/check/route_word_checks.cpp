@@ -57,6 +57,11 @@ const char* paper_name_of(std::string_view word) noexcept {
 
 // Reports a word that is neither keyword nor method nor basis set.
 void report_unknown_word(const CheckedJob& job, const std::string& word, const TextPlace& place, Findings& findings) {
+    if (word.empty()) {
+        const TextPlace mark{place.line, place.column, 1};
+        findings.add("GJF-W005", Severity::Warning, "a keyword's name is missing here", mark, "");
+        return;
+    }
     const std::vector<std::string> near = near_names(to_lower_copy(word), all_route_words(job.schema));
     findings.add("GJF-W005", near.empty() ? Severity::Warning : Severity::Error,
                  "'" + word + "' is no route keyword, method or basis set", place, did_you_mean(near));
