@@ -96,7 +96,9 @@ class Findings {
     Findings(std::vector<Finding>& list, std::size_t job) noexcept : list_(list), job_(job) {}
 
     void add(const char* code, Severity severity, std::string message, const TextPlace& place, std::string hint = {}) {
-        list_.push_back({code, severity, std::move(message), job_, place.line, place.column, place.length, std::move(hint)});
+        // Where something is missing there is nothing to point at: the finding is about the line.
+        const std::size_t column = place.length == 0 ? 0 : place.column;
+        list_.push_back({code, severity, std::move(message), job_, place.line, column, place.length, std::move(hint)});
     }
     void add(const char* code, Severity severity, std::string message, std::size_t line, std::string hint = {}) {
         add(code, severity, std::move(message), TextPlace{line, 0, 0}, std::move(hint));

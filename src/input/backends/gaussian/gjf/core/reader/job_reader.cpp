@@ -242,7 +242,8 @@ JobReading read_job_piece(const JobPiece& piece) {
 
 std::vector<JobReading> read_jobs_with_layout(std::string_view text) {
     std::vector<JobReading> readings;
-    for_each_job_piece(skip_byte_order_mark(text), [&](const JobPiece& piece) { readings.push_back(read_job_piece(piece)); });
+    for_each_job_piece(skip_byte_order_mark(text),
+                       [&](const JobPiece& piece) { readings.push_back(read_job_piece(piece)); });
     return readings;
 }
 
