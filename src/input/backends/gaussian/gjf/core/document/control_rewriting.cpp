@@ -6,35 +6,33 @@
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
+#include <array>
 #include <iterator>
 #include <optional>
 
 namespace quor::input::gaussian {
 namespace {
 
-// A Link 0 value of the job model: the keys that set it, the first of which is used for a new line.
+using Keys = std::array<std::string_view, 2>;
+
+// A Link 0 value of the job model: the keys that set it (one may be empty), the first of which is used for a new line.
 struct Link0Value {
-    std::vector<std::string_view> keys;
+    Keys keys;
     std::optional<std::string> (*value)(const ControlSection&);
 };
 
-const std::vector<Link0Value>& link0_values() {
-    static const std::vector<Link0Value> values = {
-        {{"oldchk"}, [](const ControlSection& c) { return c.oldchk; }},
-        {{"chk"}, [](const ControlSection& c) { return c.chk; }},
-        {{"rwf"}, [](const ControlSection& c) { return c.rwf; }},
-        {{"mem"}, [](const ControlSection& c) { return c.mem; }},
-        {{"nprocshared", "nproc"},
-         [](const ControlSection& c) {
-             return c.nproc ? std::optional<std::string>(std::to_string(*c.nproc)) : std::nullopt;
-         }},
-        {{"cpu"}, [](const ControlSection& c) { return c.cpu; }},
-    };
-    return values;
-}
+constexpr Link0Value link0_values[] = {
+    {{"oldchk"}, [](const ControlSection& c) { return c.oldchk; }},
+    {{"chk"}, [](const ControlSection& c) { return c.chk; }},
+    {{"rwf"}, [](const ControlSection& c) { return c.rwf; }},
+    {{"mem"}, [](const ControlSection& c) { return c.mem; }},
+    {{"nprocshared", "nproc"},
+     [](const ControlSection& c) { return c.nproc ? std::optional<std::string>(std::to_string(*c.nproc)) : std::nullopt; }},
+    {{"cpu"}, [](const ControlSection& c) { return c.cpu; }},
+};
 
 // The value of a Link 0 line "%key=value", as a view into it; empty when the line has another form or key.
-std::string_view value_in(std::string_view line, const std::vector<std::string_view>& keys) {
+std::string_view value_in(std::string_view line, const Keys& keys) {
     const std::string_view text = without_comment(line);
     const std::size_t mark = text.find('%');
     const std::size_t equals = text.find('=');
@@ -42,7 +40,8 @@ std::string_view value_in(std::string_view line, const std::vector<std::string_v
         return {};
     }
     const std::string_view key = trim_view(text.substr(mark + 1, equals - mark - 1));
-    const bool wanted = std::any_of(keys.begin(), keys.end(), [&](std::string_view k) { return equals_folded(key, k); });
+    const bool wanted =
+        std::any_of(keys.begin(), keys.end(), [&](std::string_view k) { return !k.empty() && equals_folded(key, k); });
     return wanted ? trim_view(text.substr(equals + 1)) : std::string_view();
 }
 
@@ -130,7 +129,7 @@ void replace_lines(JobRewriting& job, const LineRange& range, const std::string&
 }
 
 void rewrite_link0(JobRewriting& job) {
-    for (const Link0Value& entry : link0_values()) {
+    for (const Link0Value& entry : link0_values) {
         rewrite_link0_value(job, entry);
     }
     rewrite_other_lines(job);

@@ -8,8 +8,6 @@
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
 #include <optional>
 #include <utility>
 
@@ -18,14 +16,13 @@ namespace {
 
 constexpr const char* job_separator = "--Link1--";
 
-std::optional<std::string> read_bytes(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    file.peek();
-    if (!file.is_open() || file.bad()) {
-        return std::nullopt;
+// Tells whether a file still holds a text.
+bool still_holds(const std::string& path, const std::string& text) {
+    try {
+        return read_whole_file(path) == text;
+    } catch (const GJFParseException&) {
+        return false;
     }
-    file.clear();
-    return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
 }
 
 AtomPlaces places_of(std::size_t old_count, const std::vector<std::size_t>& origins) {
@@ -242,11 +239,7 @@ GJFDocument::GJFDocument(std::string text) : impl_(std::make_unique<Impl>()) {
 }
 
 GJFDocument GJFDocument::open(const std::string& path) {
-    std::optional<std::string> text = read_bytes(path);
-    if (!text) {
-        throw GJFParseException("Cannot open file: " + path);
-    }
-    GJFDocument document(std::move(*text));
+    GJFDocument document(read_whole_file(path));
     document.impl_->path = path;
     return document;
 }
@@ -301,7 +294,7 @@ bool GJFDocument::save(const GJFWriteOptions& options) {
     if (text == impl_->text) {
         return false;
     }
-    if (!options.force && read_bytes(impl_->path) != impl_->text) {
+    if (!options.force && !still_holds(impl_->path, impl_->text)) {
         throw GJFParseException("File has changed since it was opened: " + impl_->path);
     }
     // What may fail is done before the file is written.

@@ -189,8 +189,10 @@ GJFData read_job(std::string_view text) {
     return std::move(reader.job);
 }
 
+}  // namespace
+
 // Reads by block into the text itself: what a stream buffer cannot hold for want of memory it would drop in silence.
-std::string read_file(const std::string& path) {
+std::string read_whole_file(const std::string& path) {
     std::ifstream file(path, std::ios::in | std::ios::binary);
     std::string text;
     std::array<char, 1 << 14> block;
@@ -204,8 +206,6 @@ std::string read_file(const std::string& path) {
     }
     return text;
 }
-
-}  // namespace
 
 void for_each_job_piece(std::string_view text, const std::function<void(JobPiece)>& take) {
     bool separated = true;
@@ -253,7 +253,7 @@ GJFData GJFParser::parse_string(const std::string& text) {
     return read_job(take_job(rest, separated));
 }
 
-GJFData GJFParser::parse_file(const std::string& path) { return parse_string(read_file(path)); }
+GJFData GJFParser::parse_file(const std::string& path) { return parse_string(read_whole_file(path)); }
 
 GJFMultiData GJFParser::parse_string_multi(const std::string& text) {
     std::string_view rest = skip_byte_order_mark(text);
@@ -276,7 +276,7 @@ GJFMultiData GJFParser::parse_string_multi(const std::string& text) {
     return result;
 }
 
-GJFMultiData GJFParser::parse_file_multi(const std::string& path) { return parse_string_multi(read_file(path)); }
+GJFMultiData GJFParser::parse_file_multi(const std::string& path) { return parse_string_multi(read_whole_file(path)); }
 
 std::vector<std::string> GJFParser::split_by_link1(const std::string& text) {
     std::vector<std::string> pieces;

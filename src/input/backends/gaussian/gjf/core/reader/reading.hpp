@@ -77,6 +77,9 @@ class LineCursor {
     std::size_t next_ = 0;
 };
 
+/// Reads a file whole; throws "Cannot open file: PATH".
+std::string read_whole_file(const std::string& path);
+
 /// The text between --Link1-- lines, cut into lines.
 struct JobPiece {
     std::size_t number = 0;      ///< from 1, blank pieces counted
