@@ -64,6 +64,7 @@ TEST(Comments, BeginOutsideQuotes) {
         {"'!' ! c", "'!' "},
         {"\"a!b\"!", "\"a!b\""},
         {"it's! x", "it's"},
+        {"hf/6-31g(d') ! it's", "hf/6-31g(d') "},
         {"'a!", "'a"},
         {"a'b\"c!d'e!", "a'b\"c!d'e"},
     };
@@ -116,6 +117,9 @@ TEST(Fields, EndAtSeparatorsOutsideQuotesAndBrackets) {
         {"O5' 1 2", comma, false, {"O5' 1 2"}},
         {"C(PDBName=O5',ResNum=1) 0 1", comma, true, {"C(PDBName=O5',ResNum=1)", "0", "1"}},
         {"H5'' x", comma, true, {"H5''", "x"}},
+        {"hf/6-31g(d') opt", blank, false, {"hf/6-31g(d')", "opt"}},
+        {"6-31+G(D',p') 'a b'", comma, false, {"6-31+G(D',p')", "'a b'"}},
+        {"(xd' a)' b", comma, false, {"(xd' a)' b"}},
         {"a(b c", comma, true, {"a(b c"}},
         {"a) b", comma, true, {"a)", "b"}},
     };

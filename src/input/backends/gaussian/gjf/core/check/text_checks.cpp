@@ -83,7 +83,7 @@ void check_route_balance(const CheckedJob& job, Findings& findings) {
         const char c = text[i];
         if (quote != std::string::npos) {
             quote = c == text[quote] ? std::string::npos : quote;
-        } else if (c == '"' || c == '\'') {
+        } else if (opens_quote(text, i)) {
             quote = i;
         } else if (opening.find(c) != std::string_view::npos) {
             open.push_back(i);

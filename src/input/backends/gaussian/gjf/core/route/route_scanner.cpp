@@ -51,7 +51,7 @@ int find_matching_paren(const std::string& text, std::size_t position) {
         const char c = text[i];
         if (quote != 0) {
             quote = c == quote ? '\0' : quote;
-        } else if (c == '\'' || c == '"') {
+        } else if (opens_quote(text, i)) {
             quote = c;
         } else if (c == '(') {
             ++depth;

@@ -75,12 +75,35 @@ std::string join_lines(const std::string_view* lines, std::size_t count) {
     return text;
 }
 
+namespace {
+
+// Tells whether a single quote behind these two characters is the prime of d' or p' in a list of polarization functions.
+bool is_prime_behind(char before_last, char last) noexcept {
+    const char letter = to_lower_ascii(last);
+    return (letter == 'd' || letter == 'p') && (before_last == '(' || before_last == ',');
+}
+
+}  // namespace
+
+bool opens_quote(std::string_view text, std::size_t i) noexcept {
+    if (text[i] == '\'') {
+        return i < 2 || !is_prime_behind(text[i - 2], text[i - 1]);
+    }
+    return text[i] == '"';
+}
+
 bool NestingTracker::advance(char c) noexcept {
     if (quote_ != 0) {
         if (c == quote_) {
             quote_ = 0;
         }
         return false;
+    }
+    const bool is_prime = c == '\'' && is_prime_behind(last_[1], last_[0]);
+    last_[1] = last_[0];
+    last_[0] = c;
+    if (is_prime) {
+        return at_top_level();
     }
     const auto lower = [](std::size_t& depth) { depth -= depth > 0 ? 1 : 0; };
     switch (c) {
@@ -118,8 +141,7 @@ std::string_view without_comment(std::string_view line) noexcept {
     }
     std::size_t i = 0;
     while (i < line.size() && line[i] != '!') {
-        const bool opens = line[i] == '\'' || line[i] == '"';
-        const std::size_t close = opens ? line.find(line[i], i + 1) : std::string_view::npos;
+        const std::size_t close = opens_quote(line, i) ? line.find(line[i], i + 1) : std::string_view::npos;
         i = (close == std::string_view::npos ? i : close) + 1;
     }
     return line.substr(0, i);
@@ -150,7 +172,7 @@ std::size_t end_of_nested_field(std::string_view line, std::size_t i, bool comma
     NestingTracker nesting;
     while (i < line.size()) {
         const char c = line[i];
-        if (c == '\'' || c == '"') {
+        if (opens_quote(line, i)) {
             i = end_of_quote(line, i, lone_quotes_are_text);
             continue;
         }

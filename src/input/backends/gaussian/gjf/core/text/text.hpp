@@ -45,7 +45,7 @@ std::string join_lines(const std::string_view* lines, std::size_t count);
 /// Follows quotes and brackets while a text is walked, one character after another.
 ///
 /// A quote is closed by the same quote character alone; inside it no bracket counts. Parentheses, square brackets and braces
-/// have a depth each, which never drops below zero.
+/// have a depth each, which never drops below zero. The prime of a basis set such as 6-31G(d',p') is no quote.
 class NestingTracker {
    public:
     /// Takes the next character; returns whether it stands at top level (outside quotes and brackets, itself neither).
@@ -54,10 +54,14 @@ class NestingTracker {
 
    private:
     char quote_ = 0;
+    char last_[2] = {0, 0};  // the two characters taken before, the later one first
     std::size_t round_ = 0;
     std::size_t square_ = 0;
     std::size_t curly_ = 0;
 };
+
+/// Tells whether the character at `i` opens a quoted stretch, when none is open: a quote that is no prime of a basis set.
+bool opens_quote(std::string_view text, std::size_t i) noexcept;
 
 /// Returns the part of a line before its comment: before the first "!" that stands outside quotes. A quote character that
 /// nothing closes on the line quotes nothing.
