@@ -27,8 +27,11 @@ void check_elements(const CheckedJob& job, const std::vector<MoleculeAtom>& atom
         if (atom.species.kind == SpeciesKind::Unknown) {
             const std::string_view line = job.line(atom.line);
             const std::size_t column = std::min(line.find_first_not_of(" \t"), line.size());
-            findings.add("GJF-M001", Severity::Error, "'" + atom.info->element + "' is no element",
-                         TextPlace{atom.line, column + 1, std::max<std::size_t>(atom.info->element.size(), 1)});
+            const bool is_isotope = atom.species.number == 1;
+            findings.add("GJF-M001", is_isotope ? Severity::Warning : Severity::Error,
+                         "'" + atom.info->element + "' is no element",
+                         TextPlace{atom.line, column + 1, std::max<std::size_t>(atom.info->element.size(), 1)},
+                         is_isotope ? "write an isotope as in H(Iso=2)" : "");
         }
     }
 }
@@ -84,12 +87,18 @@ void check_close_atoms(const CheckedJob& job, const std::vector<MoleculeAtom>& a
     }
 }
 
+// Atoms of noble gases are not bonded, so their distances tell nothing.
+bool is_noble_gas(int number) noexcept {
+    constexpr int gases[] = {2, 10, 18, 36, 54, 86};
+    return std::find(std::begin(gases), std::end(gases), number) != std::end(gases);
+}
+
 // Compares each of some atoms' nearest neighbour with what a bond would be. About 1 in ångström, 1.9 in bohr.
 std::vector<double> bond_ratios(const std::vector<MoleculeAtom>& atoms) {
     constexpr std::size_t sample = 40;
     std::vector<double> ratios;
     for (std::size_t i = 0; i < atoms.size() && ratios.size() < sample; ++i) {
-        if (!has_nucleus(atoms[i])) {
+        if (!has_nucleus(atoms[i]) || is_noble_gas(atoms[i].species.number)) {
             continue;
         }
         double best = 0;

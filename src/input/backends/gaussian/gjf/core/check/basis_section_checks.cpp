@@ -8,13 +8,30 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <set>
 
 namespace quor::input::gaussian {
 namespace {
 
-constexpr std::string_view block_end = "****";
+constexpr std::string_view block_ends[] = {"****", "++++"};
 constexpr std::size_t element_count = 119;  // by atomic number
+
+bool is_block_end(std::string_view text) noexcept {
+    return std::any_of(std::begin(block_ends), std::end(block_ends),
+                       [&](std::string_view end) { return text.substr(0, 4) == end; });
+}
+
+// Tells whether a text names a set of the Stuttgart and Dresden potentials, as in MWB28.
+bool is_stuttgart_set(std::string_view text) noexcept {
+    const auto is_one_of = [](std::string_view part, std::initializer_list<std::string_view> names) {
+        return std::any_of(names.begin(), names.end(), [&](std::string_view name) { return equals_folded(part, name); });
+    };
+    const std::size_t digits = std::min(text.find_first_of("0123456789"), text.size());
+    return digits == 3 && digits < text.size() && is_one_of(text.substr(0, 1), {"m", "s"}) &&
+           is_one_of(text.substr(1, 2), {"hf", "wb", "df"}) &&
+           text.find_first_not_of("0123456789", digits) == std::string_view::npos;
+}
 
 // The atoms that a line of centers names: elements, and atom numbers from 1.
 struct Centers {
@@ -27,6 +44,9 @@ bool add_center(std::string_view field, Centers& centers) {
     if (const int number = atomic_number(name); number != 0) {
         // A minus sign before the element allows for its absence.
         centers.elements.emplace_back(field.front() == '-' ? -number : number, field);
+        return true;
+    }
+    if (equals_folded(name, "bq")) {
         return true;
     }
     const std::size_t dash = std::min(name.find('-'), name.size());
@@ -88,7 +108,7 @@ class BasisWalk {
                 opaque_ = true;
                 return;
             }
-            if (text.substr(0, block_end.size()) == block_end) {
+            if (is_block_end(text)) {
                 open_block_ = 0;
             } else if (open_block_ == 0) {
                 open(line);
@@ -156,6 +176,11 @@ class BasisWalk {
 
     // Takes a line inside a block; returns how many lines after it belong to it.
     std::size_t take_body_line(std::size_t line, std::string_view text) {
+        // Shells expanded in Gaussians by the program itself, as in "STO 1S 3 7.66".
+        if (equals_folded(text.substr(0, 4), "sto ") && text.find('.') != std::string_view::npos) {
+            block_has_shells_ = true;
+            return 0;
+        }
         if (const std::optional<std::size_t> count = shell_lines(text)) {
             block_has_shells_ = true;
             return *count;
@@ -181,7 +206,7 @@ class BasisWalk {
         }
         const std::string name(text);
         const bool is_path = text.find('/') != std::string_view::npos;
-        if (is_path || !job_.schema.is_loaded() || job_.schema.knows_basis(name)) {
+        if (is_path || is_stuttgart_set(text) || !job_.schema.is_loaded() || job_.schema.knows_basis(name)) {
             return;
         }
         std::vector<std::string> bases;
@@ -190,8 +215,8 @@ class BasisWalk {
             bases.insert(bases.end(), some.begin(), some.end());
         }
         const std::vector<std::string> near = near_names(to_lower_copy(name), bases);
-        findings_.add("GJF-S009", near.empty() ? Severity::Warning : Severity::Error, "'" + name + "' is no basis set",
-                      job_.place_in(line, text), did_you_mean(near));
+        findings_.add("GJF-S009", is_misspelt(name, near) ? Severity::Error : Severity::Warning,
+                      "'" + name + "' is no basis set", job_.place_in(line, text), did_you_mean(near));
     }
 
     const CheckedJob& job_;

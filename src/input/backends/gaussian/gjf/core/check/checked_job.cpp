@@ -8,6 +8,7 @@
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
+#include <iterator>
 
 namespace quor::input::gaussian {
 namespace {
@@ -141,6 +142,12 @@ const WrittenOption* CheckedJob::find_option(std::string_view name, std::string_
 
 bool CheckedJob::names_basis(std::string_view canonical) const noexcept {
     return std::any_of(segments.begin(), segments.end(), [&](const WrittenSegment& s) { return s.basis == canonical; });
+}
+
+bool CheckedJob::restarts() const noexcept {
+    constexpr const char* keywords[] = {"opt", "irc", "freq", "scf", "polar", "scan", "ircmax", "td", "bomd", "admp"};
+    return has_keyword("restart") || std::any_of(std::begin(keywords), std::end(keywords),
+                                                 [&](const char* name) { return has_option(name, "restart"); });
 }
 
 bool CheckedJob::molecule_from_checkpoint() const { return has_geom_option(route, schema, "chk") || all_from_checkpoint(); }

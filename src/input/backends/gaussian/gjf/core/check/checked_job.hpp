@@ -80,6 +80,8 @@ class CheckedJob {
     /// Tells whether the molecule is taken from a checkpoint, wholly or but for charge and multiplicity.
     bool molecule_from_checkpoint() const;
     bool all_from_checkpoint() const;
+    /// Tells whether the route goes on with a job that was broken off.
+    bool restarts() const noexcept;
 
    private:
     void read_segments();

@@ -5,6 +5,7 @@
 #include <gjf/core/check/molecule_view.hpp>
 #include <gjf/core/reader/molecule_fields.hpp>
 #include <gjf/core/schema/route_schema_cache.hpp>
+#include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
@@ -26,6 +27,54 @@ bool fails_at_fortran_number(const CheckedJob& job, std::size_t line) {
     return std::any_of(fields.begin(), fields.end(), is_fortran_number);
 }
 
+// What a failure of reading usually comes from; by how its message begins.
+constexpr struct {
+    std::string_view message;
+    const char* hint;
+} failure_hints[] = {
+    {"Invalid control line", "route lines begin with #, Link 0 lines with %"},
+    {"Invalid charge/spin line", "this line is read as charge and multiplicity, two whole numbers such as 0 1"},
+    {"Invalid connectivity", "this is read as connectivity: sections stand in a fixed order, connectivity among the first"},
+    {"Invalid coordinate line", "an atom has a label and three coordinates"},
+    {"Missing title", "a title of one line or more stands between two blank lines behind the route"},
+};
+
+bool is_charge_line(std::string_view line) {
+    Fields fields;
+    cut_fields(without_comment(line), fields);
+    return fields.size() >= 2 && fields.size() % 2 == 0 && std::all_of(fields.begin(), fields.end(), is_integer_text);
+}
+
+// A job without molecule often has its title or the blank line behind it missing, so that the molecule is its title.
+std::string hint_at_title(const CheckedJob& job) {
+    const LineRange& title = job.layout.title;
+    for (std::size_t line = title.first; !title.empty() && line <= title.last; ++line) {
+        if (is_charge_line(job.line(line))) {
+            return line == title.first ? "the title is missing: a title and a blank line stand before this line"
+                                       : "a blank line is missing before line " + std::to_string(line) +
+                                             ", which is read as a part of the title";
+        }
+    }
+    return {};
+}
+
+std::string hint_at_failure(const CheckedJob& job, const std::string& message) {
+    if (message.find("Missing geometry section") == 0) {
+        return hint_at_title(job);
+    }
+    for (const auto& known : failure_hints) {
+        if (std::string_view(message).substr(0, known.message.size()) == known.message) {
+            return known.hint;
+        }
+    }
+    return {};
+}
+
+// A restarted job takes all from its checkpoint: the route alone is enough.
+bool needs_route_alone(const CheckedJob& job, const JobReading& reading) {
+    return job.restarts() && reading.layout.title.empty() && reading.error.find("Missing title") == 0;
+}
+
 void add_failure(const CheckedJob& job, const JobReading& reading, Findings& findings) {
     const std::size_t line = std::max(reading.error_line, reading.layout.lines.first);
     if (fails_at_fortran_number(job, line)) {
@@ -33,7 +82,8 @@ void add_failure(const CheckedJob& job, const JobReading& reading, Findings& fin
                      "Gaussian reads D exponents, this tool does not; write the number without one to have the job checked");
         return;
     }
-    findings.add("GJF-P001", Severity::Error, reading.error, line);
+    const Severity severity = has_unread_rows(job) ? Severity::Warning : Severity::Error;
+    findings.add("GJF-P001", severity, reading.error, line, hint_at_failure(job, reading.error));
     if (reading.layout.charge_line != 0 && line > reading.layout.charge_line) {
         check_numbers_of_line(job, line, findings);
     }
@@ -90,10 +140,20 @@ void check_job(const CheckedJob& job, const JobPiece& piece, const JobReading& r
         check(job, findings);
     }
     if (!job.read_whole()) {
+        if (needs_route_alone(job, reading)) {
+            return;
+        }
         report_failures(job, piece, reading, findings);
         return;
     }
     const std::vector<MoleculeAtom> atoms = atoms_of(job);
+    if (has_unread_rows(job)) {
+        // Where atoms are missing, nothing can be counted, and numbers of atoms mean nothing.
+        check_atoms(job, atoms, findings);
+        check_zmatrix(job, atoms, findings);
+        check_sections(job, findings);
+        return;
+    }
     for (const auto check :
          {check_atoms, check_electrons, check_zmatrix, check_layers, check_connectivity, check_basis_sections}) {
         check(job, atoms, findings);

@@ -83,6 +83,10 @@ Species species_of_name(std::string_view name) noexcept {
     if (const int two = letters.size() >= 2 ? atomic_number(letters.substr(0, 2)) : 0; two != 0) {
         return {SpeciesKind::Atom, two, letters.size() == 2};
     }
+    // Deuterium and tritium under names of their own: what Gaussian makes of them is not sure.
+    if (equals_folded(letters, "d") || equals_folded(letters, "t")) {
+        return {SpeciesKind::Unknown, 1, false};
+    }
     const int one = letters.empty() ? 0 : atomic_number(letters.substr(0, 1));
     return one == 0 ? Species{} : Species{SpeciesKind::Atom, one, letters.size() == 1};
 }

@@ -14,10 +14,10 @@ namespace quor::input::gaussian {
 namespace {
 
 // Every Link 0 command of Gaussian 16, older spellings included.
-constexpr const char* link0_commands[] = {
-    "mem",         "chk",        "oldchk",       "schk",   "rwf",       "oldmatrix", "oldrawmatrix", "int",    "d2e",
-    "scr",         "kjob",       "save",         "nosave", "errorsave", "subst",     "cpu",          "gpucpu", "nproc",
-    "nprocshared", "nproclinda", "lindaworkers", "usessh", "usersh",    "ssh",       "debuglinda"};
+constexpr const char* link0_commands[] = {"mem",    "chk",    "oldchk", "schk",  "rwf",         "oldmatrix",  "oldrawmatrix",
+                                          "int",    "d2e",    "scr",    "kjob",  "save",        "nosave",     "errorsave",
+                                          "subst",  "cpu",    "gpucpu", "nproc", "nprocshared", "nproclinda", "lindaworkers",
+                                          "usessh", "usersh", "ssh",    "rsh",   "debuglinda"};
 
 // One Link 0 line taken apart.
 struct Link0Line {
@@ -54,7 +54,7 @@ void check_command(const CheckedJob& job, const Link0Line& line, Findings& findi
     }
     const std::vector<std::string> names(std::begin(link0_commands), std::end(link0_commands));
     const std::vector<std::string> near = near_names(to_lower_copy(line.key), names);
-    findings.add("GJF-L001", near.empty() ? Severity::Warning : Severity::Error,
+    findings.add("GJF-L001", is_misspelt(line.key, near) ? Severity::Error : Severity::Warning,
                  "unknown Link 0 command '%" + std::string(line.key) + "'", job.place_in(line.line, line.key),
                  did_you_mean(near));
 }
@@ -112,13 +112,13 @@ std::int64_t cores_asked(const CheckedJob& job, const Link0Line* nproc, Findings
     if (nproc == nullptr) {
         return 0;
     }
-    const std::int64_t count = to_int64(nproc->value).value_or(0);
-    if (count < 1) {
-        findings.add("GJF-L006", Severity::Error, "'" + std::string(nproc->value) + "' is no number of cores",
-                     job.place_in(nproc->line, nproc->value));
+    const std::optional<std::int64_t> count = to_int64(nproc->value);
+    if (!count || *count < 1) {
+        findings.add("GJF-L006", count ? Severity::Warning : Severity::Error,
+                     "'" + std::string(nproc->value) + "' is no number of cores", job.place_in(nproc->line, nproc->value));
         return 0;
     }
-    return count;
+    return *count;
 }
 
 // Counts the cores of %cpu; 0 when there is no list, or none that can be read.
@@ -165,7 +165,9 @@ void check_memory(const CheckedJob& job, const std::vector<Link0Line>& lines, st
     const TextPlace place = job.place_in(line->line, line->value);
     const std::optional<Memory> memory = read_memory(line->value);
     if (!memory || memory->unit == 0 || memory->amount == 0) {
-        findings.add("GJF-L002", Severity::Error, "'" + std::string(line->value) + "' is no amount of memory", place,
+        const bool begins_as_number = !line->value.empty() && line->value.front() >= '0' && line->value.front() <= '9';
+        findings.add("GJF-L002", begins_as_number ? Severity::Warning : Severity::Error,
+                     "'" + std::string(line->value) + "' is no amount of memory", place,
                      "write a whole number and a unit without a blank, as in %mem=8GB");
         return;
     }

@@ -156,7 +156,58 @@ std::size_t line_at(const std::vector<std::size_t>& lines, std::size_t i) noexce
     return i < lines.size() ? lines[i] : 0;
 }
 
+void note_names(const std::string& text, NameSet& names) { names.insert(to_lower_copy(without_sign(trim_view(text)))); }
+
+// Tells whether a line that gives a variable its value has the look of a Z-matrix row.
+bool looks_like_row(std::string_view line) {
+    Fields fields;
+    cut_fields(without_comment(line), fields);
+    if (fields.size() < 2 || line.find('=') != std::string_view::npos) {
+        return false;
+    }
+    const bool refers_by_label = without_sign(fields[1]).find_first_not_of("0123456789.") == 0;
+    return refers_by_label || (fields.size() >= 3 && species_of_name(fields[0]).kind != SpeciesKind::Unknown);
+}
+
 }  // namespace
+
+NameSet names_in_use(const GeomSection& geom) {
+    NameSet names;
+    for (const ZMatrixEntry& entry : geom.zmatrix_entries) {
+        for (const auto* reference : {&entry.bond, &entry.angle, &entry.dihedral}) {
+            if (*reference) {
+                note_names((*reference)->value, names);
+            }
+        }
+    }
+    for (const AtomCoord& atom : geom.atoms) {
+        for (const CoordinateValue* coordinate : {&atom.x_ref, &atom.y_ref, &atom.z_ref}) {
+            if (!coordinate->value) {
+                note_names(coordinate->text, names);
+            }
+        }
+    }
+    return names;
+}
+
+std::vector<bool> lines_like_rows(const CheckedJob& job, const std::vector<ZMatrixVariable>& variables,
+                                  const std::vector<std::size_t>& lines) {
+    const NameSet used = names_in_use(job.job.geom);
+    std::vector<bool> rows(variables.size());
+    for (std::size_t i = 0; i < variables.size(); ++i) {
+        rows[i] = used.count(to_lower_copy(variables[i].name)) == 0 && looks_like_row(job.line(line_at(lines, i)));
+    }
+    return rows;
+}
+
+bool has_unread_rows(const CheckedJob& job) {
+    const auto any = [&](const std::vector<ZMatrixVariable>& variables, const std::vector<std::size_t>& lines) {
+        const std::vector<bool> rows = lines_like_rows(job, variables, lines);
+        return std::find(rows.begin(), rows.end(), true) != rows.end();
+    };
+    const GeomSection& geom = job.job.geom;
+    return any(geom.variables, job.layout.variables) || any(geom.constants, job.layout.constants);
+}
 
 std::vector<MoleculeAtom> atoms_of(const CheckedJob& job) {
     const GeomSection& geom = job.job.geom;

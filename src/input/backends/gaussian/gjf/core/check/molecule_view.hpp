@@ -5,6 +5,7 @@
 #include <gjf/core/check/cells.hpp>
 #include <gjf/core/check/checked_job.hpp>
 #include <gjf/core/check/elements.hpp>
+#include <gjf/core/reader/molecule_fields.hpp>
 
 #include <cstdint>
 #include <optional>
@@ -24,6 +25,17 @@ struct MoleculeAtom {
 
 /// Looks at every atom of a job's molecule.
 std::vector<MoleculeAtom> atoms_of(const CheckedJob& job);
+
+/// Tells which lines among a Z-matrix's variables (or constants) are rather rows that the reader does not know, such as
+/// "H 1 0.96 L" or "H C1 1.09": used by no row and with the look of one. As many as `variables`.
+std::vector<bool> lines_like_rows(const CheckedJob& job, const std::vector<ZMatrixVariable>& variables,
+                                  const std::vector<std::size_t>& lines);
+
+/// Tells whether the molecule may have atoms that the reader took for variables, so that nothing can be counted.
+bool has_unread_rows(const CheckedJob& job);
+
+/// Returns the names that the coordinates refer to, in lower case.
+NameSet names_in_use(const GeomSection& geom);
 
 /// Tells whether the route gives coordinates in bohr.
 bool uses_bohr(const CheckedJob& job);

@@ -86,6 +86,15 @@ std::vector<std::string> near_names(std::string_view word, const std::vector<std
     return found;
 }
 
+bool is_misspelt(std::string_view word, const std::vector<std::string>& near) {
+    const std::string wanted = without_dashes(word);
+    const std::size_t most = wanted.size() < 8 ? 1 : 2;
+    return std::any_of(near.begin(), near.end(), [&](const std::string& name) {
+        const std::string candidate = without_dashes(name);
+        return !wanted.empty() && candidate.front() == wanted.front() && steps_between(wanted, candidate) <= most;
+    });
+}
+
 std::vector<std::string> all_route_words(const SimpleYAMLParser& schema) {
     std::vector<std::string> words;
     const auto append = [&](const std::vector<std::string>& list) { words.insert(words.end(), list.begin(), list.end()); };

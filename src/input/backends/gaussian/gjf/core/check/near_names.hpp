@@ -9,6 +9,10 @@
 
 namespace quor::input::gaussian {
 
+/// Tells whether a word that nobody knows is rather one of its near names misspelt than one that only this list lacks: it
+/// begins with the same letter and is one step away, two when it is long.
+bool is_misspelt(std::string_view word, const std::vector<std::string>& near);
+
 /// Returns at most three of `names` that are nearest to a word: equal but for dashes, or a few letters away.
 ///
 /// A letter left out, put in, changed, or two neighbours exchanged count as one step; more steps are allowed for longer

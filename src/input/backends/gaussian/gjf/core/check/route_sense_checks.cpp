@@ -192,6 +192,16 @@ std::optional<std::int64_t> integer_value(const WrittenOption* option) {
     return option == nullptr ? std::nullopt : to_int64(trim_view(option->value));
 }
 
+// An active space has a number of electrons and one of orbitals.
+void check_active_space(const CheckedJob& job, Findings& findings) {
+    for (const WrittenSegment& segment : job.segments) {
+        if (segment.method == "casscf" && segment.text.find_first_of("([={0123456789") >= segment.text.find('/')) {
+            findings.add("GJF-R009", Severity::Warning, "casscf has no active space", segment.place,
+                         "give the numbers of electrons and orbitals, as in casscf(4,4)");
+        }
+    }
+}
+
 void check_needs(const CheckedJob& job, Findings& findings) {
     const WrittenKeyword* irc = job.find_keyword("irc");
     if (irc != nullptr && !has_any_option(job, "irc",
@@ -222,6 +232,7 @@ void check_needs(const CheckedJob& job, Findings& findings) {
                      "a generic solvent is described in the input, but scrf has no option read", solvent->place,
                      "add read, and a section with eps=...");
     }
+    check_active_space(job, findings);
     for (const char* keyword : {"td", "tda"}) {
         const WrittenOption* root = job.find_option(keyword, "root");
         const std::int64_t states = integer_value(job.find_option(keyword, "nstates")).value_or(3);
@@ -267,11 +278,8 @@ void check_repeats(const CheckedJob& job, Findings& findings) {
 
 // Tells whether a route may do without a method: it restarts a job, or brings its own model.
 bool needs_no_model(const CheckedJob& job) {
-    constexpr const char* keywords[] = {"restart", "nonstd", "rearchive", "external"};
-    const bool restarts = job.has_option("opt", "restart") || job.has_option("irc", "restart") ||
-                          job.has_option("freq", "restart") || job.has_option("scf", "restart") ||
-                          job.has_option("polar", "restart") || job.has_option("scan", "restart");
-    return restarts ||
+    constexpr const char* keywords[] = {"nonstd", "rearchive", "external", "ircmax"};
+    return job.restarts() ||
            std::any_of(std::begin(keywords), std::end(keywords), [&](const char* name) { return job.has_keyword(name); });
 }
 
@@ -336,7 +344,7 @@ void check_model_chemistry(const CheckedJob& job, Findings& findings) {
 bool is_force_field(std::string_view method) noexcept { return is_one_of(force_fields, method); }
 
 void check_route_sense(const CheckedJob& job, Findings& findings) {
-    if (!job.schema.is_loaded()) {
+    if (!job.schema.is_loaded() || job.has_keyword("nonstd")) {
         return;
     }
     check_repeats(job, findings);

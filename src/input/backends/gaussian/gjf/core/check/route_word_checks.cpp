@@ -21,13 +21,13 @@ constexpr struct {
                    {"hiss", "hissbpbe"},
                    {"tpss", "tpsstpss"},
                    {"pbe", "pbepbe"},
-                   {"revpbe", "pbehpbe"},
+                   {"revpbe", ""},
                    {"bp", "bp86"},
-                   {"b3lyp5", "b3lyp"},
+                   {"b3lyp5", ""},
                    {"cam", "cam-b3lyp"},
                    {"pw91", "pw91pw91"},
                    {"b3lyp-d3", "b3lyp empiricaldispersion=gd3"},
-                   {"wb97x-d3", "wb97xd"},
+                   {"wb97x-d3", ""},
                    {"r2scan", ""},
                    {"scan", ""},
                    {"b97-d", "b97d"},
@@ -55,15 +55,62 @@ const char* paper_name_of(std::string_view word) noexcept {
     return nullptr;
 }
 
+// Tells whether a word is a known method in a form that the vocabulary may lack: complex, generalised, or long-range
+// corrected.
+bool is_method_variant(const CheckedJob& job, const std::string& word) {
+    constexpr std::string_view prefixes[] = {"c", "g", "lc-"};
+    return std::any_of(std::begin(prefixes), std::end(prefixes), [&](std::string_view prefix) {
+        return word.size() > prefix.size() + 1 && equals_folded(std::string_view(word).substr(0, prefix.size()), prefix) &&
+               job.schema.knows_method_exact(word.substr(prefix.size()));
+    });
+}
+
+// Options that are often written as words of their own, and where they belong.
+constexpr struct {
+    std::string_view word;
+    const char* place;
+} misplaced_options[] = {{"solvent", "scrf=(solvent=...)"},
+                         {"smd", "scrf=(smd,solvent=...)"},
+                         {"gd3", "empiricaldispersion=gd3"},
+                         {"gd3bj", "empiricaldispersion=gd3bj"},
+                         {"d3", "empiricaldispersion=gd3"},
+                         {"d3bj", "empiricaldispersion=gd3bj"},
+                         {"xqc", "scf=xqc"},
+                         {"ultrafine", "int=ultrafine"},
+                         {"calcfc", "opt=calcfc"},
+                         {"ts", "opt=ts"},
+                         {"modredundant", "opt=modredundant"},
+                         {"nbo", "pop=nbo"},
+                         {"connectivity", "geom=connectivity"},
+                         {"allcheck", "geom=allcheck"}};
+
+// Says what a word that nobody knows was rather meant as: an option, or an equals sign between blanks.
+std::string hint_at_form(std::string_view word) {
+    if (word.empty() || word.front() == '(') {
+        return "write a keyword and its options without blanks around '=', as in opt=(ts,calcfc)";
+    }
+    for (const auto& option : misplaced_options) {
+        if (equals_folded(word, option.word)) {
+            return "write " + std::string(option.place);
+        }
+    }
+    return {};
+}
+
 // Reports a word that is neither keyword nor method nor basis set.
 void report_unknown_word(const CheckedJob& job, const std::string& word, const TextPlace& place, Findings& findings) {
     if (word.empty()) {
-        const TextPlace mark{place.line, place.column, 1};
-        findings.add("GJF-W005", Severity::Warning, "a keyword's name is missing here", mark, "");
+        findings.add("GJF-W005", Severity::Warning, "a keyword's name is missing here",
+                     TextPlace{place.line, place.column, 1}, hint_at_form(word));
+        return;
+    }
+    if (const std::string hint = hint_at_form(word); !hint.empty()) {
+        findings.add("GJF-W005", Severity::Warning, "'" + word + "' is no route keyword, method or basis set", place, hint);
         return;
     }
     const std::vector<std::string> near = near_names(to_lower_copy(word), all_route_words(job.schema));
-    findings.add("GJF-W005", near.empty() ? Severity::Warning : Severity::Error,
+    const bool is_sure = is_misspelt(word, near) && !is_method_variant(job, word);
+    findings.add("GJF-W005", is_sure ? Severity::Error : Severity::Warning,
                  "'" + word + "' is no route keyword, method or basis set", place, did_you_mean(near));
 }
 
@@ -81,8 +128,11 @@ bool check_paper_name(const CheckedJob& job, const WrittenSegment& segment, cons
     if (name == nullptr || segment.is_oniom) {
         return false;
     }
+    // A word that begins one of Gaussian's own may be taken for its abbreviation.
+    const bool may_be_taken = !job.schema.method_completions(to_lower_copy(word)).empty();
     findings.add(
-        "GJF-R011", Severity::Error, "'" + word + "' is the name of a functional in papers, not in Gaussian", place,
+        "GJF-R011", may_be_taken ? Severity::Warning : Severity::Error,
+        "'" + word + "' is the name of a functional in papers, not in Gaussian", place,
         *name == '\0' ? std::string("Gaussian 16 has no such functional") : "Gaussian calls it " + std::string(name));
     return true;
 }
@@ -127,17 +177,51 @@ void check_options(const CheckedJob& job, const WrittenKeyword& keyword, Finding
     if (!keyword.known || options.empty() || is_free_valued(keyword)) {
         return;
     }
-    for (const WrittenOption& option : keyword.options) {
+    for (std::size_t i = 0; i < keyword.options.size(); ++i) {
+        const WrittenOption& option = keyword.options[i];
         const char first = option.name.empty() ? '0' : option.name.front();
         const bool is_value = (first >= '0' && first <= '9') || first == '-' || first == '+' || first == '.';
-        if (is_value || job.schema.knows_option(keyword.name, option.name) ||
+        // The names of some solvents hold a comma; levels of theory are options of ircmax.
+        const bool ends_solvent = i > 0 && keyword.options[i - 1].canonical == "solvent" &&
+                                  is_solvent(keyword.options[i - 1].value + "," + option.name);
+        const bool is_model = keyword.name == "ircmax" && option.name.find('/') != std::string::npos;
+        if (is_value || ends_solvent || is_model || job.schema.knows_option(keyword.name, option.name) ||
             job.schema.option_completions(keyword.name, option.name).size() > 1) {
             continue;
         }
         const std::vector<std::string> near = near_names(to_lower_copy(option.name), options);
-        findings.add("GJF-R001", near.empty() ? Severity::Warning : Severity::Error,
-                     "'" + option.name + "' is no option of " + keyword.name, option.place, did_you_mean(near));
+        findings.add(
+            "GJF-R001", is_misspelt(option.name, near) ? Severity::Error : Severity::Warning,
+            "'" + option.name + "' is no option of " + keyword.name, option.place,
+            keyword.name == "scrf" && is_solvent(option.name) ? "write solvent=" + option.name : did_you_mean(near));
     }
+}
+
+// Returns Gaussian's name for a solvent that is called by an abbreviation; null for any other word.
+const char* abbreviated_solvent(std::string_view word) noexcept {
+    constexpr struct {
+        std::string_view short_name;
+        const char* name;
+    } solvents[] = {{"dcm", "dichloromethane"},
+                    {"dmf", "n,n-dimethylformamide"},
+                    {"dma", "n,n-dimethylacetamide"},
+                    {"mecn", "acetonitrile"},
+                    {"acn", "acetonitrile"},
+                    {"meoh", "methanol"},
+                    {"etoh", "ethanol"},
+                    {"dce", "dichloroethane"},
+                    {"dioxane", "1,4-dioxane"},
+                    {"et2o", "diethylether"},
+                    {"hexane", "n-hexane"},
+                    {"ipa", "2-propanol"},
+                    {"isopropanol", "2-propanol"},
+                    {"phme", "toluene"}};
+    for (const auto& solvent : solvents) {
+        if (equals_folded(word, solvent.short_name)) {
+            return solvent.name;
+        }
+    }
+    return nullptr;
 }
 
 void check_solvent(const WrittenKeyword& keyword, Findings& findings) {
@@ -147,8 +231,10 @@ void check_solvent(const WrittenKeyword& keyword, Findings& findings) {
             continue;
         }
         const std::vector<std::string> near = near_names(to_lower_copy(value), solvent_names());
-        findings.add("GJF-R012", near.empty() ? Severity::Warning : Severity::Error,
-                     "'" + std::string(value) + "' is no solvent of Gaussian", option.place, did_you_mean(near));
+        const char* abbreviated = abbreviated_solvent(value);
+        findings.add("GJF-R012", is_misspelt(value, near) ? Severity::Error : Severity::Warning,
+                     "'" + std::string(value) + "' is no solvent of Gaussian", option.place,
+                     abbreviated ? std::string("Gaussian calls it ") + abbreviated : did_you_mean(near));
     }
 }
 
@@ -165,7 +251,8 @@ void check_warnings(const CheckedJob& job, Findings& findings) {
 }  // namespace
 
 void check_route_words(const CheckedJob& job, Findings& findings) {
-    if (!job.schema.is_loaded()) {
+    // The overlays of a route that is not standard are no words.
+    if (!job.schema.is_loaded() || job.has_keyword("nonstd")) {
         return;
     }
     check_warnings(job, findings);

@@ -2,6 +2,7 @@
 // left over.
 #include <gjf/core/check/checked_job.hpp>
 
+#include <gjf/core/check/elements.hpp>
 #include <gjf/core/reader/molecule_fields.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
@@ -51,18 +52,65 @@ void check_missing(const CheckedJob& job, Findings& findings) {
 }
 
 // Requests for input that the sections' own rules do not know: a keyword and its option.
-constexpr const char* further_requests[][2] = {
-    {"geom", "modredundant"}, {"geom", "modify"},       {"geom", "addgic"},       {"geom", "readallgic"},
-    {"geom", "gic"},          {"geom", "step"},         {"opt", "gic"},           {"opt", "readallgic"},
-    {"opt", "readharmonic"},  {"output", "wfx"},        {"pop", "nbo7read"},      {"pop", "nbo7del"},
-    {"pop", "nbodel"},        {"pop", "nbo6del"},       {"freq", "readharmonic"}, {"freq", "readdifferentharmonic"},
-    {"freq", "modredundant"}, {"freq", "readisotopes"}, {"cphf", "rdfreq"},       {"polar", "optrot"},
-    {"polar", "dcshg"},       {"opt", "nofreeze"},      {"pop", "savemixed"},     {"irc", "recorrect"}};
+constexpr const char* further_requests[][2] = {{"geom", "modredundant"},
+                                               {"geom", "modify"},
+                                               {"geom", "addgic"},
+                                               {"geom", "readallgic"},
+                                               {"geom", "gic"},
+                                               {"geom", "step"},
+                                               {"opt", "gic"},
+                                               {"opt", "readallgic"},
+                                               {"opt", "readharmonic"},
+                                               {"output", "wfx"},
+                                               {"pop", "nbo7read"},
+                                               {"pop", "nbo7del"},
+                                               {"pop", "nbodel"},
+                                               {"pop", "nbo6del"},
+                                               {"freq", "readharmonic"},
+                                               {"freq", "readdifferentharmonic"},
+                                               {"freq", "modredundant"},
+                                               {"freq", "readisotopes"},
+                                               {"cphf", "rdfreq"},
+                                               {"polar", "optrot"},
+                                               {"polar", "dcshg"},
+                                               {"opt", "nofreeze"},
+                                               {"pop", "savemixed"},
+                                               {"irc", "recorrect"},
+                                               {"freq", "franckcondon"},
+                                               {"freq", "fc"},
+                                               {"freq", "herzbergteller"},
+                                               {"freq", "ht"},
+                                               {"freq", "fcht"},
+                                               {"freq", "fchtemission"},
+                                               {"output", "pickett"}};
+
+// Counts the basis sets and core potentials that the levels of an ONIOM job take from the input, and a fitting set that is
+// given like a basis set.
+std::size_t count_basis_requests(const CheckedJob& job) {
+    const std::string& oniom = job.route.oniom_expression;
+    const std::size_t of_oniom = contains_folded(oniom, "genecp") ? 2 : contains_folded(oniom, "gen") ? 1 : 0;
+    const bool of_fitting = std::any_of(job.segments.begin(), job.segments.end(), [](const WrittenSegment& segment) {
+        return contains_folded(segment.text, "/gen/gen");
+    });
+    return of_oniom + (of_fitting ? 1 : 0);
+}
+
+// Counts the lists of spheres that the solvent input asks for.
+std::size_t count_sphere_lists(const CheckedJob& job) {
+    std::size_t count = 0;
+    for (const SectionLayout& section : job.layout.sections) {
+        const bool is_solvent_input = section.kind == Kind::PCMInput || section.kind == Kind::PCMSolvation;
+        for (std::size_t line = section.lines.first; is_solvent_input && line <= section.lines.last; ++line) {
+            count += contains_folded(without_comment(job.line(line)), "sph=");
+        }
+    }
+    return count;
+}
 
 std::size_t count_further_requests(const CheckedJob& job) {
-    return static_cast<std::size_t>(
-        std::count_if(std::begin(further_requests), std::end(further_requests),
-                      [&](const auto& request) { return job.has_option(request[0], request[1]); }));
+    const auto of_options = std::count_if(std::begin(further_requests), std::end(further_requests),
+                                          [&](const auto& request) { return job.has_option(request[0], request[1]); });
+    return static_cast<std::size_t>(of_options) + count_basis_requests(job) + count_sphere_lists(job);
 }
 
 bool all_lines(const CheckedJob& job, const LineRange& lines, bool (*test)(std::string_view)) {
@@ -87,6 +135,13 @@ bool is_coordinate_line(std::string_view line) {
            std::string_view("xbadloXBADLO").find(fields[0]) != std::string_view::npos && is_integer_text(fields[1]);
 }
 
+bool is_atom_line(std::string_view line) {
+    Fields fields;
+    cut_fields(line, fields);
+    return fields.size() >= 4 && atomic_number(fields[0]) != 0 &&
+           std::all_of(fields.begin() + 1, fields.begin() + 4, is_number_text);
+}
+
 // Guesses the request that a left-over section belongs to, from its lines.
 std::string likely_request(const CheckedJob& job, const LineRange& lines) {
     if (job.all_from_checkpoint()) {
@@ -100,6 +155,12 @@ std::string likely_request(const CheckedJob& job, const LineRange& lines) {
         if (trim_view(job.line(line)).substr(0, 4) == "****") {
             return "it looks like a basis set (gen)";
         }
+    }
+    if (first.substr(0, 2) == "--") {
+        return "the line between two jobs is --Link1--";
+    }
+    if (all_lines(job, lines, is_atom_line)) {
+        return "it looks like atoms: the blank line before it ends the molecule";
     }
     if (all_lines(job, lines, is_coordinate_line)) {
         return "it looks like changes of coordinates (opt=modredundant)";

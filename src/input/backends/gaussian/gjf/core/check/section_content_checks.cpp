@@ -43,7 +43,10 @@ void check_coordinate_line(const CheckedJob& job, std::size_t line, std::size_t 
     // Generalised internal coordinates are written as expressions.
     const bool is_expression =
         text.find('(') != std::string_view::npos || (!fields.empty() && fields[0].find('=') != std::string_view::npos);
-    if (fields.empty() || is_expression) {
+    // Words such as FreezeAll, of the same language, concern all coordinates.
+    const bool is_for_all =
+        fields.size() == 1 && fields[0].size() > 3 && equals_folded(fields[0].substr(fields[0].size() - 3), "all");
+    if (fields.empty() || is_expression || is_for_all) {
         return;
     }
     const bool typed = !is_atom_field(fields[0]);

@@ -57,18 +57,31 @@ void check_row(const CheckedJob& job, std::size_t row, Findings& findings) {
 }
 
 // Reports lines among variables that were rather meant as rows.
-void check_variable_lines(const std::vector<ZMatrixVariable>& variables, const std::vector<std::size_t>& lines,
-                          Findings& findings) {
-    Fields fields;
+void check_variable_lines(const CheckedJob& job, const std::vector<ZMatrixVariable>& variables,
+                          const std::vector<std::size_t>& lines, Findings& findings) {
+    const std::vector<bool> rows = lines_like_rows(job, variables, lines);
     for (std::size_t i = 0; i < variables.size(); ++i) {
-        cut_fields(variables[i].value, fields);
-        const bool begins_as_number = !fields.empty() && fields[0].find_first_of("0123456789") < 2;
-        if (!begins_as_number) {
+        if (rows[i]) {
             findings.add("GJF-M010", Severity::Warning,
                          "this line is read as variable '" + variables[i].name + "', not as an atom", line_at(lines, i),
                          "rows have 1, 3, 5 or 7 fields, and refer to atoms by number");
         }
     }
+}
+
+// Names that stand first in a line that nothing asked for: their values may be there, in a form that is not read.
+NameSet names_left_over(const CheckedJob& job) {
+    NameSet names;
+    Fields fields;
+    for (const SectionLayout& section : job.layout.sections) {
+        for (std::size_t line = section.lines.first; line <= section.lines.last; ++line) {
+            cut_fields(without_comment(job.line(line)), fields);
+            if (section.kind == ExtraInputSectionKind::Unknown && !fields.empty()) {
+                names.insert(to_lower_copy(fields[0].substr(0, fields[0].find('='))));
+            }
+        }
+    }
+    return names;
 }
 
 void check_undefined(const CheckedJob& job, Findings& findings) {
@@ -77,6 +90,7 @@ void check_undefined(const CheckedJob& job, Findings& findings) {
         return;
     }
     const LineRange& molecule = job.layout.molecule;
+    const NameSet left_over = names_left_over(job);
     Fields fields;
     NameSet found;
     for (std::size_t line = molecule.first; !molecule.empty() && line <= molecule.last; ++line) {
@@ -84,37 +98,20 @@ void check_undefined(const CheckedJob& job, Findings& findings) {
         for (const std::string_view field : fields) {
             const std::string name = to_lower_copy(without_sign(field));
             if (names.count(name) > 0 && found.insert(name).second) {
-                findings.add("GJF-M007", Severity::Error, "variable '" + std::string(without_sign(field)) + "' has no value",
-                             job.place_in(line, field));
+                findings.add("GJF-M007", left_over.count(name) > 0 ? Severity::Warning : Severity::Error,
+                             "variable '" + std::string(without_sign(field)) + "' has no value", job.place_in(line, field));
             }
         }
     }
 }
 
-void note_names(const std::string& text, NameSet& names) { names.insert(to_lower_copy(without_sign(trim_view(text)))); }
-
-NameSet names_in_use(const GeomSection& geom) {
-    NameSet names;
-    for (const ZMatrixEntry& entry : geom.zmatrix_entries) {
-        for (const auto* reference : {&entry.bond, &entry.angle, &entry.dihedral}) {
-            if (*reference) {
-                note_names((*reference)->value, names);
-            }
-        }
-    }
-    for (const AtomCoord& atom : geom.atoms) {
-        for (const CoordinateValue* coordinate : {&atom.x_ref, &atom.y_ref, &atom.z_ref}) {
-            if (!coordinate->value) {
-                note_names(coordinate->text, names);
-            }
-        }
-    }
-    return names;
-}
-
-void check_unused(const std::vector<ZMatrixVariable>& variables, const std::vector<std::size_t>& lines, const NameSet& used,
-                  NameSet& defined, Findings& findings) {
+void check_unused(const CheckedJob& job, const std::vector<ZMatrixVariable>& variables,
+                  const std::vector<std::size_t>& lines, const NameSet& used, NameSet& defined, Findings& findings) {
+    const std::vector<bool> rows = lines_like_rows(job, variables, lines);
     for (std::size_t i = 0; i < variables.size(); ++i) {
+        if (rows[i]) {
+            continue;
+        }
         const std::string name = to_lower_copy(variables[i].name);
         if (used.count(name) == 0) {
             findings.add("GJF-M008", Severity::Warning, "variable '" + variables[i].name + "' is used nowhere",
@@ -134,14 +131,14 @@ void check_zmatrix(const CheckedJob& job, const std::vector<MoleculeAtom>& /*ato
     for (std::size_t row = 0; row < geom.zmatrix_entries.size(); ++row) {
         check_row(job, row, findings);
     }
-    check_variable_lines(geom.variables, job.layout.variables, findings);
-    check_variable_lines(geom.constants, job.layout.constants, findings);
+    check_variable_lines(job, geom.variables, job.layout.variables, findings);
+    check_variable_lines(job, geom.constants, job.layout.constants, findings);
     check_undefined(job, findings);
     const NameSet used = names_in_use(geom);
     NameSet defined;
-    check_unused(geom.variables, job.layout.variables, used, defined, findings);
-    check_unused(geom.constants, job.layout.constants, used, defined, findings);
-    check_unused(geom.cartesian_variables, job.layout.cartesian_variables, used, defined, findings);
+    check_unused(job, geom.variables, job.layout.variables, used, defined, findings);
+    check_unused(job, geom.constants, job.layout.constants, used, defined, findings);
+    check_unused(job, geom.cartesian_variables, job.layout.cartesian_variables, used, defined, findings);
 }
 
 }  // namespace quor::input::gaussian
