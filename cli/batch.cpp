@@ -162,6 +162,10 @@ void add_batch_options(CLI::App& command, BatchOptions& options) {
     command.add_option("FILE", options.paths,
                        "Job files; folders with all *.gjf, *.com, *.gau and *.inp below them; - reads standard input");
     command.add_flag("--json", options.json, "Print one JSON object a file and line");
+    add_thread_option(command, options);
+}
+
+void add_thread_option(CLI::App& command, BatchOptions& options) {
     command.add_option("-j,--jobs", options.threads, "Work on this many files at once (default: the number of cores)")
         ->check(CLI::Range(std::size_t{1}, most_threads))
         ->type_name("N");

@@ -39,6 +39,9 @@ struct Batch {
 /// Declares FILE, --json and -j.
 void add_batch_options(CLI::App& command, BatchOptions& options);
 
+/// Declares -j.
+void add_thread_option(CLI::App& command, BatchOptions& options);
+
 /// Tells whether more than one file may come: outputs then carry a heading.
 bool names_several_files(const std::vector<std::string>& paths);
 

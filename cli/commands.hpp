@@ -16,6 +16,7 @@ void add_check_command(CLI::App& command, int& exit_code);
 void add_outline_command(CLI::App& command, int& exit_code);
 void add_route_command(CLI::App& command, int& exit_code);
 void add_complete_command(CLI::App& command, int& exit_code);
+void add_edit_command(CLI::App& command, int& exit_code);
 void add_format_command(CLI::App& command, int& exit_code);
 void add_split_command(CLI::App& command, int& exit_code);
 void add_join_command(CLI::App& command, int& exit_code);

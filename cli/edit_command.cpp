@@ -1,0 +1,220 @@
+// quor-gjf edit: changes job files, and nothing in them but what was to be changed.
+#include "batch.hpp"
+#include "commands.hpp"
+#include "edit_operations.hpp"
+#include "edit_outputs.hpp"
+#include "input.hpp"
+#include "output.hpp"
+#include "section_names.hpp"
+#include "terminal.hpp"
+#include "unified_diff.hpp"
+
+#include <gjf/gjf.hpp>
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace quor_gjf {
+namespace {
+
+using namespace quor::input::gaussian;
+
+constexpr std::size_t changed_count = 0;  // the place in FileResult::counts
+
+struct Arguments {
+    BatchOptions batch;
+    std::string folder;
+    std::size_t job = 0;
+    bool in_place = false;
+    bool dry_run = false;
+    bool diff = false;
+    bool force = false;
+    bool list_kinds = false;
+    std::vector<EditOperation> operations;
+
+    bool writes() const { return (in_place || !folder.empty()) && !dry_run; }
+    bool prints_text() const { return !in_place && folder.empty() && !dry_run && !diff; }
+};
+
+std::string edited_text(const std::string& text, const std::string& path, const Arguments& arguments) {
+    GJFDocument document(text);
+    apply_operations(arguments.operations, document, path, arguments.job);
+    try {
+        return document.to_text({arguments.force});
+    } catch (const GJFParseException& error) {
+        throw std::runtime_error(bare_message(error));
+    }
+}
+
+void write_in_place(const std::string& path, const std::string& before, const std::string& after, bool force) {
+    if (after == before) {
+        return;
+    }
+    if (!force && read_text(path) != before) {
+        throw std::runtime_error("the file has changed since it was read; --force writes it all the same");
+    }
+    write_output(path, after, true);
+}
+
+void write_to_folder(const std::string& output, const std::string& text, bool force) {
+    std::error_code error;
+    std::filesystem::create_directories(std::filesystem::path(output).parent_path(), error);
+    write_output(output, text, force);
+}
+
+FileResult edit_file(const std::string& path, const Arguments& arguments, const EditOutputs& outputs) {
+    const std::string before = read_text(path);
+    const std::string after = edited_text(before, path, arguments);
+    FileResult result;
+    result.counts[changed_count] = after == before ? 0 : 1;
+    if (!arguments.folder.empty()) {
+        check_output(outputs.path_of(path), arguments.force);
+    }
+    if (arguments.diff) {
+        result.out = unified_diff(path, before, after, output_has_colour());
+    } else if (arguments.prints_text()) {
+        result.out = after;
+    } else if (arguments.dry_run && after != before) {
+        result.out = printable(path) + '\n';
+    }
+    if (!arguments.writes()) {
+        return result;
+    }
+    if (arguments.in_place) {
+        write_in_place(path, before, after, arguments.force);
+    } else {
+        write_to_folder(outputs.path_of(path), after, arguments.force);
+    }
+    return result;
+}
+
+FileResult edit_file_or_tell(const std::string& path, const Arguments& arguments, const EditOutputs& outputs) {
+    try {
+        return edit_file(path, arguments, outputs);
+    } catch (const OutputExists& error) {
+        FileResult result;
+        result.err = printable(path) + ": " + printable(error.what()) + '\n';
+        result.code = exit_usage;
+        return result;
+    }
+}
+
+void check_arguments(const Arguments& arguments) {
+    const std::vector<std::string>& paths = arguments.batch.paths;
+    if (paths.empty()) {
+        throw CLI::RequiredError("FILE");
+    }
+    if (arguments.operations.empty()) {
+        throw CLI::ValidationError("edit", "no operation is given");
+    }
+    if (arguments.prints_text() && names_several_files(paths)) {
+        throw CLI::ValidationError("FILE",
+                                   "several files are written with --in-place or -o alone; --diff and --dry-run show");
+    }
+    const bool reads_input = std::find(paths.begin(), paths.end(), "-") != paths.end();
+    if (reads_input && (arguments.in_place || !arguments.folder.empty())) {
+        throw CLI::ValidationError(arguments.in_place ? "--in-place" : "--output", "standard input has no place");
+    }
+}
+
+int edit(const Arguments& arguments) {
+    if (arguments.list_kinds) {
+        std::fputs(section_kind_list().c_str(), stdout);
+        return exit_success;
+    }
+    check_arguments(arguments);
+    const EditOutputs outputs(arguments.batch.paths, arguments.folder);
+    const std::string conflict = arguments.in_place || !arguments.folder.empty() ? outputs.conflict() : std::string();
+    if (!conflict.empty()) {
+        throw CLI::ValidationError("FILE", conflict);
+    }
+    report_missing_vocabulary();
+    std::size_t changed = 0;
+    std::size_t unchanged = 0;
+    std::size_t failed = 0;
+    Batch batch;
+    batch.work = [&](const std::string& path) { return edit_file_or_tell(path, arguments, outputs); };
+    batch.note = [&](const FileResult& result) {
+        ++(result.code != exit_success ? failed : result.counts[changed_count] != 0 ? changed : unchanged);
+    };
+    const int exit_code = run_batch(arguments.batch, batch);
+    if (!arguments.prints_text()) {
+        const std::size_t files = changed + unchanged + failed;
+        std::fprintf(stderr, "%zu %s: %zu %s, %zu unchanged, %zu failed\n", files, files == 1 ? "file" : "files", changed,
+                     arguments.writes() ? "changed" : "would change", unchanged, failed);
+    }
+    return exit_code;
+}
+
+// Declares an option for each operation. Those of a configuration file would change files that nobody thinks of.
+void add_operations(CLI::App& command) {
+    for (const EditOption& row : edit_options()) {
+        CLI::Option* option = row.value == nullptr
+                                  ? command.add_flag(row.name, row.description)
+                                  : command.add_option(row.name, row.description)->type_name(row.value)->expected(1);
+        if (row.value != nullptr) {
+            option->take_all()->allow_extra_args(false);
+        }
+        option->group("Operations, in their order")->configurable(false);
+    }
+}
+
+// Reads the operations in the order in which they were given.
+std::vector<EditOperation> operations_of(const CLI::App& command) {
+    std::map<std::string, std::size_t> used;
+    std::vector<EditOperation> operations;
+    for (const CLI::Option* given : command.parse_order()) {
+        const std::string name = given->get_name();
+        const auto row = std::find_if(edit_options().begin(), edit_options().end(),
+                                      [&](const EditOption& option) { return option.name == name; });
+        if (row == edit_options().end()) {
+            continue;
+        }
+        const std::string value = row->value == nullptr ? std::string() : given->results().at(used[name]++);
+        try {
+            operations.push_back({&*row, row->read(value)});
+        } catch (const std::exception& error) {
+            throw CLI::ValidationError(name, printable(bare_message(error)));
+        }
+    }
+    return operations;
+}
+
+}  // namespace
+
+void add_edit_command(CLI::App& command, int& exit_code) {
+    const auto arguments = std::make_shared<Arguments>();
+    command.add_option("FILE", arguments->batch.paths,
+                       "Job files; folders with all *.gjf, *.com, *.gau and *.inp below them; - reads standard input");
+    add_operations(command);
+    command.add_option("--job", arguments->job, "Change this job of each file alone, counted from 1 (default: all jobs)")
+        ->check(CLI::Range(std::size_t{1}, std::size_t{1'000'000}))
+        ->type_name("N");
+    CLI::Option* output = command
+                              .add_option("-o,--output", arguments->folder,
+                                          "Write all files, changed or not, to this folder (default: one file, to standard "
+                                          "output)")
+                              ->type_name("FOLDER");
+    command.add_flag("--in-place", arguments->in_place, "Replace each file that changes")->excludes(output);
+    command.add_flag("--diff", arguments->diff, "Show the changes; written are they with --in-place or -o alone");
+    command.add_flag("--dry-run", arguments->dry_run, "Write nothing; name the files that would change");
+    command.add_flag("--force", arguments->force,
+                     "Write although a section cannot follow the change, or would be read as another one; replace files "
+                     "that are there already or have changed meanwhile");
+    command.add_flag("--list-kinds", arguments->list_kinds, "List the kinds of sections with their names");
+    add_thread_option(command, arguments->batch);
+    command.callback([arguments, &command, &exit_code] {
+        arguments->operations = operations_of(command);
+        exit_code = edit(*arguments);
+    });
+}
+
+}  // namespace quor_gjf

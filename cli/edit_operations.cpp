@@ -1,0 +1,209 @@
+// Applies operations to the jobs of a document, and holds those on Link 0 lines, title and charge.
+#include "edit_operations.hpp"
+
+#include "number_text.hpp"
+
+#include <algorithm>
+#include <filesystem>
+#include <iterator>
+#include <stdexcept>
+#include <string_view>
+#include <utility>
+
+namespace quor_gjf {
+namespace {
+
+using namespace quor::input::gaussian;
+
+// --- Link 0 lines
+
+struct Link0Key {
+    std::string_view name;
+    void (*set)(GJFEditor&, const std::string&);
+    void (*unset)(GJFEditor&);
+};
+
+void set_nproc(GJFEditor& job, const std::string& value) { job.set_nproc(*number_of<int>(value)); }
+
+// There is no edit that takes out the checkpoint file alone.
+void unset_chk(GJFEditor& job) {
+    GJFData data = job.get_data();
+    data.control.chk.reset();
+    job.set_data(std::move(data));
+}
+
+constexpr Link0Key link0_keys[] = {
+    {"mem", [](GJFEditor& job, const std::string& value) { job.set_mem(value); }, [](GJFEditor& job) { job.remove_mem(); }},
+    {"nprocshared", set_nproc, [](GJFEditor& job) { job.remove_nproc(); }},
+    {"nproc", set_nproc, [](GJFEditor& job) { job.remove_nproc(); }},
+    {"chk", [](GJFEditor& job, const std::string& value) { job.set_checkpoint_file(value); }, unset_chk},
+    {"oldchk", [](GJFEditor& job, const std::string& value) { job.set_oldchk_file(value); },
+     [](GJFEditor& job) { job.remove_oldchk_file(); }},
+    {"rwf", [](GJFEditor& job, const std::string& value) { job.set_rwf_file(value); },
+     [](GJFEditor& job) { job.remove_rwf_file(); }},
+    {"cpu", [](GJFEditor& job, const std::string& value) { job.set_cpu(value); }, [](GJFEditor& job) { job.remove_cpu(); }},
+};
+
+const Link0Key& link0_key(std::string text) {
+    text = SimpleYAMLParser::to_lower(text.starts_with('%') ? text.substr(1) : text);
+    const auto* found =
+        std::find_if(std::begin(link0_keys), std::end(link0_keys), [&](const Link0Key& key) { return key.name == text; });
+    if (found == std::end(link0_keys)) {
+        throw std::runtime_error("'" + text + "' is not one of mem, nprocshared (nproc), chk, oldchk, rwf and cpu");
+    }
+    return *found;
+}
+
+Edit read_set(const std::string& value) {
+    const std::size_t equals = value.find('=');
+    if (equals == std::string::npos) {
+        throw std::runtime_error("KEY=VALUE is wanted, not '" + value + "'");
+    }
+    const Link0Key& key = link0_key(value.substr(0, equals));
+    const std::string text = value.substr(equals + 1);
+    if (text.empty()) {
+        throw std::runtime_error("a value is missing; --unset takes out the line");
+    }
+    if (key.set == set_nproc && number_of<int>(text).value_or(0) < 1) {
+        throw std::runtime_error("'" + text + "' is no number of processors");
+    }
+    return [&key, text](GJFEditor& job, const std::string&) { key.set(job, text); };
+}
+
+Edit read_unset(const std::string& value) {
+    const Link0Key& key = link0_key(value);
+    return [&key](GJFEditor& job, const std::string&) { key.unset(job); };
+}
+
+Edit read_chk_from_name(const std::string&) {
+    return [](GJFEditor& job, const std::string& path) {
+        if (path == "-") {
+            throw std::runtime_error("standard input has no name");
+        }
+        job.set_checkpoint_file(std::filesystem::path(path).stem().string() + ".chk");
+    };
+}
+
+// --- Title and charge
+
+Edit read_title(const std::string& value) {
+    return [value](GJFEditor& job, const std::string&) { job.set_title(value); };
+}
+
+// Sets one number of the first pair; those of fragments stay.
+Edit set_in_first_pair(std::int32_t ChargeSpinPair::*member, int number) {
+    return [member, number](GJFEditor& job, const std::string&) {
+        std::vector<ChargeSpinPair> pairs = job.get_charge_spin_pairs();
+        pairs.front().*member = number;
+        job.set_charge_spin_pairs(pairs);
+    };
+}
+
+Edit read_charge(const std::string& value) {
+    const std::optional<int> charge = number_of<int>(value);
+    if (!charge) {
+        throw std::runtime_error("'" + value + "' is no charge");
+    }
+    return set_in_first_pair(&ChargeSpinPair::charge, *charge);
+}
+
+Edit read_multiplicity(const std::string& value) {
+    const std::optional<int> multiplicity = number_of<int>(value);
+    if (!multiplicity || *multiplicity < 1) {
+        throw std::runtime_error("'" + value + "' is no multiplicity");
+    }
+    return set_in_first_pair(&ChargeSpinPair::multiplicity, *multiplicity);
+}
+
+// --- Jobs
+
+// Tells whether a job has in the file what an operation works on.
+bool has_target(const GJFDocument& document, std::size_t job, EditTarget target) {
+    switch (target) {
+        case EditTarget::Head:
+            return true;
+        case EditTarget::TitleAndCharge:
+            return document.layout(job).charge_line != 0;
+        default:
+            return document.job(job).get_data().geom.atom_count() != 0;
+    }
+}
+
+std::string lacking(EditTarget target) {
+    return target == EditTarget::Atoms ? "there are no atoms: the molecule comes from a checkpoint"
+                                       : "there is no title and no charge: they come from a checkpoint";
+}
+
+void apply(const EditOperation& operation, GJFEditor& job, const std::string& path) {
+    const bool wants_atoms = operation.option->target == EditTarget::Atoms;
+    if (wants_atoms && job.get_data().geom.format == GeometryFormat::ZMatrix) {
+        throw std::runtime_error("the molecule is a Z-matrix, and its rows cannot be changed this way");
+    }
+    operation.edit(job, path);
+}
+
+void apply_to_jobs(const EditOperation& operation, GJFDocument& document, const std::string& path, std::size_t only) {
+    const EditTarget target = operation.option->target;
+    bool applied = false;
+    const std::size_t end = only == 0 ? document.job_count() : only;
+    for (std::size_t job = only == 0 ? 0 : only - 1; job < end; ++job) {
+        if (!has_target(document, job, target)) {
+            continue;
+        }
+        applied = true;
+        try {
+            apply(operation, document.job(job), path);
+        } catch (const std::exception& error) {
+            const std::string where = document.job_count() > 1 ? "job " + std::to_string(job + 1) + ": " : std::string();
+            throw std::runtime_error(where + operation.option->name + ": " + bare_message(error));
+        }
+    }
+    if (!applied) {
+        throw std::runtime_error(std::string(operation.option->name) + ": " + lacking(target));
+    }
+}
+
+}  // namespace
+
+std::string bare_message(const std::exception& error) {
+    constexpr std::string_view prefix = "GJF Parse Error: ";
+    const std::string message = error.what();
+    return message.starts_with(prefix) ? message.substr(prefix.size()) : message;
+}
+
+std::vector<EditOption> head_edit_options() {
+    return {
+        {"--set", "KEY=VALUE", "Set a Link 0 value: mem, nprocshared (nproc), chk, oldchk, rwf or cpu", EditTarget::Head,
+         read_set},
+        {"--unset", "KEY", "Take out a Link 0 line", EditTarget::Head, read_unset},
+        {"--chk-from-name", nullptr, "Name the checkpoint file after the job file", EditTarget::Head, read_chk_from_name},
+        {"--title", "TEXT", "Set the title", EditTarget::TitleAndCharge, read_title},
+        {"--charge", "NUMBER", "Set the charge", EditTarget::TitleAndCharge, read_charge},
+        {"--multiplicity", "NUMBER", "Set the multiplicity", EditTarget::TitleAndCharge, read_multiplicity},
+    };
+}
+
+const std::vector<EditOption>& edit_options() {
+    static const std::vector<EditOption> all = [] {
+        std::vector<EditOption> options;
+        for (const auto rows : {head_edit_options, route_edit_options, atom_edit_options, section_edit_options}) {
+            const std::vector<EditOption> topic = rows();
+            options.insert(options.end(), topic.begin(), topic.end());
+        }
+        return options;
+    }();
+    return all;
+}
+
+void apply_operations(const std::vector<EditOperation>& operations, GJFDocument& document, const std::string& path,
+                      std::size_t job) {
+    if (job > document.job_count()) {
+        throw std::runtime_error("there is no job " + std::to_string(job) + ": the file has " +
+                                 std::to_string(document.job_count()));
+    }
+    for (const EditOperation& operation : operations) {
+        apply_to_jobs(operation, document, path, job);
+    }
+}
+
+}  // namespace quor_gjf

@@ -1,0 +1,155 @@
+// The operations of quor-gjf edit on routes.
+#include "edit_operations.hpp"
+
+#include <algorithm>
+#include <optional>
+#include <stdexcept>
+#include <string_view>
+#include <utility>
+
+namespace quor_gjf {
+namespace {
+
+using namespace quor::input::gaussian;
+
+struct Keyword {
+    std::string name;
+    std::vector<RouteOption> options;
+};
+
+RouteOption option_of(const std::string& text) {
+    const int equals = find_top_level_char(text, '=');
+    if (equals < 0) {
+        return {text, std::nullopt};
+    }
+    const auto at = static_cast<std::size_t>(equals);
+    return {GJFParser::trim(text.substr(0, at)), GJFParser::trim(text.substr(at + 1))};
+}
+
+// Reads "opt", "opt=ts", "opt=(ts,calcfc)" and "iop(3/33=1)".
+Keyword keyword_of(const std::string& text) {
+    if (split_route_segments_preserving_nesting(text).size() != 1) {
+        throw std::runtime_error("one keyword is wanted, not '" + text + "'");
+    }
+    const std::string word = GJFParser::trim(text);
+    const std::size_t name_end = std::min(word.find_first_of("=("), word.size());
+    Keyword keyword{word.substr(0, name_end), {}};
+    std::string rest = word.substr(std::min(word.size(), name_end + (word.substr(name_end, 1) == "=" ? 1 : 0)));
+    const bool has_list = !rest.empty() && find_matching_paren(rest, 0) == static_cast<int>(rest.size()) - 1;
+    if (keyword.name.empty() || (rest.empty() && name_end < word.size()) || (rest.starts_with('(') && !has_list)) {
+        throw std::runtime_error("'" + text + "' is no keyword with options");
+    }
+    const std::vector<std::string> items =
+        has_list ? split_top_level_list(rest.substr(1, rest.size() - 2), ',')
+                 : (rest.empty() ? std::vector<std::string>() : std::vector<std::string>{rest});
+    std::transform(items.begin(), items.end(), std::back_inserter(keyword.options), option_of);
+    for (const RouteOption& option : keyword.options) {
+        if (option.name.empty() || (option.value && option.value->empty())) {
+            throw std::runtime_error("an option of '" + text + "' is not complete");
+        }
+    }
+    return keyword;
+}
+
+// One word, so that nothing else comes into the route with it.
+std::string word_of(const std::string& text, const char* what) {
+    if (split_route_segments_preserving_nesting(text).size() != 1) {
+        throw std::runtime_error(std::string("one ") + what + " is wanted, not '" + text + "'");
+    }
+    return GJFParser::trim(text);
+}
+
+Edit read_method(const std::string& value) {
+    const std::string method = word_of(value, "method");
+    if (find_top_level_char(method, '/') >= 0) {
+        throw std::runtime_error("'" + value + "' holds more than a method; --basis sets the basis set");
+    }
+    return [method](GJFEditor& job, const std::string&) {
+        job.ensure_parsed_keywords();
+        if (job.has_parsed_keywords() && !job.get_parsed_keywords().oniom_expression.empty()) {
+            throw std::runtime_error("the method of an ONIOM job stands in its oniom(...) and cannot be set");
+        }
+        job.set_method(method);
+    };
+}
+
+Edit read_basis(const std::string& value) {
+    const std::string basis = word_of(value, "basis set");
+    if (find_top_level_char(basis, '/') >= 0) {
+        throw std::runtime_error("'" + value + "' holds more than a basis set");
+    }
+    return [basis](GJFEditor& job, const std::string&) {
+        job.ensure_parsed_keywords();
+        const bool has_model =
+            !job.get_method().empty() || (job.has_parsed_keywords() && !job.get_parsed_keywords().oniom_expression.empty());
+        if (has_model) {
+            job.set_model_chemistry_basis(basis);
+        } else {
+            job.set_basis_set(basis);
+        }
+    };
+}
+
+// Adds options to the keyword where it is there, else adds it with them.
+Edit add_to_keyword(Keyword keyword) {
+    return [keyword = std::move(keyword)](GJFEditor& job, const std::string&) {
+        job.ensure_parsed_keywords();
+        if (!job.has_keyword(keyword.name)) {
+            job.add_keyword_with_options(keyword.name, keyword.options);
+            return;
+        }
+        for (const RouteOption& option : keyword.options) {
+            job.ensure_keyword_option(keyword.name, option);
+        }
+    };
+}
+
+Edit read_add_keyword(const std::string& value) { return add_to_keyword(keyword_of(value)); }
+
+Edit read_option(const std::string& value) {
+    Keyword keyword = keyword_of(value);
+    if (keyword.options.empty()) {
+        throw std::runtime_error("KEYWORD=OPTION is wanted, not '" + value + "'");
+    }
+    return add_to_keyword(std::move(keyword));
+}
+
+// Takes out the words that begin with a name and are no keyword that the route's interpretation keeps.
+void remove_words(GJFEditor& job, const std::string& name) {
+    const std::vector<std::string> words = job.get_data().control.route_keywords;
+    for (const std::string& word : words) {
+        if (SimpleYAMLParser::to_lower(word.substr(0, word.find_first_of("=("))) == SimpleYAMLParser::to_lower(name)) {
+            job.remove_route_keyword(word);
+        }
+    }
+}
+
+Edit read_remove_keyword(const std::string& value) {
+    const Keyword keyword = keyword_of(value);
+    if (!keyword.options.empty()) {
+        throw std::runtime_error("a keyword without options is wanted, not '" + value + "'");
+    }
+    return [name = keyword.name](GJFEditor& job, const std::string&) {
+        job.ensure_parsed_keywords();
+        if (job.has_keyword(name)) {
+            job.remove_keyword_by_name(name);
+        } else {
+            remove_words(job, name);
+        }
+    };
+}
+
+}  // namespace
+
+std::vector<EditOption> route_edit_options() {
+    return {
+        {"--method", "METHOD", "Set the method", EditTarget::Head, read_method},
+        {"--basis", "BASIS", "Set the basis set", EditTarget::Head, read_basis},
+        {"--add-keyword", "KEYWORD", "Add a keyword, or its options to the one that is there", EditTarget::Head,
+         read_add_keyword},
+        {"--remove-keyword", "NAME", "Take out a keyword with its options", EditTarget::Head, read_remove_keyword},
+        {"--option", "KEYWORD=OPTION", "Give a keyword an option, or several in parentheses", EditTarget::Head, read_option},
+    };
+}
+
+}  // namespace quor_gjf

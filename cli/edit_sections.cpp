@@ -1,0 +1,72 @@
+// The operations of quor-gjf edit on extra input sections.
+#include "edit_operations.hpp"
+#include "input.hpp"
+#include "section_names.hpp"
+
+#include <algorithm>
+#include <stdexcept>
+#include <utility>
+
+namespace quor_gjf {
+namespace {
+
+using namespace quor::input::gaussian;
+
+ExtraInputSectionKind kind_named(const std::string& name) {
+    const std::optional<ExtraInputSectionKind> kind = section_kind_named(name);
+    if (!kind) {
+        throw std::runtime_error("'" + name + "' is no kind of section; quor-gjf edit --list-kinds names all");
+    }
+    return *kind;
+}
+
+// Sections are kept with line feeds alone, and without the blank line that ends them.
+std::string section_text(std::string text) {
+    text.erase(std::remove(text.begin(), text.end(), '\r'), text.end());
+    text.erase(
+        std::find_if_not(text.rbegin(), text.rend(), [](char c) { return c == '\n' || c == ' ' || c == '\t'; }).base(),
+        text.end());
+    text.erase(0, std::min(text.find_first_not_of('\n'), text.size()));
+    if (text.empty()) {
+        throw std::runtime_error("the section is empty; --remove-section takes one out");
+    }
+    return text;
+}
+
+// "@FILE" stands for what is in the file; "@@" begins a text with a "@".
+std::string text_meant(const std::string& value) {
+    if (!value.starts_with('@')) {
+        return value;
+    }
+    return value.starts_with("@@") ? value.substr(1) : read_text(value.substr(1));
+}
+
+Edit read_section(const std::string& value) {
+    const std::size_t equals = value.find('=');
+    if (equals == std::string::npos) {
+        throw std::runtime_error("KIND=TEXT or KIND=@FILE is wanted, not '" + value + "'");
+    }
+    const ExtraInputSectionKind kind = kind_named(value.substr(0, equals));
+    if (kind == ExtraInputSectionKind::Unknown) {
+        throw std::runtime_error("a section of no known kind cannot be set");
+    }
+    return [kind, text = section_text(text_meant(value.substr(equals + 1)))](GJFEditor& job, const std::string&) {
+        job.upsert_extra_input_section(kind, text, false);
+    };
+}
+
+Edit read_remove_section(const std::string& value) {
+    return [kind = kind_named(value)](GJFEditor& job, const std::string&) { job.remove_extra_inputs_by_kind({kind}); };
+}
+
+}  // namespace
+
+std::vector<EditOption> section_edit_options() {
+    return {
+        {"--section", "KIND=TEXT", "Set an extra input section; KIND=@FILE takes its text from a file", EditTarget::Head,
+         read_section},
+        {"--remove-section", "KIND", "Take out the extra input sections of a kind", EditTarget::Head, read_remove_section},
+    };
+}
+
+}  // namespace quor_gjf

@@ -1,0 +1,30 @@
+// Reads numbers from arguments, whatever the locale.
+#pragma once
+
+#include <charconv>
+#include <cmath>
+#include <optional>
+#include <string_view>
+#include <system_error>
+#include <type_traits>
+
+namespace quor_gjf {
+
+/// Reads a finite decimal number that takes up the whole text, with a sign or without; absent when it is none.
+template <typename Number>
+std::optional<Number> number_of(std::string_view text) noexcept {
+    if (text.size() > 1 && text.front() == '+' && text[1] != '-') {
+        text.remove_prefix(1);
+    }
+    Number number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size()) {
+        return std::nullopt;
+    }
+    if constexpr (std::is_floating_point_v<Number>) {
+        return std::isfinite(number) ? std::optional<Number>(number) : std::nullopt;
+    }
+    return number;
+}
+
+}  // namespace quor_gjf

@@ -1,0 +1,243 @@
+// Reads selections by the shunting-yard method: two stacks and no recursion, so that any nesting can be read.
+#include "selection.hpp"
+
+#include "number_text.hpp"
+#include "terminal.hpp"
+
+#include <algorithm>
+#include <charconv>
+#include <iterator>
+#include <optional>
+
+namespace quor_gjf {
+namespace {
+
+using quor::input::gaussian::SimpleYAMLParser;
+
+struct NamedTest {
+    std::string_view word;
+    SelectionTest test;
+};
+
+constexpr NamedTest plain_tests[] = {{"all", SelectionTest::All}, {"frozen", SelectionTest::Frozen}};
+
+constexpr NamedTest name_tests[] = {
+    {"element", SelectionTest::Element}, {"layer", SelectionTest::Layer},     {"fragment", SelectionTest::Fragment},
+    {"type", SelectionTest::Type},       {"resname", SelectionTest::Residue},
+};
+
+constexpr NamedTest joining_words[] = {{"and", SelectionTest::And}, {"or", SelectionTest::Or}};
+
+const NamedTest* find_test(const NamedTest* begin, const NamedTest* end, std::string_view word) {
+    const NamedTest* found = std::find_if(begin, end, [&](const NamedTest& test) { return test.word == word; });
+    return found == end ? nullptr : found;
+}
+
+bool is_blank(char c) noexcept { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
+bool is_digit(char c) noexcept { return c >= '0' && c <= '9'; }
+
+// "or" joins least tightly, what stands before its operand most tightly.
+int tightness(SelectionTest test) noexcept { return test == SelectionTest::Or ? 1 : test == SelectionTest::And ? 2 : 3; }
+
+class SelectionReader {
+   public:
+    explicit SelectionReader(std::string_view text) : text_(text) {}
+
+    Selection read() {
+        bool wants_operand = true;
+        for (skip_blanks(); wants_operand || at_ < text_.size(); skip_blanks()) {
+            wants_operand = wants_operand ? !read_operand() : read_joining();
+        }
+        unwind(0);
+        if (!waiting_.empty()) {
+            throw SelectionError(column_of(waiting_.back().begin), "the parenthesis is never closed");
+        }
+        return {std::move(steps_)};
+    }
+
+   private:
+    struct Waiting {
+        SelectionStep step;
+        std::size_t begin = 0;
+        bool is_parenthesis = false;
+    };
+
+    // Reads what may stand where atoms are named; returns whether that is an operand whole.
+    bool read_operand() {
+        const std::size_t begin = at_;
+        if (at_ == text_.size()) {
+            fail(begin, text_.empty() ? "the selection is empty" : "atoms are missing at the end");
+        }
+        if (text_[at_] == '(') {
+            ++at_;
+            waiting_.push_back({{}, begin, true});
+            return false;
+        }
+        if (is_digit(text_[at_])) {
+            steps_.push_back({SelectionTest::Numbers, {}, read_numbers(), 0});
+            return true;
+        }
+        const std::string_view written = read_word();
+        const std::string word = SimpleYAMLParser::to_lower(std::string(written));
+        if (word == "not") {
+            waiting_.push_back({{SelectionTest::Not, {}, {}, 0}, begin});
+            return false;
+        }
+        if (word == "within") {
+            waiting_.push_back({{SelectionTest::Within, {}, {}, read_distance()}, begin});
+            return false;
+        }
+        if (word == "bonded") {
+            read_fixed_word("to", "bonded");
+            waiting_.push_back({{SelectionTest::BondedTo, {}, {}, 0}, begin});
+            return false;
+        }
+        steps_.push_back(test_of(written, word, begin));
+        return true;
+    }
+
+    SelectionStep test_of(std::string_view written, const std::string& word, std::size_t begin) const {
+        if (const NamedTest* test = find_test(std::begin(plain_tests), std::end(plain_tests), word)) {
+            return {test->test, {}, {}, 0};
+        }
+        const std::size_t colon = word.find(':');
+        if (colon != std::string::npos) {
+            const NamedTest* test = find_test(std::begin(name_tests), std::end(name_tests), word.substr(0, colon));
+            if (test == nullptr) {
+                fail(begin, "'" + printable(written.substr(0, colon + 1)) +
+                                "' is not one of element:, layer:, fragment:, type: and resname:");
+            }
+            if (colon + 1 == word.size()) {
+                fail(begin + colon + 1, "a name is missing after '" + printable(written) + "'");
+            }
+            return {test->test, std::string(written.substr(colon + 1)), {}, 0};
+        }
+        if (written.empty()) {
+            fail(begin, "atoms are missing before '" + printable(text_.substr(begin, 1)) + "'");
+        }
+        if (!is_element_symbol(word)) {
+            const bool joins = find_test(std::begin(joining_words), std::end(joining_words), word) != nullptr;
+            fail(begin, joins ? "atoms are missing before '" + word + "'"
+                              : "'" + printable(written) + "' is neither an element nor a word of selections");
+        }
+        return {SelectionTest::Element, word, {}, 0};
+    }
+
+    // Reads what may stand behind an operand; returns whether another operand must follow.
+    bool read_joining() {
+        const std::size_t begin = at_;
+        if (text_[at_] == ')') {
+            ++at_;
+            unwind(0);
+            if (waiting_.empty()) {
+                fail(begin, "there is no '(' for this ')'");
+            }
+            waiting_.pop_back();
+            return false;
+        }
+        const std::string_view written = read_word();
+        const NamedTest* joining =
+            find_test(std::begin(joining_words), std::end(joining_words), SimpleYAMLParser::to_lower(std::string(written)));
+        if (joining == nullptr) {
+            fail(begin,
+                 "'and' or 'or' is missing before '" + printable(written.empty() ? text_.substr(begin, 1) : written) + "'");
+        }
+        unwind(tightness(joining->test));
+        waiting_.push_back({{joining->test, {}, {}, 0}, begin});
+        return true;
+    }
+
+    // Takes the steps that wait, back to a parenthesis or to one that joins less tightly.
+    void unwind(int least) {
+        while (!waiting_.empty() && !waiting_.back().is_parenthesis && tightness(waiting_.back().step.test) >= least) {
+            steps_.push_back(std::move(waiting_.back().step));
+            waiting_.pop_back();
+        }
+    }
+
+    std::vector<NumberRange> read_numbers() {
+        std::vector<NumberRange> numbers;
+        do {
+            const std::size_t begin = at_;
+            NumberRange range{read_number(), 0};
+            range.second = take('-') ? read_number() : range.first;
+            if (range.second < range.first) {
+                fail(begin, "the range ends before it begins");
+            }
+            numbers.push_back(range);
+        } while (take(','));
+        if (at_ < text_.size() && !is_blank(text_[at_]) && text_[at_] != '(' && text_[at_] != ')') {
+            fail(at_, "'" + printable(text_.substr(at_, 1)) + "' does not belong to a list of atom numbers");
+        }
+        return numbers;
+    }
+
+    std::size_t read_number() {
+        skip_blanks();
+        std::size_t number = 0;
+        const char* begin = text_.data() + at_;
+        const auto [end, error] = std::from_chars(begin, text_.data() + text_.size(), number);
+        if (error != std::errc() || number == 0) {
+            fail(at_, number == 0 && error == std::errc() ? "atoms are counted from 1" : "an atom number is missing");
+        }
+        at_ += static_cast<std::size_t>(end - begin);
+        return number;
+    }
+
+    // Takes a character, blanks before it aside, if it is the next one.
+    bool take(char wanted) {
+        const std::size_t next = std::min(text_.find_first_not_of(" \t\r\n", at_), text_.size());
+        if (next == text_.size() || text_[next] != wanted) {
+            return false;
+        }
+        at_ = next + 1;
+        return true;
+    }
+
+    double read_distance() {
+        skip_blanks();
+        const std::size_t begin = at_;
+        const std::string_view word = read_word();
+        const std::optional<double> distance = number_of<double>(word);
+        if (!distance || *distance <= 0) {
+            fail(begin, "a distance above 0 is missing after 'within'");
+        }
+        read_fixed_word("of", "within " + std::string(word));
+        return *distance;
+    }
+
+    void read_fixed_word(std::string_view wanted, const std::string& before) {
+        skip_blanks();
+        const std::size_t begin = at_;
+        if (SimpleYAMLParser::to_lower(std::string(read_word())) != wanted) {
+            fail(begin, "'" + std::string(wanted) + "' is missing after '" + before + "'");
+        }
+    }
+
+    std::string_view read_word() {
+        const std::size_t begin = at_;
+        while (at_ < text_.size() && !is_blank(text_[at_]) && text_[at_] != '(' && text_[at_] != ')') {
+            ++at_;
+        }
+        return text_.substr(begin, at_ - begin);
+    }
+
+    void skip_blanks() { at_ = std::min(text_.find_first_not_of(" \t\r\n", at_), text_.size()); }
+
+    std::size_t column_of(std::size_t position) const { return columns_of(text_.substr(0, position)) + 1; }
+
+    [[noreturn]] void fail(std::size_t position, const std::string& message) const {
+        throw SelectionError(column_of(position), message);
+    }
+
+    std::string_view text_;
+    std::size_t at_ = 0;
+    std::vector<SelectionStep> steps_;
+    std::vector<Waiting> waiting_;
+};
+
+}  // namespace
+
+Selection parse_selection(std::string_view text) { return SelectionReader(text).read(); }
+
+}  // namespace quor_gjf
