@@ -116,6 +116,9 @@ class SelectionReader {
             fail(begin, "atoms are missing before '" + printable(text_.substr(begin, 1)) + "'");
         }
         if (!is_element_symbol(word)) {
+            if (word.find(',') != std::string::npos) {
+                fail(begin, "'" + printable(written) + "': commas join atom numbers alone; write 'or' between tests");
+            }
             const bool joins = find_test(std::begin(joining_words), std::end(joining_words), word) != nullptr;
             fail(begin, joins ? "atoms are missing before '" + word + "'"
                               : "'" + printable(written) + "' is neither an element nor a word of selections");

@@ -125,6 +125,13 @@ TEST(Documents, ChangeTheRoute) {
         {"word more", water, [](GJFEditor& e) { e.add_route_keyword("SCF=XQC"); }, water_with("Freq !", "Freq SCF=XQC !")},
         {"word less", water, [](GJFEditor& e) { e.remove_route_keyword("Freq"); },
          water_with("   Freq ! route", " ! route")},
+        {"last line left with a comment", water,
+         [](GJFEditor& e) {
+             e.set_method("hf");
+             e.remove_keyword_by_name("freq");
+             e.add_keyword_with_options("scf", {{"xqc", {}}});
+         },
+         water_with("B3LYP/6-31G(d)  Opt=(TS,CalcFC)\n   Freq ! route", "hf/6-31G(d)  Opt=(TS,CalcFC) scf=xqc\n ! route")},
         {"basis apart", replaced(water, "B3LYP/6-31G(d)", "B3LYP 6-31G(d)"), [](GJFEditor& e) { e.set_basis_set("sto-3g"); },
          water_with("B3LYP/6-31G(d)", "B3LYP sto-3g")},
         {"method beside a basis", replaced(water, "B3LYP/6-31G(d)", "6-31G(d) B3LYP"),

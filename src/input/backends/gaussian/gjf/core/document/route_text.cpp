@@ -154,7 +154,9 @@ void RouteText::apply(LineEdits& edits) const {
             changed.emplace_back(number, std::move(line));
         }
     }
-    if (!appended_.empty() && (changed.empty() || changed.back().first != last_line)) {
+    const bool has_last =
+        std::any_of(changed.begin(), changed.end(), [&](const auto& entry) { return entry.first == last_line; });
+    if (!appended_.empty() && !has_last) {
         changed.emplace_back(last_line, std::string(lines_.line(last_line)));
     }
     for (auto& [number, line] : changed) {
