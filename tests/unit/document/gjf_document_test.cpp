@@ -86,6 +86,10 @@ TEST(Documents, ChangeLink0Lines) {
          water_with("%NProcShared=4\n", "%NProcShared=4\n%oldchk=old.chk\n")},
         {"first line", "# hf/sto-3g\n\nt\n\n0 1\nHe 0 0 0\n\n", [](GJFEditor& e) { e.set_mem("1GB"); },
          "%mem=1GB\n# hf/sto-3g\n\nt\n\n0 1\nHe 0 0 0\n\n"},
+        {"byte order mark", "\xEF\xBB\xBF" + water, [](GJFEditor& e) { e.set_mem("8GB"); },
+         "\xEF\xBB\xBF" + water_with("%Mem = 1GB", "%Mem = 8GB")},
+        {"byte order mark before the line", "\xEF\xBB\xBF" + water, [](GJFEditor& e) { e.set_checkpoint_file("b.chk"); },
+         "\xEF\xBB\xBF" + water_with("water.chk !", "b.chk !")},
         {"carriage returns", "%mem=1GB\r\n# hf/sto-3g\r\n\r\nt\r\n\r\n0 1\r\nHe 0 0 0\r\n\r\n",
          [](GJFEditor& e) {
              e.set_mem("2GB");

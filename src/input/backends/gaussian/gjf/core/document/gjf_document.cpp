@@ -191,9 +191,10 @@ struct GJFDocument::Impl {
         if (edits.empty()) {
             return text;
         }
-        std::string result = text.substr(0, text.size() - body().size());
+        std::string result;
         result.reserve(text.size() + text.size() / 8);
         edits.apply(lines, 1, lines.size(), result);
+        result.insert(0, text, 0, text.size() - body().size());
         verify(result, wanted, options);
         return result;
     }
