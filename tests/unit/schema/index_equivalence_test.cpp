@@ -2,6 +2,8 @@
 #include "linear_rules.hpp"
 #include "vocabulary.hpp"
 
+#include <gjf/core/schema/route_schema_cache.hpp>
+
 #include <random>
 #include <set>
 
@@ -133,6 +135,36 @@ TEST(GroupIndex, WalksTheShippedGraphAsThePlainRulesDo) {
         EXPECT_EQ(tables.graph_prefix_completions("Basis", word, 8, 96), completions) << word;
     }
     EXPECT_GT(words.size(), 1000u);
+}
+
+TEST(Identities, CompareAsTheWordsDo) {
+    const SimpleYAMLParser& schema = default_route_schema();
+    std::vector<std::string> words = {"",   " Opt ", "OPTI", "freq", "fre",  "b3lyp", "B3L",
+                                      "hf", "rhf",   "scf",  "sc",   "geom", "popul", "nonsense"};
+    for (const std::string& word : schema.keyword_completions("s")) {
+        words.push_back(word);
+    }
+    std::size_t equal = 0;
+    for (const std::string& a : words) {
+        for (const std::string& b : words) {
+            const bool same = SimpleYAMLParser::equivalent(schema.identify_keyword(a), schema.identify_keyword(b));
+            ASSERT_EQ(same, schema.keywords_equivalent(a, b)) << a << ' ' << b;
+            equal += same ? 1 : 0;
+        }
+    }
+    EXPECT_GT(equal, words.size());
+    std::vector<std::string> options = schema.options_of("opt");
+    options.insert(options.end(), {"", "TRUE", "cal", "CalcFC", " modred", "m", "nothing"});
+    for (const std::string& a : options) {
+        for (const std::string& b : options) {
+            for (const char* keyword : {"opt", "scf", "nonsense"}) {
+                ASSERT_EQ(
+                    SimpleYAMLParser::equivalent(schema.identify_option(keyword, a), schema.identify_option(keyword, b)),
+                    schema.options_equivalent(keyword, a, b))
+                    << keyword << ' ' << a << ' ' << b;
+            }
+        }
+    }
 }
 
 }  // namespace

@@ -130,6 +130,24 @@ TEST(Integers, AreWholeDecimalNumbers) {
     EXPECT_FALSE(leading_int32("").has_value());
 }
 
+TEST(Numbers, OfFewDigitsAreTheNearestNumbers) {
+    std::mt19937_64 random(15);
+    for (int turn = 0; turn < 200000; ++turn) {
+        const std::size_t count = 1 + random() % 18;
+        std::string text;
+        for (std::size_t i = 0; i < count; ++i) {
+            text += static_cast<char>('0' + random() % 10);
+        }
+        text.insert(random() % (count + 1), ".");
+        ASSERT_EQ(to_number(text), std::strtod(text.c_str(), nullptr)) << text;
+        ASSERT_EQ(to_number("-" + text), -std::strtod(text.c_str(), nullptr)) << text;
+    }
+    for (const char* wrong : {".", "-.", "1.2.3", "..", "1-2", "12a", "1,5", "+-1"}) {
+        EXPECT_FALSE(to_number(wrong).has_value()) << wrong;
+    }
+    EXPECT_TRUE(std::signbit(*to_number("-0.000")));
+}
+
 TEST(Numbers, AreTheSameUnderACommaLocale) {
     const char* locale = nullptr;
     for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "fr_FR.UTF-8", "de_DE"}) {

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <initializer_list>
 #include <string>
+#include <vector>
 
 namespace quor::input::gaussian {
 
@@ -17,8 +18,7 @@ using Names = std::initializer_list<const char*>;
 class RouteQuestions {
    public:
     /// `molecule` may be null: conditions on it are then false.
-    RouteQuestions(const ParsedKeywords& route, const SimpleYAMLParser& schema, const GeomSection* molecule)
-        : route_(route), schema_(schema), molecule_(molecule) {}
+    RouteQuestions(const ParsedKeywords& route, const SimpleYAMLParser& schema, const GeomSection* molecule);
 
     /// Tells whether the route has one of these keywords.
     bool keyword(Names names) const;
@@ -45,7 +45,18 @@ class RouteQuestions {
     bool has_residues() const;
 
    private:
+    /// A keyword of the route, looked up: itself, and the names and values of its options.
+    struct Keyword {
+        std::string name;
+        KeywordIdentity identity;
+        std::vector<OptionIdentity> options;
+    };
+
+    bool is_keyword(const Keyword& keyword, const char* wanted) const;
+    bool has_option(const Keyword& keyword, Names options) const;
+
     const ParsedKeywords& route_;
+    std::vector<Keyword> keywords_;  // of the route, in its order
     const SimpleYAMLParser& schema_;
     const GeomSection* molecule_;
 };

@@ -1,10 +1,12 @@
 // Answers the questions that the rules for extra input ask of a route and its molecule.
 #include <gjf/core/reader/extra_input_rules.hpp>
 
+#include <gjf/core/schema/route_schema_cache.hpp>
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
 #include <string_view>
+#include <unordered_map>
 
 namespace quor::input::gaussian {
 namespace {
@@ -34,16 +36,6 @@ bool any_whole_word(const std::string& text, Names words) {
     return std::any_of(words.begin(), words.end(), [&](const char* word) { return occurs_as_whole_word(lower, word); });
 }
 
-bool has_option(const SimpleYAMLParser& schema, const KeywordInfo& keyword, Names options) {
-    const std::string name = trimmed(keyword.name);
-    return std::any_of(keyword.options.begin(), keyword.options.end(), [&](const auto& entry) {
-        return std::any_of(options.begin(), options.end(), [&](const char* option) {
-            return schema.options_equivalent(name, trimmed(entry.first), option) ||
-                   schema.options_equivalent(name, trimmed(entry.second), option);
-        });
-    });
-}
-
 bool is_residue_parameter(const std::string& key) {
     constexpr std::string_view keys[] = {"resname", "resnum", "pdbname", "residue", "chainid"};
     const std::string lower = to_lower_copy(key);
@@ -55,26 +47,92 @@ bool has_residue(const AtomInfo& info) {
                        [](const auto& entry) { return is_residue_parameter(entry.first); });
 }
 
+using Identities = std::unordered_map<std::string_view, KeywordIdentity>;
+
+// The words that the rules ask for, looked up in the default vocabulary once. One that is left out here is looked up each
+// time.
+const Identities& asked_for() {
+    static const Identities identities = [] {
+        Identities map;
+        for (const char* word : {"admp",          "basis",
+                                 "bomd",          "both",
+                                 "cas",           "casscf",
+                                 "charge",        "cphf",
+                                 "dftb",          "ept",
+                                 "external",      "extrabasis",
+                                 "extralinks",    "extradensitybasis",
+                                 "field",         "freq",
+                                 "gen",           "genecp",
+                                 "geom",          "guess",
+                                 "gvb",           "hardfirst",
+                                 "input",         "iop",
+                                 "irc",           "massage",
+                                 "modconnect",    "modify",
+                                 "mopacexternal", "nmr",
+                                 "opt",           "output",
+                                 "pop",           "prop",
+                                 "pseudo",        "readatradii",
+                                 "readisotopes",  "readmwvelocity",
+                                 "readvelocity",  "readwindow",
+                                 "scrf",          "softfirst",
+                                 "softonly"}) {
+            map.emplace(word, default_route_schema().identify_keyword(word));
+        }
+        return map;
+    }();
+    return identities;
+}
+
 }  // namespace
 
+RouteQuestions::RouteQuestions(const ParsedKeywords& route, const SimpleYAMLParser& schema, const GeomSection* molecule)
+    : route_(route), schema_(schema), molecule_(molecule) {
+    keywords_.reserve(route.keywords.size());
+    for (const KeywordInfo& info : route.keywords) {
+        Keyword& keyword = keywords_.emplace_back();
+        keyword.name = trimmed(info.name);
+        keyword.identity = schema.identify_keyword(keyword.name);
+        keyword.options.reserve(2 * info.options.size());
+        for (const auto& [name, value] : info.options) {
+            keyword.options.push_back(schema.identify_option(keyword.name, trimmed(name)));
+            keyword.options.push_back(schema.identify_option(keyword.name, trimmed(value)));
+        }
+    }
+}
+
+bool RouteQuestions::is_keyword(const Keyword& keyword, const char* wanted) const {
+    if (&schema_ == &default_route_schema()) {
+        const auto found = asked_for().find(wanted);
+        if (found != asked_for().end()) {
+            return SimpleYAMLParser::equivalent(keyword.identity, found->second);
+        }
+    }
+    return SimpleYAMLParser::equivalent(keyword.identity, schema_.identify_keyword(wanted));
+}
+
+bool RouteQuestions::has_option(const Keyword& keyword, Names options) const {
+    return !keyword.options.empty() && std::any_of(options.begin(), options.end(), [&](const char* option) {
+        const OptionIdentity wanted = schema_.identify_option(keyword.name, option);
+        return std::any_of(keyword.options.begin(), keyword.options.end(),
+                           [&](const OptionIdentity& entry) { return SimpleYAMLParser::equivalent(entry, wanted); });
+    });
+}
+
 bool RouteQuestions::keyword(Names names) const {
-    return std::any_of(route_.keywords.begin(), route_.keywords.end(), [&](const KeywordInfo& keyword) {
-        const std::string name = trimmed(keyword.name);
-        return std::any_of(names.begin(), names.end(),
-                           [&](const char* wanted) { return schema_.keywords_equivalent(name, wanted); });
+    return std::any_of(keywords_.begin(), keywords_.end(), [&](const Keyword& keyword) {
+        return std::any_of(names.begin(), names.end(), [&](const char* wanted) { return is_keyword(keyword, wanted); });
     });
 }
 
 bool RouteQuestions::option(const char* keyword, Names options) const {
-    return std::any_of(route_.keywords.begin(), route_.keywords.end(), [&](const KeywordInfo& info) {
-        return !info.options.empty() && schema_.keywords_equivalent(trimmed(info.name), keyword) &&
-               has_option(schema_, info, options);
+    return std::any_of(keywords_.begin(), keywords_.end(), [&](const Keyword& candidate) {
+        return !candidate.options.empty() && is_keyword(candidate, keyword) && has_option(candidate, options);
     });
 }
 
 bool RouteQuestions::any_option(Names options) const {
-    return std::any_of(route_.keywords.begin(), route_.keywords.end(),
-                       [&](const KeywordInfo& info) { return has_option(schema_, info, options); });
+    return std::any_of(keywords_.begin(), keywords_.end(),
+                       [&](const Keyword& keyword) { return has_option(keyword, options); });
 }
 
 bool RouteQuestions::iop(const char* name, const char* value) const {

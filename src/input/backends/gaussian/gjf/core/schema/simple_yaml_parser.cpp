@@ -110,6 +110,34 @@ bool SimpleYAMLParser::keywords_equivalent(const std::string& a, const std::stri
     return false;
 }
 
+KeywordIdentity SimpleYAMLParser::identify_keyword(const std::string& word) const {
+    std::string buffer;
+    const std::string_view normalized = impl_->normalized(word, buffer);
+    return {std::string(normalized), impl_->keyword_groups.match(normalized).group,
+            impl_->method_groups.match(normalized).group};
+}
+
+bool SimpleYAMLParser::equivalent(const KeywordIdentity& a, const KeywordIdentity& b) noexcept {
+    if (a.word == b.word) {
+        return true;
+    }
+    if (a.keyword != nullptr && b.keyword != nullptr) {
+        return a.keyword == b.keyword;
+    }
+    return a.method != nullptr && a.method == b.method;
+}
+
+OptionIdentity SimpleYAMLParser::identify_option(const std::string& keyword, const std::string& option) const {
+    std::string buffer;
+    const std::string_view normalized = impl_->normalized(option, buffer);
+    const GroupList* options = impl_->find_option_groups(keyword);
+    return {std::string(normalized), options == nullptr ? nullptr : options->match(normalized).group};
+}
+
+bool SimpleYAMLParser::equivalent(const OptionIdentity& a, const OptionIdentity& b) noexcept {
+    return a.word == b.word || (a.option != nullptr && a.option == b.option);
+}
+
 bool SimpleYAMLParser::options_equivalent(const std::string& keyword, const std::string& a, const std::string& b) const {
     std::string buffer_a;
     std::string buffer_b;

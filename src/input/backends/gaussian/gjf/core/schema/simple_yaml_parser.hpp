@@ -9,6 +9,21 @@
 
 namespace quor::input::gaussian {
 
+struct CandidateGroup;
+
+/// What `keywords_equivalent` compares of a word, looked up once. Valid as long as a handle shares its vocabulary.
+struct KeywordIdentity {
+    std::string word;                         ///< normalized
+    const CandidateGroup* keyword = nullptr;  ///< null when the word is no keyword
+    const CandidateGroup* method = nullptr;
+};
+
+/// What `options_equivalent` compares of an option of one keyword, looked up once.
+struct OptionIdentity {
+    std::string word;                        ///< normalized
+    const CandidateGroup* option = nullptr;  ///< null when the word is no option of the keyword
+};
+
 /// Shares one loaded route vocabulary; copies see the same one.
 ///
 /// Words are compared after trimming and, unless the document is case-sensitive, lower-casing. A word may be abbreviated to
@@ -64,6 +79,12 @@ class QUOR_GJF_API SimpleYAMLParser {
     /// Tells whether two words name the same keyword or the same method; words the vocabulary does not know are equal when
     /// their normalized spellings are.
     bool keywords_equivalent(const std::string& a, const std::string& b) const;
+    /// Looks a word up for `equivalent`, which tells of two words of one vocabulary what `keywords_equivalent` would.
+    KeywordIdentity identify_keyword(const std::string& word) const;
+    static bool equivalent(const KeywordIdentity& a, const KeywordIdentity& b) noexcept;
+    /// Looks an option of a keyword up; two of the same keyword are compared as `options_equivalent` would.
+    OptionIdentity identify_option(const std::string& keyword, const std::string& option) const;
+    static bool equivalent(const OptionIdentity& a, const OptionIdentity& b) noexcept;
     bool options_equivalent(const std::string& keyword, const std::string& a, const std::string& b) const;
 
     /// Returns the category of a word: the vocabulary's own, or "method", "basis" or "other".

@@ -97,6 +97,36 @@ class RoundToNearest {
     int mode_;
 };
 
+// Powers of ten that binary numbers hold exactly.
+constexpr double powers_of_ten[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+
+// Reads a plain decimal of at most 15 digits, as coordinates are, or nothing. Digits and power are then exact, so their
+// quotient is the nearest number, which from_chars would give as well.
+std::optional<double> to_short_decimal(std::string_view text) noexcept {
+    constexpr std::size_t digit_limit = 15;
+    if (text.size() > digit_limit + 1) {
+        return std::nullopt;
+    }
+    std::int64_t digits = 0;
+    std::size_t point = text.size();
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (is_digit(text[i])) {
+            digits = 10 * digits + (text[i] - '0');
+        } else if (text[i] == '.' && point == text.size()) {
+            point = i;
+        } else {
+            return std::nullopt;
+        }
+    }
+    const bool has_point = point < text.size();
+    const std::size_t digit_count = text.size() - (has_point ? 1 : 0);
+    if (digit_count == 0 || digit_count > digit_limit) {
+        return std::nullopt;
+    }
+    const std::size_t decimals = has_point ? text.size() - point - 1 : 0;
+    return static_cast<double>(digits) / powers_of_ten[decimals];
+}
+
 std::optional<double> to_unsigned_number(std::string_view text) noexcept {
     const bool hexadecimal = text.size() > 2 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X');
     if (hexadecimal) {
@@ -109,6 +139,9 @@ std::optional<double> to_unsigned_number(std::string_view text) noexcept {
     }
     double value = 0;
     const RoundToNearest mode;
+    if (const std::optional<double> decimal = to_short_decimal(text)) {
+        return decimal;
+    }
     const char* end = text.data() + text.size();
     const auto format = hexadecimal ? std::chars_format::hex : std::chars_format::general;
     const auto result = std::from_chars(text.data(), end, value, format);

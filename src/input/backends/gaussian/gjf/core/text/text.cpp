@@ -2,6 +2,8 @@
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <cstring>
 
 namespace quor::input::gaussian {
@@ -154,9 +156,24 @@ bool is_comment_line(std::string_view line) noexcept {
 
 namespace {
 
-bool is_nesting_character(char c) noexcept {
+constexpr bool is_nesting_character(char c) noexcept {
     return c == '\'' || c == '"' || c == '(' || c == ')' || c == '[' || c == ']' || c == '{' || c == '}';
 }
+
+// What a character does to fields, by its byte: most lines are cut by looking each character up once.
+enum : std::uint8_t { is_blank_class = 1, is_comma_class = 2, is_nesting_class = 4 };
+
+constexpr std::array<std::uint8_t, 256> character_classes = [] {
+    std::array<std::uint8_t, 256> classes{};
+    for (std::size_t byte = 0; byte < classes.size(); ++byte) {
+        const char c = static_cast<char>(byte);
+        classes[byte] = is_white_space(c)         ? is_blank_class
+                        : c == ','                ? is_comma_class
+                        : is_nesting_character(c) ? is_nesting_class
+                                                  : 0;
+    }
+    return classes;
+}();
 
 // Walks past a quoted stretch that begins at `i`; a quote that nothing closes is passed over alone when it counts as text.
 std::size_t end_of_quote(std::string_view line, std::size_t i, bool lone_quotes_are_text) noexcept {
@@ -190,20 +207,23 @@ void split_fields(std::string_view line, FieldSeparators separators, bool lone_q
                   std::vector<std::string_view>& fields) {
     fields.clear();
     const bool commas = separators == FieldSeparators::WhiteSpaceAndComma;
-    const auto separates = [commas](char c) { return is_white_space(c) || (commas && c == ','); };
+    const unsigned separators_wanted = commas ? is_blank_class | is_comma_class : is_blank_class;
+    const auto class_at = [line](std::size_t at) -> unsigned {
+        return character_classes[static_cast<unsigned char>(line[at])];
+    };
     std::size_t i = 0;
     while (true) {
-        while (i < line.size() && separates(line[i])) {
+        while (i < line.size() && (class_at(i) & separators_wanted) != 0) {
             ++i;
         }
         if (i == line.size()) {
             return;
         }
         const std::size_t begin = i;
-        while (i < line.size() && !separates(line[i]) && !is_nesting_character(line[i])) {
+        while (i < line.size() && (class_at(i) & (separators_wanted | is_nesting_class)) == 0) {
             ++i;
         }
-        if (i < line.size() && is_nesting_character(line[i])) {
+        if (i < line.size() && (class_at(i) & is_nesting_class) != 0) {
             i = end_of_nested_field(line, i, commas, lone_quotes_are_text);
         }
         fields.push_back(line.substr(begin, i - begin));
