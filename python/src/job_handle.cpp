@@ -8,7 +8,8 @@
 #include <gjf/core/reader/gjf_parser.hpp>
 
 #include <algorithm>
-#include <fstream>
+#include <cstdio>
+#include <memory>
 #include <utility>
 
 namespace quor_python {
@@ -28,11 +29,13 @@ auto read_guarded(Read read) {
 
 bool is_blank(const std::string& text) { return text.find_first_not_of(" \t\r\n") == std::string::npos; }
 
-// Tells whether a text may have separator lines at all: few texts have a "--" in them.
+// Tells whether a text may have separator lines at all. Coordinates have no "k", so that nearly nothing is looked at twice.
 bool may_hold_several_jobs(std::string_view text) {
-    for (std::size_t at = text.find("--"); at != std::string_view::npos; at = text.find("--", at + 1)) {
-        if (text.size() - at > 2 && (text[at + 2] == 'l' || text[at + 2] == 'L')) {
-            return true;
+    for (const char letter : {'k', 'K'}) {
+        for (std::size_t at = text.find(letter); at != std::string_view::npos; at = text.find(letter, at + 1)) {
+            if (text.substr(at + 1, 3) == "1--") {
+                return true;
+            }
         }
     }
     return false;
@@ -144,14 +147,17 @@ std::vector<JobHandle> read_all_jobs(const std::string& text) {
 }
 
 std::string read_file_text(const std::string& path) {
-    std::ifstream file(path, std::ios::in | std::ios::binary);
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"), &std::fclose);
+    if (file == nullptr) {
+        throw GJFParseException("Cannot open file: " + path);
+    }
     std::string text;
     // A pipe does not tell its size, and a folder opens but does not read: the end is where reading ends.
     char block[1 << 16];
-    while (file.read(block, sizeof block) || file.gcount() > 0) {
-        text.append(block, static_cast<std::size_t>(file.gcount()));
+    for (std::size_t count = 0; (count = std::fread(block, 1, sizeof block, file.get())) > 0;) {
+        text.append(block, count);
     }
-    if (!file.is_open() || file.bad()) {
+    if (std::ferror(file.get()) != 0) {
         throw GJFParseException("Cannot open file: " + path);
     }
     return text;

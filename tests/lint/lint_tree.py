@@ -61,7 +61,7 @@ def problems(path, text, public):
 
 
 def files_in(root):
-    for folder in ("src", "cli", "tests", "examples", "tools", "benchmarks", "fuzz"):
+    for folder in ("src", "cli", "python", "tests", "examples", "tools", "benchmarks", "fuzz"):
         for path in sorted((root / folder).rglob("*")):
             if path.suffix in CODE and path.is_file():
                 yield path
