@@ -1,6 +1,7 @@
 """One job, and a file of several."""
 from __future__ import annotations
 
+import json
 import os
 from typing import TYPE_CHECKING, Any, Dict, Iterable, List, NamedTuple, Optional, Sequence, Tuple, Union
 
@@ -123,6 +124,15 @@ class Job:
     def report(self) -> str:
         """Return a report for people, as ``quor-gjf report`` prints it."""
         return self._native.report()
+
+    def to_json(self) -> str:
+        """Return the job as a JSON object, as it stands among the ``jobs`` of ``quor-gjf report --json`` (see docs/json.md).
+
+        >>> import json
+        >>> json.loads(job.to_json())["molecule"]["atoms"][1]
+        {'element': 'H', 'x': 0.0, 'y': 0.7572, 'z': -0.4692}
+        """
+        return self._native.json()
 
     @property
     def is_as_read(self) -> bool:
@@ -590,6 +600,11 @@ class Jobs(List[Job]):
             raise file_error(error, target) from None
         if self.path is None:
             self.path = target
+
+    def to_json(self) -> str:
+        """Return all jobs as one JSON object, which is what ``quor-gjf report --json`` prints for their file."""
+        head = f'{{"version":{_core.Job.json_version},"file":{json.dumps(self.path or "-", ensure_ascii=False)},"jobs":['
+        return head + ",".join(job.to_json() for job in self) + "]}"
 
 
 def _target(path: Optional[PathLike], own: Optional[str]) -> str:

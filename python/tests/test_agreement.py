@@ -1,4 +1,5 @@
 """What Python shows of each example job is what the C++ side reports."""
+import json
 import os
 import pathlib
 import re
@@ -70,6 +71,18 @@ def test_report_is_that_of_the_tool(name):
     for job in jobs_of(name):
         head, _, rest = job.report().partition("\n\n")
         assert rest.strip() and all(line in printed for line in job.report().splitlines() if line.strip() and "===" not in line)
+
+
+@pytest.mark.parametrize("name", EXAMPLES)
+def test_json_is_that_of_the_tool(name):
+    tool = os.environ.get("QUOR_GJF_TOOL")
+    if not tool or not pathlib.Path(tool).is_file():
+        pytest.skip("the tool is not built")
+    path = SOURCE / "examples/jobs" / name
+    printed = subprocess.run([tool, "report", "--json", str(path)], capture_output=True, text=True, check=True).stdout
+    jobs = gjf.read_all(path)
+    assert jobs.to_json() + "\n" == printed
+    assert [json.loads(job.to_json()) for job in jobs] == json.loads(printed)["jobs"]
 
 
 def test_kinds_have_the_library_s_names():

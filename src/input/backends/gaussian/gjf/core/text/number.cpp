@@ -93,6 +93,8 @@ class RoundToNearest {
         }
     }
 
+    bool was_nearest() const noexcept { return mode_ == FE_TONEAREST; }
+
    private:
     int mode_;
 };
@@ -139,7 +141,8 @@ std::optional<double> to_unsigned_number(std::string_view text) noexcept {
     }
     double value = 0;
     const RoundToNearest mode;
-    if (const std::optional<double> decimal = to_short_decimal(text)) {
+    // Where the mode had to be changed, the compiler might move the division out from under it.
+    if (const auto decimal = !hexadecimal && mode.was_nearest() ? to_short_decimal(text) : std::nullopt) {
         return decimal;
     }
     const char* end = text.data() + text.size();
