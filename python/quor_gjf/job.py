@@ -366,7 +366,7 @@ class Job:
         """Chemical symbols, also where the file has atomic numbers or numbered labels; of a Z-matrix too."""
         names = self._native.elements()
         symbols = {name: symbol_of(name) for name in set(names)}
-        return [symbols[name] for name in names]
+        return list(map(symbols.__getitem__, names))
 
     @property
     def bonds(self) -> Bonds:

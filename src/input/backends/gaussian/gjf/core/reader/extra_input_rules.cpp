@@ -59,7 +59,13 @@ std::size_t trajectory_blocks(Route r) {
            std::size_t{velocities("readmwvelocity")};
 }
 
-std::size_t once_or_twice(bool wanted, bool twice) { return !wanted ? 0 : twice ? 2 : 1; }
+// Orbital input is given for each spin of an unrestricted method.
+std::size_t once_or_twice(Route r, const char* guess_option, bool open_shell_too) {
+    if (!r.option("guess", {guess_option})) {
+        return 0;
+    }
+    return r.unrestricted() || (open_shell_too && r.open_shell()) ? 2 : 1;
+}
 
 struct Rule {
     Kind kind;
@@ -114,13 +120,10 @@ constexpr Rule rules[] = {
     {Kind::DFTBParameters, "dftb", [](Route r) -> std::size_t { return r.method({"dftb"}, false) || r.keyword({"dftb"}); }},
     {Kind::GuessSource, "guess=input", [](Route r) -> std::size_t { return r.option("guess", {"input"}); }},
     {Kind::SymmetryCombine, "guess=lowsymm", [](Route r) -> std::size_t { return r.option("guess", {"lowsymm"}); }},
-    {Kind::OrbitalSpecifications, "guess=cards",
-     [](Route r) { return once_or_twice(r.option("guess", {"cards"}), r.unrestricted()); }},
-    {Kind::OrbitalAlterations, "guess=alter",
-     [](Route r) { return once_or_twice(r.option("guess", {"alter"}), r.unrestricted()); }},
+    {Kind::OrbitalSpecifications, "guess=cards", [](Route r) { return once_or_twice(r, "cards", false); }},
+    {Kind::OrbitalAlterations, "guess=alter", [](Route r) { return once_or_twice(r, "alter", false); }},
     // Reordering is asked for twice for an open-shell molecule too, even with a restricted method.
-    {Kind::OrbitalReordering, "guess=permute",
-     [](Route r) { return once_or_twice(r.option("guess", {"permute"}), r.unrestricted() || r.open_shell()); }},
+    {Kind::OrbitalReordering, "guess=permute", [](Route r) { return once_or_twice(r, "permute", true); }},
     {Kind::GVBPairs, "gvb", [](Route r) -> std::size_t { return r.keyword({"gvb"}); }},
     {Kind::CASWeights, "casscf=stateaverage",
      [](Route r) -> std::size_t { return multiconfiguration_option(r, "stateaverage"); }},

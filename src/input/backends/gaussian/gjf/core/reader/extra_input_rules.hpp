@@ -52,11 +52,12 @@ class RouteQuestions {
         std::vector<OptionIdentity> options;
     };
 
-    bool is_keyword(const Keyword& keyword, const char* wanted) const;
+    KeywordIdentity look_up(const char* wanted) const;
     bool has_option(const Keyword& keyword, Names options) const;
 
     const ParsedKeywords& route_;
     std::vector<Keyword> keywords_;  // of the route, in its order
+    bool has_options_ = false;       // any of them
     const SimpleYAMLParser& schema_;
     const GeomSection* molecule_;
 };

@@ -93,6 +93,7 @@ RouteQuestions::RouteQuestions(const ParsedKeywords& route, const SimpleYAMLPars
         keyword.name = trimmed(info.name);
         keyword.identity = schema.identify_keyword(keyword.name);
         keyword.options.reserve(2 * info.options.size());
+        has_options_ = has_options_ || !info.options.empty();
         for (const auto& [name, value] : info.options) {
             keyword.options.push_back(schema.identify_option(keyword.name, trimmed(name)));
             keyword.options.push_back(schema.identify_option(keyword.name, trimmed(value)));
@@ -100,14 +101,14 @@ RouteQuestions::RouteQuestions(const ParsedKeywords& route, const SimpleYAMLPars
     }
 }
 
-bool RouteQuestions::is_keyword(const Keyword& keyword, const char* wanted) const {
+KeywordIdentity RouteQuestions::look_up(const char* wanted) const {
     if (&schema_ == &default_route_schema()) {
         const auto found = asked_for().find(wanted);
         if (found != asked_for().end()) {
-            return SimpleYAMLParser::equivalent(keyword.identity, found->second);
+            return found->second;
         }
     }
-    return SimpleYAMLParser::equivalent(keyword.identity, schema_.identify_keyword(wanted));
+    return schema_.identify_keyword(wanted);
 }
 
 bool RouteQuestions::has_option(const Keyword& keyword, Names options) const {
@@ -119,14 +120,21 @@ bool RouteQuestions::has_option(const Keyword& keyword, Names options) const {
 }
 
 bool RouteQuestions::keyword(Names names) const {
-    return std::any_of(keywords_.begin(), keywords_.end(), [&](const Keyword& keyword) {
-        return std::any_of(names.begin(), names.end(), [&](const char* wanted) { return is_keyword(keyword, wanted); });
+    return !keywords_.empty() && std::any_of(names.begin(), names.end(), [&](const char* name) {
+        const KeywordIdentity wanted = look_up(name);
+        return std::any_of(keywords_.begin(), keywords_.end(),
+                           [&](const Keyword& keyword) { return SimpleYAMLParser::equivalent(keyword.identity, wanted); });
     });
 }
 
 bool RouteQuestions::option(const char* keyword, Names options) const {
+    if (!has_options_) {
+        return false;
+    }
+    const KeywordIdentity wanted = look_up(keyword);
     return std::any_of(keywords_.begin(), keywords_.end(), [&](const Keyword& candidate) {
-        return !candidate.options.empty() && is_keyword(candidate, keyword) && has_option(candidate, options);
+        return !candidate.options.empty() && SimpleYAMLParser::equivalent(candidate.identity, wanted) &&
+               has_option(candidate, options);
     });
 }
 

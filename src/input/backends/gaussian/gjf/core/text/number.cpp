@@ -93,11 +93,17 @@ class RoundToNearest {
         }
     }
 
-    bool was_nearest() const noexcept { return mode_ == FE_TONEAREST; }
-
    private:
     int mode_;
 };
+
+// Tells whether sums are rounded to the nearest number; in any other mode one of these two comes out apart from 1. Asking
+// the system takes longer than reading a number.
+bool rounds_to_nearest() noexcept {
+    static const volatile float tiny = std::numeric_limits<float>::min();
+    const float step = tiny;
+    return 1.0F + step == 1.0F - step;
+}
 
 // Powers of ten that binary numbers hold exactly.
 constexpr double powers_of_ten[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
@@ -139,12 +145,12 @@ std::optional<double> to_unsigned_number(std::string_view text) noexcept {
     } else if (!is_digit(text[0]) && text[0] != '.') {
         return to_special_number(text);
     }
-    double value = 0;
-    const RoundToNearest mode;
-    // Where the mode had to be changed, the compiler might move the division out from under it.
-    if (const auto decimal = !hexadecimal && mode.was_nearest() ? to_short_decimal(text) : std::nullopt) {
+    // In another mode the division would round another way.
+    if (const auto decimal = !hexadecimal && rounds_to_nearest() ? to_short_decimal(text) : std::nullopt) {
         return decimal;
     }
+    double value = 0;
+    const RoundToNearest mode;
     const char* end = text.data() + text.size();
     const auto format = hexadecimal ? std::chars_format::hex : std::chars_format::general;
     const auto result = std::from_chars(text.data(), end, value, format);
