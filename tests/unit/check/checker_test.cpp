@@ -75,6 +75,95 @@ TEST(Checker, IsSureOnlyWhereANameIsNear) {
     EXPECT_EQ(find(check_text("# hf/sto-3g opt=qwertzuiop" + helium), "GJF-R001")->severity, Severity::Warning);
 }
 
+// Returns the errors among the findings, with their codes.
+std::string errors_of(const std::string& text) {
+    std::string errors;
+    for (const Finding& finding : check_text(text)) {
+        errors += finding.severity == Severity::Error ? finding.code + " " + finding.message + "\n" : "";
+    }
+    return errors;
+}
+
+TEST(Checker, IsNotSureOfWhatGaussianMayRun) {
+    const std::string water = "\n\nt\n\n0 1\nO 0.0 0.0 0.0\nH 0.0 0.76 0.59\nH 0.0 -0.76 0.59\n\n";
+    const std::string chk = "%chk=a\n";
+    const std::string texts[] = {
+        "# hf/6-31g(d') opt" + helium,
+        chk + "# hf/6-31g(d') geom=allcheck\n\n",
+        chk + "# restart\n\n",
+        chk + "# b3lyp/6-31g* opt=restart\n\n",
+        chk + "# irc=(restart,maxpoints=60)\n\n",
+        "# lc-b97d/6-31g" + helium,
+        "# gb3lyp/6-31g" + helium,
+        "# hf/sto-3g geom=addredundant" + helium,
+        "# pbe0/6-31g" + helium,
+        "%mem=1.5GB\n# hf/sto-3g" + helium,
+        "%nprocshared=0\n# hf/sto-3g" + helium,
+        "$RunGauss\n# hf/sto-3g" + helium,
+        "# hf/sto-3g\n\nt\n\n0 1\nD 0 0 0\nH 0 0 0.74\n\n",
+        // Rows of forms that are not read: the molecule cannot be counted.
+        "# oniom(hf/sto-3g:pm6)\n\nt\n\n0 1 0 1 0 1\nC\nH 1 1.09\nH 1 1.09 2 109.5\nH 1 1.09 2 109.5 3 120.0\n"
+        "C 1 1.53 2 109.5 3 240.0 0 L H\nH 5 1.09 1 109.5 2 180.0 0 L\nH 5 1.09 1 109.5 2 60.0 0 L\n"
+        "H 5 1.09 1 109.5 2 -60.0 0 L\n\n",
+        "# hf/sto-3g opt=modredundant\n\nt\n\n0 1\nN1\nH2 N1 1.0\nH3 N1 1.0 H2 107.0\nH4 N1 1.0 H2 107.0 H3 115.0\n\n"
+        "B 1 4 F\n\n",
+        // Codes behind the values of variables, as older input has them.
+        "# hf/sto-3g opt=(z-matrix,ef,ts)\n\nt\n\n0 1\nH\nH 1 r\n\nr 0.74 D\n\n",
+        "# oniom(hf/sto-3g:pm6)\n\nt\n\n0 1\nHe 0 0 0 H\nHe 0 0 4 L\n\n",
+        "# hf/gen" + water + "O 0\nSTO 1S 3 7.66\n++++\nH 0\nsto-3g\n****\n\n",
+    };
+    for (const std::string& text : texts) {
+        EXPECT_EQ(errors_of(text), "") << text;
+    }
+}
+
+TEST(Checker, IsQuietAboutRareButOrdinaryForms) {
+    const std::string water = "\n\nt\n\n0 1\nO 0.0 0.0 0.0\nH 0.0 0.76 0.59\nH 0.0 -0.76 0.59\n\n";
+    const std::string layers = "\n\nt\n\n0 1 0 1 0 1\nHe 0.0 0.0 0.0 H\nHe 0.0 0.0 4.0 L\n\n";
+    const std::string texts[] = {
+        "# hf/6-31+g(d',p') opt" + water,
+        "# hf/sto-3g scrf=(smd,solvent=n,n-dimethylformamide)" + water,
+        "# ircmax(b3lyp/6-31g(d,p):hf/6-31g(d,p))" + water,
+        "# nonstd\n1/38=1/1;\n2/17=6,18=5,40=1/2;\n99/5=1/99;" + water,
+        "# hf/sto-3g opt=modredundant" + water + "FreezeAll\n\n",
+        "# hf/sto-3g freq=(fc,readfcht)" + water + "print=matrix=jk\n\nfinal.chk\n\n",
+        "# hf/sto-3g scrf=(read,solvent=water)" + water + "ExtraSph=1\n\n0.0 0.0 1.0 2.0\n\n",
+        "# oniom(hf/gen:pm6)" + layers + "He 0\nsto-3g\n****\n\n",
+        "# oniom(hf/genecp:pm6)" + layers + "He 0\nsto-3g\n****\n\nHe 0\nlanl2dz\n\n",
+        "# blyp/gen/gen" + water + "O H 0\nsto-3g\n****\n\nO H 0\nS 1 1.0\n1.0 1.0\n****\n\n",
+        "# hf/gen" + water + "O H 0\nMWB28\n++++\n\n",
+        "# mp2/sto-3g\n\nt\n\n0 1\nAr 0 0 0\nAr 3.8 0 0\nAr 1.9 3.3 0\nAr 5.7 3.3 0\n\n",
+    };
+    for (const std::string& text : texts) {
+        EXPECT_EQ(places_of(text), "") << text;
+    }
+}
+
+TEST(Checker, SaysWhatAFailureComesFrom) {
+    const std::string water = "0 1\nO 0.0 0.0 0.0\nH 0.0 0.76 0.59\nH 0.0 -0.76 0.59\n\n";
+    const std::tuple<std::string, std::string, std::string> cases[] = {
+        {"# hf/sto-3g\n\n" + water, "GJF-P001", "the title is missing: a title and a blank line stand before this line"},
+        {"# hf/sto-3g\n\nt\n" + water, "GJF-P001",
+         "a blank line is missing before line 4, which is read as a part of the title"},
+        {"hf/sto-3g\n\nt\n\n" + water, "GJF-P001", "route lines begin with #, Link 0 lines with %"},
+        {"# hf/sto-3g\n\nt\n\nO 0.0 0.0 0.0\nH 0.0 0.0 1.0\n\n", "GJF-P001",
+         "this line is read as charge and multiplicity, two whole numbers such as 0 1"},
+        {"# hf/sto-3g\n\nt\n\n" + water + "--Link--\n# hf/sto-3g\n\n", "GJF-S002", "the line between two jobs is --Link1--"},
+        {"# hf/sto-3g\n\nt\n\n0 1\nO 0 0 0\n\nH 0 0 1.0\n\n", "GJF-S002",
+         "it looks like atoms: the blank line before it ends the molecule"},
+        {"# hf/sto-3g scrf=(smd,water)" + helium, "GJF-R001", "write solvent=water"},
+        {"# hf/sto-3g scrf=(solvent=dmf)" + helium, "GJF-R012", "Gaussian calls it n,n-dimethylformamide"},
+        {"# hf/sto-3g d3bj" + helium, "GJF-W005", "write empiricaldispersion=gd3bj"},
+        {"# hf/sto-3g opt = tight" + helium, "GJF-W005",
+         "write no blanks around '=' and '/', as in opt=(ts,calcfc) and hf/6-31g"},
+    };
+    for (const auto& [text, code, hint] : cases) {
+        const std::vector<Finding> findings = check_text(text);
+        ASSERT_NE(find(findings, code), nullptr) << text;
+        EXPECT_EQ(find(findings, code)->hint, hint) << text;
+    }
+}
+
 TEST(Checker, ReadsOnBehindWhatItCannotRead) {
     EXPECT_EQ(
         places_of("# hf/sto-3g opt=calfc\n\nt\n\n0 1\nHe 0.0 0.0 0.0x\nHe 0 0 1\nHe 0 0 2..\nHe 0 3!\n\n"),
@@ -144,6 +233,26 @@ TEST(NearNames, AreAFewLettersAway) {
     for (const auto& [word, hint] : cases) {
         EXPECT_EQ(did_you_mean(near_names(word, names)), hint) << word;
     }
+}
+
+TEST(NearNames, AreMisspeltByAStepOrTwo) {
+    const std::tuple<std::string, std::string, bool> cases[] = {
+        {"calfc", "calcfc", true},
+        {"bl3yp", "b3lyp", true},
+        {"def2-tzvp", "def2tzvp", true},
+        {"utlrafine", "ultrafine", true},
+        {"iterative", "iterate", true},
+        {"addredundant", "modredundant", false},
+        {"efield", "field", false},
+        {"maxcyle", "maxcyc", false},
+        {"", "opt", false},
+        {"optt", "opt", true},
+        {"qpt", "opt", false},
+    };
+    for (const auto& [word, name, misspelt] : cases) {
+        EXPECT_EQ(is_misspelt(word, {name}), misspelt) << word;
+    }
+    EXPECT_FALSE(is_misspelt("opt", {}));
 }
 
 TEST(NearNames, AreJoinedToAQuestion) {

@@ -92,7 +92,7 @@ std::optional<std::size_t> shell_lines(std::string_view line) {
 class BasisWalk {
    public:
     BasisWalk(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings)
-        : job_(job), findings_(findings), atom_covered_(atoms.size()) {
+        : job_(job), findings_(findings), coverage_steps_(atoms.size() + 1) {
         for (const MoleculeAtom& atom : atoms) {
             in_molecule_[static_cast<std::size_t>(atom.species.number)] = true;
         }
@@ -124,9 +124,11 @@ class BasisWalk {
 
     void check_coverage(const std::vector<MoleculeAtom>& atoms, std::size_t line) {
         std::set<int> reported;
+        std::int64_t blocks = 0;  // that name atom i by its number
         for (std::size_t i = 0; i < atoms.size() && !opaque_; ++i) {
             const Species& species = atoms[i].species;
-            const bool covered = covered_[static_cast<std::size_t>(species.number)] || atom_covered_[i] != 0;
+            blocks += coverage_steps_[i];
+            const bool covered = covered_[static_cast<std::size_t>(species.number)] || blocks > 0;
             if (species.kind == SpeciesKind::Atom && species.certain && !covered && reported.insert(species.number).second) {
                 findings_.add("GJF-S007", Severity::Error,
                               std::string("no basis set is given for ") + element_symbol(species.number) + " (atom " +
@@ -154,12 +156,13 @@ class BasisWalk {
         }
         for (const auto& [first, last] : centers->ranges) {
             const std::size_t begin = static_cast<std::size_t>(first) - 1;
-            if (static_cast<std::size_t>(last) > atom_covered_.size()) {
+            if (static_cast<std::size_t>(last) >= coverage_steps_.size()) {
                 findings_.add("GJF-S011", Severity::Warning, "atom " + std::to_string(last) + " is not in the molecule",
                               line);
             }
-            for (std::size_t i = begin; i < std::min(static_cast<std::size_t>(last), atom_covered_.size()); ++i) {
-                atom_covered_[i] = 1;
+            if (begin < coverage_steps_.size()) {
+                ++coverage_steps_[begin];
+                --coverage_steps_[std::min(static_cast<std::size_t>(last), coverage_steps_.size() - 1)];
             }
         }
     }
@@ -210,7 +213,8 @@ class BasisWalk {
             return;
         }
         std::vector<std::string> bases;
-        for (const char first : std::string_view("abcdefghijklmnopqrstuvwxyz0123456789")) {
+        const bool looks = findings_.may_look_for_names();
+        for (const char first : std::string_view(looks ? "abcdefghijklmnopqrstuvwxyz0123456789" : "")) {
             const std::vector<std::string> some = job_.schema.basis_completions(std::string(1, first));
             bases.insert(bases.end(), some.begin(), some.end());
         }
@@ -228,13 +232,17 @@ class BasisWalk {
     std::array<bool, element_count> in_molecule_{};
     std::array<bool, element_count> covered_{};
     std::array<bool, element_count> named_{};
-    std::vector<char> atom_covered_;
+    std::vector<std::int64_t> coverage_steps_;  // where ranges of atom numbers begin and end
 };
 
 // Reports potentials of which none is for an element of the molecule.
 void check_potentials(const CheckedJob& job, const LineRange& lines, const std::vector<MoleculeAtom>& atoms,
                       Findings& findings) {
     bool any_element = false;
+    std::array<bool, element_count> in_molecule{};
+    for (const MoleculeAtom& atom : atoms) {
+        in_molecule[static_cast<std::size_t>(atom.species.number)] = true;
+    }
     for (std::size_t line = lines.first; line <= lines.last; ++line) {
         const std::optional<Centers> centers = read_centers(job.line(line), true);
         if (!centers || !centers->ranges.empty()) {
@@ -247,10 +255,7 @@ void check_potentials(const CheckedJob& job, const LineRange& lines, const std::
         for (const auto& element : centers->elements) {
             // A minus sign says that the element may be absent.
             any_element = any_element || element.first > 0;
-            const bool found = std::any_of(atoms.begin(), atoms.end(), [&](const MoleculeAtom& a) {
-                return a.species.number == std::abs(element.first);
-            });
-            if (found) {
+            if (in_molecule[static_cast<std::size_t>(std::abs(element.first))]) {
                 return;
             }
         }

@@ -41,7 +41,9 @@ class Cells {
     std::array<std::int64_t, 3> cell_of(const Position& position) const noexcept {
         std::array<std::int64_t, 3> cell;
         for (std::size_t i = 0; i < 3; ++i) {
-            cell[i] = static_cast<std::int64_t>(std::floor(std::clamp(position[i] / size_, -1e9, 1e9)));
+            const double place = position[i] / size_;
+            // What is no number has no place of its own.
+            cell[i] = std::isnan(place) ? 0 : static_cast<std::int64_t>(std::floor(std::clamp(place, -1e9, 1e9)));
         }
         return cell;
     }

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace quor::input::gaussian {
@@ -106,9 +107,16 @@ class Findings {
         add(code, severity, std::move(message), TextPlace{line, 0, 0}, std::move(hint));
     }
 
+    /// Tells whether names near to an unknown word may be looked for: in a text that is no job file at all, every word is
+    /// unknown, and each search walks a vocabulary.
+    bool may_look_for_names() noexcept { return searches_++ < most_searches; }
+
    private:
+    static constexpr std::size_t most_searches = 50;
+
     std::vector<Finding>& list_;
     std::size_t job_;
+    std::size_t searches_ = 0;
 };
 
 // The families of checks. Those of molecule and sections are asked only when the whole job was read.
@@ -134,11 +142,10 @@ class CheckpointChain {
 
    private:
     struct Checkpoint {
-        std::string path;
         std::size_t job = 0;
         bool read_since = false;
     };
-    std::vector<Checkpoint> written_;
+    std::unordered_map<std::string, Checkpoint> written_;  // by path
     std::size_t jobs_ = 0;
 };
 

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <iterator>
 #include <tuple>
+#include <unordered_set>
 
 namespace quor::input::gaussian {
 namespace {
@@ -18,7 +19,7 @@ namespace {
 // A job that cannot be read is read again without the line that fails, at most so often.
 constexpr int most_rereadings = 20;
 
-using CodeList = std::vector<std::string>;
+using CodeList = std::unordered_set<std::string>;
 
 // Numbers with Fortran exponents, which Gaussian takes, are not read here.
 bool fails_at_fortran_number(const CheckedJob& job, std::size_t line) {
@@ -36,6 +37,7 @@ constexpr struct {
     {"Invalid charge/spin line", "this line is read as charge and multiplicity, two whole numbers such as 0 1"},
     {"Invalid connectivity", "this is read as connectivity: sections stand in a fixed order, connectivity among the first"},
     {"Invalid coordinate line", "an atom has a label and three coordinates"},
+    {"Geometry section must", "charge and multiplicity and the atoms stand here, without a blank line between"},
     {"Missing title", "a title of one line or more stands between two blank lines behind the route"},
 };
 
@@ -82,7 +84,9 @@ void add_failure(const CheckedJob& job, const JobReading& reading, Findings& fin
                      "Gaussian reads D exponents, this tool does not; write the number without one to have the job checked");
         return;
     }
-    const Severity severity = has_unread_rows(job) ? Severity::Warning : Severity::Error;
+    // Gaussian passes over the $ line that old files begin with; and where rows were not read, atoms may be missing.
+    const bool is_uncertain = has_unread_rows(job) || trim_view(job.line(line)).substr(0, 1) == "$";
+    const Severity severity = is_uncertain ? Severity::Warning : Severity::Error;
     findings.add("GJF-P001", severity, reading.error, line, hint_at_failure(job, reading.error));
     if (reading.layout.charge_line != 0 && line > reading.layout.charge_line) {
         check_numbers_of_line(job, line, findings);
@@ -121,16 +125,14 @@ CodeList silenced_codes(LineSpan lines) {
         }
         split_fields(line.substr(comment + 1), FieldSeparators::WhiteSpaceAndComma, true, words);
         if (words.size() > 2 && equals_folded(words[0], mark) && equals_folded(words[1], "ignore")) {
-            std::transform(words.begin() + 2, words.end(), std::back_inserter(codes), to_lower_copy);
+            std::transform(words.begin() + 2, words.end(), std::inserter(codes, codes.end()), to_lower_copy);
         }
     }
     return codes;
 }
 
 void drop_codes(std::vector<Finding>& findings, std::size_t begin, const CodeList& codes) {
-    const auto is_dropped = [&](const Finding& finding) {
-        return std::find(codes.begin(), codes.end(), to_lower_copy(finding.code)) != codes.end();
-    };
+    const auto is_dropped = [&](const Finding& finding) { return codes.count(to_lower_copy(finding.code)) > 0; };
     findings.erase(std::remove_if(findings.begin() + static_cast<std::ptrdiff_t>(begin), findings.end(), is_dropped),
                    findings.end());
 }
@@ -190,7 +192,8 @@ std::vector<Finding> check_text(std::string_view text, const CheckOptions& optio
     }
     check_whole_text(text, of_file);
     CodeList ignored;
-    std::transform(options.ignored_codes.begin(), options.ignored_codes.end(), std::back_inserter(ignored), to_lower_copy);
+    std::transform(options.ignored_codes.begin(), options.ignored_codes.end(), std::inserter(ignored, ignored.end()),
+                   to_lower_copy);
     drop_codes(findings, 0, ignored);
     std::stable_sort(findings.begin(), findings.end(), [](const Finding& a, const Finding& b) {
         return std::tie(a.line, a.column) < std::tie(b.line, b.column);

@@ -111,14 +111,14 @@ void check_fragment_pairs(const CheckedJob& job, const std::vector<MoleculeAtom>
                          std::to_string(count) + " fragments",
                      line, "give one for the whole and one for each fragment");
     }
-    for (std::size_t i = 1; i < pairs.size() && i <= static_cast<std::size_t>(count); ++i) {
-        NuclearCharge nuclei;
-        for (const MoleculeAtom& atom : atoms) {
-            if (atom.fragment == static_cast<std::int64_t>(i)) {
-                nuclei.add(atom.species);
-            }
+    std::vector<NuclearCharge> nuclei(pairs.size());
+    for (const MoleculeAtom& atom : atoms) {
+        if (atom.fragment && *atom.fragment >= 1 && static_cast<std::size_t>(*atom.fragment) < nuclei.size()) {
+            nuclei[static_cast<std::size_t>(*atom.fragment)].add(atom.species);
         }
-        check_pair(pairs[i], nuclei, " in fragment " + std::to_string(i), line, findings);
+    }
+    for (std::size_t i = 1; i < pairs.size() && i <= static_cast<std::size_t>(count); ++i) {
+        check_pair(pairs[i], nuclei[i], " in fragment " + std::to_string(i), line, findings);
     }
 }
 

@@ -108,17 +108,23 @@ std::vector<UnlinkedBond> unlinked_bonds(const CheckedJob& job, const std::vecto
         return bonds;
     }
     constexpr double longest_bond = 3.5;
+    constexpr double same_spot = 0.3;
     Cells cells(longest_bond);
     for (std::size_t i = 0; i < atoms.size(); ++i) {
         if (atoms[i].species.kind != SpeciesKind::Atom || !atoms[i].position) {
             continue;
         }
+        bool on_one_spot = false;
         cells.for_each_near(*atoms[i].position, [&](std::size_t j) {
+            on_one_spot = on_one_spot || distance(*atoms[i].position, *atoms[j].position) < same_spot;
             if (look_bonded(atoms[i], atoms[j])) {
                 add_unlinked(job, atoms, j, i, bonds);
             }
         });
-        cells.put(*atoms[i].position, i);
+        // Atoms on one spot are not put in again, so that no cube grows without bound.
+        if (!on_one_spot) {
+            cells.put(*atoms[i].position, i);
+        }
     }
     return bonds;
 }

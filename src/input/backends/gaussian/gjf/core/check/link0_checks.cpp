@@ -102,7 +102,7 @@ std::optional<std::int64_t> count_cores(std::string_view list) {
         if (!begins_with_digit || !first || !last || *last < *first) {
             return std::nullopt;
         }
-        count += *last - *first + 1;
+        count += std::int64_t{*last} - *first + 1;
     }
     return count;
 }
@@ -241,18 +241,15 @@ void CheckpointChain::add(const CheckedJob& job, Findings& findings) {
     bool fails = false;
     const std::string request = reading_request(job, fails);
     const bool is_first = jobs_++ == 0;
-    const auto find = [this](const std::string& path) {
-        return std::find_if(written_.begin(), written_.end(), [&](const Checkpoint& known) { return known.path == path; });
-    };
     if (!request.empty() && source == nullptr) {
         const TextPlace place = job.segments.empty() ? TextPlace{job.layout.lines.first, 0, 0} : job.segments.front().place;
         findings.add("GJF-L008", is_first && fails ? Severity::Error : Severity::Warning,
                      request + " reads a checkpoint, but neither %chk nor %oldchk names one", place.line,
                      "name it with %oldchk or %chk");
     } else if (!request.empty()) {
-        const auto known = find(checkpoint_path(source->value));
+        const auto known = written_.find(checkpoint_path(source->value));
         if (known != written_.end()) {
-            known->read_since = true;
+            known->second.read_since = true;
         } else if (!is_first) {
             findings.add("GJF-L009", Severity::Warning,
                          "no job before this one writes the checkpoint '" + std::string(source->value) + "' that " +
@@ -264,17 +261,17 @@ void CheckpointChain::add(const CheckedJob& job, Findings& findings) {
         return;
     }
     const std::string path = checkpoint_path(chk->value);
-    const auto known = find(path);
-    if (known == written_.end()) {
-        written_.push_back({path, job.layout.number, false});
+    const auto [known, is_new] = written_.try_emplace(path, Checkpoint{job.layout.number, false});
+    if (is_new) {
         return;
     }
-    if (!known->read_since) {
-        findings.add("GJF-L007", Severity::Warning,
-                     "this job writes over the checkpoint of job " + std::to_string(known->job) + ", which no job has read",
-                     job.place_in(chk->line, chk->value), "give each job a checkpoint of its own, or read the first one");
+    if (!known->second.read_since) {
+        findings.add(
+            "GJF-L007", Severity::Warning,
+            "this job writes over the checkpoint of job " + std::to_string(known->second.job) + ", which no job has read",
+            job.place_in(chk->line, chk->value), "give each job a checkpoint of its own, or read the first one");
     }
-    *known = {path, job.layout.number, false};
+    known->second = {job.layout.number, false};
 }
 
 }  // namespace quor::input::gaussian

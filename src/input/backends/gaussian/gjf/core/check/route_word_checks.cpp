@@ -87,7 +87,7 @@ constexpr struct {
 // Says what a word that nobody knows was rather meant as: an option, or an equals sign between blanks.
 std::string hint_at_form(std::string_view word) {
     if (word.empty() || word.front() == '(') {
-        return "write a keyword and its options without blanks around '=', as in opt=(ts,calcfc)";
+        return "write no blanks around '=' and '/', as in opt=(ts,calcfc) and hf/6-31g";
     }
     for (const auto& option : misplaced_options) {
         if (equals_folded(word, option.word)) {
@@ -100,7 +100,7 @@ std::string hint_at_form(std::string_view word) {
 // Reports a word that is neither keyword nor method nor basis set.
 void report_unknown_word(const CheckedJob& job, const std::string& word, const TextPlace& place, Findings& findings) {
     if (word.empty()) {
-        findings.add("GJF-W005", Severity::Warning, "a keyword's name is missing here",
+        findings.add("GJF-W005", Severity::Warning, "a sign stands alone, without a keyword before it",
                      TextPlace{place.line, place.column, 1}, hint_at_form(word));
         return;
     }
@@ -108,7 +108,9 @@ void report_unknown_word(const CheckedJob& job, const std::string& word, const T
         findings.add("GJF-W005", Severity::Warning, "'" + word + "' is no route keyword, method or basis set", place, hint);
         return;
     }
-    const std::vector<std::string> near = near_names(to_lower_copy(word), all_route_words(job.schema));
+    const std::vector<std::string> near = findings.may_look_for_names()
+                                              ? near_names(to_lower_copy(word), all_route_words(job.schema))
+                                              : std::vector<std::string>();
     const bool is_sure = is_misspelt(word, near) && !is_method_variant(job, word);
     findings.add("GJF-W005", is_sure ? Severity::Error : Severity::Warning,
                  "'" + word + "' is no route keyword, method or basis set", place, did_you_mean(near));

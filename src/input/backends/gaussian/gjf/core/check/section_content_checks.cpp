@@ -184,7 +184,10 @@ void check_solvation_line(const CheckedJob& job, std::size_t line, Findings& fin
                            std::any_of(std::begin(solvation_words), std::end(solvation_words),
                                        [&](const char* w) { return equals_folded(word, w); });
         if (!known) {
-            const std::vector<std::string> names(std::begin(solvation_words), std::end(solvation_words));
+            std::vector<std::string> names;
+            if (findings.may_look_for_names()) {
+                names.assign(std::begin(solvation_words), std::end(solvation_words));
+            }
             findings.add("GJF-S017", Severity::Warning, "'" + std::string(word) + "' is no word of the solvent input",
                          job.place_in(line, word), did_you_mean(near_names(to_lower_copy(word), names)));
         }
