@@ -78,6 +78,12 @@ Position place(const Position& a, const Position& b, const Position& c, double d
     return result;
 }
 
+// Tells whether a position can be compared with others: numbers that no molecule has would all fall into one place.
+bool is_in_reach(const Position& position) noexcept {
+    constexpr double furthest = 1e7;
+    return std::all_of(position.begin(), position.end(), [](double x) { return std::fabs(x) < furthest; });
+}
+
 // A reference of a row that can be followed: the position it names, and its value.
 struct Followed {
     Position position;
@@ -226,6 +232,9 @@ std::vector<MoleculeAtom> atoms_of(const CheckedJob& job) {
         if (x && y && z) {
             seen.position = Position{*x * length, *y * length, *z * length};
         }
+        if (seen.position && !is_in_reach(*seen.position)) {
+            seen.position.reset();
+        }
         seen.layer = layer_letter(atom.layer);
         seen.fragment = fragment_of(atom.info);
         // Older counterpoise input has the fragment's number where the layer stands.
@@ -241,6 +250,9 @@ std::vector<MoleculeAtom> atoms_of(const CheckedJob& job) {
         seen.line = line_at(job.layout.zmatrix_rows, atoms.size());
         followed = followed && !has_second_angle(job, seen.line);
         seen.position = followed ? position_of_row(row, atoms, values, length) : std::nullopt;
+        if (seen.position && !is_in_reach(*seen.position)) {
+            seen.position.reset();
+        }
         seen.fragment = fragment_of(row.info);
         atoms.push_back(std::move(seen));
     }

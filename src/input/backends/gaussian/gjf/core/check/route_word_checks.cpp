@@ -191,7 +191,8 @@ void check_options(const CheckedJob& job, const WrittenKeyword& keyword, Finding
             job.schema.option_completions(keyword.name, option.name).size() > 1) {
             continue;
         }
-        const std::vector<std::string> near = near_names(to_lower_copy(option.name), options);
+        const std::vector<std::string> near =
+            findings.may_look_for_names() ? near_names(to_lower_copy(option.name), options) : std::vector<std::string>();
         findings.add(
             "GJF-R001", is_misspelt(option.name, near) ? Severity::Error : Severity::Warning,
             "'" + option.name + "' is no option of " + keyword.name, option.place,
