@@ -34,8 +34,7 @@ bool is_element_symbol(std::string_view text) {
     return std::find(std::begin(symbols), std::end(symbols), lower(text)) != std::end(symbols);
 }
 
-std::string element_of(const AtomCoord& atom) {
-    const std::string& label = atom.info.element;
+std::string element_of_label(const std::string& label) {
     std::size_t number = 0;
     const char* label_end = label.data() + label.size();
     const auto [end, error] = std::from_chars(label.data(), label_end, number);
@@ -46,6 +45,6 @@ std::string element_of(const AtomCoord& atom) {
     return lower(std::string_view(label).substr(0, static_cast<std::size_t>(letters_end - label.begin())));
 }
 
-bool is_translation_vector(const AtomCoord& atom) { return element_of(atom) == "tv"; }
+bool is_translation_vector(const AtomCoord& atom) { return element_of_label(atom.info.element) == "tv"; }
 
 }  // namespace quor_gjf

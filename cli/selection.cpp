@@ -110,7 +110,10 @@ class SelectionReader {
             if (colon + 1 == word.size()) {
                 fail(begin + colon + 1, "a name is missing after '" + printable(written) + "'");
             }
-            return {test->test, std::string(written.substr(colon + 1)), {}, 0};
+            const std::string name(written.substr(colon + 1));
+            // A number is that of the element; any other name may be a whole label as well.
+            const bool is_number = test->test == SelectionTest::Element && number_of<int>(name);
+            return {test->test, is_number ? element_of_label(name) : name, {}, 0};
         }
         if (written.empty()) {
             fail(begin, "atoms are missing before '" + printable(text_.substr(begin, 1)) + "'");

@@ -71,7 +71,7 @@ bool is_element_symbol(std::string_view text);
 /// Tells whether an atom is a translation vector: no place in the molecule, but a repeat of it.
 bool is_translation_vector(const quor::input::gaussian::AtomCoord& atom);
 
-/// Returns the symbol that an atom's label begins with, in lower case: of C, c5, C(Iso=13) and 6 that is "c".
-std::string element_of(const quor::input::gaussian::AtomCoord& atom);
+/// Returns the symbol that a label begins with, in lower case: of C, c5 and 6 that is "c".
+std::string element_of_label(const std::string& label);
 
 }  // namespace quor_gjf

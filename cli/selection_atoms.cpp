@@ -176,7 +176,7 @@ class SelectedAtoms {
             case SelectionTest::Frozen:
                 return is_atom_[index] && atom.freeze.value_or(0) != 0;
             case SelectionTest::Element:
-                return element_of(atom) == name || lower(atom.info.element) == name;
+                return element_of_label(atom.info.element) == name || lower(atom.info.element) == name;
             case SelectionTest::Layer:
                 return atom.layer && layer_name(*atom.layer) == name;
             case SelectionTest::Fragment:

@@ -30,6 +30,9 @@ _quor_gjf() {
         report | outline) options="--help --json --jobs" ;;
         check) options="--help --json --jobs --ignore --fail-on --list" ;;
         route | complete) options="--help --json" ;;
+        edit) options="--help --set --unset --chk-from-name --title --charge --multiplicity --method --basis --add-keyword
+            --remove-keyword --option --freeze --layer --fragment --translate --remove-atoms --section --remove-section
+            --list-kinds --job --diff --dry-run --in-place --output --force --jobs" ;;
         format) options="--help --output --in-place --force --drop-comments" ;;
         split | join) options="--help --output --force" ;;
         schema) options="--help --json" ;;
@@ -41,7 +44,14 @@ _quor_gjf() {
         --fail-on)
             mapfile -t COMPREPLY < <(compgen -W "error warning note" -- "$cur")
             return ;;
-        -j | --jobs)
+        --unset)
+            mapfile -t COMPREPLY < <(compgen -W "mem nprocshared chk oldchk rwf cpu" -- "$cur")
+            return ;;
+        --remove-section)
+            mapfile -t COMPREPLY < <(compgen -W "$("${COMP_WORDS[0]}" edit --list-kinds 2>/dev/null | awk '{print $2}')" -- "$cur")
+            return ;;
+        -j | --jobs | --job | --title | --charge | --multiplicity | --method | --basis | --add-keyword | --remove-keyword | \
+            --option | --freeze | --layer | --fragment | --translate | --remove-atoms)
             return ;;
     esac
     if [[ $cur == -* ]]; then
@@ -51,7 +61,7 @@ _quor_gjf() {
     case $command in
         "")
             if [[ $prev != --config ]]; then
-                mapfile -t COMPREPLY < <(compgen -W "report check outline route complete format split join schema" -- "$cur")
+                mapfile -t COMPREPLY < <(compgen -W "report check outline route complete edit format split join schema" -- "$cur")
                 return
             fi ;;
         route | complete) _quor_gjf_route "$command"; return ;;
