@@ -52,6 +52,19 @@ def colour_problems(tool, work):
         yield f"colour without a terminal: {plain!r}"
 
 
+def diff_problems(tool, work):
+    edit = [tool, "edit", "job.gjf", "--diff", "--title", "a\033b"]
+    coloured = run(edit, work, "stdout", TERM="xterm")
+    for line in (f"{ESCAPE}[1m--- job.gjf{ESCAPE}[0m", f"{ESCAPE}[36m@@ -1,6 +1,6 @@{ESCAPE}[0m", f"{ESCAPE}[31m-t{ESCAPE}[0m",
+                 f"{ESCAPE}[32m+a?b{ESCAPE}[0m"):
+        if line not in coloured:
+            yield f"no {line!r} in {coloured!r}"
+    for variables in ({"TERM": "xterm", "NO_COLOR": "1"}, {"TERM": "dumb"}):
+        plain = run(edit, work, "stdout", **variables)
+        if "\n-t" not in plain or f"{ESCAPE}[" in plain:
+            yield f"diff with {variables}: {plain!r}"
+
+
 def run_with_slow_file(tool, work, terminal_of):
     """Checks a file whose text comes after more than a second."""
     slow = work / "slow"
@@ -86,7 +99,7 @@ def main():
     work.mkdir(parents=True)
     (work / ".quor-gjf").touch()
     (work / "job.gjf").write_text(JOB, encoding="utf-8")
-    found = [*colour_problems(tool, work), *progress_problems(tool, work)]
+    found = [*colour_problems(tool, work), *diff_problems(tool, work), *progress_problems(tool, work)]
     print("\n".join(found) or "colour and progress as they should be")
     return 1 if found else 0
 
