@@ -144,11 +144,18 @@ def json_problems(tool, source):
         yield f"{len(keys)} keys only: {sorted(keys)}"
 
 
+def editing_problems(source, commands):
+    text = (source / "docs/editing.md").read_text(encoding="utf-8")
+    options = next(options for command, options in commands if command == ["edit"])
+    yield from (f"docs/editing.md does not tell of {option}" for option in sorted(options - {"-h", "--help", "--jobs", "--output"})
+                if not re.search(rf"(?<![-\w]){option}(?![-\w])", text))
+
+
 def main():
     tool, source = pathlib.Path(sys.argv[1]), pathlib.Path(sys.argv[2])
     commands = list(everything(tool))
     found = [*manual_problems(source, tool, commands), *completion_problems(source, commands), *bash_problems(tool, source),
-             *json_problems(tool, source)]
+             *json_problems(tool, source), *editing_problems(source, commands)]
     print("\n".join(found) or f"{len(commands)} commands and {sum(len(o) for _, o in commands)} options told of")
     return 1 if found or len(commands) < 14 else 0
 
