@@ -341,6 +341,20 @@ TEST(Documents, RefuseWhatTheTextCannotHold) {
     }
 }
 
+TEST(Documents, ForceSectionsAlone) {
+    const auto forced = [](const std::string& text, const Edit& edit) {
+        try {
+            return edited(text, edit, {true});
+        } catch (const GJFParseException& error) {
+            return std::string(error.what());
+        }
+    };
+    EXPECT_EQ(forced(bonded, [](GJFEditor& e) { e.remove_keyword_by_name("geom"); }),
+              replaced(bonded, " geom=connectivity", ""));
+    EXPECT_EQ(forced(water, [](GJFEditor& e) { e.set_mem("1GB\n%chk=x"); }),
+              "GJF Parse Error: The changed text would be read otherwise than meant: the Link 0 lines");
+}
+
 TEST(Documents, HoldSeveralJobs) {
     GJFDocument document(water + "--Link1--\n" + water);
     ASSERT_EQ(document.job_count(), 2U);

@@ -36,6 +36,30 @@ void check_atom_fields(const CheckedJob& job, std::size_t line, const Fields& fi
     }
 }
 
+// What may be done to a coordinate: add, freeze, activate, kill, remove, derivative, second derivative, scan.
+constexpr std::string_view coordinate_actions = "afbkrdhs";
+
+// Checks what stands behind the atoms of a coordinate: values, and one action; a scan goes on with its steps and their size.
+void check_action(const CheckedJob& job, std::size_t line, const Fields& fields, std::size_t first, Findings& findings) {
+    std::size_t i = first;
+    while (i < fields.size() && (is_number_text(fields[i]) || fields[i].front() == '=' || fields[i].front() == '+')) {
+        ++i;
+    }
+    if (i == fields.size()) {
+        return;
+    }
+    const char action = to_lower_ascii(fields[i].front());
+    if (fields[i].size() != 1 || coordinate_actions.find(action) == std::string_view::npos) {
+        findings.add("GJF-S022", Severity::Warning,
+                     "'" + std::string(fields[i]) + "' is nothing that can be done to a coordinate",
+                     job.place_in(line, fields[i]), "the actions are A, F, B, K, R, D, H and S");
+    } else if (action == 's' &&
+               (i + 2 >= fields.size() || !is_integer_text(fields[i + 1]) || !is_number_text(fields[i + 2]))) {
+        findings.add("GJF-S022", Severity::Warning, "a scan has a number of steps and their size",
+                     job.place_in(line, fields[i]), "as in B 1 2 S 10 0.1");
+    }
+}
+
 void check_coordinate_line(const CheckedJob& job, std::size_t line, std::size_t atom_count, Findings& findings) {
     const std::string_view text = without_comment(job.line(line));
     Fields fields;
@@ -54,6 +78,7 @@ void check_coordinate_line(const CheckedJob& job, std::size_t line, std::size_t 
     const auto given = static_cast<std::size_t>(atoms_end - fields.begin()) - (typed ? 1 : 0);
     if (!typed) {
         check_atom_fields(job, line, fields, 0, std::min<std::size_t>(given, 4), atom_count, findings);
+        check_action(job, line, fields, given, findings);
         return;
     }
     const char letter = to_lower_ascii(fields[0].front());
@@ -73,6 +98,7 @@ void check_coordinate_line(const CheckedJob& job, std::size_t line, std::size_t 
         return;
     }
     check_atom_fields(job, line, fields, 1, type->atoms, atom_count, findings);
+    check_action(job, line, fields, 1 + given, findings);
 }
 
 void check_modifications(const CheckedJob& job, const LineRange& lines, const std::vector<MoleculeAtom>& atoms,

@@ -223,8 +223,8 @@ struct GJFDocument::Impl {
             if (!read[i].error.empty()) {
                 throw GJFParseException(where + "The changed text cannot be read: " + read[i].error);
             }
-            const std::string difference = difference_between(read[i].job, wanted[i]);
-            if (!difference.empty() && !options.force) {
+            const std::string difference = difference_between(read[i].job, wanted[i], !options.force);
+            if (!difference.empty()) {
                 throw GJFParseException(where + "The changed text would be read otherwise than meant: " + difference);
             }
         }
@@ -270,7 +270,7 @@ void GJFDocument::insert_job(std::size_t index, const GJFData& data) {
     }
     auto editor = std::make_unique<GJFEditor>(data);
     const std::vector<JobReading> read = read_jobs_with_layout(editor->to_gjf_string());
-    if (read.size() != 1 || !read[0].error.empty() || !difference_between(read[0].job, data).empty()) {
+    if (read.size() != 1 || !read[0].error.empty() || !difference_between(read[0].job, data, true).empty()) {
         throw GJFParseException("The fixed layout cannot carry this job, so it cannot be added");
     }
     impl_->entries.insert(impl_->entries.begin() + static_cast<std::ptrdiff_t>(index),

@@ -16,7 +16,8 @@ namespace quor::input::gaussian {
 /// What to do where a document would rather refuse.
 struct GJFWriteOptions {
     /// Writes although a section names atoms in a form that cannot be renumbered, or would be read as another one after the
-    /// edit; the text stays as it is there. When saving: also although the file has changed since it was opened.
+    /// edit; the text stays as it is there; all else is still compared. When saving: also although the file has changed
+    /// since it was opened.
     bool force = false;
 };
 

@@ -144,7 +144,7 @@ std::string sections_difference(const std::vector<ExtraInputSection>& read, cons
 
 }  // namespace
 
-std::string difference_between(const GJFData& read, const GJFData& wanted) {
+std::string difference_between(const GJFData& read, const GJFData& wanted, bool sections_too) {
     if (!same_control(read.control, wanted.control)) {
         return "the Link 0 lines";
     }
@@ -158,7 +158,7 @@ std::string difference_between(const GJFData& read, const GJFData& wanted) {
         return "the overlays";
     }
     const std::string geometry = geometry_difference(read.geom, wanted.geom);
-    return geometry.empty() ? sections_difference(read.extra_inputs, wanted.extra_inputs) : geometry;
+    return geometry.empty() && sections_too ? sections_difference(read.extra_inputs, wanted.extra_inputs) : geometry;
 }
 
 }  // namespace quor::input::gaussian

@@ -52,7 +52,8 @@ void replace_lines(JobRewriting& job, const LineRange& range, const std::string&
 /// the change of the molecule makes meaningless; with `force` the text stays as it is then.
 std::string renumber_section(ExtraInputSectionKind kind, const std::string& text, const AtomPlaces& places, bool force);
 
-/// Tells what differs between a job that was read and the one that should be there; empty when nothing does.
-std::string difference_between(const GJFData& read, const GJFData& wanted);
+/// Tells what differs between a job that was read and the one that should be there; empty when nothing does. Sections are
+/// compared only when asked to.
+std::string difference_between(const GJFData& read, const GJFData& wanted, bool sections_too);
 
 }  // namespace quor::input::gaussian
