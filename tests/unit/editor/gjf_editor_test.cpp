@@ -65,6 +65,27 @@ TEST(GJFEditor, KeepsItsJobWhenANewOneIsRefused) {
     EXPECT_EQ(editor.get_data().geom.atoms.size(), 1u);
 }
 
+TEST(GJFEditor, TakesAJobWithTheOriginsOfItsAtoms) {
+    using Origins = std::vector<std::size_t>;
+    GJFEditor editor(make_job(4));
+    editor.set_data(make_job(2), {3, GJFEditor::no_origin});
+    EXPECT_EQ(editor.atom_origins(), (Origins{3, GJFEditor::no_origin}));
+    const std::string before = editor.to_gjf_string();
+    for (const Origins& origins : {Origins{}, Origins{0}, Origins{0, 1, 2, 3}}) {
+        expect_refused("There must be one origin for each atom", [&] { editor.set_data(make_job(3), origins); });
+    }
+    for (const BadJob& bad : bad_jobs()) {
+        Origins origins(bad.data.geom.atoms.size(), 0);
+        expect_refused(bad.message, [&] { editor.set_data(bad.data, origins); });
+    }
+    EXPECT_EQ(editor.atom_origins(), (Origins{3, GJFEditor::no_origin}));
+    EXPECT_EQ(editor.to_gjf_string(), before);
+    editor.remove_atom(0);
+    EXPECT_EQ(editor.atom_origins(), Origins{GJFEditor::no_origin});
+    editor.set_data(make_job(1));
+    EXPECT_EQ(editor.atom_origins(), Origins{GJFEditor::no_origin});
+}
+
 TEST(GJFEditor, TakesAnyAtomNumberWhereTheMoleculeComesFromACheckpoint) {
     for (const char* route : {"# hf geom=(check,connectivity)", "# hf geom=(allcheck,connectivity)"}) {
         GJFData data = with_bonds(0, {{0, 99, 1}});

@@ -29,6 +29,15 @@ void GJFEditor::set_data(GJFData data) {
     data_ = std::move(data);
 }
 
+void GJFEditor::set_data(GJFData data, std::vector<std::size_t> atom_origins) {
+    check_bonds(data);
+    if (atom_origins.size() != data.geom.atoms.size()) {
+        throw GJFParseException("There must be one origin for each atom");
+    }
+    data_ = std::move(data);
+    atom_origins_ = std::move(atom_origins);
+}
+
 void GJFEditor::parse_keywords(const std::string& schema_path) {
     if (!data_.control.route_keywords.empty()) {
         data_.control.parsed_keywords = GJFParser::parse_keywords(data_.control.route_keywords, schema_path);

@@ -39,6 +39,9 @@ class QUOR_GJF_API GJFEditor {
     const GJFData& get_data() const noexcept;
     /// Replaces the job; one whose bonds are not valid is refused.
     void set_data(GJFData data);
+    /// The same, where the caller knows what `atom_origins` should return then; another number of them than of atoms is
+    /// refused.
+    void set_data(GJFData data, std::vector<std::size_t> atom_origins);
 
     // --- Route cache
     // -------------------------------------------------------------------------------------------------------------
