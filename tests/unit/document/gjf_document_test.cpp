@@ -129,6 +129,16 @@ TEST(Documents, ChangeTheRoute) {
         {"word more", water, [](GJFEditor& e) { e.add_route_keyword("SCF=XQC"); }, water_with("Freq !", "Freq SCF=XQC !")},
         {"word less", water, [](GJFEditor& e) { e.remove_route_keyword("Freq"); },
          water_with("   Freq ! route", " ! route")},
+        {"all words", water,
+         [](GJFEditor& e) {
+             e.set_route_section({"#", "hf/sto-3g", "pop=full"});
+         },
+         water_with("#P  B3LYP/6-31G(d)  Opt=(TS,CalcFC)\n   Freq ! route", "# hf/sto-3g pop=full\n ! route")},
+        {"another head", replaced(water, " ! route", ""),
+         [](GJFEditor& e) {
+             e.set_route_section({"#n", "B3LYP/6-31G(d)", "Opt=(TS,CalcFC)", "Freq"});
+         },
+         replaced(replaced(water, " ! route", ""), "#P  ", "#n  ")},
         {"last line left with a comment", water,
          [](GJFEditor& e) {
              e.set_method("hf");

@@ -324,7 +324,15 @@ void rewrite_words(RouteText& text, const std::vector<std::string>& before, cons
     std::vector<char> kept(before.size());
     std::vector<std::string> added;
     std::size_t next = 0;
-    for (const std::string& word : after) {
+    // The head leads, so another one takes its place.
+    const bool other_head = !after.empty() && after[0] != before[0] && after[0][0] == '#' && before[0][0] == '#';
+    if (other_head) {
+        text.replace_word(0, after[0]);
+        kept[0] = 1;
+        next = 1;
+    }
+    for (std::size_t i = other_head ? 1 : 0; i < after.size(); ++i) {
+        const std::string& word = after[i];
         const auto found = std::find(before.begin() + static_cast<std::ptrdiff_t>(next), before.end(), word);
         if (found == before.end()) {
             added.push_back(word);
