@@ -10,7 +10,7 @@ __all__ = ["FileError", "MissingFileError", "ParseError", "WriteError", "file_er
 for _error in (ParseError, WriteError):
     _error.__module__ = "quor_gjf"
 ParseError.__doc__ = "Malformed job text, or an edit that is refused; the job is as it was. A ``ValueError``."
-WriteError.__doc__ = "A job that cannot be written without loss; nothing is written. A ``ValueError``."
+WriteError.__doc__ = "A job that cannot be written without loss, or over a file that has changed; nothing is written. A ``ValueError``."
 
 
 class FileError(ParseError, OSError):

@@ -12,7 +12,7 @@ from . import _core
 from .atoms import Atom, Atoms
 from .bonds import Bonds
 from .elements import symbol_of
-from .errors import ParseError, WriteError, file_error
+from .errors import ParseError, file_error
 from .route import Route
 from .sections import Sections
 from .selection import Selection, index_of, select
@@ -44,8 +44,9 @@ def _atom(entry: AtomLike) -> Atom:
 class Job:
     """One Gaussian job. It is used by one thread at a time.
 
-    ``str(job)`` is its text. A job that was not changed gives the text that it was read from; a changed one is written in a
-    fixed layout, which leaves comments out. What that layout cannot carry, a Z-matrix for one, raises ``WriteError``.
+    ``str(job)`` is its text. In a job that was read, what was not changed keeps its bytes: comments, columns, digits, line ends;
+    and sections that name atoms follow them. A job that was made is written in a fixed layout. What cannot be written so raises
+    ``WriteError``.
 
     >>> job = gjf.Job("#p hf/sto-3g opt", "Hydrogen", atoms=[("H", (0, 0, 0)), ("H", (0, 0, 0.74))], mem="1GB")
     >>> job
@@ -95,30 +96,40 @@ class Job:
     # --- Text and files
 
     def __str__(self) -> str:
-        return self._native.text()
+        return self._native.text(False)
 
-    def save(self, path: Optional[PathLike] = None) -> None:
+    def to_text(self, *, force: bool = False) -> str:
+        """Return the text, as ``str(job)`` does.
+
+        ``force``: write where ``str(job)`` raises WriteError. A section that names atoms in a form that cannot follow them stays as it
+        is; a job whose text cannot take the change at all is written in the fixed layout, which leaves comments out.
+
+        >>> print(job.to_text().splitlines()[1])
+        #p b3lyp/6-31g(d) opt freq geom=connectivity
+        """
+        return self._native.text(force)
+
+    def save(self, path: Optional[PathLike] = None, *, force: bool = False) -> None:
         """Write the job to a file, whole or not at all; without a path to the one that it was read from.
 
-        Raises WriteError for a job that the layout cannot carry, and where other jobs of the file would be lost; FileError
-        when the file cannot be written.
+        Other jobs of that file stay as they are. Raises WriteError for a job that cannot be written without loss, and when the file
+        that the job was read from has changed meanwhile; ``force`` writes all the same (see ``to_text``). FileError when the
+        file cannot be written.
 
         >>> job.save("water.gjf")
         >>> gjf.read("water.gjf") == job
         True
         """
         target = _target(path, self.path)
-        if self._native.one_of_many and self.path is not None and _same_file(target, self.path):
-            raise WriteError(f"{target} holds other jobs too, which would be lost: read and save them together (read_all)")
         try:
-            self._native.save(target)
+            self._native.save(target, _is_own(target, self.path), self.path is None, force)
         except ParseError as error:
             raise file_error(error, target) from None
-        if self.path is None:
+        if self.path is None and os.path.isfile(target):  # a pipe cannot be saved to again
             self.path = target
 
     def fixed_layout(self) -> str:
-        """Return the text in the fixed layout, unchecked: it may lack what that layout cannot carry."""
+        """Return the text in the fixed layout, which leaves comments out; unchecked: it may lack what that layout cannot carry."""
         return self._native.fixed_layout()
 
     def report(self) -> str:
@@ -580,6 +591,8 @@ class Job:
 class Jobs(List[Job]):
     """The jobs of a file, as a list that can be written: ``str(jobs)`` and ``save``.
 
+    What stands between jobs of one file is kept while they are in their order.
+
     >>> jobs = gjf.Jobs([job, job.copy()])
     >>> jobs[1].route.keywords["freq"] = None
     >>> str(jobs).count("--Link1--")
@@ -587,18 +600,27 @@ class Jobs(List[Job]):
     """
 
     path: Optional[str] = None
+    _source: Optional[_core.Source] = None
 
     def __str__(self) -> str:
-        return _core.file_text([job._native for job in self])
+        return self.to_text()
 
-    def save(self, path: Optional[PathLike] = None) -> None:
-        """Write all jobs to one file, whole or not at all; without a path to the one that they were read from."""
+    def to_text(self, *, force: bool = False) -> str:
+        """Return the text of all jobs, as ``str(jobs)`` does; ``force`` as in ``Job.to_text``."""
+        return _core.file_text([job._native for job in self], force)
+
+    def save(self, path: Optional[PathLike] = None, *, force: bool = False) -> None:
+        """Write all jobs to one file, whole or not at all; without a path to the one that they were read from.
+
+        Raises WriteError as ``Job.save`` does, unless ``force``.
+        """
         target = _target(path, self.path)
+        own = _is_own(target, self.path)
         try:
-            _core.write_text(target, str(self))
+            self._source = _core.save_jobs([job._native for job in self], self._source, target, own, self.path is None, force)
         except ParseError as error:
             raise file_error(error, target) from None
-        if self.path is None:
+        if self.path is None and os.path.isfile(target):  # a pipe cannot be saved to again
             self.path = target
 
     def to_json(self) -> str:
@@ -614,5 +636,7 @@ def _target(path: Optional[PathLike], own: Optional[str]) -> str:
     return target
 
 
-def _same_file(a: str, b: str) -> bool:
-    return os.path.exists(a) and os.path.exists(b) and os.path.samefile(a, b)
+def _is_own(target: str, path: Optional[str]) -> bool:
+    if path is None:
+        return False
+    return target == path or (os.path.exists(target) and os.path.exists(path) and os.path.samefile(target, path))

@@ -53,6 +53,7 @@ def loads_all(text: str) -> Jobs:
 def _jobs(natives: "List[_core.Job]", path: Optional[str]) -> Jobs:
     jobs = Jobs(Job._of(native, path) for native in natives)
     jobs.path = path
+    jobs._source = natives[0].source
     return jobs
 
 
@@ -84,6 +85,8 @@ def read_many(paths: Iterable[PathLike], threads: Optional[int] = None, *, all_j
 @contextlib.contextmanager
 def edit(path: PathLike) -> Iterator[Job]:
     """Read a file of one job, and save it at the end of the ``with`` block when the job was changed; not after an error.
+
+    What was not changed keeps its bytes. WriteError when the file was changed by others meanwhile.
 
     >>> job.save("water.gjf")
     >>> with gjf.edit("water.gjf") as water:

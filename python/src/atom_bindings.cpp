@@ -177,7 +177,15 @@ void remove_atoms(JobHandle& job, const Indices& indices) {
         atom_at(job, index);
         gone[index] = true;
     }
-    change_copy(job, [&](GJFData& data) { remove_marked_atoms(data, gone); });
+    std::vector<std::size_t> origins;
+    for (std::size_t i = 0; i < gone.size(); ++i) {
+        if (!gone[i]) {
+            origins.push_back(job.editor.atom_origins()[i]);
+        }
+    }
+    GJFData data = job.editor.get_data();
+    remove_marked_atoms(data, gone);
+    job.editor.set_data(std::move(data), std::move(origins));
 }
 
 void bind_atom_list(JobClass& job) {

@@ -93,18 +93,21 @@ void bind_job(JobClass& job) {
     job.def(py::init<>());
     job.def("copy", [](const JobHandle& self) { return JobHandle(self); });
     job.def("assign", [](JobHandle& self, const JobHandle& other) { self = other; });
-    job.def_readonly("one_of_many", &JobHandle::one_of_many);
-    job.def("text", [](const JobHandle& self) {
+    job.def_property_readonly("source", [](const JobHandle& self) { return self.source; });
+    job.def("text", [](const JobHandle& self, bool force) {
         const JobHandle copy = self;
         return Text{[&] {
             const py::gil_scoped_release released;
-            return job_text(copy);
+            return job_text(copy, force);
         }()};
     });
-    job.def("save", [](const JobHandle& self, const Text& path) {
-        const JobHandle copy = self;
-        const py::gil_scoped_release released;
-        write_file_text(path.value, job_text(copy));
+    job.def("save", [](JobHandle& self, const Text& path, bool is_own, bool becomes_own, bool force) {
+        JobHandle copy = self;
+        {
+            const py::gil_scoped_release released;
+            copy = save_job(copy, {path.value, is_own, becomes_own, force});
+        }
+        self = std::move(copy);
     });
     job.def("is_as_read", [](const JobHandle& self) { return is_as_read(self); });
     job.def("fixed_layout", [](const JobHandle& self) { return to_python(self.editor.to_gjf_string()); });

@@ -1,10 +1,9 @@
-// Reads jobs for Python and makes their text.
+// Reads jobs for Python, and reads and writes files.
 #include "job_handle.hpp"
 
 #include "same_job.hpp"
 
 #include <core/fs/write_text_file.hpp>
-#include <gjf/core/editor/gjf_multi_editor.hpp>
 #include <gjf/core/reader/gjf_parser.hpp>
 
 #include <algorithm>
@@ -27,7 +26,13 @@ auto read_guarded(Read read) {
     }
 }
 
-bool is_blank(const std::string& text) { return text.find_first_not_of(" \t\r\n") == std::string::npos; }
+constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
+
+std::string_view without_mark(std::string_view text) {
+    return text.substr(0, byte_order_mark.size()) == byte_order_mark ? text.substr(byte_order_mark.size()) : text;
+}
+
+bool is_blank(std::string_view text) { return text.find_first_not_of(" \t\r\n\v\f") == std::string_view::npos; }
 
 // Tells whether a text may have separator lines at all. Coordinates have no "k", so that nearly nothing is looked at twice.
 bool may_hold_several_jobs(std::string_view text) {
@@ -41,107 +46,77 @@ bool may_hold_several_jobs(std::string_view text) {
     return false;
 }
 
-std::string without_last_line_breaks(std::string text) {
-    text.erase(text.find_last_not_of("\r\n") + 1);
-    return text;
-}
-
-[[noreturn]] void refuse(const char* part) {
-    throw WriteError(std::string("Cannot write the job without loss: the fixed layout cannot carry its ") + part);
-}
-
-// Counts the fields of a molecule line; the parameters of a label are part of it.
-std::size_t field_count(std::string_view line) {
-    std::size_t count = 0;
-    int depth = 0;
-    bool in_field = false;
-    for (const char c : line.substr(0, line.find('!'))) {
-        depth += c == '(' ? 1 : c == ')' ? -1 : 0;
-        const bool separates = depth <= 0 && (c == ' ' || c == '\t' || c == ',' || c == '\r');
-        count += !separates && !in_field ? 1 : 0;
-        in_field = !separates;
+// A number that was written with fewer digits than it has stays as it is.
+void keep_digits(CoordinateValue& text, double& value, const CoordinateValue& old_text, double old_value) {
+    if (old_text.text.empty() && text.value && value != old_value) {
+        text = CoordinateValue{};
+        value = old_value;
     }
-    return count;
 }
 
-// Link atoms stand behind the layer, where the job model does not look.
-bool has_link_atom(const std::string& line) {
-    GeomSection geom;
+JobHandle reread(const JobHandle& written, const JobHandle& read) {
+    GJFData data = read.editor.get_data();
+    const std::vector<AtomCoord>& atoms = written.editor.get_data().geom.atoms;
+    for (std::size_t i = 0; i < std::min(atoms.size(), data.geom.atoms.size()); ++i) {
+        keep_digits(data.geom.atoms[i].x_ref, data.geom.atoms[i].x, atoms[i].x_ref, atoms[i].x);
+        keep_digits(data.geom.atoms[i].y_ref, data.geom.atoms[i].y, atoms[i].y_ref, atoms[i].y);
+        keep_digits(data.geom.atoms[i].z_ref, data.geom.atoms[i].z, atoms[i].z_ref, atoms[i].z);
+    }
+    JobHandle job = read;
+    job.editor.set_data(std::move(data));
+    return job;
+}
+
+// Leaves a file alone that holds the text already.
+void save_over(const SaveTarget& target, const std::string& text, const std::vector<Source>& known) {
+    std::string there;
+    bool is_known = false;
     try {
-        geom = GJFParser::parse_geometry_section({"0 1", line});
-    } catch (const std::exception&) {
-        return false;  // no atom line
+        there = read_file_text(target.path);
+        is_known = std::any_of(known.begin(), known.end(),
+                               [&](const Source& source) { return source != nullptr && source->text == there; });
+    } catch (const GJFParseException&) {
+        // It is gone, which is a change as well.
     }
-    if (geom.atoms.size() != 1 || !geom.atoms.front().layer) {
-        return false;
+    if (!is_known && !target.force) {
+        const bool several = std::any_of(
+            known.begin(), known.end(), [](const Source& source) { return source != nullptr && source->pieces.size() > 1; });
+        throw WriteError(GJFParseException("File has changed since it was opened: " + target.path).what() +
+                         std::string(several ? " (jobs that were read together are saved together)" : ""));
     }
-    const std::size_t held = geom.atoms.front().freeze ? 6 : 5;
-    return field_count(line) > held;
-}
-
-bool has_link_atoms(const GeomSection& geom) {
-    const bool layered = std::any_of(geom.atoms.begin(), geom.atoms.end(), [](const AtomCoord& atom) { return atom.layer; });
-    return layered && std::any_of(geom.molecule_lines.begin(), geom.molecule_lines.end(), has_link_atom);
-}
-
-std::string fixed_layout(const GJFEditor& editor) {
-    const GeomSection& geom = editor.get_data().geom;
-    if (geom.format == GeometryFormat::ZMatrix) {
-        refuse("Z-matrix");
+    if (!is_known || there != text) {
+        write_file_text(target.path, text);
     }
-    if (has_link_atoms(geom)) {
-        refuse("link atoms");
-    }
-    if (const std::size_t count = editor.atoms_with_touching_coordinates().size(); count > 0) {
-        throw WriteError("Cannot write the job without loss: the coordinates of " + std::to_string(count) +
-                         " atoms are too wide for their columns; use_numeric_coordinates() writes them with six decimals");
-    }
-    std::string text = editor.to_gjf_string();
-    try {
-        const GJFData again = read_guarded([&] { return GJFParser::parse_string(text); });
-        if (const char* part = first_difference(editor.get_data(), again, Coordinates::AsWritten)) {
-            refuse(part);
-        }
-    } catch (const GJFParseException& error) {
-        throw WriteError(std::string("Cannot write the job without loss: its text would not read back (") + error.what() +
-                         ")");
-    }
-    return text;
 }
 
 }  // namespace
 
-JobHandle read_first_job(std::string text) {
-    GJFData data = read_guarded([&] { return GJFParser::parse_string(text); });
+SourceText::SourceText(std::string whole) : text(std::move(whole)) {
     if (!may_hold_several_jobs(text)) {
-        return {GJFEditor(std::move(data)), std::move(text), false};
+        return;
     }
-    std::vector<std::string> pieces = GJFParser::split_by_link1(text);
-    if (pieces.size() == 1) {
-        return {GJFEditor(std::move(data)), std::move(text), false};
+    for (std::string& piece : GJFParser::split_by_link1(text)) {
+        if (!is_blank(pieces.empty() ? without_mark(piece) : std::string_view(piece))) {
+            pieces.push_back(std::move(piece));
+        }
     }
-    const bool others =
-        std::any_of(pieces.begin() + 1, pieces.end(), [](const std::string& piece) { return !is_blank(piece); });
-    return {GJFEditor(std::move(data)), std::move(pieces.front()), others};
+    if (pieces.size() == 1 && pieces.front().size() >= text.size()) {
+        pieces.clear();  // no separator line after all
+    }
 }
 
-std::vector<JobHandle> read_all_jobs(const std::string& text) {
+JobHandle read_first_job(std::string text) {
+    GJFData data = read_guarded([&] { return GJFParser::parse_string(text); });
+    return {GJFEditor(std::move(data)), std::make_shared<SourceText>(std::move(text)), 0};
+}
+
+std::vector<JobHandle> read_all_jobs(std::string text) {
     GJFMultiData data = read_guarded([&] { return GJFParser::parse_string_multi(text); });
+    const Source source = std::make_shared<SourceText>(std::move(text));
     std::vector<JobHandle> jobs;
     jobs.reserve(data.jobs.size());
     for (GJFData& job : data.jobs) {
-        jobs.push_back({GJFEditor(std::move(job)), {}, data.jobs.size() > 1});
-    }
-    std::vector<std::string> pieces = GJFParser::split_by_link1(text);
-    if (pieces.size() == 1) {
-        jobs.front().source = text;
-        return jobs;
-    }
-    std::size_t next = 0;
-    for (std::string& piece : pieces) {
-        if (!is_blank(piece) && next < jobs.size()) {
-            jobs[next++].source = std::move(piece);
-        }
+        jobs.push_back({GJFEditor(std::move(job)), source, jobs.size()});
     }
     return jobs;
 }
@@ -170,26 +145,48 @@ void write_file_text(const std::string& path, std::string_view text) {
 }
 
 bool is_as_read(const JobHandle& job) {
-    if (job.source.empty()) {
+    if (job.source == nullptr) {
         return false;
     }
-    const GJFData read = GJFParser::parse_string(job.source);
+    const GJFData read = GJFParser::parse_string(job.source->job_text(job.index));
     return first_difference(job.editor.get_data(), read, Coordinates::AsText) == nullptr;
 }
 
-std::string job_text(const JobHandle& job) { return is_as_read(job) ? job.source : fixed_layout(job.editor); }
+JobHandle save_job(const JobHandle& job, const SaveTarget& target) {
+    const bool over = target.is_own && job.source != nullptr;
+    const bool among_others = over && !job.source->pieces.empty();
+    const std::string text = among_others ? source_text(job, target.force) : job_text(job, target.force);
+    const bool backed = job.source != nullptr && (target.is_own || target.becomes_own);
+    // What may fail is done before the file is written.
+    JobHandle saved = job;
+    if (backed) {
+        saved = reread(job, among_others ? read_all_jobs(text).at(job.index) : read_first_job(text));
+    }
+    over ? save_over(target, text, {job.source}) : write_file_text(target.path, text);
+    return saved;
+}
 
-std::string file_text(const std::vector<JobHandle>& jobs) {
-    if (jobs.size() == 1) {
-        return job_text(jobs.front());
-    }
-    std::string text;
+Source save_jobs(std::vector<JobHandle>& jobs, const Source& source, const SaveTarget& target) {
+    JobPointers pointers;
+    std::vector<Source> known{source};
     for (const JobHandle& job : jobs) {
-        text += text.empty() ? "" : "\n\n--Link1--\n";
-        text += without_last_line_breaks(job_text(job));
+        pointers.push_back(&job);
+        known.push_back(job.source);
     }
-    text += text.empty() ? "" : "\n\n\n";
-    return text;
+    const std::string text = file_text(pointers, target.force);
+    std::vector<JobHandle> saved = jobs;
+    Source now = source;
+    if (source != nullptr && (target.is_own || target.becomes_own)) {
+        now = std::make_shared<SourceText>(text);
+        const std::vector<JobHandle> read = jobs.empty() ? jobs : read_all_jobs(text);
+        for (std::size_t i = 0; i < saved.size(); ++i) {
+            saved[i] = reread(jobs[i], read.at(i));
+            saved[i].source = now;
+        }
+    }
+    source != nullptr&& target.is_own ? save_over(target, text, known) : write_file_text(target.path, text);
+    jobs = std::move(saved);
+    return now;
 }
 
 }  // namespace quor_python

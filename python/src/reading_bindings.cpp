@@ -26,7 +26,7 @@ Outcome read_one(const std::string& path, bool all_jobs) noexcept {
     try {
         std::string text = read_file_text(path);
         if (all_jobs) {
-            outcome.jobs = read_all_jobs(text);
+            outcome.jobs = read_all_jobs(std::move(text));
         } else {
             outcome.jobs.push_back(read_first_job(std::move(text)));
         }
@@ -75,9 +75,46 @@ py::list read_many(std::vector<Text> paths, bool all_jobs, unsigned threads) {
     return results;
 }
 
+// The jobs are copied under Python's lock, which is released while the text is made.
+std::vector<JobHandle> copies(const std::vector<JobHandle*>& jobs) {
+    std::vector<JobHandle> list;
+    list.reserve(jobs.size());
+    for (const JobHandle* job : jobs) {
+        list.push_back(*job);
+    }
+    return list;
+}
+
+Text file_text_of(const std::vector<JobHandle*>& jobs, bool force) {
+    const std::vector<JobHandle> list = copies(jobs);
+    const py::gil_scoped_release released;
+    JobPointers pointers;
+    for (const JobHandle& job : list) {
+        pointers.push_back(&job);
+    }
+    return {file_text(pointers, force)};
+}
+
+Source save_handles(const std::vector<JobHandle*>& jobs, const Source& source, const Text& path, bool is_own,
+                    bool becomes_own, bool force) {
+    std::vector<JobHandle> list = copies(jobs);
+    Source now;
+    {
+        const py::gil_scoped_release released;
+        now = save_jobs(list, source, {path.value, is_own, becomes_own, force});
+    }
+    for (std::size_t i = 0; i < jobs.size(); ++i) {
+        *jobs[i] = std::move(list[i]);
+    }
+    return now;
+}
+
 }  // namespace
 
 void bind_reading(py::module_& module) {
+    py::class_<SourceText, Source>(module, "Source", "A text that was read.")
+        .def(py::pickle([](const SourceText& source) { return py::make_tuple(Text{source.text}); },
+                        [](const py::tuple& state) { return std::make_shared<SourceText>(state[0].cast<Text>().value); }));
     module.def(
         "read_text", [](const Text& path) { return Text{read_file_text(path.value)}; },
         py::call_guard<py::gil_scoped_release>());
@@ -92,12 +129,8 @@ void bind_reading(py::module_& module) {
     module.def(
         "loads_all", [](const Text& text) { return read_all_jobs(text.value); }, py::call_guard<py::gil_scoped_release>());
     module.def("read_many", &read_many);
-    module.def(
-        "file_text", [](const std::vector<JobHandle>& jobs) { return Text{file_text(jobs)}; },
-        py::call_guard<py::gil_scoped_release>());
-    module.def(
-        "write_text", [](const Text& path, const Text& text) { write_file_text(path.value, text.value); },
-        py::call_guard<py::gil_scoped_release>());
+    module.def("file_text", &file_text_of);
+    module.def("save_jobs", &save_handles);
     module.def("vocabulary_path", [] { return to_python(quor::input::gaussian::resolve_route_schema_path({})); });
 }
 

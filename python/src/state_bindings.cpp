@@ -1,7 +1,9 @@
 // A job as plain Python values and back, for pickling. All of the model but the interpretation of the route, which is made
-// again when it is asked for.
+// again when it is asked for. Jobs of one file share its text, in a pickle too.
 #include "bindings.hpp"
 
+#include <algorithm>
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <tuple>
@@ -14,7 +16,7 @@ namespace {
 using namespace quor::input::gaussian;
 
 // The layout of the state below; another one is refused.
-constexpr int state_version = 1;
+constexpr int state_version = 2;
 
 using OptionalText = std::optional<Text>;
 using Variable = std::pair<Text, Text>;
@@ -30,7 +32,8 @@ using Control = std::tuple<OptionalText, OptionalText, OptionalText, OptionalTex
 using Pairs = std::vector<std::pair<std::int32_t, std::int32_t>>;
 using Molecule = std::tuple<std::int32_t, std::int32_t, Pairs, std::vector<Atom>, std::int32_t, std::vector<Text>,
                             std::vector<Row>, std::vector<Variable>, std::vector<Variable>, std::vector<Variable>>;
-using State = std::tuple<int, Text, bool, Control, OptionalText, Text, Molecule, std::vector<Section>>;
+using State = std::tuple<int, Source, std::size_t, std::vector<std::size_t>, Control, OptionalText, Text, Molecule,
+                         std::vector<Section>>;
 
 // --- To values
 
@@ -132,8 +135,9 @@ Molecule out(const GeomSection& geom) {
 State state_of(const JobHandle& job) {
     const GJFData& data = job.editor.get_data();
     return {state_version,
-            Text{job.source},
-            job.one_of_many,
+            job.source,
+            job.index,
+            job.editor.atom_origins(),
             out(data.control),
             out(data.extra_overlays),
             Text{data.title},
@@ -258,7 +262,7 @@ GeomSection in(Molecule state) {
 }
 
 JobHandle job_from(State state) {
-    auto& [version, source, one_of_many, control, overlays, title, molecule, sections] = state;
+    auto& [version, source, index, origins, control, overlays, title, molecule, sections] = state;
     if (version != state_version) {
         throw py::value_error("this job was pickled by another version of quor_gjf");
     }
@@ -268,7 +272,14 @@ JobHandle job_from(State state) {
     data.title = std::move(title.value);
     data.geom = in(std::move(molecule));
     data.extra_inputs = in_all<ExtraInputSection>(std::move(sections));
-    return {GJFEditor(std::move(data)), std::move(source.value), one_of_many};
+    if (source != nullptr && index >= std::max<std::size_t>(source->pieces.size(), 1)) {
+        throw py::value_error("this pickle is damaged");
+    }
+    JobHandle job;
+    job.editor.set_data(std::move(data), std::move(origins));
+    job.source = std::move(source);
+    job.index = index;
+    return job;
 }
 
 }  // namespace

@@ -75,12 +75,15 @@ def test_3_changes_the_method_in_many_files(run, tmp_path):
     (folder / "broken.gjf").write_text("#p hf opt\n\nNothing more\n")
     (folder / "zmatrix.gjf").write_text(example("peroxide_zmatrix.gjf"))
     (folder / "several.gjf").write_text(example("formaldehyde_td.gjf"))
-    assert run(3) == "41 changed; 2 left as they are\n"
+    assert run(3) == "42 changed; 1 left as they are\n"
     for number in range(40):
         changed = gjf.read(folder / f"job{number:03}.gjf")
         assert (str(changed.route), changed.title) == ("#p wb97xd/def2tzvp opt", f"No {number}: hydrogen peroxide")
     assert [job.route.method for job in gjf.read_all(folder / "several.gjf")] == ["wb97xd", "wb97xd"]
-    assert (folder / "zmatrix.gjf").read_text() == example("peroxide_zmatrix.gjf")
+    zmatrix = (folder / "zmatrix.gjf").read_text().splitlines()
+    before = example("peroxide_zmatrix.gjf").splitlines()
+    assert len(zmatrix) == len(before)
+    assert [new for old, new in zip(before, zmatrix) if old != new] == [line for line in zmatrix if line.startswith("#")]
 
 
 def test_4_sets_up_a_scan(run, tmp_path):
@@ -119,6 +122,7 @@ def test_7_splits_a_file(run, tmp_path):
     whole = gjf.read_all(tmp_path / "chain.gjf")
     assert len(whole) == 3
     assert [gjf.read(tmp_path / f"chain_{number}.gjf") for number in (1, 2, 3)] == whole
+    assert all((tmp_path / f"chain_{number}.gjf").read_text() in example("chained_restart.gjf") for number in (1, 2, 3))
 
 
 def test_8_lints(run, tmp_path):
