@@ -291,6 +291,41 @@ TEST(Documents, RenumberSectionsOfManyKinds) {
     }
 }
 
+TEST(Documents, FollowTheAtomsIntoFurtherStructures) {
+    const std::string text =
+        "# hf/sto-3g opt=qst2 geom=connectivity\n\nreactant\n\n0 1\nH 0 0 0\nC 0 0 1 ! first\nN 0 0 2.2\n\n1\n2 3 3.0\n3\n\n"
+        "product\n\n0 1\nH 0 0 3.3\nC 0 0 1 ! second\nN 0 0 2.2\n\n1\n2 3 3.0\n3\n\n";
+    EXPECT_EQ(edited(text, [](GJFEditor& e) { e.remove_atom(0); }),
+              "# hf/sto-3g opt=qst2 geom=connectivity\n\nreactant\n\n0 1\nC 0 0 1 ! first\nN 0 0 2.2\n\n1 2 3.0\n2\n\n"
+              "product\n\n0 1\nC 0 0 1 ! second\nN 0 0 2.2\n\n1 2 3.0\n2\n\n");
+    EXPECT_EQ(
+        edited(text, [](GJFEditor& e) { e.move_atom(0, 1); }),
+        "# hf/sto-3g opt=qst2 geom=connectivity\n\nreactant\n\n0 1\nC 0 0 1 ! first\nH 0 0 0\nN 0 0 2.2\n\n1 3 3.0\n2\n3\n\n"
+        "product\n\n0 1\nC 0 0 1 ! second\nH 0 0 3.3\nN 0 0 2.2\n\n2\n1 3 3.0\n3\n\n");
+    EXPECT_EQ(refusal(text, [](GJFEditor& e) { e.add_atom(e.get_data().geom.atoms[0]); }),
+              "The section '2nd title and molecule specification' cannot follow the change of atoms: where "
+              "a new atom is in it "
+              "is not known");
+    const std::string symbolic = replaced(text, "H 0 0 3.3\nC 0 0 1 ! second\nN 0 0 2.2\n", "H\nC 1 1.1\nN 2 1.2 1 180.0\n");
+    EXPECT_EQ(refusal(symbolic, [](GJFEditor& e) { e.remove_atom(0); }),
+              "The section '2nd title and molecule specification' cannot follow the change of atoms: its "
+              "atoms cannot be told");
+}
+
+TEST(Documents, RenumberTheCentersOfABasisSet) {
+    const std::string text =
+        "# hf/gen\n\nt\n\n0 1\nH 0 0 0\nC 0 0 1\nN 0 0 2.2\n\n1-2 0\n6-31G\n****\nN 0\nS 1 1.0\n 1.5 1.0\n****\n3 "
+        "0\nsto-3g\n****\n\n";
+    EXPECT_EQ(edited(text, [](GJFEditor& e) { e.remove_atom(0); }),
+              replaced(replaced(replaced(text, "H 0 0 0\n", ""), "1-2 0", "1   0"), "3 0\nsto", "2 0\nsto"));
+    EXPECT_EQ(edited(text, [](GJFEditor& e) { e.move_atom(0, 2); }),
+              replaced(replaced(replaced(text, "H 0 0 0\nC 0 0 1\nN 0 0 2.2\n", "C 0 0 1\nN 0 0 2.2\nH 0 0 0\n"), "1-2 0",
+                                "1,3 0"),
+                       "3 0\nsto", "2 0\nsto"));
+    EXPECT_EQ(refusal(text, [](GJFEditor& e) { e.remove_atom(2); }),
+              "The section 'Basis set specification' cannot follow the change of atoms: no atom of a block is left");
+}
+
 TEST(Documents, ChangeSectionsWithTheirBlankLines) {
     const std::string text = "# hf/gen opt=modredundant\n\nt\n\n0 1\nH 0 0 0\nH 0 0 1\n\nB 1 2 F\n\n\nH 0\nsto-3g\n****\n\n";
     check({
