@@ -12,7 +12,7 @@ import re
 import subprocess
 import sys
 
-NAMES = ["job_text", "multi_job", "route", "schema_document", "schema_image", "editor_operations", "check_text", "c_interface"]
+NAMES = ["job_text", "multi_job", "route", "schema_document", "schema_image", "editor_operations", "check_text", "document", "c_interface"]
 LONGEST = 4000
 JOBS = pathlib.Path("examples/jobs")
 SEEDS = pathlib.Path("fuzz/seeds")
@@ -29,7 +29,7 @@ def image_seeds(folder):
 
 def seeds_of(name, build):
     folders = [SEEDS / name, REGRESSIONS / name]
-    if name in ("job_text", "check_text"):
+    if name in ("job_text", "check_text", "document"):
         folders.append(JOBS)
     if name == "schema_image":
         folders[0] = image_seeds(build / "image_seeds")
