@@ -212,13 +212,9 @@ class BasisWalk {
         if (is_path || is_stuttgart_set(text) || !job_.schema.is_loaded() || job_.schema.knows_basis(name)) {
             return;
         }
-        std::vector<std::string> bases;
-        const bool looks = findings_.may_look_for_names();
-        for (const char first : std::string_view(looks ? "abcdefghijklmnopqrstuvwxyz0123456789" : "")) {
-            const std::vector<std::string> some = job_.schema.basis_completions(std::string(1, first));
-            bases.insert(bases.end(), some.begin(), some.end());
-        }
-        const std::vector<std::string> near = near_names(to_lower_copy(name), bases);
+        const std::vector<std::string> near = findings_.may_look_for_names()
+                                                  ? near_names(to_lower_copy(name), all_basis_sets(job_.schema))
+                                                  : std::vector<std::string>();
         findings_.add("GJF-S009", is_misspelt(name, near) ? Severity::Error : Severity::Warning,
                       "'" + name + "' is no basis set", job_.place_in(line, text), did_you_mean(near));
     }

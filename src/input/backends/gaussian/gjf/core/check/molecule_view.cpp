@@ -158,10 +158,6 @@ std::optional<std::int64_t> fragment_of(const AtomInfo& info) {
     return std::nullopt;
 }
 
-std::size_t line_at(const std::vector<std::size_t>& lines, std::size_t i) noexcept {
-    return i < lines.size() ? lines[i] : 0;
-}
-
 void note_names(const std::string& text, NameSet& names) { names.insert(to_lower_copy(without_sign(trim_view(text)))); }
 
 // Tells whether a line that gives a variable its value has the look of a Z-matrix row.
@@ -176,6 +172,10 @@ bool looks_like_row(std::string_view line) {
 }
 
 }  // namespace
+
+std::size_t line_at(const std::vector<std::size_t>& lines, std::size_t i) noexcept {
+    return i < lines.size() ? lines[i] : 0;
+}
 
 NameSet names_in_use(const GeomSection& geom) {
     NameSet names;

@@ -23,6 +23,9 @@ struct MoleculeAtom {
     std::optional<std::int64_t> fragment;
 };
 
+/// Returns the line of the i-th part of a job from one of its layout's lists; 0 where it has none.
+std::size_t line_at(const std::vector<std::size_t>& lines, std::size_t i) noexcept;
+
 /// Looks at every atom of a job's molecule.
 std::vector<MoleculeAtom> atoms_of(const CheckedJob& job);
 

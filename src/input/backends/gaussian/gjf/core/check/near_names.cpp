@@ -49,6 +49,18 @@ std::size_t length_difference(std::string_view a, std::string_view b) noexcept {
     return a.size() > b.size() ? a.size() - b.size() : b.size() - a.size();
 }
 
+using Completions = std::vector<std::string> (SimpleYAMLParser::*)(const std::string& prefix) const;
+
+// An empty prefix completes to nothing, so the words are asked for by their first characters.
+std::vector<std::string> all_completions(const SimpleYAMLParser& schema, Completions completions) {
+    std::vector<std::string> words;
+    for (const char first : std::string_view("abcdefghijklmnopqrstuvwxyz0123456789")) {
+        const std::vector<std::string> some = (schema.*completions)(std::string(1, first));
+        words.insert(words.end(), some.begin(), some.end());
+    }
+    return words;
+}
+
 }  // namespace
 
 std::vector<std::string> near_names(std::string_view word, const std::vector<std::string>& names) {
@@ -95,14 +107,15 @@ bool is_misspelt(std::string_view word, const std::vector<std::string>& near) {
     });
 }
 
+std::vector<std::string> all_basis_sets(const SimpleYAMLParser& schema) {
+    return all_completions(schema, &SimpleYAMLParser::basis_completions);
+}
+
 std::vector<std::string> all_route_words(const SimpleYAMLParser& schema) {
-    std::vector<std::string> words;
-    const auto append = [&](const std::vector<std::string>& list) { words.insert(words.end(), list.begin(), list.end()); };
-    for (const char first : std::string_view("abcdefghijklmnopqrstuvwxyz0123456789")) {
-        const std::string prefix(1, first);
-        append(schema.keyword_completions(prefix));
-        append(schema.method_completions(prefix));
-        append(schema.basis_completions(prefix));
+    std::vector<std::string> words = all_completions(schema, &SimpleYAMLParser::keyword_completions);
+    for (const std::vector<std::string>& more :
+         {all_completions(schema, &SimpleYAMLParser::method_completions), all_basis_sets(schema)}) {
+        words.insert(words.end(), more.begin(), more.end());
     }
     std::sort(words.begin(), words.end());
     words.erase(std::unique(words.begin(), words.end()), words.end());

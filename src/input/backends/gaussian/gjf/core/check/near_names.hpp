@@ -22,6 +22,9 @@ std::vector<std::string> near_names(std::string_view word, const std::vector<std
 /// Returns every keyword, method and basis set of a vocabulary, in their preferred spellings.
 std::vector<std::string> all_route_words(const SimpleYAMLParser& schema);
 
+/// Returns every basis set of a vocabulary, in their preferred spellings.
+std::vector<std::string> all_basis_sets(const SimpleYAMLParser& schema);
+
 /// Writes "did you mean a, b or c?"; empty for no names.
 std::string did_you_mean(const std::vector<std::string>& names);
 

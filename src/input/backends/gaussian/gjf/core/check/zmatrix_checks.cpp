@@ -12,10 +12,6 @@ namespace {
 
 constexpr const char* reference_names[] = {"bond length", "angle", "dihedral"};
 
-std::size_t line_at(const std::vector<std::size_t>& lines, std::size_t i) noexcept {
-    return i < lines.size() ? lines[i] : 0;
-}
-
 // Returns where a field of a line stands; the whole line when it has fewer.
 TextPlace field_place(const CheckedJob& job, std::size_t line, std::size_t field) {
     Fields fields;

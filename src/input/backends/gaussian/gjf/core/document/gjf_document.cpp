@@ -3,6 +3,7 @@
 
 #include <core/fs/write_text_file.hpp>
 #include <gjf/core/document/job_rewriting.hpp>
+#include <gjf/core/editor/job_writer.hpp>
 #include <gjf/core/reader/gjf_parser.hpp>
 #include <gjf/core/reader/reading.hpp>
 #include <gjf/core/text/text.hpp>
@@ -141,7 +142,7 @@ struct GJFDocument::Impl {
     // Puts a new job before a job that was there, or behind the last one.
     void insert_lines_of(const Entry& added, const Entry* next, const TextLines& lines, LineEdits& edits) const {
         const std::string job_text = added.editor->to_gjf_string();
-        const std::vector<std::string_view> job_lines = split_lines(without_final_breaks(job_text));
+        const std::vector<std::string_view> job_lines = split_lines(without_trailing_breaks(job_text));
         if (next != nullptr) {
             const std::size_t line = readings[*next->reading].layout.lines.first;
             for (const std::string_view text_line : job_lines) {
@@ -162,17 +163,21 @@ struct GJFDocument::Impl {
         edits.insert_after(last, "");
     }
 
-    static std::string_view without_final_breaks(std::string_view job_text) noexcept {
-        const std::size_t last = job_text.find_last_not_of("\r\n");
-        return job_text.substr(0, last == std::string_view::npos ? 0 : last + 1);
-    }
+    // A text with its changes, and the jobs as they are read from it.
+    struct Rewritten {
+        std::string text;
+        std::vector<JobReading> readings;
+    };
 
-    std::string rewrite(const GJFWriteOptions& options) const {
+    // Writes the changes; nothing when there are none.
+    std::optional<Rewritten> rewrite(const GJFWriteOptions& options) const {
         const TextLines lines(body());
         LineEdits edits;
         std::vector<GJFData> wanted;
+        std::vector<bool> kept(readings.size());
         for (std::size_t i = 0; i < entries.size(); ++i) {
             if (entries[i].reading) {
+                kept[*entries[i].reading] = true;
                 wanted.push_back(rewrite_job_named(i, lines, options, edits));
                 continue;
             }
@@ -182,21 +187,20 @@ struct GJFDocument::Impl {
             insert_lines_of(entries[i], next == entries.end() ? nullptr : &*next, lines, edits);
         }
         for (std::size_t reading = 0; reading < readings.size(); ++reading) {
-            const bool kept =
-                std::any_of(entries.begin(), entries.end(), [&](const Entry& e) { return e.reading == reading; });
-            if (!kept) {
+            if (!kept[reading]) {
                 remove_lines_of(reading, lines, edits);
             }
         }
         if (edits.empty()) {
-            return text;
+            return std::nullopt;
         }
         std::string result;
         result.reserve(text.size() + text.size() / 8);
         edits.apply(lines, 1, lines.size(), result);
         result.insert(0, text, 0, text.size() - body().size());
-        verify(result, wanted, options);
-        return result;
+        std::vector<JobReading> read = read_jobs_with_layout(result);
+        verify(read, wanted, options);
+        return Rewritten{std::move(result), std::move(read)};
     }
 
     GJFData rewrite_job_named(std::size_t index, const TextLines& lines, const GJFWriteOptions& options,
@@ -211,9 +215,9 @@ struct GJFDocument::Impl {
         }
     }
 
-    // Reads the new text and compares it with the jobs that should be there.
-    static void verify(const std::string& result, const std::vector<GJFData>& wanted, const GJFWriteOptions& options) {
-        const std::vector<JobReading> read = read_jobs_with_layout(result);
+    // Compares the jobs that the new text is read as with those that should be there.
+    static void verify(const std::vector<JobReading>& read, const std::vector<GJFData>& wanted,
+                       const GJFWriteOptions& options) {
         if (read.size() != wanted.size()) {
             throw GJFParseException("The changed text would be read as " + std::to_string(read.size()) + " jobs, not " +
                                     std::to_string(wanted.size()));
@@ -285,34 +289,36 @@ void GJFDocument::remove_job(std::size_t index) {
     impl_->entries.erase(impl_->entries.begin() + static_cast<std::ptrdiff_t>(index));
 }
 
-std::string GJFDocument::to_text(const GJFWriteOptions& options) const { return impl_->rewrite(options); }
+std::string GJFDocument::to_text(const GJFWriteOptions& options) const {
+    std::optional<Impl::Rewritten> changed = impl_->rewrite(options);
+    return changed ? std::move(changed->text) : impl_->text;
+}
 
 bool GJFDocument::save(const GJFWriteOptions& options) {
     if (impl_->path.empty()) {
         throw GJFParseException("This document was not opened from a file");
     }
-    std::string text = to_text(options);
-    if (text == impl_->text) {
+    std::optional<Impl::Rewritten> changed = impl_->rewrite(options);
+    if (!changed || changed->text == impl_->text) {
         return false;
     }
     if (!options.force && !still_holds(impl_->path, impl_->text)) {
         throw GJFParseException("File has changed since it was opened: " + impl_->path);
     }
     // What may fail is done before the file is written.
-    std::vector<JobReading> readings = read_jobs_with_layout(text);
     std::vector<GJFEditor> editors;
-    for (const JobReading& reading : readings) {
+    for (const JobReading& reading : changed->readings) {
         editors.emplace_back(reading.job);
     }
-    if (!quor::core::fs::write_text_file(impl_->path, text)) {
+    if (!quor::core::fs::write_text_file(impl_->path, changed->text)) {
         throw GJFParseException("Cannot write file: " + impl_->path);
     }
     for (std::size_t i = 0; i < editors.size(); ++i) {
         *impl_->entries[i].editor = std::move(editors[i]);
         impl_->entries[i].reading = i;
     }
-    impl_->readings = std::move(readings);
-    impl_->text = std::move(text);
+    impl_->readings = std::move(changed->readings);
+    impl_->text = std::move(changed->text);
     return true;
 }
 

@@ -45,10 +45,6 @@ bool same_control(const ControlSection& a, const ControlSection& b) {
            others_a == others_b;
 }
 
-bool same_label(const AtomInfo& a, const AtomInfo& b) {
-    return std::tie(a.element, a.mm_type, a.mm_charge, a.params) == std::tie(b.element, b.mm_type, b.mm_charge, b.params);
-}
-
 // A coordinate without a text is written with at least six decimals.
 bool same_coordinate(const CoordinateValue& read, double read_value, const CoordinateValue& wanted, double wanted_value) {
     constexpr double rounding = 5.1e-7;
@@ -71,8 +67,6 @@ bool same_row(const ZMatrixEntry& a, const ZMatrixEntry& b) {
     return same_label(a.info, b.info) && same_reference(a.bond, b.bond) && same_reference(a.angle, b.angle) &&
            same_reference(a.dihedral, b.dihedral);
 }
-
-bool same_variable(const ZMatrixVariable& a, const ZMatrixVariable& b) { return a.name == b.name && a.value == b.value; }
 
 bool same_pair(const ChargeSpinPair& a, const ChargeSpinPair& b) {
     return a.charge == b.charge && a.multiplicity == b.multiplicity;
@@ -143,6 +137,12 @@ std::string sections_difference(const std::vector<ExtraInputSection>& read, cons
 }
 
 }  // namespace
+
+bool same_label(const AtomInfo& a, const AtomInfo& b) {
+    return std::tie(a.element, a.mm_type, a.mm_charge, a.params) == std::tie(b.element, b.mm_type, b.mm_charge, b.params);
+}
+
+bool same_variable(const ZMatrixVariable& a, const ZMatrixVariable& b) { return a.name == b.name && a.value == b.value; }
 
 std::string difference_between(const GJFData& read, const GJFData& wanted, bool sections_too) {
     if (!same_control(read.control, wanted.control)) {

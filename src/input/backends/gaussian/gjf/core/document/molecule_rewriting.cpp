@@ -86,10 +86,6 @@ std::string label_text(std::string_view old, const AtomInfo& before, const AtomI
     return head + list;
 }
 
-bool same_label(const AtomInfo& a, const AtomInfo& b) {
-    return a.element == b.element && a.mm_type == b.mm_type && a.mm_charge == b.mm_charge && a.params == b.params;
-}
-
 // Returns the new text of a coordinate; empty when the old one still holds.
 std::string coordinate_text(const CoordinateValue& old, double old_value, const CoordinateValue& wanted, double value,
                             std::size_t atom) {
@@ -273,8 +269,6 @@ void rewrite_atoms_in_new_order(JobRewriting& job) {
         job.edits.remove(lines[i]);
     }
 }
-
-bool same_variable(const ZMatrixVariable& a, const ZMatrixVariable& b) { return a.name == b.name && a.value == b.value; }
 
 void rewrite_variables(JobRewriting& job, const std::vector<ZMatrixVariable>& before,
                        const std::vector<ZMatrixVariable>& after, const std::vector<std::size_t>& lines) {
