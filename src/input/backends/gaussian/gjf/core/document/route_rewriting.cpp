@@ -121,18 +121,8 @@ std::string method_text(const ParsedKeywords& route) {
 
 // Writes the first model chemistry anew.
 std::string model_text(const ParsedKeywords& route) {
-    if (!route.oniom_expression.empty()) {
-        return route.oniom_expression;
-    }
-    std::string text = method_text(route);
-    for (const std::string* part : {&route.basis_set, &route.density_fitting_basis}) {
-        text += part->empty() ? "" : (text.empty() ? "" : "/") + *part;
-    }
-    if (!route.secondary_method.empty() && !route.secondary_basis_set.empty()) {
-        text += "//" + (route.secondary_method_options.empty() ? route.secondary_method : route.secondary_method_options);
-        text += "/" + route.secondary_basis_set;
-    }
-    return text;
+    const bool is_basis_alone = route.oniom_expression.empty() && route.method.empty();
+    return is_basis_alone ? route.basis_set : format_model_chemistry(route);
 }
 
 // Matches the keywords that were there with those that should be; equal ones first, then those of one name.

@@ -94,30 +94,8 @@ void clear_oniom(ParsedKeywords& route) {
     route.oniom_expression.clear();
 }
 
-std::string model_chemistry_text(const ParsedKeywords& route) {
-    if (!route.oniom_expression.empty()) {
-        return route.oniom_expression;
-    }
-    if (route.method.empty()) {
-        return route.basis_set.empty() ? std::string() : "basis=" + route.basis_set;
-    }
-    std::string text = route.method_options.empty() ? route.method : route.method_options;
-    if (route.basis_set.empty()) {
-        return text;
-    }
-    text += "/" + route.basis_set;
-    if (!route.density_fitting_basis.empty()) {
-        text += "/" + route.density_fitting_basis;
-    }
-    if (!route.secondary_method.empty() && !route.secondary_basis_set.empty()) {
-        text += "//" + (route.secondary_method_options.empty() ? route.secondary_method : route.secondary_method_options);
-        text += "/" + route.secondary_basis_set;
-    }
-    return text;
-}
-
 std::vector<std::string> route_words(const ParsedKeywords& route) {
-    const std::string model = model_chemistry_text(route);
+    const std::string model = format_model_chemistry(route);
     std::vector<std::string> words = {"#" + route.print_level + (model.empty() ? "" : " " + model)};
     for (const KeywordInfo& keyword : route.keywords) {
         if (!route.oniom_expression.empty() && keyword.raw == route.oniom_expression) {

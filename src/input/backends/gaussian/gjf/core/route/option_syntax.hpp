@@ -1,4 +1,4 @@
-// How a keyword with options is written in a route. Private to the library.
+// How keywords with options and the model chemistry are written in a route. Private to the library.
 #pragma once
 
 #include <gjf/core/route/parsed_keywords.hpp>
@@ -15,5 +15,9 @@ std::string format_keyword(const std::string& name, const std::vector<RouteOptio
 
 /// Turns stored options into a list, in the map's order; an option whose value is empty or "TRUE" is written without one.
 std::vector<RouteOption> to_route_options(const std::map<std::string, std::string>& options);
+
+/// Writes the model chemistry of a route: its ONIOM expression, method/basis with what goes with them, or "basis=" and a
+/// basis set without a method; empty when the route has none.
+std::string format_model_chemistry(const ParsedKeywords& route);
 
 }  // namespace quor::input::gaussian
