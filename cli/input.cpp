@@ -3,16 +3,24 @@
 
 #include <gjf/gjf.hpp>
 
+#include <array>
+#include <cstddef>
 #include <cstdio>
 #include <fstream>
 #include <iostream>
-#include <iterator>
 
 namespace quor_gjf {
 namespace {
 
+// Reads by block into the text itself: what a stream buffer cannot hold for want of memory it would drop in silence.
 std::string read_stream(std::istream& stream) {
-    return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+    std::string text;
+    std::array<char, 1 << 14> block;
+    do {
+        stream.read(block.data(), block.size());
+        text.append(block.data(), static_cast<std::size_t>(stream.gcount()));
+    } while (stream);
+    return text;
 }
 
 }  // namespace
@@ -22,12 +30,12 @@ std::string read_text(const std::string& path) {
         return read_stream(std::cin);
     }
     std::ifstream file(path, std::ios::binary);
+    std::string text = read_stream(file);
     // A folder opens, but nothing can be read from it.
-    file.peek();
     if (!file.is_open() || file.bad()) {
         throw UnreadableInput("GJF Parse Error: Cannot open file: " + path);
     }
-    return read_stream(file);
+    return text;
 }
 
 void report_missing_vocabulary() {
