@@ -138,6 +138,47 @@ double nearest(const std::string& text) {
     return value;
 }
 
+TEST(PlainDecimals, EndWhereTheirDigitsDo) {
+    struct Case {
+        const char* text;
+        std::size_t length;
+        bool whole;
+        double value;
+    };
+    const Case cases[] = {
+        {"7", 1, true, 7},
+        {"-12 ", 3, true, -12},
+        {"+0.5,1", 4, false, 0.5},
+        {"1.", 2, false, 1},
+        {".25x", 3, false, 0.25},
+        {"1.5.5", 3, false, 1.5},
+        {"12345678.123456785", 18, false, 12345678.123456785},
+        {"0.12345678 0.5", 10, false, 0.12345678},
+        {"0.1234567 0.5", 9, false, 0.1234567},
+        {"9007199254740992", 16, true, 9007199254740992.0},
+        {"0.9007199254740992", 18, false, 0.9007199254740992},
+        {"00000000000000000.001", 0, false, 0},  // 19 digits at most
+        {"000000000000000.0015", 20, false, 0.0015},
+        {"9007199254740993", 0, false, 0},  // no binary number
+        {"123456789012345678901", 0, false, 0},
+        {"99999999999999999999999999999999", 0, false, 0},
+        {"", 0, false, 0},
+        {"-", 0, false, 0},
+        {".", 0, false, 0},
+        {"-.", 0, false, 0},
+        {"--1", 0, false, 0},
+        {" 1", 0, false, 0},
+        {"x1", 0, false, 0},
+        {"e5", 0, false, 0},
+    };
+    for (const Case& expected : cases) {
+        const PlainDecimal decimal = leading_plain_decimal(expected.text);
+        EXPECT_EQ(decimal.length, expected.length) << expected.text;
+        EXPECT_EQ(decimal.whole, expected.whole) << expected.text;
+        EXPECT_EQ(decimal.value, expected.value) << expected.text;
+    }
+}
+
 TEST(Numbers, OfFewDigitsAreTheNearestNumbers) {
     std::mt19937_64 random(15);
     for (int turn = 0; turn < 200000; ++turn) {

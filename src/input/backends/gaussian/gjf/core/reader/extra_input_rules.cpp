@@ -5,6 +5,7 @@
 #include <gjf/core/reader/reading.hpp>
 #include <gjf/core/schema/route_schema_cache.hpp>
 
+#include <algorithm>
 #include <cstdint>
 #include <iterator>
 #include <vector>
@@ -173,7 +174,7 @@ ParsedKeywords interpret(const ControlSection& control) {
 
 }  // namespace
 
-std::vector<Kind> expected_kinds(const ParsedKeywords& route, const GeomSection* molecule) {
+std::vector<Kind> expected_kinds(const ParsedKeywords& route, const MoleculeTraits& molecule) {
     const RouteQuestions questions(route, default_route_schema(), molecule);
     std::vector<Kind> kinds;
     for (const Rule& rule : rules) {
@@ -188,11 +189,17 @@ const char* extra_input_request(Kind kind) noexcept {
 }
 
 std::vector<Kind> GJFParser::expected_extra_input_order(const ControlSection& control) {
-    return expected_kinds(interpret(control), nullptr);
+    return expected_kinds(interpret(control), {});
 }
 
 std::vector<Kind> GJFParser::expected_extra_input_order(const GJFData& data) {
-    return expected_kinds(interpret(data.control), &data.geom);
+    const auto residues = [](const auto& atom) { return has_residue(atom.info); };
+    const GeomSection& geom = data.geom;
+    MoleculeTraits molecule;
+    molecule.open_shell = is_open_shell(geom);
+    molecule.has_residues = std::any_of(geom.atoms.begin(), geom.atoms.end(), residues) ||
+                            std::any_of(geom.zmatrix_entries.begin(), geom.zmatrix_entries.end(), residues);
+    return expected_kinds(interpret(data.control), molecule);
 }
 
 }  // namespace quor::input::gaussian

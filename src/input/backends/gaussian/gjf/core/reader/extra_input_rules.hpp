@@ -1,7 +1,7 @@
 // What a route asks for after the molecule specification: the conditions on route and molecule, and the table of kinds.
 #pragma once
 
-#include <gjf/core/job/geometry.hpp>
+#include <gjf/core/reader/reading.hpp>
 #include <gjf/core/route/parsed_keywords.hpp>
 #include <gjf/core/schema/simple_yaml_parser.hpp>
 
@@ -17,8 +17,7 @@ using Names = std::initializer_list<const char*>;
 /// An interpreted route, with the questions that the rules ask of it. Names are compared through the vocabulary.
 class RouteQuestions {
    public:
-    /// `molecule` may be null: conditions on it are then false.
-    RouteQuestions(const ParsedKeywords& route, const SimpleYAMLParser& schema, const GeomSection* molecule);
+    RouteQuestions(const ParsedKeywords& route, const SimpleYAMLParser& schema, const MoleculeTraits& molecule);
 
     /// Tells whether the route has one of these keywords.
     bool keyword(Names names) const;
@@ -40,9 +39,9 @@ class RouteQuestions {
     /// Tells whether the method, or a keyword that is a method, is spin-unrestricted by its name.
     bool unrestricted() const;
     /// Tells whether a charge/multiplicity pair of the molecule is no singlet.
-    bool open_shell() const;
+    bool open_shell() const noexcept { return molecule_.open_shell; }
     /// Tells whether an atom label carries residue information.
-    bool has_residues() const;
+    bool has_residues() const noexcept { return molecule_.has_residues; }
 
    private:
     /// A keyword of the route, looked up: itself, and the names and values of its options.
@@ -59,7 +58,7 @@ class RouteQuestions {
     std::vector<Keyword> keywords_;  // of the route, in its order
     bool has_options_ = false;       // any of them
     const SimpleYAMLParser& schema_;
-    const GeomSection* molecule_;
+    MoleculeTraits molecule_;
 };
 
 }  // namespace quor::input::gaussian

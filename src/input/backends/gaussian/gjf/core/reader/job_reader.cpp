@@ -2,6 +2,7 @@
 // order.
 #include <gjf/core/reader/gjf_parser.hpp>
 
+#include <core/memory/reserve_large.hpp>
 #include <gjf/core/reader/reading.hpp>
 #include <gjf/core/schema/route_schema_cache.hpp>
 #include <gjf/core/text/number.hpp>
@@ -26,24 +27,29 @@ namespace {
 constexpr std::string_view job_separator = "--link1--";
 
 bool is_job_separator(std::string_view line) noexcept {
-    // Most lines are told apart by their first character, without trimming.
-    return !line.empty() && (line.front() == '-' || is_trim_character(line.front())) &&
-           equals_folded(trim_view(line), job_separator);
+    // Most lines are told apart by their first character.
+    const auto first = std::find_if_not(line.begin(), line.end(), is_trim_character);
+    return first != line.end() && *first == job_separator.front() && equals_folded(trim_view(line), job_separator);
 }
 
-// Takes the text before the next separator line off `text`; `separated` tells whether there was one.
-std::string_view take_job(std::string_view& text, bool& separated) {
+// Takes the lines before the next separator line off `text` and adds them to `lines`; returns the text they stand in.
+// `separated` tells whether there was a separator line.
+std::string_view take_job(std::string_view& text, std::vector<std::string_view>& lines, bool& separated) {
     const std::string_view all = text;
     separated = false;
-    while (!text.empty() && !separated) {
+    while (!text.empty()) {
         const std::size_t begin = all.size() - text.size();
-        separated = is_job_separator(take_line(text));
-        if (separated) {
+        const std::string_view line = take_line(text);
+        if (is_job_separator(line)) {
+            separated = true;
             return all.substr(0, begin);
         }
+        lines.push_back(line);
     }
     return all;
 }
+
+bool are_blank(LineSpan lines) noexcept { return std::all_of(lines.begin(), lines.end(), is_blank_line); }
 
 // The conditions of the route that decide how a job is cut into sections.
 struct RouteShape {
@@ -123,11 +129,12 @@ class JobReader {
         }
         if (!shape.all_from_checkpoint) {
             read_title(shape);
-            read_molecule_section(shape, [&route] { return !expected_kinds(route, nullptr).empty(); });
+            read_molecule_section(shape, [&route] { return !expected_kinds(route, {}).empty(); });
         }
         const bool from_checkpoint = shape.all_from_checkpoint || shape.molecule_from_checkpoint;
         const bool atoms_known = !from_checkpoint || job.geom.atom_count() > 0;
-        read_extra_inputs(cursor_, job, expected_kinds(route, &job.geom), atoms_known, recorder_);
+        const MoleculeTraits molecule{is_open_shell(job.geom), has_residues_};
+        read_extra_inputs(cursor_, job, expected_kinds(route, molecule), atoms_known, recorder_);
     }
 
    private:
@@ -175,15 +182,17 @@ class JobReader {
         if (section.empty()) {
             throw GJFParseException("Missing geometry section");
         }
-        job.geom = read_molecule(cursor_, section, sections_expected, recorder_);
+        MoleculeReading molecule = read_molecule(cursor_, section, sections_expected, recorder_);
+        job.geom = std::move(molecule.geom);
+        has_residues_ = molecule.has_residues;
     }
 
     LineCursor cursor_;
     LayoutRecorder* recorder_;
+    bool has_residues_ = false;
 };
 
-GJFData read_job(std::string_view text) {
-    const std::vector<std::string_view> lines = split_lines(text);
+GJFData read_job(LineSpan lines) {
     JobReader reader(lines, nullptr);
     reader.read();
     return std::move(reader.job);
@@ -211,10 +220,10 @@ void for_each_job_piece(std::string_view text, const std::function<void(JobPiece
     bool separated = true;
     std::size_t first_line = 1;
     for (std::size_t number = 1; separated || !text.empty(); ++number) {
-        const std::string_view piece = take_job(text, separated);
-        std::vector<std::string_view> lines = split_lines(piece);
+        std::vector<std::string_view> lines;
+        take_job(text, lines, separated);
         const std::size_t count = lines.size();
-        if (!is_blank_line(piece)) {
+        if (!are_blank(lines)) {
             take({number, first_line, separated, std::move(lines)});
         }
         first_line += count + 1;
@@ -248,9 +257,13 @@ std::vector<JobReading> read_jobs_with_layout(std::string_view text) {
 }
 
 GJFData GJFParser::parse_string(const std::string& text) {
+    constexpr std::size_t short_line = 32;
     std::string_view rest = skip_byte_order_mark(text);
+    std::vector<std::string_view> lines;
+    core::memory::reserve_large(lines, rest.size() / short_line);
     bool separated = false;
-    return read_job(take_job(rest, separated));
+    take_job(rest, lines, separated);
+    return read_job(lines);
 }
 
 GJFData GJFParser::parse_file(const std::string& path) { return parse_string(read_whole_file(path)); }
@@ -258,14 +271,16 @@ GJFData GJFParser::parse_file(const std::string& path) { return parse_string(rea
 GJFMultiData GJFParser::parse_string_multi(const std::string& text) {
     std::string_view rest = skip_byte_order_mark(text);
     GJFMultiData result;
+    std::vector<std::string_view> lines;
     bool separated = true;
     for (std::size_t number = 1; separated || !rest.empty(); ++number) {
-        const std::string_view piece = take_job(rest, separated);
-        if (is_blank_line(piece)) {
+        lines.clear();
+        take_job(rest, lines, separated);
+        if (are_blank(lines)) {
             continue;
         }
         try {
-            result.jobs.push_back(read_job(piece));
+            result.jobs.push_back(read_job(lines));
         } catch (const GJFParseException& error) {
             throw GJFParseException("Job " + std::to_string(number) + ": " + error.what());
         }
@@ -280,10 +295,11 @@ GJFMultiData GJFParser::parse_file_multi(const std::string& path) { return parse
 
 std::vector<std::string> GJFParser::split_by_link1(const std::string& text) {
     std::vector<std::string> pieces;
+    std::vector<std::string_view> lines;
     std::string_view rest = text;
     bool separated = false;
     while (!rest.empty()) {
-        const std::string_view piece = take_job(rest, separated);
+        const std::string_view piece = take_job(rest, lines, separated);
         if (separated || !piece.empty()) {
             pieces.emplace_back(piece);
             if (!piece.empty() && piece.back() != '\n') {

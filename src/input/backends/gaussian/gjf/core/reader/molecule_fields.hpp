@@ -20,6 +20,13 @@ void cut_fields(std::string_view line, Fields& fields);
 /// Reads an atom label into an empty `info`.
 void read_atom_label(std::string_view label, AtomInfo& info);
 
+/// Reads a Cartesian atom line of the plain form into an empty `atom`, as the general reading would; returns false, with
+/// `atom` untouched, for a line of any other form. Only while `rounds_to_nearest()`.
+bool read_plain_atom_line(std::string_view line, AtomCoord& atom);
+
+/// Reads the fields of a Cartesian atom line into an empty `atom`; `line` is for the message of a failure.
+void read_atom_fields(const Fields& fields, std::string_view line, AtomCoord& atom);
+
 /// Tells whether a text is a letter or underscore followed by letters, digits and underscores.
 bool is_variable_name(std::string_view name) noexcept;
 

@@ -2,6 +2,7 @@
 // variables.
 #include <gjf/core/reader/gjf_parser.hpp>
 
+#include <core/memory/reserve_large.hpp>
 #include <gjf/core/reader/molecule_fields.hpp>
 #include <gjf/core/reader/reading.hpp>
 #include <gjf/core/text/number.hpp>
@@ -15,6 +16,8 @@
 
 namespace quor::input::gaussian {
 namespace {
+
+using core::memory::reserve_large;
 
 [[noreturn]] void fail(const char* what, std::string_view text) { throw GJFParseException(what + std::string(text)); }
 
@@ -119,7 +122,9 @@ double read_coordinate(std::string_view field, std::string_view line, Coordinate
     return coordinate.value.value_or(0.0);
 }
 
-void read_atom_line(const Fields& fields, std::string_view line, AtomCoord& atom) {
+}  // namespace
+
+void read_atom_fields(const Fields& fields, std::string_view line, AtomCoord& atom) {
     read_atom_label(fields[0], atom.info);
     const std::size_t begin = coordinate_begin(fields);
     if (begin == 2) {
@@ -135,6 +140,8 @@ void read_atom_line(const Fields& fields, std::string_view line, AtomCoord& atom
         atom.layer = fields[begin + 3];
     }
 }
+
+namespace {
 
 // Reads "name=value"; commas around the value are separators and no part of it.
 ZMatrixVariable read_cartesian_variable(std::string_view text, std::string_view line) {
@@ -155,30 +162,68 @@ ZMatrixVariable read_cartesian_variable(std::string_view text, std::string_view 
     return {std::string(entry.name), std::string(fields.front().data(), length)};
 }
 
-void read_cartesian_lines(LineSpan lines, GeomSection& geom, LayoutRecorder* recorder) {
-    geom.atoms.reserve(lines.size());
-    Fields fields;
-    for (const std::string_view& line : lines) {
-        if (recorder != nullptr) {
-            recorder->at(line);
-        }
-        const std::string_view text = without_comment(line);
-        cut_fields(text, fields);
-        if (fields.empty()) {
-            if (!is_blank_line(text)) {
-                fail("Invalid coordinate line: ", line);
+// Reads the lines of Cartesian coordinates: atoms, and the values of variables.
+class CartesianReader {
+   public:
+    CartesianReader(MoleculeReading& molecule, LayoutRecorder* recorder) noexcept
+        : molecule_(molecule), recorder_(recorder) {}
+
+    bool has_variables = false;  // a coordinate is a variable
+
+    void read(LineSpan lines) {
+        std::vector<AtomCoord>& atoms = molecule_.geom.atoms;
+        reserve_large(atoms, lines.size());
+        const bool plain_lines = rounds_to_nearest();
+        for (const std::string_view& line : lines) {
+            if (recorder_ != nullptr) {
+                recorder_->at(line);
             }
-            continue;
-        }
-        if (fields.size() <= 3) {
-            geom.cartesian_variables.push_back(read_cartesian_variable(text, line));
-            note_line(recorder, &JobLayout::cartesian_variables);
-        } else {
-            read_atom_line(fields, line, geom.atoms.emplace_back());
-            note_line(recorder, &JobLayout::atoms);
+            if (plain_lines && read_plain_atom_line(line, atoms.emplace_back())) {
+                note_atom(atoms.back());
+                continue;
+            }
+            if (plain_lines) {
+                atoms.pop_back();
+            }
+            take(line);
         }
     }
-}
+
+    void take_variable(std::string_view text, std::string_view line) {
+        molecule_.geom.cartesian_variables.push_back(read_cartesian_variable(text, line));
+        note_line(recorder_, &JobLayout::cartesian_variables);
+    }
+
+   private:
+    // Takes a line of any form.
+    void take(std::string_view line) {
+        const std::string_view text = without_comment(line);
+        cut_fields(text, fields_);
+        if (fields_.empty() && !is_blank_line(text)) {
+            fail("Invalid coordinate line: ", line);
+        }
+        if (fields_.empty()) {
+            return;
+        }
+        if (fields_.size() <= 3) {
+            take_variable(text, line);
+            return;
+        }
+        AtomCoord& atom = molecule_.geom.atoms.emplace_back();
+        read_atom_fields(fields_, line, atom);
+        has_variables = has_variables || !atom.x_ref.value || !atom.y_ref.value || !atom.z_ref.value;
+        note_atom(atom);
+    }
+
+    void note_atom(const AtomCoord& atom) {
+        molecule_.has_residues = molecule_.has_residues || has_residue(atom.info);
+        note_line(recorder_, &JobLayout::atoms);
+    }
+
+    MoleculeReading& molecule_;
+    LayoutRecorder* recorder_;
+    Fields fields_;
+};
 
 ZMatrixReference read_reference(std::string_view atom, std::string_view value) {
     const std::optional<std::int32_t> number = to_int32(atom);
@@ -191,7 +236,8 @@ ZMatrixReference read_reference(std::string_view atom, std::string_view value) {
 // Reads Z-matrix rows until something else comes, and variables from there on, into the list that the last header names.
 class ZMatrixReader {
    public:
-    ZMatrixReader(GeomSection& geom, LayoutRecorder* recorder) noexcept : geom_(geom), recorder_(recorder) {}
+    ZMatrixReader(MoleculeReading& molecule, LayoutRecorder* recorder) noexcept
+        : molecule_(molecule), geom_(molecule.geom), recorder_(recorder) {}
 
     void take(const std::string_view& line) {
         if (recorder_ != nullptr) {
@@ -227,6 +273,7 @@ class ZMatrixReader {
         ZMatrixEntry& entry = geom_.zmatrix_entries.emplace_back();
         note_line(recorder_, &JobLayout::zmatrix_rows);
         read_atom_label(fields_[0], entry.info);
+        molecule_.has_residues = molecule_.has_residues || has_residue(entry.info);
         const std::array<std::optional<ZMatrixReference>*, 3> references = {&entry.bond, &entry.angle, &entry.dihedral};
         for (std::size_t i = 0; i < references.size() && 2 * i + 2 < fields_.size(); ++i) {
             *references[i] = read_reference(fields_[2 * i + 1], fields_[2 * i + 2]);
@@ -249,6 +296,7 @@ class ZMatrixReader {
         note_line(recorder_, constants_ ? &JobLayout::constants : &JobLayout::variables);
     }
 
+    MoleculeReading& molecule_;
     GeomSection& geom_;
     LayoutRecorder* recorder_;
     bool constants_ = false;  // variables go to the constants
@@ -259,25 +307,25 @@ class ZMatrixReader {
 // Reads a molecule section, and the sections after it that belong to it.
 class MoleculeReader {
    public:
-    explicit MoleculeReader(LayoutRecorder* recorder) noexcept : recorder_(recorder), zmatrix_(geom, recorder) {}
+    explicit MoleculeReader(LayoutRecorder* recorder) noexcept
+        : recorder_(recorder), cartesian_(molecule, recorder), zmatrix_(molecule, recorder) {}
     MoleculeReader(const MoleculeReader&) = delete;
     MoleculeReader& operator=(const MoleculeReader&) = delete;
 
-    GeomSection geom;
+    MoleculeReading molecule;
 
     void read_section(LineSpan section) {
-        const auto counts = [](std::string_view line) { return !is_comment_line(line); };
-        if (std::count_if(section.begin(), section.end(), counts) < 2) {
+        const auto charge_line = std::find_if_not(section.begin(), section.end(), is_comment_line);
+        if (charge_line == section.end() || std::all_of(charge_line + 1, section.end(), is_comment_line)) {
             throw GJFParseException("Geometry section must have at least 2 lines");
         }
-        const auto charge_line = std::find_if(section.begin(), section.end(), counts);
         if (recorder_ != nullptr) {
             recorder_->at(*charge_line);
             recorder_->layout.charge_line = recorder_->current_line;
         }
-        geom.set_charge_spin_pairs(read_charge_line(*charge_line));
+        geom_.set_charge_spin_pairs(read_charge_line(*charge_line));
         const LineSpan lines = section.subspan(static_cast<std::size_t>(charge_line - section.begin()) + 1);
-        geom.molecule_lines.reserve(lines.size());
+        reserve_large(geom_.molecule_lines, lines.size());
         keep_lines(lines);
         const auto first = std::find_if(lines.begin(), lines.end(), holds_text);
         if (first != lines.end()) {
@@ -287,7 +335,7 @@ class MoleculeReader {
 
     // Takes the sections at the cursor that give values to the molecule's variables.
     void take_variable_sections(LineCursor& cursor, const SectionsExpected& sections_expected) {
-        if (geom.format == GeometryFormat::ZMatrix) {
+        if (geom_.format == GeometryFormat::ZMatrix) {
             take_zmatrix_sections(cursor, sections_expected);
         } else {
             take_cartesian_section(cursor);
@@ -296,13 +344,12 @@ class MoleculeReader {
 
    private:
     void keep_lines(LineSpan lines) {
-        geom.molecule_lines.insert(geom.molecule_lines.end(), lines.begin(), lines.end());
+        geom_.molecule_lines.insert(geom_.molecule_lines.end(), lines.begin(), lines.end());
         if (recorder_ == nullptr || lines.empty()) {
             return;
         }
-        LineRange& molecule = recorder_->layout.molecule;
-        molecule = {molecule.empty() ? recorder_->number_of(lines.front()) : molecule.first,
-                    recorder_->number_of(lines.back())};
+        LineRange& range = recorder_->layout.molecule;
+        range = {range.empty() ? recorder_->number_of(lines.front()) : range.first, recorder_->number_of(lines.back())};
     }
 
     // Reads the lines from the first row or atom on; that line tells a Z-matrix from Cartesian coordinates.
@@ -310,14 +357,14 @@ class MoleculeReader {
         Fields fields;
         cut_fields(without_comment(lines.front()), fields);
         if (!is_zmatrix_line(fields)) {
-            read_cartesian_lines(lines, geom, recorder_);
+            cartesian_.read(lines);
             return;
         }
-        geom.format = GeometryFormat::ZMatrix;
+        geom_.format = GeometryFormat::ZMatrix;
         for (const std::string_view& line : lines) {
             zmatrix_.take(line);
         }
-        if (geom.zmatrix_entries.empty()) {
+        if (geom_.zmatrix_entries.empty()) {
             throw GJFParseException("Invalid Z-matrix geometry section");
         }
     }
@@ -325,10 +372,10 @@ class MoleculeReader {
     // The first section holds variables, the next constants, unless headers say otherwise; one that neither has a header nor
     // gives a value to a name in use is left when the route asks for sections.
     void take_zmatrix_sections(LineCursor& cursor, const SectionsExpected& sections_expected) {
-        for (bool first = geom.variables.empty();; first = false) {
+        for (bool first = geom_.variables.empty();; first = false) {
             const std::size_t begin = cursor.position();
             const LineSpan section = cursor.take_section_past_comments();
-            const VariableBlock block = examine_variables(section, true, undefined_names(geom));
+            const VariableBlock block = examine_variables(section, true, undefined_names(geom_));
             const bool belongs = block.has_header || block.defines_wanted_name || (first && !sections_expected());
             if (section.empty() || !block.well_formed || !belongs) {
                 cursor.move_to(begin);
@@ -343,7 +390,7 @@ class MoleculeReader {
     }
 
     void take_cartesian_section(LineCursor& cursor) {
-        if (undefined_names(geom).empty()) {
+        if (!cartesian_.has_variables || undefined_names(geom_).empty()) {
             return;
         }
         const std::size_t begin = cursor.position();
@@ -359,24 +406,25 @@ class MoleculeReader {
                 if (recorder_ != nullptr) {
                     recorder_->at(line);
                 }
-                geom.cartesian_variables.push_back(read_cartesian_variable(text, line));
-                note_line(recorder_, &JobLayout::cartesian_variables);
+                cartesian_.take_variable(text, line);
             }
         }
     }
 
+    GeomSection& geom_ = molecule.geom;
     LayoutRecorder* recorder_;
+    CartesianReader cartesian_;
     ZMatrixReader zmatrix_;
 };
 
 }  // namespace
 
-GeomSection read_molecule(LineCursor& cursor, LineSpan section, const SectionsExpected& sections_expected,
-                          LayoutRecorder* recorder) {
+MoleculeReading read_molecule(LineCursor& cursor, LineSpan section, const SectionsExpected& sections_expected,
+                              LayoutRecorder* recorder) {
     MoleculeReader reader(recorder);
     reader.read_section(section);
     reader.take_variable_sections(cursor, sections_expected);
-    return std::move(reader.geom);
+    return std::move(reader.molecule);
 }
 
 void take_variable_sections(LineCursor& cursor, LineSpan section, const SectionsExpected& sections_expected) {
@@ -388,7 +436,7 @@ void take_variable_sections(LineCursor& cursor, LineSpan section, const Sections
     } catch (const std::out_of_range&) {
         return;
     }
-    if (reader.geom.format == GeometryFormat::ZMatrix) {
+    if (reader.molecule.geom.format == GeometryFormat::ZMatrix) {
         reader.take_variable_sections(cursor, sections_expected);
     }
 }
@@ -405,7 +453,7 @@ GeomSection GJFParser::parse_geometry_section(const std::vector<std::string>& li
     const std::vector<std::string_view> views = views_of(lines);
     MoleculeReader reader(nullptr);
     reader.read_section(views);
-    return std::move(reader.geom);
+    return std::move(reader.molecule.geom);
 }
 
 bool GJFParser::is_valid_geometry_first_line(const std::string& line) {

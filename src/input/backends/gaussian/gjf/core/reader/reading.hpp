@@ -119,20 +119,35 @@ bool has_geom_option(const ParsedKeywords& route, const SimpleYAMLParser& schema
 /// time.
 using SectionsExpected = std::function<bool()>;
 
+/// A molecule as read. What its labels hold is noted while they are read, since looking them all through again takes time.
+struct MoleculeReading {
+    GeomSection geom;
+    bool has_residues = false;  ///< whether an atom label carries residue information
+};
+
 /// Reads the molecule section at the cursor and the variable sections that belong to it.
 ///
 /// `sections_expected` tells whether the route asks for any section after the molecule: a section of name and value lines
 /// that the molecule does not refer to is then left to it.
-GeomSection read_molecule(LineCursor& cursor, LineSpan section, const SectionsExpected& sections_expected,
-                          LayoutRecorder* recorder);
+MoleculeReading read_molecule(LineCursor& cursor, LineSpan section, const SectionsExpected& sections_expected,
+                              LayoutRecorder* recorder);
 
 /// Takes the variable sections after a Z-matrix that is kept as text; nothing for any other molecule, or a malformed one.
 void take_variable_sections(LineCursor& cursor, LineSpan section, const SectionsExpected& sections_expected);
 
 bool is_valid_geometry_first_line(std::string_view line);
 
-/// Lists the kinds of section that a route asks for; `molecule` may be null.
-std::vector<ExtraInputSectionKind> expected_kinds(const ParsedKeywords& route, const GeomSection* molecule);
+/// What the rules for sections ask of a molecule; of none, nothing holds.
+struct MoleculeTraits {
+    bool open_shell = false;    ///< a charge/multiplicity pair is no singlet
+    bool has_residues = false;  ///< an atom label carries residue information
+};
+
+bool has_residue(const AtomInfo& info);
+bool is_open_shell(const GeomSection& geom);
+
+/// Lists the kinds of section that a route asks for.
+std::vector<ExtraInputSectionKind> expected_kinds(const ParsedKeywords& route, const MoleculeTraits& molecule);
 
 /// Gives each expected kind its section and keeps what is left as sections of unknown kind. `atoms_known` tells whether atom
 /// numbers of connectivity are bounded by the job's own molecule.

@@ -42,11 +42,6 @@ bool is_residue_parameter(const std::string& key) {
     return std::find(std::begin(keys), std::end(keys), lower) != std::end(keys);
 }
 
-bool has_residue(const AtomInfo& info) {
-    return std::any_of(info.params.begin(), info.params.end(),
-                       [](const auto& entry) { return is_residue_parameter(entry.first); });
-}
-
 using Identities = std::unordered_map<std::string_view, KeywordIdentity>;
 
 // The words that the rules ask for, looked up in the default vocabulary once. One that is left out here is looked up each
@@ -85,7 +80,7 @@ const Identities& asked_for() {
 
 }  // namespace
 
-RouteQuestions::RouteQuestions(const ParsedKeywords& route, const SimpleYAMLParser& schema, const GeomSection* molecule)
+RouteQuestions::RouteQuestions(const ParsedKeywords& route, const SimpleYAMLParser& schema, const MoleculeTraits& molecule)
     : route_(route), schema_(schema), molecule_(molecule) {
     keywords_.reserve(route.keywords.size());
     for (const KeywordInfo& info : route.keywords) {
@@ -188,22 +183,17 @@ bool RouteQuestions::unrestricted() const {
     });
 }
 
-bool RouteQuestions::open_shell() const {
-    if (molecule_ == nullptr) {
-        return false;
-    }
-    const std::vector<ChargeSpinPair> pairs = molecule_->charge_spin_pairs();
-    if (pairs.empty()) {
-        return molecule_->multiplicity != 1;
-    }
-    return std::any_of(pairs.begin(), pairs.end(), [](const ChargeSpinPair& pair) { return pair.multiplicity != 1; });
+bool has_residue(const AtomInfo& info) {
+    return std::any_of(info.params.begin(), info.params.end(),
+                       [](const auto& entry) { return is_residue_parameter(entry.first); });
 }
 
-bool RouteQuestions::has_residues() const {
-    return molecule_ != nullptr && (std::any_of(molecule_->atoms.begin(), molecule_->atoms.end(),
-                                                [](const AtomCoord& atom) { return has_residue(atom.info); }) ||
-                                    std::any_of(molecule_->zmatrix_entries.begin(), molecule_->zmatrix_entries.end(),
-                                                [](const ZMatrixEntry& entry) { return has_residue(entry.info); }));
+bool is_open_shell(const GeomSection& geom) {
+    const std::vector<ChargeSpinPair> pairs = geom.charge_spin_pairs();
+    if (pairs.empty()) {
+        return geom.multiplicity != 1;
+    }
+    return std::any_of(pairs.begin(), pairs.end(), [](const ChargeSpinPair& pair) { return pair.multiplicity != 1; });
 }
 
 }  // namespace quor::input::gaussian

@@ -4,8 +4,10 @@
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
+#include <bit>
 #include <cfenv>
 #include <charconv>
+#include <cstring>
 #include <limits>
 
 namespace quor::input::gaussian {
@@ -97,42 +99,62 @@ class RoundToNearest {
     int mode_;
 };
 
-// Tells whether sums are rounded to the nearest number; in any other mode one of these two comes out apart from 1. Asking
-// the system takes longer than reading a number.
-bool rounds_to_nearest() noexcept {
-    static const volatile float tiny = std::numeric_limits<float>::min();
-    const float step = tiny;
-    return 1.0F + step == 1.0F - step;
+// Powers of ten that binary numbers hold exactly.
+constexpr double powers_of_ten[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,
+                                    1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19};
+
+// Reads eight characters as eight digits at a time, where they are digits all: each step joins neighbours, which stand in
+// the bytes of one word, into numbers twice as wide. Returns whether they were.
+bool take_eight_digits(const char* text, std::uint64_t& digits) noexcept {
+    std::uint64_t word = 0;
+    std::memcpy(&word, text, sizeof word);
+    constexpr std::uint64_t zeros = 0x3030303030303030;
+    // A byte is a digit when its high half is 3, and still is when 6 is added.
+    const std::uint64_t high_halves = 0xF0F0F0F0F0F0F0F0;
+    if ((word & high_halves) != zeros || ((word + 0x0606060606060606) & high_halves) != zeros) {
+        return false;
+    }
+    word -= zeros;
+    word = (word * 10 + (word >> 8)) & 0x00FF00FF00FF00FF;
+    word = (word * 100 + (word >> 16)) & 0x0000FFFF0000FFFF;
+    word = (word * 10'000 + (word >> 32)) & 0x00000000FFFFFFFF;
+    digits = digits * 100'000'000 + word;
+    return true;
 }
 
-// Powers of ten that binary numbers hold exactly.
-constexpr double powers_of_ten[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
-
-// Reads a plain decimal of at most 15 digits, as coordinates are, or nothing. Digits and power are then exact, so their
-// quotient is the nearest number, which from_chars would give as well.
-std::optional<double> to_short_decimal(std::string_view text) noexcept {
-    constexpr std::size_t digit_limit = 15;
-    if (text.size() > digit_limit + 1) {
-        return std::nullopt;
-    }
-    std::int64_t digits = 0;
-    std::size_t point = text.size();
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (is_digit(text[i])) {
-            digits = 10 * digits + (text[i] - '0');
-        } else if (text[i] == '.' && point == text.size()) {
-            point = i;
-        } else {
-            return std::nullopt;
+// Reads the digits at the start of a text, with at most one point among them. Where the digits and the power are exact in
+// binary, their quotient is the nearest number, which from_chars would give as well.
+PlainDecimal leading_digits(std::string_view text) noexcept {
+    constexpr std::ptrdiff_t digit_limit = 19;
+    constexpr std::uint64_t exact_limit = std::uint64_t{1} << std::numeric_limits<double>::digits;
+    const char* const begin = text.data();
+    const char* const end = begin + text.size();
+    const char* at = begin;
+    std::uint64_t digits = 0;  // wraps only where there are too many of them
+    const auto take_digits = [&] {
+        const char* const first = at;
+        for (; at != end && is_digit(*at); ++at) {
+            digits = 10 * digits + static_cast<std::uint64_t>(*at - '0');
         }
+        return at - first;
+    };
+    std::ptrdiff_t count = take_digits();
+    std::ptrdiff_t decimals = 0;
+    const bool whole = at == end || *at != '.';
+    if (!whole) {
+        ++at;
+        const char* const point = at;
+        if (std::endian::native == std::endian::little && end - at >= 8 && take_eight_digits(at, digits)) {
+            at += 8;
+        }
+        take_digits();
+        decimals = at - point;
+        count += decimals;
     }
-    const bool has_point = point < text.size();
-    const std::size_t digit_count = text.size() - (has_point ? 1 : 0);
-    if (digit_count == 0 || digit_count > digit_limit) {
-        return std::nullopt;
+    if (count == 0 || count > digit_limit || digits > exact_limit) {
+        return {};
     }
-    const std::size_t decimals = has_point ? text.size() - point - 1 : 0;
-    return static_cast<double>(digits) / powers_of_ten[decimals];
+    return {static_cast<std::size_t>(at - begin), whole, static_cast<double>(digits) / powers_of_ten[decimals]};
 }
 
 std::optional<double> to_unsigned_number(std::string_view text) noexcept {
@@ -146,8 +168,10 @@ std::optional<double> to_unsigned_number(std::string_view text) noexcept {
         return to_special_number(text);
     }
     // In another mode the division would round another way.
-    if (const auto decimal = !hexadecimal && rounds_to_nearest() ? to_short_decimal(text) : std::nullopt) {
-        return decimal;
+    if (!hexadecimal && rounds_to_nearest()) {
+        if (const PlainDecimal decimal = leading_digits(text); decimal.length == text.size()) {
+            return decimal.value;
+        }
     }
     double value = 0;
     const RoundToNearest mode;
@@ -182,6 +206,24 @@ std::optional<Integer> leading_integer(std::string_view text, bool whole) noexce
 }
 
 }  // namespace
+
+// In any other mode one of these two sums comes out apart from 1. Asking the system takes longer than reading a number.
+bool rounds_to_nearest() noexcept {
+    static const volatile float tiny = std::numeric_limits<float>::min();
+    const float step = tiny;
+    return 1.0F + step == 1.0F - step;
+}
+
+PlainDecimal leading_plain_decimal(std::string_view text) noexcept {
+    const std::size_t size = text.size();
+    const bool minus = take_sign(text);
+    PlainDecimal decimal = leading_digits(text);
+    if (decimal.length > 0) {
+        decimal.length += size - text.size();
+        decimal.value = minus ? -decimal.value : decimal.value;
+    }
+    return decimal;
+}
 
 std::optional<double> to_number(std::string_view text) noexcept {
     text = without_leading_white_space(text);

@@ -1,6 +1,7 @@
 // Whole-field tests and conversions of numbers, independent of any locale.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -15,6 +16,21 @@ std::optional<double> to_number(std::string_view text) noexcept;
 
 /// Tells whether the whole text is a floating-point number.
 inline bool is_number_text(std::string_view text) noexcept { return to_number(text).has_value(); }
+
+/// A decimal without an exponent, as coordinates are.
+struct PlainDecimal {
+    std::size_t length = 0;  ///< of its text; 0 when there is none
+    bool whole = false;      ///< without a point
+    double value = 0;
+};
+
+/// Reads the decimal that a text begins with: an optional sign, and digits with at most one point among them, in a number
+/// that `to_number` would read the same. More than 19 digits, or digits that no binary number holds exactly, are left to
+/// that. Only while `rounds_to_nearest()`.
+PlainDecimal leading_plain_decimal(std::string_view text) noexcept;
+
+/// Tells whether sums are rounded to the nearest number, as they are unless the program set another mode.
+bool rounds_to_nearest() noexcept;
 
 /// Tells whether the whole text is a decimal integer (of any size) with an optional sign, leading white space allowed.
 bool is_integer_text(std::string_view text) noexcept;
