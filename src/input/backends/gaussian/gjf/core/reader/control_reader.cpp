@@ -186,7 +186,7 @@ ParsedKeywords GJFParser::parse_keywords(const std::vector<std::string>& route_k
     G16KeywordParser parser;
     parser.load_config(schema_path);
     parser.parse(join_route_words(route_keywords).text);
-    return parser.get_parsed_keywords();
+    return parser.take_parsed_keywords();
 }
 
 bool GJFParser::has_geom_option(const ControlSection& control, const std::string& option) {

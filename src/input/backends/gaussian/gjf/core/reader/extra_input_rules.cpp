@@ -3,7 +3,6 @@
 
 #include <gjf/core/reader/gjf_parser.hpp>
 #include <gjf/core/reader/reading.hpp>
-#include <gjf/core/schema/route_schema_cache.hpp>
 
 #include <algorithm>
 #include <cstdint>
@@ -30,9 +29,9 @@ bool qst2_or_3(Route r) { return r.option("opt", {"qst2", "qst3"}); }
 bool qst3(Route r) { return r.option("opt", {"qst3"}); }
 
 bool mm_parameters(Route r) {
-    constexpr const char *hard = "hardfirst", *soft = "softfirst", *only = "softonly", *changed = "modify";
-    return r.any_option({hard, soft, only, changed}) || r.keyword({hard, soft, only, changed}) ||
-           r.word_in_method_options({hard, soft, only, changed}) || r.word_in_oniom({hard, soft, only, changed});
+    const Words words = {"hardfirst", "softfirst", "softonly", "modify"};
+    return r.any_option(words) || r.keyword({"hardfirst", "softfirst", "softonly", "modify"}) ||
+           r.word_in_method_options(words) || r.word_in_oniom(words);
 }
 
 bool pcm_early(Route r) { return r.option("scrf", {"read"}) && r.option("scrf", {"externaliteration", "oniompcm"}); }
@@ -55,9 +54,9 @@ bool multiconfiguration_option(Route r, const char* name) {
 }
 
 std::size_t trajectory_blocks(Route r) {
-    const auto velocities = [&](const char* name) { return r.keyword({name}) || r.any_option({name}); };
-    return std::size_t{r.keyword({"bomd", "admp"})} + std::size_t{velocities("readvelocity")} +
-           std::size_t{velocities("readmwvelocity")};
+    return std::size_t{r.keyword({"bomd", "admp"})} +
+           std::size_t{r.keyword({"readvelocity"}) || r.any_option({"readvelocity"})} +
+           std::size_t{r.keyword({"readmwvelocity"}) || r.any_option({"readmwvelocity"})};
 }
 
 // Orbital input is given for each spin of an unrestricted method.
@@ -174,8 +173,7 @@ ParsedKeywords interpret(const ControlSection& control) {
 
 }  // namespace
 
-std::vector<Kind> expected_kinds(const ParsedKeywords& route, const MoleculeTraits& molecule) {
-    const RouteQuestions questions(route, default_route_schema(), molecule);
+std::vector<Kind> expected_kinds(Route questions) {
     std::vector<Kind> kinds;
     for (const Rule& rule : rules) {
         kinds.insert(kinds.end(), rule.count(questions), rule.kind);
@@ -189,17 +187,19 @@ const char* extra_input_request(Kind kind) noexcept {
 }
 
 std::vector<Kind> GJFParser::expected_extra_input_order(const ControlSection& control) {
-    return expected_kinds(interpret(control), {});
+    const ParsedKeywords route = interpret(control);
+    return expected_kinds(RouteQuestions(route));
 }
 
 std::vector<Kind> GJFParser::expected_extra_input_order(const GJFData& data) {
     const auto residues = [](const auto& atom) { return has_residue(atom.info); };
     const GeomSection& geom = data.geom;
-    MoleculeTraits molecule;
-    molecule.open_shell = is_open_shell(geom);
-    molecule.has_residues = std::any_of(geom.atoms.begin(), geom.atoms.end(), residues) ||
-                            std::any_of(geom.zmatrix_entries.begin(), geom.zmatrix_entries.end(), residues);
-    return expected_kinds(interpret(data.control), molecule);
+    const ParsedKeywords route = interpret(data.control);
+    RouteQuestions questions(route);
+    questions.set_molecule(
+        {is_open_shell(geom), std::any_of(geom.atoms.begin(), geom.atoms.end(), residues) ||
+                                  std::any_of(geom.zmatrix_entries.begin(), geom.zmatrix_entries.end(), residues)});
+    return expected_kinds(questions);
 }
 
 }  // namespace quor::input::gaussian

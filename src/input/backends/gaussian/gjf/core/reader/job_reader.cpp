@@ -3,8 +3,8 @@
 #include <gjf/core/reader/gjf_parser.hpp>
 
 #include <core/memory/reserve_large.hpp>
+#include <gjf/core/reader/extra_input_rules.hpp>
 #include <gjf/core/reader/reading.hpp>
-#include <gjf/core/schema/route_schema_cache.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
 
@@ -58,12 +58,11 @@ struct RouteShape {
     bool all_from_checkpoint = false;       // geom=allcheck: neither title nor molecule is read
 };
 
-RouteShape shape_of(const ParsedKeywords& route) {
-    const SimpleYAMLParser& schema = default_route_schema();
+RouteShape shape_of(const ParsedKeywords& route, const RouteQuestions& questions) {
     RouteShape shape;
     shape.has_overlays = route.has_keyword("extraoverlays");
-    shape.molecule_from_checkpoint = has_geom_option(route, schema, "chk");
-    shape.all_from_checkpoint = has_geom_option(route, schema, "allchk");
+    shape.molecule_from_checkpoint = questions.option("geom", {"chk"});
+    shape.all_from_checkpoint = questions.option("geom", {"allchk"});
     return shape;
 }
 
@@ -123,18 +122,19 @@ class JobReader {
         job.control = read_control_section(control, true, recorder_);
         const ParsedKeywords no_route;
         const ParsedKeywords& route = job.control.parsed_keywords ? *job.control.parsed_keywords : no_route;
-        const RouteShape shape = shape_of(route);
+        RouteQuestions questions(route);
+        const RouteShape shape = shape_of(route, questions);
         if (shape.has_overlays) {
             read_overlays();
         }
         if (!shape.all_from_checkpoint) {
             read_title(shape);
-            read_molecule_section(shape, [&route] { return !expected_kinds(route, {}).empty(); });
+            read_molecule_section(shape, [&questions] { return !expected_kinds(questions).empty(); });
         }
         const bool from_checkpoint = shape.all_from_checkpoint || shape.molecule_from_checkpoint;
         const bool atoms_known = !from_checkpoint || job.geom.atom_count() > 0;
-        const MoleculeTraits molecule{is_open_shell(job.geom), has_residues_};
-        read_extra_inputs(cursor_, job, expected_kinds(route, molecule), atoms_known, recorder_);
+        questions.set_molecule({is_open_shell(job.geom), has_residues_});
+        read_extra_inputs(cursor_, job, expected_kinds(questions), atoms_known, recorder_);
     }
 
    private:

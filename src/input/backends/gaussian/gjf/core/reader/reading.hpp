@@ -146,9 +146,6 @@ struct MoleculeTraits {
 bool has_residue(const AtomInfo& info);
 bool is_open_shell(const GeomSection& geom);
 
-/// Lists the kinds of section that a route asks for.
-std::vector<ExtraInputSectionKind> expected_kinds(const ParsedKeywords& route, const MoleculeTraits& molecule);
-
 /// Gives each expected kind its section and keeps what is left as sections of unknown kind. `atoms_known` tells whether atom
 /// numbers of connectivity are bounded by the job's own molecule.
 void read_extra_inputs(LineCursor& cursor, GJFData& job, const std::vector<ExtraInputSectionKind>& kinds, bool atoms_known,

@@ -1,12 +1,13 @@
 // Answers the questions that the rules for extra input ask of a route and its molecule.
 #include <gjf/core/reader/extra_input_rules.hpp>
 
+#include <gjf/core/schema/candidate_group.hpp>
 #include <gjf/core/schema/route_schema_cache.hpp>
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
+#include <array>
 #include <string_view>
-#include <unordered_map>
 
 namespace quor::input::gaussian {
 namespace {
@@ -31,9 +32,12 @@ bool occurs_as_whole_word(std::string_view text, std::string_view word) noexcept
     return false;
 }
 
-bool any_whole_word(const std::string& text, Names words) {
+bool any_whole_word(const std::string& text, Words words) {
+    if (text.empty()) {
+        return false;
+    }
     const std::string lower = folded(text);
-    return std::any_of(words.begin(), words.end(), [&](const char* word) { return occurs_as_whole_word(lower, word); });
+    return std::any_of(words.begin(), words.end(), [&](std::string_view word) { return occurs_as_whole_word(lower, word); });
 }
 
 bool is_residue_parameter(const std::string& key) {
@@ -42,133 +46,105 @@ bool is_residue_parameter(const std::string& key) {
     return std::find(std::begin(keys), std::end(keys), lower) != std::end(keys);
 }
 
-using Identities = std::unordered_map<std::string_view, KeywordIdentity>;
+using Identities = std::array<KeywordIdentity, std::size(asked_keywords)>;
 
-// The words that the rules ask for, looked up in the default vocabulary once. One that is left out here is looked up each
-// time.
-const Identities& asked_for() {
-    static const Identities identities = [] {
-        Identities map;
-        for (const char* word : {"admp",          "basis",
-                                 "bomd",          "both",
-                                 "cas",           "casscf",
-                                 "charge",        "cphf",
-                                 "dftb",          "ept",
-                                 "external",      "extrabasis",
-                                 "extralinks",    "extradensitybasis",
-                                 "field",         "freq",
-                                 "gen",           "genecp",
-                                 "geom",          "guess",
-                                 "gvb",           "hardfirst",
-                                 "input",         "iop",
-                                 "irc",           "massage",
-                                 "modconnect",    "modify",
-                                 "mopacexternal", "nmr",
-                                 "opt",           "output",
-                                 "pop",           "prop",
-                                 "pseudo",        "readatradii",
-                                 "readisotopes",  "readmwvelocity",
-                                 "readvelocity",  "readwindow",
-                                 "scrf",          "softfirst",
-                                 "softonly"}) {
-            map.emplace(word, default_route_schema().identify_keyword(word));
-        }
-        return map;
+// The keywords that the rules ask for, looked up in the default vocabulary once.
+const Identities& identities() {
+    static const Identities found = [] {
+        Identities list;
+        std::transform(std::begin(asked_keywords), std::end(asked_keywords), list.begin(),
+                       [](std::string_view word) { return default_route_schema().identify_keyword(std::string(word)); });
+        return list;
     }();
-    return identities;
+    return found;
+}
+
+// Tells whether an option of the vocabulary has a spelling that a word is or abbreviates. Only then can they be the same.
+bool may_be(const CandidateGroup* option, std::string_view word) {
+    return option != nullptr && std::any_of(option->forms.begin(), option->forms.end(), [word](const std::string& form) {
+               return form.compare(0, word.size(), word) == 0;
+           });
 }
 
 }  // namespace
 
-RouteQuestions::RouteQuestions(const ParsedKeywords& route, const SimpleYAMLParser& schema, const MoleculeTraits& molecule)
-    : route_(route), schema_(schema), molecule_(molecule) {
+RouteQuestions::RouteQuestions(const ParsedKeywords& route) : route_(route), schema_(default_route_schema()) {
+    const Identities& asked = identities();
     keywords_.reserve(route.keywords.size());
     for (const KeywordInfo& info : route.keywords) {
         Keyword& keyword = keywords_.emplace_back();
-        keyword.name = trimmed(info.name);
-        keyword.identity = schema.identify_keyword(keyword.name);
+        keyword.info = &info;
+        const KeywordIdentity identity = schema_.identify_keyword(info.name);
+        for (std::size_t i = 0; i < asked.size(); ++i) {
+            keyword.is[i] = SimpleYAMLParser::equivalent(identity, asked[i]);
+        }
+        present_ |= keyword.is;
         keyword.options.reserve(2 * info.options.size());
-        has_options_ = has_options_ || !info.options.empty();
         for (const auto& [name, value] : info.options) {
-            keyword.options.push_back(schema.identify_option(keyword.name, trimmed(name)));
-            keyword.options.push_back(schema.identify_option(keyword.name, trimmed(value)));
+            keyword.options.push_back(schema_.identify_option(info.name, name));
+            keyword.options.push_back(schema_.identify_option(info.name, value));
         }
     }
 }
 
-KeywordIdentity RouteQuestions::look_up(const char* wanted) const {
-    if (&schema_ == &default_route_schema()) {
-        const auto found = asked_for().find(wanted);
-        if (found != asked_for().end()) {
-            return found->second;
-        }
-    }
-    return schema_.identify_keyword(wanted);
-}
-
-bool RouteQuestions::has_option(const Keyword& keyword, Names options) const {
-    return !keyword.options.empty() && std::any_of(options.begin(), options.end(), [&](const char* option) {
-        const OptionIdentity wanted = schema_.identify_option(keyword.name, option);
-        return std::any_of(keyword.options.begin(), keyword.options.end(),
-                           [&](const OptionIdentity& entry) { return SimpleYAMLParser::equivalent(entry, wanted); });
+bool RouteQuestions::has_option(const Keyword& keyword, Words options) const {
+    const auto is_one = [&](const OptionIdentity& entry, std::string_view wanted) {
+        return entry.word == wanted ||
+               (may_be(entry.option, wanted) &&
+                SimpleYAMLParser::equivalent(entry, schema_.identify_option(keyword.info->name, std::string(wanted))));
+    };
+    return std::any_of(keyword.options.begin(), keyword.options.end(), [&](const OptionIdentity& entry) {
+        return std::any_of(options.begin(), options.end(), [&](std::string_view wanted) { return is_one(entry, wanted); });
     });
 }
 
-bool RouteQuestions::keyword(Names names) const {
-    return !keywords_.empty() && std::any_of(names.begin(), names.end(), [&](const char* name) {
-        const KeywordIdentity wanted = look_up(name);
-        return std::any_of(keywords_.begin(), keywords_.end(),
-                           [&](const Keyword& keyword) { return SimpleYAMLParser::equivalent(keyword.identity, wanted); });
-    });
+bool RouteQuestions::keyword(Keywords names) const noexcept {
+    return std::any_of(names.begin(), names.end(), [&](AskedKeyword name) { return present_[name.index()]; });
 }
 
-bool RouteQuestions::option(const char* keyword, Names options) const {
-    if (!has_options_) {
-        return false;
-    }
-    const KeywordIdentity wanted = look_up(keyword);
-    return std::any_of(keywords_.begin(), keywords_.end(), [&](const Keyword& candidate) {
-        return !candidate.options.empty() && SimpleYAMLParser::equivalent(candidate.identity, wanted) &&
-               has_option(candidate, options);
-    });
+bool RouteQuestions::option(AskedKeyword keyword, Words options) const {
+    return present_[keyword.index()] && std::any_of(keywords_.begin(), keywords_.end(), [&](const Keyword& candidate) {
+               return candidate.is[keyword.index()] && has_option(candidate, options);
+           });
 }
 
-bool RouteQuestions::any_option(Names options) const {
+bool RouteQuestions::any_option(Words options) const {
     return std::any_of(keywords_.begin(), keywords_.end(),
                        [&](const Keyword& keyword) { return has_option(keyword, options); });
 }
 
 bool RouteQuestions::iop(const char* name, const char* value) const {
-    return std::any_of(route_.keywords.begin(), route_.keywords.end(), [&](const KeywordInfo& info) {
-        if (info.options.empty() || !schema_.keywords_equivalent(trimmed(info.name), "iop")) {
-            return false;
-        }
-        return std::any_of(info.options.begin(), info.options.end(), [&](const auto& entry) {
-            return trim_view(entry.second) == value && schema_.options_equivalent("iop", trimmed(entry.first), name);
-        });
-    });
+    constexpr AskedKeyword iop = "iop";
+    return present_[iop.index()] && std::any_of(keywords_.begin(), keywords_.end(), [&](const Keyword& keyword) {
+               const auto& options = keyword.info->options;
+               return keyword.is[iop.index()] && std::any_of(options.begin(), options.end(), [&](const auto& entry) {
+                          return trim_view(entry.second) == value && schema_.options_equivalent("iop", entry.first, name);
+                      });
+           });
 }
 
-bool RouteQuestions::method(Names names, bool by_canonical_spelling) const {
+bool RouteQuestions::method(Words names, bool by_canonical_spelling) const {
     const std::string method = folded(route_.method);
     const std::string canonical = by_canonical_spelling && !method.empty() ? schema_.normalize_keyword(method) : method;
-    return std::any_of(names.begin(), names.end(), [&](const char* name) { return method == name || canonical == name; });
+    return std::any_of(names.begin(), names.end(),
+                       [&](std::string_view name) { return method == name || canonical == name; });
 }
 
-bool RouteQuestions::basis(Names names) const {
+bool RouteQuestions::basis(Words names) const {
     const std::string basis = folded(route_.basis_set);
     return std::find(names.begin(), names.end(), basis) != names.end() || option("basis", names);
 }
 
-bool RouteQuestions::word_in_method_options(Names words) const { return any_whole_word(route_.method_options, words); }
+bool RouteQuestions::word_in_method_options(Words words) const { return any_whole_word(route_.method_options, words); }
 
-bool RouteQuestions::word_in_oniom(Names words) const { return any_whole_word(route_.oniom_expression, words); }
+bool RouteQuestions::word_in_oniom(Words words) const { return any_whole_word(route_.oniom_expression, words); }
 
-bool RouteQuestions::option_text(const char* keyword, const char* text) const {
-    return std::any_of(route_.keywords.begin(), route_.keywords.end(), [&](const KeywordInfo& info) {
-        return !info.options.empty() && schema_.keywords_equivalent(trimmed(info.name), keyword) &&
-               std::any_of(info.options.begin(), info.options.end(),
-                           [&](const auto& entry) { return folded(entry.first) == text || folded(entry.second) == text; });
+bool RouteQuestions::option_text(AskedKeyword keyword, const char* text) const {
+    return std::any_of(keywords_.begin(), keywords_.end(), [&](const Keyword& candidate) {
+        const auto& options = candidate.info->options;
+        return candidate.is[keyword.index()] && std::any_of(options.begin(), options.end(), [&](const auto& entry) {
+                   return folded(entry.first) == text || folded(entry.second) == text;
+               });
     });
 }
 

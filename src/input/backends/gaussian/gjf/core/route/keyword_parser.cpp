@@ -79,6 +79,12 @@ void G16KeywordParser::classify_keywords() {
 
 ParsedKeywords G16KeywordParser::get_parsed_keywords() const { return result_; }
 
+ParsedKeywords G16KeywordParser::take_parsed_keywords() {
+    ParsedKeywords result = std::move(result_);
+    reset();
+    return result;
+}
+
 void G16KeywordParser::parse_segment_schema_driven(const std::string& segment, const std::optional<SourceSpan>& span) {
     const std::string text = trim(segment);
     if (text.empty() || try_process_oniom_form(text, span)) {

@@ -38,6 +38,8 @@ class QUOR_GJF_API G16KeywordParser {
     /// Sets every keyword's category from the vocabulary; does nothing without one.
     void classify_keywords();
     ParsedKeywords get_parsed_keywords() const;
+    /// Hands over the result and clears it.
+    ParsedKeywords take_parsed_keywords();
 
     void parse_segment_schema_driven(const std::string& segment, const std::optional<SourceSpan>& span);
 
@@ -84,7 +86,6 @@ class QUOR_GJF_API G16KeywordParser {
     bool try_process_basis_assignment(const std::string& segment, const std::optional<SourceSpan>& span);
     bool try_process_bare_basis(const std::string& segment);
     void append_keyword(std::string name, std::map<std::string, std::string> options, std::string raw);
-    std::string name_of_keyword(const std::string& text) const;
     /// Stores "name" or "name=value" under the name in lower case.
     void store_option(const std::string& keyword, const std::string& item,
                       std::map<std::string, std::string>& options) const;

@@ -2,7 +2,9 @@
 #include <gjf/core/route/keyword_parser.hpp>
 
 #include <gjf/core/route/route_scanner.hpp>
+#include <gjf/core/text/text.hpp>
 
+#include <string_view>
 #include <tuple>
 #include <utility>
 
@@ -13,34 +15,31 @@ namespace {
 constexpr const char* bare_option_value = "TRUE";
 
 // The trimmed texts before and after a position that holds a separator.
-std::pair<std::string, std::string> cut_at(const G16KeywordParser& parser, const std::string& text, int position) {
+std::pair<std::string, std::string> cut_at(const std::string& text, int position) {
+    const std::string_view view = text;
     const auto at = static_cast<std::size_t>(position);
-    return {parser.trim(text.substr(0, at)), parser.trim(text.substr(at + 1))};
+    return {std::string(trim_view(view.substr(0, at))), std::string(trim_view(view.substr(at + 1)))};
+}
+
+// The name of an option, and its value or what stands for one.
+std::pair<std::string, std::string> name_and_value(const std::string& item) {
+    const int equals = find_top_level_char(item, '=');
+    return equals < 0 ? std::pair(std::string(trim_view(item)), std::string(bare_option_value)) : cut_at(item, equals);
 }
 
 }  // namespace
 
 void G16KeywordParser::store_option(const std::string& keyword, const std::string& item,
                                     std::map<std::string, std::string>& options) const {
-    const int equals = find_top_level_char(item, '=');
-    if (equals < 0) {
-        options[normalize_route_option(keyword, item)] = bare_option_value;
-        return;
-    }
-    auto [name, value] = cut_at(*this, item, equals);
+    auto [name, value] = name_and_value(item);
     options[normalize_route_option(keyword, name)] = std::move(value);
 }
 
 void G16KeywordParser::take_option(const std::string& keyword, const std::string& item,
                                    const std::optional<SourceSpan>& span, std::map<std::string, std::string>& options) {
-    const int equals = find_top_level_char(item, '=');
-    warn_ambiguous_option(keyword, equals < 0 ? trim(item) : cut_at(*this, item, equals).first, span);
-    store_option(keyword, item, options);
-}
-
-std::string G16KeywordParser::name_of_keyword(const std::string& text) const {
-    return can_accept_simple_segment_as(text, SimpleSegmentKind::Keyword) ? schema_.normalize_keyword(text)
-                                                                          : normalize_raw_route_token(text);
+    auto [name, value] = name_and_value(item);
+    warn_ambiguous_option(keyword, name, span);
+    options[normalize_route_option(keyword, name)] = std::move(value);
 }
 
 void G16KeywordParser::process_parentheses_pattern(const std::string& segment, const std::optional<SourceSpan>& span) {
@@ -56,9 +55,10 @@ void G16KeywordParser::process_parentheses_pattern(const std::string& segment, c
     std::string keyword = head;
     std::string head_option;
     if (equals >= 0) {
-        std::tie(keyword, head_option) = cut_at(*this, head, equals);
+        std::tie(keyword, head_option) = cut_at(head, equals);
     }
-    if (schema_loaded_ && !can_accept_simple_segment_as(keyword, SimpleSegmentKind::Keyword)) {
+    const bool known = can_accept_simple_segment_as(keyword, SimpleSegmentKind::Keyword);
+    if (schema_loaded_ && !known) {
         warn_ambiguous_simple_segment(keyword, span, true, true, true);
     }
     std::map<std::string, std::string> options;
@@ -69,7 +69,8 @@ void G16KeywordParser::process_parentheses_pattern(const std::string& segment, c
     for (const std::string& item : split_top_level_list(inner, ',')) {
         take_option(keyword, item, span, options);
     }
-    append_keyword(name_of_keyword(keyword), std::move(options), segment);
+    append_keyword(known ? schema_.normalize_keyword(keyword) : normalize_raw_route_token(keyword), std::move(options),
+                   segment);
 }
 
 void G16KeywordParser::process_equal_pattern(const std::string& segment, const std::optional<SourceSpan>& span) {
@@ -78,14 +79,16 @@ void G16KeywordParser::process_equal_pattern(const std::string& segment, const s
         process_simple_segment(segment, span);
         return;
     }
-    const auto [keyword, value] = cut_at(*this, segment, equals);
+    const auto [keyword, value] = cut_at(segment, equals);
     // The word "basis" is known to this pattern alone; keyword(options) warns about it.
-    if (schema_loaded_ && keyword != "basis" && !can_accept_simple_segment_as(keyword, SimpleSegmentKind::Keyword)) {
+    const bool known = can_accept_simple_segment_as(keyword, SimpleSegmentKind::Keyword);
+    if (schema_loaded_ && keyword != "basis" && !known) {
         warn_ambiguous_simple_segment(keyword, span, true, true, true);
     }
     std::map<std::string, std::string> options;
     take_option(keyword, value, span, options);
-    append_keyword(name_of_keyword(keyword), std::move(options), segment);
+    append_keyword(known ? schema_.normalize_keyword(keyword) : normalize_raw_route_token(keyword), std::move(options),
+                   segment);
 }
 
 bool G16KeywordParser::try_process_keyword_option_slash_form(const std::string& segment,

@@ -79,8 +79,8 @@ void G16KeywordParser::warn_ambiguous_simple_segment(const std::string& token, c
 
 void G16KeywordParser::warn_ambiguous_option(const std::string& keyword, const std::string& option,
                                              const std::optional<SourceSpan>& span) {
-    if (!schema_loaded_ || option.empty() || is_integer_text(option) || !schema_.knows_keyword(keyword) ||
-        schema_.knows_option_exact(keyword, option)) {
+    if (!schema_loaded_ || option.empty() || is_integer_text(option) || schema_.knows_option_exact(keyword, option) ||
+        !schema_.knows_keyword(keyword)) {
         return;
     }
     const std::vector<std::string> candidates = schema_.option_completions(keyword, option);

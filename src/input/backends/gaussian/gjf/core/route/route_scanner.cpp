@@ -7,6 +7,8 @@
 #include <gjf/core/route/route_segments.hpp>
 #include <gjf/core/text/text.hpp>
 
+#include <algorithm>
+#include <cstddef>
 #include <string_view>
 
 namespace quor::input::gaussian {
@@ -31,6 +33,14 @@ void walk_top_level(std::string_view text, Separates separates, Take take) {
 }  // namespace
 
 int find_top_level_char(const std::string& text, char character) {
+    // Most texts do not have the character, or have nothing that nests before it.
+    const std::size_t first = text.find(character);
+    if (first == std::string::npos) {
+        return -1;
+    }
+    if (std::none_of(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(first), is_nesting_character)) {
+        return static_cast<int>(first);
+    }
     NestingTracker nesting;
     for (std::size_t i = 0; i < text.size(); ++i) {
         if (nesting.at_top_level() && text[i] == character) {

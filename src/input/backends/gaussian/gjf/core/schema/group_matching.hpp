@@ -6,6 +6,7 @@
 #pragma once
 
 #include <gjf/core/schema/candidate_group.hpp>
+#include <gjf/core/schema/text_map.hpp>
 
 #include <cstddef>
 #include <cstdint>
@@ -71,7 +72,7 @@ class GroupList {
 
     std::vector<CandidateGroup> groups_;
     std::vector<Spelling> sorted_;
-    std::unordered_map<std::string_view, ExactSpelling> exact_;
+    std::unordered_map<std::string_view, ExactSpelling, TextHash> exact_;
 };
 
 }  // namespace quor::input::gaussian

@@ -118,13 +118,10 @@ KeywordIdentity SimpleYAMLParser::identify_keyword(const std::string& word) cons
 }
 
 bool SimpleYAMLParser::equivalent(const KeywordIdentity& a, const KeywordIdentity& b) noexcept {
-    if (a.word == b.word) {
-        return true;
-    }
     if (a.keyword != nullptr && b.keyword != nullptr) {
-        return a.keyword == b.keyword;
+        return a.keyword == b.keyword;  // as for equal words
     }
-    return a.method != nullptr && a.method == b.method;
+    return (a.method != nullptr && a.method == b.method) || a.word == b.word;
 }
 
 OptionIdentity SimpleYAMLParser::identify_option(const std::string& keyword, const std::string& option) const {
@@ -157,10 +154,13 @@ std::string SimpleYAMLParser::classify(const std::string& token) const {
     if (word.empty() || !impl_->loaded) {
         return "other";
     }
-    if (const std::string* category = find_value(impl_->categories, impl_->normalize_keyword(word))) {
+    const GroupHit keyword = impl_->keyword_groups.match_exact(word);
+    const std::string* const category = keyword.found() ? find_value(impl_->categories, keyword.canonical)
+                                                        : find_value(impl_->categories, impl_->normalize_keyword(word));
+    if (category != nullptr) {
         return *category;
     }
-    if (impl_->keyword_groups.match_exact(word).found()) {
+    if (keyword.found()) {
         return "other";
     }
     if (impl_->method_groups.match_exact(word).found()) {

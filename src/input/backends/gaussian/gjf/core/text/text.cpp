@@ -94,7 +94,7 @@ bool opens_quote(std::string_view text, std::size_t i) noexcept {
     return text[i] == '"';
 }
 
-bool NestingTracker::advance(char c) noexcept {
+bool NestingTracker::advance_nesting(char c) noexcept {
     if (quote_ != 0) {
         if (c == quote_) {
             quote_ = 0;
@@ -102,8 +102,7 @@ bool NestingTracker::advance(char c) noexcept {
         return false;
     }
     const bool is_prime = c == '\'' && is_prime_behind(last_[1], last_[0]);
-    last_[1] = last_[0];
-    last_[0] = c;
+    remember(c);
     if (is_prime) {
         return at_top_level();
     }
@@ -155,10 +154,6 @@ bool is_comment_line(std::string_view line) noexcept {
 }
 
 namespace {
-
-constexpr bool is_nesting_character(char c) noexcept {
-    return c == '\'' || c == '"' || c == '(' || c == ')' || c == '[' || c == ']' || c == '{' || c == '}';
-}
 
 // What a character does to fields, by its byte: most lines are cut by looking each character up once.
 enum : std::uint8_t { is_blank_class = 1, is_comma_class = 2, is_nesting_class = 4 };

@@ -42,6 +42,11 @@ std::string_view take_line(std::string_view& text) noexcept;
 /// Joins `count` lines with a line feed between them and none after the last.
 std::string join_lines(const std::string_view* lines, std::size_t count);
 
+/// Tells whether `c` is a quote or a bracket of any kind.
+constexpr bool is_nesting_character(char c) noexcept {
+    return c == '\'' || c == '"' || c == '(' || c == ')' || c == '[' || c == ']' || c == '{' || c == '}';
+}
+
 /// Follows quotes and brackets while a text is walked, one character after another.
 ///
 /// A quote is closed by the same quote character alone; inside it no bracket counts. Parentheses, square brackets and braces
@@ -49,10 +54,22 @@ std::string join_lines(const std::string_view* lines, std::size_t count);
 class NestingTracker {
    public:
     /// Takes the next character; returns whether it stands at top level (outside quotes and brackets, itself neither).
-    bool advance(char c) noexcept;
+    bool advance(char c) noexcept {
+        if (quote_ != 0 || is_nesting_character(c)) {
+            return advance_nesting(c);
+        }
+        remember(c);
+        return at_top_level();
+    }
     bool at_top_level() const noexcept { return quote_ == 0 && round_ == 0 && square_ == 0 && curly_ == 0; }
 
    private:
+    bool advance_nesting(char c) noexcept;
+    void remember(char c) noexcept {
+        last_[1] = last_[0];
+        last_[0] = c;
+    }
+
     char quote_ = 0;
     char last_[2] = {0, 0};  // the two characters taken before, the later one first
     std::size_t round_ = 0;
