@@ -50,6 +50,7 @@ std::int64_t rounds_of(Before before) {
         case Before::Nothing:
             return 10;
         case Before::Route:
+        case Before::PlainRoute:
             return 50;
         default:
             return 3;

@@ -165,9 +165,9 @@ constexpr EditorOperation route_operations[] = {
     {"clear_method", Before::Route, [](B& b, Turn) { b.editor.clear_method(); }},
     {"set_basis_set", Before::Route, [](B& b, Turn) { b.editor.set_basis_set("def2svp"); }},
     {"clear_basis_set", Before::Route, [](B& b, Turn) { b.editor.clear_basis_set(); }},
-    {"set_model_chemistry_basis", Before::Route, [](B& b, Turn) { b.editor.set_model_chemistry_basis("def2svp"); }},
-    {"set_model_chemistry_method", Before::Route, [](B& b, Turn) { b.editor.set_model_chemistry_method("pbepbe"); }},
-    {"set_model_chemistry_method_with_options", Before::Route,
+    {"set_model_chemistry_basis", Before::PlainRoute, [](B& b, Turn) { b.editor.set_model_chemistry_basis("def2svp"); }},
+    {"set_model_chemistry_method", Before::PlainRoute, [](B& b, Turn) { b.editor.set_model_chemistry_method("pbepbe"); }},
+    {"set_model_chemistry_method_with_options", Before::PlainRoute,
      [](B& b, Turn) {
          b.editor.set_model_chemistry_method_with_options("ccsd", {{"t", std::nullopt}});
      }},
@@ -252,6 +252,10 @@ void prepare(Workbench& bench, Before before, const GJFData& job) {
             break;
         case Before::Route:
             bench.editor.set_route_section(job.control.route_keywords);
+            bench.editor.ensure_parsed_keywords();
+            break;
+        case Before::PlainRoute:
+            bench.editor.set_route_section({"#p", "b3lyp/6-31g(d)", "geom=connectivity"});
             bench.editor.ensure_parsed_keywords();
             break;
         case Before::Everything:

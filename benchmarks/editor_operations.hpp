@@ -24,6 +24,7 @@ struct Workbench {
 enum class Before {
     Nothing,      ///< the editor as the run before left it
     Route,        ///< the route as it was read
+    PlainRoute,   ///< a route of one method and basis set, which an ONIOM route is not
     Everything,   ///< the whole job as it was read
     Spare,        ///< and a copy of it in `spare`
     TextOfBonds,  ///< no section but the bonds, as text of no kind

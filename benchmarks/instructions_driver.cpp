@@ -1,19 +1,36 @@
 // Does fixed pieces of work for a count of instructions. All that is to be counted happens inside `measured_part`.
 //
-// Usage: instructions_driver PIECE
+// Usage: instructions_driver PIECE         one of the pieces below
+//        instructions_driver edit ATOMS    each operation of the editor on a job of so many atoms, naming one a line
+#include "editor_operations.hpp"
 #include "inputs.hpp"
 
 #include <gjf/gjf.hpp>
 
 #include <cstdio>
-#include <cstring>
+#include <functional>
 #include <string>
+#include <string_view>
 
 namespace {
 
+volatile bool finished = false;
+
+}  // namespace
+
+// Named for the counter, which starts at its call and stops at its return: kept whole, and with something to do behind the
+// work, so that neither is optimised away.
+extern "C" __attribute__((noipa)) void measured_part(const std::function<void()>& work);
+extern "C" void measured_part(const std::function<void()>& work) {
+    finished = false;
+    work();
+    finished = true;
+}
+
+namespace {
+
+using namespace quor::benchmarks;
 using namespace quor::input::gaussian;
-using quor::benchmarks::input_routes;
-using quor::benchmarks::input_text;
 
 std::size_t read_and_write(const std::string& text) {
     return GJFEditor(GJFParser::parse_string(text)).to_gjf_string().size();
@@ -33,32 +50,54 @@ std::size_t routes() {
     return words;
 }
 
-using Piece = std::size_t (*)();
-
 const struct {
     const char* name;
-    Piece piece;
+    std::size_t (*run)();
 } pieces[] = {
     {"small_read_write", small_job}, {"cartesian_read", cartesian_job}, {"oniom_read", oniom_job}, {"routes", routes}};
 
+// Reads the inputs and does a small job, so that files, vocabulary and the binding of functions are not counted.
+void warm_up() {
+    input_text("cartesian_10000.gjf");
+    input_text("oniom_10000.gjf");
+    routes();
+    small_job();
+}
+
+void run_editor_operations(const std::string& atoms) {
+    const GJFData job = GJFParser::parse_string(input_text("oniom_" + atoms + ".gjf"));
+    for (const EditorOperation& operation : editor_operations()) {
+        Workbench bench(job);
+        // The first run makes what is made once, such as the room for one more atom; the second is the one to count.
+        for (std::size_t turn = 0; turn < 2; ++turn) {
+            prepare(bench, operation.before, job);
+            if (turn == 0) {
+                operation.run(bench, turn);
+            }
+        }
+        measured_part([&] { operation.run(bench, 1); });
+        std::puts(operation.name);
+    }
+}
+
 }  // namespace
 
-// Named for the counter, which starts and stops at it.
-extern "C" __attribute__((noinline)) std::size_t measured_part(Piece piece);
-extern "C" std::size_t measured_part(Piece piece) { return piece(); }
-
 int main(int argc, char** argv) {
-    quor::benchmarks::use_vocabulary_of_the_tree();
+    use_vocabulary_of_the_tree();
+    if (argc == 3 && std::string_view(argv[1]) == "edit") {
+        warm_up();
+        run_editor_operations(argv[2]);
+        return 0;
+    }
     for (const auto& entry : pieces) {
-        if (argc == 2 && std::strcmp(argv[1], entry.name) == 0) {
-            // A small job beforehand: vocabulary loaded, functions bound. Then the inputs, so that reading files is not
-            // counted.
-            const std::size_t warm = small_job() + input_routes().size() + input_text("cartesian_10000.gjf").size() +
-                                     input_text("oniom_10000.gjf").size();
-            std::printf("%zu\n", warm == 0 ? 0 : measured_part(entry.piece));
-            return 0;
+        if (argc == 2 && std::string_view(argv[1]) == entry.name) {
+            warm_up();
+            std::size_t result = 0;
+            measured_part([&] { result = entry.run(); });
+            std::printf("%zu\n", result);
+            return result == 0 ? 1 : 0;
         }
     }
-    std::fputs("Usage: instructions_driver small_read_write|cartesian_read|oniom_read|routes\n", stderr);
+    std::fputs("Usage: instructions_driver small_read_write|cartesian_read|oniom_read|routes|edit ATOMS\n", stderr);
     return 1;
 }

@@ -131,9 +131,9 @@ def write_inputs(folder):
     write(folder, "medium.gjf", cartesian(1_000))
     write(folder, "cartesian_10000.gjf", cartesian(10_000))
     write(folder, "large.gjf", cartesian(100_000))
-    write(folder, "oniom_10000.gjf", oniom(10_000))
     write(folder, "oniom_large.gjf", oniom(100_000))
-    write(folder, "oniom_200000.gjf", oniom(200_000))
+    for count in (5_000, 10_000, 20_000, 200_000):
+        write(folder, f"oniom_{count}.gjf", oniom(count))
     write(folder, "zmatrix.gjf", zmatrix(2_000))
     write(folder, "gen.gjf", gen(500))
     write(folder, "jobs.gjf", jobs(1_000))
