@@ -13,7 +13,7 @@ prefix ?= /usr/local
 python ?= /usr/bin/python3
 
 .DEFAULT_GOAL := setup
-.PHONY: setup demo test python python-bench tsan coverage bench fuzz fuzz-long tidy cppcheck install clean
+.PHONY: setup demo test python python-bench tsan coverage bench bench-build bench-peers bench-check bench-growth bench-report fuzz fuzz-long tidy cppcheck install clean
 
 # How long each fuzzer runs, in seconds, and which run (all, unless named).
 fuzz_seconds ?= 60
@@ -57,10 +57,28 @@ coverage: setup
 	gcovr --root . --object-directory build/coverage --filter src/ --exclude-throw-branches --exclude-unreachable-branches \
 	    --fail-under-line 95 --fail-under-branch 85 --txt build/coverage/coverage.txt --print-summary build/coverage
 
-# Needs libbenchmark-dev.
-bench: setup
+# Needs libbenchmark-dev, as all that follows. bench_options="--benchmark_filter=read" for some of the benchmarks.
+bench: bench-build
+	build/bench/benchmarks/library_benchmark $(bench_options)
+
+bench-build: setup
 	cmake --preset bench && cmake --build --preset bench
-	QUOR_G16_ROUTE_SCHEMA_YAML=resources/schemas/input/gaussian_route.yaml build/bench/benchmarks/library_benchmark
+
+# Reading, beside ASE, pymatgen and Open Babel: python3-ase, python3-pymatgen, python3-openbabel, each left out when it is not there.
+bench-peers: bench-build
+	$(python) benchmarks/peers/compare_peers.py build/bench
+
+# Counts of instructions against benchmarks/results/instructions.json, which renew=1 writes anew. Needs valgrind.
+bench-check: bench-build
+	$(python) benchmarks/instructions.py build/bench $(if $(renew),--renew)
+
+# How each operation of the editor grows with the number of atoms. Needs valgrind.
+bench-growth: bench-build
+	$(python) benchmarks/instructions.py build/bench --growth
+
+# Every target of docs/performance.md: wanted, measured, met or not. record="what changed" keeps the figures.
+bench-report: bench-build
+	$(python) benchmarks/report.py build/bench $(if $(record),--record "$(record)")
 
 # Needs clang-14 and libclang-rt-14-dev.
 fuzz: setup
