@@ -23,8 +23,9 @@ SIZES = (5_000, 20_000)
 
 def run_counted(build, arguments, folder, more=()):
     """Runs the driver; returns its lines and the counts of the parts dumped. The environment is fixed: it moves the stack."""
-    command = [shutil.which("valgrind") or sys.exit("valgrind is not installed"), "--tool=callgrind", f"--callgrind-out-file={folder}/counts", "--collect-atstart=no",
-               "--toggle-collect=measured_part", *more, str(pathlib.Path(build).resolve() / "benchmarks/instructions_driver"), *arguments]
+    valgrind = shutil.which("valgrind") or sys.exit("valgrind is not installed")
+    command = [valgrind, "--tool=callgrind", f"--callgrind-out-file={folder}/counts", "--collect-atstart=no", "--toggle-collect=measured_part", *more,
+               str(pathlib.Path(build).resolve() / "benchmarks/instructions_driver"), *arguments]
     environment = {"PATH": "/usr/bin:/bin", "LC_ALL": "C"}
     result = subprocess.run(command, env=environment, capture_output=True, text=True, check=False)
     if result.returncode != 0:
