@@ -158,7 +158,7 @@ namespace {
 // What a character does to fields, by its byte: most lines are cut by looking each character up once.
 enum : std::uint8_t { is_blank_class = 1, is_comma_class = 2, is_nesting_class = 4 };
 
-constexpr std::array<std::uint8_t, 256> character_classes = [] {
+constexpr std::array<std::uint8_t, 256> character_classes = []() {
     std::array<std::uint8_t, 256> classes{};
     for (std::size_t byte = 0; byte < classes.size(); ++byte) {
         const char c = static_cast<char>(byte);
