@@ -61,11 +61,12 @@ std::string hint_at_title(const CheckedJob& job) {
 }
 
 std::string hint_at_failure(const CheckedJob& job, const std::string& message) {
-    if (message.find("Missing geometry section") == 0) {
+    const std::string_view told = message;
+    if (told.starts_with("Missing geometry section")) {
         return hint_at_title(job);
     }
     for (const auto& known : failure_hints) {
-        if (std::string_view(message).substr(0, known.message.size()) == known.message) {
+        if (told.starts_with(known.message)) {
             return known.hint;
         }
     }
