@@ -13,12 +13,11 @@ namespace quor_gjf {
 /// Reads a finite decimal number that takes up the whole text, with a sign or without; absent when it is none.
 template <typename Number>
 std::optional<Number> number_of(std::string_view text) noexcept {
-    if (text.size() > 1 && text.front() == '+' && text[1] != '-') {
-        text.remove_prefix(1);
-    }
+    const bool has_plus = text.size() > 1 && text.front() == '+' && text[1] != '-';
+    const std::string_view digits = text.substr(has_plus ? 1 : 0);
     Number number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc() || end != text.data() + text.size()) {
+    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
+    if (error != std::errc() || end != digits.data() + digits.size()) {
         return std::nullopt;
     }
     if constexpr (std::is_floating_point_v<Number>) {
