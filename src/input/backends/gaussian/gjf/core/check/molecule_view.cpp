@@ -254,7 +254,7 @@ std::vector<MoleculeAtom> atoms_of(const CheckedJob& job) {
             seen.position.reset();
         }
         seen.fragment = fragment_of(row.info);
-        atoms.push_back(std::move(seen));
+        atoms.push_back(seen);
     }
     return atoms;
 }

@@ -239,7 +239,9 @@ GJFDocument::GJFDocument(std::string text) : impl_(std::make_unique<Impl>()) {
     impl_->text = std::move(text);
     impl_->read();
     for (std::size_t i = 0; i < impl_->readings.size(); ++i) {
-        impl_->entries.push_back({std::make_unique<GJFEditor>(impl_->readings[i].job), i});
+        Impl::Entry& entry = impl_->entries.emplace_back();
+        entry.editor = std::make_unique<GJFEditor>(impl_->readings[i].job);
+        entry.reading = i;
     }
 }
 

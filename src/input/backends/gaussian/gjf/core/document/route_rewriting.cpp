@@ -60,7 +60,7 @@ std::string with_options(const std::string& raw, Options options) {
     for (const auto& [name, value] : options) {
         items.push_back(option_text(name, value));
     }
-    const std::string head(stretch_text(raw, shape.head));
+    std::string head(stretch_text(raw, shape.head));
     if (items.empty()) {
         return head;
     }
@@ -251,7 +251,7 @@ class RouteRewriter {
     static std::string with_basis(const std::string& old, const std::string& basis) {
         if (find_top_level_char(old, '/') < 0) {
             const int equals = find_top_level_char(old, '=');
-            return basis.empty() ? basis : old.substr(0, static_cast<std::size_t>(equals + 1)) + basis;
+            return basis.empty() ? basis : old.substr(0, static_cast<std::size_t>(equals) + 1) + basis;
         }
         std::string text;
         for (const std::string& piece : split_top_level_list(old, '/')) {
