@@ -6,7 +6,6 @@
 #include <cstddef>
 #include <map>
 #include <optional>
-#include <tuple>
 #include <utility>
 
 namespace quor_gjf {
@@ -162,65 +161,16 @@ std::string lost_of_molecule(const JobReading& reading, const Lines& lines) {
     return lost_of_atoms(reading, lines);
 }
 
-bool same_link0(const ControlSection& a, const ControlSection& b) {
-    return std::tie(a.chk, a.oldchk, a.rwf, a.mem, a.nproc, a.cpu, a.other_link0_lines) ==
-           std::tie(b.chk, b.oldchk, b.rwf, b.mem, b.nproc, b.cpu, b.other_link0_lines);
-}
-
-// An option list that was broken over two lines is one word when the route stands on one.
-bool same_route(const ControlSection& a, const ControlSection& b) {
-    const auto joined = [](const std::vector<std::string>& words) {
-        std::string text;
-        for (const std::string& word : words) {
-            text += word + ' ';
-        }
-        return text;
-    };
-    return joined(a.route_keywords) == joined(b.route_keywords);
-}
-
-bool same_pairs(const GeomSection& a, const GeomSection& b) {
-    const std::vector<ChargeSpinPair> first = a.charge_spin_pairs();
-    const std::vector<ChargeSpinPair> second = b.charge_spin_pairs();
-    return std::equal(first.begin(), first.end(), second.begin(), second.end(),
-                      [](const ChargeSpinPair& p, const ChargeSpinPair& q) {
-                          return p.charge == q.charge && p.multiplicity == q.multiplicity;
-                      });
-}
-
-auto fields_of(const AtomCoord& atom) {
-    return std::tie(atom.info.element, atom.info.mm_type, atom.info.mm_charge, atom.info.params, atom.freeze, atom.x, atom.y,
-                    atom.z, atom.x_ref.text, atom.y_ref.text, atom.z_ref.text, atom.layer);
-}
-
-bool same_atoms(const GeomSection& a, const GeomSection& b) {
-    return a.format == b.format &&
-           std::equal(a.atoms.begin(), a.atoms.end(), b.atoms.begin(), b.atoms.end(),
-                      [](const AtomCoord& p, const AtomCoord& q) { return fields_of(p) == fields_of(q); }) &&
-           std::equal(a.cartesian_variables.begin(), a.cartesian_variables.end(), b.cartesian_variables.begin(),
-                      b.cartesian_variables.end(), [](const ZMatrixVariable& p, const ZMatrixVariable& q) {
-                          return p.name == q.name && p.value == q.value;
-                      });
-}
-
-// Bonds are written by atoms, so their order in the file does not count.
-std::vector<std::tuple<std::uint64_t, std::uint64_t, double>> sorted_bonds(const ConnectivitySection& section) {
-    std::vector<std::tuple<std::uint64_t, std::uint64_t, double>> bonds;
-    for (const Bond& bond : section.bonds) {
-        bonds.emplace_back(bond.atom1, bond.atom2, bond.order);
-    }
-    std::sort(bonds.begin(), bonds.end());
-    return bonds;
-}
-
-bool same_section(const ExtraInputSection& a, const ExtraInputSection& b) {
-    const ConnectivitySection* first = a.connectivity();
-    const ConnectivitySection* second = b.connectivity();
-    if (a.kind != b.kind || (first == nullptr) != (second == nullptr)) {
-        return false;
-    }
-    return first == nullptr ? a.text() == b.text() : sorted_bonds(*first) == sorted_bonds(*second);
-}
+// What a part is called in a message.
+constexpr std::array<std::pair<JobPart, const char*>, 7> part_names = {{
+    {JobPart::Link0, "Link 0"},
+    {JobPart::Overlays, "overlays"},
+    {JobPart::Format, "molecule"},
+    {JobPart::AtomCount, "molecule"},
+    {JobPart::Atom, "molecule"},
+    {JobPart::Variables, "molecule"},
+    {JobPart::ExtraInput, "extra input"},
+}};
 
 }  // namespace
 
@@ -246,18 +196,13 @@ std::string loss_in_writing(const JobReading& reading, const Lines& lines, bool 
 }
 
 std::string difference(const GJFData& a, const GJFData& b) {
-    const std::array<std::pair<const char*, bool>, 7> parts = {{
-        {"Link 0", same_link0(a.control, b.control)},
-        {"route", same_route(a.control, b.control)},
-        {"overlays", a.extra_overlays == b.extra_overlays},
-        {"title", a.title == b.title},
-        {"charge and multiplicity", same_pairs(a.geom, b.geom)},
-        {"molecule", same_atoms(a.geom, b.geom)},
-        {"extra input", std::equal(a.extra_inputs.begin(), a.extra_inputs.end(), b.extra_inputs.begin(),
-                                   b.extra_inputs.end(), same_section)},
-    }};
-    const auto other = std::find_if(parts.begin(), parts.end(), [](const auto& part) { return !part.second; });
-    return other == parts.end() ? std::string() : other->first;
+    const std::optional<JobDifference> difference = find_difference(a, b);
+    if (!difference) {
+        return {};
+    }
+    const auto* name = std::find_if(part_names.begin(), part_names.end(),
+                                    [&](const auto& entry) { return entry.first == difference->part; });
+    return name == part_names.end() ? job_part_name(difference->part) : name->second;
 }
 
 }  // namespace quor_gjf

@@ -17,6 +17,7 @@ set(quor_public_headers
     gjf/core/job/geometry.hpp
     gjf/core/job/gjf_data.hpp
     gjf/core/job/gjf_parse_exception.hpp
+    gjf/core/job/job_comparison.hpp
     gjf/core/reader/gjf_parser.hpp
     gjf/core/reader/job_layout.hpp
     gjf/core/check/checker.hpp

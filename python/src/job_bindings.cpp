@@ -118,7 +118,8 @@ void bind_job(JobClass& job) {
     });
     job.def_property_readonly_static("json_version", [](const py::object&) { return quor_gjf::json_version; });
     job.def("first_difference", [](const JobHandle& self, const JobHandle& other) -> std::optional<std::string> {
-        const char* part = first_difference(self.editor.get_data(), other.editor.get_data(), Coordinates::AsNumber);
+        const char* part =
+            first_difference(self.editor.get_data(), other.editor.get_data(), JobComparison::Coordinates::AsNumber);
         return part == nullptr ? std::nullopt : std::optional<std::string>(part);
     });
     bind_link0(job);

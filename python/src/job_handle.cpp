@@ -149,7 +149,7 @@ bool is_as_read(const JobHandle& job) {
         return false;
     }
     const GJFData read = GJFParser::parse_string(job.source->job_text(job.index));
-    return first_difference(job.editor.get_data(), read, Coordinates::AsText) == nullptr;
+    return first_difference(job.editor.get_data(), read, JobComparison::Coordinates::AsText) == nullptr;
 }
 
 JobHandle save_job(const JobHandle& job, const SaveTarget& target) {

@@ -67,7 +67,7 @@ std::string fixed_layout(const GJFEditor& editor) {
     std::string text = editor.to_gjf_string();
     try {
         const GJFData again = GJFParser::parse_string(text);
-        if (const char* part = first_difference(editor.get_data(), again, Coordinates::AsWritten)) {
+        if (const char* part = first_difference(editor.get_data(), again, JobComparison::Coordinates::AsWritten)) {
             refuse(part);
         }
     } catch (const WriteError&) {

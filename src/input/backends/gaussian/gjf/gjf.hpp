@@ -7,6 +7,7 @@
 #include <gjf/core/editor/gjf_multi_editor.hpp>
 #include <gjf/core/job/gjf_data.hpp>
 #include <gjf/core/job/gjf_parse_exception.hpp>
+#include <gjf/core/job/job_comparison.hpp>
 #include <gjf/core/reader/gjf_parser.hpp>
 #include <gjf/core/reader/job_layout.hpp>
 #include <gjf/core/route/keyword_parser.hpp>

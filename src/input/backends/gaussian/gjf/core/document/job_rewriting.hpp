@@ -52,9 +52,6 @@ void replace_lines(JobRewriting& job, const LineRange& range, const std::string&
 /// the change of the molecule makes meaningless; with `force` the text stays as it is then.
 std::string renumber_section(ExtraInputSectionKind kind, const std::string& text, const AtomPlaces& places, bool force);
 
-bool same_label(const AtomInfo& a, const AtomInfo& b);
-bool same_variable(const ZMatrixVariable& a, const ZMatrixVariable& b);
-
 /// Tells what differs between a job that was read and the one that should be there; empty when nothing does. Sections are
 /// compared only when asked to.
 std::string difference_between(const GJFData& read, const GJFData& wanted, bool sections_too);

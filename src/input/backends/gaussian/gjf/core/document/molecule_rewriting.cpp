@@ -3,6 +3,7 @@
 
 #include <gjf/core/document/field_line.hpp>
 #include <gjf/core/job/gjf_parse_exception.hpp>
+#include <gjf/core/job/job_comparison.hpp>
 #include <gjf/core/reader/molecule_fields.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>

@@ -1,0 +1,82 @@
+// Compares a job that was read back with the one that should be there: its route by what it means, all else as it is
+// written.
+#include <gjf/core/document/job_rewriting.hpp>
+
+#include <gjf/core/job/job_comparison.hpp>
+#include <gjf/core/reader/gjf_parser.hpp>
+
+#include <algorithm>
+#include <optional>
+#include <tuple>
+
+namespace quor::input::gaussian {
+namespace {
+
+using Keywords = std::vector<std::pair<std::string, std::map<std::string, std::string>>>;
+
+Keywords sorted_keywords(const ParsedKeywords& route) {
+    Keywords keywords;
+    for (const KeywordInfo& keyword : route.keywords) {
+        keywords.emplace_back(keyword.name, keyword.options);
+    }
+    std::sort(keywords.begin(), keywords.end());
+    return keywords;
+}
+
+bool same_meaning(const std::vector<std::string>& a, const std::vector<std::string>& b) {
+    const ParsedKeywords x = GJFParser::parse_keywords(a, {});
+    const ParsedKeywords y = GJFParser::parse_keywords(b, {});
+    const auto model = [](const ParsedKeywords& r) {
+        return std::tie(r.print_level, r.method, r.basis_set, r.secondary_method, r.secondary_basis_set,
+                        r.density_fitting_basis, r.oniom_expression);
+    };
+    return model(x) == model(y) && sorted_keywords(x) == sorted_keywords(y);
+}
+
+std::string section_name(const ExtraInputSection& section) {
+    return std::string("the section '") + extra_input_kind_name(section.kind) + "'";
+}
+
+std::string section_difference(std::size_t i, const GJFData& read, const GJFData& wanted) {
+    if (i >= wanted.extra_inputs.size()) {
+        return section_name(read.extra_inputs[i]) + ", which should not be there";
+    }
+    const ExtraInputSection& section = wanted.extra_inputs[i];
+    if (i >= read.extra_inputs.size()) {
+        return section_name(section) + ", which is not read";
+    }
+    const bool other_kind = read.extra_inputs[i].kind != section.kind && section.kind != ExtraInputSectionKind::Unknown;
+    return section_name(section) +
+           (other_kind ? ", which would be read as " + section_name(read.extra_inputs[i]) : std::string());
+}
+
+}  // namespace
+
+std::string difference_between(const GJFData& read, const GJFData& wanted, bool sections_too) {
+    JobComparison comparison;
+    comparison.coordinates = JobComparison::Coordinates::AsWritten;
+    // What was left over may be asked for now.
+    comparison.unknown_sections = JobComparison::UnknownSections::OfFirst;
+    comparison.order_of_link0_lines = false;
+    comparison.same_route = same_meaning;
+    const std::optional<JobDifference> difference = find_difference(wanted, read, comparison);
+    if (!difference) {
+        return {};
+    }
+    switch (difference->part) {
+        case JobPart::Overlays:
+            return "the overlays";
+        case JobPart::Format:
+        case JobPart::AtomCount:
+            return "the number of atoms";
+        case JobPart::Atom:
+            return "atom " + std::to_string(difference->index + 1);
+        case JobPart::ExtraInput:
+            // The last part: nothing else differs.
+            return sections_too ? section_difference(difference->index, read, wanted) : std::string();
+        default:
+            return std::string("the ") + job_part_name(difference->part);
+    }
+}
+
+}  // namespace quor::input::gaussian
