@@ -274,6 +274,14 @@ TEST(Documents, RenumberSectionsOfManyKinds) {
     const Row refused[] = {
         {"opt=modredundant", "R1=R(1,2)",
          "The section 'Modifications to coordinates' cannot follow the change of atoms: it holds expressions"},
+        {"nmr=(spinspin,readatoms)", "2-9",
+         "The section 'Atoms list for spin-spin coupling constants' cannot follow the change of atoms: '2-9' is no atom of "
+         "the molecule"},
+        {"nmr=(spinspin,readatoms)", "0-2",
+         "The section 'Atoms list for spin-spin coupling constants' cannot follow the change of atoms: '0-2' is no atom of "
+         "the molecule"},
+        {"pop=(mk,readradii)", "-3 1.2",
+         "The section 'Alternate atomic radii' cannot follow the change of atoms: '-3' is no atom of the molecule"},
         {"opt=modredundant", "B 1 9 F",
          "The section 'Modifications to coordinates' cannot follow the change of atoms: '9' is no atom of the molecule"},
         {"pop=nboread", "$NBO PRINT=2 $END",

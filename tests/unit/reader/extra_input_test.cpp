@@ -163,6 +163,10 @@ TEST(Sections, TakeTheirLinesByClass) {
         {"# hf output=pickett", "1\n\n2\n", {{52, "1"}, {0, "2"}}},
         {"# hf output=pickett", "C 1\n", {{0, "C 1"}}},
         {"# hf output=pickett", "-\n", {{0, "-"}}},
+        // Numbers that are no atoms: a wrong list, but the list all the same.
+        {"# hf output=pickett", "7-3\n0 -2\n99999999999999999999\n", {{52, "7-3\n0 -2\n99999999999999999999"}}},
+        {"# hf output=pickett", "3-\n", {{0, "3-"}}},
+        {"# hf output=pickett", "1-2-3\n", {{0, "1-2-3"}}},
         {"# uhf guess=alter", "1 2\n\n3 4\n", {{35, "1 2"}, {35, "3 4"}}},
         {"# hf opt=qst2", "t2\n\n0 1\nHe 0 0 2\n\nx\n", {{4, "t2\n\n0 1\nHe 0 0 2"}, {0, "x"}}},
         {"# hf opt=qst2", "", {}},

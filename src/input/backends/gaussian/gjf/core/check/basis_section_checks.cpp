@@ -4,6 +4,7 @@
 #include <gjf/core/check/near_names.hpp>
 #include <gjf/core/reader/molecule_fields.hpp>
 #include <gjf/core/text/number.hpp>
+#include <gjf/core/text/number_range.hpp>
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
@@ -36,7 +37,7 @@ bool is_stuttgart_set(std::string_view text) noexcept {
 // The atoms that a line of centers names: elements, and atom numbers from 1.
 struct Centers {
     std::vector<std::pair<int, std::string_view>> elements;
-    std::vector<std::pair<std::int64_t, std::int64_t>> ranges;
+    std::vector<NumberRange> ranges;
 };
 
 bool add_center(std::string_view field, Centers& centers) {
@@ -49,14 +50,12 @@ bool add_center(std::string_view field, Centers& centers) {
     if (equals_folded(name, "bq")) {
         return true;
     }
-    const std::size_t dash = std::min(name.find('-'), name.size());
-    const std::optional<std::int64_t> first = to_int64(name.substr(0, dash));
-    const std::optional<std::int64_t> last = dash == name.size() ? first : to_int64(name.substr(dash + 1));
-    if (!first || !last || *first < 1 || *last < *first) {
-        return false;
+    // Numbers past the last atom are a finding of their own.
+    const std::optional<NumberRange> range = to_number_range(name, 1);
+    if (range) {
+        centers.ranges.push_back(*range);
     }
-    centers.ranges.emplace_back(*first, *last);
-    return true;
+    return range.has_value();
 }
 
 // Reads a line of centers; absent when it is none. Only where a line can be nothing else, the zero that ends it may be left

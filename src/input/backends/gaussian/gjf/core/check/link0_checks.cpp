@@ -3,11 +3,13 @@
 
 #include <gjf/core/check/near_names.hpp>
 #include <gjf/core/text/number.hpp>
+#include <gjf/core/text/number_range.hpp>
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
 #include <cstdint>
 #include <iterator>
+#include <limits>
 #include <optional>
 
 namespace quor::input::gaussian {
@@ -95,14 +97,12 @@ std::optional<std::int64_t> count_cores(std::string_view list) {
         const std::size_t comma = std::min(list.find(','), list.size());
         const std::string_view item = trim_view(list.substr(0, comma));
         list.remove_prefix(std::min(comma + 1, list.size()));
-        const std::size_t dash = std::min(item.find('-'), item.size());
-        const std::optional<std::int32_t> first = to_int32(item.substr(0, dash));
-        const std::optional<std::int32_t> last = dash == item.size() ? first : to_int32(item.substr(dash + 1));
+        const std::optional<NumberRange> cores = to_number_range(item, 0, std::numeric_limits<std::int32_t>::max());
         const bool begins_with_digit = !item.empty() && item.front() >= '0' && item.front() <= '9';
-        if (!begins_with_digit || !first || !last || *last < *first) {
+        if (!begins_with_digit || !cores) {
             return std::nullopt;
         }
-        count += std::int64_t{*last} - *first + 1;
+        count += cores->last - cores->first + 1;
     }
     return count;
 }

@@ -6,10 +6,12 @@
 #include <gjf/core/reader/molecule_fields.hpp>
 #include <gjf/core/reader/reading.hpp>
 #include <gjf/core/text/number.hpp>
+#include <gjf/core/text/number_range.hpp>
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
 #include <iterator>
+#include <limits>
 #include <optional>
 #include <set>
 
@@ -53,22 +55,15 @@ std::string ranges_text(const std::set<std::size_t>& numbers) {
     return text;
 }
 
-struct NumberRange {
-    std::int64_t first;
-    std::int64_t last;
-};
-
-std::optional<NumberRange> range_of(std::string_view field) {
-    const std::size_t dash = std::min(field.find('-', 1), field.size());
-    const std::optional<std::int64_t> first = to_int64(field.substr(0, dash));
-    const std::optional<std::int64_t> last = dash == field.size() ? first : to_int64(field.substr(dash + 1));
-    return first && last && *first <= *last ? std::optional<NumberRange>({*first, *last}) : std::nullopt;
+// Tells whether a field names atoms by number, be they there or not; elements do not.
+bool names_numbers(std::string_view field) noexcept {
+    return to_number_range(field, std::numeric_limits<std::int64_t>::min()).has_value();
 }
 
 // Renumbers a field that is a number or a range; nothing is left of it when all its atoms are gone.
 std::string renumbered_range(std::string_view field, const AtomPlaces& places) {
-    const std::optional<NumberRange> range = range_of(field);
-    if (!range || range->first < 1 || static_cast<std::size_t>(range->last) > places.old_count()) {
+    const std::optional<NumberRange> range = to_number_range(field, 1, static_cast<std::int64_t>(places.old_count()));
+    if (!range) {
         throw CannotRenumber("'" + std::string(field) + "' is no atom of the molecule");
     }
     std::set<std::size_t> numbers;
@@ -158,7 +153,7 @@ std::optional<std::string> atom_selection_line(std::string_view line, const Atom
 // A line whose first field is an atom or an element, as in a list of radii.
 std::optional<std::string> first_field_line(std::string_view line, const AtomPlaces& places) {
     FieldLine fields(line);
-    if (fields.size() == 0 || !range_of(fields.field(0))) {
+    if (fields.size() == 0 || !names_numbers(fields.field(0))) {
         return std::string(line);
     }
     const std::string text = renumbered_range(fields.field(0), places);
@@ -202,7 +197,7 @@ std::string basis_text(const std::string& text, const AtomPlaces& places) {
         const bool has_zero = fields.field(fields.size() - 1) == "0";
         std::size_t names = 0;
         for (std::size_t i = fields.size() - (has_zero ? 1 : 0); i-- > 0;) {
-            if (!range_of(fields.field(i))) {
+            if (!names_numbers(fields.field(i))) {
                 ++names;
                 continue;
             }
@@ -225,7 +220,7 @@ std::string basis_text(const std::string& text, const AtomPlaces& places) {
 std::string potential_text(const std::string& text) {
     const std::vector<std::string_view> lines = split_lines(text);
     const FieldLine first(lines.empty() ? std::string_view() : lines[0]);
-    if (first.size() > 0 && range_of(first.field(0))) {
+    if (first.size() > 0 && names_numbers(first.field(0))) {
         throw CannotRenumber("it names atoms by number");
     }
     return text;

@@ -1,7 +1,7 @@
 // Gives each kind of section that the route asks for its lines, by the kind's class, and keeps what is left over.
 #include <gjf/core/reader/reading.hpp>
 
-#include <gjf/core/text/number.hpp>
+#include <gjf/core/text/number_range.hpp>
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
@@ -86,16 +86,11 @@ std::optional<std::string> take_title_and_molecule(LineCursor& cursor, Kind kind
     return variables.empty() ? text : text + '\n' + joined(variables);
 }
 
-// An atom number or a range of them, as in 3-7.
-bool is_atom_range(std::string_view field) noexcept {
-    const std::size_t dash = std::min(field.find('-', 1), field.size());
-    return is_integer_text(field.substr(0, dash)) && (dash == field.size() || is_integer_text(field.substr(dash + 1)));
-}
-
+// The form alone counts: a line of numbers that are no atoms is a wrong list, not another section.
 bool is_atom_list_line(std::string_view line) {
     std::vector<std::string_view> fields;
     split_fields(line, FieldSeparators::WhiteSpaceAndComma, true, fields);
-    return !fields.empty() && std::all_of(fields.begin(), fields.end(), is_atom_range);
+    return !fields.empty() && std::all_of(fields.begin(), fields.end(), is_number_range_text);
 }
 
 LineSpan take_lines(LineCursor& cursor, ExtraInputClass input_class) {
