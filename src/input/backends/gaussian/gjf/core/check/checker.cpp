@@ -157,10 +157,13 @@ void check_job(const CheckedJob& job, const JobPiece& piece, const JobReading& r
         check_sections(job, findings);
         return;
     }
-    for (const auto check :
-         {check_atoms, check_electrons, check_zmatrix, check_layers, check_connectivity, check_basis_sections}) {
-        check(job, atoms, findings);
-    }
+    const OniomLayers layers = oniom_layers(job, atoms);
+    check_atoms(job, atoms, findings);
+    check_electrons(job, atoms, layers, findings);
+    check_zmatrix(job, atoms, findings);
+    check_layers(job, atoms, layers, findings);
+    check_connectivity(job, atoms, findings);
+    check_basis_sections(job, atoms, findings);
     check_sections(job, findings);
     check_section_contents(job, atoms, findings);
 }

@@ -122,7 +122,8 @@ void check_fragment_pairs(const CheckedJob& job, const std::vector<MoleculeAtom>
     }
 }
 
-// The region of an ONIOM calculation from the highest layer down to `lowest`, and the level that it is computed at.
+// The region of an ONIOM calculation from the highest layer down to the depth `lowest`, and the level that it is computed
+// at.
 struct Model {
     std::size_t lowest;
     std::size_t level;
@@ -130,33 +131,32 @@ struct Model {
 };
 
 // In the order in which their charges and multiplicities are given.
-constexpr Model two_layer_models[] = {{1, 1, "real system, low level"},
+constexpr Model two_layer_models[] = {{2, 1, "real system, low level"},
                                       {0, 0, "model system, high level"},
                                       {0, 1, "model system, low level"},
-                                      {1, 0, "real system, high level"}};
+                                      {2, 0, "real system, high level"}};
 constexpr Model three_layer_models[] = {
     {2, 2, "real system, low level"},         {1, 1, "intermediate system, medium level"},
     {1, 2, "intermediate system, low level"}, {0, 0, "model system, high level"},
     {0, 1, "model system, medium level"},     {0, 2, "model system, low level"}};
 
 // Adds up a model's atoms and the link atoms that close the bonds cut by its boundary.
-NuclearCharge charge_of_model(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, std::size_t layers,
-                              const Model& model, const std::vector<UnlinkedBond>& unlinked) {
+NuclearCharge charge_of_model(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, const Model& model,
+                              const std::vector<UnlinkedBond>& unlinked) {
     NuclearCharge nuclei;
     // What closes a bond that is cut without a link atom cannot be known.
     nuclei.known = std::none_of(unlinked.begin(), unlinked.end(), [&](const UnlinkedBond& bond) {
-        return layer_depth(atoms[bond.upper], layers) <= model.lowest &&
-               layer_depth(atoms[bond.lower], layers) > model.lowest;
+        return layer_depth(atoms[bond.upper]) <= model.lowest && layer_depth(atoms[bond.lower]) > model.lowest;
     });
     for (const MoleculeAtom& atom : atoms) {
-        if (layer_depth(atom, layers) <= model.lowest) {
+        if (layer_depth(atom) <= model.lowest) {
             nuclei.add(atom.species);
             continue;
         }
         const std::optional<LinkAtom> link = link_atom_of(job, atom);
         const std::size_t host =
             link && link->host && *link->host >= 1 ? static_cast<std::size_t>(*link->host) - 1 : atoms.size();
-        if (host < atoms.size() && layer_depth(atoms[host], layers) <= model.lowest) {
+        if (host < atoms.size() && layer_depth(atoms[host]) <= model.lowest) {
             nuclei.add(species_of_name(link->label.substr(0, link->label.find_first_of("-("))));
         }
     }
@@ -164,39 +164,40 @@ NuclearCharge charge_of_model(const CheckedJob& job, const std::vector<MoleculeA
 }
 
 template <std::size_t N>
-void check_models(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, const std::vector<std::string>& levels,
+void check_models(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, const OniomLayers& layers,
                   const Model (&models)[N], const std::vector<ChargeSpinPair>& pairs, Findings& findings) {
-    const std::vector<UnlinkedBond> unlinked = unlinked_bonds(job, atoms);
     for (std::size_t i = 0; i < pairs.size() && i < N; ++i) {
-        const std::string& level = levels[models[i].level];
+        const std::string& level = layers.levels[models[i].level];
         const std::string method = to_lower_copy(std::string_view(level).substr(0, level.find_first_of("/=(")));
         if (is_force_field(method)) {
             continue;
         }
-        check_pair(pairs[i], charge_of_model(job, atoms, levels.size(), models[i], unlinked),
+        check_pair(pairs[i], charge_of_model(job, atoms, models[i], layers.unlinked),
                    std::string(" (") + models[i].name + ")", job.layout.charge_line, findings);
     }
 }
 
-void check_oniom_pairs(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, const std::vector<std::string>& levels,
+void check_oniom_pairs(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, const OniomLayers& layers,
                        const std::vector<ChargeSpinPair>& pairs, Findings& findings) {
-    const std::size_t most = levels.size() * levels.size() + (levels.size() == 3 ? 1 : 0);
+    const std::size_t levels = layers.levels.size();
+    const std::size_t most = levels * levels + (levels == 3 ? 1 : 0);
     if (pairs.size() > most) {
         findings.add("GJF-M003", Severity::Warning,
                      std::to_string(pairs.size()) + " pairs of charge and multiplicity stand beside " +
-                         std::to_string(levels.size()) + " layers",
+                         std::to_string(levels) + " layers",
                      job.layout.charge_line);
     }
-    if (levels.size() == 2) {
-        check_models(job, atoms, levels, two_layer_models, pairs, findings);
-    } else if (levels.size() == 3) {
-        check_models(job, atoms, levels, three_layer_models, pairs, findings);
+    if (levels == 2) {
+        check_models(job, atoms, layers, two_layer_models, pairs, findings);
+    } else if (levels == 3) {
+        check_models(job, atoms, layers, three_layer_models, pairs, findings);
     }
 }
 
 }  // namespace
 
-void check_electrons(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings) {
+void check_electrons(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, const OniomLayers& layers,
+                     Findings& findings) {
     const std::vector<ChargeSpinPair> pairs = job.job.geom.charge_spin_pairs();
     const std::size_t line = job.layout.charge_line;
     if (line == 0 || atoms.empty()) {
@@ -206,14 +207,13 @@ void check_electrons(const CheckedJob& job, const std::vector<MoleculeAtom>& ato
     const WrittenOption* guess = job.find_option("guess", "fragment");
     const std::int64_t guessed = guess == nullptr ? 0 : to_int64(trim_view(guess->value)).value_or(0);
     const std::int64_t fragments = std::max(counterpoise, guessed);
-    const std::vector<std::string> levels = oniom_levels(job);
     if (job.job.geom.multiplicity < 0 && fragments == 0) {
         findings.add("GJF-M002", Severity::Error,
                      "a multiplicity of " + std::to_string(job.job.geom.multiplicity) + " is impossible", line);
         return;
     }
-    if (!levels.empty()) {
-        check_oniom_pairs(job, atoms, levels, pairs, findings);
+    if (!layers.levels.empty()) {
+        check_oniom_pairs(job, atoms, layers, pairs, findings);
         return;
     }
     if (fragments > 0) {

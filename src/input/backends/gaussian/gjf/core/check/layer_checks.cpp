@@ -6,8 +6,6 @@
 namespace quor::input::gaussian {
 namespace {
 
-int height_of(char layer) noexcept { return layer == 'l' ? 0 : layer == 'm' ? 1 : 2; }
-
 // Counts atoms that share a fault, and remembers the first.
 struct Faulty {
     std::size_t count = 0;
@@ -54,7 +52,7 @@ void check_link_hosts(const CheckedJob& job, const std::vector<MoleculeAtom>& at
                          "the link atom of atom " + std::to_string(i + 1) + " is bonded to '" +
                              std::string(link->host_text) + "', which is no other atom",
                          place);
-        } else if (height_of(atoms[static_cast<std::size_t>(*link->host) - 1].layer) <= height_of(atoms[i].layer)) {
+        } else if (layer_depth(atoms[static_cast<std::size_t>(*link->host) - 1]) >= layer_depth(atoms[i])) {
             findings.add("GJF-M014", Severity::Warning,
                          "the link atom of atom " + std::to_string(i + 1) + " is bonded to atom " +
                              std::string(link->host_text) + ", which is not in a higher layer",
@@ -63,8 +61,8 @@ void check_link_hosts(const CheckedJob& job, const std::vector<MoleculeAtom>& at
     }
 }
 
-void check_cut_bonds(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings) {
-    for (const UnlinkedBond& bond : unlinked_bonds(job, atoms)) {
+void check_cut_bonds(const std::vector<MoleculeAtom>& atoms, const std::vector<UnlinkedBond>& unlinked, Findings& findings) {
+    for (const UnlinkedBond& bond : unlinked) {
         findings.add("GJF-M013", Severity::Warning,
                      "the bond between atoms " + std::to_string(bond.upper + 1) + " and " + std::to_string(bond.lower + 1) +
                          " is cut by the layers, but atom " + std::to_string(bond.lower + 1) + " names no link atom",
@@ -75,10 +73,10 @@ void check_cut_bonds(const CheckedJob& job, const std::vector<MoleculeAtom>& ato
 // Adds a bond when layers cut it without a link atom.
 void add_unlinked(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, std::size_t i, std::size_t j,
                   std::vector<UnlinkedBond>& bonds) {
-    if (height_of(atoms[i].layer) == height_of(atoms[j].layer)) {
+    if (layer_depth(atoms[i]) == layer_depth(atoms[j])) {
         return;
     }
-    const bool first_is_lower = height_of(atoms[i].layer) < height_of(atoms[j].layer);
+    const bool first_is_lower = layer_depth(atoms[i]) > layer_depth(atoms[j]);
     const std::size_t lower = first_is_lower ? i : j;
     if (!link_atom_of(job, atoms[lower])) {
         bonds.push_back({first_is_lower ? j : i, lower});
@@ -91,12 +89,7 @@ bool look_bonded(const MoleculeAtom& a, const MoleculeAtom& b) noexcept {
            stretch * (covalent_radius(a.species.number) + covalent_radius(b.species.number));
 }
 
-}  // namespace
-
-std::size_t layer_depth(const MoleculeAtom& atom, std::size_t layers) noexcept {
-    return atom.layer == 'l' ? layers - 1 : atom.layer == 'm' ? 1 : 0;
-}
-
+// Finds the bonds that layers cut without a link atom: by connectivity where the job has it, else by distance.
 std::vector<UnlinkedBond> unlinked_bonds(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms) {
     std::vector<UnlinkedBond> bonds;
     if (const ConnectivitySection* connectivity = job.job.connectivity(); connectivity != nullptr) {
@@ -129,14 +122,28 @@ std::vector<UnlinkedBond> unlinked_bonds(const CheckedJob& job, const std::vecto
     return bonds;
 }
 
-void check_layers(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings) {
-    const std::size_t levels = oniom_levels(job).size();
+}  // namespace
+
+std::size_t layer_depth(const MoleculeAtom& atom) noexcept { return atom.layer == 'l' ? 2 : atom.layer == 'm' ? 1 : 0; }
+
+OniomLayers oniom_layers(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms) {
+    OniomLayers layers;
+    layers.levels = oniom_levels(job);
+    if (layers.levels.size() >= 2) {
+        layers.unlinked = unlinked_bonds(job, atoms);
+    }
+    return layers;
+}
+
+void check_layers(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, const OniomLayers& layers,
+                  Findings& findings) {
+    const std::size_t levels = layers.levels.size();
     if (levels < 2 || job.job.geom.atoms.empty()) {
         return;
     }
     check_letters(job, atoms, levels, findings);
     check_link_hosts(job, atoms, findings);
-    check_cut_bonds(job, atoms, findings);
+    check_cut_bonds(atoms, layers.unlinked, findings);
 }
 
 }  // namespace quor::input::gaussian

@@ -66,19 +66,28 @@ struct UnlinkedBond {
     std::size_t lower = 0;
 };
 
-/// Finds the bonds that layers cut without a link atom: by connectivity where the job has it, else by distance.
-std::vector<UnlinkedBond> unlinked_bonds(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms);
+/// What the checks share of an ONIOM job; both lists are empty in any other job.
+struct OniomLayers {
+    std::vector<std::string> levels;  ///< as of `oniom_levels`
+    std::vector<UnlinkedBond> unlinked;
+};
 
-/// Returns how deep an atom's layer lies: 0 for the highest, which also holds the atoms without a layer.
-std::size_t layer_depth(const MoleculeAtom& atom, std::size_t layers) noexcept;
+/// Looks at the layers of a job: cut bonds are found by connectivity where the job has it, else by distance.
+OniomLayers oniom_layers(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms);
+
+/// Returns how deep an atom's layer lies: 0 for the high one, which also holds the atoms without a layer, 1 for the medium
+/// and 2 for the low one, whether or not the job has a medium one.
+std::size_t layer_depth(const MoleculeAtom& atom) noexcept;
 
 // The checks of the molecule.
 void check_atoms(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings);
-void check_electrons(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings);
+void check_electrons(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, const OniomLayers& layers,
+                     Findings& findings);
 void check_zmatrix(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings);
 void check_connectivity(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings);
 void check_basis_sections(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings);
 void check_section_contents(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings);
-void check_layers(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings);
+void check_layers(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, const OniomLayers& layers,
+                  Findings& findings);
 
 }  // namespace quor::input::gaussian
