@@ -4,9 +4,13 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <iterator>
 #include <limits>
+#include <random>
 #include <string>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 namespace quor::input::gaussian {
@@ -79,6 +83,57 @@ TEST(Connectivity, RefusesMalformedLinesAndKeepsWhatStoodBefore) {
         }
         EXPECT_EQ(section.bonds.size(), c.bonds) << c.line;
     }
+}
+
+// What one line gives: its bonds, or the message of its failure without the line itself.
+std::pair<BondList, std::string> outcome_of(const std::string& line) {
+    ConnectivitySection section;
+    std::string failure;
+    try {
+        section.parse_from_lines({line});
+    } catch (const GJFParseException& error) {
+        failure = error.what();
+        failure.resize(std::min(failure.find(" in line: "), failure.size()));
+    }
+    return {bonds_of(section), failure};
+}
+
+// A comment at the end keeps a line from being read in one pass.
+TEST(Connectivity, ReadsPlainLinesAsItReadsAllOthers) {
+    std::mt19937 random(5);
+    constexpr const char* words[] = {"1",
+                                     "2",
+                                     "17",
+                                     "0",
+                                     "-3",
+                                     "+4",
+                                     "1.0",
+                                     "2.5",
+                                     "1.",
+                                     ".5",
+                                     "1e",
+                                     "x",
+                                     "1,2",
+                                     "0x1",
+                                     "1e0",
+                                     "99999999999999999999",
+                                     "9007199254740992",
+                                     "inf"};
+    constexpr const char* gaps[] = {" ", "  ", "\t", "\v", ","};
+    std::size_t with_bonds = 0;
+    for (int round = 0; round < 40'000; ++round) {
+        std::string line = random() % 4 == 0 ? " " : "";
+        line += words[random() % 4];
+        for (std::size_t pairs = random() % 4; pairs > 0; --pairs) {
+            line += std::string(" ") + words[random() % (random() % 4 == 0 ? std::size(words) : 3)];
+            line += random() % 16 == 0 ? gaps[random() % std::size(gaps)] : " ";
+            line += random() % 8 == 0 ? words[random() % std::size(words)] : "1.5";
+        }
+        const auto plain = outcome_of(line);
+        ASSERT_EQ(plain, outcome_of(line + " !")) << line;
+        with_bonds += plain.first.empty() ? 0 : 1;
+    }
+    EXPECT_GT(with_bonds, 5000U);
 }
 
 TEST(Connectivity, WritesOneLineAnAtom) {

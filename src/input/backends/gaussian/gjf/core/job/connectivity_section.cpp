@@ -2,6 +2,7 @@
 #include <gjf/core/job/connectivity_section.hpp>
 
 #include <gjf/core/job/gjf_parse_exception.hpp>
+#include <gjf/core/text/field_walk.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
 
@@ -58,6 +59,34 @@ void parse_line(std::string_view line, std::vector<std::string_view>& fields, st
     }
 }
 
+// Reads a line of whole atom numbers and plain bond orders, as nearly all are, in one pass; returns false, and adds no
+// bonds, for any other line.
+bool parse_plain_line(std::string_view line, std::vector<Bond>& bonds) {
+    FieldWalk walk(line, FieldSeparators::WhiteSpace);
+    const std::size_t count = bonds.size();
+    const auto take_atom = [&walk](std::uint64_t& atom) {
+        const FieldWalk::Decimal field = walk.take_decimal();
+        const bool is_atom = !field.text.empty() && field.number.whole && field.number.value >= 1;
+        atom = is_atom ? static_cast<std::uint64_t>(field.number.value) - 1 : 0;
+        return is_atom;
+    };
+    std::uint64_t atom = 0;
+    bool plain = take_atom(atom);
+    while (plain && !walk.at_end()) {
+        std::uint64_t partner = 0;
+        plain = take_atom(partner);
+        const FieldWalk::Decimal order = walk.take_decimal();
+        plain = plain && !order.text.empty();
+        if (plain) {
+            bonds.push_back(make_bond(atom, partner, order.number.value));
+        }
+    }
+    if (!plain) {
+        bonds.resize(count);
+    }
+    return plain;
+}
+
 void append_number(std::string& line, std::uint64_t number) {
     char digits[std::numeric_limits<std::uint64_t>::digits10 + 2];
     line.append(digits, std::to_chars(digits, std::end(digits), number).ptr);
@@ -79,10 +108,17 @@ void renumber_bonds(std::vector<Bond>& bonds, Renumber renumber) {
 }  // namespace
 
 void ConnectivitySection::parse_from_lines(const std::vector<std::string>& lines) {
+    parse_from_views(std::vector<std::string_view>(lines.begin(), lines.end()).data(), lines.size());
+}
+
+void ConnectivitySection::parse_from_views(const std::string_view* lines, std::size_t count) {
     bonds.clear();
     std::vector<std::string_view> fields;
-    for (const std::string& line : lines) {
-        parse_line(line, fields, bonds);
+    const bool plain_lines = rounds_to_nearest();
+    for (std::size_t i = 0; i < count; ++i) {
+        if (!plain_lines || !parse_plain_line(lines[i], bonds)) {
+            parse_line(lines[i], fields, bonds);
+        }
     }
 }
 

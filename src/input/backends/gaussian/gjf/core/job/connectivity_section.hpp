@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace quor::input::gaussian {
@@ -35,6 +36,8 @@ struct QUOR_GJF_API ConnectivitySection {
     /// Replaces the bonds with those of "i j1 o1 j2 o2 ..." lines; a "!" begins a comment. Throws `GJFParseException` for a
     /// malformed line, leaving the bonds read before it.
     void parse_from_lines(const std::vector<std::string>& lines);
+    /// Does the same for `count` lines that are held elsewhere.
+    void parse_from_views(const std::string_view* lines, std::size_t count);
     /// Writes one line an atom, up to the highest atom that has a bond.
     std::vector<std::string> to_lines() const;
     /// Writes `atom_count` lines; with 0, up to the highest atom that has a bond. Orders have one decimal.

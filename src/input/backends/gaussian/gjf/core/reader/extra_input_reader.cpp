@@ -27,7 +27,7 @@ void check_atom_numbers(const ConnectivitySection& connectivity, std::size_t ato
 
 ConnectivitySection read_connectivity(LineSpan lines, std::size_t atom_count) {
     ConnectivitySection connectivity;
-    connectivity.parse_from_lines(std::vector<std::string>(lines.begin(), lines.end()));
+    connectivity.parse_from_views(lines.data(), lines.size());
     check_atom_numbers(connectivity, atom_count);
     return connectivity;
 }

@@ -257,10 +257,10 @@ std::vector<JobReading> read_jobs_with_layout(std::string_view text) {
 }
 
 GJFData GJFParser::parse_string(const std::string& text) {
-    constexpr std::size_t short_line = 32;
+    constexpr std::size_t usual_line = 48;
     std::string_view rest = skip_byte_order_mark(text);
     std::vector<std::string_view> lines;
-    core::memory::reserve_large(lines, rest.size() / short_line);
+    core::memory::reserve_large(lines, rest.size() / usual_line);
     bool separated = false;
     take_job(rest, lines, separated);
     return read_job(lines);

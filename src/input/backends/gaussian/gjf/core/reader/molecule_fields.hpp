@@ -3,9 +3,8 @@
 
 #include <gjf/core/job/geometry.hpp>
 #include <gjf/core/reader/reading.hpp>
+#include <gjf/core/text/text_map.hpp>
 
-#include <functional>
-#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -45,7 +44,7 @@ enum class VariableHeader { None, Variables, Constants };
 
 VariableHeader variable_header(std::string_view line) noexcept;
 
-using NameSet = std::set<std::string, std::less<>>;
+using NameSet = TextSet;
 
 /// Collects the names, in lower case, that stand for coordinates and that nothing read so far gives a value.
 NameSet undefined_names(const GeomSection& geom);

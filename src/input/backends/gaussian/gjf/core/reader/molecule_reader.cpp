@@ -375,9 +375,13 @@ class MoleculeReader {
         for (bool first = geom_.variables.empty();; first = false) {
             const std::size_t begin = cursor.position();
             const LineSpan section = cursor.take_section_past_comments();
+            if (section.empty()) {
+                cursor.move_to(begin);
+                return;
+            }
             const VariableBlock block = examine_variables(section, true, undefined_names(geom_));
             const bool belongs = block.has_header || block.defines_wanted_name || (first && !sections_expected());
-            if (section.empty() || !block.well_formed || !belongs) {
+            if (!block.well_formed || !belongs) {
                 cursor.move_to(begin);
                 return;
             }

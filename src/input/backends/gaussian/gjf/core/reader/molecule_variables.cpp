@@ -28,6 +28,9 @@ NameAndValue cut_at_equals(std::string_view text, std::size_t equals) noexcept {
 
 VariableHeader variable_header(std::string_view line) noexcept {
     const std::string_view text = trim_view(line);
+    if (text.empty() || (to_lower_ascii(text.front()) != 'v' && to_lower_ascii(text.front()) != 'c')) {
+        return VariableHeader::None;  // as most lines are
+    }
     if (equals_folded(text, "variables") || equals_folded(text, "variables:")) {
         return VariableHeader::Variables;
     }

@@ -6,7 +6,7 @@
 #pragma once
 
 #include <gjf/core/schema/candidate_group.hpp>
-#include <gjf/core/schema/text_map.hpp>
+#include <gjf/core/text/text_map.hpp>
 
 #include <cstddef>
 #include <cstdint>

@@ -8,7 +8,7 @@
 #include <gjf/core/schema/graph_walk.hpp>
 #include <gjf/core/schema/group_matching.hpp>
 #include <gjf/core/schema/simple_yaml_parser.hpp>
-#include <gjf/core/schema/text_map.hpp>
+#include <gjf/core/text/text_map.hpp>
 
 #include <set>
 #include <string>

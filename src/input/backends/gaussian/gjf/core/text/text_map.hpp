@@ -1,4 +1,4 @@
-// A hash map from text that is looked up by view, without making a string of it.
+// Hash tables of text that are looked up by view, without making a string of it.
 #pragma once
 
 #include <cstddef>
@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 
 namespace quor::input::gaussian {
 
@@ -36,6 +37,8 @@ struct TextHash {
 
 template <class Value>
 using TextMap = std::unordered_map<std::string, Value, TextHash, std::equal_to<>>;
+
+using TextSet = std::unordered_set<std::string, TextHash, std::equal_to<>>;
 
 /// Finds the value under `key`, or null.
 template <class Value>
