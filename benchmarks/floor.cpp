@@ -2,7 +2,6 @@
 #include "floor.hpp"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <type_traits>
 
@@ -24,28 +23,20 @@ struct Walk {
     std::size_t lines_left(std::string_view sample) const { return (text.size() - position) / (sample.size() + 1) + 1; }
 };
 
-struct Fields {
-    std::array<std::string_view, 32> items;
-    std::size_t count = 0;
-
-    explicit Fields(std::string_view line) {
-        std::size_t begin = 0;
-        while (count < items.size()) {
-            while (begin < line.size() && line[begin] == ' ') {
-                ++begin;
-            }
-            if (begin == line.size()) {
-                return;
-            }
-            std::size_t end = begin;
-            while (end < line.size() && line[end] != ' ') {
-                ++end;
-            }
-            items[count++] = line.substr(begin, end - begin);
-            begin = end;
-        }
+// Takes the next field off a line; empty when there is none.
+std::string_view take_field(std::string_view& line) {
+    const char* begin = line.data();
+    const char* const stop = begin + line.size();
+    while (begin != stop && *begin == ' ') {
+        ++begin;
     }
-};
+    const char* end = begin;
+    while (end != stop && *end != ' ') {
+        ++end;
+    }
+    line.remove_prefix(static_cast<std::size_t>(end - line.data()));
+    return {begin, static_cast<std::size_t>(end - begin)};
+}
 
 template <typename Number>
 Number number_of(std::string_view text) {
@@ -61,20 +52,20 @@ void walk_head(Walk& walk, PlainArrays<Text>& arrays) {
             arrays.head.emplace_back(line);
         }
     }
-    const Fields pairs(walk.line());
-    for (std::size_t i = 0; i < pairs.count; ++i) {
-        arrays.charges.push_back(number_of<std::int32_t>(pairs.items[i]));
+    std::string_view pairs = walk.line();
+    for (std::string_view field = take_field(pairs); !field.empty(); field = take_field(pairs)) {
+        arrays.charges.push_back(number_of<std::int32_t>(field));
     }
 }
 
 template <typename Text>
-void store_position(const std::string_view* fields, PlainArrays<Text>& arrays) {
-    arrays.x_texts.emplace_back(fields[0]);
-    arrays.y_texts.emplace_back(fields[1]);
-    arrays.z_texts.emplace_back(fields[2]);
-    arrays.x.push_back(number_of<double>(fields[0]));
-    arrays.y.push_back(number_of<double>(fields[1]));
-    arrays.z.push_back(number_of<double>(fields[2]));
+void store_position(std::string_view x, std::string_view y, std::string_view z, PlainArrays<Text>& arrays) {
+    arrays.x_texts.emplace_back(x);
+    arrays.y_texts.emplace_back(y);
+    arrays.z_texts.emplace_back(z);
+    arrays.x.push_back(number_of<double>(x));
+    arrays.y.push_back(number_of<double>(y));
+    arrays.z.push_back(number_of<double>(z));
 }
 
 template <typename Text>
@@ -91,12 +82,11 @@ void reserve_atoms(std::size_t count, PlainArrays<Text>& arrays) {
 template <typename Text>
 void walk_bonds(Walk& walk, PlainArrays<Text>& arrays) {
     for (std::string_view line = walk.line(); !line.empty(); line = walk.line()) {
-        const Fields fields(line);
-        const auto first = number_of<std::uint64_t>(fields.items[0]) - 1;
-        for (std::size_t i = 1; i + 1 < fields.count; i += 2) {
+        const auto first = number_of<std::uint64_t>(take_field(line)) - 1;
+        for (std::string_view other = take_field(line); !other.empty(); other = take_field(line)) {
             arrays.bond_atoms1.push_back(first);
-            arrays.bond_atoms2.push_back(number_of<std::uint64_t>(fields.items[i]) - 1);
-            arrays.bond_orders.push_back(number_of<double>(fields.items[i + 1]));
+            arrays.bond_atoms2.push_back(number_of<std::uint64_t>(other) - 1);
+            arrays.bond_orders.push_back(number_of<double>(take_field(line)));
         }
     }
 }
@@ -122,12 +112,15 @@ PlainArrays<Text> walk_cartesian(std::string_view text) {
         if (arrays.lines.empty()) {
             reserve_atoms(walk.lines_left(line) + 1, arrays);
         }
-        const Fields fields(line);
-        const bool frozen = fields.count > 4;
         arrays.lines.emplace_back(line);
-        arrays.elements.emplace_back(fields.items[0]);
-        arrays.freeze_codes.push_back(frozen ? number_of<std::int32_t>(fields.items[1]) : no_freeze_code);
-        store_position(&fields.items[frozen ? 2 : 1], arrays);
+        std::string_view fields[5];
+        for (std::string_view& field : fields) {
+            field = take_field(line);
+        }
+        const std::size_t frozen = fields[4].empty() ? 0 : 1;
+        arrays.elements.emplace_back(fields[0]);
+        arrays.freeze_codes.push_back(frozen == 1 ? number_of<std::int32_t>(fields[1]) : no_freeze_code);
+        store_position(fields[frozen + 1], fields[frozen + 2], fields[frozen + 3], arrays);
     }
     return arrays;
 }
@@ -145,17 +138,19 @@ PlainArrays<Text> walk_oniom(std::string_view text) {
             arrays.mm_charges.reserve(count);
             arrays.layers.reserve(count);
         }
-        const Fields fields(line);
-        const std::string_view label = fields.items[0];
+        arrays.lines.emplace_back(line);
+        const std::string_view label = take_field(line);
         const std::size_t type = label.find('-') + 1;
         const std::size_t charge = label.find('-', type) + 1;
-        arrays.lines.emplace_back(line);
         arrays.elements.emplace_back(label.substr(0, type - 1));
         arrays.types.emplace_back(label.substr(type, charge - 1 - type));
         arrays.mm_charges.push_back(number_of<double>(label.substr(charge)));
-        arrays.freeze_codes.push_back(number_of<std::int32_t>(fields.items[1]));
-        store_position(&fields.items[2], arrays);
-        arrays.layers.emplace_back(fields.items[5]);
+        arrays.freeze_codes.push_back(number_of<std::int32_t>(take_field(line)));
+        const std::string_view x = take_field(line);
+        const std::string_view y = take_field(line);
+        const std::string_view z = take_field(line);
+        store_position(x, y, z, arrays);
+        arrays.layers.emplace_back(take_field(line));
     }
     walk_bonds(walk, arrays);
     return arrays;
