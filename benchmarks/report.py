@@ -196,10 +196,10 @@ def main():
     parser.add_argument("--repetitions", type=int, default=9)
     arguments = parser.parse_args()
     table, peers = measure(arguments.build, arguments.repetitions)
-    print(table.text())
-    compare_peers.print_table(peers)
     if arguments.record:
         record(table, arguments.record, arguments.commit or commit_name())
+    print(table.text())
+    compare_peers.print_table(peers)
 
 
 if __name__ == "__main__":
