@@ -22,8 +22,8 @@ RESIDUE = (("N", "N", -0.4157, ((1, 1.0), (2, 1.0))), ("H", "H", 0.2719, ()), ("
 class Numbers:
     """A stream of numbers in [-1, 1): a linear congruence, so that no library can change it."""
 
-    def __init__(self, seed):
-        self.state = seed
+    def __init__(self, start):
+        self.state = start
 
     def next(self):
         self.state = (self.state * 6364136223846793005 + 1442695040888963407) % 2**64
