@@ -3,6 +3,7 @@
 #include "commands.hpp"
 #include "input.hpp"
 #include "json.hpp"
+#include "plain_text.hpp"
 #include "terminal.hpp"
 
 #include <gjf/gjf.hpp>
@@ -23,7 +24,7 @@ namespace {
 
 using namespace quor::input::gaussian;
 
-struct Arguments {
+struct CheckArguments {
     BatchOptions batch;
     std::vector<std::string> ignored;
     std::string fail_on = "error";
@@ -44,9 +45,9 @@ constexpr Colours terminal_colours = {{"\033[1;36m", "\033[1;35m", "\033[1;31m"}
 std::size_t index_of(Severity severity) noexcept { return static_cast<std::size_t>(severity); }
 
 // Finds lines of a text by number; findings mostly come in the order of lines, so the walk goes on where it ended.
-class Lines {
+class NumberedLines {
    public:
-    explicit Lines(std::string_view text) noexcept : text_(text) {}
+    explicit NumberedLines(std::string_view text) noexcept : text_(text) {}
 
     std::string_view line(std::size_t number) noexcept {
         if (number < number_) {
@@ -78,7 +79,7 @@ std::string place_of(const std::string& path, const Finding& finding) {
     return place;
 }
 
-std::string text_of(const std::string& path, const Finding& finding, Lines& lines, const Colours& colours) {
+std::string text_of(const std::string& path, const Finding& finding, NumberedLines& lines, const Colours& colours) {
     std::string text = colours.place + place_of(path, finding) + colours.off + ' ' +
                        colours.severities[index_of(finding.severity)] + severity_name(finding.severity) + ':' + colours.off +
                        ' ' + printable(finding.message) + " [" + finding.code + "]\n";
@@ -113,12 +114,12 @@ Severity severity_of(const std::string& name) {
     return name == "error" ? Severity::Error : name == "warning" ? Severity::Warning : Severity::Note;
 }
 
-FileResult check_file(const std::string& path, const Arguments& arguments, const Colours& colours) {
+FileResult check_file(const std::string& path, const CheckArguments& arguments, const Colours& colours) {
     const std::string content = read_text(path);
     const std::vector<Finding> findings = check_text(content, {arguments.ignored});
     const Severity fail_on = severity_of(arguments.fail_on);
     FileResult result;
-    Lines lines(content);
+    NumberedLines lines(content);
     for (const Finding& finding : findings) {
         ++result.counts[index_of(finding.severity)];
         result.code = finding.severity >= fail_on ? exit_failure : result.code;
@@ -130,10 +131,6 @@ FileResult check_file(const std::string& path, const Arguments& arguments, const
         result.out = json_of(path, findings, result);
     }
     return result;
-}
-
-std::string counted(std::size_t count, const char* what) {
-    return std::to_string(count) + ' ' + what + (count == 1 ? "" : "s");
 }
 
 bool is_code(const std::string& text) {
@@ -155,7 +152,7 @@ int list_codes(bool json) {
     return exit_success;
 }
 
-int check(const Arguments& arguments) {
+int check(const CheckArguments& arguments) {
     if (arguments.list) {
         return list_codes(arguments.batch.json);
     }
@@ -190,7 +187,7 @@ int check(const Arguments& arguments) {
 }  // namespace
 
 void add_check_command(CLI::App& command, int& exit_code) {
-    const auto arguments = std::make_shared<Arguments>();
+    const auto arguments = std::make_shared<CheckArguments>();
     add_batch_options(command, arguments->batch);
     command.add_option("--ignore", arguments->ignored, "Do not report this code; may be given several times")
         ->type_name("CODE")

@@ -14,7 +14,7 @@
 namespace quor_gjf {
 namespace {
 
-struct Arguments {
+struct CompleteArguments {
     std::vector<std::string> text;
     bool json = false;
 };
@@ -36,7 +36,7 @@ const char* name_of(RouteEnd end) {
 }
 
 // A missing vocabulary is not told of: the words go to a program that is waiting for them.
-int complete(const Arguments& arguments) {
+int complete(const CompleteArguments& arguments) {
     const RouteContext context = context_at_end(text_of_arguments(arguments.text));
     const std::vector<Completion> completions = completions_of(context);
     if (!arguments.json) {
@@ -61,7 +61,7 @@ int complete(const Arguments& arguments) {
 }  // namespace
 
 void add_complete_command(CLI::App& command, int& exit_code) {
-    const auto arguments = std::make_shared<Arguments>();
+    const auto arguments = std::make_shared<CompleteArguments>();
     command.add_option("TEXT", arguments->text, "A route up to the place of the cursor; - reads standard input")->required();
     command.add_flag("--json", arguments->json, "Print a JSON object");
     command.callback([arguments, &exit_code] { exit_code = complete(*arguments); });

@@ -1,6 +1,8 @@
 // Finds the place at the end of a route and asks the vocabulary what may stand there.
 #include "completion.hpp"
 
+#include "plain_text.hpp"
+
 #include <gjf/gjf.hpp>
 
 #include <map>
@@ -11,8 +13,6 @@ namespace {
 
 using quor::input::gaussian::default_route_schema;
 using quor::input::gaussian::SimpleYAMLParser;
-
-bool is_blank(char c) noexcept { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 
 std::string_view without_leading_blanks(std::string_view text) noexcept {
     while (!text.empty() && is_blank(text.front())) {

@@ -29,7 +29,7 @@ using namespace quor::input::gaussian;
 
 constexpr std::size_t changed_count = 0;  // the place in FileResult::counts
 
-struct Arguments {
+struct EditArguments {
     BatchOptions batch;
     std::string folder;
     std::size_t job = 0;
@@ -44,7 +44,7 @@ struct Arguments {
     bool prints_text() const { return !in_place && folder.empty() && !dry_run && !diff; }
 };
 
-std::string edited_text(const std::string& text, const std::string& path, const Arguments& arguments) {
+std::string edited_text(const std::string& text, const std::string& path, const EditArguments& arguments) {
     GJFDocument document(text);
     apply_operations(arguments.operations, document, path, arguments.job);
     try {
@@ -70,7 +70,7 @@ void write_to_folder(const std::string& output, const std::string& text, bool fo
     write_output(output, text, force);
 }
 
-FileResult edit_file(const std::string& path, const Arguments& arguments, const EditOutputs& outputs) {
+FileResult edit_file(const std::string& path, const EditArguments& arguments, const EditOutputs& outputs) {
     const std::string before = read_text(path);
     const std::string after = edited_text(before, path, arguments);
     FileResult result;
@@ -96,7 +96,7 @@ FileResult edit_file(const std::string& path, const Arguments& arguments, const 
     return result;
 }
 
-FileResult edit_file_or_tell(const std::string& path, const Arguments& arguments, const EditOutputs& outputs) {
+FileResult edit_file_or_tell(const std::string& path, const EditArguments& arguments, const EditOutputs& outputs) {
     try {
         return edit_file(path, arguments, outputs);
     } catch (const OutputExists& error) {
@@ -107,7 +107,7 @@ FileResult edit_file_or_tell(const std::string& path, const Arguments& arguments
     }
 }
 
-void check_arguments(const Arguments& arguments) {
+void check_arguments(const EditArguments& arguments) {
     const std::vector<std::string>& paths = arguments.batch.paths;
     if (paths.empty()) {
         throw CLI::RequiredError("FILE");
@@ -125,7 +125,7 @@ void check_arguments(const Arguments& arguments) {
     }
 }
 
-int edit(const Arguments& arguments) {
+int edit(const EditArguments& arguments) {
     if (arguments.list_kinds) {
         std::fputs(section_kind_list().c_str(), stdout);
         return exit_success;
@@ -191,7 +191,7 @@ std::vector<EditOperation> operations_of(const CLI::App& command) {
 }  // namespace
 
 void add_edit_command(CLI::App& command, int& exit_code) {
-    const auto arguments = std::make_shared<Arguments>();
+    const auto arguments = std::make_shared<EditArguments>();
     command.add_option("FILE", arguments->batch.paths,
                        "Job files; folders with all *.gjf, *.com, *.gau and *.inp below them; - reads standard input");
     add_operations(command);

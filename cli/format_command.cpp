@@ -24,7 +24,7 @@ namespace {
 
 using namespace quor::input::gaussian;
 
-struct Arguments {
+struct FormatArguments {
     std::vector<std::string> inputs;
     std::string output;
     bool in_place = false;
@@ -66,7 +66,7 @@ std::string formatted(const std::string& text, bool drop_comments) {
     return written;
 }
 
-int format_file(const ListedFile& file, const Arguments& arguments) {
+int format_file(const ListedFile& file, const FormatArguments& arguments) {
     if (!file.problem.empty()) {
         throw UnreadableInput(file.problem);
     }
@@ -80,7 +80,7 @@ int format_file(const ListedFile& file, const Arguments& arguments) {
     return exit_success;
 }
 
-void check_arguments(const Arguments& arguments) {
+void check_arguments(const FormatArguments& arguments) {
     const std::vector<std::string>& inputs = arguments.inputs;
     if (!arguments.in_place && names_several_files(inputs)) {
         throw CLI::ValidationError("FILE", "several files are written with --in-place alone");
@@ -90,7 +90,7 @@ void check_arguments(const Arguments& arguments) {
     }
 }
 
-int format(const Arguments& arguments) {
+int format(const FormatArguments& arguments) {
     check_arguments(arguments);
     report_missing_vocabulary();
     FileList files(arguments.inputs);
@@ -104,7 +104,7 @@ int format(const Arguments& arguments) {
 }  // namespace
 
 void add_format_command(CLI::App& command, int& exit_code) {
-    const auto arguments = std::make_shared<Arguments>();
+    const auto arguments = std::make_shared<FormatArguments>();
     command
         .add_option("FILE", arguments->inputs, "A job file; with --in-place, job files and folders; - reads standard input")
         ->required();

@@ -18,7 +18,7 @@
 namespace quor_gjf {
 namespace {
 
-struct Arguments {
+struct JoinArguments {
     std::vector<std::string> inputs;
     std::string output;
     bool force = false;
@@ -64,7 +64,7 @@ void append_file(const ListedFile& file, std::string& joined, std::size_t& jobs)
     joined += body;
 }
 
-int join(const Arguments& arguments) {
+int join(const JoinArguments& arguments) {
     check_standard_input_once(arguments.inputs);
     FileList files(arguments.inputs);
     std::string joined;
@@ -90,7 +90,7 @@ int join(const Arguments& arguments) {
 }  // namespace
 
 void add_join_command(CLI::App& command, int& exit_code) {
-    const auto arguments = std::make_shared<Arguments>();
+    const auto arguments = std::make_shared<JoinArguments>();
     command.add_option("FILE", arguments->inputs, "Job files, in their order; folders; - reads standard input")->required();
     command.add_option("-o,--output", arguments->output, "Write to this file (default: standard output)")->type_name("FILE");
     command.add_flag("--force", arguments->force, "Replace a file that is there already");

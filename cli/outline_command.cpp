@@ -5,6 +5,7 @@
 #include "input.hpp"
 #include "job_json.hpp"
 #include "json.hpp"
+#include "plain_text.hpp"
 #include "terminal.hpp"
 
 #include <gjf/gjf.hpp>
@@ -31,10 +32,6 @@ void append_range(std::string& text, const LineRange& range, const std::string& 
     if (!range.empty()) {
         text += "  " + lines_text(range) + ": " + what + "\n";
     }
-}
-
-std::string counted(std::size_t count, const char* what) {
-    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }
 
 std::string molecule_text(const GeomSection& geom) {

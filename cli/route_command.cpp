@@ -21,7 +21,7 @@ namespace {
 
 using namespace quor::input::gaussian;
 
-struct Arguments {
+struct RouteArguments {
     std::vector<std::string> text;
     bool json = false;
 };
@@ -88,7 +88,7 @@ std::string explanation(const RouteText& text, const ParsedKeywords& route,
     return result;
 }
 
-int explain(const Arguments& arguments) {
+int explain(const RouteArguments& arguments) {
     const RouteText text = read_route_text(text_of_arguments(arguments.text));
     if (text.words.empty()) {
         throw CLI::ValidationError("TEXT", "it holds no route");
@@ -156,7 +156,7 @@ std::string text_of_arguments(const std::vector<std::string>& arguments) {
 }
 
 void add_route_command(CLI::App& command, int& exit_code) {
-    const auto arguments = std::make_shared<Arguments>();
+    const auto arguments = std::make_shared<RouteArguments>();
     command.add_option("TEXT", arguments->text, "The route, with or without #; - reads standard input")->required();
     command.add_flag("--json", arguments->json, "Print a JSON object");
     command.callback([arguments, &exit_code] { exit_code = explain(*arguments); });

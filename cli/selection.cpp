@@ -2,6 +2,7 @@
 #include "selection.hpp"
 
 #include "number_text.hpp"
+#include "plain_text.hpp"
 #include "terminal.hpp"
 
 #include <algorithm>
@@ -33,7 +34,6 @@ const NamedTest* find_test(const NamedTest* begin, const NamedTest* end, std::st
     return found == end ? nullptr : found;
 }
 
-bool is_blank(char c) noexcept { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
 bool is_digit(char c) noexcept { return c >= '0' && c <= '9'; }
 
 // "or" joins least tightly, what stands before its operand most tightly.

@@ -21,7 +21,7 @@
 namespace quor_gjf {
 namespace {
 
-struct Arguments {
+struct SplitArguments {
     std::string input;
     std::string folder;
     bool force = false;
@@ -39,7 +39,7 @@ std::string numbered_name(const std::filesystem::path& input, std::size_t number
     return input.stem().string() + '_' + digits + (extension.empty() ? ".gjf" : extension);
 }
 
-int split(const Arguments& arguments) {
+int split(const SplitArguments& arguments) {
     const std::string text = read_text(arguments.input);
     const std::vector<std::string_view> pieces = job_pieces(text);
     if (pieces.empty()) {
@@ -81,7 +81,7 @@ std::vector<std::string_view> job_pieces(std::string_view text) {
 }
 
 void add_split_command(CLI::App& command, int& exit_code) {
-    const auto arguments = std::make_shared<Arguments>();
+    const auto arguments = std::make_shared<SplitArguments>();
     command.add_option("FILE", arguments->input, "A job file; - reads standard input")->required();
     command.add_option("-o,--output", arguments->folder, "Write into this folder (default: that of the file)")
         ->type_name("FOLDER");

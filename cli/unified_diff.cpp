@@ -20,7 +20,7 @@ constexpr std::size_t most_pairs = 250'000;
 using Lines = std::vector<std::string_view>;
 
 // Lines end in their line feeds; the last one may lack it.
-Lines lines_of(std::string_view text) {
+Lines whole_lines_of(std::string_view text) {
     Lines lines;
     while (!text.empty()) {
         const std::size_t length = std::min(text.find('\n'), text.size() - 1) + 1;
@@ -246,8 +246,8 @@ class DiffText {
 }  // namespace
 
 std::string unified_diff(const std::string& name, std::string_view before, std::string_view after, bool for_terminal) {
-    const Lines a = lines_of(before);
-    const Lines b = lines_of(after);
+    const Lines a = whole_lines_of(before);
+    const Lines b = whole_lines_of(after);
     const std::vector<Stretch> changes = changes_between(a, b);
     if (changes.empty()) {
         return {};

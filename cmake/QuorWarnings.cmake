@@ -4,7 +4,11 @@ option(QUOR_GJF_WARNINGS_AS_ERRORS "Stop at warnings; for those who change the l
 
 add_library(quor_build_flags INTERFACE)
 if(PROJECT_IS_TOP_LEVEL)
-    target_compile_options(quor_build_flags INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+    target_compile_options(quor_build_flags INTERFACE -Wall -Wextra -Wpedantic -Wconversion)
+    # Where the sources of a target are compiled as one, a name in one file would be told to shadow that of another.
+    if(NOT CMAKE_UNITY_BUILD)
+        target_compile_options(quor_build_flags INTERFACE -Wshadow)
+    endif()
     if(QUOR_GJF_WARNINGS_AS_ERRORS)
         target_compile_options(quor_build_flags INTERFACE -Werror)
     endif()

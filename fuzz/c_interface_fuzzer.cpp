@@ -15,7 +15,7 @@
 namespace quor::fuzz {
 namespace {
 
-constexpr const char* water = "# hf/sto-3g\n\nwater\n\n0 1\nO 0.0 0.0 0.1\nH 0.0 0.7 -0.4\nH 0.0 -0.7 -0.4\n\n";
+constexpr const char* small_water = "# hf/sto-3g\n\nwater\n\n0 1\nO 0.0 0.0 0.1\nH 0.0 0.7 -0.4\nH 0.0 -0.7 -0.4\n\n";
 constexpr const char* bonded = R"(#p b3lyp/6-31g(d) geom=connectivity
 
 t
@@ -30,7 +30,7 @@ H 0 1.0 0.0 0.0 L
 )";
 constexpr const char* two_jobs = "# hf\n\na\n\n0 1\nHe 0 0 0\n\n--Link1--\n# hf\n\nb\n\n0 1\nNe 0 0 0\n\n";
 constexpr const char* broken = "# hf\n\nt\n\n0 1\nH 0 0\n";
-constexpr const char* jobs[] = {water, bonded, two_jobs, "", broken};
+constexpr const char* job_texts[] = {small_water, bonded, two_jobs, "", broken};
 
 std::string text_of(quor_gjf_editor* job) {
     std::vector<char> buffer(1 << 16);
@@ -96,8 +96,8 @@ class Session {
     quor_gjf_editor*& slot() { return editors_[choices_.below(editors_.size())]; }
     quor_gjf_multi_editor*& file() { return files_[choices_.below(files_.size())]; }
     const char* content() {
-        const std::size_t choice = choices_.below(std::size(jobs) + 2);
-        return choice < std::size(jobs) ? jobs[choice] : text(60);
+        const std::size_t choice = choices_.below(std::size(job_texts) + 2);
+        return choice < std::size(job_texts) ? job_texts[choice] : text(60);
     }
 
     // The messages after a call: both empty, or both the same text.

@@ -19,7 +19,7 @@ namespace {
 using namespace input::gaussian;
 using Kind = ExtraInputSectionKind;
 
-constexpr const char* job_text = R"(%mem=a long amount of memory
+constexpr const char* long_job_text = R"(%mem=a long amount of memory
 %chk=a_checkpoint_file_of_a_long_name.chk
 #p b3lyp/6-31g(d) geom=connectivity opt=(modredundant,maxcycles=100) iop(6/50=1)
 
@@ -52,7 +52,7 @@ another_variable_name 104.5
 
 )";
 
-const std::string long_word = "a_word_that_is_longer_than_short_texts";
+const std::string long_text = "a_word_that_is_longer_than_short_texts";
 
 struct Edit {
     const char* name;
@@ -61,9 +61,9 @@ struct Edit {
 
 AtomCoord new_atom() {
     AtomCoord atom;
-    atom.info.element = long_word;
-    atom.info.params["Fragment"] = long_word;
-    atom.layer = long_word;
+    atom.info.element = long_text;
+    atom.info.params["Fragment"] = long_text;
+    atom.layer = long_text;
     return atom;
 }
 
@@ -99,18 +99,18 @@ const std::vector<Edit>& atom_edits() {
          }},
         {"set_oniom_layer_by_index",
          [](GJFEditor& e) {
-             e.set_oniom_layer_by_index({0, 1, 2}, long_word);
+             e.set_oniom_layer_by_index({0, 1, 2}, long_text);
          }},
-        {"set_fragment_all", [](GJFEditor& e) { e.set_fragment_all(long_word); }},
-        {"set_atom_type", [](GJFEditor& e) { e.set_atom_type(0, long_word); }},
-        {"set_atom_type_and_mm_charge", [](GJFEditor& e) { e.set_atom_type_and_mm_charge(1, long_word, 0.25); }},
-        {"set_title", [](GJFEditor& e) { e.set_title(long_word); }},
+        {"set_fragment_all", [](GJFEditor& e) { e.set_fragment_all(long_text); }},
+        {"set_atom_type", [](GJFEditor& e) { e.set_atom_type(0, long_text); }},
+        {"set_atom_type_and_mm_charge", [](GJFEditor& e) { e.set_atom_type_and_mm_charge(1, long_text, 0.25); }},
+        {"set_title", [](GJFEditor& e) { e.set_title(long_text); }},
         {"set_charge_spin_pairs",
          [](GJFEditor& e) {
              e.set_charge_spin_pairs({{1, 2}, {3, 4}, {5, 6}});
          }},
-        {"set_mem", [](GJFEditor& e) { e.set_mem(long_word); }},
-        {"set_cpu", [](GJFEditor& e) { e.set_cpu(long_word); }},
+        {"set_mem", [](GJFEditor& e) { e.set_mem(long_text); }},
+        {"set_cpu", [](GJFEditor& e) { e.set_cpu(long_text); }},
         {"set_data", [](GJFEditor& e) { e.set_data(e.get_data()); }},
     };
     return all;
@@ -120,21 +120,21 @@ const std::vector<Edit>& text_edits() {
     static const std::vector<Edit> all = {
         {"set_route_section",
          [](GJFEditor& e) {
-             e.set_route_section({"#", long_word, long_word});
+             e.set_route_section({"#", long_text, long_text});
          }},
-        {"add_route_keyword", [](GJFEditor& e) { e.add_route_keyword(long_word); }},
+        {"add_route_keyword", [](GJFEditor& e) { e.add_route_keyword(long_text); }},
         {"remove_route_keyword", [](GJFEditor& e) { e.remove_route_keyword("b3lyp/6-31g(d)"); }},
-        {"set_output_mode", [](GJFEditor& e) { e.set_output_mode("#" + long_word); }},
-        {"set_method", [](GJFEditor& e) { e.set_method(long_word); }},
+        {"set_output_mode", [](GJFEditor& e) { e.set_output_mode("#" + long_text); }},
+        {"set_method", [](GJFEditor& e) { e.set_method(long_text); }},
         {"clear_method", [](GJFEditor& e) { e.clear_method(); }},
-        {"set_basis_set", [](GJFEditor& e) { e.set_basis_set(long_word); }},
+        {"set_basis_set", [](GJFEditor& e) { e.set_basis_set(long_text); }},
         {"set_model_chemistry_method_with_options",
          [](GJFEditor& e) {
-             e.set_model_chemistry_method_with_options(long_word, {{"full", long_word}});
+             e.set_model_chemistry_method_with_options(long_text, {{"full", long_text}});
          }},
         {"add_keyword_with_options",
          [](GJFEditor& e) {
-             e.add_keyword_with_options(long_word, {{"a", "1"}, {long_word, {}}});
+             e.add_keyword_with_options(long_text, {{"a", "1"}, {long_text, {}}});
          }},
         {"upsert_keyword_with_options",
          [](GJFEditor& e) {
@@ -144,20 +144,20 @@ const std::vector<Edit>& text_edits() {
          [](GJFEditor& e) {
              e.ensure_keyword_option("opt", {"maxcycles", "7"});
          }},
-        {"set_keyword_variable", [](GJFEditor& e) { e.set_keyword_variable("scf", "maxcycle", long_word); }},
+        {"set_keyword_variable", [](GJFEditor& e) { e.set_keyword_variable("scf", "maxcycle", long_text); }},
         {"remove_keyword_by_name", [](GJFEditor& e) { e.remove_keyword_by_name("opt"); }},
         {"update_route_from_parsed_keywords", [](GJFEditor& e) { e.update_route_from_parsed_keywords(); }},
         {"parse_keywords", [](GJFEditor& e) { e.parse_keywords(""); }},
-        {"add_extra_input", [](GJFEditor& e) { e.add_extra_input(long_word); }},
+        {"add_extra_input", [](GJFEditor& e) { e.add_extra_input(long_text); }},
         {"set_extra_inputs",
          [](GJFEditor& e) {
-             e.set_extra_inputs({long_word, long_word});
+             e.set_extra_inputs({long_text, long_text});
          }},
-        {"set_extra_input", [](GJFEditor& e) { e.set_extra_input(1, Kind::BasisSet, long_word); }},
+        {"set_extra_input", [](GJFEditor& e) { e.set_extra_input(1, Kind::BasisSet, long_text); }},
         {"remove_extra_input", [](GJFEditor& e) { e.remove_extra_input(0); }},
-        {"insert_extra_input_ordered", [](GJFEditor& e) { e.insert_extra_input_ordered(Kind::ECP, long_word); }},
+        {"insert_extra_input_ordered", [](GJFEditor& e) { e.insert_extra_input_ordered(Kind::ECP, long_text); }},
         {"upsert_extra_input_section",
-         [](GJFEditor& e) { e.upsert_extra_input_section(Kind::CoordinateModifications, long_word, true); }},
+         [](GJFEditor& e) { e.upsert_extra_input_section(Kind::CoordinateModifications, long_text, true); }},
     };
     return all;
 }
@@ -179,7 +179,7 @@ bool runs_out(const std::function<void()>& operation) {
 }
 
 GJFEditor new_editor(const std::string& name) {
-    GJFEditor editor(GJFParser::parse_string(job_text));
+    GJFEditor editor(GJFParser::parse_string(long_job_text));
     if (name == "set_bond_order without a section") {
         editor.remove_extra_inputs_by_kind({Kind::Connectivity});
     }
@@ -200,8 +200,8 @@ std::size_t fail_in(const Edit& edit) {
 }
 
 TEST(EditorMemory, IsNeededAllOrNothingByEveryEdit) {
-    state_of(GJFEditor(GJFParser::parse_string(job_text)));
-    new_editor("").set_method(long_word);  // first use of what stays for the life of the process
+    state_of(GJFEditor(GJFParser::parse_string(long_job_text)));
+    new_editor("").set_method(long_text);  // first use of what stays for the life of the process
     std::size_t failures = 0;
     for (const std::vector<Edit>& edits : {atom_edits(), text_edits()}) {
         for (const Edit& edit : edits) {
@@ -213,13 +213,13 @@ TEST(EditorMemory, IsNeededAllOrNothingByEveryEdit) {
 }
 
 TEST(EditorMemory, IsNeededByReadingWritingAndReporting) {
-    const GJFEditor editor(GJFParser::parse_string(job_text));
+    const GJFEditor editor(GJFParser::parse_string(long_job_text));
     const std::string text = editor.to_gjf_string();
-    const std::string two_jobs = std::string(job_text) + "--Link1--\n" + zmatrix_text;
+    const std::string two_jobs = std::string(long_job_text) + "--Link1--\n" + zmatrix_text;
     const GJFMultiEditor file(GJFParser::parse_string_multi(two_jobs));
     const std::string file_text = file.to_gjf_string();
     const std::vector<Edit> operations = {
-        {"parse_string", [&](GJFEditor&) { GJFParser::parse_string(job_text); }},
+        {"parse_string", [&](GJFEditor&) { GJFParser::parse_string(long_job_text); }},
         {"parse_string of a Z-matrix", [&](GJFEditor&) { GJFParser::parse_string(zmatrix_text); }},
         {"parse_string_multi", [&](GJFEditor&) { GJFParser::parse_string_multi(two_jobs); }},
         {"read_jobs_with_layout", [&](GJFEditor&) { read_jobs_with_layout(two_jobs); }},

@@ -20,7 +20,7 @@ std::string six_decimals(double number) {
     return {text, std::to_chars(text, std::end(text), number, std::chars_format::fixed, 6).ptr};
 }
 
-std::string refusal_of(const Texts& lines) {
+std::string refusal_of_molecule(const Texts& lines) {
     try {
         GJFParser::parse_geometry_section(lines);
         return "";
@@ -175,7 +175,7 @@ TEST(Molecules, RefuseMalformedLines) {
         {{"0 1", "O", "Variables:", "=1"}, "Invalid Z-matrix variable line: =1"},
     };
     for (const auto& [lines, message] : cases) {
-        EXPECT_EQ(refusal_of(lines), message);
+        EXPECT_EQ(refusal_of_molecule(lines), message);
     }
 }
 
@@ -232,7 +232,7 @@ TEST(ZMatrices, HaveRowsVariablesAndConstants) {
     };
     for (const Case& c : cases) {
         if (c.rows.empty()) {
-            EXPECT_EQ(refusal_of(c.lines), "Invalid Z-matrix variable line: O");
+            EXPECT_EQ(refusal_of_molecule(c.lines), "Invalid Z-matrix variable line: O");
             continue;
         }
         const GeomSection geom = GJFParser::parse_geometry_section(c.lines);

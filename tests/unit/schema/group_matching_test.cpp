@@ -4,7 +4,7 @@
 namespace quor::input::gaussian {
 namespace {
 
-constexpr const char* vocabulary = R"yaml(
+constexpr const char* groups_vocabulary = R"yaml(
 metadata:
   option_states:
     opt: OptStates
@@ -52,7 +52,7 @@ void expect_match(const MatchResult& match, const Expected& expected) {
 }
 
 TEST(GroupMatching, TakesExactSpellingsAndUniqueAbbreviations) {
-    const auto tables = tables_of(vocabulary);
+    const auto tables = tables_of(groups_vocabulary);
     const Expected cases[] = {
         {"opt", "optimization", true, "opt"},
         {"optimization", "optimization", true, "opt"},
@@ -118,7 +118,7 @@ TEST(GroupMatching, TellsCaseApartInACaseSensitiveVocabulary) {
 }
 
 TEST(GroupMatching, FindsOptionsOfAKeywordHoweverItIsWritten) {
-    const auto tables = tables_of(vocabulary);
+    const auto tables = tables_of(groups_vocabulary);
     struct {
         const char* keyword;
         Expected expected;
@@ -168,7 +168,7 @@ TEST(GroupMatching, LooksOptionsUpUnderTheCanonicalThenTheFirstSpellingThenTheWo
 }
 
 TEST(GroupMatching, FindsBasisSetsByEntryGraphCompletionOrHead) {
-    const auto tables = tables_of(vocabulary);
+    const auto tables = tables_of(groups_vocabulary);
     const Expected cases[] = {
         {"STO-3G", "sto-3g", true, "sto-3g"},
         {"sto", "sto-3g", false, "sto-3g"},
@@ -201,7 +201,7 @@ TEST(GroupMatching, FindsBasisSetsByEntryGraphCompletionOrHead) {
 }
 
 TEST(GroupMatching, KnowsExactBasisNamesOnly) {
-    const auto tables = tables_of(vocabulary);
+    const auto tables = tables_of(groups_vocabulary);
     for (const char* exact : {"6-31g", "6-31G*", "6-31g**", " 6-311G(d) ", "cc-pVTZ", "lanl2dz"}) {
         EXPECT_TRUE(tables.knows_basis_exact(exact)) << exact;
     }

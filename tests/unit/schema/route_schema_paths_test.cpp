@@ -12,19 +12,19 @@ std::string resolve_route_schema_path_of_build(const std::string& base, std::str
 
 namespace {
 
-constexpr const char* variable = "QUOR_G16_ROUTE_SCHEMA_YAML";
+constexpr const char* path_variable = "QUOR_G16_ROUTE_SCHEMA_YAML";
 constexpr const char* relative_path = "resources/schemas/input/gaussian_route.yaml";
 
 class RouteSchemaPath : public testing::Test {
    protected:
     void SetUp() override {
-        keep(variable, old_variable_);
+        keep(path_variable, old_variable_);
         keep("HOME", old_home_);
-        unsetenv(variable);
+        unsetenv(path_variable);
         unsetenv("HOME");
     }
     void TearDown() override {
-        restore(variable, old_variable_);
+        restore(path_variable, old_variable_);
         restore("HOME", old_home_);
     }
     TemporaryFolder folder;
@@ -60,10 +60,10 @@ TEST_F(RouteSchemaPath, LiesUnderHomeWhetherOrNotItExists) {
 TEST_F(RouteSchemaPath, IsTheFileTheVariableNames) {
     const std::string named = folder.write("mine.yaml", "states: {}\n");
     folder.write(std::string("base/") + relative_path, "states: {}\n");
-    setenv(variable, named.c_str(), 1);
+    setenv(path_variable, named.c_str(), 1);
     EXPECT_EQ(resolve_route_schema_path((folder.path() / "base").string()), named);
     EXPECT_EQ(resolve_route_schema_path(""), named);
-    setenv(variable, "/no/such/file", 1);
+    setenv(path_variable, "/no/such/file", 1);
     EXPECT_EQ(resolve_route_schema_path((folder.path() / "base").string()),
               (folder.path() / "base" / relative_path).string());
 }

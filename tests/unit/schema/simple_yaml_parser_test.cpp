@@ -7,7 +7,7 @@
 namespace quor::input::gaussian {
 namespace {
 
-constexpr const char* vocabulary = R"yaml(
+constexpr const char* query_vocabulary = R"yaml(
 metadata:
   option_states: {opt: OptStates, scrf: ScrfStates}
   categories: {opt: job, Frequency: job, scr: solvation, b3ly: functional, 6-31g: stored basis, mystery: Unseen}
@@ -44,7 +44,7 @@ struct Knowledge {
 };
 
 TEST(SimpleYAMLParser, KnowsWordsByRole) {
-    const SimpleYAMLParser parser = parser_of(vocabulary);
+    const SimpleYAMLParser parser = parser_of(query_vocabulary);
     const Knowledge cases[] = {
         {"opt", "kK"},
         {" OPT ", "kK"},
@@ -87,7 +87,7 @@ TEST(SimpleYAMLParser, KnowsWordsByRole) {
 }
 
 TEST(SimpleYAMLParser, KnowsOptionsOfAKeyword) {
-    const SimpleYAMLParser parser = parser_of(vocabulary);
+    const SimpleYAMLParser parser = parser_of(query_vocabulary);
     struct {
         const char* keyword;
         const char* option;
@@ -112,7 +112,7 @@ TEST(SimpleYAMLParser, KnowsOptionsOfAKeyword) {
 }
 
 TEST(SimpleYAMLParser, NormalizesExactRolesBeforeAbbreviatedOnes) {
-    const SimpleYAMLParser parser = parser_of(vocabulary);
+    const SimpleYAMLParser parser = parser_of(query_vocabulary);
     const std::pair<const char*, const char*> cases[] = {
         {"Optimization", "opt"},  // exact keyword
         {"hf", "hf"},             // exact method before the abbreviated keyword hfx
@@ -137,7 +137,7 @@ TEST(SimpleYAMLParser, NormalizesExactRolesBeforeAbbreviatedOnes) {
 }
 
 TEST(SimpleYAMLParser, NormalizesBasisSetsWithoutLosingASuffix) {
-    const SimpleYAMLParser parser = parser_of(vocabulary);
+    const SimpleYAMLParser parser = parser_of(query_vocabulary);
     const std::pair<const char*, const char*> cases[] = {
         {"STO-3G", "sto-3g"},     {" sto ", "sto-3g"},
         {"6-31", "6-31g"},        {"6-31G*", "6-31g*"},
@@ -151,7 +151,7 @@ TEST(SimpleYAMLParser, NormalizesBasisSetsWithoutLosingASuffix) {
 }
 
 TEST(SimpleYAMLParser, ComparesKeywords) {
-    const SimpleYAMLParser parser = parser_of(vocabulary);
+    const SimpleYAMLParser parser = parser_of(query_vocabulary);
     struct {
         const char* a;
         const char* b;
@@ -187,7 +187,7 @@ TEST(SimpleYAMLParser, ComparesKeywords) {
 }
 
 TEST(SimpleYAMLParser, ComparesOptions) {
-    const SimpleYAMLParser parser = parser_of(vocabulary);
+    const SimpleYAMLParser parser = parser_of(query_vocabulary);
     struct {
         const char* keyword;
         const char* a;
@@ -216,7 +216,7 @@ TEST(SimpleYAMLParser, ComparesOptions) {
 }
 
 TEST(SimpleYAMLParser, ClassifiesByCategoryThenByRole) {
-    const SimpleYAMLParser parser = parser_of(vocabulary);
+    const SimpleYAMLParser parser = parser_of(query_vocabulary);
     const std::pair<const char*, const char*> cases[] = {
         {"opt", "job"},
         {"OPTIMIZATION", "job"},
@@ -245,7 +245,7 @@ TEST(SimpleYAMLParser, ClassifiesByCategoryThenByRole) {
 }
 
 TEST(SimpleYAMLParser, CompletesPrefixesSortedAndOnce) {
-    const SimpleYAMLParser parser = parser_of(vocabulary);
+    const SimpleYAMLParser parser = parser_of(query_vocabulary);
     EXPECT_EQ(parser.keyword_completions("o"), (Words{"opt", "optcyc"}));
     EXPECT_EQ(parser.keyword_completions(" OPT "), (Words{"opt", "optcyc"}));
     EXPECT_EQ(parser.keyword_completions("optimizations"), Words{});
@@ -302,7 +302,7 @@ TEST(SimpleYAMLParser, IsEmptyAfterAFailedLoad) {
         folder.path().string(),
         ""};
     for (const std::string& path : bad) {
-        SimpleYAMLParser parser = parser_of(vocabulary);
+        SimpleYAMLParser parser = parser_of(query_vocabulary);
         const SimpleYAMLParser copy = parser;
         EXPECT_FALSE(parser.load_from_file(path)) << path;
         expect_empty(parser);
@@ -311,7 +311,7 @@ TEST(SimpleYAMLParser, IsEmptyAfterAFailedLoad) {
 }
 
 TEST(SimpleYAMLParser, HasNoVocabularyCompiledIn) {
-    SimpleYAMLParser parser = parser_of(vocabulary);
+    SimpleYAMLParser parser = parser_of(query_vocabulary);
     const SimpleYAMLParser copy = parser;
     EXPECT_FALSE(parser.load_embedded_default());
     expect_empty(parser);
@@ -320,7 +320,7 @@ TEST(SimpleYAMLParser, HasNoVocabularyCompiledIn) {
 
 TEST(SimpleYAMLParser, SharesItsVocabularyWithCopiesUntilItReloads) {
     const TemporaryFolder folder;
-    SimpleYAMLParser parser = parser_of(vocabulary);
+    SimpleYAMLParser parser = parser_of(query_vocabulary);
     SimpleYAMLParser copy(parser);
     SimpleYAMLParser assigned;
     assigned = parser;
@@ -341,7 +341,7 @@ TEST(SimpleYAMLParser, SharesItsVocabularyWithCopiesUntilItReloads) {
 }
 
 TEST(SimpleYAMLParser, AnswersSeveralThreadsAtOnce) {
-    const SimpleYAMLParser parser = parser_of(vocabulary);
+    const SimpleYAMLParser parser = parser_of(query_vocabulary);
     std::vector<std::thread> threads;
     std::vector<int> known(4, 0);
     for (int& count : known) {
