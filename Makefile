@@ -4,7 +4,9 @@
 packages := g++ make cmake ninja-build pkg-config libyaml-cpp-dev libcli11-dev nlohmann-json3-dev
 test_packages := $(packages) python3 libgtest-dev groff-base locales python3-dev python3-pip python3-venv python3-setuptools python3-wheel \
     pybind11-dev python3-numpy python3-pytest python3-ase python3-pandas mypy
+verify_packages := $(test_packages) clang-14 libclang-rt-14-dev clang-format-14 clang-tidy-14 cppcheck gcovr
 wanted = $(test_packages)
+verify: wanted = $(verify_packages)
 demo install build/release/cli/quor-gjf: wanted = $(packages)
 missing = $(shell for p in $(wanted); do dpkg -s $$p >/dev/null 2>&1 || printf '%s ' $$p; done)
 as_root = $(if $(filter 0,$(shell id -u)),,sudo)
@@ -13,7 +15,7 @@ prefix ?= /usr/local
 python ?= /usr/bin/python3
 
 .DEFAULT_GOAL := setup
-.PHONY: setup demo test python python-bench tsan coverage bench bench-build bench-peers bench-check bench-growth bench-report fuzz fuzz-long tidy cppcheck install clean
+.PHONY: setup demo test verify python python-bench tsan coverage bench bench-build bench-peers bench-check bench-growth bench-report fuzz fuzz-long tidy cppcheck install clean
 
 # How long each fuzzer runs, in seconds, and which run (all, unless named).
 fuzz_seconds ?= 60
@@ -36,6 +38,11 @@ demo: build/release/cli/quor-gjf
 test: setup
 	cmake --preset dev && cmake --build --preset dev && ctest --preset dev
 	cmake --preset asan && cmake --build --preset asan && ctest --preset asan
+
+# What `make test` leaves out, in its short form: static analysis, the suite under the thread sanitizer, coverage, fuzzing.
+verify: setup
+	$(MAKE) cppcheck tidy tsan coverage
+	$(MAKE) fuzz fuzz_seconds=20
 
 # The wheel of the Python package: build/python/dist/quor_gjf-VERSION-....whl
 python: setup
