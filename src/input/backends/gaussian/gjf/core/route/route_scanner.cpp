@@ -20,7 +20,7 @@ void walk_top_level(std::string_view text, Separates separates, Take take) {
     NestingTracker nesting;
     std::size_t begin = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
-        const bool cuts = nesting.at_top_level() && separates(text[i]);
+        const bool cuts = separates(text[i]) && nesting.at_top_level();
         nesting.advance(text[i]);
         if (cuts) {
             take(begin, i);

@@ -61,7 +61,7 @@ class NestingTracker {
         remember(c);
         return at_top_level();
     }
-    bool at_top_level() const noexcept { return quote_ == 0 && round_ == 0 && square_ == 0 && curly_ == 0; }
+    bool at_top_level() const noexcept { return quote_ == 0 && (round_ | square_ | curly_) == 0; }
 
    private:
     bool advance_nesting(char c) noexcept;

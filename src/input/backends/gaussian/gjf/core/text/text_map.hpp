@@ -12,26 +12,42 @@
 
 namespace quor::input::gaussian {
 
-/// Mixes eight characters at a time. Route words have few, for which calling the library's own takes longer.
+/// Mixes eight characters at a time, the last ones with some before them. Route words have few, for which the standard
+/// library's own takes longer.
 struct TextHash {
     using is_transparent = void;
+
     std::size_t operator()(std::string_view text) const noexcept {
-        constexpr std::uint64_t odd = 0x9E3779B97F4A7C15;
-        std::uint64_t hash = text.size() * odd;
-        const auto mix = [&](std::size_t begin, std::size_t count) {
-            std::uint64_t word = 0;
-            std::memcpy(&word, text.data() + begin, count);
-            hash = (hash ^ word) * odd;
-            hash ^= hash >> 32;
-        };
-        std::size_t begin = 0;
-        for (; begin + sizeof hash <= text.size(); begin += sizeof hash) {
-            mix(begin, sizeof hash);
+        const std::size_t size = text.size();
+        std::uint64_t hash = size * odd;
+        if (size >= 8) {
+            for (std::size_t begin = 0; begin + 8 < size; begin += 8) {
+                hash = mixed(hash, load<std::uint64_t>(text, begin));
+            }
+            return mixed(hash, load<std::uint64_t>(text, size - 8));
         }
-        if (begin < text.size()) {
-            mix(begin, text.size() - begin);
+        if (size >= 4) {
+            return mixed(hash, load<std::uint32_t>(text, 0) | load<std::uint32_t>(text, size - 4) << 32);
+        }
+        for (const char c : text) {
+            hash = mixed(hash, static_cast<unsigned char>(c));
         }
         return hash;
+    }
+
+   private:
+    static constexpr std::uint64_t odd = 0x9E3779B97F4A7C15;
+
+    static std::uint64_t mixed(std::uint64_t hash, std::uint64_t word) noexcept {
+        hash = (hash ^ word) * odd;
+        return hash ^ (hash >> 32);
+    }
+
+    template <class Word>
+    static std::uint64_t load(std::string_view text, std::size_t begin) noexcept {
+        Word word = 0;
+        std::memcpy(&word, text.data() + begin, sizeof word);
+        return word;
     }
 };
 
