@@ -99,11 +99,7 @@ Edit read_remove_atoms(const std::string& text) {
         if (indices.size() == job.get_data().geom.atoms.size()) {
             throw std::runtime_error("no atom would be left");
         }
-        // Taking them from the end spares moving those that stay.
-        job.move_atoms_to_end(indices);
-        for (std::size_t i = 0; i < indices.size(); ++i) {
-            job.remove_atom_with_connectivity(job.get_data().geom.atoms.size() - 1);
-        }
+        job.remove_atoms(indices);
     };
 }
 

@@ -155,6 +155,7 @@ constexpr Operation atom_operations[] = {
     call<&E::add_atom, atom>,
     call<&E::add_atom_with_connectivity, atom, list<bond, 4>>,
     call<&E::remove_atom, index>,
+    call<&E::remove_atoms, indices>,
     call<&E::move_atom, index, index>,
     call<&E::replace_atom, index, atom>,
     call<&E::clear_atoms>,

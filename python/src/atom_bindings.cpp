@@ -144,50 +144,6 @@ py::list elements_of(const JobHandle& job) {
     return elements;
 }
 
-// Takes many atoms out in one pass; `gone` says which. Bonds are renumbered as for one atom after the other.
-void remove_marked_atoms(GJFData& data, const std::vector<bool>& gone) {
-    std::vector<AtomCoord> kept;
-    std::vector<std::uint64_t> place(gone.size(), 0);
-    for (std::size_t i = 0; i < gone.size(); ++i) {
-        place[i] = kept.size();
-        if (!gone[i]) {
-            kept.push_back(std::move(data.geom.atoms[i]));
-        }
-    }
-    data.geom.atoms = std::move(kept);
-    const auto index = data.find_extra_input_index(ExtraInputSectionKind::Connectivity);
-    ConnectivitySection* section =
-        index < 0 ? nullptr : data.extra_inputs[static_cast<std::size_t>(index)].mutable_connectivity();
-    if (section == nullptr) {
-        return;
-    }
-    std::vector<Bond> bonds;
-    for (const Bond& bond : section->bonds) {
-        // Bonds are stored with the smaller index first.
-        if (bond.atom2 < gone.size() && !gone[bond.atom1] && !gone[bond.atom2]) {
-            bonds.push_back({place[bond.atom1], place[bond.atom2], bond.order});
-        }
-    }
-    section->bonds = std::move(bonds);
-}
-
-void remove_atoms(JobHandle& job, const Indices& indices) {
-    std::vector<bool> gone(atoms_of(job).size(), false);
-    for (const std::size_t index : indices) {
-        atom_at(job, index);
-        gone[index] = true;
-    }
-    std::vector<std::size_t> origins;
-    for (std::size_t i = 0; i < gone.size(); ++i) {
-        if (!gone[i]) {
-            origins.push_back(job.editor.atom_origins()[i]);
-        }
-    }
-    GJFData data = job.editor.get_data();
-    remove_marked_atoms(data, gone);
-    job.editor.set_data(std::move(data), std::move(origins));
-}
-
 void bind_atom_list(JobClass& job) {
     job.def("atom_count", [](const JobHandle& self) { return atoms_of(self).size(); });
     job.def("is_zmatrix",
@@ -201,7 +157,12 @@ void bind_atom_list(JobClass& job) {
             [](JobHandle& self, const AtomCoord& atom, const std::vector<std::pair<std::size_t, double>>& bonds) {
                 self.editor.add_atom_with_connectivity(atom, bonds);
             });
-    job.def("remove_atoms", &remove_atoms);
+    job.def("remove_atoms", [](JobHandle& self, const Indices& indices) {
+        for (const std::size_t index : indices) {
+            atom_at(self, index);
+        }
+        self.editor.remove_atoms(indices);
+    });
     job.def("move_atom", [](JobHandle& self, std::size_t from, std::size_t to) { self.editor.move_atom(from, to); });
     job.def("clear_atoms", [](JobHandle& self) { self.editor.clear_atoms(); });
     job.def("reorder_atoms",

@@ -91,7 +91,7 @@ std::string numbered(const std::string& text, std::size_t count) {
 const std::string head = "# hf/sto-3g\n\nt\n\n0 1\n";
 const std::string one_atom = "He 0.0 0.0 0.0\n";
 
-// Reads, looks at the layout, reports, edits and writes.
+// Reads, looks at the layout, reports, edits, writes, compares and takes atoms out.
 void do_all(const std::string& text) {
     try {
         GJFMultiEditor editor(GJFParser::parse_string_multi(text));
@@ -102,6 +102,13 @@ void do_all(const std::string& text) {
         editor.job(0).set_fragment_all("1");
         editor.job(0).move_atoms_to_end({0});
         editor.to_gjf_string();
+        GJFEditor& job = editor.job(0);
+        find_difference(job.get_data(), GJFData(job.get_data()));
+        std::vector<std::size_t> every_other;
+        for (std::size_t i = 0; i < job.get_data().geom.atoms.size(); i += 2) {
+            every_other.push_back(i);
+        }
+        job.remove_atoms(every_other);
     } catch (const GJFParseException&) {
         read_jobs_with_layout(text);
     }

@@ -75,6 +75,10 @@ const std::vector<Edit>& atom_edits() {
              e.add_atom_with_connectivity(new_atom(), {{0, 1.0}, {1, 2.0}});
          }},
         {"remove_atom", [](GJFEditor& e) { e.remove_atom(1); }},
+        {"remove_atoms",
+         [](GJFEditor& e) {
+             e.remove_atoms({2, 0});
+         }},
         {"move_atom", [](GJFEditor& e) { e.move_atom(0, 2); }},
         {"replace_atom", [](GJFEditor& e) { e.replace_atom(0, new_atom()); }},
         {"reorder_atoms_with_connectivity",

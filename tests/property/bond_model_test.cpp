@@ -118,6 +118,13 @@ class RandomEdits {
         model_.reorder(order);
     }
 
+    void remove_group() {
+        const std::vector<std::size_t> indices = some_indices();
+        editor_.remove_atoms(indices);
+        const std::set<std::size_t> chosen(indices.begin(), indices.end());
+        std::for_each(chosen.rbegin(), chosen.rend(), [this](std::size_t index) { model_.remove(index); });
+    }
+
     void shuffle() {
         std::vector<std::size_t> order(model_.atoms.size());
         for (std::size_t i = 0; i < order.size(); ++i) {
@@ -162,10 +169,13 @@ class RandomEdits {
             add();
             return;
         }
-        switch (below(9)) {
+        switch (below(10)) {
             case 0:
             case 1:
                 add();
+                break;
+            case 9:
+                remove_group();
                 break;
             case 2: {
                 const std::size_t index = below(model_.atoms.size());

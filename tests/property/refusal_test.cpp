@@ -30,6 +30,9 @@ std::vector<std::function<void(GJFEditor&)>> refusals() {
         },
         [](GJFEditor& e) { e.remove_atom(e.get_data().geom.atoms.size()); },
         [](GJFEditor& e) { e.remove_atom_with_connectivity(far); },
+        [](GJFEditor& e) {
+            e.remove_atoms({0, far, 0});
+        },
         [](GJFEditor& e) { e.move_atom(0, far); },
         [](GJFEditor& e) { e.move_atom_with_connectivity(far, 0); },
         [=](GJFEditor& e) { e.replace_atom(far, atom); },

@@ -233,6 +233,13 @@ TEST(Documents, RenumberWhatNamesAtoms) {
         {"removed", bonded, [](GJFEditor& e) { e.remove_atom(2); },
          "# hf/sto-3g geom=connectivity opt=modredundant\n\nt\n\n0 1\nC  0.0 0.0 0.0\nO  0.0 0.0 1.4\nH  0.5 0.9 -0.4\n\n"
          " 1 2 1.0 3 1.0\n 2\n 3\n\nB 1 2 F\n* 2 B\n\n"},
+        {"removed with another", bonded,
+         [](GJFEditor& e) {
+             e.remove_atoms({3, 2});
+         },
+         "# hf/sto-3g geom=connectivity opt=modredundant\n\nt\n\n0 1\nC  0.0 0.0 0.0\nO  0.0 0.0 1.4\n\n 1 2 1.0\n 2\n\nB 1 "
+         "2 "
+         "F\n* 2 B\n\n"},
         {"moved", bonded, [](GJFEditor& e) { e.move_atom(0, 1); },
          "# hf/sto-3g geom=connectivity opt=modredundant\n\nt\n\n0 1\nO  0.0 0.0 1.4\nC  0.0 0.0 0.0\nH  0.0 0.9 1.7\nH  "
          "0.5 0.9 -0.4\n\n"

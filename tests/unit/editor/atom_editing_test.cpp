@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <random>
@@ -114,6 +115,23 @@ TEST(AtomEditing, RefusesBadArgumentsAndKeepsTheJob) {
          }},
         {"Invalid atom index: 3", [&] { editor.remove_atom(3); }},
         {"Invalid atom index: 4", [&] { editor.remove_atom_with_connectivity(4); }},
+        {"Invalid atom index: 3", [&] { editor.remove_atoms({3}); }},
+        {"Invalid atom index: 3",
+         [&] {
+             editor.remove_atoms({0, 7, 3, 3, 1});
+         }},
+        {"Invalid atom index: 7",
+         [&] {
+             editor.remove_atoms({0, 0, 7});
+         }},
+        {"Invalid atom index: 18446744073709551615",
+         [&] {
+             editor.remove_atoms({std::size_t(-1), 0});
+         }},
+        {"Invalid atom index: 5",
+         [&] {
+             editor.move_atoms_to_end({1, std::size_t(-1), 5});
+         }},
         {"Invalid atom index: 3", [&] { editor.move_atom(3, 5); }},
         {"Invalid atom index: 5", [&] { editor.move_atom(0, 5); }},
         {"Invalid atom index: 7", [&] { editor.move_atom_with_connectivity(7, 7); }},
@@ -169,6 +187,19 @@ TEST(AtomEditing, RemovesMovesAndReplacesAtoms) {
     const Case cases[] = {
         {[](GJFEditor& e) { e.remove_atom(0); }, "bcd", {{0, 1, 1.5}}},
         {[](GJFEditor& e) { e.remove_atom_with_connectivity(1); }, "acd", {{0, 2, 2.0}}},
+        {[](GJFEditor& e) { e.remove_atoms({0}); }, "bcd", {{0, 1, 1.5}}},
+        {[](GJFEditor& e) {
+             e.remove_atoms({2, 0, 2});
+         },
+         "bd",
+         {}},
+        {[](GJFEditor& e) { e.remove_atoms({2}); }, "abd", {{0, 1, 1.0}, {0, 2, 2.0}}},
+        {[](GJFEditor& e) {
+             e.remove_atoms({3, 2, 1, 0});
+         },
+         "",
+         {}},
+        {[](GJFEditor& e) { e.remove_atoms({}); }, "abcd", {{0, 1, 1.0}, {0, 3, 2.0}, {1, 2, 1.5}}},
         {[](GJFEditor& e) { e.move_atom(0, 2); }, "bcad", {{0, 2, 1.0}, {2, 3, 2.0}, {0, 1, 1.5}}},
         {[](GJFEditor& e) { e.move_atom_with_connectivity(3, 0); }, "dabc", {{1, 2, 1.0}, {0, 1, 2.0}, {2, 3, 1.5}}},
         {[](GJFEditor& e) { e.move_atom(2, 2); }, "abcd", {{0, 1, 1.0}, {0, 3, 2.0}, {1, 2, 1.5}}},
@@ -298,6 +329,63 @@ TEST(AtomEditing, StaysLinearForManyAtomsAndBonds) {
     editor.remove_atom(0);
     EXPECT_EQ(editor.get_bond_count(), count - 2);
     editor.validate_connectivity_indices();
+    Indices all_but_ends;
+    for (std::size_t i = count - 3; i > 1; --i) {
+        all_but_ends.push_back(i);
+    }
+    editor.remove_atoms(all_but_ends);
+    EXPECT_EQ(editor.get_data().geom.atoms.size(), 3u);
+    EXPECT_EQ(editor.get_bond_count(), 1u);
+    editor.validate_connectivity_indices();
+}
+
+TEST(AtomEditing, RemovesManyAtomsAsOneAfterTheOther) {
+    std::mt19937 random(7);
+    const auto below = [&](std::size_t limit) { return random() % limit; };
+    for (int round = 0; round < 300; ++round) {
+        const std::size_t count = 1 + below(9);
+        GJFEditor editor = make_editor(count);
+        for (std::size_t i = below(12); i > 0; --i) {
+            const std::size_t a = below(count);
+            const std::size_t b = below(count);
+            if (a != b) {
+                editor.set_bond_order(a, b, static_cast<double>(1 + below(3)));
+            }
+        }
+        // What is done to the bond list by hand is not checked: atoms that are not there.
+        if (ConnectivitySection* section = editor.mutable_connectivity()) {
+            section->bonds.push_back({below(count), count + below(3), 1.0});
+        }
+        editor.move_atom(0, count - 1);
+        GJFEditor one_by_one = editor;
+        Indices indices;
+        for (std::size_t i = below(2 * count); i > 0; --i) {
+            indices.push_back(below(count));
+        }
+        editor.remove_atoms(indices);
+        for (std::size_t i = count; i-- > 0;) {
+            if (std::find(indices.begin(), indices.end(), i) != indices.end()) {
+                one_by_one.remove_atom(i);
+            }
+        }
+        EXPECT_EQ(names(editor), names(one_by_one));
+        EXPECT_EQ(bonds(editor), bonds(one_by_one));
+        EXPECT_EQ(editor.atom_origins(), one_by_one.atom_origins());
+        EXPECT_EQ(editor.get_data().extra_inputs.size(), one_by_one.get_data().extra_inputs.size());
+    }
+}
+
+TEST(AtomEditing, RemovesNoRowsOfAZMatrix) {
+    GJFData data;
+    data.geom.format = GeometryFormat::ZMatrix;
+    data.geom.zmatrix_entries.resize(2);
+    data.extra_inputs.emplace_back(ExtraInputSectionKind::Connectivity, "1 2 1.0");
+    GJFEditor editor(data);
+    expect_refused("Invalid atom index: 0", [&] { editor.remove_atoms({0}); });
+    expect_refused("Invalid atom index: 1", [&] { editor.remove_atoms({2, 1}); });
+    editor.remove_atoms({});
+    EXPECT_EQ(editor.get_data().geom.zmatrix_entries.size(), 2u);
+    EXPECT_EQ(bonds(editor), (BondList{{0, 1, 1.0}}));
 }
 
 }  // namespace

@@ -7,7 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <set>
+#include <optional>
 #include <utility>
 
 namespace quor::input::gaussian {
@@ -36,12 +36,19 @@ void reserve_one_more(std::vector<Element>& list) {
     }
 }
 
-// Tells for each atom whether it is selected; throws for an index out of range.
+// Tells for each atom whether it is selected; throws for the lowest index out of range.
 std::vector<bool> selection_of(const GJFEditor& editor, const std::vector<std::size_t>& indices) {
-    for (const std::size_t index : std::set<std::size_t>(indices.begin(), indices.end())) {
-        editor.validate_atom_index(index);
+    const std::size_t count = editor.get_data().geom.atoms.size();
+    std::optional<std::size_t> outside;
+    for (const std::size_t index : indices) {
+        if (index >= count && (!outside || index < *outside)) {
+            outside = index;
+        }
     }
-    std::vector<bool> selected(editor.get_data().geom.atoms.size(), false);
+    if (outside) {
+        editor.validate_atom_index(*outside);
+    }
+    std::vector<bool> selected(count, false);
     for (const std::size_t index : indices) {
         selected[index] = true;
     }
@@ -60,6 +67,38 @@ std::vector<std::size_t> order_by_selection(const std::vector<bool>& selected, b
         }
     }
     return order;
+}
+
+// Drops the elements that are gone, which takes no memory.
+template <typename Element>
+void drop_gone(std::vector<Element>& list, const std::vector<bool>& gone) noexcept {
+    std::size_t kept = 0;
+    for (std::size_t i = 0; i < list.size(); ++i) {
+        if (gone[i]) {
+            continue;
+        }
+        if (kept < i) {
+            list[kept] = std::move(list[i]);
+        }
+        ++kept;
+    }
+    list.erase(list.begin() + static_cast<std::ptrdiff_t>(kept), list.end());
+}
+
+// Drops the bonds of atoms that are gone and renumbers the rest; the order of each bond's atoms stays. `places` holds, for
+// each atom and for the end of the list, how many atoms before it stay.
+void drop_bonds_of_gone(std::vector<Bond>& bonds, const std::vector<bool>& gone, const std::vector<std::size_t>& places) {
+    const auto is_gone = [&](std::uint64_t atom) { return atom < gone.size() && gone[atom]; };
+    const auto place = [&](std::uint64_t atom) {
+        return atom < gone.size() ? places[atom] : atom - gone.size() + places.back();
+    };
+    bonds.erase(std::remove_if(bonds.begin(), bonds.end(),
+                               [&](const Bond& bond) { return is_gone(bond.atom1) || is_gone(bond.atom2); }),
+                bonds.end());
+    for (Bond& bond : bonds) {
+        bond.atom1 = place(bond.atom1);
+        bond.atom2 = place(bond.atom2);
+    }
 }
 
 // Inverts an order into a map from old to new places; throws when it is no permutation.
@@ -137,6 +176,19 @@ void GJFEditor::remove_atom(std::size_t index) {
 }
 
 void GJFEditor::remove_atom_with_connectivity(std::size_t index) { remove_atom(index); }
+
+void GJFEditor::remove_atoms(const std::vector<std::size_t>& indices) {
+    const std::vector<bool> gone = selection_of(*this, indices);
+    std::vector<std::size_t> places(gone.size() + 1);
+    for (std::size_t i = 0; i < gone.size(); ++i) {
+        places[i + 1] = places[i] + (gone[i] ? 0 : 1);
+    }
+    drop_gone(data_.geom.atoms, gone);
+    drop_gone(atom_origins_, gone);
+    if (ConnectivitySection* connectivity = mutable_connectivity()) {
+        drop_bonds_of_gone(connectivity->bonds, gone, places);
+    }
+}
 
 void GJFEditor::move_atom(std::size_t from, std::size_t to) {
     validate_atom_index(from);

@@ -111,6 +111,9 @@ class QUOR_GJF_API GJFEditor {
     void add_atom_with_connectivity(const AtomCoord& atom, const std::vector<std::pair<std::size_t, double>>& bonds);
     void remove_atom(std::size_t index);
     void remove_atom_with_connectivity(std::size_t index);
+    /// Removes several atoms, as `remove_atom` does each, in one pass. Indices are those before the call, in any order; one
+    /// given twice counts once. Throws "Invalid atom index: N" for the lowest that is not below the number of atoms.
+    void remove_atoms(const std::vector<std::size_t>& indices);
     void move_atom(std::size_t from, std::size_t to);
     void move_atom_with_connectivity(std::size_t from, std::size_t to);
     void replace_atom(std::size_t index, const AtomCoord& atom);
