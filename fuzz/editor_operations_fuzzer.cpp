@@ -200,6 +200,7 @@ constexpr Operation label_operations[] = {
     call<&E::remove_mem>,
     call<&E::set_nproc, integer>,
     call<&E::set_checkpoint_file, text<6>>,
+    call<&E::remove_checkpoint_file>,
     call<&E::set_cpu, text<6>>,
 };
 
