@@ -41,6 +41,9 @@ TEST(Checker, TellsThePlace) {
         {"# hf/sto-3g opt=(calcfc" + helium, "T007 1:17+1 error\n"},
         {"# hf/sto-3g (opt)]" + helium, "W005 1:13+6 warning\nT007 1:18+1 error\n"},
         {"# hf/sto-3g\n\nt\n\n0 1\nO\nH 1 0.96\nH 1 0.96 7 104.5\n\n", "M009 8:10+1 error\n"},
+        {"# hf/sto-3g opt=modredundant\n\nt\n\n0 1\nHe 0.0 0.0 0.0\nHe 0.0 0.0 3.0\nHe 0.0 3.0 3.0\n\nA 1 2 01 F\nD 1 2 3 1 "
+         "F\n\n",
+         "S023 10:7+2 error\nS023 11:9+1 warning\n"},
         {"# hf/sto-3g\n\nt\n\n0 1\nHe 0.0 0.0 r\n\n", "M007 6:12+1 error\n"},
         {"# hf/sto-3g\n\nt\n\n0 1\nHe 0.0 0.0 0.0\n", "T001 6:0+0 error\n"},
         {"# hf/sto-3g\n\nt\n\n0 1\nHe\nHe 1 r\n\nr=3.0\n", "T001 9:0+0 warning\n"},

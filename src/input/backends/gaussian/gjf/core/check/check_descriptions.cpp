@@ -64,6 +64,7 @@ const std::vector<CheckDescription>& check_descriptions() {
         {"GJF-S020", "Structures with a different order of atoms"},
         {"GJF-S021", "Structure that cannot be read"},
         {"GJF-S022", "Unknown or incomplete action on a coordinate"},
+        {"GJF-S023", "Coordinate with one atom twice"},
         {"GJF-T001", "No blank line at the end"},
         {"GJF-T002", "Control character"},
         {"GJF-T003", "Character outside ASCII"},

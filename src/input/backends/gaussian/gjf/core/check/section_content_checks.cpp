@@ -36,6 +36,22 @@ void check_atom_fields(const CheckedJob& job, std::size_t line, const Fields& fi
     }
 }
 
+// Reports an atom that a coordinate names twice. Two atoms apart or nearer it has no value; a dihedral that ends where it
+// begins still has one.
+void check_repeated_atoms(const CheckedJob& job, std::size_t line, const Fields& fields, std::size_t first,
+                          std::size_t count, Findings& findings) {
+    for (std::size_t i = first + 1; i < first + count; ++i) {
+        const std::optional<std::int64_t> atom = to_int64(fields[i]);
+        for (std::size_t j = first; atom && j < i; ++j) {
+            if (to_int64(fields[j]) == atom) {
+                findings.add("GJF-S023", i - j <= 2 ? Severity::Error : Severity::Warning,
+                             "the coordinate names atom " + std::to_string(*atom) + " twice", job.place_in(line, fields[i]));
+                return;
+            }
+        }
+    }
+}
+
 // What may be done to a coordinate: add, freeze, activate, kill, remove, derivative, second derivative, scan.
 constexpr std::string_view coordinate_actions = "afbkrdhs";
 
@@ -78,6 +94,8 @@ void check_coordinate_line(const CheckedJob& job, std::size_t line, std::size_t 
     const auto given = static_cast<std::size_t>(atoms_end - fields.begin()) - (typed ? 1 : 0);
     if (!typed) {
         check_atom_fields(job, line, fields, 0, std::min<std::size_t>(given, 4), atom_count, findings);
+        // Behind the first two, a whole number may be a value.
+        check_repeated_atoms(job, line, fields, 0, std::min<std::size_t>(given, 2), findings);
         check_action(job, line, fields, given, findings);
         return;
     }
@@ -98,6 +116,7 @@ void check_coordinate_line(const CheckedJob& job, std::size_t line, std::size_t 
         return;
     }
     check_atom_fields(job, line, fields, 1, type->atoms, atom_count, findings);
+    check_repeated_atoms(job, line, fields, 1, type->atoms, findings);
     check_action(job, line, fields, 1 + given, findings);
 }
 
