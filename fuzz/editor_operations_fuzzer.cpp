@@ -200,7 +200,6 @@ constexpr Operation label_operations[] = {
     call<&E::remove_mem>,
     call<&E::set_nproc, integer>,
     call<&E::set_checkpoint_file, text<6>>,
-    call<&E::remove_checkpoint_file>,
     call<&E::set_cpu, text<6>>,
 };
 

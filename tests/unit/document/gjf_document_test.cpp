@@ -82,7 +82,6 @@ TEST(Documents, ChangeLink0Lines) {
         {"nproc", water, [](GJFEditor& e) { e.set_nproc(16); }, water_with("%NProcShared=4", "%NProcShared=16")},
         {"chk", water, [](GJFEditor& e) { e.set_checkpoint_file("b.chk"); }, water_with("water.chk !", "b.chk !")},
         {"no mem", water, [](GJFEditor& e) { e.remove_mem(); }, water_with("%Mem = 1GB\n", "")},
-        {"no chk", water, [](GJFEditor& e) { e.remove_checkpoint_file(); }, water_with("%Chk=water.chk ! keep\n", "")},
         {"oldchk", water, [](GJFEditor& e) { e.set_oldchk_file("old.chk"); },
          water_with("%NProcShared=4\n", "%NProcShared=4\n%oldchk=old.chk\n")},
         {"first line", "# hf/sto-3g\n\nt\n\n0 1\nHe 0 0 0\n\n", [](GJFEditor& e) { e.set_mem("1GB"); },

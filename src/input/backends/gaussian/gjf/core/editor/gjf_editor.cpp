@@ -88,7 +88,6 @@ std::vector<ChargeSpinPair> GJFEditor::get_charge_spin_pairs() const {
 }
 
 void GJFEditor::set_checkpoint_file(const std::string& path) { data_.control.chk = path; }
-void GJFEditor::remove_checkpoint_file() { data_.control.chk.reset(); }
 
 void GJFEditor::set_oldchk_file(const std::string& path) { data_.control.oldchk = path; }
 void GJFEditor::remove_oldchk_file() { data_.control.oldchk.reset(); }

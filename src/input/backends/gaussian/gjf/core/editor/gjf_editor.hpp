@@ -69,7 +69,6 @@ class QUOR_GJF_API GJFEditor {
     // --- Link 0
     // --------------------------------------------------------------------------------------------------------------------
     void set_checkpoint_file(const std::string& path);
-    void remove_checkpoint_file();
     void set_oldchk_file(const std::string& path);
     void remove_oldchk_file();
     std::optional<std::string> get_oldchk_file() const;
