@@ -98,7 +98,7 @@ fuzz-long:
 # Needs clang-format-14 and clang-tidy-14.
 tidy:
 	git ls-files '*.cpp' '*.hpp' '*.h' | xargs clang-format-14 --dry-run --Werror
-	cmake --preset tidy && git ls-files 'src/*.cpp' 'cli/*.cpp' | xargs -P 2 -n 4 clang-tidy-14 -p build/tidy --quiet --extra-arg=-Wno-unknown-warning-option
+	cmake --preset tidy && git ls-files 'src/*.cpp' 'cli/*.cpp' 'python/src/*.cpp' | xargs -P 2 -n 4 clang-tidy-14 -p build/tidy --quiet --extra-arg=-Wno-unknown-warning-option
 
 # Needs cppcheck. Style is left to clang-tidy.
 cppcheck:

@@ -29,6 +29,7 @@ std::vector<Pair> pairs_of(const JobHandle& job) {
 
 void set_pairs(JobHandle& job, const std::vector<Pair>& pairs) {
     std::vector<ChargeSpinPair> list;
+    list.reserve(pairs.size());
     for (const auto& [charge, multiplicity] : pairs) {
         list.push_back({charge, multiplicity});
     }

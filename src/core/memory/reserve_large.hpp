@@ -18,10 +18,12 @@ void reserve_large(std::vector<Element>& elements, std::size_t count) {
     elements.reserve(count);
 #if defined(__linux__) && defined(MADV_HUGEPAGE)
     constexpr std::uintptr_t large_page = std::uintptr_t{1} << 21;
-    const auto begin = (reinterpret_cast<std::uintptr_t>(elements.data()) + large_page - 1) & ~(large_page - 1);
+    char* const bytes = reinterpret_cast<char*>(elements.data());
+    const auto address = reinterpret_cast<std::uintptr_t>(bytes);
+    const auto begin = (address + large_page - 1) & ~(large_page - 1);
     const auto end = reinterpret_cast<std::uintptr_t>(elements.data() + elements.capacity()) & ~(large_page - 1);
     if (elements.empty() && begin < end) {
-        madvise(reinterpret_cast<void*>(begin), end - begin, MADV_HUGEPAGE);
+        madvise(bytes + (begin - address), end - begin, MADV_HUGEPAGE);
     }
 #endif
 }

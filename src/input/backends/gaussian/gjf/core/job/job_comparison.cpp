@@ -176,7 +176,7 @@ bool same_bonds(std::vector<Bond> a, std::vector<Bond> b) {
     // An order that is no number must not break the sorting.
     const auto before = [](const Bond& bond, const Bond& other) {
         const auto atoms = std::tie(bond.atom1, bond.atom2) <=> std::tie(other.atom1, other.atom2);
-        return atoms != 0 ? atoms < 0 : std::weak_order(bond.order, other.order) < 0;
+        return std::is_neq(atoms) ? std::is_lt(atoms) : std::is_lt(std::weak_order(bond.order, other.order));
     };
     std::sort(a.begin(), a.end(), before);
     std::sort(b.begin(), b.end(), before);
