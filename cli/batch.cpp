@@ -1,7 +1,8 @@
-// A bounded queue between worker threads and the one that prints.
+// Works on files in several threads and hands the results on in the order of the files.
 //
-// Result number i lies in slot i modulo the number of slots. A worker takes a file only when its slot is free, so slow
-// printing, or one slow file, holds the workers back.
+// Result number i lies in slot i modulo the number of slots. A thread takes a file only when its slot is free, so slow
+// printing, or one slow file, holds the others back. The thread whose result is next hands it on, and those behind it that
+// are ready: no thread waits for results, and none is woken for each.
 #include "batch.hpp"
 
 #include "commands.hpp"
@@ -32,62 +33,41 @@ constexpr std::size_t most_threads = 256;
 class OrderedWork {
    public:
     using Work = std::function<FileResult(const ListedFile&)>;
+    using HandOn = std::function<bool(const FileResult&)>;  // false: no more is wanted
 
-    OrderedWork(FileList& files, const Work& work, std::size_t threads)
-        : files_(files), work_(work), slots_(threads * slots_per_thread) {
+    OrderedWork(FileList& files, const Work& work, const HandOn& hand_on) : files_(files), work_(work), hand_on_(hand_on) {}
+
+    // Works through all files in this thread and as many more as make up `threads`; returns false when no more was wanted.
+    bool run(std::size_t threads) {
+        slots_.resize(threads * slots_per_thread);
+        std::vector<std::thread> helpers;
         try {
-            for (std::size_t i = 0; i < threads; ++i) {
-                workers_.emplace_back([this] { run(); });
+            while (helpers.size() + 1 < threads) {
+                helpers.emplace_back([this] { work_on_all(); });
             }
         } catch (const std::system_error&) {
             // The system gives no more threads: those there are do the work.
-            if (workers_.empty()) {
-                throw;
-            }
         }
-    }
-
-    OrderedWork(const OrderedWork&) = delete;
-    OrderedWork& operator=(const OrderedWork&) = delete;
-
-    ~OrderedWork() {
-        {
-            const std::lock_guard lock(mutex_);
-            finished_ = true;
+        work_on_all();
+        for (std::thread& helper : helpers) {
+            helper.join();
         }
-        room_.notify_all();
-        for (std::thread& worker : workers_) {
-            worker.join();
-        }
-    }
-
-    // Returns the result of the next file, or nothing after the last.
-    std::optional<FileResult> next() {
-        std::unique_lock lock(mutex_);
-        std::optional<FileResult>& slot = slots_[given_ % slots_.size()];
-        ready_.wait(lock, [&] { return slot.has_value() || (finished_ && given_ == taken_) || failure_; });
         if (failure_) {
             std::rethrow_exception(failure_);
         }
-        if (!slot) {
-            return std::nullopt;
-        }
-        std::optional<FileResult> result = std::exchange(slot, std::nullopt);
-        ++given_;
-        room_.notify_one();
-        return result;
+        return !refused_;
     }
 
    private:
-    void run() {
+    void work_on_all() {
         try {
             while (work_on_one()) {
             }
         } catch (...) {
             const std::lock_guard lock(mutex_);
             failure_ = std::current_exception();
+            finish();
         }
-        ready_.notify_one();
     }
 
     bool work_on_one() {
@@ -95,8 +75,7 @@ class OrderedWork {
         room_.wait(lock, [this] { return finished_ || taken_ < given_ + slots_.size(); });
         const std::optional<ListedFile> file = finished_ ? std::nullopt : files_.next();
         if (!file) {
-            finished_ = true;
-            room_.notify_all();
+            finish();
             return false;
         }
         const std::size_t number = taken_++;
@@ -104,21 +83,48 @@ class OrderedWork {
         FileResult result = work_(*file);
         lock.lock();
         slots_[number % slots_.size()] = std::move(result);
-        ready_.notify_one();
+        hand_on_ready(lock);
         return true;
     }
 
+    // Hands on what is ready, unless another thread is at it, which will see this thread's result too.
+    void hand_on_ready(std::unique_lock<std::mutex>& lock) {
+        if (handing_on_) {
+            return;
+        }
+        handing_on_ = true;
+        while (slots_[given_ % slots_.size()] && !refused_) {
+            const FileResult result = *std::exchange(slots_[given_ % slots_.size()], std::nullopt);
+            lock.unlock();
+            const bool more_wanted = hand_on_(result);
+            lock.lock();
+            ++given_;
+            room_.notify_one();
+            if (!more_wanted) {
+                refused_ = true;
+                finish();
+            }
+        }
+        handing_on_ = false;
+    }
+
+    void finish() {
+        finished_ = true;
+        room_.notify_all();
+    }
+
     std::mutex mutex_;
-    std::condition_variable room_;   // a slot is free, or there is nothing more to do
-    std::condition_variable ready_;  // a result is there, or the last worker has ended
+    std::condition_variable room_;  // a slot is free, or there is nothing more to do
     FileList& files_;
     const Work& work_;
+    const HandOn& hand_on_;
     std::vector<std::optional<FileResult>> slots_;
-    std::size_t taken_ = 0;  // files handed to workers
+    std::size_t taken_ = 0;  // files handed to threads
     std::size_t given_ = 0;  // results handed on
+    bool handing_on_ = false;
     bool finished_ = false;  // no more files are taken
+    bool refused_ = false;   // no more results are wanted
     std::exception_ptr failure_;
-    std::vector<std::thread> workers_;
 };
 
 FileResult failure_of(const std::string& path, const std::string& message, int code, bool json) {
@@ -186,26 +192,29 @@ int run_batch(const BatchOptions& options, const Batch& batch) {
     check_standard_input_once(options.paths);
     FileList files(options.paths);
     const OrderedWork::Work work = [&](const ListedFile& file) { return work_on(file, batch, options.json); };
-    OrderedWork results(files, work, thread_count(options));
     Progress progress;
     int exit_code = exit_success;
     std::size_t done = 0;
     bool written = false;
-    while (const std::optional<FileResult> result = results.next()) {
-        if (!result->out.empty() || !result->err.empty()) {
+    const OrderedWork::HandOn hand_on = [&](const FileResult& result) {
+        if (!result.out.empty() || !result.err.empty()) {
             progress.clear();
         }
-        if (!result->out.empty() && !write_out((written ? batch.separator : std::string()) + result->out)) {
+        if (!result.out.empty() && !write_out((written ? batch.separator : std::string()) + result.out)) {
             std::fprintf(stderr, "quor-gjf: cannot write %s\n", batch.output_name);
-            return exit_failure;
+            return false;
         }
-        written = written || !result->out.empty();
-        std::fputs(result->err.c_str(), stderr);
-        exit_code = std::max(exit_code, result->code);
+        written = written || !result.out.empty();
+        std::fputs(result.err.c_str(), stderr);
+        exit_code = std::max(exit_code, result.code);
         if (batch.note) {
-            batch.note(*result);
+            batch.note(result);
         }
         progress.show(++done);
+        return true;
+    };
+    if (!OrderedWork(files, work, hand_on).run(thread_count(options))) {
+        return exit_failure;
     }
     progress.clear();
     return exit_code;

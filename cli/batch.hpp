@@ -31,9 +31,9 @@ struct BatchOptions {
 /// What is done with the files.
 struct Batch {
     std::function<FileResult(const std::string& path)> work;  ///< called in several threads
-    std::function<void(const FileResult&)> note;              ///< called in the order of the files; may be empty
-    std::string separator;                                    ///< printed between outputs
-    const char* output_name = "the output";                   ///< for "cannot write ..."
+    std::function<void(const FileResult&)> note;  ///< called in the order of the files, one at a time; may be empty
+    std::string separator;                        ///< printed between outputs
+    const char* output_name = "the output";       ///< for "cannot write ..."
 };
 
 /// Declares FILE, --json and -j.
