@@ -39,7 +39,7 @@ test: setup
 	cmake --preset dev && cmake --build --preset dev && ctest --preset dev
 	cmake --preset asan && cmake --build --preset asan && ctest --preset asan
 
-# What `make test` leaves out, in its short form: static analysis, the suite under the thread sanitizer, coverage, fuzzing.
+# What `make test` leaves out, in its short form: static analysis, what has threads under the thread sanitizer, coverage, fuzzing.
 verify: setup
 	$(MAKE) cppcheck tidy tsan coverage
 	$(MAKE) fuzz fuzz_seconds=20
@@ -55,6 +55,7 @@ python-bench: python
 	build/python/bench/bin/python -m pip install --quiet --no-index --force-reinstall --no-deps build/python/dist/*.whl
 	build/python/bench/bin/python python/benchmarks/compare_readers.py
 
+# What has threads in it, the tool with its own among it.
 tsan: setup
 	cmake --preset tsan && cmake --build --preset tsan && ctest --preset tsan
 

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -220,12 +220,12 @@ TEST(HostileInput, IsRefusedInLinearTime) {
                                  "# hf\n\nt\n\n0 1\nH 0 0 " + std::string(1'000'000, '9') + "x",
                                  short_lines + "y z\nw\n",
                                  std::string(2'000'000, '-')};
-    const auto start = std::chrono::steady_clock::now();
+    const std::clock_t start = std::clock();
     for (const std::string& text : texts) {
         EXPECT_THROW(GJFParser::parse_string(text), GJFParseException);
         EXPECT_THROW(GJFParser::parse_string_multi(text), GJFParseException);
     }
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(60));
+    EXPECT_LT((std::clock() - start) / CLOCKS_PER_SEC, 60);
     std::string many_jobs;
     for (int i = 0; i < 20'000; ++i) {
         many_jobs += "# hf geom=allcheck\n--Link1--\n";
