@@ -69,6 +69,14 @@ constexpr EditorOperation atom_operations[] = {
     {"remove_atom", Before::Nothing, [](B& b, Turn) { b.editor.remove_atom(middle(b)); }},
     {"remove_atom_with_connectivity", Before::Nothing,
      [](B& b, Turn) { b.editor.remove_atom_with_connectivity(middle(b)); }},
+    {"remove_atoms", Before::Everything,
+     [](B& b, Turn) {
+         std::vector<std::size_t> every_second;
+         for (std::size_t i = 0; i < b.count; i += 2) {
+             every_second.push_back(i);
+         }
+         b.editor.remove_atoms(every_second);
+     }},
     {"move_atom", Before::Nothing, [](B& b, Turn) { b.editor.move_atom(3, b.count - 3); }},
     {"move_atom_with_connectivity", Before::Nothing,
      [](B& b, Turn) { b.editor.move_atom_with_connectivity(3, b.count - 3); }},

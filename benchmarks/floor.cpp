@@ -45,6 +45,24 @@ Number number_of(std::string_view text) {
     return value;
 }
 
+// A decimal as they stand in the inputs: fewer digits than a number holds, so that one division gives the nearest.
+template <>
+double number_of<double>(std::string_view text) {
+    constexpr double powers[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+    const bool minus = !text.empty() && text.front() == '-';
+    std::int64_t digits = 0;
+    std::size_t point = text.size() - 1;
+    for (std::size_t i = minus ? 1 : 0; i < text.size(); ++i) {
+        if (text[i] == '.') {
+            point = i;
+        } else {
+            digits = 10 * digits + (text[i] - '0');
+        }
+    }
+    const double value = static_cast<double>(digits) / powers[text.size() - 1 - point];
+    return minus ? -value : value;
+}
+
 template <typename Text>
 void walk_head(Walk& walk, PlainArrays<Text>& arrays) {
     for (int section = 0; section < 2; ++section) {  // control section, title

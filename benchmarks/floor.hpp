@@ -1,8 +1,8 @@
-// The floor: the least that reading a large job with all its fields can cost.
+// The floor: what reading a large job with all its fields costs in the plainest way.
 //
 // A loop walks the text once, line by line and field by field, converts the numbers and stores every field that the job
 // model keeps of a Cartesian job, in plain arrays: no model, no vocabulary, no error handling, and nothing but the one form
-// of file.
+// of file. Its memory comes in the pages that the system gives by itself.
 #pragma once
 
 #include <cstdint>

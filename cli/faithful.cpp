@@ -200,8 +200,8 @@ std::string difference(const GJFData& a, const GJFData& b) {
     if (!difference) {
         return {};
     }
-    const auto* name = std::find_if(part_names.begin(), part_names.end(),
-                                    [&](const auto& entry) { return entry.first == difference->part; });
+    const auto name = std::find_if(part_names.begin(), part_names.end(),
+                                   [&](const auto& entry) { return entry.first == difference->part; });
     return name == part_names.end() ? job_part_name(difference->part) : name->second;
 }
 

@@ -2,6 +2,7 @@
 // page costs the system more than reading what goes there costs us.
 #pragma once
 
+#include <cerrno>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -12,7 +13,8 @@
 
 namespace quor::core::memory {
 
-/// Reserves room for `count` elements. The advice to the system is no more than that: it may be turned down.
+/// Reserves room for `count` elements. The advice to the system is no more than that: it may be turned down, and holds for
+/// that stretch of memory until it is given back. `errno` stays as it was.
 template <typename Element>
 void reserve_large(std::vector<Element>& elements, std::size_t count) {
     elements.reserve(count);

@@ -339,6 +339,16 @@ TEST(AtomEditing, StaysLinearForManyAtomsAndBonds) {
     editor.validate_connectivity_indices();
 }
 
+TEST(AtomEditing, PutsTheSmallerAtomFirstWhenAtomsAreRemoved) {
+    GJFEditor one = make_editor(4, "1 2 1.0");
+    one.mutable_connectivity()->bonds.push_back({3, 0, 1.0});
+    GJFEditor many = one;
+    one.remove_atom(2);
+    many.remove_atoms({2});
+    EXPECT_EQ(many.to_gjf_string(), one.to_gjf_string());
+    EXPECT_NE(many.to_gjf_string().find("1 2 1.0 3 1.0"), std::string::npos);
+}
+
 TEST(AtomEditing, RemovesManyAtomsAsOneAfterTheOther) {
     std::mt19937 random(7);
     const auto below = [&](std::size_t limit) { return random() % limit; };

@@ -85,8 +85,8 @@ void drop_gone(std::vector<Element>& list, const std::vector<bool>& gone) noexce
     list.erase(list.begin() + static_cast<std::ptrdiff_t>(kept), list.end());
 }
 
-// Drops the bonds of atoms that are gone and renumbers the rest; the order of each bond's atoms stays. `places` holds, for
-// each atom and for the end of the list, how many atoms before it stay.
+// Drops the bonds of atoms that are gone and renumbers the rest, the smaller number first. `places` holds, for each atom and
+// for the end of the list, how many atoms before it stay.
 void drop_bonds_of_gone(std::vector<Bond>& bonds, const std::vector<bool>& gone, const std::vector<std::size_t>& places) {
     const auto is_gone = [&](std::uint64_t atom) { return atom < gone.size() && gone[atom]; };
     const auto place = [&](std::uint64_t atom) {
@@ -96,8 +96,9 @@ void drop_bonds_of_gone(std::vector<Bond>& bonds, const std::vector<bool>& gone,
                                [&](const Bond& bond) { return is_gone(bond.atom1) || is_gone(bond.atom2); }),
                 bonds.end());
     for (Bond& bond : bonds) {
-        bond.atom1 = place(bond.atom1);
-        bond.atom2 = place(bond.atom2);
+        const auto [first, second] = std::minmax({place(bond.atom1), place(bond.atom2)});
+        bond.atom1 = first;
+        bond.atom2 = second;
     }
 }
 

@@ -67,7 +67,7 @@ struct JobComparison {
 ///
 /// Not compared are lines as they were read and the stored interpretation of the route. The order of bonds does not count; a
 /// section that holds text is the same as one that holds bonds when the text lists these bonds. Takes time proportional to
-/// the size of the jobs, but for sorting bonds.
+/// the size of the jobs, but for sorting bonds and Link 0 lines.
 QUOR_GJF_API std::optional<JobDifference> find_difference(const GJFData& first, const GJFData& second,
                                                           const JobComparison& comparison = {});
 

@@ -32,9 +32,10 @@ bool is_job_separator(std::string_view line) noexcept {
     return first != line.end() && *first == job_separator.front() && equals_folded(trim_view(line), job_separator);
 }
 
-// Takes the lines before the next separator line off `text` and adds them to `lines`; returns the text they stand in.
+// Takes the lines before the next separator line off `text` and hands each to `take`; returns the text they stand in.
 // `separated` tells whether there was a separator line.
-std::string_view take_job(std::string_view& text, std::vector<std::string_view>& lines, bool& separated) {
+template <typename Take>
+std::string_view take_job(std::string_view& text, bool& separated, Take take) {
     const std::string_view all = text;
     separated = false;
     while (!text.empty()) {
@@ -44,9 +45,13 @@ std::string_view take_job(std::string_view& text, std::vector<std::string_view>&
             separated = true;
             return all.substr(0, begin);
         }
-        lines.push_back(line);
+        take(line);
     }
     return all;
+}
+
+void take_job_lines(std::string_view& text, bool& separated, std::vector<std::string_view>& lines) {
+    take_job(text, separated, [&lines](std::string_view line) { lines.push_back(line); });
 }
 
 bool are_blank(LineSpan lines) noexcept { return std::all_of(lines.begin(), lines.end(), is_blank_line); }
@@ -221,7 +226,7 @@ void for_each_job_piece(std::string_view text, const std::function<void(JobPiece
     std::size_t first_line = 1;
     for (std::size_t number = 1; separated || !text.empty(); ++number) {
         std::vector<std::string_view> lines;
-        take_job(text, lines, separated);
+        take_job_lines(text, separated, lines);
         const std::size_t count = lines.size();
         if (!are_blank(lines)) {
             take({number, first_line, separated, std::move(lines)});
@@ -262,7 +267,7 @@ GJFData GJFParser::parse_string(const std::string& text) {
     std::vector<std::string_view> lines;
     core::memory::reserve_large(lines, rest.size() / usual_line);
     bool separated = false;
-    take_job(rest, lines, separated);
+    take_job_lines(rest, separated, lines);
     return read_job(lines);
 }
 
@@ -275,7 +280,7 @@ GJFMultiData GJFParser::parse_string_multi(const std::string& text) {
     bool separated = true;
     for (std::size_t number = 1; separated || !rest.empty(); ++number) {
         lines.clear();
-        take_job(rest, lines, separated);
+        take_job_lines(rest, separated, lines);
         if (are_blank(lines)) {
             continue;
         }
@@ -295,11 +300,10 @@ GJFMultiData GJFParser::parse_file_multi(const std::string& path) { return parse
 
 std::vector<std::string> GJFParser::split_by_link1(const std::string& text) {
     std::vector<std::string> pieces;
-    std::vector<std::string_view> lines;
     std::string_view rest = text;
     bool separated = false;
     while (!rest.empty()) {
-        const std::string_view piece = take_job(rest, lines, separated);
+        const std::string_view piece = take_job(rest, separated, [](std::string_view) {});
         if (separated || !piece.empty()) {
             pieces.emplace_back(piece);
             if (!piece.empty() && piece.back() != '\n') {

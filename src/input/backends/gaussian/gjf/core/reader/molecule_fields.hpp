@@ -3,8 +3,9 @@
 
 #include <gjf/core/job/geometry.hpp>
 #include <gjf/core/reader/reading.hpp>
-#include <gjf/core/text/text_map.hpp>
 
+#include <functional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -44,7 +45,8 @@ enum class VariableHeader { None, Variables, Constants };
 
 VariableHeader variable_header(std::string_view line) noexcept;
 
-using NameSet = TextSet;
+/// Sorted, since a job chooses these names: no choice of them makes looking one up slow.
+using NameSet = std::set<std::string, std::less<>>;
 
 /// Collects the names, in lower case, that stand for coordinates and that nothing read so far gives a value.
 NameSet undefined_names(const GeomSection& geom);

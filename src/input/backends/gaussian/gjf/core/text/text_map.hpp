@@ -1,4 +1,5 @@
-// Hash tables of text that are looked up by view, without making a string of it.
+// A hash map from text that is looked up by view, without making a string of it. Its keys are the vocabulary's; those that a
+// job file chooses could be made to collide.
 #pragma once
 
 #include <cstddef>
@@ -8,7 +9,6 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
-#include <unordered_set>
 
 namespace quor::input::gaussian {
 
@@ -53,8 +53,6 @@ struct TextHash {
 
 template <class Value>
 using TextMap = std::unordered_map<std::string, Value, TextHash, std::equal_to<>>;
-
-using TextSet = std::unordered_set<std::string, TextHash, std::equal_to<>>;
 
 /// Finds the value under `key`, or null.
 template <class Value>
