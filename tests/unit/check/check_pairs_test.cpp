@@ -91,6 +91,7 @@ const std::vector<Pair>& pairs() {
          job("# hf/sto-3g", "0 1\nHe 0.0 0.0 0.0\nH-Bq 0.0 0.0 1.0\nTv 0 0 5.0\n")},
         {"GJF-M002", job("# hf/sto-3g", "0 -3\nHe 0.0 0.0 0.0\n"), job("# hf/sto-3g", "0 3\nHe 0.0 0.0 0.0\n")},
         {"GJF-M002", oniom("0 1 0 2 0 2"), oniom("0 1 0 1 0 1")},
+        {"GJF-M002", oniom("0 1 0 0 0 1"), oniom("0 1 0 1 0 1")},
         {"GJF-M002", job("# hf/sto-3g counterpoise=2", "0 1 0 2 0 2\n" + dimer),
          job("# hf/sto-3g counterpoise=2", "0 1 0 1 0 1\n" + dimer)},
         {"GJF-M003", job("# hf/sto-3g", "0 1 0 1\nHe 0.0 0.0 0.0\n"), job("# hf/sto-3g", "0 1\nHe 0.0 0.0 0.0\n")},
