@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 
 #include "../../support/sample_jobs.hpp"
 
@@ -90,6 +91,24 @@ TEST(GJFMultiEditor, RefusesAndChangesNothing) {
     GJFMultiData bad;
     bad.jobs = {titled("a"), bad_job()};
     expect_refused(outside, [&] { GJFMultiEditor refused(bad); });
+}
+
+TEST(GJFMultiEditor, CopiesAndMoves) {
+    GJFMultiEditor first(GJFMultiData{});
+    first.add_job(titled("a"));
+    GJFMultiEditor copy(first);
+    copy.add_job(titled("b"));
+    EXPECT_EQ(titles(first), titles(GJFMultiEditor(first)));
+    EXPECT_NE(titles(first), titles(copy));
+    const std::string both = titles(copy);
+    first = copy;
+    EXPECT_EQ(titles(first), both);
+    GJFMultiEditor moved(std::move(copy));
+    EXPECT_EQ(titles(moved), both);
+    GJFMultiEditor assigned(GJFMultiData{});
+    assigned = std::move(moved);
+    EXPECT_EQ(titles(assigned), both);
+    EXPECT_EQ(assigned.job_count(), 2u);
 }
 
 }  // namespace

@@ -222,5 +222,10 @@ TEST(Connectivity, IsBoundedByTheMoleculeOfTheJob) {
     EXPECT_EQ(GJFParser::parse_string("# hf geom=(allcheck,connectivity)\n\n1 5 1.0\n").connectivity()->bonds.size(), 1u);
 }
 
+TEST(Sections, HaveNames) {
+    EXPECT_STREQ(GJFParser::extra_input_section_kind_name(Kind::BasisSet), "Basis set specification");
+    EXPECT_STREQ(GJFParser::extra_input_section_kind_name(Kind::Connectivity), "Connectivity specifications");
+}
+
 }  // namespace
 }  // namespace quor::input::gaussian
