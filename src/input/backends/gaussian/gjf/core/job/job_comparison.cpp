@@ -5,7 +5,7 @@
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
-#include <array>
+#include <iterator>
 #include <cmath>
 #include <compare>
 #include <string_view>
@@ -216,11 +216,11 @@ bool same_section(const ExtraInputSection& a, const ExtraInputSection& b, const 
 }  // namespace
 
 const char* job_part_name(JobPart part) noexcept {
-    constexpr std::array<const char*, 11> names = {
+    constexpr const char* names[] = {
         "Link 0 lines", "route", "overlay input", "title",     "charge and multiplicity", "Z-matrix",
         "Z-matrix",     "atoms", "atoms",         "variables", "extra input sections"};
     const auto index = static_cast<std::size_t>(part);
-    return index < names.size() ? names[index] : "job";
+    return index < std::size(names) ? names[index] : "job";
 }
 
 bool same_label(const AtomInfo& a, const AtomInfo& b) { return same_label_but_for_rounding(a, b, 0.0); }
