@@ -5,9 +5,9 @@
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
-#include <iterator>
 #include <cmath>
 #include <compare>
+#include <iterator>
 #include <string_view>
 #include <tuple>
 
