@@ -23,14 +23,14 @@ void* counted(void* block) noexcept {
     return block;
 }
 
-void* allocate(std::size_t size, std::size_t alignment) noexcept {
+void* allocate_or_null(std::size_t size, std::size_t alignment) noexcept {
     return counted(alignment > alignof(std::max_align_t)
                        ? std::aligned_alloc(alignment, (size + alignment - 1) / alignment * alignment)
                        : std::malloc(size == 0 ? 1 : size));
 }
 
-void* allocate_or_throw(std::size_t size, std::size_t alignment) {
-    void* block = allocate(size, alignment);
+void* allocate(std::size_t size, std::size_t alignment) {
+    void* block = allocate_or_null(size, alignment);
     if (block == nullptr) {
         throw std::bad_alloc();
     }
@@ -63,26 +63,7 @@ HeapUse heap_use_of(const std::function<void()>& work) {
 }  // namespace quor::benchmarks
 
 using quor::benchmarks::allocate;
-using quor::benchmarks::allocate_or_throw;
+using quor::benchmarks::allocate_or_null;
 using quor::benchmarks::release;
 
-void* operator new(std::size_t size) { return allocate_or_throw(size, 0); }
-void* operator new[](std::size_t size) { return allocate_or_throw(size, 0); }
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return allocate(size, 0); }
-void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return allocate(size, 0); }
-void* operator new(std::size_t size, std::align_val_t alignment) {
-    return allocate_or_throw(size, static_cast<std::size_t>(alignment));
-}
-void* operator new[](std::size_t size, std::align_val_t alignment) {
-    return allocate_or_throw(size, static_cast<std::size_t>(alignment));
-}
-void operator delete(void* block) noexcept { release(block); }
-void operator delete[](void* block) noexcept { release(block); }
-void operator delete(void* block, const std::nothrow_t&) noexcept { release(block); }
-void operator delete[](void* block, const std::nothrow_t&) noexcept { release(block); }
-void operator delete(void* block, std::size_t) noexcept { release(block); }
-void operator delete[](void* block, std::size_t) noexcept { release(block); }
-void operator delete(void* block, std::align_val_t) noexcept { release(block); }
-void operator delete[](void* block, std::align_val_t) noexcept { release(block); }
-void operator delete(void* block, std::size_t, std::align_val_t) noexcept { release(block); }
-void operator delete[](void* block, std::size_t, std::align_val_t) noexcept { release(block); }
+#include "../tests/support/global_operators.hpp"
