@@ -90,9 +90,8 @@ void CheckedJob::read_segments() {
         WrittenSegment& segment = segments.emplace_back();
         segment.text = rest.substr(range.begin, range.end - range.begin);
         segment.place = route_place(begin, offset + range.end);
-        parser.reset();
         parser.parse_segment_schema_driven(segment.text, std::nullopt);
-        const ParsedKeywords meaning = parser.get_parsed_keywords();
+        const ParsedKeywords meaning = parser.take_parsed_keywords();
         segment.method = meaning.method;
         segment.basis = meaning.basis_set;
         segment.secondary_method = meaning.secondary_method;

@@ -86,6 +86,8 @@ class QUOR_GJF_API G16KeywordParser {
     bool try_process_basis_assignment(const std::string& segment, const std::optional<SourceSpan>& span);
     bool try_process_bare_basis(const std::string& segment);
     void append_keyword(std::string name, std::map<std::string, std::string> options, std::string raw);
+    /// Names a keyword that has options; `known` tells whether it is accepted as a keyword.
+    std::string name_of_keyword(const std::string& text, bool known) const;
     /// Stores "name" or "name=value" under the name in lower case.
     void store_option(const std::string& keyword, const std::string& item,
                       std::map<std::string, std::string>& options) const;

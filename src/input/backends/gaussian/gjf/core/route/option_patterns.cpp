@@ -42,6 +42,10 @@ void G16KeywordParser::take_option(const std::string& keyword, const std::string
     options[normalize_route_option(keyword, name)] = std::move(value);
 }
 
+std::string G16KeywordParser::name_of_keyword(const std::string& text, bool known) const {
+    return known ? schema_.normalize_keyword(text) : normalize_raw_route_token(text);
+}
+
 void G16KeywordParser::process_parentheses_pattern(const std::string& segment, const std::optional<SourceSpan>& span) {
     const int open = find_top_level_char(segment, '(');
     const int close = open < 0 ? -1 : find_matching_paren(segment, static_cast<std::size_t>(open));
@@ -69,8 +73,7 @@ void G16KeywordParser::process_parentheses_pattern(const std::string& segment, c
     for (const std::string& item : split_top_level_list(inner, ',')) {
         take_option(keyword, item, span, options);
     }
-    append_keyword(known ? schema_.normalize_keyword(keyword) : normalize_raw_route_token(keyword), std::move(options),
-                   segment);
+    append_keyword(name_of_keyword(keyword, known), std::move(options), segment);
 }
 
 void G16KeywordParser::process_equal_pattern(const std::string& segment, const std::optional<SourceSpan>& span) {
@@ -87,8 +90,7 @@ void G16KeywordParser::process_equal_pattern(const std::string& segment, const s
     }
     std::map<std::string, std::string> options;
     take_option(keyword, value, span, options);
-    append_keyword(known ? schema_.normalize_keyword(keyword) : normalize_raw_route_token(keyword), std::move(options),
-                   segment);
+    append_keyword(name_of_keyword(keyword, known), std::move(options), segment);
 }
 
 bool G16KeywordParser::try_process_keyword_option_slash_form(const std::string& segment,
