@@ -1,4 +1,4 @@
-"""Runs fuzzers one after another from their seeds and prints what each did.
+"""Runs fuzzers one after another from their seeds and prints what each did and how much processor time it had for it.
 
 Usage: run_fuzzers.py BUILD_FOLDER SECONDS [NAME...]
 
@@ -9,6 +9,7 @@ import base64
 import os
 import pathlib
 import re
+import resource
 import subprocess
 import sys
 
@@ -43,11 +44,13 @@ def run(name, build, seconds):
     environment = dict(os.environ, QUOR_G16_ROUTE_SCHEMA_YAML="resources/schemas/input/gaussian_route.yaml")
     command = [str(build / "fuzz" / f"{name}_fuzzer"), f"-max_total_time={seconds}", f"-max_len={LONGEST}", "-timeout=20",
                "-rss_limit_mb=2500", "-print_final_stats=1", f"-artifact_prefix={failed}/", str(found), *seeds_of(name, build)]
+    before = resource.getrusage(resource.RUSAGE_CHILDREN).ru_utime
     result = subprocess.run(command, env=environment, check=False, capture_output=True, text=True, errors="replace")
+    processor = resource.getrusage(resource.RUSAGE_CHILDREN).ru_utime - before
     executions = re.search(r"number_of_executed_units: (\d+)", result.stderr)
     coverage = re.findall(r"cov: (\d+)", result.stderr)
     print(f"{name:20} {executions.group(1) if executions else '?':>12} executions {coverage[-1] if coverage else '?':>8} edges"
-          f"   {'ok' if result.returncode == 0 else 'FAILED'}", flush=True)
+          f"   {processor:6.0f} s of processor time   {'ok' if result.returncode == 0 else 'FAILED'}", flush=True)
     if result.returncode != 0:
         print(result.stderr[-3000:])
     return result.returncode == 0
