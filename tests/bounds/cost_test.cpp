@@ -9,18 +9,15 @@
 
 #include <algorithm>
 #include <ctime>
-#include <filesystem>
-#include <fstream>
 #include <functional>
 #include <iomanip>
 #include <iostream>
 #include <string>
 #include <vector>
 
-#include <unistd.h>
-
 #include "../../tools/write_schema_image/schema_image.hpp"
 #include "../support/allocations.hpp"
+#include "../support/files.hpp"
 
 namespace quor::test {
 namespace {
@@ -224,8 +221,8 @@ const std::vector<Input>& route_inputs() {
 
 /// A vocabulary document in a file, which is loaded, examined and asked.
 void load_and_ask(const std::string& text) {
-    const std::filesystem::path path = std::filesystem::temp_directory_path() / ("quor_cost_" + std::to_string(::getpid()));
-    std::ofstream(path) << text;
+    const quor::test::TemporaryFolder folder;
+    const std::string path = folder.write("vocabulary.yaml", text);
     SimpleYAMLParser schema;
     schema.load_from_file(path);
     validate_route_schema(path);
@@ -235,7 +232,6 @@ void load_and_ask(const std::string& text) {
         schema.normalize_keyword(word);
         schema.option_completions(word, word);
     }
-    std::filesystem::remove(path);
 }
 
 // A graph of about so many edges in which each state leads to each other one by the edges `edge`, where "@" is the number of

@@ -9,11 +9,12 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
-#include <iterator>
 #include <memory>
 #include <string>
 #include <thread>
 #include <vector>
+
+#include "../support/files.hpp"
 
 namespace {
 
@@ -285,13 +286,12 @@ TEST(CEditor, Edits) {
 
 TEST(CEditor, SavesToAFile) {
     const Editor editor = make_editor();
-    const std::filesystem::path path = std::filesystem::temp_directory_path() / "c_api_test.gjf";
+    const quor::test::TemporaryFolder folder;
+    const std::filesystem::path path = folder / "job.gjf";
     EXPECT_EQ(gjf_editor_save_to_file(editor.get(), path.c_str()), 0);
-    std::ifstream file(path, std::ios::binary);
-    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), {}), to_text(editor.get()));
+    EXPECT_EQ(quor::test::bytes_of(path), to_text(editor.get()));
     const Editor again(gjf_editor_create_from_file(path.c_str()));
     EXPECT_EQ(gjf_editor_get_atom_count(again.get()), 2);
-    std::filesystem::remove(path);
 }
 
 TEST(CMultiEditor, EditsTheListOfJobs) {
@@ -304,11 +304,11 @@ TEST(CMultiEditor, EditsTheListOfJobs) {
     const std::string text = to_text(m);
     EXPECT_EQ(text.rfind("# mp2/sto-3g \n\nb\n", 0), 0u);
     EXPECT_NE(text.find("\n\n--Link1--\n# hf geom=allcheck \n\n\n"), std::string::npos) << text;
-    const std::filesystem::path path = std::filesystem::temp_directory_path() / "c_api_multi_test.gjf";
+    const quor::test::TemporaryFolder folder;
+    const std::filesystem::path path = folder / "jobs.gjf";
     EXPECT_EQ(gjf_multi_editor_save_to_file(m, path.c_str()), 0);
     const MultiEditor again(gjf_multi_editor_create_from_file(path.c_str()));
     EXPECT_EQ(to_text(again.get()), text);
-    std::filesystem::remove(path);
 }
 
 TEST(CMultiEditor, GivesCopiesOfJobs) {
@@ -439,9 +439,8 @@ TEST(CDocument, ChangesNothingButWhatWasEdited) {
 }
 
 TEST(CDocument, SavesOnlyChanges) {
-    const std::string path =
-        (std::filesystem::temp_directory_path() / ("c_document_" + std::to_string(getpid()) + ".gjf")).string();
-    std::ofstream(path) << document_text;
+    const quor::test::TemporaryFolder folder;
+    const std::string path = folder.write("document.gjf", document_text);
     const Document document(gjf_document_open(path.c_str()));
     ASSERT_NE(document, nullptr) << gjf_get_last_error();
     EXPECT_EQ(gjf_document_save(document.get(), 0), 0);
@@ -454,9 +453,7 @@ TEST(CDocument, SavesOnlyChanges) {
     EXPECT_EQ(std::string(gjf_document_last_error(document.get())),
               "GJF Parse Error: File has changed since it was opened: " + path);
     EXPECT_EQ(gjf_document_save(document.get(), 1), 1);
-    std::ifstream file(path);
-    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), {}), document_text);
-    std::filesystem::remove(path);
+    EXPECT_EQ(quor::test::bytes_of(path), document_text);
 }
 
 TEST(CDocument, ReportsEveryFailure) {

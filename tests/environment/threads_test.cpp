@@ -5,14 +5,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
 #include <functional>
 #include <string>
 #include <thread>
 #include <vector>
 
-#include <unistd.h>
+#include "../support/files.hpp"
 
 namespace quor::input::gaussian {
 namespace {
@@ -30,12 +28,10 @@ void run_threads(const std::function<void(std::size_t)>& work) {
 }
 
 TEST(Threads, ShareACacheOfManyPaths) {
-    const std::filesystem::path folder =
-        std::filesystem::temp_directory_path() / ("quor_threads_" + std::to_string(::getpid()));
-    std::filesystem::create_directory(folder);
+    const quor::test::TemporaryFolder folder;
     constexpr std::size_t documents = 24;
     for (std::size_t i = 0; i < documents; ++i) {
-        std::ofstream(folder / std::to_string(i)) << "states: {GCL: {entries: [{forms: [word" << i << "]}]}}\n";
+        folder.write(std::to_string(i), "states: {GCL: {entries: [{forms: [word" + std::to_string(i) + "]}]}}\n");
     }
     std::vector<std::size_t> wrong(thread_count);
     run_threads([&](std::size_t thread) {
@@ -49,7 +45,6 @@ TEST(Threads, ShareACacheOfManyPaths) {
         }
     });
     EXPECT_EQ(std::count(wrong.begin(), wrong.end(), 0u), static_cast<std::ptrdiff_t>(thread_count));
-    std::filesystem::remove_all(folder);
 }
 
 // Reads, edits and writes a job of so many atoms; returns the atoms of the text that comes out.

@@ -15,9 +15,8 @@
 #include <string>
 #include <vector>
 
-#include <unistd.h>
-
 #include "../support/failing_calls.hpp"
+#include "../support/files.hpp"
 
 namespace quor::test {
 namespace {
@@ -41,8 +40,17 @@ H-HC(Fragment=2) 0 1.0 0.0 0.0 L
 // Small, since a document reads, writes and reads again.
 constexpr const char* document_text = "%mem=a long amount of memory\n# hf\n\nt\n\n0 1\nH 0 0 0.123456789012345\n\n";
 
-std::string scratch_file(const std::string& name) {
-    return (std::filesystem::temp_directory_path() / ("quor_c_memory_" + std::to_string(::getpid()) + "_" + name)).string();
+// The files of these tests, with names that are too long for short strings.
+struct Files {
+    const TemporaryFolder folder;
+    const std::string document = folder / "document_file_of_a_long_name.gjf";
+    const std::string input = folder / "input_file_of_a_long_name.gjf";
+    const std::string output = folder / "output_file_of_a_long_name.gjf";
+};
+
+const Files& files() {
+    static const Files all;
+    return all;
 }
 
 std::string text_of(quor_gjf_editor* job) {
@@ -57,16 +65,6 @@ std::string text_of(quor_gjf_multi_editor* jobs) {
     return buffer.data();
 }
 
-const std::string& document_path() {
-    static const std::string path = scratch_file("document_of_a_long_name.gjf");
-    return path;
-}
-
-std::string bytes_of(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
 /// One handle of each kind, another job, and files to read and to write.
 struct Handles {
     Handles() {
@@ -74,8 +72,8 @@ struct Handles {
         job = gjf_editor_create_from_string(job_text);
         jobs = gjf_multi_editor_create_from_string(two_jobs.c_str());
         document = gjf_document_create_from_string(document_text);
-        std::ofstream(document_path()) << document_text;
-        file_document = gjf_document_open(document_path().c_str());
+        std::ofstream(files().document) << document_text;
+        file_document = gjf_document_open(files().document.c_str());
         for (quor_gjf_document* changed : {document, file_document}) {
             gjf_editor_set_freeze_all(gjf_document_job(changed, 0), 7);
         }
@@ -90,7 +88,7 @@ struct Handles {
         gjf_document_destroy(document);
         gjf_document_destroy(made_document);
         gjf_document_destroy(file_document);
-        std::filesystem::remove(document_path());
+        std::filesystem::remove(files().document);
     }
 
     quor_gjf_editor* job;
@@ -108,16 +106,6 @@ struct Function {
     bool (*succeeds)(Handles& handles);
 };
 
-const std::string& input_path() {
-    static const std::string path = scratch_file("input_file_of_a_long_name.gjf");
-    return path;
-}
-
-const std::string& output_path() {
-    static const std::string path = scratch_file("output_file_of_a_long_name.gjf");
-    return path;
-}
-
 // Setters tell of failure by their message alone.
 template <typename Call>
 bool leaves_no_message(Handles& handles, Call call) {
@@ -133,7 +121,7 @@ const Function functions[] = {
     {"gjf_editor_create_from_string",
      [](Handles& h) { return (h.made = gjf_editor_create_from_string(job_text)) != nullptr; }},
     {"gjf_editor_create_from_file",
-     [](Handles& h) { return (h.made = gjf_editor_create_from_file(input_path().c_str())) != nullptr; }},
+     [](Handles& h) { return (h.made = gjf_editor_create_from_file(files().input.c_str())) != nullptr; }},
     {"gjf_editor_get_atom_count", [](Handles& h) { return gjf_editor_get_atom_count(h.job) == 2; }},
     {"gjf_editor_get_charge", [](Handles& h) { return gjf_editor_get_charge(h.job) == 0; }},
     {"gjf_editor_get_spin", [](Handles& h) { return gjf_editor_get_spin(h.job) == 1; }},
@@ -161,7 +149,7 @@ const Function functions[] = {
      [](Handles& h) { return leaves_no_message(h, [&] { gjf_editor_set_charge_and_spin(h.job, 1, 2); }); }},
     {"gjf_editor_to_string",
      [](Handles& h) { return gjf_editor_to_string(h.job, h.buffer.data(), static_cast<int>(h.buffer.size())) == 0; }},
-    {"gjf_editor_save_to_file", [](Handles& h) { return gjf_editor_save_to_file(h.job, output_path().c_str()) == 0; }},
+    {"gjf_editor_save_to_file", [](Handles& h) { return gjf_editor_save_to_file(h.job, files().output.c_str()) == 0; }},
     {"gjf_editor_set_atom_oniom_layer",
      [](Handles& h) { return gjf_editor_set_atom_oniom_layer(h.job, 1, long_word) == 0; }},
     {"gjf_editor_add_atom",
@@ -173,7 +161,7 @@ const Function functions[] = {
     {"gjf_multi_editor_create_from_string",
      [](Handles& h) { return (h.made_jobs = gjf_multi_editor_create_from_string(job_text)) != nullptr; }},
     {"gjf_multi_editor_create_from_file",
-     [](Handles& h) { return (h.made_jobs = gjf_multi_editor_create_from_file(input_path().c_str())) != nullptr; }},
+     [](Handles& h) { return (h.made_jobs = gjf_multi_editor_create_from_file(files().input.c_str())) != nullptr; }},
     {"gjf_multi_editor_job_count", [](Handles& h) { return gjf_multi_editor_job_count(h.jobs) == 2; }},
     {"gjf_multi_editor_add_job_from_string",
      [](Handles& h) { return gjf_multi_editor_add_job_from_string(h.jobs, job_text) == 0; }},
@@ -181,13 +169,14 @@ const Function functions[] = {
     {"gjf_multi_editor_to_string",
      [](Handles& h) { return gjf_multi_editor_to_string(h.jobs, h.buffer.data(), static_cast<int>(h.buffer.size())) == 0; }},
     {"gjf_multi_editor_save_to_file",
-     [](Handles& h) { return gjf_multi_editor_save_to_file(h.jobs, output_path().c_str()) == 0; }},
+     [](Handles& h) { return gjf_multi_editor_save_to_file(h.jobs, files().output.c_str()) == 0; }},
     {"gjf_multi_editor_clone_job", [](Handles& h) { return (h.made = gjf_multi_editor_clone_job(h.jobs, 1)) != nullptr; }},
     {"gjf_multi_editor_get_job", [](Handles& h) { return (h.made = gjf_multi_editor_get_job(h.jobs, 0)) != nullptr; }},
     {"gjf_multi_editor_set_job", [](Handles& h) { return gjf_multi_editor_set_job(h.jobs, 1, h.job) == 0; }},
     {"gjf_document_create_from_string",
      [](Handles& h) { return (h.made_document = gjf_document_create_from_string(document_text)) != nullptr; }},
-    {"gjf_document_open", [](Handles& h) { return (h.made_document = gjf_document_open(input_path().c_str())) != nullptr; }},
+    {"gjf_document_open",
+     [](Handles& h) { return (h.made_document = gjf_document_open(files().input.c_str())) != nullptr; }},
     {"gjf_document_job_count", [](Handles& h) { return gjf_document_job_count(h.document) == 1; }},
     {"gjf_document_job", [](Handles& h) { return gjf_document_job(h.document, 0) != nullptr; }},
     {"gjf_document_text_size", [](Handles& h) { return gjf_document_text_size(h.document, 0) > 0; }},
@@ -196,7 +185,7 @@ const Function functions[] = {
          return gjf_document_to_string(h.document, 0, h.buffer.data(), static_cast<int>(h.buffer.size())) == 0;
      }},
     {"gjf_document_save", [](Handles& h) { return gjf_document_save(h.file_document, 0) == 1; }},
-    {"gjf_document_save_as", [](Handles& h) { return gjf_document_save_as(h.document, output_path().c_str(), 0) == 0; }},
+    {"gjf_document_save_as", [](Handles& h) { return gjf_document_save_as(h.document, files().output.c_str(), 0) == 0; }},
     // These give or free what is there: no allocation can fail in them.
     {"gjf_document_destroy",
      [](Handles& h) {
@@ -225,29 +214,29 @@ const Function functions[] = {
 class CMemory : public ::testing::Test {
    protected:
     CMemory() {
-        std::ofstream(input_path()) << job_text;
-        std::ofstream(output_path()) << "old";
+        std::ofstream(files().input) << job_text;
+        std::ofstream(files().output) << "old";
         gjf_editor_create_from_string("a first line that leaves the thread a long message, whose memory it keeps");
         const Handles first_use;
         gjf_editor_set_model_chemistry_method(first_use.job, "hf");
     }
     ~CMemory() override {
-        std::filesystem::remove(input_path());
-        std::filesystem::remove(output_path());
+        std::filesystem::remove(files().input);
+        std::filesystem::remove(files().output);
     }
 };
 
 void expect_failure_was_told(const Function& function, const std::string& message) {
     const bool saves = std::strstr(function.name, "save") != nullptr;
     const std::string unwritten = "GJF Parse Error: Cannot write file: ";
-    if (!saves || (message != unwritten + output_path() && message != unwritten + document_path())) {
+    if (!saves || (message != unwritten + files().output && message != unwritten + files().document)) {
         EXPECT_EQ(message, "std::bad_alloc");
     }
 }
 
 std::size_t fail_in(const Function& function) {
     return fail_each_allocation(function.name, [&](const Armed& armed) {
-        std::ofstream(output_path()) << "old";
+        std::ofstream(files().output) << "old";
         Handles handles;
         ASSERT_NE(handles.job, nullptr);
         const std::string job_before = text_of(handles.job);
@@ -266,8 +255,8 @@ std::size_t fail_in(const Function& function) {
             EXPECT_EQ(text_of(handles.job), job_before);
         }
         EXPECT_EQ(text_of(handles.jobs), jobs_before);
-        EXPECT_EQ(bytes_of(document_path()), document_text);
-        EXPECT_EQ(std::filesystem::file_size(output_path()), 3u) << "the old file stays";
+        EXPECT_EQ(bytes_of(files().document), document_text);
+        EXPECT_EQ(std::filesystem::file_size(files().output), 3u) << "the old file stays";
     });
 }
 

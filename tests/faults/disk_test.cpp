@@ -8,7 +8,6 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
-#include <iterator>
 #include <memory>
 #include <string>
 #include <thread>
@@ -20,6 +19,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "../support/files.hpp"
+
 namespace quor::test {
 namespace {
 
@@ -27,11 +28,6 @@ namespace fs = std::filesystem;
 
 constexpr const char* old_text = "the old text";
 constexpr uid_t nobody = 65534;
-
-std::string content(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
 
 /// A job whose text has some 90 bytes for each atom.
 class Job {
@@ -63,18 +59,10 @@ void expect_refused(const Job& job, const fs::path& path) {
 
 class Disk : public ::testing::Test {
    protected:
-    Disk() {
-        std::string pattern = (fs::temp_directory_path() / "disk_test_XXXXXX").string();
-        folder = ::mkdtemp(pattern.data());
-        std::ofstream(folder / "f") << old_text;
-    }
-    ~Disk() override { fs::remove_all(folder); }
+    Disk() { temporary.write("f", old_text); }
 
-    std::size_t entries(const fs::path& in) const {
-        return static_cast<std::size_t>(std::distance(fs::directory_iterator(in), fs::directory_iterator()));
-    }
-
-    fs::path folder;
+    const TemporaryFolder temporary;
+    const fs::path folder = temporary.path();
 };
 
 // Runs a check in a process of its own; tells whether it held.
@@ -97,8 +85,8 @@ TEST_F(Disk, ThatIsFullKeepsTheOldFile) {
     const Job large(2000);
     EXPECT_EQ(small.save(mounted / "f"), 0) << small.message();
     expect_refused(large, mounted / "f");
-    EXPECT_EQ(content(mounted / "f"), small.written);
-    EXPECT_EQ(entries(mounted), 1u) << "no temporary file stays";
+    EXPECT_EQ(bytes_of(mounted / "f"), small.written);
+    EXPECT_EQ(entries_in(mounted), 1u) << "no temporary file stays";
     EXPECT_EQ(small.save(mounted / "g"), 0) << "the room of the failed file is free again";
     EXPECT_EQ(::umount(mounted.c_str()), 0);
 }
@@ -112,8 +100,8 @@ TEST_F(Disk, WhoseFilesMayNotGrowKeepsTheOldFile) {
         return large.save(folder / "f") == -1 && large.message().find("Cannot write file: ") != std::string::npos;
     });
     EXPECT_TRUE(held);
-    EXPECT_EQ(content(folder / "f"), old_text);
-    EXPECT_EQ(entries(folder), 1u);
+    EXPECT_EQ(bytes_of(folder / "f"), old_text);
+    EXPECT_EQ(entries_in(folder), 1u);
 }
 
 TEST_F(Disk, ThatIsReadOnlyRefusesWithAMessage) {
@@ -128,18 +116,18 @@ TEST_F(Disk, ThatIsReadOnlyRefusesWithAMessage) {
     });
     fs::permissions(folder, fs::perms::owner_all);
     EXPECT_TRUE(held);
-    EXPECT_EQ(content(target), old_text);
-    EXPECT_EQ(entries(folder), 1u);
+    EXPECT_EQ(bytes_of(target), old_text);
+    EXPECT_EQ(entries_in(folder), 1u);
 }
 
 TEST_F(Disk, FromWhichTheFileWasRemovedGetsItAgain) {
     const std::unique_ptr<quor_gjf_editor, void (*)(quor_gjf_editor*)> job(
         gjf_editor_create_from_string("# hf\n\nt\n\n0 1\nHe 0.0 0.0 0.0\n"), gjf_editor_destroy);
     ASSERT_EQ(gjf_editor_save_to_file(job.get(), (folder / "f").c_str()), 0);
-    const std::string written = content(folder / "f");
+    const std::string written = bytes_of(folder / "f");
     fs::remove(folder / "f");
     ASSERT_EQ(gjf_editor_save_to_file(job.get(), (folder / "f").c_str()), 0);
-    EXPECT_EQ(content(folder / "f"), written);
+    EXPECT_EQ(bytes_of(folder / "f"), written);
     fs::create_directory(folder / "gone");
     fs::remove(folder / "gone");
     EXPECT_EQ(gjf_editor_save_to_file(job.get(), (folder / "gone/f").c_str()), -1);
@@ -154,7 +142,7 @@ TEST_F(Disk, OnWhichAnotherRemovesTheFileAllTheTimeHoldsItWholeOrNotAtAll) {
     std::thread remover([&] {
         while (!done) {
             std::error_code ignored;
-            const std::string text = content(folder / "f");
+            const std::string text = bytes_of(folder / "f");
             if (!text.empty() && text != old_text) {
                 EXPECT_EQ(text, job.written);
                 ++seen;
@@ -178,9 +166,9 @@ TEST_F(Disk, TargetsThatAreNoPlainFiles) {
     fs::create_symlink("loop", folder / "loop");
     EXPECT_EQ(job.save(folder / "link"), 0);
     EXPECT_TRUE(fs::is_symlink(folder / "link"));
-    EXPECT_EQ(content(folder / "f"), job.written);
+    EXPECT_EQ(bytes_of(folder / "f"), job.written);
     EXPECT_EQ(job.save(folder / "dangling"), 0);
-    EXPECT_EQ(content(folder / "later"), job.written);
+    EXPECT_EQ(bytes_of(folder / "later"), job.written);
     for (const char* name : {"folder", "loop", "f/below", ""}) {
         expect_refused(job, *name == '\0' ? fs::path() : folder / name);
     }
@@ -193,7 +181,7 @@ TEST_F(Disk, PipesTakeTheTextWhole) {
     const fs::path pipe = folder / "pipe";
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
     std::string received;
-    std::thread reader([&] { received = content(pipe); });
+    std::thread reader([&] { received = bytes_of(pipe); });
     EXPECT_EQ(job.save(pipe), 0);
     reader.join();
     EXPECT_EQ(received, job.written);
@@ -229,8 +217,8 @@ TEST_F(Disk, HoldsTemporaryFilesOfKilledProcesses) {
         std::ofstream(folder / ("f.tmp-" + std::to_string(::getpid()) + "-" + std::to_string(i))) << "half a te";
     }
     EXPECT_EQ(job.save(folder / "f"), 0) << job.message();
-    EXPECT_EQ(content(folder / "f"), job.written);
-    EXPECT_EQ(entries(folder), 601u) << "what others left is not touched";
+    EXPECT_EQ(bytes_of(folder / "f"), job.written);
+    EXPECT_EQ(entries_in(folder), 601u) << "what others left is not touched";
 }
 
 TEST_F(Disk, TakesTheLongestFileNames) {
@@ -238,10 +226,10 @@ TEST_F(Disk, TakesTheLongestFileNames) {
     for (const std::size_t length : {240u, 250u, 255u}) {
         const fs::path path = folder / std::string(length, 'n');
         EXPECT_EQ(job.save(path), 0) << length;
-        EXPECT_EQ(content(path), job.written);
+        EXPECT_EQ(bytes_of(path), job.written);
     }
     expect_refused(job, folder / std::string(256, 'n'));
-    EXPECT_EQ(entries(folder), 4u);
+    EXPECT_EQ(entries_in(folder), 4u);
 }
 
 TEST(Reading, RefusesWhatIsNoFile) {

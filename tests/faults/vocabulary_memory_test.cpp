@@ -3,15 +3,12 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
 #include <iostream>
 #include <new>
 #include <string>
 
-#include <unistd.h>
-
 #include "../support/failing_calls.hpp"
+#include "../support/files.hpp"
 
 namespace quor::test {
 namespace {
@@ -39,14 +36,12 @@ states:
 
 class VocabularyMemory : public ::testing::Test {
    protected:
-    VocabularyMemory()
-        : path((std::filesystem::temp_directory_path() / "quor_memory_").string() + std::to_string(::getpid())) {
-        std::ofstream(path) << small_document;
+    VocabularyMemory() {
         SimpleYAMLParser().load_from_file(path);  // first use of what stays for the life of the process
     }
-    ~VocabularyMemory() override { std::filesystem::remove(path); }
 
-    std::string path;
+    const TemporaryFolder folder;
+    const std::string path = folder.write("vocabulary.yaml", small_document);
 };
 
 TEST_F(VocabularyMemory, GivesAFalseResultWhenItRunsOut) {

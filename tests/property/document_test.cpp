@@ -4,16 +4,15 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <functional>
 #include <iostream>
-#include <iterator>
 #include <map>
 #include <random>
 #include <set>
 #include <string>
 #include <vector>
 
+#include "../support/files.hpp"
 #include "many_jobs.hpp"
 
 namespace quor::input::gaussian {
@@ -29,8 +28,7 @@ const std::vector<NamedText>& all_texts() {
     static const std::vector<NamedText> texts = [] {
         std::vector<NamedText> list;
         for (const std::filesystem::path& path : test::all_job_files()) {
-            std::ifstream file(path, std::ios::binary);
-            std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+            std::string text = quor::test::bytes_of(path);
             try {
                 const GJFDocument document(text);
                 list.push_back({path.filename().string(), std::move(text)});

@@ -4,14 +4,13 @@
 // Each fuzzer takes the files of the folders REGRESSIONS/NAME and SEEDS/NAME; those that read job text take JOBS too. Single
 // files may follow as NAME=PATH. The file under way is named before it is run.
 #include <filesystem>
-#include <fstream>
 #include <iostream>
-#include <iterator>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "../../fuzz/fuzzers.hpp"
+#include "../support/files.hpp"
 
 namespace {
 
@@ -37,8 +36,7 @@ constexpr Fuzzer fuzzers[] = {
 
 void run_file(const Fuzzer& fuzzer, const fs::path& path) {
     std::cout << fuzzer.name << ' ' << path.filename().string() << std::endl;
-    std::ifstream file(path, std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    const std::string text = quor::test::bytes_of(path);
     fuzzer.run(reinterpret_cast<const std::uint8_t*>(text.data()), text.size());
 }
 

@@ -4,11 +4,11 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <set>
 #include <string>
 #include <vector>
+
+#include "../support/files.hpp"
 
 namespace quor::input::gaussian {
 namespace {
@@ -16,11 +16,6 @@ namespace {
 namespace fs = std::filesystem;
 
 const fs::path source_folder = QUOR_GJF_SOURCE_DIR;
-
-std::string content(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
 
 std::set<std::string> names_in(const fs::path& folder, const std::set<std::string>& extensions, const std::string& suffix) {
     std::set<std::string> names;
@@ -119,7 +114,8 @@ TEST(ExampleReports, MatchTheStoredOnes) {
     ASSERT_GE(reports.size(), 16u);
     for (const std::string& report : reports) {
         const fs::path job = source_folder / "examples/jobs" / report.substr(0, report.size() - 4);
-        EXPECT_EQ(report_of(GJFParser::parse_file_multi(job)), content(source_folder / "tests/report/expected" / report))
+        EXPECT_EQ(report_of(GJFParser::parse_file_multi(job)),
+                  quor::test::bytes_of(source_folder / "tests/report/expected" / report))
             << report;
     }
 }

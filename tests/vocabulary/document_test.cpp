@@ -4,13 +4,13 @@
 #include <gjf/core/schema/schema_document.hpp>
 #include <gjf/core/schema/schema_validation.hpp>
 
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <memory>
 #include <set>
 #include <utility>
 #include <vector>
+
+#include "../support/files.hpp"
 
 namespace quor::input::gaussian {
 namespace {
@@ -154,8 +154,7 @@ TEST(Document, GivesOptionsToEveryMethodThatIsAKeywordToo) {
 
 /// Returns the document with each text after the line in which its mark ends.
 std::string document_with(const std::vector<std::pair<std::string, std::string>>& additions) {
-    std::ifstream file(vocabulary_path());
-    std::string document((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+    std::string document = quor::test::bytes_of(vocabulary_path());
     for (const auto& [mark, text] : additions) {
         const std::size_t place = document.find('\n', document.find(mark) + mark.size());
         EXPECT_NE(place, std::string::npos) << mark;
@@ -165,11 +164,12 @@ std::string document_with(const std::vector<std::pair<std::string, std::string>>
 }
 
 TEST(Document, CanBeExtendedByASite) {
-    const std::string path = testing::TempDir() + "site_route.yaml";
-    std::ofstream(path) << document_with({{"  JobTypes:\n    entries:", "      - {forms: [sitejob, sitework], next: GCL}\n"},
+    const quor::test::TemporaryFolder folder;
+    const std::string path = folder.write(
+        "site_route.yaml", document_with({{"  JobTypes:\n    entries:", "      - {forms: [sitejob, sitework], next: GCL}\n"},
                                           {"  # opt, fopt, popt", "  SiteOptions:\n    entries:\n      - {forms: [fast]}\n"},
                                           {"  option_states: {", "    sitework: SiteOptions,\n"},
-                                          {"  categories: {", "    sitejob: job type,\n"}});
+                                          {"  categories: {", "    sitejob: job type,\n"}}));
     SimpleYAMLParser site;
     ASSERT_TRUE(site.load_from_file(path));
     EXPECT_FALSE(vocabulary().knows_keyword("sitejob"));

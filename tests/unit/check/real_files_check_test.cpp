@@ -5,22 +5,17 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <set>
 #include <string>
+
+#include "../../support/files.hpp"
 
 using namespace quor::input::gaussian;
 
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string text_of(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
 
 bool is_job_file(const fs::path& path) { return path.extension() != ".md" && path.extension() != ".tsv"; }
 
@@ -41,7 +36,7 @@ TEST(RealFiles, OfOurOwnRaiseNothing) {
             continue;
         }
         ++count;
-        for (const Finding& finding : check_text(text_of(entry.path()))) {
+        for (const Finding& finding : check_text(quor::test::bytes_of(entry.path()))) {
             ADD_FAILURE() << entry.path().filename() << ":" << finding.line << ": " << finding.message << " ["
                           << finding.code << "]";
         }
@@ -80,7 +75,8 @@ TEST(RealFiles, RaiseErrorsWhereTheyAreFaulty) {
         }
         ++count;
         const auto known = true_errors.find(entry.path().filename().string());
-        EXPECT_EQ(error_codes(text_of(entry.path())), known == true_errors.end() ? std::set<std::string>() : known->second)
+        EXPECT_EQ(error_codes(quor::test::bytes_of(entry.path())),
+                  known == true_errors.end() ? std::set<std::string>() : known->second)
             << entry.path();
     }
     EXPECT_GE(count, 100U);

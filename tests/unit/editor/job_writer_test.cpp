@@ -6,11 +6,10 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 
 #include "../../support/sample_jobs.hpp"
+#include "../../support/files.hpp"
 
 namespace quor::input::gaussian {
 namespace {
@@ -210,11 +209,9 @@ TEST(JobWriter, DropsTheTextsOfNumericCoordinatesAlone) {
 
 TEST(JobWriter, SavesToAFileOrSaysWhyNot) {
     const GJFEditor editor(make_job(1));
-    const std::filesystem::path path = std::filesystem::temp_directory_path() / "job_writer_test.gjf";
-    editor.save_to_file(path);
-    std::ifstream file(path, std::ios::binary);
-    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), {}), editor.to_gjf_string());
-    std::filesystem::remove(path);
+    const quor::test::TemporaryFolder folder;
+    editor.save_to_file(folder / "job.gjf");
+    EXPECT_EQ(quor::test::bytes_of(folder / "job.gjf"), editor.to_gjf_string());
     expect_refused("Cannot write file: /nowhere/at/all.gjf", [&] { editor.save_to_file("/nowhere/at/all.gjf"); });
 }
 

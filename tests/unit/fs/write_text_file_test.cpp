@@ -5,8 +5,6 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <thread>
 
@@ -14,36 +12,27 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "../../support/files.hpp"
+
 namespace quor::core::fs {
 namespace {
 
 namespace stdfs = std::filesystem;
+using quor::test::bytes_of;
+using quor::test::entries_in;
 
 class WriteTextFile : public ::testing::Test {
    protected:
-    WriteTextFile() {
-        std::string pattern = (stdfs::temp_directory_path() / "write_text_file_XXXXXX").string();
-        folder = ::mkdtemp(pattern.data());
-    }
-    ~WriteTextFile() override { stdfs::remove_all(folder); }
-
-    static std::string content(const stdfs::path& path) {
-        std::ifstream file(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    }
-    std::size_t entries() const {
-        return static_cast<std::size_t>(std::distance(stdfs::directory_iterator(folder), stdfs::directory_iterator()));
-    }
-
-    stdfs::path folder;
+    const quor::test::TemporaryFolder temporary;
+    const stdfs::path folder = temporary.path();
 };
 
 TEST_F(WriteTextFile, WritesBytesAsGiven) {
     const std::string texts[] = {"", "a", "a\r\nb\n", std::string("\0x\xff\0", 4), std::string(3'000'000, 'x')};
     for (const std::string& text : texts) {
         ASSERT_TRUE(write_text_file(folder / "f", text));
-        EXPECT_EQ(content(folder / "f"), text);
-        EXPECT_EQ(entries(), 1u);
+        EXPECT_EQ(bytes_of(folder / "f"), text);
+        EXPECT_EQ(entries_in(folder), 1u);
     }
 }
 
@@ -74,7 +63,7 @@ TEST_F(WriteTextFile, WritesThroughLinksToTheFileTheyPointTo) {
     stdfs::create_symlink("sub/target", folder / "relative");
     stdfs::create_symlink(folder / "relative", folder / "absolute");
     ASSERT_TRUE(write_text_file(folder / "absolute", "new"));
-    EXPECT_EQ(content(folder / "sub/target"), "new");
+    EXPECT_EQ(bytes_of(folder / "sub/target"), "new");
     EXPECT_TRUE(stdfs::is_symlink(folder / "relative"));
     EXPECT_TRUE(stdfs::is_symlink(folder / "absolute"));
 }
@@ -82,7 +71,7 @@ TEST_F(WriteTextFile, WritesThroughLinksToTheFileTheyPointTo) {
 TEST_F(WriteTextFile, MakesTheFileThatADanglingLinkPointsTo) {
     stdfs::create_symlink("later", folder / "link");
     ASSERT_TRUE(write_text_file(folder / "link", "x"));
-    EXPECT_EQ(content(folder / "later"), "x");
+    EXPECT_EQ(bytes_of(folder / "later"), "x");
     EXPECT_TRUE(stdfs::is_symlink(folder / "link"));
 }
 
@@ -90,12 +79,12 @@ TEST_F(WriteTextFile, WritesPipesDirectly) {
     const stdfs::path pipe = folder / "pipe";
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
     std::string received;
-    std::thread reader([&] { received = content(pipe); });
+    std::thread reader([&] { received = bytes_of(pipe); });
     EXPECT_TRUE(write_text_file(pipe, "through"));
     reader.join();
     EXPECT_EQ(received, "through");
     EXPECT_TRUE(stdfs::is_fifo(pipe));
-    EXPECT_EQ(entries(), 1u);
+    EXPECT_EQ(entries_in(folder), 1u);
 }
 
 TEST_F(WriteTextFile, FailsWithoutATraceWhereNothingCanBeWritten) {
@@ -108,8 +97,8 @@ TEST_F(WriteTextFile, FailsWithoutATraceWhereNothingCanBeWritten) {
     for (const stdfs::path& path : bad) {
         EXPECT_FALSE(write_text_file(path, "new")) << path;
     }
-    EXPECT_EQ(content(folder / "file"), "old");
-    EXPECT_EQ(entries(), 3u);
+    EXPECT_EQ(bytes_of(folder / "file"), "old");
+    EXPECT_EQ(entries_in(folder), 3u);
     EXPECT_TRUE(stdfs::is_empty(folder / "sub"));
 }
 
@@ -126,9 +115,9 @@ TEST_F(WriteTextFile, GivesOneOfTwoTextsToThreadsThatRace) {
     std::thread second(write, b);
     first.join();
     second.join();
-    const std::string last = content(path);
+    const std::string last = bytes_of(path);
     EXPECT_TRUE(last == a || last == b);
-    EXPECT_EQ(entries(), 1u);
+    EXPECT_EQ(entries_in(folder), 1u);
 }
 
 }  // namespace

@@ -5,9 +5,10 @@
 
 #include <ctime>
 #include <filesystem>
-#include <fstream>
 #include <string>
 #include <vector>
+
+#include "../../support/files.hpp"
 
 namespace quor::input::gaussian {
 namespace {
@@ -184,14 +185,14 @@ TEST(Texts, AreCutForCallers) {
 
 TEST(Files, AreReadOrRefused) {
     namespace fs = std::filesystem;
-    const fs::path path = fs::temp_directory_path() / "job_reader_test.gjf";
-    std::ofstream(path, std::ios::binary) << helium;
+    const quor::test::TemporaryFolder folder;
+    const fs::path path = folder.write("job.gjf", helium);
     EXPECT_EQ(GJFParser::parse_file(path).title, "helium");
     EXPECT_EQ(GJFParser::parse_file_multi(path).jobs.size(), 1u);
-    std::ofstream(path, std::ios::trunc).close();
+    folder.write("job.gjf", "");
     EXPECT_EQ(refusal_of([&] { GJFParser::parse_file(path); }), "GJF Parse Error: Empty file or invalid format");
     fs::remove(path);
-    for (const fs::path& bad : {path, fs::temp_directory_path(), fs::path("/no/such/file"), fs::path("")}) {
+    for (const fs::path& bad : {path, folder.path(), fs::path("/no/such/file"), fs::path("")}) {
         EXPECT_EQ(refusal_of([&] { GJFParser::parse_file(bad); }), "GJF Parse Error: Cannot open file: " + bad.string());
         EXPECT_EQ(refusal_of([&] { GJFParser::parse_file_multi(bad); }),
                   "GJF Parse Error: Cannot open file: " + bad.string());

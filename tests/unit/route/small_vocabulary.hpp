@@ -5,9 +5,9 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
 #include <string>
+
+#include "../../support/files.hpp"
 
 namespace quor::input::gaussian::test {
 
@@ -78,11 +78,8 @@ metadata:
 
 /// Makes a parser over the small vocabulary.
 inline G16KeywordParser make_parser() {
-    static const std::string path = [] {
-        const std::filesystem::path file = std::filesystem::temp_directory_path() / "route_tests_small_vocabulary.yaml";
-        std::ofstream(file) << small_vocabulary;
-        return file.string();
-    }();
+    static const quor::test::TemporaryFolder folder;
+    static const std::string path = folder.write("vocabulary.yaml", small_vocabulary);
     G16KeywordParser parser;
     EXPECT_TRUE(parser.load_config(path));
     return parser;

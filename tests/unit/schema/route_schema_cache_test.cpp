@@ -73,19 +73,25 @@ constexpr const char* variable = "QUOR_G16_ROUTE_SCHEMA_YAML";
 class DefaultRouteSchema : public testing::Test {
    protected:
     void SetUp() override { testing::FLAGS_gtest_death_test_style = "threadsafe"; }
+
+    /// Ends the process, whose folder would stay otherwise.
+    [[noreturn]] void exit_with(int code) const {
+        folder.remove();
+        std::_Exit(code);
+    }
+    /// Ends the process with 0 when the default vocabulary knows `keyword` and no other of the words used here.
+    [[noreturn]] void exit_with_knowledge_of(const std::string& keyword) const {
+        bool as_expected = true;
+        for (const std::string word : {"opt", "irc", "freq"}) {
+            as_expected = as_expected && default_route_schema().knows_keyword_exact(word) == (word == keyword);
+        }
+        exit_with(as_expected ? 0 : 1);
+    }
+
+    TemporaryFolder folder;
 };
 
-/// Ends the process with 0 when the default vocabulary knows `keyword` and no other of the words used here.
-[[noreturn]] void exit_with_knowledge_of(const std::string& keyword) {
-    bool as_expected = true;
-    for (const std::string word : {"opt", "irc", "freq"}) {
-        as_expected = as_expected && default_route_schema().knows_keyword_exact(word) == (word == keyword);
-    }
-    std::_Exit(as_expected ? 0 : 1);
-}
-
 TEST_F(DefaultRouteSchema, IsTheOneTheVariableNamesAtTheFirstCall) {
-    const TemporaryFolder folder;
     const std::string path = folder.write("v.yaml", with_opt);
     EXPECT_EXIT(
         {
@@ -96,7 +102,6 @@ TEST_F(DefaultRouteSchema, IsTheOneTheVariableNamesAtTheFirstCall) {
 }
 
 TEST_F(DefaultRouteSchema, DoesNotFollowLaterChanges) {
-    const TemporaryFolder folder;
     const std::string path = folder.write("v.yaml", with_opt);
     const std::string other = folder.write("w.yaml", with_irc);
     EXPECT_EXIT(
@@ -106,7 +111,7 @@ TEST_F(DefaultRouteSchema, DoesNotFollowLaterChanges) {
             setenv(variable, other.c_str(), 1);
             std::filesystem::remove(path);
             if (&first != &default_route_schema()) {
-                std::_Exit(2);
+                exit_with(2);
             }
             exit_with_knowledge_of("opt");
         },
@@ -114,7 +119,6 @@ TEST_F(DefaultRouteSchema, DoesNotFollowLaterChanges) {
 }
 
 TEST_F(DefaultRouteSchema, IsLookedForWhenTheVariableNamesNoVocabulary) {
-    const TemporaryFolder folder;
     folder.write("resources/schemas/input/gaussian_route.yaml", "states: {GCL: {entries: [{forms: [freq]}]}}\n");
     for (const std::string& useless : {std::string(), (folder.path() / "absent").string(), folder.path().string()}) {
         EXPECT_EXIT(
@@ -130,7 +134,6 @@ TEST_F(DefaultRouteSchema, IsLookedForWhenTheVariableNamesNoVocabulary) {
 
 TEST_F(DefaultRouteSchema, IsEmptyWhenTheNamedFileIsNoVocabulary) {
     // The search takes the named file as well, so the broken one is what it finds.
-    const TemporaryFolder folder;
     const std::string broken = folder.write("broken.yaml", "states: [\n");
     EXPECT_EXIT(
         {
@@ -141,7 +144,6 @@ TEST_F(DefaultRouteSchema, IsEmptyWhenTheNamedFileIsNoVocabulary) {
 }
 
 TEST_F(DefaultRouteSchema, IsMadeOnceThoughManyThreadsAskFirst) {
-    const TemporaryFolder folder;
     const std::string path = folder.write("v.yaml", with_opt);
     EXPECT_EXIT(
         {
@@ -156,7 +158,7 @@ TEST_F(DefaultRouteSchema, IsMadeOnceThoughManyThreadsAskFirst) {
             }
             for (const SimpleYAMLParser* place : seen) {
                 if (place != seen.front()) {
-                    std::_Exit(2);
+                    exit_with(2);
                 }
             }
             exit_with_knowledge_of("opt");

@@ -3,22 +3,20 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <string>
+
+#include "../../support/files.hpp"
 
 namespace quor::input::gaussian {
 namespace {
 
 std::string problems_in(const std::string& document) {
-    const std::filesystem::path path = std::filesystem::temp_directory_path() / "schema_validation_test.yaml";
-    std::ofstream(path, std::ios::binary) << document;
+    const quor::test::TemporaryFolder folder;
+    const std::string path = folder.write("vocabulary.yaml", document);
     std::string text;
     for (const SchemaProblem& problem : validate_route_schema(path)) {
         text += (text.empty() ? "" : "\n") + std::to_string(problem.line) + ": " + problem.message;
     }
-    std::filesystem::remove(path);
     return text;
 }
 

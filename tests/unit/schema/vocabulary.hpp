@@ -6,40 +6,14 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <string>
 #include <vector>
 
+#include "../../support/files.hpp"
+
 namespace quor::input::gaussian {
 
-class TemporaryFolder {
-   public:
-    TemporaryFolder() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "schema_test_XXXXXX").string();
-        path_ = mkdtemp(pattern.data()) == nullptr ? std::filesystem::path() : std::filesystem::canonical(pattern);
-    }
-    ~TemporaryFolder() {
-        std::error_code error;
-        std::filesystem::remove_all(path_, error);
-    }
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-
-    const std::filesystem::path& path() const { return path_; }
-
-    /// Writes a file, making its folders, and returns its path.
-    std::string write(const std::filesystem::path& name, const std::string& text) const {
-        const std::filesystem::path file = path_ / name;
-        std::filesystem::create_directories(file.parent_path());
-        std::ofstream(file, std::ios::binary) << text;
-        return file.string();
-    }
-
-   private:
-    std::filesystem::path path_;
-};
+using quor::test::TemporaryFolder;
 
 /// Loads a document given as text; returns whether that succeeded.
 inline bool load_tables(const std::string& document, SimpleYAMLParser::Impl& tables) {
