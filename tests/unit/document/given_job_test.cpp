@@ -1,19 +1,12 @@
 // What a document changes, and what it refuses, when an editor is given a whole job that differs from the one in the text.
-#include <gjf/core/document/gjf_document.hpp>
 #include <gjf/core/reader/gjf_parser.hpp>
 
-#include <gtest/gtest.h>
-
-#include <functional>
 #include <string>
-#include <utility>
-#include <vector>
 
-using namespace quor::input::gaussian;
+#include "document_edits.hpp"
 
+namespace quor::input::gaussian::test {
 namespace {
-
-using Change = std::function<void(GJFData&)>;
 
 const std::string zmatrix_job =
     "%lindaworkers=node1\n%debug\n%mem=1GB\n# hf/sto-3g\n\nwater\n\n0 1\nO\nH  1  r   ! first\nH  1  0.97  2  a\n\nr = 0.96 "
@@ -21,29 +14,6 @@ const std::string zmatrix_job =
     "bond\na 104.5\n\n";
 const std::string cartesian_job = "# hf/sto-3g\n\nwater\n\n0 1\nO   0.0  0.0  0.1\nH   0.0  0.7 -0.4\n\n";
 const std::string overlay_job = "# hf/sto-3g extraoverlays\n\n1//1,2;\n2//1;\n\nhelium\n\n0 1\nHe 0.0 0.0 0.0\n\n";
-
-// The text after the job in it was changed.
-std::string text_given(const std::string& text, const Change& change) {
-    GJFDocument document(text);
-    GJFData data = document.job(0).get_data();
-    change(data);
-    document.job(0).set_data(std::move(data));
-    return document.to_text();
-}
-
-std::string message_given(const std::string& text, const Change& change) {
-    try {
-        return "no refusal:\n" + text_given(text, change);
-    } catch (const GJFParseException& error) {
-        return std::string(error.what()).substr(std::string("GJF Parse Error: ").size());
-    }
-}
-
-std::string with(std::string text, const std::string& from, const std::string& to) {
-    const std::size_t at = text.find(from);
-    EXPECT_NE(at, std::string::npos) << from;
-    return at == std::string::npos ? text : text.replace(at, from.size(), to);
-}
 
 TEST(GivenJobs, ChangeTheLinesThatDiffer) {
     const struct {
@@ -54,26 +24,26 @@ TEST(GivenJobs, ChangeTheLinesThatDiffer) {
     } cases[] = {
         {"nothing", zmatrix_job, [](GJFData&) {}, zmatrix_job},
         {"the value of a variable", zmatrix_job, [](GJFData& d) { d.geom.variables[0].value = "1.00"; },
-         with(zmatrix_job, "r = 0.96 !", "r = 1.00 !")},
+         replaced(zmatrix_job, "r = 0.96 !", "r = 1.00 !")},
         {"the value of a variable without a sign", zmatrix_job, [](GJFData& d) { d.geom.variables[1].value = "100.0"; },
-         with(zmatrix_job, "a 104.5", "a 100.0")},
+         replaced(zmatrix_job, "a 104.5", "a 100.0")},
         {"a reference", zmatrix_job,
          [](GJFData& d) { d.geom.zmatrix_entries[2].bond->atom = 2, d.geom.zmatrix_entries[2].angle->atom = 1; },
-         with(zmatrix_job, "H  1  0.97  2", "H  2  0.97  1")},
+         replaced(zmatrix_job, "H  1  0.97  2", "H  2  0.97  1")},
         {"the value of a reference", zmatrix_job, [](GJFData& d) { d.geom.zmatrix_entries[2].bond->value = "r"; },
-         with(zmatrix_job, "0.97", "   r")},
+         replaced(zmatrix_job, "0.97", "   r")},
         {"a label of a row", zmatrix_job, [](GJFData& d) { d.geom.zmatrix_entries[1].info.element = "F"; },
-         with(zmatrix_job, "H  1  r", "F  1  r")},
+         replaced(zmatrix_job, "H  1  r", "F  1  r")},
         {"a Link 0 line less", zmatrix_job, [](GJFData& d) { d.control.other_link0_lines = {"%debug"}; },
-         with(zmatrix_job, "%lindaworkers=node1\n", "")},
+         replaced(zmatrix_job, "%lindaworkers=node1\n", "")},
         {"a Link 0 line more", zmatrix_job, [](GJFData& d) { d.control.other_link0_lines.push_back("%subst l101 here"); },
-         with(zmatrix_job, "%mem=1GB\n", "%mem=1GB\n%subst l101 here\n")},
+         replaced(zmatrix_job, "%mem=1GB\n", "%mem=1GB\n%subst l101 here\n")},
         {"the overlays", overlay_job, [](GJFData& d) { d.extra_overlays = "1//1,2;\n3//1;"; },
-         with(overlay_job, "2//1;", "3//1;")},
+         replaced(overlay_job, "2//1;", "3//1;")},
     };
     for (const auto& c : cases) {
         try {
-            EXPECT_EQ(text_given(c.text, c.change), c.wanted) << c.name;
+            EXPECT_EQ(edited(c.text, giving(c.change)), c.wanted) << c.name;
         } catch (const GJFParseException& error) {
             ADD_FAILURE() << c.name << ": " << error.what();
         }
@@ -108,7 +78,7 @@ TEST(GivenJobs, RefuseWhatNoLineCanHold) {
         {zmatrix_job, [](GJFData& d) { d.geom = GJFParser::parse_string(cartesian_job).geom; }, forms},
     };
     for (const auto& c : cases) {
-        EXPECT_EQ(message_given(c.text, c.change), c.message);
+        EXPECT_EQ(refusal(c.text, giving(c.change)), c.message);
     }
 }
 
@@ -135,3 +105,4 @@ TEST(GivenJobs, MoveWithTheirDocument) {
 }
 
 }  // namespace
+}  // namespace quor::input::gaussian::test

@@ -1,26 +1,13 @@
 // What a document changes in the text for each edit, and what it refuses.
-#include <gjf/core/document/gjf_document.hpp>
-
 #include <gjf/core/reader/gjf_parser.hpp>
 
-#include <gtest/gtest.h>
-
-#include <functional>
 #include <string>
-#include <vector>
+#include <tuple>
 
-using namespace quor::input::gaussian;
+#include "document_edits.hpp"
 
+namespace quor::input::gaussian::test {
 namespace {
-
-using Edit = std::function<void(GJFEditor&)>;
-
-struct Case {
-    const char* name;
-    std::string text;
-    Edit edit;
-    std::string wanted;
-};
 
 const std::string head =
     "%Chk=water.chk ! keep\n%Mem = 1GB\n%NProcShared=4\n#P  B3LYP/6-31G(d)  Opt=(TS,CalcFC)\n   Freq ! route\n\nWater  "
@@ -30,38 +17,8 @@ const std::string atoms =
     "0.0000000  -0.7572000   -0.4692000\n";
 const std::string water = head + atoms + "\n";
 
-std::string replaced(std::string text, const std::string& from, const std::string& to) {
-    const std::size_t at = text.find(from);
-    EXPECT_NE(at, std::string::npos) << from;
-    return at == std::string::npos ? text : text.replace(at, from.size(), to);
-}
-
 // Water with one stretch of its text replaced.
 std::string water_with(const std::string& from, const std::string& to) { return replaced(water, from, to); }
-
-std::string edited(const std::string& text, const Edit& edit, const GJFWriteOptions& options = {}) {
-    GJFDocument document(text);
-    edit(document.job(0));
-    return document.to_text(options);
-}
-
-std::string refusal(const std::string& text, const Edit& edit) {
-    try {
-        return "no refusal:\n" + edited(text, edit);
-    } catch (const GJFParseException& error) {
-        return std::string(error.what()).substr(std::string("GJF Parse Error: ").size());
-    }
-}
-
-void check(const std::vector<Case>& cases) {
-    for (const Case& c : cases) {
-        try {
-            EXPECT_EQ(edited(c.text, c.edit), c.wanted) << c.name;
-        } catch (const GJFParseException& error) {
-            ADD_FAILURE() << c.name << ": " << error.what();
-        }
-    }
-}
 
 TEST(Documents, KeepTheirBytes) {
     const std::string texts[] = {
@@ -77,7 +34,7 @@ TEST(Documents, KeepTheirBytes) {
 }
 
 TEST(Documents, ChangeLink0Lines) {
-    check({
+    check_edits({
         {"mem", water, [](GJFEditor& e) { e.set_mem("8GB"); }, water_with("%Mem = 1GB", "%Mem = 8GB")},
         {"nproc", water, [](GJFEditor& e) { e.set_nproc(16); }, water_with("%NProcShared=4", "%NProcShared=16")},
         {"chk", water, [](GJFEditor& e) { e.set_checkpoint_file("b.chk"); }, water_with("water.chk !", "b.chk !")},
@@ -101,7 +58,7 @@ TEST(Documents, ChangeLink0Lines) {
 
 TEST(Documents, ChangeTheRoute) {
     const std::string odd = replaced(water, "Freq !", "frobnicate=7 Freq !");
-    check({
+    check_edits({
         {"method", water, [](GJFEditor& e) { e.set_method("m062x"); }, water_with("B3LYP/", "m062x/")},
         {"basis", water, [](GJFEditor& e) { e.set_model_chemistry_basis("def2tzvp"); }, water_with("6-31G(d)", "def2tzvp")},
         {"no basis", water, [](GJFEditor& e) { e.clear_basis_set(); }, water_with("B3LYP/6-31G(d)", "B3LYP")},
@@ -173,7 +130,7 @@ TEST(Documents, BreakARouteLineAtEightyColumns) {
 }
 
 TEST(Documents, ChangeTitleAndCharge) {
-    check({
+    check_edits({
         {"title", water, [](GJFEditor& e) { e.set_title("ice"); }, water_with("Water  title", "ice")},
         {"longer title", water, [](GJFEditor& e) { e.set_title("Water  title\nmore"); },
          water_with("title\n", "title\nmore\n")},
@@ -189,7 +146,7 @@ TEST(Documents, ChangeTitleAndCharge) {
 }
 
 TEST(Documents, ChangeAtomsWithinTheirColumns) {
-    check({
+    check_edits({
         {"freeze", water, [](GJFEditor& e) { e.set_freeze_by_index({0}, -1); },
          water_with("O    0    0.00", "O   -1    0.00")},
         {"moved", water, [](GJFEditor& e) { e.translate_atoms({1}, 0, 0, 10.5); },
@@ -223,127 +180,9 @@ TEST(Documents, ChangeAtomsWithinTheirColumns) {
     });
 }
 
-const std::string bonded =
-    "# hf/sto-3g geom=connectivity opt=modredundant\n\nt\n\n0 1\nC  0.0 0.0 0.0\nO  0.0 0.0 1.4\nH  0.0 0.9 1.7\nH  0.5 0.9 "
-    "-0.4\n\n"
-    " 1 2 1.0 4 1.0\n 2 3 1.0\n 3\n 4\n\nB 1 2 F\nD 3 2 1 4 F\n* 2 B\n\n";
-
-TEST(Documents, RenumberWhatNamesAtoms) {
-    check({
-        {"removed", bonded, [](GJFEditor& e) { e.remove_atom(2); },
-         "# hf/sto-3g geom=connectivity opt=modredundant\n\nt\n\n0 1\nC  0.0 0.0 0.0\nO  0.0 0.0 1.4\nH  0.5 0.9 -0.4\n\n"
-         " 1 2 1.0 3 1.0\n 2\n 3\n\nB 1 2 F\n* 2 B\n\n"},
-        {"removed with another", bonded,
-         [](GJFEditor& e) {
-             e.remove_atoms({3, 2});
-         },
-         "# hf/sto-3g geom=connectivity opt=modredundant\n\nt\n\n0 1\nC  0.0 0.0 0.0\nO  0.0 0.0 1.4\n\n 1 2 1.0\n 2\n\nB 1 "
-         "2 "
-         "F\n* 2 B\n\n"},
-        {"moved", bonded, [](GJFEditor& e) { e.move_atom(0, 1); },
-         "# hf/sto-3g geom=connectivity opt=modredundant\n\nt\n\n0 1\nO  0.0 0.0 1.4\nC  0.0 0.0 0.0\nH  0.0 0.9 1.7\nH  "
-         "0.5 0.9 -0.4\n\n"
-         " 1 3 1.0\n 2 1 1.0 4 1.0\n 3\n 4\n\nB 2 1 F\nD 3 1 2 4 F\n* 1 B\n\n"},
-        {"bond more", bonded, [](GJFEditor& e) { e.set_bond_order(2, 3, 1.5); }, replaced(bonded, "\n 3\n", "\n 3 4 1.5\n")},
-        {"bond order", bonded, [](GJFEditor& e) { e.set_bond_order(0, 1, 2); }, replaced(bonded, "1 2 1.0", "1 2 2.0")},
-        {"bond less", bonded, [](GJFEditor& e) { e.remove_bond(0, 1); }, replaced(bonded, " 1 2 1.0 4", " 1 4")},
-    });
-}
-
-TEST(Documents, RenumberLinkAtomHosts) {
-    const std::string text =
-        "# oniom(hf/sto-3g:uff)\n\nt\n\n0 1\nF 0 9 0 0 L\nC 0 0 0 0 H\nC 0 1.5 0 0 L H 2 ! link\nH 0 0 1 0 H\n\n";
-    EXPECT_EQ(edited(text, [](GJFEditor& e) { e.remove_atom(0); }),
-              replaced(replaced(text, "F 0 9 0 0 L\n", ""), "L H 2", "L H 1"));
-    EXPECT_EQ(refusal(text, [](GJFEditor& e) { e.remove_atom(1); }),
-              "The link atom of atom 2 is bonded to an atom that was removed");
-}
-
-TEST(Documents, RenumberSectionsOfManyKinds) {
-    const auto job = [](const std::string& route, const std::string& section) {
-        return "# hf/sto-3g " + route + "\n\nt\n\n0 1\nC 0 0 0\nH 0 0 1\nH 0 1 0\nH 1 0 0\n\n" + section + "\n\n";
-    };
-    struct Row {
-        std::string route, section, wanted;
-    };
-    const Row rows[] = {
-        {"opt=readopt", "atoms=2-4", "atoms=1-3"},
-        {"opt=readopt", "atoms=1,3-4 notatoms=H", "atoms=2-3 notatoms=H"},
-        {"nmr=(spinspin,readatoms)", "1-2 4", "1   3"},
-        {"pop=(mk,readradii)", "C 1.7\n3 1.2", "C 1.7\n2 1.2"},
-        {"freq=readisotopes", "298.15 1.0\n12\n1\n2\n1", "298.15 1.0\n1\n2\n1"},
-        {"scrf=(read,solvent=water)", "eps=4.0", "eps=4.0"},
-    };
-    for (const Row& row : rows) {
-        const std::string wanted = replaced(job(row.route, row.wanted), "C 0 0 0\n", "");
-        EXPECT_EQ(edited(job(row.route, row.section), [](GJFEditor& e) { e.remove_atom(0); }), wanted) << row.route;
-    }
-    const Row refused[] = {
-        {"opt=modredundant", "R1=R(1,2)",
-         "The section 'Modifications to coordinates' cannot follow the change of atoms: it holds expressions"},
-        {"nmr=(spinspin,readatoms)", "2-9",
-         "The section 'Atoms list for spin-spin coupling constants' cannot follow the change of atoms: '2-9' is no atom of "
-         "the molecule"},
-        {"nmr=(spinspin,readatoms)", "0-2",
-         "The section 'Atoms list for spin-spin coupling constants' cannot follow the change of atoms: '0-2' is no atom of "
-         "the molecule"},
-        {"pop=(mk,readradii)", "-3 1.2",
-         "The section 'Alternate atomic radii' cannot follow the change of atoms: '-3' is no atom of the molecule"},
-        {"opt=modredundant", "B 1 9 F",
-         "The section 'Modifications to coordinates' cannot follow the change of atoms: '9' is no atom of the molecule"},
-        {"pop=nboread", "$NBO PRINT=2 $END",
-         "The section 'NBO input' cannot follow the change of atoms: it may name atoms by number"},
-        {"scrf=read", "modifysph",
-         "The section 'PCM solvation model input' cannot follow the change of atoms: it changes the spheres of single "
-         "atoms"},
-    };
-    for (const Row& row : refused) {
-        const std::string text = job(row.route, row.section);
-        EXPECT_EQ(refusal(text, [](GJFEditor& e) { e.remove_atom(0); }), row.wanted);
-        GJFDocument document(text);
-        document.job(0).remove_atom(0);
-        EXPECT_EQ(document.to_text({true}), replaced(text, "C 0 0 0\n", "")) << row.route;
-    }
-}
-
-TEST(Documents, FollowTheAtomsIntoFurtherStructures) {
-    const std::string text =
-        "# hf/sto-3g opt=qst2 geom=connectivity\n\nreactant\n\n0 1\nH 0 0 0\nC 0 0 1 ! first\nN 0 0 2.2\n\n1\n2 3 3.0\n3\n\n"
-        "product\n\n0 1\nH 0 0 3.3\nC 0 0 1 ! second\nN 0 0 2.2\n\n1\n2 3 3.0\n3\n\n";
-    EXPECT_EQ(edited(text, [](GJFEditor& e) { e.remove_atom(0); }),
-              "# hf/sto-3g opt=qst2 geom=connectivity\n\nreactant\n\n0 1\nC 0 0 1 ! first\nN 0 0 2.2\n\n1 2 3.0\n2\n\n"
-              "product\n\n0 1\nC 0 0 1 ! second\nN 0 0 2.2\n\n1 2 3.0\n2\n\n");
-    EXPECT_EQ(
-        edited(text, [](GJFEditor& e) { e.move_atom(0, 1); }),
-        "# hf/sto-3g opt=qst2 geom=connectivity\n\nreactant\n\n0 1\nC 0 0 1 ! first\nH 0 0 0\nN 0 0 2.2\n\n1 3 3.0\n2\n3\n\n"
-        "product\n\n0 1\nC 0 0 1 ! second\nH 0 0 3.3\nN 0 0 2.2\n\n2\n1 3 3.0\n3\n\n");
-    EXPECT_EQ(refusal(text, [](GJFEditor& e) { e.add_atom(e.get_data().geom.atoms[0]); }),
-              "The section '2nd title and molecule specification' cannot follow the change of atoms: where "
-              "a new atom is in it "
-              "is not known");
-    const std::string symbolic = replaced(text, "H 0 0 3.3\nC 0 0 1 ! second\nN 0 0 2.2\n", "H\nC 1 1.1\nN 2 1.2 1 180.0\n");
-    EXPECT_EQ(refusal(symbolic, [](GJFEditor& e) { e.remove_atom(0); }),
-              "The section '2nd title and molecule specification' cannot follow the change of atoms: its "
-              "atoms cannot be told");
-}
-
-TEST(Documents, RenumberTheCentersOfABasisSet) {
-    const std::string text =
-        "# hf/gen\n\nt\n\n0 1\nH 0 0 0\nC 0 0 1\nN 0 0 2.2\n\n1-2 0\n6-31G\n****\nN 0\nS 1 1.0\n 1.5 1.0\n****\n3 "
-        "0\nsto-3g\n****\n\n";
-    EXPECT_EQ(edited(text, [](GJFEditor& e) { e.remove_atom(0); }),
-              replaced(replaced(replaced(text, "H 0 0 0\n", ""), "1-2 0", "1   0"), "3 0\nsto", "2 0\nsto"));
-    EXPECT_EQ(edited(text, [](GJFEditor& e) { e.move_atom(0, 2); }),
-              replaced(replaced(replaced(text, "H 0 0 0\nC 0 0 1\nN 0 0 2.2\n", "C 0 0 1\nN 0 0 2.2\nH 0 0 0\n"), "1-2 0",
-                                "1,3 0"),
-                       "3 0\nsto", "2 0\nsto"));
-    EXPECT_EQ(refusal(text, [](GJFEditor& e) { e.remove_atom(2); }),
-              "The section 'Basis set specification' cannot follow the change of atoms: no atom of a block is left");
-}
-
 TEST(Documents, ChangeSectionsWithTheirBlankLines) {
     const std::string text = "# hf/gen opt=modredundant\n\nt\n\n0 1\nH 0 0 0\nH 0 0 1\n\nB 1 2 F\n\n\nH 0\nsto-3g\n****\n\n";
-    check({
+    check_edits({
         {"other text", text,
          [](GJFEditor& e) {
              e.set_extra_input(0, ExtraInputSectionKind::CoordinateModifications, "B 1 2 F\nB 1 2 S 10 0.1");
@@ -437,3 +276,4 @@ TEST(Documents, HoldSeveralJobs) {
 }
 
 }  // namespace
+}  // namespace quor::input::gaussian::test

@@ -1,0 +1,123 @@
+// How sections follow the atoms that they name by number, each kind in its own form, and when they cannot.
+#include <string>
+
+#include "document_edits.hpp"
+
+namespace quor::input::gaussian::test {
+namespace {
+
+TEST(Renumbering, ReachesWhatNamesAtoms) {
+    check_edits({
+        {"removed", bonded, [](GJFEditor& e) { e.remove_atom(2); },
+         "# hf/sto-3g geom=connectivity opt=modredundant\n\nt\n\n0 1\nC  0.0 0.0 0.0\nO  0.0 0.0 1.4\nH  0.5 0.9 -0.4\n\n"
+         " 1 2 1.0 3 1.0\n 2\n 3\n\nB 1 2 F\n* 2 B\n\n"},
+        {"removed with another", bonded,
+         [](GJFEditor& e) {
+             e.remove_atoms({3, 2});
+         },
+         "# hf/sto-3g geom=connectivity opt=modredundant\n\nt\n\n0 1\nC  0.0 0.0 0.0\nO  0.0 0.0 1.4\n\n 1 2 1.0\n 2\n\nB 1 "
+         "2 "
+         "F\n* 2 B\n\n"},
+        {"moved", bonded, [](GJFEditor& e) { e.move_atom(0, 1); },
+         "# hf/sto-3g geom=connectivity opt=modredundant\n\nt\n\n0 1\nO  0.0 0.0 1.4\nC  0.0 0.0 0.0\nH  0.0 0.9 1.7\nH  "
+         "0.5 0.9 -0.4\n\n"
+         " 1 3 1.0\n 2 1 1.0 4 1.0\n 3\n 4\n\nB 2 1 F\nD 3 1 2 4 F\n* 1 B\n\n"},
+        {"bond more", bonded, [](GJFEditor& e) { e.set_bond_order(2, 3, 1.5); }, replaced(bonded, "\n 3\n", "\n 3 4 1.5\n")},
+        {"bond order", bonded, [](GJFEditor& e) { e.set_bond_order(0, 1, 2); }, replaced(bonded, "1 2 1.0", "1 2 2.0")},
+        {"bond less", bonded, [](GJFEditor& e) { e.remove_bond(0, 1); }, replaced(bonded, " 1 2 1.0 4", " 1 4")},
+    });
+}
+
+TEST(Renumbering, ReachesLinkAtomHosts) {
+    const std::string text =
+        "# oniom(hf/sto-3g:uff)\n\nt\n\n0 1\nF 0 9 0 0 L\nC 0 0 0 0 H\nC 0 1.5 0 0 L H 2 ! link\nH 0 0 1 0 H\n\n";
+    EXPECT_EQ(edited(text, [](GJFEditor& e) { e.remove_atom(0); }),
+              replaced(replaced(text, "F 0 9 0 0 L\n", ""), "L H 2", "L H 1"));
+    EXPECT_EQ(refusal(text, [](GJFEditor& e) { e.remove_atom(1); }),
+              "The link atom of atom 2 is bonded to an atom that was removed");
+}
+
+TEST(Renumbering, ReachesSectionsOfManyKinds) {
+    const auto job = [](const std::string& route, const std::string& section) {
+        return "# hf/sto-3g " + route + "\n\nt\n\n0 1\nC 0 0 0\nH 0 0 1\nH 0 1 0\nH 1 0 0\n\n" + section + "\n\n";
+    };
+    struct Row {
+        std::string route, section, wanted;
+    };
+    const Row rows[] = {
+        {"opt=readopt", "atoms=2-4", "atoms=1-3"},
+        {"opt=readopt", "atoms=1,3-4 notatoms=H", "atoms=2-3 notatoms=H"},
+        {"nmr=(spinspin,readatoms)", "1-2 4", "1   3"},
+        {"pop=(mk,readradii)", "C 1.7\n3 1.2", "C 1.7\n2 1.2"},
+        {"freq=readisotopes", "298.15 1.0\n12\n1\n2\n1", "298.15 1.0\n1\n2\n1"},
+        {"scrf=(read,solvent=water)", "eps=4.0", "eps=4.0"},
+    };
+    for (const Row& row : rows) {
+        const std::string wanted = replaced(job(row.route, row.wanted), "C 0 0 0\n", "");
+        EXPECT_EQ(edited(job(row.route, row.section), [](GJFEditor& e) { e.remove_atom(0); }), wanted) << row.route;
+    }
+    const Row refused[] = {
+        {"opt=modredundant", "R1=R(1,2)",
+         "The section 'Modifications to coordinates' cannot follow the change of atoms: it holds expressions"},
+        {"nmr=(spinspin,readatoms)", "2-9",
+         "The section 'Atoms list for spin-spin coupling constants' cannot follow the change of atoms: '2-9' is no atom of "
+         "the molecule"},
+        {"nmr=(spinspin,readatoms)", "0-2",
+         "The section 'Atoms list for spin-spin coupling constants' cannot follow the change of atoms: '0-2' is no atom of "
+         "the molecule"},
+        {"pop=(mk,readradii)", "-3 1.2",
+         "The section 'Alternate atomic radii' cannot follow the change of atoms: '-3' is no atom of the molecule"},
+        {"opt=modredundant", "B 1 9 F",
+         "The section 'Modifications to coordinates' cannot follow the change of atoms: '9' is no atom of the molecule"},
+        {"pop=nboread", "$NBO PRINT=2 $END",
+         "The section 'NBO input' cannot follow the change of atoms: it may name atoms by number"},
+        {"scrf=read", "modifysph",
+         "The section 'PCM solvation model input' cannot follow the change of atoms: it changes the spheres of single "
+         "atoms"},
+    };
+    for (const Row& row : refused) {
+        const std::string text = job(row.route, row.section);
+        EXPECT_EQ(refusal(text, [](GJFEditor& e) { e.remove_atom(0); }), row.wanted);
+        GJFDocument document(text);
+        document.job(0).remove_atom(0);
+        EXPECT_EQ(document.to_text({true}), replaced(text, "C 0 0 0\n", "")) << row.route;
+    }
+}
+
+TEST(Renumbering, ReachesFurtherStructures) {
+    const std::string text =
+        "# hf/sto-3g opt=qst2 geom=connectivity\n\nreactant\n\n0 1\nH 0 0 0\nC 0 0 1 ! first\nN 0 0 2.2\n\n1\n2 3 3.0\n3\n\n"
+        "product\n\n0 1\nH 0 0 3.3\nC 0 0 1 ! second\nN 0 0 2.2\n\n1\n2 3 3.0\n3\n\n";
+    EXPECT_EQ(edited(text, [](GJFEditor& e) { e.remove_atom(0); }),
+              "# hf/sto-3g opt=qst2 geom=connectivity\n\nreactant\n\n0 1\nC 0 0 1 ! first\nN 0 0 2.2\n\n1 2 3.0\n2\n\n"
+              "product\n\n0 1\nC 0 0 1 ! second\nN 0 0 2.2\n\n1 2 3.0\n2\n\n");
+    EXPECT_EQ(
+        edited(text, [](GJFEditor& e) { e.move_atom(0, 1); }),
+        "# hf/sto-3g opt=qst2 geom=connectivity\n\nreactant\n\n0 1\nC 0 0 1 ! first\nH 0 0 0\nN 0 0 2.2\n\n1 3 3.0\n2\n3\n\n"
+        "product\n\n0 1\nC 0 0 1 ! second\nH 0 0 3.3\nN 0 0 2.2\n\n2\n1 3 3.0\n3\n\n");
+    EXPECT_EQ(refusal(text, [](GJFEditor& e) { e.add_atom(e.get_data().geom.atoms[0]); }),
+              "The section '2nd title and molecule specification' cannot follow the change of atoms: where "
+              "a new atom is in it "
+              "is not known");
+    const std::string symbolic = replaced(text, "H 0 0 3.3\nC 0 0 1 ! second\nN 0 0 2.2\n", "H\nC 1 1.1\nN 2 1.2 1 180.0\n");
+    EXPECT_EQ(refusal(symbolic, [](GJFEditor& e) { e.remove_atom(0); }),
+              "The section '2nd title and molecule specification' cannot follow the change of atoms: its "
+              "atoms cannot be told");
+}
+
+TEST(Renumbering, ReachesTheCentersOfABasisSet) {
+    const std::string text =
+        "# hf/gen\n\nt\n\n0 1\nH 0 0 0\nC 0 0 1\nN 0 0 2.2\n\n1-2 0\n6-31G\n****\nN 0\nS 1 1.0\n 1.5 1.0\n****\n3 "
+        "0\nsto-3g\n****\n\n";
+    EXPECT_EQ(edited(text, [](GJFEditor& e) { e.remove_atom(0); }),
+              replaced(replaced(replaced(text, "H 0 0 0\n", ""), "1-2 0", "1   0"), "3 0\nsto", "2 0\nsto"));
+    EXPECT_EQ(edited(text, [](GJFEditor& e) { e.move_atom(0, 2); }),
+              replaced(replaced(replaced(text, "H 0 0 0\nC 0 0 1\nN 0 0 2.2\n", "C 0 0 1\nN 0 0 2.2\nH 0 0 0\n"), "1-2 0",
+                                "1,3 0"),
+                       "3 0\nsto", "2 0\nsto"));
+    EXPECT_EQ(refusal(text, [](GJFEditor& e) { e.remove_atom(2); }),
+              "The section 'Basis set specification' cannot follow the change of atoms: no atom of a block is left");
+}
+
+}  // namespace
+}  // namespace quor::input::gaussian::test
