@@ -38,6 +38,9 @@ TEST(GivenJobs, ChangeTheLinesThatDiffer) {
          replaced(zmatrix_job, "%lindaworkers=node1\n", "")},
         {"a Link 0 line more", zmatrix_job, [](GJFData& d) { d.control.other_link0_lines.push_back("%subst l101 here"); },
          replaced(zmatrix_job, "%mem=1GB\n", "%mem=1GB\n%subst l101 here\n")},
+        {"the memory", zmatrix_job, [](GJFData& d) { d.control.mem = "2GB"; }, replaced(zmatrix_job, "1GB", "2GB")},
+        {"a coordinate by name", cartesian_job, [](GJFData& d) { d.geom.atoms[0].z_ref.text = "0.15"; },
+         replaced(cartesian_job, " 0.1\n", "0.15\n")},
         {"the overlays", overlay_job, [](GJFData& d) { d.extra_overlays = "1//1,2;\n3//1;"; },
          replaced(overlay_job, "2//1;", "3//1;")},
     };

@@ -17,6 +17,14 @@ const std::string atoms =
     "0.0000000  -0.7572000   -0.4692000\n";
 const std::string water = head + atoms + "\n";
 
+std::string message_of(const GJFDocument& document) {
+    try {
+        return "no refusal:\n" + document.to_text();
+    } catch (const GJFParseException& error) {
+        return error.what();
+    }
+}
+
 // Water with one stretch of its text replaced.
 std::string water_with(const std::string& from, const std::string& to) { return replaced(water, from, to); }
 
@@ -103,6 +111,17 @@ TEST(Documents, ChangeTheRoute) {
              e.add_keyword_with_options("scf", {{"xqc", {}}});
          },
          water_with("B3LYP/6-31G(d)  Opt=(TS,CalcFC)\n   Freq ! route", "hf/6-31G(d)  Opt=(TS,CalcFC) scf=xqc\n ! route")},
+        {"option with a value", replaced(water, "(TS,CalcFC)", "(MaxCyc=20,TS)"),
+         [](GJFEditor& e) {
+             e.ensure_keyword_option("opt", {"calcfc", {}});
+         },
+         water_with("(TS,CalcFC)", "(MaxCyc=20,TS,calcfc)")},
+        {"another value", replaced(water, "(TS,CalcFC)", "(MaxCyc = 20,TS)"),
+         [](GJFEditor& e) { e.set_keyword_variable("opt", "maxcyc", "50"); }, water_with("(TS,CalcFC)", "(MaxCyc=50,TS)")},
+        {"print level before a method in p", replaced(water, "#P  B3LYP/6-31G(d)", "#Ppbepbe/sto-3g"),
+         [](GJFEditor& e) { e.set_output_mode(""); }, water_with("#P  B3LYP/6-31G(d)", "# pbepbe/sto-3g")},
+        {"basis before a fitting set", replaced(water, "B3LYP/6-31G(d)", "B3LYP/6-31G(d)/Auto"),
+         [](GJFEditor& e) { e.set_basis_set("sto-3g"); }, water_with("B3LYP/6-31G(d)", "B3LYP/sto-3g/Auto")},
         {"basis apart", replaced(water, "B3LYP/6-31G(d)", "B3LYP 6-31G(d)"), [](GJFEditor& e) { e.set_basis_set("sto-3g"); },
          water_with("B3LYP/6-31G(d)", "B3LYP sto-3g")},
         {"method beside a basis", replaced(water, "B3LYP/6-31G(d)", "6-31G(d) B3LYP"),
@@ -153,6 +172,18 @@ TEST(Documents, ChangeAtomsWithinTheirColumns) {
          water_with("0.7572000   -0.4692000", "0.7572000   10.0308000")},
         {"moved far", water, [](GJFEditor& e) { e.translate_atoms({1}, -1000.25, 0, 0); },
          water_with("H    0    0.0000000   0.757", "H    0 -1000.2500000  0.757")},
+        {"another layer", replaced(water, "0.1173000 ! oxygen", "0.1173000 H ! oxygen"),
+         [](GJFEditor& e) { e.set_oniom_layer_all("M"); },
+         replaced(replaced(replaced(water, "0.1173000 ! oxygen", "0.1173000 M ! oxygen"), "-0.4692000\n  H   -1",
+                           "-0.4692000 M\n  H   -1"),
+                  "-0.4692000\n\n", "-0.4692000 M\n\n")},
+        {"a parameter of several", water_with("  H    0    0.00", "  H(Iso=2, Fragment=1,Spin=1) 0    0.00"),
+         [](GJFEditor& e) { e.set_fragment_by_index({1}, "2"); },
+         water_with("  H    0    0.00", "  H(Iso=2,Fragment=2,Spin=1)  0    0.00")},
+        {"no freeze code between commas",
+         replaced(water, "O    0    0.0000000   0.0000000    0.1173000 !", "O,0,0.0,0.0,0.1 !"),
+         giving([](GJFData& d) { d.geom.atoms[0].freeze.reset(); }),
+         replaced(water, "O    0    0.0000000   0.0000000    0.1173000 !", "O,0.0,0.0,0.1 !")},
         {"layer", water, [](GJFEditor& e) { e.set_oniom_layer_all("H"); },
          replaced(replaced(water, "0.1173000 ! oxygen", "0.1173000 H ! oxygen"),
                   "-0.4692000\n  H   -1    0.0000000  -0.7572000   -0.4692000",
@@ -232,6 +263,10 @@ TEST(Documents, RefuseWhatTheTextCannotHold) {
          "The changed text would be read otherwise than meant: the section 'Connectivity specifications', which would be "
          "read as the section "
          "'Modifications to coordinates'"},
+        {water, [](GJFEditor& e) { e.set_title("a\n\n0 1\nHe 0 0 0\n\n--Link1--\n# hf/sto-3g\n\nb"); },
+         "The changed text would be read as 2 jobs, not 1"},
+        {water, [](GJFEditor& e) { e.set_title("a\n\n0 1\nHe 0 0 0"); },
+         "The changed text would be read otherwise than meant: the title"},
         {water, [](GJFEditor& e) { e.clear_atoms(); },
          "The changed text cannot be read: Geometry section must have at least 2 lines"},
     };
@@ -252,6 +287,17 @@ TEST(Documents, ForceSectionsAlone) {
               replaced(bonded, " geom=connectivity", ""));
     EXPECT_EQ(forced(water, [](GJFEditor& e) { e.set_mem("1GB\n%chk=x"); }),
               "GJF Parse Error: The changed text would be read otherwise than meant: the Link 0 lines");
+}
+
+TEST(Documents, NameTheJobThatCannotBeWritten) {
+    GJFDocument document(water + "--Link1--\n" + bonded);
+    document.job(1).remove_keyword_by_name("geom");
+    EXPECT_EQ(message_of(document),
+              "GJF Parse Error: Job 2: The changed text would be read otherwise than meant: the section 'Connectivity "
+              "specifications', which would be read as the section 'Modifications to coordinates'");
+    GJFDocument symbolic(water + "--Link1--\n# hf/sto-3g\n\nt\n\n0 1\nHe 0.0 0.0 r\n\nr=1.0\n\n");
+    symbolic.job(1).translate_atoms({0}, 0, 0, 1);
+    EXPECT_EQ(message_of(symbolic), "GJF Parse Error: Job 2: A coordinate of atom 1 is a variable and cannot be moved");
 }
 
 TEST(Documents, HoldSeveralJobs) {

@@ -35,6 +35,7 @@ TEST(Renumbering, ReachesLinkAtomHosts) {
               replaced(replaced(text, "F 0 9 0 0 L\n", ""), "L H 2", "L H 1"));
     EXPECT_EQ(refusal(text, [](GJFEditor& e) { e.remove_atom(1); }),
               "The link atom of atom 2 is bonded to an atom that was removed");
+    EXPECT_EQ(edited(text, [](GJFEditor& e) { e.remove_atom(1); }, {true}), replaced(text, "C 0 0 0 0 H\n", ""));
 }
 
 TEST(Renumbering, ReachesSectionsOfManyKinds) {
@@ -51,6 +52,14 @@ TEST(Renumbering, ReachesSectionsOfManyKinds) {
         {"pop=(mk,readradii)", "C 1.7\n3 1.2", "C 1.7\n2 1.2"},
         {"freq=readisotopes", "298.15 1.0\n12\n1\n2\n1", "298.15 1.0\n1\n2\n1"},
         {"scrf=(read,solvent=water)", "eps=4.0", "eps=4.0"},
+        {"opt=modredundant", "! of the methyl group\nB 2 3 F", "! of the methyl group\nB 1 2 F"},
+        {"opt=modredundant", "X 1 F\nX 4 F", "X 3 F"},
+        {"nmr=(spinspin,readatoms)", "1 3 4", "2 3"},
+        {"opt=readopt", "atoms=2,1 notatoms=H", "atoms=1 notatoms=H"},
+        {"opt=readopt", "atoms=1,2", "atoms=1"},
+        {"pop=(mk,readradii)", "1 1.7\nH 1.2", "H 1.2"},
+        {"pseudo=read", "H 0\nh-ecp 0 0\nd-ul\n1\n2 1.0 0.0", "H 0\nh-ecp 0 0\nd-ul\n1\n2 1.0 0.0"},
+        {"pop=nboread", "$NBO NRT $END", "$NBO NRT $END"},
     };
     for (const Row& row : rows) {
         const std::string wanted = replaced(job(row.route, row.wanted), "C 0 0 0\n", "");
@@ -67,6 +76,19 @@ TEST(Renumbering, ReachesSectionsOfManyKinds) {
          "the molecule"},
         {"pop=(mk,readradii)", "-3 1.2",
          "The section 'Alternate atomic radii' cannot follow the change of atoms: '-3' is no atom of the molecule"},
+        {"opt=modredundant", "Q 2 3 F",
+         "The section 'Modifications to coordinates' cannot follow the change of atoms: 'Q' is no type of coordinate"},
+        {"opt=modredundant", "BA 2 3 F",
+         "The section 'Modifications to coordinates' cannot follow the change of atoms: 'BA' is no type of coordinate"},
+        {"opt=modredundant", "B 0 2 F",
+         "The section 'Modifications to coordinates' cannot follow the change of atoms: '0' is no atom of the molecule"},
+        {"pseudo=read", "2 0\nh-ecp 0 0\nd-ul\n1\n2 1.0 0.0",
+         "The section 'ECP specification' cannot follow the change of atoms: it names atoms by number"},
+        {"freq=readisotopes", "298.15 1.0\n12\n1\n2",
+         "The section 'Atomic masses' cannot follow the change of atoms: it does not have one line for each atom"},
+        {"scrf=read", "2 1.2 1.0",
+         "The section 'PCM solvation model input' cannot follow the change of atoms: it changes the spheres of single "
+         "atoms"},
         {"opt=modredundant", "B 1 9 F",
          "The section 'Modifications to coordinates' cannot follow the change of atoms: '9' is no atom of the molecule"},
         {"pop=nboread", "$NBO PRINT=2 $END",
@@ -105,6 +127,51 @@ TEST(Renumbering, ReachesFurtherStructures) {
               "atoms cannot be told");
 }
 
+TEST(Renumbering, TakesASectionThatIsLeftEmpty) {
+    const std::string text = "# hf/sto-3g opt=modredundant\n\nt\n\n0 1\nC 0 0 0\nH 0 0 1\n\nX 1 F\n\n";
+    const std::string before = replaced(replaced(text, "sto-3g", "gen"), "X 1 F\n\n", "X 1 F\n\nH 0\nsto-3g\n****\n\n");
+    EXPECT_EQ(edited(text, [](GJFEditor& e) { e.remove_atom(0); }), "# hf/sto-3g opt=modredundant\n\nt\n\n0 1\nH 0 0 1\n\n");
+    EXPECT_EQ(refusal(before, [](GJFEditor& e) { e.remove_atom(0); }),
+              "All that the section 'Modifications to coordinates' names is removed; remove it and its keyword first");
+}
+
+TEST(Renumbering, LeavesNotesAmongBonds) {
+    const std::string text =
+        "# hf/sto-3g geom=connectivity opt=qst2\n\nt\n\n0 1\nC 0 0 0\nH 0 0 1\nH 0 1 0\n\n1\n! hydrogens\n2 3 0.5\n3\n\n"
+        "u\n\n0 1\nC 0 0 0\nH 0 0 1\nH 0 1 0\n\n1\n! hydrogens\n2 3 0.5\n3\n\n";
+    EXPECT_EQ(edited(text, [](GJFEditor& e) { e.remove_atom(0); }),
+              "# hf/sto-3g geom=connectivity opt=qst2\n\nt\n\n0 1\nH 0 0 1\nH 0 1 0\n\n! hydrogens\n1 2 0.5\n2\n\n"
+              "u\n\n0 1\nH 0 0 1\nH 0 1 0\n\n! hydrogens\n1 2 0.5\n2\n\n");
+}
+
+TEST(Renumbering, FillsLinesInTheNewOrder) {
+    const std::string text = "# hf/sto-3g\n\nt\n\n0 1\nC 0 0 0\nH 0 0 1\nF 0 1 0\n\n";
+    const auto with_atoms = [&](const std::string& atoms) { return replaced(text, "C 0 0 0\nH 0 0 1\nF 0 1 0\n", atoms); };
+    check_edits({
+        {"one more", text,
+         [](GJFEditor& e) {
+             e.move_atom(0, 2);
+             e.add_atom(e.get_data().geom.atoms[0]);
+         },
+         with_atoms("H 0 0 1\nF 0 1 0\nC 0 0 0\nH 0 0 1\n")},
+        {"one less", text,
+         [](GJFEditor& e) {
+             e.move_atom(0, 2);
+             e.remove_atom(0);
+         },
+         with_atoms("F 0 1 0\nC 0 0 0\n")},
+        {"others instead", text,
+         [](GJFEditor& e) {
+             AtomCoord helium;
+             helium.info.element = "He";
+             helium.z = 1.5;
+             e.clear_atoms();
+             e.add_atom(helium);
+         },
+         with_atoms("He 0 0 1.500000\n")},
+    });
+}
+
 TEST(Renumbering, ReachesTheCentersOfABasisSet) {
     const std::string text =
         "# hf/gen\n\nt\n\n0 1\nH 0 0 0\nC 0 0 1\nN 0 0 2.2\n\n1-2 0\n6-31G\n****\nN 0\nS 1 1.0\n 1.5 1.0\n****\n3 "
@@ -115,6 +182,9 @@ TEST(Renumbering, ReachesTheCentersOfABasisSet) {
               replaced(replaced(replaced(text, "H 0 0 0\nC 0 0 1\nN 0 0 2.2\n", "C 0 0 1\nN 0 0 2.2\nH 0 0 0\n"), "1-2 0",
                                 "1,3 0"),
                        "3 0\nsto", "2 0\nsto"));
+    const std::string twice = replaced(text, "sto-3g\n****\n", "sto-3g\n****\n****\n");
+    EXPECT_EQ(edited(twice, [](GJFEditor& e) { e.remove_atom(0); }),
+              replaced(replaced(replaced(twice, "H 0 0 0\n", ""), "1-2 0", "1   0"), "3 0\nsto", "2 0\nsto"));
     EXPECT_EQ(refusal(text, [](GJFEditor& e) { e.remove_atom(2); }),
               "The section 'Basis set specification' cannot follow the change of atoms: no atom of a block is left");
 }
