@@ -2,6 +2,7 @@
 #include <gjf/core/reader/gjf_parser.hpp>
 
 #include <string>
+#include <utility>
 
 #include "document_edits.hpp"
 
@@ -41,6 +42,11 @@ TEST(GivenJobs, ChangeTheLinesThatDiffer) {
         {"the memory", zmatrix_job, [](GJFData& d) { d.control.mem = "2GB"; }, replaced(zmatrix_job, "1GB", "2GB")},
         {"a coordinate by name", cartesian_job, [](GJFData& d) { d.geom.atoms[0].z_ref.text = "0.15"; },
          replaced(cartesian_job, " 0.1\n", "0.15\n")},
+        {"bonds as text", replaced(bonded, "opt=modredundant", ""),
+         [](GJFData& d) {
+             d.extra_inputs[0] = ExtraInputSection{ExtraInputSectionKind::Connectivity, "1 2 2.0\n2\n3\n4"};
+         },
+         replaced(replaced(bonded, "opt=modredundant", ""), " 1 2 1.0 4 1.0\n 2 3 1.0\n 3\n 4\n", " 1 2 2.0\n 2\n 3\n 4\n")},
         {"the overlays", overlay_job, [](GJFData& d) { d.extra_overlays = "1//1,2;\n3//1;"; },
          replaced(overlay_job, "2//1;", "3//1;")},
     };
@@ -75,6 +81,8 @@ TEST(GivenJobs, RefuseWhatNoLineCanHold) {
         {zmatrix_job, [](GJFData& d) { d.geom.zmatrix_entries[2].angle.reset(); }, references},
         {zmatrix_job, [](GJFData& d) { d.geom.zmatrix_entries.pop_back(); }, rows},
         {zmatrix_job, [](GJFData& d) { d.geom.zmatrix_entries.push_back(d.geom.zmatrix_entries[1]); }, rows},
+        {bonded, [](GJFData& d) { std::swap(d.extra_inputs[0], d.extra_inputs[1]); },
+         "The changed text cannot be read: Invalid connectivity atom index 'B' in line: B 1 2 F"},
         {overlay_job, [](GJFData& d) { d.extra_overlays.reset(); }, overlays},
         {cartesian_job, [](GJFData& d) { d.extra_overlays = "1//1;"; }, overlays},
         {cartesian_job, [](GJFData& d) { d.geom = GJFParser::parse_string(zmatrix_job).geom; }, forms},

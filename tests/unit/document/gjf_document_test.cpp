@@ -1,9 +1,12 @@
 // What a document changes in the text for each edit, and what it refuses.
 #include <gjf/core/reader/gjf_parser.hpp>
 
+#include <filesystem>
 #include <string>
 #include <tuple>
+#include <vector>
 
+#include "../../support/files.hpp"
 #include "document_edits.hpp"
 
 namespace quor::input::gaussian::test {
@@ -122,6 +125,10 @@ TEST(Documents, ChangeTheRoute) {
          [](GJFEditor& e) { e.set_output_mode(""); }, water_with("#P  B3LYP/6-31G(d)", "# pbepbe/sto-3g")},
         {"basis before a fitting set", replaced(water, "B3LYP/6-31G(d)", "B3LYP/6-31G(d)/Auto"),
          [](GJFEditor& e) { e.set_basis_set("sto-3g"); }, water_with("B3LYP/6-31G(d)", "B3LYP/sto-3g/Auto")},
+        {"basis behind an unknown word", replaced(water, "B3LYP/6-31G(d)", "frob/6-31G(d) B3LYP"),
+         [](GJFEditor& e) { e.set_basis_set("sto-3g"); }, water_with("B3LYP/6-31G(d)", "frob/sto-3g B3LYP")},
+        {"two methods", replaced(water, "B3LYP/6-31G(d)", "HF ONIOM(B3LYP/6-31G(d):UFF)"),
+         [](GJFEditor& e) { e.set_method("mp2"); }, water_with("B3LYP/6-31G(d) ", "mp2")},
         {"basis apart", replaced(water, "B3LYP/6-31G(d)", "B3LYP 6-31G(d)"), [](GJFEditor& e) { e.set_basis_set("sto-3g"); },
          water_with("B3LYP/6-31G(d)", "B3LYP sto-3g")},
         {"method beside a basis", replaced(water, "B3LYP/6-31G(d)", "6-31G(d) B3LYP"),
@@ -240,6 +247,25 @@ TEST(Documents, ChangeSectionsWithTheirBlankLines) {
     });
 }
 
+TEST(Documents, ChangeTextsThatEndEarly) {
+    const std::string cut = "# hf/sto-3g opt\n\nt\n\n0 1\nHe 0 0 0\nHe 0 0 3";
+    const std::string rows = replaced(cut, "opt", "geom=connectivity") + "\nHe 0 3 3\n\n1 2 1.0\n! two rows are missing";
+    check_edits({
+        {"a section more", cut,
+         [](GJFEditor& e) {
+             e.upsert_keyword_with_options("opt", {{"modredundant", {}}});
+             e.insert_extra_input_ordered(ExtraInputSectionKind::CoordinateModifications, "B 1 2 F");
+         },
+         replaced(cut, "opt", "opt=modredundant") + "\n\nB 1 2 F\n\n"},
+        {"a bond of an atom without row", rows, [](GJFEditor& e) { e.set_bond_order(1, 2, 1.5); }, rows + "\n2 3 1.5\n"},
+    });
+    GJFDocument document(cut);
+    document.insert_job(1, GJFParser::parse_string("# hf/sto-3g\n\nt\n\n0 1\nHe 0 0 0\n\n"));
+    const std::string text = document.to_text();
+    EXPECT_EQ(text.rfind(cut + "\n\n--Link1--\n# hf/sto-3g", 0), 0U) << text;
+    EXPECT_EQ(GJFDocument(text).job_count(), 2U);
+}
+
 TEST(Documents, RefuseWhatTheTextCannotHold) {
     const std::string zmatrix = "# hf/sto-3g\n\nt\n\n0 1\nO\nH 1 r\n\nr=0.96\n\n";
     const std::string chk = "%chk=a\n# hf/sto-3g geom=allcheck\n\n";
@@ -267,6 +293,11 @@ TEST(Documents, RefuseWhatTheTextCannotHold) {
          "The changed text would be read as 2 jobs, not 1"},
         {water, [](GJFEditor& e) { e.set_title("a\n\n0 1\nHe 0 0 0"); },
          "The changed text would be read otherwise than meant: the title"},
+        {"%chk=a\n\nt\n\n0 1\nHe 0 0 0\n\n",
+         [](GJFEditor& e) {
+             e.set_route_section({"#", "hf/sto-3g"});
+         },
+         "A route cannot be added to a job without one, in a document"},
         {water, [](GJFEditor& e) { e.clear_atoms(); },
          "The changed text cannot be read: Geometry section must have at least 2 lines"},
     };
@@ -287,6 +318,36 @@ TEST(Documents, ForceSectionsAlone) {
               replaced(bonded, " geom=connectivity", ""));
     EXPECT_EQ(forced(water, [](GJFEditor& e) { e.set_mem("1GB\n%chk=x"); }),
               "GJF Parse Error: The changed text would be read otherwise than meant: the Link 0 lines");
+}
+
+TEST(Documents, DoNotBringBackAFileThatIsGone) {
+    const quor::test::TemporaryFolder folder;
+    const std::string path = folder.write("job.gjf", water);
+    GJFDocument document = GJFDocument::open(path);
+    document.job(0).set_title("ice");
+    std::filesystem::remove(path);
+    try {
+        document.save();
+        ADD_FAILURE() << "saved";
+    } catch (const GJFParseException& error) {
+        EXPECT_EQ(error.what(), "GJF Parse Error: File has changed since it was opened: " + path);
+    }
+    EXPECT_EQ(quor::test::entries_in(folder.path()), 0U);
+    EXPECT_EQ(document.original_text(), water);
+    EXPECT_TRUE(document.save({true})) << "unless it is forced";
+    EXPECT_EQ(quor::test::bytes_of(path), water_with("Water  title", "ice"));
+}
+
+TEST(Documents, TellTheirLayout) {
+    GJFDocument document(water);
+    document.insert_job(0, GJFParser::parse_string("# hf/sto-3g\n\nt\n\n0 1\nHe 0 0 0\n\n"));
+    const GJFDocument& seen = document;
+    EXPECT_EQ(seen.job(0).get_data().title, "t");
+    EXPECT_TRUE(seen.layout(0).atoms.empty()) << "a job that was put in has no text of its own";
+    EXPECT_EQ(seen.layout(1).charge_line, 9U);
+    EXPECT_EQ(seen.layout(1).atoms, (std::vector<std::size_t>{10, 11, 12}));
+    EXPECT_THROW(seen.layout(2), GJFParseException);
+    EXPECT_THROW(seen.job(2), GJFParseException);
 }
 
 TEST(Documents, NameTheJobThatCannotBeWritten) {
