@@ -90,7 +90,22 @@ a 104.5
 
 )";
 
-constexpr const char* jobs[] = {water, labels_and_bonds, layers, variables_and_sections, zmatrix};
+constexpr const char* bonded_zmatrix = R"(# hf/3-21g geom=connectivity
+
+t
+
+0 1
+O
+H 1 0.96
+H 1 0.96 2 104.5
+
+1 2 1.0 3 1.0
+2
+3
+
+)";
+
+constexpr const char* jobs[] = {water, labels_and_bonds, layers, variables_and_sections, zmatrix, bonded_zmatrix};
 
 using Operation = void (*)(GJFEditor& editor, Choices& choices);
 

@@ -385,6 +385,34 @@ TEST(AtomEditing, RemovesManyAtomsAsOneAfterTheOther) {
     }
 }
 
+TEST(AtomEditing, KeepsBondsValidBesideAZMatrixOrACheckpoint) {
+    const std::string rows = "1 2 1.0\n2 3 2.0\n3\n\n";
+    const std::string zmatrix = "# hf/sto-3g geom=connectivity\n\nt\n\n0 1\nO\nH 1 0.96\nH 1 0.96 2 104.5\n\n" + rows;
+    const std::string checkpoint = "%chk=a\n# hf/sto-3g geom=(check,connectivity)\n\nt\n\n0 1\n\n" + rows;
+    const BondList before = {{0, 1, 1.0}, {1, 2, 2.0}};
+    for (const std::string& text : {zmatrix, checkpoint}) {
+        GJFEditor editor(GJFParser::parse_string(text));
+        editor.add_atom(AtomCoord());
+        EXPECT_EQ(bonds(editor), before) << "what is no atom of the list keeps its number";
+        EXPECT_NO_THROW(editor.validate_connectivity_indices());
+        for (std::size_t i = 1; i < 5; ++i) {
+            editor.add_atom_with_connectivity(AtomCoord(), {{i - 1, 1.5}});
+            EXPECT_NO_THROW(editor.validate_connectivity_indices()) << i;
+        }
+        EXPECT_EQ(bonds(editor), (BondList{{0, 1, 1.5}, {1, 2, 1.5}, {2, 3, 1.5}, {3, 4, 1.5}}));
+        EXPECT_NO_THROW(GJFEditor(editor.get_data())) << "a job with such bonds can be given";
+    }
+}
+
+TEST(AtomEditing, MovesBondsThatNameWhatIsNotThereYet) {
+    GJFEditor editor = make_editor(2, "1 2 1.0\n2");
+    editor.mutable_connectivity()->bonds.push_back({1, 2, 1.0});
+    editor.add_atom(AtomCoord());
+    EXPECT_EQ(bonds(editor), (BondList{{0, 1, 1.0}, {1, 3, 1.0}}));
+    editor.add_atom_with_connectivity(AtomCoord(), {{0, 2.0}});
+    EXPECT_EQ(bonds(editor), (BondList{{0, 1, 1.0}, {1, 4, 1.0}, {0, 3, 2.0}}));
+}
+
 TEST(AtomEditing, RemovesNoRowsOfAZMatrix) {
     GJFData data;
     data.geom.format = GeometryFormat::ZMatrix;

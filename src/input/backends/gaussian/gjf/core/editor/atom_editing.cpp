@@ -143,18 +143,21 @@ void GJFEditor::add_atom_with_connectivity(const AtomCoord& atom, const std::vec
         }
     }
     const bool has_bonds = std::any_of(bonds.begin(), bonds.end(), [](const auto& bond) { return bond.second > 0.0; });
+    const ConnectivitySection* old = std::as_const(data_).connectivity();
+    const bool moves_bonds = old != nullptr && are_moved_by_a_new_atom(data_, old->bonds);
     reserve_one_more(atom_origins_);
     if (!has_bonds) {
         atoms.push_back(atom);
         atom_origins_.push_back(no_origin);
-        if (ConnectivitySection* connectivity = mutable_connectivity()) {
-            connectivity->insert_atom(index);
+        if (moves_bonds) {
+            mutable_connectivity()->insert_atom(index);
         }
         return;
     }
-    const ConnectivitySection* old = std::as_const(data_).connectivity();
     ConnectivitySection connectivity = old != nullptr ? *old : ConnectivitySection();
-    connectivity.insert_atom(index);
+    if (moves_bonds) {
+        connectivity.insert_atom(index);
+    }
     for (const auto& [partner, order] : bonds) {
         if (order > 0.0) {
             connectivity.set_bond_order(partner, index, order);

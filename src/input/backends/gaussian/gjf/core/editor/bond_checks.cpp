@@ -10,12 +10,19 @@
 namespace quor::input::gaussian {
 namespace {
 
-// The number of atoms that bonds may name. The route is interpreted only for a job without atoms.
-std::size_t bound_of(const GJFData& data) {
-    const std::size_t count = data.geom.atom_count();
-    const bool from_checkpoint =
-        count == 0 && (GJFParser::is_geom_check(data.control) || GJFParser::is_geom_allchk(data.control));
-    return from_checkpoint ? largest_atom_count : count;
+bool are_below(const std::vector<Bond>& bonds, std::size_t atom_count) noexcept {
+    return std::all_of(bonds.begin(), bonds.end(),
+                       [atom_count](const Bond& bond) { return std::max(bond.atom1, bond.atom2) < atom_count; });
+}
+
+bool is_from_checkpoint(const GJFData& data) {
+    return GJFParser::is_geom_check(data.control) || GJFParser::is_geom_allchk(data.control);
+}
+
+// The number of atoms that bonds may name. The route is interpreted only when they name more than the job has.
+std::size_t bound_of(const GJFData& data, const std::vector<Bond>& bonds) {
+    const std::size_t count = std::max(data.geom.atom_count(), data.geom.atoms.size());
+    return are_below(bonds, count) || !is_from_checkpoint(data) ? count : std::max(count, largest_atom_count);
 }
 
 void check_atoms(const Bond& bond, std::size_t atom_count) {
@@ -30,7 +37,7 @@ void check_atoms(const Bond& bond, std::size_t atom_count) {
 }  // namespace
 
 void check_bond_atoms(const GJFData& data, const std::vector<Bond>& bonds) {
-    const std::size_t atom_count = bound_of(data);
+    const std::size_t atom_count = bound_of(data, bonds);
     for (const Bond& bond : bonds) {
         check_atoms(bond, atom_count);
     }
@@ -45,13 +52,18 @@ void check_bonds(const GJFData& data) {
     if (connectivity == nullptr || connectivity->bonds.empty()) {
         return;
     }
-    const std::size_t atom_count = bound_of(data);
+    const std::size_t atom_count = bound_of(data, connectivity->bonds);
     for (const Bond& bond : connectivity->bonds) {
         check_atoms(bond, atom_count);
         if (!std::isfinite(bond.order)) {
             throw GJFParseException("Connectivity contains a non-finite bond order");
         }
     }
+}
+
+bool are_moved_by_a_new_atom(const GJFData& data, const std::vector<Bond>& bonds) {
+    return !are_below(bonds, data.geom.atoms.size()) && data.geom.format == GeometryFormat::Cartesian &&
+           !is_from_checkpoint(data);
 }
 
 }  // namespace quor::input::gaussian
