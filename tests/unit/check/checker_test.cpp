@@ -45,7 +45,15 @@ TEST(Checker, TellsThePlace) {
          "F\n\n",
          "S023 10:7+2 error\nS023 11:9+1 warning\n"},
         {"# hf/sto-3g\n\nt\n\n0 1\nHe 0.0 0.0 r\n\n", "M007 6:12+1 error\n"},
+        {"# hf/sto-3g\n\nt\n\n0 1\nHe 0.0 0.0 0.0\n -CT(Iso=2),0.0,0.0,3.0\n -3 0.0 0.0 6.0\n\n",
+         "M001 7:2+10 error\nM001 8:2+2 error\n"},
         {"# hf/sto-3g\n\nt\n\n0 1\nHe 0.0 0.0 0.0\n", "T001 6:0+0 error\n"},
+        {"%nprocshared=4\n%cpu=0-3\n# hf/sto-3g" + helium, "L005 2:0+0 note\n"},
+        {"# hf/sto-3g\n\nt\n\n0 1\nO\nH 1 r\nH 1 R 2 a\n\nr=0.9\na=104.0\nR=1.0\n\n", "M008 12:0+0 warning\n"},
+        {"# hf/sto-3g\n\nt\n\n0 1\nHe 0.0 0.0 .5x\n\n", "P001 6:0+0 error\nT006 6:12+3 error\n"},
+        {"# hf/sto-3g opt=modredundant\n\nt\n\n0 1\nHe 0.0 0.0 0.0\nHe 0.0 0.0 3.0\n\nB 1 2 3.1\n! a note\nQ 1 2\nB 1\n\n",
+         "S013 11:1+1 error\nS014 12:0+0 error\n"},
+        {"# hf/sto-3g opt=qst2\n\nt\n\n0 1\nH\nH 1 0.7\n\nu\n\n0 1\nH\nHe 1 0.9\n\n", "S020 11:0+0 warning\n"},
         {"# hf/sto-3g\n\nt\n\n0 1\nHe\nHe 1 r\n\nr=3.0\n", "T001 9:0+0 warning\n"},
         {"# hf/sto-3g\n\nt\n\n0 1\nHe 0.0 0.0 0.\x07\n\n", "P001 6:0+0 error\nT006 6:12+3 error\nT002 6:14+1 warning\n"},
     };
@@ -135,10 +143,28 @@ TEST(Checker, IsQuietAboutRareButOrdinaryForms) {
         "# oniom(hf/genecp:pm6)" + layers + "He 0\nsto-3g\n****\n\nHe 0\nlanl2dz\n\n",
         "# blyp/gen/gen" + water + "O H 0\nsto-3g\n****\n\nO H 0\nS 1 1.0\n1.0 1.0\n****\n\n",
         "# hf/gen" + water + "O H 0\nMWB28\n++++\n\n",
+        "# hf/gen" + water + "O H Bq 0\nsto-3g\n****\n\n",
+        "# hf/gen pseudo=read" + water + "O H 0\nsto-3g\n****\n\n! by number\n1 0\nlanl2dz\n\n",
+        "# hf/sto-3g scrf=(read,solvent=water)" + water + "! the solvent\neps=3.0\n\n",
+        "# hf/sto-3g charge" + water + "! the field\n1.0 0.0 4.0 0.5\n@charges.txt\n\n",
+        "# hf/sto-3g opt=qst2\n\nt\n\n0 1\nH\nH 1 0.7\n\nu\n\n0 1\nH\nH 1 0.9\n\n",
+        "# hf/sto-3g\n\nt\n\n0 1\nHe\nHe 1 1e300\n\n",
+        "# hf/sto-3g\n\nt\n\n0 1\nHe 0.0 0.0 0.0\nHe 0.0 0.0 1e300\n\n",
+        "# hf/sto-3g counterpoise=2\n\nt\n\n0 1 0 1 0 1\nHe(Fragment=1) 0 0 0\nHe(Fragment=2) 0 0 3\nX 0 0 6\n\n",
         "# mp2/sto-3g\n\nt\n\n0 1\nAr 0 0 0\nAr 3.8 0 0\nAr 1.9 3.3 0\nAr 5.7 3.3 0\n\n",
     };
     for (const std::string& text : texts) {
         EXPECT_EQ(places_of(text), "") << text;
+    }
+}
+
+// Each of these stands beside one hydrogen atom: what is no nucleus brings no electron.
+TEST(Checker, CountsNoElectronsOfWhatIsNoNucleus) {
+    for (const std::string label : {"X", "Xx", "-1", "-2", "Tv", "0", "Bq", "H-Bq"}) {
+        const std::string text = "# hf/sto-3g\n\nt\n\n0 1\nH 0.0 0.0 0.0\n" + label + " 0.0 0.0 3.0\n\n";
+        const std::vector<Finding> findings = check_text(text);
+        ASSERT_EQ(findings.size(), 1U) << label;
+        EXPECT_EQ(findings[0].message, "charge 0 and multiplicity 1 are impossible for 1 electron") << label;
     }
 }
 

@@ -25,12 +25,15 @@ bool has_nucleus(const MoleculeAtom& atom) noexcept {
 void check_elements(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings) {
     for (const MoleculeAtom& atom : atoms) {
         if (atom.species.kind == SpeciesKind::Unknown) {
+            // A label without an element, such as "-3", is shown whole.
             const std::string_view line = job.line(atom.line);
-            const std::size_t column = std::min(line.find_first_not_of(" \t"), line.size());
+            const std::size_t begin = std::min(line.find_first_not_of(" \t"), line.size());
+            const std::string_view label = line.substr(begin, line.find_first_of(" \t,", begin) - begin);
+            const std::string_view element = atom.info->element.empty() ? label : std::string_view(atom.info->element);
             const bool is_isotope = atom.species.number == 1;
             findings.add("GJF-M001", is_isotope ? Severity::Warning : Severity::Error,
-                         "'" + atom.info->element + "' is no element",
-                         TextPlace{atom.line, column + 1, std::max<std::size_t>(atom.info->element.size(), 1)},
+                         "'" + std::string(element) + "' is no element",
+                         TextPlace{atom.line, begin + 1, std::max<std::size_t>(element.size(), 1)},
                          is_isotope ? "write an isotope as in H(Iso=2)" : "");
         }
     }

@@ -42,7 +42,9 @@ void check_pair(const ChargeSpinPair& pair, const NuclearCharge& nuclei, const s
         findings.add("GJF-M002", Severity::Error, text + " leave fewer than no electrons" + whose, line);
     } else if (electrons < multiplicity - 1 || (electrons - multiplicity + 1) % 2 != 0) {
         findings.add("GJF-M002", Severity::Error,
-                     text + " are impossible for " + std::to_string(electrons) + " electrons" + whose, line,
+                     text + " are impossible for " + std::to_string(electrons) +
+                         (electrons == 1 ? " electron" : " electrons") + whose,
+                     line,
                      electrons % 2 == 0 ? "an even number of electrons has an odd multiplicity"
                                         : "an odd number of electrons has an even multiplicity");
     }

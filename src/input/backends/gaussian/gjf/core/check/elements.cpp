@@ -97,9 +97,11 @@ Species species_of(const AtomInfo& info) {
     }
     // The labels -1 and -2 read as a charge: a dummy atom and a translation vector.
     if (info.element.empty()) {
-        const bool vector = info.mm_charge && *info.mm_charge == 2.0;
-        return {info.mm_charge ? vector ? SpeciesKind::TranslationVector : SpeciesKind::Dummy : SpeciesKind::Unknown, 0,
-                true};
+        const double number = info.mm_charge.value_or(0.0);
+        const SpeciesKind kind = number == 1.0   ? SpeciesKind::Dummy
+                                 : number == 2.0 ? SpeciesKind::TranslationVector
+                                                 : SpeciesKind::Unknown;
+        return {kind, 0, kind != SpeciesKind::Unknown};
     }
     Species species = species_of_name(trim_view(info.element));
     for (const auto& entry : info.params) {
