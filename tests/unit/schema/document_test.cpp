@@ -330,6 +330,20 @@ TEST(SchemaDocument, RefusesAliasesThatMultiplyBeyondMeasure) {
     EXPECT_FALSE(document_loads(document));
 }
 
+TEST(SchemaDocument, RefusesAliasesOfWhatHoldsNoWord) {
+    std::string document = "entries: &e [{x: 1}";
+    for (int i = 0; i < 2000; ++i) {
+        document += ",{x: 1}";
+    }
+    const std::string entries = document + "]\nstates:\n  GCL: {entries: [{forms: [opt]}]}\n";
+    std::string many = entries;
+    for (int i = 0; i < 2000; ++i) {
+        many += "  s" + std::to_string(i) + ": {entries: *e}\n";
+    }
+    EXPECT_TRUE(document_loads(entries + "  Other: {entries: *e}\n"));
+    EXPECT_FALSE(document_loads(many)) << "each of four million looks would find nothing";
+}
+
 TEST(SchemaDocument, RefusesOptionListsThatMultiplyBeyondMeasure) {
     std::string document = "states:\n  Big:\n    entries:\n";
     for (int i = 0; i < 2000; ++i) {
