@@ -1,5 +1,5 @@
 """Compares what surrounds the tool with the tool: the manual page and the completions name every command and option, the bash
-completion completes, and docs/json.md tells every key of the JSON.
+completion completes, docs/json.md tells every key of the JSON, and the vocabulary is looked for where README.md says.
 
 Usage: surroundings_test.py TOOL SOURCE
 """
@@ -10,6 +10,7 @@ import re
 import shutil
 import subprocess
 import sys
+import tempfile
 
 BASH = """
 source "$1"
@@ -151,11 +152,31 @@ def editing_problems(source, commands):
                 if not re.search(rf"(?<![-\w]){option}(?![-\w])", text))
 
 
+def vocabulary_problems(tool, source):
+    """The order in which README.md says that the vocabulary is looked for."""
+    name = "gaussian_route.yaml"
+    bare = {key: value for key, value in os.environ.items() if key != "QUOR_G16_ROUTE_SCHEMA_YAML"}
+    with tempfile.TemporaryDirectory() as folder:
+        top = pathlib.Path(folder).resolve()
+        places = [top / "resources/schemas/input", top / "a/share/quorlib/schemas/input", top / "named"]
+        for place in places:
+            place.mkdir(parents=True)
+            (place / name).write_text("states: {GCL: {entries: [{forms: [opt]}]}}\n", encoding="utf-8")
+        six, seven = top / "1/2/3/4/5/6", top / "1/2/3/4/5/6/7"
+        seven.mkdir(parents=True)
+        for where, variable, wanted in ((top, None, places[0]), (top / "a", None, places[1]), (six, None, places[0]),
+                                        (seven, None, source / "resources/schemas/input"), (top, places[2] / name, places[2])):
+            environment = bare if variable is None else {**bare, "QUOR_G16_ROUTE_SCHEMA_YAML": str(variable)}
+            result = subprocess.run([tool, "schema", "where"], capture_output=True, text=True, check=False, cwd=where, env=environment)
+            if result.stdout.split("\n")[0] != str(wanted / name):
+                yield f"in {where} with {variable}: {result.stdout!r}, not {wanted / name}"
+
+
 def main():
     tool, source = pathlib.Path(sys.argv[1]), pathlib.Path(sys.argv[2])
     commands = list(everything(tool))
     found = [*manual_problems(source, tool, commands), *completion_problems(source, commands), *bash_problems(tool, source),
-             *json_problems(tool, source), *editing_problems(source, commands)]
+             *json_problems(tool, source), *editing_problems(source, commands), *vocabulary_problems(tool, source.resolve())]
     print("\n".join(found) or f"{len(commands)} commands and {sum(len(o) for _, o in commands)} options told of")
     return 1 if found or len(commands) < 14 else 0
 

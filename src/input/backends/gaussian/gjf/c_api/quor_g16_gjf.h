@@ -31,13 +31,14 @@
  *     if (gjf_document_save(file, 0) < 0) fprintf(stderr, "%s\n", gjf_document_last_error(file));
  *     gjf_document_destroy(file);
  *
- * Errors. Functions that return int give 0, a count or a value on success and -1 on failure unless they say otherwise;
- * setters return nothing. Every failure stores a message in the handle and in the calling thread; every success empties
- * both. A message is valid until the next call for the same handle or thread. A NULL handle stores "editor handle is null"
- * ("multi editor handle is null") in the thread. No C++ exception leaves a function. When memory runs out the message is
- * "std::bad_alloc" and the job is as it was.
+ * Errors. Functions that return int give 0, a count or a value on success and -1 on failure unless they say otherwise.
+ * Some setters return nothing: their failure shows in the message alone. Every failure stores a message in the handle and
+ * in the calling thread; every success empties both. A message is valid until the next call for the same handle or thread.
+ * A NULL handle stores "editor handle is null" ("multi editor handle is null", "document handle is null") in the thread. No
+ * C++ exception leaves a function. When memory runs out the message is "std::bad_alloc" and the job is as it was.
  *
- * Threads. A handle is used by one thread at a time; different handles may be used in different threads.
+ * Threads. A handle is used by one thread at a time; different handles may be used in different threads. A document and the
+ * handles of its jobs count as one handle.
  */
 #ifndef QUOR_GJF_C_API_QUOR_G16_GJF_H
 #define QUOR_GJF_C_API_QUOR_G16_GJF_H
@@ -147,12 +148,13 @@ QUOR_GJF_C_API void gjf_editor_set_oniom_layer_by_element(quor_gjf_editor* edito
 QUOR_GJF_C_API void gjf_editor_set_charge_and_spin(quor_gjf_editor* editor, int charge,
                                                    int multiplicity) QUOR_GJF_C_NOEXCEPT;
 
-/* Copies the job as job text into `buffer`. Returns 0, or -1: NULL handle, "GJF output buffer is invalid", "GJF output
- * buffer is too small". */
+/* Copies the job as job text into `buffer`: in fixed columns, without comments and, without an error, without a Z-matrix,
+ * which a document keeps. Returns 0, or -1: NULL handle, "GJF output buffer is invalid", "GJF output buffer is too small"
+ * (call again with a larger one). */
 QUOR_GJF_C_API int gjf_editor_to_string(quor_gjf_editor* editor, char* buffer, int buffer_size) QUOR_GJF_C_NOEXCEPT;
 
-/* Writes the job to a file, whole or not at all. Returns 0, or -1: NULL handle, "filename is null", "Cannot write file:
- * PATH". */
+/* Writes the text of gjf_editor_to_string to a file, whole or not at all. Returns 0, or -1: NULL handle, "filename is null",
+ * "Cannot write file: PATH". */
 QUOR_GJF_C_API int gjf_editor_save_to_file(quor_gjf_editor* editor, const char* filename) QUOR_GJF_C_NOEXCEPT;
 
 /* Puts an atom into an ONIOM layer; atoms in no layer then get "L". Returns 0, or -1: NULL handle, "ONIOM layer is null",

@@ -11,7 +11,7 @@
 namespace quor::input::gaussian {
 
 /// Owns an editor for each job of a file. Job indices count from 0. A refused call throws `GJFParseException` and changes
-/// nothing.
+/// nothing. One multi editor, with the editors that it holds, is used by one thread at a time.
 class QUOR_GJF_API GJFMultiEditor {
    public:
     /// Takes the jobs of a file; throws when the bonds of one are not valid.

@@ -34,7 +34,7 @@ struct QUOR_GJF_API ConnectivitySection {
     std::vector<Bond> bonds;
 
     /// Replaces the bonds with those of "i j1 o1 j2 o2 ..." lines; a "!" begins a comment. Throws `GJFParseException` for a
-    /// malformed line, leaving the bonds read before it.
+    /// malformed line, leaving the bonds read before it and the whole pairs of that line.
     void parse_from_lines(const std::vector<std::string>& lines);
     /// Does the same for `count` lines that are held elsewhere.
     void parse_from_views(const std::string_view* lines, std::size_t count);

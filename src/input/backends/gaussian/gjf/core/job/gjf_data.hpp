@@ -30,6 +30,7 @@ struct QUOR_GJF_API GJFData {
 
     /// Returns the index of the first section of a kind, or -1.
     std::int32_t find_extra_input_index(ExtraInputSectionKind kind) const;
+    /// Returns the indices of all sections of a kind, in order.
     std::vector<std::int32_t> find_extra_input_indices(ExtraInputSectionKind kind) const;
     /// Returns the bond list of the first connectivity section, or null when there is none or it holds text.
     const ConnectivitySection* connectivity() const noexcept;

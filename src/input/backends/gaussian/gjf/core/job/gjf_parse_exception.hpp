@@ -1,4 +1,4 @@
-// The one error type of reading and editing job files.
+// The error type of reading and editing job files.
 #pragma once
 
 #include <core/export.hpp>

@@ -15,7 +15,8 @@ namespace quor::input::gaussian {
 
 /// Reads job text. All members are static, keep no state between calls and may run in several threads at once.
 ///
-/// Malformed text is reported by `GJFParseException`; a job is given whole or not at all. From "!" to the end of a line is a
+/// Malformed text is reported by `GJFParseException`, a charge or multiplicity beyond 32 bits by `std::out_of_range`; a job
+/// is given whole or not at all. From "!" to the end of a line is a
 /// comment in Link 0 lines, route, molecule specification and connectivity; titles and other sections keep it as text.
 class QUOR_GJF_API GJFParser {
    public:
@@ -26,6 +27,7 @@ class QUOR_GJF_API GJFParser {
     /// Reads every job of a text; jobs are separated by lines that hold "--Link1--" alone. A failure names the job, counted
     /// from 1.
     static GJFMultiData parse_string_multi(const std::string& text);
+    /// The same for a file; throws "Cannot open file: PATH" when it cannot be read.
     static GJFMultiData parse_file_multi(const std::string& path);
 
     /// Cuts a text at its "--Link1--" lines.
@@ -40,15 +42,14 @@ class QUOR_GJF_API GJFParser {
     /// Tells whether a line begins with "#" or "%", leading blanks aside.
     static bool is_valid_control_line(const std::string& line);
 
-    /// Reads Link 0 lines and route from the lines of a control section.
+    /// Reads Link 0 lines and route from the lines of a control section; throws for a line that is neither.
     static ControlSection parse_control_section(const std::vector<std::string>& lines);
     /// Cuts one route line into its words, at blanks and commas outside quotes and brackets. The second argument is taken
     /// for symmetry with `parse_keywords`; cutting needs no vocabulary.
     static std::vector<std::string> parse_keywords_from_line(const std::string& line, const std::string& schema_path);
     /// Interprets route words, joined with single blanks. Where later lines repeat the head it is left out: the words "#",
-    /// "#p", "#n" and
-    /// "#t" after the first, and the "#" before a word.
-    /// `schema_path` names a vocabulary document; empty means the default one.
+    /// "#p", "#n" and "#t" after the first, and the "#" before a word. `schema_path` names a vocabulary document; empty
+    /// means the default one.
     static ParsedKeywords parse_keywords(const std::vector<std::string>& route_keywords, const std::string& schema_path);
     /// Tells whether the route's geom keyword carries an option, under the vocabulary's equivalences.
     static bool has_geom_option(const ControlSection& control, const std::string& option);
@@ -64,7 +65,8 @@ class QUOR_GJF_API GJFParser {
     static std::vector<ChargeSpinPair> parse_charge_spin_line(const std::string& line);
     /// Reads an atom label; never throws.
     static AtomInfo parse_atom_info(const std::string& label);
-    /// Reads a molecule section: the charge line and the molecule specification.
+    /// Reads a molecule section: the charge line and the molecule specification. Throws for fewer than two lines, and for
+    /// one that cannot be read; a charge or multiplicity beyond 32 bits throws `std::out_of_range`.
     static GeomSection parse_geometry_section(const std::vector<std::string>& lines);
     /// Tells whether a line can open a molecule section: an even number, at least two, of integer fields.
     static bool is_valid_geometry_first_line(const std::string& line);

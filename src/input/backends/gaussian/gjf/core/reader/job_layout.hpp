@@ -60,8 +60,7 @@ struct JobReading {
 };
 
 /// Reads every job of a text as `GJFParser` does, and where its parts stand; never throws for malformed text. Blank pieces
-/// between
-/// --Link1-- lines are passed over.
+/// between --Link1-- lines are passed over.
 QUOR_GJF_API std::vector<JobReading> read_jobs_with_layout(std::string_view text);
 
 /// Returns how a route usually asks for a kind of section, as in "opt=modredundant"; empty for one that no route asks for.

@@ -41,13 +41,18 @@ class QUOR_GJF_API G16KeywordParser {
     /// Hands over the result and clears it.
     ParsedKeywords take_parsed_keywords();
 
+    // The steps of `parse`, one by one, for tools that follow it. Each adds to the result what its segment says; `span` is
+    // where the segment stands, for warnings. Those named `try_` return false, and add nothing, where the segment has not
+    // their form.
+
+    /// Interprets one segment: a word with its options, or a model chemistry.
     void parse_segment_schema_driven(const std::string& segment, const std::optional<SourceSpan>& span);
 
-    // Roles of a bare word.
+    // Roles of a bare word: keyword, then method and basis set while none is there; else it is kept raw, with a warning.
     bool can_accept_simple_segment_as(const std::string& token, SimpleSegmentKind kind) const;
     void process_simple_segment(const std::string& segment, const std::optional<SourceSpan>& span);
 
-    // Model chemistry.
+    // Model chemistry: "oniom(...)", "method/basis" with its forms, a method alone.
     bool try_process_oniom_form(const std::string& segment, const std::optional<SourceSpan>& span);
     bool try_process_method_basis_form(const std::string& segment, const std::optional<SourceSpan>& span);
     bool try_process_standalone_method_form(const std::string& segment, const std::optional<SourceSpan>& span);
@@ -56,20 +61,20 @@ class QUOR_GJF_API G16KeywordParser {
     std::string normalize_method_token_for_output(const std::string& token) const;
     std::string normalize_basis_token_for_output(const std::string& token) const;
 
-    // Keywords with options.
+    // Keywords with options: "opt=(a,b)" and "opt(a,b)", "opt=a", "opt/a". What has not the form is taken as a bare word.
     void process_parentheses_pattern(const std::string& segment, const std::optional<SourceSpan>& span);
     void process_equal_pattern(const std::string& segment, const std::optional<SourceSpan>& span);
     bool try_process_keyword_option_slash_form(const std::string& segment, const std::optional<SourceSpan>& span);
     void process_slash_pattern(const std::string& segment, const std::optional<SourceSpan>& span);
 
-    // Words.
+    // Words as they are stored: trimmed and in lower case, or in the vocabulary's spelling where it knows them.
     std::string trim(const std::string& text) const;
     std::string to_lower(const std::string& text) const;
     std::vector<std::string> split(const std::string& text, char separator) const;
     std::string normalize_raw_route_token(const std::string& token) const;
     std::string normalize_route_option(const std::string& keyword, const std::string& option) const;
 
-    // Warnings.
+    // Warnings, with a code such as "GJF-W001".
     void add_warning(const std::string& code, const std::string& message, const std::optional<SourceSpan>& span);
     void warn_ambiguous_simple_segment(const std::string& token, const std::optional<SourceSpan>& span, bool as_keyword,
                                        bool as_method, bool as_basis);

@@ -58,6 +58,7 @@ class QUOR_GJF_API SimpleYAMLParser {
     /// exact basis.
     bool knows_keyword(const std::string& token) const;
     bool knows_keyword_exact(const std::string& token) const;
+    /// The same for the other roles; those named `exact` take no abbreviation. Options are those of a keyword.
     bool knows_method(const std::string& token) const;
     bool knows_method_exact(const std::string& token) const;
     bool knows_basis(const std::string& token) const;
@@ -85,6 +86,7 @@ class QUOR_GJF_API SimpleYAMLParser {
     /// Looks an option of a keyword up; two of the same keyword are compared as `options_equivalent` would.
     OptionIdentity identify_option(const std::string& keyword, const std::string& option) const;
     static bool equivalent(const OptionIdentity& a, const OptionIdentity& b) noexcept;
+    /// Tells whether two words name the same option of a keyword.
     bool options_equivalent(const std::string& keyword, const std::string& a, const std::string& b) const;
 
     /// Returns the category of a word: the vocabulary's own, or "method", "basis" or "other".
