@@ -105,7 +105,21 @@ H 1 0.96 2 104.5
 
 )";
 
-constexpr const char* jobs[] = {water, labels_and_bonds, layers, variables_and_sections, zmatrix, bonded_zmatrix};
+constexpr const char* checkpoint = R"(%chk=a
+#p hf/3-21g geom=(check,connectivity)
+
+t
+
+0 1
+
+1 2 1.0
+2 3 1.0
+3
+
+)";
+
+constexpr const char* jobs[] = {water,   labels_and_bonds, layers,    variables_and_sections,
+                                zmatrix, bonded_zmatrix,   checkpoint};
 
 using Operation = void (*)(GJFEditor& editor, Choices& choices);
 

@@ -14,8 +14,9 @@ namespace {
 using namespace quor::input::gaussian;
 using Option = std::pair<Text, std::optional<Text>>;
 
-std::vector<RouteOption> to_options(std::vector<Option> pairs) {
+std::vector<RouteOption> to_options(std::vector<Option>&& pairs) {
     std::vector<RouteOption> options;
+    options.reserve(pairs.size());
     for (auto& [name, value] : pairs) {
         options.push_back(
             {std::move(name.value), value ? std::optional<std::string>(std::move(value->value)) : std::nullopt});

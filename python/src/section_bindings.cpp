@@ -18,6 +18,7 @@ int to_int(ExtraInputSectionKind kind) { return static_cast<int>(kind); }
 
 std::vector<ExtraInputSectionKind> to_kinds(const std::vector<int>& values) {
     std::vector<ExtraInputSectionKind> kinds;
+    kinds.reserve(values.size());
     for (const int value : values) {
         kinds.push_back(to_kind(value));
     }

@@ -16,7 +16,7 @@ namespace {
 using namespace quor::input::gaussian;
 
 // The layout of the state below; another one is refused.
-constexpr int state_version = 2;
+constexpr int state_version = 3;
 
 using OptionalText = std::optional<Text>;
 using Variable = std::pair<Text, Text>;
@@ -32,8 +32,10 @@ using Control = std::tuple<OptionalText, OptionalText, OptionalText, OptionalTex
 using Pairs = std::vector<std::pair<std::int32_t, std::int32_t>>;
 using Molecule = std::tuple<std::int32_t, std::int32_t, Pairs, std::vector<Atom>, std::int32_t, std::vector<Text>,
                             std::vector<Row>, std::vector<Variable>, std::vector<Variable>, std::vector<Variable>>;
-using State = std::tuple<int, Source, std::size_t, std::vector<std::size_t>, Control, OptionalText, Text, Molecule,
-                         std::vector<Section>>;
+using Origins = std::vector<std::size_t>;
+using Numbering = std::pair<std::optional<Origins>, bool>;
+using State = std::tuple<int, Source, std::size_t, Origins, Control, OptionalText, Text, Molecule, std::vector<Section>,
+                         std::vector<Numbering>>;
 
 // --- To values
 
@@ -41,6 +43,7 @@ OptionalText out(const std::optional<std::string>& text) { return text ? Optiona
 
 std::vector<Text> out(const std::vector<std::string>& texts) {
     std::vector<Text> list;
+    list.reserve(texts.size());
     for (const std::string& text : texts) {
         list.push_back({text});
     }
@@ -49,6 +52,7 @@ std::vector<Text> out(const std::vector<std::string>& texts) {
 
 std::vector<Variable> out(const std::vector<ZMatrixVariable>& variables) {
     std::vector<Variable> list;
+    list.reserve(variables.size());
     for (const ZMatrixVariable& variable : variables) {
         list.emplace_back(Text{variable.name}, Text{variable.value});
     }
@@ -91,6 +95,10 @@ Section out(const ExtraInputSection& section) {
         bonds.emplace_back(bond.atom1, bond.atom2, bond.order);
     }
     return {static_cast<std::int32_t>(section.kind), std::nullopt, std::move(bonds)};
+}
+
+Numbering out(const GJFEditor::SectionNumbering& numbering) {
+    return {numbering.origins == nullptr ? std::nullopt : std::optional<Origins>(*numbering.origins), numbering.mixed};
 }
 
 template <class Value, class List>
@@ -142,7 +150,8 @@ State state_of(const JobHandle& job) {
             out(data.extra_overlays),
             Text{data.title},
             out(data.geom),
-            out_all<Section>(data.extra_inputs)};
+            out_all<Section>(data.extra_inputs),
+            out_all<Numbering>(job.editor.section_numberings())};
 }
 
 // --- From values
@@ -151,15 +160,16 @@ std::optional<std::string> in(OptionalText text) {
     return text ? std::optional<std::string>(std::move(text->value)) : std::nullopt;
 }
 
-std::vector<ZMatrixVariable> in(std::vector<Variable> variables) {
+std::vector<ZMatrixVariable> in(std::vector<Variable>&& variables) {
     std::vector<ZMatrixVariable> list;
+    list.reserve(variables.size());
     for (auto& [name, value] : variables) {
         list.push_back({std::move(name.value), std::move(value.value)});
     }
     return list;
 }
 
-AtomInfo in(Label label) {
+AtomInfo in(Label&& label) {
     auto& [element, type, charge, params] = label;
     AtomInfo info;
     info.element = std::move(element.value);
@@ -171,12 +181,12 @@ AtomInfo in(Label label) {
     return info;
 }
 
-void in(Coordinate state, CoordinateValue& written, double& number) {
+void in(Coordinate&& state, CoordinateValue& written, double& number) {
     written = {std::move(std::get<0>(state).value), std::get<1>(state)};
     number = std::get<2>(state);
 }
 
-AtomCoord in(Atom state) {
+AtomCoord in(Atom&& state) {
     auto& [label, freeze, x, y, z, layer] = state;
     AtomCoord atom;
     atom.info = in(std::move(label));
@@ -202,7 +212,7 @@ ZMatrixEntry in(Row row) {
     return entry;
 }
 
-ExtraInputSection in(Section state) {
+ExtraInputSection in(Section&& state) {
     auto& [kind, text, bonds] = state;
     ExtraInputSection section;
     section.kind = static_cast<ExtraInputSectionKind>(kind);
@@ -218,6 +228,11 @@ ExtraInputSection in(Section state) {
     return section;
 }
 
+GJFEditor::SectionNumbering in(Numbering&& state) {
+    auto& [origins, mixed] = state;
+    return {origins ? std::make_shared<const Origins>(std::move(*origins)) : nullptr, mixed};
+}
+
 template <class Value, class List>
 std::vector<Value> in_all(List list) {
     std::vector<Value> values;
@@ -228,7 +243,7 @@ std::vector<Value> in_all(List list) {
     return values;
 }
 
-ControlSection in(Control state) {
+ControlSection in(Control&& state) {
     auto& [chk, oldchk, rwf, mem, nproc, cpu, others, words, lines] = state;
     ControlSection control;
     control.chk = in(std::move(chk));
@@ -243,7 +258,7 @@ ControlSection in(Control state) {
     return control;
 }
 
-GeomSection in(Molecule state) {
+GeomSection in(Molecule&& state) {
     auto& [charge, multiplicity, pairs, atoms, format, lines, rows, variables, constants, cartesian] = state;
     GeomSection geom;
     geom.charge = charge;
@@ -261,8 +276,10 @@ GeomSection in(Molecule state) {
     return geom;
 }
 
+// pybind11 hands a state over by value.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 JobHandle job_from(State state) {
-    auto& [version, source, index, origins, control, overlays, title, molecule, sections] = state;
+    auto& [version, source, index, origins, control, overlays, title, molecule, sections, numberings] = state;
     if (version != state_version) {
         throw py::value_error("this job was pickled by another version of quor_gjf");
     }
@@ -276,7 +293,7 @@ JobHandle job_from(State state) {
         throw py::value_error("this pickle is damaged");
     }
     JobHandle job;
-    job.editor.set_data(std::move(data), std::move(origins));
+    job.editor.set_data(std::move(data), std::move(origins), in_all<GJFEditor::SectionNumbering>(std::move(numberings)));
     job.source = std::move(source);
     job.index = index;
     return job;

@@ -108,6 +108,21 @@ TEST(GivenJobs, StandBeforeOthers) {
     EXPECT_THROW(document.insert_job(3, read.jobs[0]), GJFParseException);
 }
 
+TEST(GivenJobs, TakeThePlaceOfAllOthers) {
+    const GJFData helium = GJFParser::parse_string("# hf/3-21g\n\nfirst\n\n0 1\nHe 0.0 0.0 0.0\n\n");
+    for (const std::string& text : {cartesian_job, cartesian_job + "--Link1--\n" + cartesian_job, "\n" + cartesian_job}) {
+        for (const std::size_t place : {std::size_t{0}, std::size_t{1}}) {
+            GJFDocument document(text);
+            document.insert_job(place, helium);
+            while (document.job_count() > 1) {
+                document.remove_job(document.job(0).get_data().title == "first" ? 1 : 0);
+            }
+            EXPECT_EQ(document.to_text().substr(0, 8), "# hf/3-2") << document.to_text();
+            EXPECT_EQ(GJFDocument(document.to_text()).job_count(), 1U);
+        }
+    }
+}
+
 TEST(GivenJobs, MoveWithTheirDocument) {
     GJFDocument document(cartesian_job);
     document = GJFDocument(zmatrix_job);

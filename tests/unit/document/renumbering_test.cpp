@@ -1,5 +1,7 @@
 // How sections follow the atoms that they name by number, each kind in its own form, and when they cannot.
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "document_edits.hpp"
 
@@ -125,6 +127,101 @@ TEST(Renumbering, ReachesFurtherStructures) {
     EXPECT_EQ(refusal(symbolic, [](GJFEditor& e) { e.remove_atom(0); }),
               "The section '2nd title and molecule specification' cannot follow the change of atoms: its "
               "atoms cannot be told");
+}
+
+// Atoms C, O, H, H with a section that names them.
+std::string with_coordinates(const std::string& section) {
+    return "# hf/3-21g opt=modredundant\n\nt\n\n0 1\nC 0 0 0\nO 0 0 1\nH 0 1 0\nH 1 0 0\n\n" + section + "\n\n";
+}
+
+TEST(Renumbering, ReachesTextsThatWereGivenBeforeTheAtomsChanged) {
+    constexpr auto kind = ExtraInputSectionKind::CoordinateModifications;
+    const std::string text = with_coordinates("B 2 3 F\nB 1 2 F");
+    const auto without_carbon = [](const std::string& section) {
+        return replaced(with_coordinates(section), "C 0 0 0\n", "");
+    };
+    check_edits({
+        {"added to, then removed", text,
+         [](GJFEditor& e) {
+             e.upsert_extra_input_section(kind, "A 2 3 4 F", true);
+             e.remove_atom(0);
+         },
+         without_carbon("B 1 2 F\nA 1 2 3 F")},
+        {"set, then removed", text,
+         [](GJFEditor& e) {
+             e.set_extra_input(0, kind, "B 2 4 F");
+             e.remove_atom(0);
+         },
+         without_carbon("B 1 3 F")},
+        {"removed, then set", text,
+         [](GJFEditor& e) {
+             e.remove_atom(0);
+             e.set_extra_input(0, kind, "B 1 3 F");
+         },
+         without_carbon("B 1 3 F")},
+        {"removed, then set to the old text", text,
+         [](GJFEditor& e) {
+             e.remove_atom(0);
+             e.set_extra_input(0, kind, "B 2 3 F\nB 1 2 F");
+         },
+         without_carbon("B 2 3 F\nB 1 2 F")},
+        {"removed, then set, then moved", text,
+         [](GJFEditor& e) {
+             e.remove_atom(0);
+             e.set_extra_input(0, kind, "B 1 3 F");
+             e.move_atom(0, 1);
+         },
+         replaced(without_carbon("B 2 3 F"), "O 0 0 1\nH 0 1 0\n", "H 0 1 0\nO 0 0 1\n")},
+        {"put in, then removed", replaced(with_coordinates("X"), "X\n\n", ""),
+         [](GJFEditor& e) {
+             e.insert_extra_input_ordered(kind, "B 2 3 F");
+             e.remove_atom(0);
+         },
+         without_carbon("B 1 2 F")},
+        {"another job with the same atoms", text,
+         [](GJFEditor& e) {
+             e.remove_atom(0);
+             GJFData data = e.get_data();
+             data.title = "u";
+             e.set_data(data);
+         },
+         replaced(without_carbon("B 1 2 F"), "\nt\n", "\nu\n")},
+        {"kinds removed", text,
+         [](GJFEditor& e) {
+             e.insert_extra_input_ordered(ExtraInputSectionKind::IRCCoordinates, "B 1 2");
+             e.remove_extra_inputs_by_kind({ExtraInputSectionKind::IRCCoordinates});
+             e.remove_atom(0);
+         },
+         without_carbon("B 1 2 F")},
+    });
+    const char* const prefix = "The section 'Modifications to coordinates' cannot follow the change of atoms: ";
+    const std::pair<std::string, Edit> refused[] = {
+        {"it was added to after the atoms had changed",
+         [](GJFEditor& e) {
+             e.remove_atom(0);
+             e.upsert_extra_input_section(kind, "A 1 2 3 F", true);
+         }},
+        {"where they went is not known", giving([](GJFData& d) { d.geom.atoms.push_back(d.geom.atoms[0]); })},
+        {"where they went is not known", giving([](GJFData& d) { d.geom.atoms.erase(d.geom.atoms.begin()); })},
+        {"where they went is not known",
+         [](GJFEditor& e) {
+             const std::vector<AtomCoord> atoms = e.get_data().geom.atoms;
+             e.clear_atoms();
+             for (const AtomCoord& atom : atoms) {
+                 e.add_atom(atom);
+             }
+         }},
+        {"it may name an atom that was added before",
+         [](GJFEditor& e) {
+             e.add_atom(e.get_data().geom.atoms[0]);
+             e.set_extra_input(0, kind, "B 1 5 F");
+             e.remove_atom(0);
+         }},
+    };
+    for (const auto& [reason, edit] : refused) {
+        EXPECT_EQ(refusal(text, edit), prefix + reason);
+        EXPECT_EQ(refusal(text, edit, {true}).rfind("no refusal", 0), 0U) << "unless it is forced";
+    }
 }
 
 TEST(Renumbering, TakesASectionThatIsLeftEmpty) {

@@ -404,6 +404,53 @@ TEST(AtomEditing, KeepsBondsValidBesideAZMatrixOrACheckpoint) {
     }
 }
 
+TEST(AtomEditing, RestoresAJobFromWhichTheAddedAtomsAreRemoved) {
+    const std::string rows = "1 2 1.0 3 1.0\n2\n3\n\n";
+    for (const std::string& text : {"# hf/sto-3g geom=connectivity\n\nt\n\n0 1\nO\nH 1 0.96\nH 1 0.96 2 104.5\n\n" + rows,
+                                    "# hf/sto-3g geom=(check,connectivity)\n\nt\n\n0 1\n\n" + rows}) {
+        GJFEditor editor(GJFParser::parse_string(text));
+        const BondList before = bonds(editor);
+        editor.add_atom(AtomCoord());
+        editor.add_atom(AtomCoord());
+        editor.move_atom(0, 1);
+        editor.reorder_atoms_with_connectivity({1, 0});
+        editor.remove_atom(0);
+        editor.remove_atoms({0});
+        EXPECT_EQ(bonds(editor), before) << text;
+    }
+}
+
+TEST(AtomEditing, StoresBondsWithTheSmallerAtomFirst) {
+    GJFData data = make_job(3);
+    data.extra_inputs.push_back(ExtraInputSection::from_connectivity({}));
+    data.extra_inputs[0].mutable_connectivity()->bonds = {{2, 0, 1.0}};
+    GJFEditor given(data);
+    GJFEditor set(make_job(3));
+    set.set_data(data);
+    for (GJFEditor* editor : {&given, &set}) {
+        EXPECT_EQ(bonds(*editor), (BondList{{0, 2, 1.0}}));
+        EXPECT_EQ(editor->get_bond_order(2, 0), 1.0);
+        editor->set_bond_order(0, 2, 2.0);
+        EXPECT_EQ(bonds(*editor), (BondList{{0, 2, 2.0}}));
+    }
+}
+
+TEST(AtomEditing, ReadsBondsThatAreGivenAsText) {
+    GJFData data = make_job(3);
+    data.extra_inputs.emplace_back();
+    data.extra_inputs[0].kind = ExtraInputSectionKind::Connectivity;
+    data.extra_inputs[0].content = std::string("1 3 1.0\n2");
+    GJFEditor editor(data);
+    EXPECT_EQ(bonds(editor), (BondList{{0, 2, 1.0}}));
+    editor.set_bond_order(0, 1, 2.0);
+    EXPECT_EQ(editor.get_data().extra_inputs.size(), 1U);
+    EXPECT_NO_THROW(editor.validate_connectivity_indices());
+    data.extra_inputs[0].content = std::string("1 x");
+    EXPECT_THROW(GJFEditor refused(data), GJFParseException);
+    EXPECT_THROW(editor.set_data(data), GJFParseException);
+    EXPECT_EQ(bonds(editor), (BondList{{0, 2, 1.0}, {0, 1, 2.0}}));
+}
+
 TEST(AtomEditing, MovesBondsThatNameWhatIsNotThereYet) {
     GJFEditor editor = make_editor(2, "1 2 1.0\n2");
     editor.mutable_connectivity()->bonds.push_back({1, 2, 1.0});

@@ -71,6 +71,9 @@ TEST(GJFEditor, TakesAJobWithTheOriginsOfItsAtoms) {
     editor.set_data(make_job(2), {3, GJFEditor::no_origin});
     EXPECT_EQ(editor.atom_origins(), (Origins{3, GJFEditor::no_origin}));
     const std::string before = editor.to_gjf_string();
+    expect_refused("There must be one numbering for each section", [&] {
+        editor.set_data(make_job(2), Origins{0, 1}, {GJFEditor::SectionNumbering()});
+    });
     for (const Origins& origins : {Origins{}, Origins{0}, Origins{0, 1, 2, 3}}) {
         expect_refused("There must be one origin for each atom", [&] { editor.set_data(make_job(3), origins); });
     }

@@ -239,5 +239,41 @@ TEST(RouteEditing, RefusesWhatCannotBeAndChangesNothing) {
     }
 }
 
+TEST(RouteEditing, KeepsTheCheckpointThatBondsName) {
+    const std::string text = "#p hf/3-21g geom=(check,connectivity)\n\nt\n\n0 1\n\n1 2 1.0\n2 3 1.0\n3\n\n";
+    const std::function<void(GJFEditor&)> refused[] = {
+        [](GJFEditor& e) {
+            e.set_route_section({"#p", "hf/3-21g"});
+        },
+        [](GJFEditor& e) { e.remove_keyword_by_name("geom"); },
+        [](GJFEditor& e) {
+            e.upsert_keyword_with_options("geom", {{"connectivity", {}}});
+        },
+        [](GJFEditor& e) { e.remove_route_keyword("geom=(check,connectivity)"); },
+        [](GJFEditor& e) {
+            const ParsedKeywords before = e.get_parsed_keywords();
+            e.set_parsed_keywords(ParsedKeywords());
+            try {
+                e.update_route_from_parsed_keywords();
+            } catch (const GJFParseException&) {
+                e.set_parsed_keywords(before);
+                throw;
+            }
+        },
+    };
+    for (const auto& edit : refused) {
+        GJFEditor editor(GJFParser::parse_string(text));
+        expect_refused("The bonds name atoms of the checkpoint, which the changed route would not read",
+                       [&] { edit(editor); });
+        EXPECT_EQ(editor.get_data().control.route_keywords, GJFParser::parse_string(text).control.route_keywords);
+        EXPECT_TRUE(editor.has_keyword("geom"));
+        EXPECT_NO_THROW(editor.validate_connectivity_indices());
+    }
+    GJFEditor editor(GJFParser::parse_string(text));
+    EXPECT_NO_THROW(editor.set_method("mp2"));
+    editor.clear_connectivity();
+    EXPECT_NO_THROW(editor.remove_keyword_by_name("geom"));
+}
+
 }  // namespace
 }  // namespace quor::input::gaussian

@@ -42,6 +42,7 @@ void clear_error(std::string* handle_error) noexcept {
 const char* thread_error() noexcept { return this_thread_error().c_str(); }
 
 void OutputBuffer::fill(std::string_view text) const {
+    require(text.find('\0') == std::string_view::npos, "text holds a null character, at which a C text ends");
     require(text.size() < static_cast<std::size_t>(size), too_small_message);
     std::memcpy(data, text.data(), text.size());
     data[text.size()] = '\0';

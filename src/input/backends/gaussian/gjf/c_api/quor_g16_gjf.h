@@ -8,7 +8,8 @@
  *     quor_gjf_editor* job = gjf_editor_create_from_file("ts.gjf");
  *     if (job == NULL) { fprintf(stderr, "%s\n", gjf_get_last_error()); return 1; }
  *
- * Look. Atoms count from 0. Text goes into a buffer of yours; it is never cut short.
+ * Look. Atoms count from 0. Text goes into a buffer of yours; it is never cut short: one that does not fit, or that holds a
+ * null character, is a failure.
  *
  *     char element[8];
  *     for (int i = 0; i < gjf_editor_get_atom_count(job); ++i)

@@ -9,6 +9,7 @@
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
+#include <map>
 #include <optional>
 #include <utility>
 
@@ -43,20 +44,67 @@ AtomPlaces places_of(std::size_t old_count, const std::vector<std::size_t>& orig
     return places;
 }
 
-// Renumbers the sections that were not edited themselves, so that the job is the one that should be written.
-GJFData job_to_write(const JobReading& before, const GJFEditor& editor, const AtomPlaces& places, bool force) {
-    GJFData wanted = editor.get_data();
-    for (ExtraInputSection& section : wanted.extra_inputs) {
-        if (section.connectivity() != nullptr) {
-            continue;
+// The change of the atoms since a section's text was given.
+AtomPlaces places_since(const std::vector<std::size_t>& origins_then, const std::vector<std::size_t>& origins_now) {
+    std::map<std::size_t, std::size_t> place_of;  // by origin
+    for (std::size_t i = 0; i < origins_now.size(); ++i) {
+        if (origins_now[i] != GJFEditor::no_origin) {
+            place_of.emplace(origins_now[i], i);
         }
-        const std::string text = section.text();
-        const bool untouched =
-            std::any_of(before.job.extra_inputs.begin(), before.job.extra_inputs.end(), [&](const ExtraInputSection& old) {
-                return old.kind == section.kind && old.connectivity() == nullptr && old.text() == text;
-            });
-        if (untouched) {
-            section.content = renumber_section(section.kind, text, places, force);
+    }
+    AtomPlaces places;
+    places.count = origins_now.size();
+    places.added = origins_now.size() > origins_then.size();
+    for (std::size_t i = 0; i < origins_then.size(); ++i) {
+        const auto found = place_of.find(origins_then[i]);
+        places.places.push_back(found == place_of.end() ? AtomPlaces::gone : found->second);
+        places.renumbered = places.renumbered || places.places.back() != i;
+    }
+    return places;
+}
+
+// Brings the atom numbers of a section's text up to date; refuses where it is not known which atoms they count.
+std::string followed_text(const ExtraInputSection& section, const GJFEditor::SectionNumbering& numbering,
+                          const AtomPlaces& places, const std::vector<std::size_t>& origins, bool force) {
+    const std::string text = section.text();
+    const auto refuse_if_changed = [&](const AtomPlaces& change, const char* reason) {
+        bool changed = false;
+        try {
+            changed = !force && renumber_section(section.kind, text, change, false) != text;
+        } catch (const GJFParseException&) {
+            changed = true;
+        }
+        if (changed) {
+            throw GJFParseException(std::string("The section '") + extra_input_kind_name(section.kind) +
+                                    "' cannot follow the change of atoms: " + reason);
+        }
+        return text;
+    };
+    if (numbering.mixed) {
+        return refuse_if_changed(places, "it was added to after the atoms had changed");
+    }
+    if (numbering.origins == nullptr) {
+        const bool lost = places.count > 0 && std::all_of(places.places.begin(), places.places.end(),
+                                                          [](std::size_t place) { return place == AtomPlaces::gone; });
+        return lost ? refuse_if_changed(places, "where they went is not known")
+                    : renumber_section(section.kind, text, places, force);
+    }
+    if (*numbering.origins == origins) {
+        return text;
+    }
+    const AtomPlaces change = places_since(*numbering.origins, origins);
+    const bool traced = std::count(numbering.origins->begin(), numbering.origins->end(), GJFEditor::no_origin) == 0;
+    return traced ? renumber_section(section.kind, text, change, force)
+                  : refuse_if_changed(change, "it may name an atom that was added before");
+}
+
+// Renumbers the sections, so that the job is the one that should be written.
+GJFData job_to_write(const GJFEditor& editor, const AtomPlaces& places, const std::vector<std::size_t>& origins,
+                     bool force) {
+    GJFData wanted = editor.get_data();
+    for (std::size_t i = 0; i < wanted.extra_inputs.size(); ++i) {
+        if (ExtraInputSection& section = wanted.extra_inputs[i]; section.connectivity() == nullptr) {
+            section.content = followed_text(section, editor.section_numberings()[i], places, origins, force);
         }
     }
     // A section whose lines all went with their atoms goes too, unless another one would then be read in its place.
@@ -118,9 +166,10 @@ struct GJFDocument::Impl {
     // Notes the changes of one job; returns the job that the text should then hold.
     GJFData rewrite_job(const Entry& entry, const TextLines& lines, const GJFWriteOptions& options, LineEdits& edits) const {
         const JobReading& before = readings[*entry.reading];
-        const AtomPlaces places = places_of(before.job.geom.atoms.size(), entry.editor->atom_origins());
-        GJFData wanted = job_to_write(before, *entry.editor, places, options.force);
-        JobRewriting job{lines, before, wanted, entry.editor->atom_origins(), places, options.force, edits};
+        const std::vector<std::size_t>& origins = entry.editor->atom_origins();
+        const AtomPlaces places = places_of(before.job.geom.atoms.size(), origins);
+        GJFData wanted = job_to_write(*entry.editor, places, origins, options.force);
+        JobRewriting job{lines, before, wanted, origins, places, options.force, edits};
         for (const auto step : {rewrite_link0, rewrite_route, rewrite_overlays_and_title, rewrite_charge_line,
                                 rewrite_molecule, rewrite_sections}) {
             step(job);
@@ -139,8 +188,8 @@ struct GJFDocument::Impl {
         }
     }
 
-    // Puts a new job before a job that was there, or behind the last one.
-    void insert_lines_of(const Entry& added, const Entry* next, const TextLines& lines, LineEdits& edits) const {
+    // Puts a new job before a job that was there, or behind the last one; the first of all has no separator before it.
+    void insert_lines_of(const Entry& added, const Entry* next, bool first, const TextLines& lines, LineEdits& edits) const {
         const std::string job_text = added.editor->to_gjf_string();
         const std::vector<std::string_view> job_lines = split_lines(without_trailing_breaks(job_text));
         if (next != nullptr) {
@@ -153,10 +202,12 @@ struct GJFDocument::Impl {
             return;
         }
         const std::size_t last = lines.size();
-        if (!is_blank_line(lines.line(last))) {
+        if (!first && !is_blank_line(lines.line(last))) {
             edits.insert_after(last, "");
         }
-        edits.insert_after(last, job_separator);
+        if (!first) {
+            edits.insert_after(last, job_separator);
+        }
         for (const std::string_view text_line : job_lines) {
             edits.insert_after(last, std::string(text_line));
         }
@@ -184,7 +235,7 @@ struct GJFDocument::Impl {
             wanted.push_back(entries[i].editor->get_data());
             const auto next = std::find_if(entries.begin() + static_cast<std::ptrdiff_t>(i), entries.end(),
                                            [](const Entry& e) { return e.reading.has_value(); });
-            insert_lines_of(entries[i], next == entries.end() ? nullptr : &*next, lines, edits);
+            insert_lines_of(entries[i], next == entries.end() ? nullptr : &*next, i == 0, lines, edits);
         }
         for (std::size_t reading = 0; reading < readings.size(); ++reading) {
             if (!kept[reading]) {

@@ -46,7 +46,8 @@ class QUOR_GJF_API GJFDocument {
     const std::string& path() const noexcept;
 
     std::size_t job_count() const noexcept;
-    /// Returns a job's editor, valid as long as the document; throws "Invalid job index: N (total jobs: M)".
+    /// Returns a job's editor, valid as long as the document; throws "Invalid job index: N (total jobs: M)". An editor that
+    /// is assigned to it must have taken the same job: its atom origins are taken for those of this document.
     GJFEditor& job(std::size_t index);
     const GJFEditor& job(std::size_t index) const;
     /// Returns where the parts of a job stood in the original text.

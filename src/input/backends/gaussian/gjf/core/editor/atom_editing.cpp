@@ -3,6 +3,7 @@
 // Every operation checks first and builds what may fail aside, so that a refused or failing edit leaves the job as it was.
 #include <gjf/core/editor/gjf_editor.hpp>
 
+#include <core/memory/reserve_one_more.hpp>
 #include <gjf/core/editor/bond_checks.hpp>
 
 #include <algorithm>
@@ -12,6 +13,8 @@
 
 namespace quor::input::gaussian {
 namespace {
+
+using core::memory::reserve_one_more;
 
 // Calls a function for each index that is in range, with its atom, and drops the atom's coordinate texts.
 template <typename Transform>
@@ -24,15 +27,6 @@ void transform_atoms(std::vector<AtomCoord>& atoms, const std::vector<std::size_
             atom.y_ref = CoordinateValue();
             atom.z_ref = CoordinateValue();
         }
-    }
-}
-
-// Makes room for one more element, so that adding it cannot fail; grows as push_back does, so that many additions stay
-// linear.
-template <typename Element>
-void reserve_one_more(std::vector<Element>& list) {
-    if (list.size() == list.capacity()) {
-        list.reserve(2 * list.size() + 1);
     }
 }
 
@@ -143,19 +137,19 @@ void GJFEditor::add_atom_with_connectivity(const AtomCoord& atom, const std::vec
         }
     }
     const bool has_bonds = std::any_of(bonds.begin(), bonds.end(), [](const auto& bond) { return bond.second > 0.0; });
-    const ConnectivitySection* old = std::as_const(data_).connectivity();
-    const bool moves_bonds = old != nullptr && are_moved_by_a_new_atom(data_, old->bonds);
+    ConnectivitySection* const moved = bonds_of_the_list();
     reserve_one_more(atom_origins_);
     if (!has_bonds) {
         atoms.push_back(atom);
         atom_origins_.push_back(no_origin);
-        if (moves_bonds) {
-            mutable_connectivity()->insert_atom(index);
+        if (moved != nullptr) {
+            moved->insert_atom(index);
         }
         return;
     }
+    const ConnectivitySection* old = std::as_const(data_).connectivity();
     ConnectivitySection connectivity = old != nullptr ? *old : ConnectivitySection();
-    if (moves_bonds) {
+    if (moved != nullptr) {
         connectivity.insert_atom(index);
     }
     for (const auto& [partner, order] : bonds) {
@@ -172,9 +166,10 @@ void GJFEditor::add_atom_with_connectivity(const AtomCoord& atom, const std::vec
 
 void GJFEditor::remove_atom(std::size_t index) {
     validate_atom_index(index);
+    ConnectivitySection* const connectivity = bonds_of_the_list();
     data_.geom.atoms.erase(data_.geom.atoms.begin() + static_cast<std::ptrdiff_t>(index));
     atom_origins_.erase(atom_origins_.begin() + static_cast<std::ptrdiff_t>(index));
-    if (ConnectivitySection* connectivity = mutable_connectivity()) {
+    if (connectivity != nullptr) {
         connectivity->remove_atom(index);
     }
 }
@@ -187,9 +182,10 @@ void GJFEditor::remove_atoms(const std::vector<std::size_t>& indices) {
     for (std::size_t i = 0; i < gone.size(); ++i) {
         places[i + 1] = places[i] + (gone[i] ? 0 : 1);
     }
+    ConnectivitySection* const connectivity = bonds_of_the_list();
     drop_gone(data_.geom.atoms, gone);
     drop_gone(atom_origins_, gone);
-    if (ConnectivitySection* connectivity = mutable_connectivity()) {
+    if (connectivity != nullptr) {
         drop_bonds_of_gone(connectivity->bonds, gone, places);
     }
 }
@@ -205,9 +201,10 @@ void GJFEditor::move_atom(std::size_t from, std::size_t to) {
             std::rotate(at(to), at(from), at(from + 1));
         }
     };
+    ConnectivitySection* const connectivity = bonds_of_the_list();
     move(data_.geom.atoms);
     move(atom_origins_);
-    if (ConnectivitySection* connectivity = mutable_connectivity()) {
+    if (connectivity != nullptr) {
         connectivity->move_atom(from, to);
     }
 }
@@ -232,6 +229,7 @@ void GJFEditor::reorder_atoms_with_connectivity(const std::vector<std::size_t>& 
         throw GJFParseException("New order size must match atom count");
     }
     const std::vector<std::size_t> places = invert(order);
+    ConnectivitySection* const connectivity = bonds_of_the_list();
     std::vector<AtomCoord> reordered(atoms.size());
     std::vector<std::size_t> origins(atoms.size());
     for (std::size_t i = 0; i < order.size(); ++i) {
@@ -240,7 +238,7 @@ void GJFEditor::reorder_atoms_with_connectivity(const std::vector<std::size_t>& 
     }
     atoms = std::move(reordered);
     atom_origins_ = std::move(origins);
-    if (ConnectivitySection* connectivity = mutable_connectivity()) {
+    if (connectivity != nullptr) {
         const auto place = [&places](std::uint64_t atom) { return atom < places.size() ? places[atom] : atom; };
         for (Bond& bond : connectivity->bonds) {
             const std::uint64_t a = place(bond.atom1);

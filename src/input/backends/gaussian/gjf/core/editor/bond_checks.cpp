@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace quor::input::gaussian {
 namespace {
@@ -15,14 +16,14 @@ bool are_below(const std::vector<Bond>& bonds, std::size_t atom_count) noexcept 
                        [atom_count](const Bond& bond) { return std::max(bond.atom1, bond.atom2) < atom_count; });
 }
 
-bool is_from_checkpoint(const GJFData& data) {
-    return GJFParser::is_geom_check(data.control) || GJFParser::is_geom_allchk(data.control);
+bool is_from_checkpoint(const ControlSection& control) {
+    return GJFParser::is_geom_check(control) || GJFParser::is_geom_allchk(control);
 }
 
 // The number of atoms that bonds may name. The route is interpreted only when they name more than the job has.
 std::size_t bound_of(const GJFData& data, const std::vector<Bond>& bonds) {
     const std::size_t count = std::max(data.geom.atom_count(), data.geom.atoms.size());
-    return are_below(bonds, count) || !is_from_checkpoint(data) ? count : std::max(count, largest_atom_count);
+    return are_below(bonds, count) || !is_from_checkpoint(data.control) ? count : std::max(count, largest_atom_count);
 }
 
 void check_atoms(const Bond& bond, std::size_t atom_count) {
@@ -61,9 +62,33 @@ void check_bonds(const GJFData& data) {
     }
 }
 
-bool are_moved_by_a_new_atom(const GJFData& data, const std::vector<Bond>& bonds) {
-    return !are_below(bonds, data.geom.atoms.size()) && data.geom.format == GeometryFormat::Cartesian &&
-           !is_from_checkpoint(data);
+void settle_bonds(GJFData& data) {
+    for (ExtraInputSection& section : data.extra_inputs) {
+        if (section.is_connectivity() && section.connectivity() == nullptr) {
+            section.assign_text(section.kind, section.text());
+        }
+        if (ConnectivitySection* connectivity = section.mutable_connectivity()) {
+            for (Bond& bond : connectivity->bonds) {
+                if (bond.atom2 < bond.atom1) {
+                    std::swap(bond.atom1, bond.atom2);
+                }
+            }
+        }
+    }
+}
+
+bool name_atoms_elsewhere(const GJFData& data, const std::vector<Bond>& bonds) {
+    return !are_below(bonds, data.geom.atoms.size()) &&
+           (data.geom.format == GeometryFormat::ZMatrix || is_from_checkpoint(data.control));
+}
+
+void check_route_for_bonds(const GJFData& data, const ControlSection& control) {
+    const ConnectivitySection* connectivity = data.connectivity();
+    const std::size_t count = std::max(data.geom.atom_count(), data.geom.atoms.size());
+    if (connectivity != nullptr && !are_below(connectivity->bonds, count) && is_from_checkpoint(data.control) &&
+        !is_from_checkpoint(control)) {
+        throw GJFParseException("The bonds name atoms of the checkpoint, which the changed route would not read");
+    }
 }
 
 }  // namespace quor::input::gaussian

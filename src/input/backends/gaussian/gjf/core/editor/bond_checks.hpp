@@ -17,8 +17,15 @@ void check_bonds(const GJFData& data);
 /// Throws for the first bond outside the molecule or from an atom to itself.
 void check_bond_atoms(const GJFData& data, const std::vector<Bond>& bonds);
 
-/// Tells whether bonds name numbers behind the last atom of the list that a new atom moves up. Rows of a Z-matrix and atoms
-/// of a checkpoint keep theirs.
-bool are_moved_by_a_new_atom(const GJFData& data, const std::vector<Bond>& bonds);
+/// Brings bonds into the form that the model has: those under a section's kind that were given as text are read, and the
+/// smaller atom stands first. Throws for a text that is no list of bonds.
+void settle_bonds(GJFData& data);
+
+/// Tells whether bonds name atoms that are not in the atom list: rows of a Z-matrix, or atoms of a checkpoint. They keep
+/// their numbers when the list changes.
+bool name_atoms_elsewhere(const GJFData& data, const std::vector<Bond>& bonds);
+
+/// Throws when the bonds of a job name atoms of its checkpoint, and a route in place of its own would not read that.
+void check_route_for_bonds(const GJFData& data, const ControlSection& control);
 
 }  // namespace quor::input::gaussian

@@ -1,6 +1,7 @@
 // Sets, removes and lists bonds, and makes the section that holds them.
 #include <gjf/core/editor/gjf_editor.hpp>
 
+#include <core/memory/reserve_one_more.hpp>
 #include <gjf/core/editor/bond_checks.hpp>
 
 #include <algorithm>
@@ -20,13 +21,23 @@ ConnectivitySection* GJFEditor::mutable_connectivity() noexcept {
     return section == nullptr ? nullptr : section->mutable_connectivity();
 }
 
+ConnectivitySection* GJFEditor::bonds_of_the_list() {
+    ConnectivitySection* connectivity = mutable_connectivity();
+    return connectivity == nullptr || name_atoms_elsewhere(data_, connectivity->bonds) ? nullptr : connectivity;
+}
+
 ConnectivitySection& GJFEditor::ensure_connectivity_section() {
     if (ConnectivitySection* connectivity = mutable_connectivity()) {
         return *connectivity;
     }
     const auto place = std::find_if(data_.extra_inputs.begin(), data_.extra_inputs.end(),
                                     [](const ExtraInputSection& section) { return !section.is_connectivity(); });
-    return *data_.extra_inputs.insert(place, ExtraInputSection::from_connectivity({}))->mutable_connectivity();
+    const auto index = place - data_.extra_inputs.begin();
+    core::memory::reserve_one_more(section_numberings_);
+    ConnectivitySection& made =
+        *data_.extra_inputs.insert(place, ExtraInputSection::from_connectivity({}))->mutable_connectivity();
+    section_numberings_.insert(section_numberings_.begin() + index, SectionNumbering());
+    return made;
 }
 
 void GJFEditor::set_bond_order(std::size_t a, std::size_t b, double order) {

@@ -1,6 +1,8 @@
 // Adds, replaces, removes and orders the sections after the molecule.
 #include <gjf/core/editor/gjf_editor.hpp>
 
+#include <core/memory/reserve_one_more.hpp>
+
 #include <algorithm>
 #include <cstdint>
 #include <string_view>
@@ -27,10 +29,17 @@ std::string join_texts(std::string text, std::string_view addition) {
     return text.append(addition.substr(begin));
 }
 
+bool same_numbering(const GJFEditor::SectionNumbering& a, const GJFEditor::SectionNumbering& b) noexcept {
+    return a.origins == b.origins || (a.origins != nullptr && b.origins != nullptr && *a.origins == *b.origins);
+}
+
 }  // namespace
 
 void GJFEditor::add_extra_input(const std::string& text) {
+    SectionNumbering now = numbering_of(atom_origins_);
+    core::memory::reserve_one_more(section_numberings_);
     data_.extra_inputs.emplace_back(ExtraInputSectionKind::Unknown, text);
+    section_numberings_.push_back(std::move(now));
 }
 
 void GJFEditor::set_extra_inputs(const std::vector<std::string>& texts) {
@@ -39,6 +48,7 @@ void GJFEditor::set_extra_inputs(const std::vector<std::string>& texts) {
     for (const std::string& text : texts) {
         sections.emplace_back(ExtraInputSectionKind::Unknown, text);
     }
+    section_numberings_ = std::vector<SectionNumbering>(texts.size(), numbering_of(atom_origins_));
     data_.extra_inputs = std::move(sections);
 }
 
@@ -52,12 +62,15 @@ void GJFEditor::set_extra_input(std::size_t index, ExtraInputSectionKind kind, c
     validate_extra_input_index(index);
     GJFData copy = data_;
     copy.extra_inputs[index] = ExtraInputSection(kind, text);
+    SectionNumbering now = numbering_of(atom_origins_);
     set_data(std::move(copy));
+    section_numberings_[index] = std::move(now);
 }
 
 void GJFEditor::remove_extra_input(std::size_t index) {
     validate_extra_input_index(index);
     data_.extra_inputs.erase(data_.extra_inputs.begin() + static_cast<std::ptrdiff_t>(index));
+    section_numberings_.erase(section_numberings_.begin() + static_cast<std::ptrdiff_t>(index));
 }
 
 void GJFEditor::remove_extra_inputs_by_kind(const std::vector<ExtraInputSectionKind>& kinds) {
@@ -65,10 +78,25 @@ void GJFEditor::remove_extra_inputs_by_kind(const std::vector<ExtraInputSectionK
         return std::find(kinds.begin(), kinds.end(), section.kind) != kinds.end();
     };
     std::vector<ExtraInputSection>& sections = data_.extra_inputs;
-    sections.erase(std::remove_if(sections.begin(), sections.end(), listed), sections.end());
+    std::size_t kept = 0;
+    for (std::size_t i = 0; i < sections.size(); ++i) {
+        if (listed(sections[i])) {
+            continue;
+        }
+        if (kept < i) {
+            sections[kept] = std::move(sections[i]);
+            section_numberings_[kept] = std::move(section_numberings_[i]);
+        }
+        ++kept;
+    }
+    sections.erase(sections.begin() + static_cast<std::ptrdiff_t>(kept), sections.end());
+    section_numberings_.resize(kept);
 }
 
-void GJFEditor::clear_extra_inputs() { data_.extra_inputs.clear(); }
+void GJFEditor::clear_extra_inputs() {
+    data_.extra_inputs.clear();
+    section_numberings_.clear();
+}
 
 std::size_t GJFEditor::insert_extra_input_ordered(ExtraInputSectionKind kind, const std::string& text) {
     GJFData copy = data_;
@@ -77,7 +105,9 @@ std::size_t GJFEditor::insert_extra_input_ordered(ExtraInputSectionKind kind, co
                      [kind](const ExtraInputSection& section) { return rank_of(section.kind) > rank_of(kind); });
     const auto index = static_cast<std::size_t>(place - copy.extra_inputs.begin());
     copy.extra_inputs.emplace(place, kind, text);
+    SectionNumbering now = numbering_of(atom_origins_);
     set_data(std::move(copy));
+    section_numberings_[index] = std::move(now);
     return index;
 }
 
@@ -88,7 +118,14 @@ void GJFEditor::upsert_extra_input_section(ExtraInputSectionKind kind, const std
         return;
     }
     const auto index = static_cast<std::size_t>(found);
-    set_extra_input(index, kind, append ? join_texts(data_.extra_input_text(index), text) : text);
+    if (!append) {
+        set_extra_input(index, kind, text);
+        return;
+    }
+    const std::string old_text = data_.extra_input_text(index);
+    const SectionNumbering old = section_numberings_[index];
+    set_extra_input(index, kind, join_texts(old_text, text));
+    section_numberings_[index].mixed = old.mixed || (!old_text.empty() && !same_numbering(old, section_numberings_[index]));
 }
 
 void GJFEditor::set_molecular_mechanics_parameters(const std::string& text) {

@@ -5,11 +5,24 @@
 #include <gjf/core/reader/gjf_parser.hpp>
 
 #include <numeric>
+#include <string_view>
 #include <utility>
+#include <variant>
 
 namespace quor::input::gaussian {
 
-GJFEditor::GJFEditor(GJFData data) : data_(std::move(data)), atom_origins_(data_.geom.atoms.size()) {
+namespace {
+
+const std::string* text_of(const ExtraInputSection& section) noexcept { return std::get_if<std::string>(&section.content); }
+
+}  // namespace
+
+GJFEditor::GJFEditor(GJFData data)
+    : data_(std::move(data)),
+      atom_origins_(data_.geom.atoms.size()),
+      taken_atoms_(atom_origins_.size()),
+      section_numberings_(data_.extra_inputs.size()) {
+    settle_bonds(data_);
     check_bonds(data_);
     std::iota(atom_origins_.begin(), atom_origins_.end(), std::size_t{0});
 }
@@ -21,21 +34,63 @@ GJFEditor::~GJFEditor() = default;
 
 const GJFData& GJFEditor::get_data() const noexcept { return data_; }
 
+const std::vector<GJFEditor::SectionNumbering>& GJFEditor::section_numberings() const noexcept {
+    return section_numberings_;
+}
+
 void GJFEditor::set_data(GJFData data) {
-    check_bonds(data);
-    if (data.geom.atoms.size() != data_.geom.atoms.size()) {
-        atom_origins_ = std::vector<std::size_t>(data.geom.atoms.size(), no_origin);
-    }
-    data_ = std::move(data);
+    const std::size_t count = data.geom.atoms.size();
+    std::vector<std::size_t> origins =
+        count == atom_origins_.size() ? atom_origins_ : std::vector<std::size_t>(count, no_origin);
+    set_data(std::move(data), std::move(origins));
 }
 
 void GJFEditor::set_data(GJFData data, std::vector<std::size_t> atom_origins) {
-    check_bonds(data);
+    std::vector<SectionNumbering> numberings = numberings_of(data, atom_origins);
+    set_data(std::move(data), std::move(atom_origins), std::move(numberings));
+}
+
+void GJFEditor::set_data(GJFData data, std::vector<std::size_t> atom_origins,
+                         std::vector<SectionNumbering> section_numberings) {
     if (atom_origins.size() != data.geom.atoms.size()) {
         throw GJFParseException("There must be one origin for each atom");
     }
+    if (section_numberings.size() != data.extra_inputs.size()) {
+        throw GJFParseException("There must be one numbering for each section");
+    }
+    settle_bonds(data);
+    check_bonds(data);
     data_ = std::move(data);
     atom_origins_ = std::move(atom_origins);
+    section_numberings_ = std::move(section_numberings);
+}
+
+GJFEditor::SectionNumbering GJFEditor::numbering_of(const std::vector<std::size_t>& atom_origins) const {
+    bool as_taken = atom_origins.size() == taken_atoms_;
+    for (std::size_t i = 0; i < atom_origins.size() && as_taken; ++i) {
+        as_taken = atom_origins[i] == i;
+    }
+    return as_taken ? SectionNumbering() : SectionNumbering{std::make_shared<const std::vector<std::size_t>>(atom_origins)};
+}
+
+// Texts that stay count what they counted; others are new.
+std::vector<GJFEditor::SectionNumbering> GJFEditor::numberings_of(const GJFData& data,
+                                                                  const std::vector<std::size_t>& atom_origins) const {
+    std::map<std::pair<ExtraInputSectionKind, std::string_view>, const SectionNumbering*> known;
+    for (std::size_t i = 0; i < data_.extra_inputs.size(); ++i) {
+        if (const std::string* text = text_of(data_.extra_inputs[i])) {
+            known.try_emplace({data_.extra_inputs[i].kind, *text}, &section_numberings_[i]);
+        }
+    }
+    const SectionNumbering now = numbering_of(atom_origins);
+    std::vector<SectionNumbering> numberings;
+    numberings.reserve(data.extra_inputs.size());
+    for (const ExtraInputSection& section : data.extra_inputs) {
+        const std::string* text = text_of(section);
+        const auto found = text == nullptr ? known.end() : known.find({section.kind, *text});
+        numberings.push_back(found == known.end() ? now : *found->second);
+    }
+    return numberings;
 }
 
 void GJFEditor::parse_keywords(const std::string& schema_path) {
@@ -64,9 +119,16 @@ const ParsedKeywords& GJFEditor::get_parsed_keywords() const {
 void GJFEditor::set_parsed_keywords(ParsedKeywords keywords) { data_.control.parsed_keywords = std::move(keywords); }
 
 void GJFEditor::set_route_section(const std::vector<std::string>& route_keywords) {
-    std::vector<std::string> copy = route_keywords;
-    data_.control.route_keywords = std::move(copy);
-    data_.control.parsed_keywords.reset();
+    install_control(route_keywords, std::nullopt);
+}
+
+void GJFEditor::install_control(std::vector<std::string> words, std::optional<ParsedKeywords> route) {
+    ControlSection control;
+    control.route_keywords = std::move(words);
+    control.parsed_keywords = std::move(route);
+    check_route_for_bonds(data_, control);
+    data_.control.route_keywords = std::move(control.route_keywords);
+    data_.control.parsed_keywords = std::move(control.parsed_keywords);
 }
 
 void GJFEditor::set_title(const std::string& title) { data_.title = title; }

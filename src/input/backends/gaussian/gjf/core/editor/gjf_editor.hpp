@@ -13,6 +13,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -29,7 +30,15 @@ class QUOR_GJF_API GJFEditor {
    public:
     using AtomSelector = std::function<bool(const AtomCoord& atom, std::size_t index)>;
 
-    /// Takes a job; throws when its bonds are not valid (see `validate_connectivity_indices`).
+    /// What the atom numbers in the text of a section count.
+    struct SectionNumbering {
+        /// The origins of the atoms when the text was given; null for the atoms of the job as it was taken.
+        std::shared_ptr<const std::vector<std::size_t>> origins;
+        bool mixed = false;  ///< text was added to one that counts other atoms
+    };
+
+    /// Takes a job; throws when its bonds are not valid (see `validate_connectivity_indices`). Bonds are stored with the
+    /// smaller atom first.
     explicit GJFEditor(GJFData data);
     GJFEditor(const GJFEditor& other);
     GJFEditor(GJFEditor&& other) noexcept;
@@ -39,11 +48,12 @@ class QUOR_GJF_API GJFEditor {
 
     /// Returns the job; the reference is valid until the editor is assigned to or destroyed.
     const GJFData& get_data() const noexcept;
-    /// Replaces the job; one whose bonds are not valid is refused.
+    /// Replaces the job; one whose bonds are not valid is refused. With another number of atoms none has an origin then.
     void set_data(GJFData data);
-    /// The same, where the caller knows what `atom_origins` should return then; another number of them than of atoms is
-    /// refused.
+    /// The same, where the caller knows what `atom_origins` should return then, and `section_numberings`; another number of
+    /// them than of atoms, or of sections, is refused. Without numberings, the sections whose texts stay keep theirs.
     void set_data(GJFData data, std::vector<std::size_t> atom_origins);
+    void set_data(GJFData data, std::vector<std::size_t> atom_origins, std::vector<SectionNumbering> section_numberings);
 
     // --- Route cache
     // -------------------------------------------------------------------------------------------------------------
@@ -151,6 +161,10 @@ class QUOR_GJF_API GJFEditor {
     /// Returns for each atom its index when the editor took the job, or `no_origin`. Replacing the whole job by one with
     /// another number of atoms leaves none with an origin.
     const std::vector<std::size_t>& atom_origins() const noexcept;
+
+    /// Returns for each extra input section what its atom numbers count. Editing atoms does not change those texts: a writer
+    /// that renumbers them, as `GJFDocument` does, begins here.
+    const std::vector<SectionNumbering>& section_numberings() const noexcept;
 
     // --- Bonds
     // ---------------------------------------------------------------------------------------------------------------------
@@ -308,9 +322,15 @@ class QUOR_GJF_API GJFEditor {
     void validate_extra_input_index(std::size_t index) const;
     ParsedKeywords interpreted_route() const;
     void install_route(ParsedKeywords route);
+    void install_control(std::vector<std::string> words, std::optional<ParsedKeywords> route);
+    ConnectivitySection* bonds_of_the_list();
+    SectionNumbering numbering_of(const std::vector<std::size_t>& atom_origins) const;
+    std::vector<SectionNumbering> numberings_of(const GJFData& data, const std::vector<std::size_t>& atom_origins) const;
 
     GJFData data_;
     std::vector<std::size_t> atom_origins_;
+    std::size_t taken_atoms_;
+    std::vector<SectionNumbering> section_numberings_;  // one for each extra input section
 };
 
 }  // namespace quor::input::gaussian

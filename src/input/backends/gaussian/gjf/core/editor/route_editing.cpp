@@ -117,11 +117,9 @@ void GJFEditor::add_route_keyword(const std::string& keyword) {
 }
 
 void GJFEditor::remove_route_keyword(const std::string& keyword) {
-    std::vector<std::string>& words = data_.control.route_keywords;
-    // The keyword given may be an element of the list itself, which must not change while it is compared.
-    const auto is_word = [word = keyword](const std::string& other) { return other == word; };
-    words.erase(std::remove_if(words.begin(), words.end(), is_word), words.end());
-    data_.control.parsed_keywords.reset();
+    std::vector<std::string> words = data_.control.route_keywords;
+    words.erase(std::remove(words.begin(), words.end(), std::string(keyword)), words.end());
+    install_control(std::move(words), std::nullopt);
 }
 
 // --- Questions
@@ -166,13 +164,12 @@ ParsedKeywords GJFEditor::interpreted_route() const {
 
 void GJFEditor::install_route(ParsedKeywords route) {
     std::vector<std::string> words = route_words(route);
-    data_.control.route_keywords = std::move(words);
-    data_.control.parsed_keywords = std::move(route);
+    install_control(std::move(words), std::move(route));
 }
 
 void GJFEditor::update_route_from_parsed_keywords() {
     if (has_parsed_keywords()) {
-        data_.control.route_keywords = route_words(get_parsed_keywords());
+        install_route(get_parsed_keywords());
     }
 }
 
