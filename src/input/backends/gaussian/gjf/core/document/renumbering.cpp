@@ -1,6 +1,7 @@
 // Renumbers the atoms that sections name, each kind of section in its own form.
 #include <gjf/core/document/job_rewriting.hpp>
 
+#include <gjf/core/check/elements.hpp>
 #include <gjf/core/document/field_line.hpp>
 #include <gjf/core/job/gjf_parse_exception.hpp>
 #include <gjf/core/reader/molecule_fields.hpp>
@@ -125,29 +126,98 @@ std::optional<std::string> atom_list_line(std::string_view line, const AtomPlace
     return fields.size() == 0 && count > 0 ? std::nullopt : std::optional<std::string>(fields.text());
 }
 
-// A line such as "atoms=1-4,C notatoms=7": numbers and ranges are renumbered, elements stay.
-std::optional<std::string> atom_selection_line(std::string_view line, const AtomPlaces& places) {
-    const std::string_view text = without_comment(line);
-    std::string result;
-    for (std::size_t i = 0; i < text.size();) {
-        const bool begins_number = text[i] >= '0' && text[i] <= '9' &&
-                                   (i == 0 || std::string_view("=, (\t").find(text[i - 1]) != std::string_view::npos);
-        const std::size_t end = begins_number ? std::min(text.find_first_not_of("0123456789-", i), text.size()) : i + 1;
-        const std::string_view part = text.substr(i, end - i);
-        const std::string now = begins_number ? renumbered_range(part, places) : std::string(part);
-        result += now;
-        i = end;
-        if (!begins_number || !now.empty()) {
-            continue;
+// A part of a line that selects atoms, as in "atoms=1-4,C": a key, which may be missing, and the words behind it.
+struct SelectionItem {
+    std::string_view text;
+    std::string_view key;
+    std::vector<std::string_view> words;
+
+    bool has_key(std::string_view lower) const noexcept { return equals_folded(key, lower); }
+    bool selects() const noexcept { return key.empty() || has_key("atoms"); }
+    bool lists_atoms() const noexcept { return selects() || has_key("notatoms"); }
+};
+
+// Cuts a line into items; a list ends where the next key begins.
+std::vector<SelectionItem> selection_items(std::string_view text) {
+    constexpr std::string_view separators = " \t\r\v\f,()=";
+    std::vector<SelectionItem> items;
+    for (std::size_t i = text.find_first_not_of(separators); i < text.size();) {
+        const std::size_t end = std::min(text.find_first_of(separators, i), text.size());
+        const std::size_t equals = std::min(text.find_first_not_of(" \t", end), text.size());
+        const std::string_view word = text.substr(i, end - i);
+        const bool is_key = equals < text.size() && text[equals] == '=';
+        if (is_key || equals_folded(word, "noatoms")) {
+            items.push_back({text.substr(i, (is_key ? equals + 1 : end) - i), word, {}});
+        } else {
+            if (items.empty() || items.back().has_key("noatoms")) {
+                items.push_back({word, {}, {}});
+            }
+            const std::size_t closed = std::min(text.find_first_not_of(')', end), text.size());
+            const auto begin = static_cast<std::size_t>(items.back().text.data() - text.data());
+            items.back().words.push_back(word);
+            items.back().text = text.substr(begin, closed - begin);
         }
-        // The comma beside an atom that is gone goes too.
-        if (!result.empty() && result.back() == ',') {
-            result.pop_back();
-        } else if (i < text.size() && text[i] == ',') {
-            ++i;
+        i = text.find_first_not_of(separators, end);
+    }
+    return items;
+}
+
+// Renumbers the words of an item; nothing is left of it when all of them are gone. Elements stay.
+std::string renumbered_item(const SelectionItem& item, const AtomPlaces& places) {
+    if (!item.lists_atoms() || item.words.empty()) {
+        return std::string(item.text);
+    }
+    std::string result;
+    const char* written = item.text.data();
+    for (const std::string_view word : item.words) {
+        const bool numeric = (word[0] >= '0' && word[0] <= '9') || word.find_first_not_of("+-0123456789") == word.npos;
+        const std::string now = numeric ? renumbered_range(word, places) : std::string(word);
+        if (!now.empty()) {
+            // What stands before the first word is the key; a word that is gone takes what separates it along.
+            const char* begin = result.empty() ? item.text.data() : written;
+            const char* end = result.empty() ? item.words[0].data() : word.data();
+            result.append(begin, end).append(now);
+        }
+        written = word.data() + word.size();
+    }
+    return result.empty() ? result : result.append(written, item.text.data() + item.text.size());
+}
+
+// Refuses when a list that selected atoms is gone and nothing on its line says that others are meant, or none.
+void check_selection(const std::vector<SelectionItem>& items, const std::vector<std::string>& now) {
+    bool lost = false;
+    bool kept = false;
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        lost = lost || (items[i].selects() && now[i].empty());
+        kept = kept || items[i].has_key("noatoms") || (items[i].selects() && !items[i].words.empty() && !now[i].empty());
+    }
+    if (lost && !kept) {
+        throw CannotRenumber("no atom of 'atoms=...' is left");
+    }
+}
+
+// A line such as "noatoms atoms=1-4,C block=2 notatoms=7": numbers and ranges of atoms are renumbered; elements, and what
+// stands behind other keys, stay. A list of which nothing is left goes with its key.
+std::optional<std::string> atom_selection_line(std::string_view line, const AtomPlaces& places) {
+    const std::vector<SelectionItem> items = selection_items(without_comment(line));
+    if (items.empty()) {
+        return std::string(line);
+    }
+    std::vector<std::string> now;
+    std::transform(items.begin(), items.end(), std::back_inserter(now),
+                   [&](const SelectionItem& item) { return renumbered_item(item, places); });
+    check_selection(items, now);
+    const auto end_of = [](std::string_view text) { return text.data() + text.size(); };
+    std::string result;
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        if (!now[i].empty()) {
+            const char* begin = result.empty() ? line.data() : end_of(items[i - 1].text);
+            const char* end = result.empty() ? items[0].text.data() : items[i].text.data();
+            result.append(begin, end).append(now[i]);
         }
     }
-    return result + std::string(line.substr(text.size()));
+    return result.empty() ? std::nullopt
+                          : std::optional<std::string>(result.append(end_of(items.back().text), end_of(line)));
 }
 
 // A line whose first field is an atom or an element, as in a list of radii.
@@ -181,6 +251,29 @@ std::string change_lines(const std::string& text, const AtomPlaces& places, Chan
     return result;
 }
 
+// Renumbers the atoms that a line of centers names beside elements, before the zero that ends it.
+std::string centers_line(FieldLine fields, const AtomPlaces& places) {
+    const bool has_zero = fields.field(fields.size() - 1) == "0";
+    std::size_t names = 0;
+    for (std::size_t i = fields.size() - (has_zero ? 1 : 0); i-- > 0;) {
+        if (!is_number_range_text(fields.field(i))) {
+            ++names;
+            continue;
+        }
+        const std::string now = renumbered_range(fields.field(i), places);
+        names += now.empty() ? 0 : 1;
+        if (now.empty()) {
+            fields.remove(i);
+        } else if (now != fields.field(i)) {
+            fields.set_text(i, now);
+        }
+    }
+    if (names == 0) {
+        throw CannotRenumber("no atom of a block is left");
+    }
+    return fields.text();
+}
+
 // The lines of centers of a basis set: they end in a zero and name elements or atoms. Others stay.
 std::string basis_text(const std::string& text, const AtomPlaces& places) {
     bool centers_next = true;
@@ -194,36 +287,145 @@ std::string basis_text(const std::string& text, const AtomPlaces& places) {
             return std::string(line);
         }
         centers_next = false;
-        const bool has_zero = fields.field(fields.size() - 1) == "0";
-        std::size_t names = 0;
-        for (std::size_t i = fields.size() - (has_zero ? 1 : 0); i-- > 0;) {
-            if (!names_numbers(fields.field(i))) {
-                ++names;
-                continue;
-            }
-            const std::string now = renumbered_range(fields.field(i), where);
-            names += now.empty() ? 0 : 1;
-            if (now.empty()) {
-                fields.remove(i);
-            } else if (now != fields.field(i)) {
-                fields.set_text(i, now);
-            }
-        }
-        if (names == 0) {
-            throw CannotRenumber("no atom of a block is left");
-        }
-        return fields.text();
+        return centers_line(std::move(fields), where);
     });
 }
 
-// In a potential, a line of atom numbers cannot be told from one of its terms.
-std::string potential_text(const std::string& text) {
-    const std::vector<std::string_view> lines = split_lines(text);
-    const FieldLine first(lines.empty() ? std::string_view() : lines[0]);
-    if (first.size() > 0 && names_numbers(first.field(0))) {
+// What a line of centers names: elements alone, or atoms by number too.
+enum class Centers { None, Elements, Numbers };
+
+// Reads a line as one of centers: elements and atom numbers with a zero behind them.
+Centers centers_of(const FieldLine& fields) {
+    if (fields.size() < 2 || fields.field(fields.size() - 1) != "0") {
+        return Centers::None;
+    }
+    Centers centers = Centers::Elements;
+    for (std::size_t i = 0; i + 1 < fields.size(); ++i) {
+        const std::string_view field = fields.field(i);
+        // A minus sign before the element allows for its absence.
+        const std::string_view name = field.front() == '-' ? field.substr(1) : field;
+        if (is_number_range_text(field)) {
+            centers = Centers::Numbers;
+        } else if (atomic_number(name) == 0 && !equals_folded(name, "bq")) {
+            return Centers::None;
+        }
+    }
+    return centers;
+}
+
+// Tells whether a field is a number, with the exponent letter of Fortran allowed.
+bool is_term_number(std::string_view field) {
+    std::string text = to_lower_copy(field);
+    std::replace(text.begin(), text.end(), 'd', 'e');
+    return text.find_first_not_of("+-.0123456789e") == std::string::npos && is_number_text(text);
+}
+
+// Tells whether a line is a term: power, exponent, coefficient and perhaps one for spin and orbit.
+bool is_term(const FieldLine& fields) {
+    bool whole = (fields.size() == 3 || fields.size() == 4) && is_integer_text(fields.field(0));
+    for (std::size_t i = 1; whole && i < fields.size(); ++i) {
+        whole = is_term_number(fields.field(i));
+    }
+    return whole;
+}
+
+// A line that is more than a comment, and where it is.
+struct NotedLine {
+    std::size_t index;
+    FieldLine fields;
+};
+
+// Walks the blocks of a section of potentials: centers, then the name of a library's potential or one that is written out.
+class PotentialWalk {
+   public:
+    explicit PotentialWalk(const std::vector<NotedLine>& lines) : lines_(lines) {}
+
+    // Returns whether the section is made of whole blocks to its end; collects their lines of centers.
+    bool walk(std::vector<const NotedLine*>& centers) {
+        while (next_ < lines_.size()) {
+            centers.push_back(&lines_[next_]);
+            if (centers_of(lines_[next_++].fields) == Centers::None || !take_potential()) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+   private:
+    const FieldLine* take_line() { return next_ < lines_.size() ? &lines_[next_++].fields : nullptr; }
+
+    bool take_potential() {
+        const FieldLine* name = take_line();
+        if (name == nullptr || is_number_range_text(name->field(0)) || name->field(0).substr(0, 4) == "****") {
+            return false;
+        }
+        if (name->size() != 3) {
+            return name->size() == 1;
+        }
+        const std::optional<std::int64_t> highest = to_int64(name->field(1));
+        const std::optional<std::int64_t> electrons = to_int64(name->field(2));
+        bool whole = highest && *highest >= 0 && electrons && *electrons >= 0;
+        for (std::int64_t i = 0; whole && i <= *highest; ++i) {
+            whole = take_component();
+        }
+        return whole;
+    }
+
+    // Takes a title, the number of terms, and the terms.
+    bool take_component() {
+        const bool has_title = take_line() != nullptr;
+        const FieldLine* head = has_title ? take_line() : nullptr;
+        const std::optional<std::int64_t> count = head && head->size() == 1 ? to_int64(head->field(0)) : std::nullopt;
+        bool whole = count && *count >= 0;
+        for (std::int64_t i = 0; whole && i < *count; ++i) {
+            const FieldLine* term = take_line();
+            whole = term != nullptr && is_term(*term);
+        }
+        return whole;
+    }
+
+    const std::vector<NotedLine>& lines_;
+    std::size_t next_ = 0;
+};
+
+// Tells whether a line of a section of any form could name atoms by number. A name such as "Fe 2 0", right behind a line of
+// elements, could not.
+bool could_name_numbers(const std::vector<NotedLine>& lines) {
+    Centers before = Centers::None;
+    for (const auto& [index, fields] : lines) {
+        const Centers centers = centers_of(fields);
+        const bool is_name = before != Centers::None && fields.size() == 3 && !is_number_range_text(fields.field(0));
+        if (centers == Centers::Numbers && !is_name) {
+            return true;
+        }
+        before = is_name ? Centers::None : centers;
+    }
+    return false;
+}
+
+// A line of atom numbers cannot be told from a term of a potential but by walking all of its blocks.
+std::string potential_text(const std::string& text, const AtomPlaces& places) {
+    std::vector<std::string_view> lines = split_lines(text);
+    std::vector<NotedLine> noted;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        FieldLine fields(lines[i]);
+        if (fields.size() > 0) {
+            noted.push_back({i, std::move(fields)});
+        }
+    }
+    if (!could_name_numbers(noted)) {
+        return text;
+    }
+    std::vector<const NotedLine*> centers;
+    if (!PotentialWalk(noted).walk(centers)) {
         throw CannotRenumber("it names atoms by number");
     }
-    return text;
+    std::vector<std::string> changed(lines.size());
+    for (const NotedLine* line : centers) {
+        changed[line->index] = centers_line(line->fields, places);
+        lines[line->index] = changed[line->index];
+    }
+    return join_lines(lines.data(), lines.size());
 }
 
 // Lists one line an atom, behind a first line of temperature and pressure.
@@ -348,7 +550,7 @@ std::string renumbered(Kind kind, const std::string& text, const AtomPlaces& pla
         case Kind::DensityFittingBasis:
             return basis_text(text, places);
         case Kind::ECP:
-            return potential_text(text);
+            return potential_text(text, places);
         case Kind::AtomicMasses:
             return masses_text(text, places);
         case Kind::SecondTitleAndMolecule:
