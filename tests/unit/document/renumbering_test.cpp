@@ -283,6 +283,12 @@ TEST(Renumbering, ReachesTheCentersOfABasisSet) {
     const std::string twice = replaced(text, "sto-3g\n****\n", "sto-3g\n****\n****\n");
     EXPECT_EQ(edited(twice, [](GJFEditor& e) { e.remove_atom(0); }),
               replaced(replaced(replaced(twice, "H 0 0 0\n", ""), "1-2 0", "1   0"), "3 0\nsto", "2 0\nsto"));
+    const std::string noted = replaced(text, "****\nN 0", "! a note\n****\n! another\nN 0");
+    EXPECT_EQ(edited(noted, [](GJFEditor& e) { e.remove_atom(0); }),
+              replaced(replaced(replaced(noted, "H 0 0 0\n", ""), "1-2 0", "1   0"), "3 0\nsto", "2 0\nsto"));
+    const std::string noted_first = replaced(text, "1-2 0", "! a note\n1-2 0");
+    EXPECT_EQ(edited(noted_first, [](GJFEditor& e) { e.remove_atom(0); }),
+              replaced(replaced(replaced(noted_first, "H 0 0 0\n", ""), "1-2 0", "1   0"), "3 0\nsto", "2 0\nsto"));
     EXPECT_EQ(refusal(text, [](GJFEditor& e) { e.remove_atom(2); }),
               "The section 'Basis set specification' cannot follow the change of atoms: no atom of a block is left");
 }

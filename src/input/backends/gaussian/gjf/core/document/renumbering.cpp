@@ -279,11 +279,9 @@ std::string basis_text(const std::string& text, const AtomPlaces& places) {
     bool centers_next = true;
     return change_lines(text, places, [&](std::string_view line, const AtomPlaces& where) -> std::optional<std::string> {
         FieldLine fields(line);
-        if (fields.size() == 0 || !centers_next) {
-            centers_next = fields.size() > 0 && fields.field(0).substr(0, 4) == "****";
-            return std::string(line);
-        }
-        if (fields.field(0).substr(0, 4) == "****") {
+        const bool ends_block = fields.size() > 0 && fields.field(0).substr(0, 4) == "****";
+        if (fields.size() == 0 || !centers_next || ends_block) {
+            centers_next = centers_next || ends_block;
             return std::string(line);
         }
         centers_next = false;
