@@ -16,7 +16,10 @@
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
+#include <map>
 #include <optional>
+#include <string_view>
+#include <tuple>
 #include <utility>
 
 namespace quor::input::gaussian {
@@ -80,11 +83,12 @@ std::string with_options(const std::string& raw, Options options) {
     return text + ")";
 }
 
-// What a segment gave to the interpretation: the change of the model chemistry, and keywords by index.
+// What a segment gave to the interpretation: to the model chemistry, and keywords by index.
 struct Segment {
     RoutePiece piece;
     bool gives_model = false;
-    ParsedKeywords model;  // after the segment; only its model chemistry is looked at
+    bool gives_method = false;  // or stands with or behind an ONIOM expression
+    bool has_basis = false;     // named in it or before it
     std::size_t first_keyword = 0;
     std::size_t keyword_count = 0;
 };
@@ -96,21 +100,73 @@ bool same_model(const ParsedKeywords& a, const ParsedKeywords& b) {
            a.oniom_expression == b.oniom_expression;
 }
 
-std::vector<Segment> read_segments(const RouteText& route) {
-    G16KeywordParser parser(default_route_schema());
-    std::vector<Segment> segments;
-    ParsedKeywords last;
-    for (const RoutePiece& piece : route.segments()) {
-        parser.parse_segment_schema_driven(route.text(piece), std::nullopt);
-        ParsedKeywords now = parser.get_parsed_keywords();
+// Reads segments one after another, each by itself, so that it costs the same whatever was read before.
+//
+// What stands before a segment matters to it in two things only: whether there is a method, and whether there is a basis
+// set. So each is read by a copy of a parser that knows no more than that.
+class SegmentReader {
+   public:
+    Segment read(const RoutePiece& piece, const std::string& text) {
+        G16KeywordParser parser = parser_;
+        parser.parse_segment_schema_driven(text, std::nullopt);
+        ParsedKeywords now = parser.take_parsed_keywords();
+        const bool method = method_.empty() && !now.method.empty();
+        const bool basis = now.basis_set != known_basis_;
+        const bool oniom = !now.oniom_expression.empty() && now.oniom_expression != oniom_;
         Segment segment;
         segment.piece = piece;
-        segment.gives_model = !same_model(last, now);
-        segment.first_keyword = last.keywords.size();
-        segment.keyword_count = now.keywords.size() - last.keywords.size();
-        segment.model = now;
-        segments.push_back(std::move(segment));
-        last = std::move(now);
+        segment.first_keyword = keyword_count_;
+        segment.keyword_count = now.keywords.size() - known_keywords_;
+        keyword_count_ += segment.keyword_count;
+        if (oniom) {
+            oniom_ = std::move(now.oniom_expression);
+        }
+        if (method) {
+            method_ = std::move(now.method);
+        }
+        if (basis) {
+            basis_set_ = std::move(now.basis_set);
+        }
+        if (method || basis) {
+            tell_parser(text);
+        }
+        segment.gives_model = method || basis || oniom;
+        segment.gives_method = method || !oniom_.empty();
+        segment.has_basis = !basis_set_.empty();
+        return segment;
+    }
+
+   private:
+    // Tells the parser what there is by its names, or by the segment where the vocabulary does not take them.
+    void tell_parser(const std::string& segment) {
+        G16KeywordParser named(default_route_schema());
+        named.parse_segment_schema_driven(method_, std::nullopt);
+        named.parse_segment_schema_driven(basis_set_.empty() ? std::string() : "basis=" + basis_set_, std::nullopt);
+        ParsedKeywords known = named.get_parsed_keywords();
+        if (known.method.empty() == method_.empty() && known.basis_set == basis_set_) {
+            parser_ = std::move(named);
+        } else {
+            parser_.parse_segment_schema_driven(segment, std::nullopt);
+            known = parser_.get_parsed_keywords();
+        }
+        known_basis_ = std::move(known.basis_set);
+        known_keywords_ = known.keywords.size();
+    }
+
+    G16KeywordParser parser_{default_route_schema()};
+    std::string known_basis_;  // to the parser
+    std::size_t known_keywords_ = 0;
+    std::string method_;
+    std::string basis_set_;
+    std::string oniom_;
+    std::size_t keyword_count_ = 0;
+};
+
+std::vector<Segment> read_segments(const RouteText& route) {
+    SegmentReader reader;
+    std::vector<Segment> segments;
+    for (const RoutePiece& piece : route.segments()) {
+        segments.push_back(reader.read(piece, route.text(piece)));
     }
     return segments;
 }
@@ -130,9 +186,10 @@ class KeywordMatch {
    public:
     KeywordMatch(const std::vector<KeywordInfo>& before, const std::vector<KeywordInfo>& after)
         : partner(before.size(), none), taken(after.size()) {
-        match(before, after,
-              [](const KeywordInfo& a, const KeywordInfo& b) { return a.name == b.name && a.options == b.options; });
-        match(before, after, [](const KeywordInfo& a, const KeywordInfo& b) { return a.name == b.name; });
+        match(before, after, [](const KeywordInfo* a, const KeywordInfo* b) {
+            return std::tie(a->name, a->options) < std::tie(b->name, b->options);
+        });
+        match(before, after, [](const KeywordInfo* a, const KeywordInfo* b) { return a->name < b->name; });
     }
 
     static constexpr std::size_t none = static_cast<std::size_t>(-1);
@@ -140,14 +197,21 @@ class KeywordMatch {
     std::vector<char> taken;           // for each that should be
 
    private:
-    template <typename Same>
-    void match(const std::vector<KeywordInfo>& before, const std::vector<KeywordInfo>& after, Same same) {
+    // Gives each keyword without a partner the first that is left of those that no order tells from it.
+    template <typename Order>
+    void match(const std::vector<KeywordInfo>& before, const std::vector<KeywordInfo>& after, Order order) {
+        std::map<const KeywordInfo*, std::vector<std::size_t>, Order> left(order);  // the first at the back
+        for (std::size_t j = after.size(); j-- > 0;) {
+            if (taken[j] == 0) {
+                left[&after[j]].push_back(j);
+            }
+        }
         for (std::size_t i = 0; i < before.size(); ++i) {
-            for (std::size_t j = 0; j < after.size() && partner[i] == none; ++j) {
-                if (taken[j] == 0 && same(before[i], after[j])) {
-                    partner[i] = j;
-                    taken[j] = 1;
-                }
+            const auto found = partner[i] == none ? left.find(&before[i]) : left.end();
+            if (found != left.end() && !found->second.empty()) {
+                partner[i] = found->second.back();
+                taken[partner[i]] = 1;
+                found->second.pop_back();
             }
         }
     }
@@ -219,7 +283,7 @@ class RouteRewriter {
             return;
         }
         const std::string old = text_.text(segment.piece);
-        if (!gives_method(segment)) {
+        if (!segment.gives_method) {
             rewrite_basis_segment(segment, old);
             return;
         }
@@ -229,12 +293,6 @@ class RouteRewriter {
         }
         model_written_ = true;
         text_.replace(segment.piece, new_model_text(old));
-    }
-
-    bool gives_method(const Segment& segment) const {
-        const std::size_t index = static_cast<std::size_t>(&segment - segments_.data());
-        const std::string earlier = index == 0 ? std::string() : segments_[index - 1].model.method;
-        return earlier != segment.model.method || !segment.model.oniom_expression.empty();
     }
 
     void rewrite_basis_segment(const Segment& segment, const std::string& old) {
@@ -263,9 +321,8 @@ class RouteRewriter {
 
     // Tells whether a segment of its own gives the basis set.
     bool basis_stands_alone() const {
-        return std::any_of(segments_.begin(), segments_.end(), [this](const Segment& s) {
-            return s.gives_model && !gives_method(s) && !s.model.basis_set.empty();
-        });
+        return std::any_of(segments_.begin(), segments_.end(),
+                           [](const Segment& s) { return s.gives_model && !s.gives_method && s.has_basis; });
     }
 
     // The model chemistry that should be there, without a basis set that has a segment of its own.
@@ -311,6 +368,10 @@ class RouteRewriter {
 
 // Words that were given or taken one by one: those that stay keep their place.
 void rewrite_words(RouteText& text, const std::vector<std::string>& before, const std::vector<std::string>& after) {
+    std::map<std::string_view, std::vector<std::size_t>> places;
+    for (std::size_t i = 0; i < before.size(); ++i) {
+        places[before[i]].push_back(i);
+    }
     std::vector<char> kept(before.size());
     std::vector<std::string> added;
     std::size_t next = 0;
@@ -323,12 +384,13 @@ void rewrite_words(RouteText& text, const std::vector<std::string>& before, cons
     }
     for (std::size_t i = other_head ? 1 : 0; i < after.size(); ++i) {
         const std::string& word = after[i];
-        const auto found = std::find(before.begin() + static_cast<std::ptrdiff_t>(next), before.end(), word);
-        if (found == before.end()) {
+        const std::vector<std::size_t>& same = places[word];
+        const auto found = std::lower_bound(same.begin(), same.end(), next);
+        if (found == same.end()) {
             added.push_back(word);
             continue;
         }
-        next = static_cast<std::size_t>(found - before.begin()) + 1;
+        next = *found + 1;
         kept[next - 1] = 1;
     }
     for (std::size_t i = 0; i < before.size(); ++i) {

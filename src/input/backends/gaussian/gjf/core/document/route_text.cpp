@@ -1,6 +1,7 @@
 // Writes changed route words into their lines.
 #include <gjf/core/document/route_text.hpp>
 
+#include <gjf/core/job/gjf_parse_exception.hpp>
 #include <gjf/core/route/route_segments.hpp>
 #include <gjf/core/text/text.hpp>
 
@@ -38,6 +39,14 @@ std::vector<std::string> broken(const std::string& text) {
     return lines;
 }
 
+// Returns a text that is to be written, unless it would break its line.
+const std::string& within_line(const std::string& text) {
+    if (text.find_first_of("\r\n") != std::string::npos) {
+        throw GJFParseException("A route word cannot hold a line break");
+    }
+    return text;
+}
+
 }  // namespace
 
 RouteText::RouteText(const TextLines& lines, const std::vector<std::string>& words, const std::vector<TextPlace>& places)
@@ -57,8 +66,13 @@ RouteText::RouteText(const TextLines& lines, const std::vector<std::string>& wor
 
 void RouteText::replace(const RoutePiece& piece, const std::string& text) {
     // The first word of the segment takes the text, the others go.
+    within_line(text);
     bool first = true;
-    for (const JoinedRoute::Piece& word : joined_.pieces) {
+    const auto stands_behind = [](std::size_t at, const JoinedRoute::Piece& word) { return at < word.begin; };
+    auto next = std::upper_bound(joined_.pieces.begin(), joined_.pieces.end(), piece.begin, stands_behind);
+    next -= next == joined_.pieces.begin() ? 0 : 1;
+    for (; next != joined_.pieces.end() && next->begin < piece.end; ++next) {
+        const JoinedRoute::Piece& word = *next;
         const std::size_t length = words_[word.word].place.length - word.left_out;
         const std::size_t begin = std::max(piece.begin, word.begin);
         const std::size_t end = std::min(piece.end, word.begin + length);
@@ -78,13 +92,13 @@ void RouteText::replace(const RoutePiece& piece, const std::string& text) {
 }
 
 void RouteText::replace_word(std::size_t word, const std::string& text) {
-    words_[word].text = text;
+    words_[word].text = within_line(text);
     words_[word].changed = true;
 }
 
 void RouteText::set_head(const std::string& head) {
     Word& first = words_.front();
-    first.text = head + first.text.substr(std::min(head_length_, first.text.size()));
+    first.text = within_line(head) + first.text.substr(std::min(head_length_, first.text.size()));
     first.changed = true;
     if (first.text.size() > head.size() && head.size() == 1 && first.text[head.size()] != ' ') {
         // "#" and a word that begins with n, p or t must not become a print level.
@@ -95,23 +109,24 @@ void RouteText::set_head(const std::string& head) {
 void RouteText::insert_behind_head(const std::string& word) {
     Word& first = words_.front();
     const std::size_t at = std::min(std::max<std::size_t>(head_length_, 1), first.text.size());
-    first.text.insert(at, " " + word + (at < first.text.size() && first.text[at] != ' ' ? " " : ""));
+    first.text.insert(at, " " + within_line(word) + (at < first.text.size() && first.text[at] != ' ' ? " " : ""));
     first.changed = true;
 }
 
-void RouteText::append(const std::string& word) { appended_.push_back(word); }
+void RouteText::append(const std::string& word) { appended_.push_back(within_line(word)); }
 
 std::string RouteText::new_line(std::size_t number, const std::vector<const Word*>& words, bool& empty) const {
     const std::string_view old = lines_.line(number);
     std::string line;
     std::size_t from = 0;
+    bool blank = true;  // so far
     bool dropped = false;
     for (const Word* word : words) {
         std::string_view gap = old.substr(from, word->place.column - 1 - from);
         // The blanks before a word that went make way for those before the next one.
-        if (dropped && !line.empty() && !trim_view(line).empty()) {
-            gap = trim_view(gap).empty() ? std::string_view() : gap;
+        if (dropped && !blank) {
             line.resize(line.find_last_not_of(" \t,") + 1);
+            blank = line.empty();
             line += ' ';
             gap = {};
         } else if (dropped) {
@@ -119,6 +134,7 @@ std::string RouteText::new_line(std::size_t number, const std::vector<const Word
         }
         line += gap;
         line += word->text;
+        blank = blank && trim_view(gap).empty() && trim_view(word->text).empty();
         from = word->place.column - 1 + word->place.length;
         dropped = word->changed && trim_view(word->text).empty();
     }

@@ -19,7 +19,7 @@ struct RoutePiece {
 };
 
 /// Notes changes of words and writes them into the lines. Lines that are left empty go; a line that a change has made longer
-/// than 80 columns is broken before a word.
+/// than 80 columns is broken before a word. A text that holds a line break itself is refused with `GJFParseException`.
 class RouteText {
    public:
     RouteText(const TextLines& lines, const std::vector<std::string>& words, const std::vector<TextPlace>& places);
