@@ -4,10 +4,15 @@
 
 #include <gjf/core/job/job_comparison.hpp>
 #include <gjf/core/reader/gjf_parser.hpp>
+#include <gjf/core/route/route_scanner.hpp>
+#include <gjf/core/text/text.hpp>
 
 #include <algorithm>
 #include <optional>
+#include <string>
 #include <tuple>
+#include <utility>
+#include <vector>
 
 namespace quor::input::gaussian {
 namespace {
@@ -23,6 +28,44 @@ Keywords sorted_keywords(const ParsedKeywords& route) {
     return keywords;
 }
 
+// Returns where the list begins that ends an expression without blanks.
+std::size_t last_option_list(const std::string& text) {
+    std::size_t begin = text.size();
+    NestingTracker nesting;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool outside = nesting.at_top_level();
+        nesting.advance(text[i]);
+        begin = outside && text[i] == '(' ? i : begin;
+    }
+    return begin;
+}
+
+// Returns the options of a method expression, whichever way they are joined to the method: "=full", "(full)", "=(full)",
+// "-full". Letter case, blanks and their order mean nothing.
+std::vector<std::string> sorted_method_options(const std::string& expression) {
+    std::string text;
+    for (const char c : expression) {
+        if (!is_trim_character(c)) {
+            text += to_lower_ascii(c);
+        }
+    }
+    std::size_t begin = text.size();
+    if (const int equals = find_top_level_char(text, '='); equals >= 0) {
+        begin = static_cast<std::size_t>(equals) + 1;
+    } else if (!text.empty() && text.back() == ')') {
+        begin = last_option_list(text);
+    } else if (const std::size_t dash = text.rfind('-'); dash != std::string::npos) {
+        begin = dash + 1;
+    }
+    std::string list = text.substr(begin);
+    if (find_matching_paren(list, 0) + 1 == static_cast<int>(list.size()) && !list.empty()) {
+        list = list.substr(1, list.size() - 2);
+    }
+    std::vector<std::string> options = split_top_level_list(list, ',');
+    std::sort(options.begin(), options.end());
+    return options;
+}
+
 bool same_meaning(const std::vector<std::string>& a, const std::vector<std::string>& b) {
     const ParsedKeywords x = GJFParser::parse_keywords(a, {});
     const ParsedKeywords y = GJFParser::parse_keywords(b, {});
@@ -30,7 +73,10 @@ bool same_meaning(const std::vector<std::string>& a, const std::vector<std::stri
         return std::tie(r.print_level, r.method, r.basis_set, r.secondary_method, r.secondary_basis_set,
                         r.density_fitting_basis, r.oniom_expression);
     };
-    return model(x) == model(y) && sorted_keywords(x) == sorted_keywords(y);
+    const auto options = [](const ParsedKeywords& r) {
+        return std::pair(sorted_method_options(r.method_options), sorted_method_options(r.secondary_method_options));
+    };
+    return model(x) == model(y) && options(x) == options(y) && sorted_keywords(x) == sorted_keywords(y);
 }
 
 std::string section_name(const ExtraInputSection& section) {
