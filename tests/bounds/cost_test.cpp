@@ -13,6 +13,7 @@
 #include <iomanip>
 #include <iostream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "../../tools/write_schema_image/schema_image.hpp"
@@ -219,6 +220,60 @@ const std::vector<Input>& route_inputs() {
     return all;
 }
 
+/// Writes a text with a change in the job that it holds.
+void write_document(const std::string& text, const std::function<void(GJFEditor&)>& edit) {
+    GJFDocument document(text);
+    edit(document.job(0));
+    document.to_text();
+}
+
+std::function<void(const std::string&)> written_with(const std::function<void(GJFEditor&)>& edit) {
+    return [edit](const std::string& text) { write_document(text, edit); };
+}
+
+std::string route_of(const std::string& words) { return "# hf/sto-3g" + words + "\n\nt\n\n0 1\n" + one_atom; }
+
+const std::vector<Input>& document_inputs() {
+    static const auto set_title = [](GJFEditor& job) { job.set_title("b"); };
+    static const auto add_keyword = [](GJFEditor& job) { job.add_keyword("opt"); };
+    static const std::vector<Input> all = {
+        {"a document of equal sections", 80, [](std::size_t n) { return head + one_atom + "\n" + repeated("same\n\n", n); },
+         written_with(set_title)},
+        {"a document whose sections go", 80, [](std::size_t n) { return head + one_atom + "\n" + repeated("same\n\n", n); },
+         written_with([](GJFEditor& job) {
+             GJFData data = job.get_data();
+             data.extra_inputs.clear();
+             job.set_data(std::move(data));
+         })},
+        {"a document of equal route words", 20, [](std::size_t n) { return route_of(repeated(" iop(3/5=1)", n)); },
+         written_with(add_keyword)},
+        {"a document of other route words", 20, [](std::size_t n) { return route_of(numbered(" iop(3/@=1)", n)); },
+         written_with(add_keyword)},
+        {"a document of unknown route words", 10, [](std::size_t n) { return route_of(numbered(" zz@", n)); },
+         written_with(add_keyword)},
+        {"a document whose route names basis sets", 20,
+         [](std::size_t n) { return route_of(repeated(" basis=6-31g basis=sto-3g", n)); }, written_with(add_keyword)},
+        {"a document whose route words go", 20, [](std::size_t n) { return route_of(numbered(" iop(3/@=1)", n)); },
+         written_with([](GJFEditor& job) { job.remove_keyword_by_name("iop"); })},
+        {"a document whose route words go behind blanks", 20,
+         [](std::size_t n) {
+             return "# hf/sto-3g\n" + repeated(" ", n) + repeated(" iop(3/5=1)", n) + " pop=full\n\nt\n\n0 1\n" + one_atom;
+         },
+         written_with([](GJFEditor& job) { job.remove_keyword_by_name("iop"); })},
+        {"a document that is given route words", 20, [](std::size_t n) { return route_of(numbered(" zz@", n)); },
+         [](const std::string& text) {
+             write_document(text, [](GJFEditor& job) {
+                 std::vector<std::string> words = job.get_data().control.route_keywords;
+                 for (std::size_t i = words.size(); i > 2; --i) {
+                     words.push_back("w" + words[i - 1]);
+                 }
+                 job.set_route_section(words);
+             });
+         }},
+    };
+    return all;
+}
+
 /// A vocabulary document in a file, which is loaded, examined and asked.
 void load_and_ask(const std::string& text) {
     const quor::test::TemporaryFolder folder;
@@ -374,6 +429,8 @@ void expect_linear(const Input& input) {
 TEST(Cost, OfJobsIsLinear) { std::for_each(job_inputs().begin(), job_inputs().end(), expect_linear); }
 
 TEST(Cost, OfRoutesIsLinear) { std::for_each(route_inputs().begin(), route_inputs().end(), expect_linear); }
+
+TEST(Cost, OfDocumentsIsLinear) { std::for_each(document_inputs().begin(), document_inputs().end(), expect_linear); }
 
 TEST(Cost, OfAnImageThatNamesOneTextManyTimesIsBoundedByItsSize) {
     for (const std::size_t size : {300u, 3000u, 30'000u}) {
