@@ -239,6 +239,16 @@ const std::vector<Input>& document_inputs() {
     static const std::vector<Input> all = {
         {"a document of equal sections", 80, [](std::size_t n) { return head + one_atom + "\n" + repeated("same\n\n", n); },
          written_with(set_title)},
+        {"a document of other sections", 80,
+         [](std::size_t n) { return head + one_atom + numbered("\nsection @\n", n) + "\n"; }, written_with(set_title)},
+        {"a document whose sections all change", 80,
+         [](std::size_t n) { return head + one_atom + "\n" + repeated("same\n\n", n); }, written_with([](GJFEditor& job) {
+             GJFData data = job.get_data();
+             for (ExtraInputSection& section : data.extra_inputs) {
+                 section.content = "other";
+             }
+             job.set_data(std::move(data));
+         })},
         {"a document whose sections go", 80, [](std::size_t n) { return head + one_atom + "\n" + repeated("same\n\n", n); },
          written_with([](GJFEditor& job) {
              GJFData data = job.get_data();
