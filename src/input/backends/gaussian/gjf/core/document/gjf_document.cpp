@@ -66,7 +66,7 @@ AtomPlaces places_since(const std::vector<std::size_t>& origins_then, const std:
 // Brings the atom numbers of a section's text up to date; refuses where it is not known which atoms they count.
 std::string followed_text(const ExtraInputSection& section, const GJFEditor::SectionNumbering& numbering,
                           const AtomPlaces& places, const std::vector<std::size_t>& origins, bool force) {
-    const std::string text = section.text();
+    std::string text = section.text();
     const auto refuse_if_changed = [&](const AtomPlaces& change, const char* reason) {
         bool changed = false;
         try {
