@@ -65,6 +65,22 @@ TEST(GJFEditor, KeepsItsJobWhenANewOneIsRefused) {
     EXPECT_EQ(editor.get_data().geom.atoms.size(), 1u);
 }
 
+TEST(GJFEditor, IsCopiedByAssignmentWithAllItKnows) {
+    GJFEditor original(make_job(3));
+    original.add_extra_input("before");
+    original.remove_atom(0);
+    original.add_extra_input("after");
+    GJFEditor copy(make_job(1));
+    copy = original;
+    original.clear_atoms();
+    EXPECT_EQ(copy.get_data().geom.atoms.size(), 2U);
+    EXPECT_EQ(copy.atom_origins(), (std::vector<std::size_t>{1, 2}));
+    ASSERT_EQ(copy.section_numberings().size(), 2U);
+    EXPECT_EQ(copy.section_numberings()[0].origins, nullptr);
+    ASSERT_NE(copy.section_numberings()[1].origins, nullptr);
+    EXPECT_EQ(*copy.section_numberings()[1].origins, (std::vector<std::size_t>{1, 2}));
+}
+
 TEST(GJFEditor, TakesAJobWithTheOriginsOfItsAtoms) {
     using Origins = std::vector<std::size_t>;
     GJFEditor editor(make_job(4));
