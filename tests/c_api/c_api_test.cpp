@@ -294,6 +294,19 @@ TEST(CEditor, SavesToAFile) {
     EXPECT_EQ(gjf_editor_get_atom_count(again.get()), 2);
 }
 
+TEST(CEditor, CutsNoTextShortAtANullCharacter) {
+    const quor::test::TemporaryFolder folder;
+    const std::string path = folder.write("job.gjf", std::string("# hf/3-21g\n\nti\0tle\n\n0 1\nO 0.0 0.0 0.0\n\n", 40));
+    const Editor editor(gjf_editor_create_from_file(path.c_str()));
+    ASSERT_NE(editor, nullptr) << gjf_get_last_error();
+    char buffer[500] = "";
+    EXPECT_EQ(gjf_editor_to_string(editor.get(), buffer, sizeof buffer), -1);
+    EXPECT_STREQ(buffer, "");
+    EXPECT_NE(std::string(gjf_editor_last_error(editor.get())).find("text holds a null character"), std::string::npos);
+    EXPECT_EQ(gjf_editor_get_atom_element(editor.get(), 0, buffer, sizeof buffer), 0);
+    EXPECT_STREQ(buffer, "O");
+}
+
 TEST(CMultiEditor, EditsTheListOfJobs) {
     const MultiEditor owner = make_multi();
     quor_gjf_multi_editor* m = owner.get();
