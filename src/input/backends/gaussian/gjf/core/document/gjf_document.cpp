@@ -9,7 +9,6 @@
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
-#include <map>
 #include <optional>
 #include <utility>
 
@@ -44,20 +43,14 @@ AtomPlaces places_of(std::size_t old_count, const std::vector<std::size_t>& orig
     return places;
 }
 
-// The change of the atoms since a section's text was given.
-AtomPlaces places_since(const std::vector<std::size_t>& origins_then, const std::vector<std::size_t>& origins_now) {
-    std::map<std::size_t, std::size_t> place_of;  // by origin
-    for (std::size_t i = 0; i < origins_now.size(); ++i) {
-        if (origins_now[i] != GJFEditor::no_origin) {
-            place_of.emplace(origins_now[i], i);
-        }
-    }
+// The change of the atoms since a section's text was given, from that since the job was taken.
+AtomPlaces places_since(const std::vector<std::size_t>& origins_then, const AtomPlaces& since_taken) {
     AtomPlaces places;
-    places.count = origins_now.size();
-    places.added = origins_now.size() > origins_then.size();
+    places.count = since_taken.count;
+    places.added = since_taken.count > origins_then.size();
     for (std::size_t i = 0; i < origins_then.size(); ++i) {
-        const auto found = place_of.find(origins_then[i]);
-        places.places.push_back(found == place_of.end() ? AtomPlaces::gone : found->second);
+        const std::size_t origin = origins_then[i];
+        places.places.push_back(origin < since_taken.old_count() ? since_taken.places[origin] : AtomPlaces::gone);
         places.renumbered = places.renumbered || places.places.back() != i;
     }
     return places;
@@ -92,7 +85,7 @@ std::string followed_text(const ExtraInputSection& section, const GJFEditor::Sec
     if (*numbering.origins == origins) {
         return text;
     }
-    const AtomPlaces change = places_since(*numbering.origins, origins);
+    const AtomPlaces change = places_since(*numbering.origins, places);
     const bool traced = std::count(numbering.origins->begin(), numbering.origins->end(), GJFEditor::no_origin) == 0;
     return traced ? renumber_section(section.kind, text, change, force)
                   : refuse_if_changed(change, "it may name an atom that was added before");

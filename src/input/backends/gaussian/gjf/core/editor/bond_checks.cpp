@@ -20,9 +20,12 @@ bool is_from_checkpoint(const ControlSection& control) {
     return GJFParser::is_geom_check(control) || GJFParser::is_geom_allchk(control);
 }
 
+// The atoms of a job itself: those of its list, or the rows of its Z-matrix.
+std::size_t own_atoms(const GJFData& data) noexcept { return std::max(data.geom.atom_count(), data.geom.atoms.size()); }
+
 // The number of atoms that bonds may name. The route is interpreted only when they name more than the job has.
 std::size_t bound_of(const GJFData& data, const std::vector<Bond>& bonds) {
-    const std::size_t count = std::max(data.geom.atom_count(), data.geom.atoms.size());
+    const std::size_t count = own_atoms(data);
     return are_below(bonds, count) || !is_from_checkpoint(data.control) ? count : std::max(count, largest_atom_count);
 }
 
@@ -84,8 +87,7 @@ bool name_atoms_elsewhere(const GJFData& data, const std::vector<Bond>& bonds) {
 
 void check_route_for_bonds(const GJFData& data, const ControlSection& control) {
     const ConnectivitySection* connectivity = data.connectivity();
-    const std::size_t count = std::max(data.geom.atom_count(), data.geom.atoms.size());
-    if (connectivity != nullptr && !are_below(connectivity->bonds, count) && is_from_checkpoint(data.control) &&
+    if (connectivity != nullptr && !are_below(connectivity->bonds, own_atoms(data)) && is_from_checkpoint(data.control) &&
         !is_from_checkpoint(control)) {
         throw GJFParseException("The bonds name atoms of the checkpoint, which the changed route would not read");
     }

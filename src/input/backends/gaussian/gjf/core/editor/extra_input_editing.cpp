@@ -62,9 +62,9 @@ void GJFEditor::set_extra_input(std::size_t index, ExtraInputSectionKind kind, c
     validate_extra_input_index(index);
     GJFData copy = data_;
     copy.extra_inputs[index] = ExtraInputSection(kind, text);
-    SectionNumbering now = numbering_of(atom_origins_);
-    set_data(std::move(copy));
-    section_numberings_[index] = std::move(now);
+    std::vector<SectionNumbering> numberings = section_numberings_;
+    numberings[index] = numbering_of(atom_origins_);
+    set_data(std::move(copy), atom_origins_, std::move(numberings));
 }
 
 void GJFEditor::remove_extra_input(std::size_t index) {
@@ -105,9 +105,9 @@ std::size_t GJFEditor::insert_extra_input_ordered(ExtraInputSectionKind kind, co
                      [kind](const ExtraInputSection& section) { return rank_of(section.kind) > rank_of(kind); });
     const auto index = static_cast<std::size_t>(place - copy.extra_inputs.begin());
     copy.extra_inputs.emplace(place, kind, text);
-    SectionNumbering now = numbering_of(atom_origins_);
-    set_data(std::move(copy));
-    section_numberings_[index] = std::move(now);
+    std::vector<SectionNumbering> numberings = section_numberings_;
+    numberings.insert(numberings.begin() + static_cast<std::ptrdiff_t>(index), numbering_of(atom_origins_));
+    set_data(std::move(copy), atom_origins_, std::move(numberings));
     return index;
 }
 
