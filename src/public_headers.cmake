@@ -2,6 +2,7 @@
 set(quor_public_headers
     gjf/gjf.hpp
     gjf/core/route_schema_paths.hpp
+    gjf/core/text/span.hpp
     gjf/core/schema/route_schema_cache.hpp
     gjf/core/schema/schema_validation.hpp
     gjf/core/schema/simple_yaml_parser.hpp
