@@ -165,6 +165,11 @@ int check(const CheckArguments& arguments) {
         }
     }
     report_missing_vocabulary();
+    // A job that passes without the facts was hardly checked.
+    if (const std::string problem = missing_knowledge(); !problem.empty()) {
+        std::fprintf(stderr, "quor-gjf: facts are missing: %s\n", printable(problem).c_str());
+        return exit_usage;
+    }
     const Colours& colours = output_has_colour() ? terminal_colours : no_colours;
     std::size_t files = 0;
     std::array<std::size_t, 3> counts{};

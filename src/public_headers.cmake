@@ -6,6 +6,7 @@ set(quor_public_headers
     gjf/core/schema/route_schema_cache.hpp
     gjf/core/schema/schema_validation.hpp
     gjf/core/schema/simple_yaml_parser.hpp
+    gjf/core/knowledge/knowledge.hpp
     gjf/core/route/keyword_parser.hpp
     gjf/core/route/parse_warning.hpp
     gjf/core/route/parsed_keywords.hpp

@@ -20,7 +20,7 @@ def run(*command, **options):
 
 def clean_environment():
     """The environment without what could lead to a vocabulary or a library."""
-    names = ("QUOR_G16_ROUTE_SCHEMA_YAML", "HOME", "LD_LIBRARY_PATH")
+    names = ("QUOR_G16_ROUTE_SCHEMA_YAML", "QUOR_G16_KNOWLEDGE", "HOME", "LD_LIBRARY_PATH")
     return {key: value for key, value in os.environ.items() if key not in names}
 
 
@@ -67,6 +67,7 @@ def main():
     report = run(tool, "report", pathlib.Path(source) / "examples/jobs/water_opt_freq.gjf", cwd="/", env=clean_environment())
     if "Atoms (3)" not in report:
         sys.exit("the installed tool does not report")
+    run(tool, "check", pathlib.Path(source) / "examples/jobs/water_opt_freq.gjf", cwd="/", env=clean_environment())
     for name in ("share/man/man1/quor-gjf.1", "share/bash-completion/completions/quor-gjf", "share/zsh/site-functions/_quor-gjf",
                  "share/fish/vendor_completions.d/quor-gjf.fish"):
         if not (moved / name).is_file():

@@ -8,6 +8,7 @@
 #include <gjf/core/job/gjf_data.hpp>
 #include <gjf/core/job/gjf_parse_exception.hpp>
 #include <gjf/core/job/job_comparison.hpp>
+#include <gjf/core/knowledge/knowledge.hpp>
 #include <gjf/core/reader/gjf_parser.hpp>
 #include <gjf/core/reader/job_layout.hpp>
 #include <gjf/core/route/keyword_parser.hpp>

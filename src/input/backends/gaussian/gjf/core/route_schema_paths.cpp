@@ -1,4 +1,5 @@
-// Finds the route vocabulary: near the caller, near the library, in the source tree this was built from, under HOME.
+// Finds the route vocabulary: near the caller, near the library, in the source tree this was built from, under HOME; and the
+// facts beside it.
 #include <gjf/core/route_schema_paths.hpp>
 
 #include <core/resource/resource.hpp>
@@ -12,6 +13,9 @@ namespace {
 constexpr const char* schema_variable = "QUOR_G16_ROUTE_SCHEMA_YAML";
 constexpr const char* source_tree_schema = "resources/schemas/input/gaussian_route.yaml";
 constexpr const char* installed_schema = "share/quorlib/schemas/input/gaussian_route.yaml";
+constexpr std::string_view vocabulary_below_resources = "schemas/input/gaussian_route.yaml";
+constexpr const char* one_table = "knowledge/words.tsv";
+constexpr const char* knowledge_variable = "QUOR_G16_KNOWLEDGE";
 constexpr int parent_limit = 6;
 
 /// Where this file lies below a source root, in the layouts it has had.
@@ -21,6 +25,11 @@ constexpr std::string_view source_file_suffixes[] = {
     "/g16/gjf/src/core/route_schema_paths.cpp",
     "g16/gjf/src/core/route_schema_paths.cpp",
 };
+
+/// Returns a vocabulary that one of `variables` names, or the nearest to `base`; empty when there is none.
+std::string find_near(const std::vector<std::string>& variables, const std::string& base = {}) {
+    return quor::core::resource::search_file(variables, {}, {source_tree_schema, installed_schema}, base, {}, parent_limit);
+}
 
 /// Returns the vocabulary's path in the source tree that `source_file` belongs to, or an empty text when it is not there.
 std::string schema_in_source_tree(std::string_view source_file) {
@@ -43,8 +52,7 @@ std::string schema_in_source_tree(std::string_view source_file) {
 std::string resolve_route_schema_path_of_build(const std::string& base, std::string_view source_file);
 
 std::string resolve_route_schema_path_of_build(const std::string& base, std::string_view source_file) {
-    std::string path = quor::core::resource::search_file({schema_variable}, {}, {source_tree_schema, installed_schema}, base,
-                                                         {}, parent_limit);
+    std::string path = find_near({schema_variable}, base);
     if (!path.empty()) {
         return path;
     }
@@ -58,6 +66,22 @@ std::string resolve_route_schema_path_of_build(const std::string& base, std::str
 
 std::string resolve_route_schema_path(const std::string& base) {
     return resolve_route_schema_path_of_build(base, QUOR_GJF_PATHS_SOURCE);
+}
+
+std::string resolve_knowledge_folder() {
+    std::string named = quor::core::resource::getenv_string(knowledge_variable);
+    if (!named.empty()) {
+        return named;
+    }
+    // A vocabulary of one's own may stand anywhere; then the facts are those beside the default one.
+    for (const std::string& vocabulary :
+         {resolve_route_schema_path(""), find_near({}), schema_in_source_tree(QUOR_GJF_PATHS_SOURCE)}) {
+        const std::size_t end = vocabulary.rfind(vocabulary_below_resources);
+        if (end != std::string::npos && quor::core::resource::is_regular_file_path(vocabulary.substr(0, end) + one_table)) {
+            return vocabulary.substr(0, end) + "knowledge";
+        }
+    }
+    return "resources/knowledge";
 }
 
 }  // namespace quor::input::gaussian

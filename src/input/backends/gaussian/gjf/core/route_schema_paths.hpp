@@ -1,4 +1,4 @@
-// Where the route vocabulary may lie.
+// Where the route vocabulary and the facts beside it may lie.
 #pragma once
 
 #include <core/export.hpp>
@@ -14,5 +14,10 @@ namespace quor::input::gaussian {
 /// current folder, then the library's own folder); the source tree the library was built from; then, unchecked,
 /// .quor/lib/resources/schemas/input under HOME, or the first relative path when HOME is unset.
 QUOR_GJF_API std::string resolve_route_schema_path(const std::string& base);
+
+/// Returns the folder of the tables of facts: the one that the environment variable QUOR_G16_KNOWLEDGE names; else the
+/// folder "knowledge" that lies beside the vocabulary's folder "schemas", for the vocabulary that is used or, where that
+/// has none, for the default one. It may not exist.
+QUOR_GJF_API std::string resolve_knowledge_folder();
 
 }  // namespace quor::input::gaussian

@@ -2,6 +2,7 @@
 // fragments.
 #include <gjf/core/check/molecule_view.hpp>
 
+#include <gjf/core/knowledge/facts.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
 
@@ -171,7 +172,7 @@ void check_models(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms,
     for (std::size_t i = 0; i < pairs.size() && i < N; ++i) {
         const std::string& level = layers.levels[models[i].level];
         const std::string method = to_lower_copy(std::string_view(level).substr(0, level.find_first_of("/=(")));
-        if (is_force_field(method)) {
+        if (has_trait(method, "is a force field")) {
             continue;
         }
         check_pair(pairs[i], charge_of_model(job, atoms, models[i], layers.unlinked),
@@ -226,7 +227,7 @@ void check_electrons(const CheckedJob& job, const std::vector<MoleculeAtom>& ato
                      "it is the number of unpaired electrons and one more");
         return;
     }
-    if (is_force_field(job.route.method)) {
+    if (has_trait(job.route.method, "is a force field")) {
         return;
     }
     check_pair(pairs.front(), charge_of_all(atoms), {}, line, findings);

@@ -2,6 +2,7 @@
 #include <gjf/core/check/checked_job.hpp>
 
 #include <gjf/core/check/near_names.hpp>
+#include <gjf/core/knowledge/facts.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/number_range.hpp>
 #include <gjf/core/text/text.hpp>
@@ -185,28 +186,14 @@ void check_memory(const CheckedJob& job, const std::vector<Link0Line>& lines, st
     }
 }
 
-// What makes a job read a checkpoint: a keyword with an option, or alone.
-struct Reads {
-    const char* keyword;
-    const char* option;  // null for the keyword alone
-    bool fails_without;
-};
-
-constexpr Reads reading_requests[] = {
-    {"geom", "check", true},  {"geom", "allcheck", true},  {"guess", "read", true},    {"restart", nullptr, true},
-    {"irc", "restart", true}, {"irc", "rcfc", true},       {"opt", "restart", true},   {"opt", "readfc", true},
-    {"opt", "rcfc", true},    {"freq", "readfc", true},    {"freq", "restart", false}, {"scf", "restart", false},
-    {"td", "read", false},    {"chkbasis", nullptr, true}, {"charge", "check", false},
-};
-
 // Returns what asks for a checkpoint, in words; empty for nothing. `fails` tells whether the job cannot do without.
 std::string reading_request(const CheckedJob& job, bool& fails) {
-    for (const Reads& reads : reading_requests) {
-        const bool asked = reads.option == nullptr ? job.has_keyword(reads.keyword) || job.names_basis(reads.keyword)
-                                                   : job.has_option(reads.keyword, reads.option);
+    for (const CheckpointRead& reads : checkpoint_reads()) {
+        const bool asked = reads.option.empty() ? job.has_keyword(reads.keyword) || job.names_basis(reads.keyword)
+                                                : job.has_option(reads.keyword, reads.option);
         if (asked) {
             fails = reads.fails_without;
-            return reads.option == nullptr ? reads.keyword : std::string(reads.keyword) + "=" + reads.option;
+            return std::string(reads.keyword) + (reads.option.empty() ? "" : "=") + std::string(reads.option);
         }
     }
     return {};

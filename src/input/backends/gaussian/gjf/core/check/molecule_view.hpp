@@ -46,9 +46,6 @@ bool uses_bohr(const CheckedJob& job);
 /// Returns the levels of an ONIOM expression, highest first; none without one.
 std::vector<std::string> oniom_levels(const CheckedJob& job);
 
-/// Tells whether a method is a molecular-mechanics force field.
-bool is_force_field(std::string_view method) noexcept;
-
 /// The fields behind the layer of an ONIOM atom: the link atom that takes its place in the model, and the atom it is bonded
 /// to.
 struct LinkAtom {

@@ -2,57 +2,26 @@
 #include <gjf/core/check/checked_job.hpp>
 
 #include <gjf/core/check/near_names.hpp>
-#include <gjf/core/check/solvents.hpp>
+#include <gjf/core/knowledge/facts.hpp>
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 
 namespace quor::input::gaussian {
 namespace {
 
-// Names that papers use for a functional that Gaussian calls otherwise.
-constexpr struct {
-    const char* paper_name;
-    const char* name;
-} paper_names[] = {{"pbe0", "pbe1pbe"},
-                   {"hse06", "hseh1pbe"},
-                   {"hse03", "ohse2pbe"},
-                   {"hiss", "hissbpbe"},
-                   {"tpss", "tpsstpss"},
-                   {"pbe", "pbepbe"},
-                   {"revpbe", ""},
-                   {"bp", "bp86"},
-                   {"b3lyp5", ""},
-                   {"cam", "cam-b3lyp"},
-                   {"pw91", "pw91pw91"},
-                   {"b3lyp-d3", "b3lyp empiricaldispersion=gd3"},
-                   {"wb97x-d3", ""},
-                   {"r2scan", ""},
-                   {"scan", ""},
-                   {"b97-d", "b97d"},
-                   {"m06-2x-d3", "m062x empiricaldispersion=gd3"}};
-
-// Keywords whose value is free text or a number and no option.
-constexpr std::string_view free_valued[] = {"iop",      "iop2",  "iop33",  "external", "extralinks", "field",
-                                            "use",      "name",  "test",   "skip",     "scale",      "temperature",
-                                            "pressure", "punch", "window", "constants"};
-
-bool is_free_valued(const WrittenKeyword& keyword) noexcept {
-    return std::find(std::begin(free_valued), std::end(free_valued), keyword.name) != std::end(free_valued);
-}
-
-const char* paper_name_of(std::string_view word) noexcept {
-    std::string bare = to_lower_copy(word);
+// Returns what Gaussian calls a functional that papers name otherwise, empty for none; nothing for any other word.
+std::optional<std::string_view> paper_name_of(std::string_view word) {
     for (const std::string_view prefix : {"", "u", "ro", "r"}) {
-        for (const auto& entry : paper_names) {
-            if (bare.size() >= prefix.size() && bare.compare(0, prefix.size(), prefix) == 0 &&
-                bare.substr(prefix.size()) == entry.paper_name) {
-                return entry.name;
+        if (equals_folded(word.substr(0, prefix.size()), prefix)) {
+            if (const std::optional<std::string_view> meant = other_name("functional", word.substr(prefix.size()))) {
+                return meant;
             }
         }
     }
-    return nullptr;
+    return std::nullopt;
 }
 
 // Tells whether a word is a known method in a form that the vocabulary may lack: complex, generalised, or long-range
@@ -65,36 +34,13 @@ bool is_method_variant(const CheckedJob& job, const std::string& word) {
     });
 }
 
-// Options that are often written as words of their own, and where they belong.
-constexpr struct {
-    std::string_view word;
-    const char* place;
-} misplaced_options[] = {{"solvent", "scrf=(solvent=...)"},
-                         {"smd", "scrf=(smd,solvent=...)"},
-                         {"gd3", "empiricaldispersion=gd3"},
-                         {"gd3bj", "empiricaldispersion=gd3bj"},
-                         {"d3", "empiricaldispersion=gd3"},
-                         {"d3bj", "empiricaldispersion=gd3bj"},
-                         {"xqc", "scf=xqc"},
-                         {"ultrafine", "int=ultrafine"},
-                         {"calcfc", "opt=calcfc"},
-                         {"ts", "opt=ts"},
-                         {"modredundant", "opt=modredundant"},
-                         {"nbo", "pop=nbo"},
-                         {"connectivity", "geom=connectivity"},
-                         {"allcheck", "geom=allcheck"}};
-
 // Says what a word that nobody knows was rather meant as: an option, or an equals sign between blanks.
 std::string hint_at_form(std::string_view word) {
     if (word.empty() || word.front() == '(') {
         return "write no blanks around '=' and '/', as in opt=(ts,calcfc) and hf/6-31g";
     }
-    for (const auto& option : misplaced_options) {
-        if (equals_folded(word, option.word)) {
-            return "write " + std::string(option.place);
-        }
-    }
-    return {};
+    const std::optional<std::string_view> place = other_name("option", word);
+    return place ? "write " + std::string(*place) : std::string();
 }
 
 // Reports a word that is neither keyword nor method nor basis set.
@@ -125,9 +71,9 @@ bool is_ambiguous(const CheckedJob& job, const std::string& word) {
 // Reports a paper's name for a functional; tells whether it was one.
 bool check_paper_name(const CheckedJob& job, const WrittenSegment& segment, const std::string& word, const TextPlace& place,
                       Findings& findings) {
-    const char* name =
-        job.schema.knows_method_exact(word) || job.schema.knows_keyword_exact(word) ? nullptr : paper_name_of(word);
-    if (name == nullptr || segment.is_oniom) {
+    const bool is_own = segment.is_oniom || job.schema.knows_method_exact(word) || job.schema.knows_keyword_exact(word);
+    const std::optional<std::string_view> name = is_own ? std::nullopt : paper_name_of(word);
+    if (!name) {
         return false;
     }
     // A word that begins one of Gaussian's own may be taken for its abbreviation.
@@ -135,7 +81,7 @@ bool check_paper_name(const CheckedJob& job, const WrittenSegment& segment, cons
     findings.add(
         "GJF-R011", may_be_taken ? Severity::Warning : Severity::Error,
         "'" + word + "' is the name of a functional in papers, not in Gaussian", place,
-        *name == '\0' ? std::string("Gaussian 16 has no such functional") : "Gaussian calls it " + std::string(name));
+        name->empty() ? std::string("Gaussian 16 has no such functional") : "Gaussian calls it " + std::string(*name));
     return true;
 }
 
@@ -176,7 +122,7 @@ void check_basis_suffix(const CheckedJob& job, const WrittenSegment& segment, Fi
 
 void check_options(const CheckedJob& job, const WrittenKeyword& keyword, Findings& findings) {
     const std::vector<std::string> options = job.schema.options_of(keyword.name);
-    if (!keyword.known || options.empty() || is_free_valued(keyword)) {
+    if (!keyword.known || options.empty() || has_trait(keyword.name, "takes free text")) {
         return;
     }
     for (std::size_t i = 0; i < keyword.options.size(); ++i) {
@@ -200,33 +146,6 @@ void check_options(const CheckedJob& job, const WrittenKeyword& keyword, Finding
     }
 }
 
-// Returns Gaussian's name for a solvent that is called by an abbreviation; null for any other word.
-const char* abbreviated_solvent(std::string_view word) noexcept {
-    constexpr struct {
-        std::string_view short_name;
-        const char* name;
-    } solvents[] = {{"dcm", "dichloromethane"},
-                    {"dmf", "n,n-dimethylformamide"},
-                    {"dma", "n,n-dimethylacetamide"},
-                    {"mecn", "acetonitrile"},
-                    {"acn", "acetonitrile"},
-                    {"meoh", "methanol"},
-                    {"etoh", "ethanol"},
-                    {"dce", "dichloroethane"},
-                    {"dioxane", "1,4-dioxane"},
-                    {"et2o", "diethylether"},
-                    {"hexane", "n-hexane"},
-                    {"ipa", "2-propanol"},
-                    {"isopropanol", "2-propanol"},
-                    {"phme", "toluene"}};
-    for (const auto& solvent : solvents) {
-        if (equals_folded(word, solvent.short_name)) {
-            return solvent.name;
-        }
-    }
-    return nullptr;
-}
-
 void check_solvent(const WrittenKeyword& keyword, Findings& findings) {
     for (const WrittenOption& option : keyword.options) {
         const std::string_view value = trim_view(option.value);
@@ -234,10 +153,10 @@ void check_solvent(const WrittenKeyword& keyword, Findings& findings) {
             continue;
         }
         const std::vector<std::string> near = near_names(to_lower_copy(value), solvent_names());
-        const char* abbreviated = abbreviated_solvent(value);
+        const std::optional<std::string_view> abbreviated = abbreviated_solvent(value);
         findings.add("GJF-R012", is_misspelt(value, near) ? Severity::Error : Severity::Warning,
                      "'" + std::string(value) + "' is no solvent of Gaussian", option.place,
-                     abbreviated ? std::string("Gaussian calls it ") + abbreviated : did_you_mean(near));
+                     abbreviated ? "Gaussian calls it " + std::string(*abbreviated) : did_you_mean(near));
     }
 }
 

@@ -52,37 +52,14 @@ void check_missing(const CheckedJob& job, Findings& findings) {
 }
 
 // Requests for input that the sections' own rules do not know: a keyword and its option.
-constexpr const char* further_requests[][2] = {{"geom", "modredundant"},
-                                               {"geom", "modify"},
-                                               {"geom", "addgic"},
-                                               {"geom", "readallgic"},
-                                               {"geom", "gic"},
-                                               {"geom", "step"},
-                                               {"opt", "gic"},
-                                               {"opt", "readallgic"},
-                                               {"opt", "readharmonic"},
-                                               {"output", "wfx"},
-                                               {"pop", "nbo7read"},
-                                               {"pop", "nbo7del"},
-                                               {"pop", "nbodel"},
-                                               {"pop", "nbo6del"},
-                                               {"freq", "readharmonic"},
-                                               {"freq", "readdifferentharmonic"},
-                                               {"freq", "modredundant"},
-                                               {"freq", "readisotopes"},
-                                               {"cphf", "rdfreq"},
-                                               {"polar", "optrot"},
-                                               {"polar", "dcshg"},
-                                               {"opt", "nofreeze"},
-                                               {"pop", "savemixed"},
-                                               {"irc", "recorrect"},
-                                               {"freq", "franckcondon"},
-                                               {"freq", "fc"},
-                                               {"freq", "herzbergteller"},
-                                               {"freq", "ht"},
-                                               {"freq", "fcht"},
-                                               {"freq", "fchtemission"},
-                                               {"output", "pickett"}};
+constexpr const char* further_requests[][2] = {
+    {"geom", "modredundant"}, {"geom", "modify"},       {"geom", "addgic"},       {"geom", "readallgic"},
+    {"geom", "gic"},          {"geom", "step"},         {"opt", "gic"},           {"opt", "readallgic"},
+    {"opt", "readharmonic"},  {"output", "wfx"},        {"pop", "nbo7read"},      {"pop", "nbo7del"},
+    {"pop", "nbodel"},        {"pop", "nbo6del"},       {"freq", "readharmonic"}, {"freq", "readdifferentharmonic"},
+    {"freq", "modredundant"}, {"freq", "readisotopes"}, {"cphf", "rdfreq"},       {"polar", "optrot"},
+    {"polar", "dcshg"},       {"opt", "nofreeze"},      {"pop", "savemixed"},     {"irc", "recorrect"},
+    {"freq", "franckcondon"}, {"freq", "ht"},           {"freq", "fcht"},         {"output", "pickett"}};
 
 // Counts the basis sets and core potentials that the levels of an ONIOM job take from the input, and a fitting set that is
 // given like a basis set.

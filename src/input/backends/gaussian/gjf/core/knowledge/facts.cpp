@@ -1,0 +1,159 @@
+// Turns the tables of facts into answers, each table at its first question.
+#include <gjf/core/knowledge/facts.hpp>
+
+#include <gjf/core/knowledge/fact_table.hpp>
+#include <gjf/core/knowledge/knowledge.hpp>
+#include <gjf/core/text/text.hpp>
+
+#include <algorithm>
+#include <utility>
+
+namespace quor::input::gaussian {
+namespace {
+
+// Rows made from a table: each of `Row`'s own form.
+template <class Row>
+struct Facts {
+    FactTable table;
+    std::vector<Row> rows;
+
+    template <class Make>
+    Facts(std::string_view name, std::initializer_list<std::string_view> columns, const Make& make) : table(name, columns) {
+        rows.reserve(table.size());
+        for (std::size_t i = 0; i < table.size(); ++i) {
+            rows.push_back(make(table.row(i)));
+        }
+    }
+};
+
+using Pair = std::pair<std::string_view, std::string_view>;
+
+const Facts<Pair>& traits() {
+    static const Facts<Pair> facts("words", {"word", "trait"}, [](const std::string_view* cells) {
+        return Pair{cells[0], cells[1]};
+    });
+    return facts;
+}
+
+struct OtherName {
+    std::string_view kind;
+    std::string_view name;
+    std::string_view meant;
+};
+
+OtherName make_other_name(const std::string_view* cells) { return {cells[0], cells[1], cells[2]}; }
+
+const Facts<OtherName>& other_names() {
+    static const Facts<OtherName> facts("other_names", {"kind", "name", "meant"}, make_other_name);
+    return facts;
+}
+
+const Facts<OtherName>& solvents() {
+    static const Facts<OtherName> facts("solvents", {"kind", "name", "stands_for"}, make_other_name);
+    return facts;
+}
+
+const Facts<Exclusion>& all_exclusions() {
+    static const Facts<Exclusion> facts("excludes", {"what", "keyword", "first", "second", "severity"},
+                                        [](const std::string_view* cells) {
+                                            return Exclusion{cells[0], cells[1], cells[2], cells[3], cells[4]};
+                                        });
+    return facts;
+}
+
+std::vector<std::string_view> words_of(std::string_view list) {
+    std::vector<std::string_view> words;
+    split_fields(list, FieldSeparators::WhiteSpaceAndComma, true, words);
+    return words;
+}
+
+const Facts<Need>& all_needs() {
+    static const Facts<Need> facts("needs", {"keyword", "option", "severity", "any_of", "message", "hint"},
+                                   [](const std::string_view* cells) {
+                                       return Need{cells[0], cells[1], cells[2], words_of(cells[3]), cells[4], cells[5]};
+                                   });
+    return facts;
+}
+
+const Facts<CheckpointRead>& all_checkpoint_reads() {
+    static const Facts<CheckpointRead> facts("checkpoint_reads", {"keyword", "option", "fails_without"},
+                                             [](const std::string_view* cells) {
+                                                 return CheckpointRead{cells[0], cells[1], cells[2] == "yes"};
+                                             });
+    return facts;
+}
+
+std::optional<std::string_view> find_name(const Facts<OtherName>& facts, std::string_view kind, std::string_view name) {
+    const auto found = std::find_if(facts.rows.begin(), facts.rows.end(),
+                                    [&](const OtherName& row) { return row.kind == kind && equals_folded(name, row.name); });
+    return found == facts.rows.end() ? std::nullopt : std::optional(found->meant);
+}
+
+}  // namespace
+
+bool has_trait(std::string_view word, std::string_view trait) {
+    const std::vector<Pair>& rows = traits().rows;
+    return std::find(rows.begin(), rows.end(), Pair{word, trait}) != rows.end();
+}
+
+bool method_has_trait(std::string_view method, std::string_view trait) {
+    for (const std::string_view prefix : {"", "ro", "r", "u"}) {
+        if (method.starts_with(prefix) && has_trait(method.substr(prefix.size()), trait)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+std::optional<std::string_view> other_name(std::string_view kind, std::string_view name) {
+    return find_name(other_names(), kind, name);
+}
+
+bool is_solvent(std::string_view name) {
+    const std::vector<OtherName>& rows = solvents().rows;
+    return std::any_of(rows.begin(), rows.end(), [&](const OtherName& row) {
+        // The comma of 1,4-dioxane ends an option, so that only the beginning of some names arrives here.
+        return row.kind == "name" ? equals_folded(name, row.name.substr(0, name.size()))
+                                  : row.kind != "not taken" && equals_folded(name, row.name);
+    });
+}
+
+const std::vector<std::string>& solvent_names() {
+    static const std::vector<std::string> names = [] {
+        std::vector<std::string> list;
+        for (const OtherName& row : solvents().rows) {
+            if (row.kind == "name") {
+                list.emplace_back(row.name);
+            }
+        }
+        return list;
+    }();
+    return names;
+}
+
+std::optional<std::string_view> abbreviated_solvent(std::string_view name) {
+    return find_name(solvents(), "not taken", name);
+}
+
+std::span<const Exclusion> exclusions(std::string_view what, std::string_view keyword) {
+    const std::vector<Exclusion>& rows = all_exclusions().rows;
+    const auto belongs = [&](const Exclusion& row) { return row.keyword == keyword && row.what == what; };
+    const auto first = std::find_if(rows.begin(), rows.end(), belongs);  // the rows of one keyword stand together
+    return {first, std::find_if_not(first, rows.end(), belongs)};
+}
+
+std::span<const Need> needs() { return all_needs().rows; }
+
+std::span<const CheckpointRead> checkpoint_reads() { return all_checkpoint_reads().rows; }
+
+std::string missing_knowledge() {
+    for (const FactTable* table : {&traits().table, &other_names().table, &solvents().table, &all_exclusions().table,
+                                   &all_needs().table, &all_checkpoint_reads().table}) {
+        if (!table->problem().empty()) {
+            return table->problem();
+        }
+    }
+    return {};
+}
+
+}  // namespace quor::input::gaussian

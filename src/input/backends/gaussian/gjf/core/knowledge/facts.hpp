@@ -1,0 +1,61 @@
+// What is known of Gaussian beyond the words of its routes. Private to the library.
+//
+// Each question loads its table when it is first asked; a table that is missing answers as an empty one, and
+// `missing_knowledge` tells so. Words are asked for in the vocabulary's preferred spelling. All texts are static.
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quor::input::gaussian {
+
+/// Tells whether a route word has a trait, as in "needs no basis set"; the table `words` names them all.
+bool has_trait(std::string_view word, std::string_view trait);
+/// The same for a method with or without r, u or ro before it.
+bool method_has_trait(std::string_view method, std::string_view trait);
+
+/// Returns what Gaussian calls a thing that is known by another name; empty when it has no such thing. `kind` is
+/// "functional" for names in papers, "option" for options that are written as words of their own.
+std::optional<std::string_view> other_name(std::string_view kind, std::string_view name);
+
+/// Tells whether Gaussian takes a name for a solvent; one that is cut off at its comma counts.
+bool is_solvent(std::string_view name);
+/// Returns the full names of all solvents.
+const std::vector<std::string>& solvent_names();
+/// Returns Gaussian's name for a solvent that is called by an abbreviation which it does not take, or nothing.
+std::optional<std::string_view> abbreviated_solvent(std::string_view name);
+
+/// Two words that one route, or one list of options, cannot hold together.
+struct Exclusion {
+    std::string_view what;     ///< "options" of `keyword`, "keywords", or "jobs": kinds of job
+    std::string_view keyword;  ///< empty but for options
+    std::string_view first;
+    std::string_view second;
+    std::string_view severity;
+};
+/// Returns what excludes each other of one kind, and of one keyword.
+std::span<const Exclusion> exclusions(std::string_view what, std::string_view keyword = {});
+
+/// A keyword, or an option of it, that makes sense beside others alone.
+struct Need {
+    std::string_view keyword;
+    std::string_view option;  ///< empty for the keyword itself
+    std::string_view severity;
+    std::vector<std::string_view> any_of;  ///< options of the keyword of which one must be there
+    std::string_view message;
+    std::string_view hint;
+};
+std::span<const Need> needs();
+
+/// What makes a job read a checkpoint: a keyword with an option, or alone.
+struct CheckpointRead {
+    std::string_view keyword;
+    std::string_view option;  ///< empty for the keyword alone
+    bool fails_without;
+};
+std::span<const CheckpointRead> checkpoint_reads();
+
+}  // namespace quor::input::gaussian

@@ -1,0 +1,141 @@
+// The tables of facts: that each is read, that its words are the vocabulary's own, and what is answered from them.
+#include <gjf/core/knowledge/facts.hpp>
+
+#include <gjf/core/knowledge/fact_table.hpp>
+#include <gjf/core/knowledge/knowledge.hpp>
+#include <gjf/core/schema/route_schema_cache.hpp>
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <set>
+#include <string>
+
+using namespace quor::input::gaussian;
+
+namespace {
+
+const SimpleYAMLParser& vocabulary() { return default_route_schema(); }
+
+bool is_own_word(std::string_view text) {
+    const std::string word(text);
+    return (vocabulary().knows_keyword_exact(word) && vocabulary().normalize_keyword(word) == word) ||
+           (vocabulary().knows_method_exact(word) && vocabulary().normalize_keyword(word) == word) ||
+           (vocabulary().knows_basis_exact(word) && vocabulary().normalize_basis(word) == word);
+}
+
+bool is_own_option(std::string_view keyword, std::string_view text) {
+    const std::string option(text);
+    return vocabulary().knows_option_exact(std::string(keyword), option) &&
+           vocabulary().normalize_option(std::string(keyword), option) == option;
+}
+
+TEST(Facts, AreAllThere) { EXPECT_EQ(missing_knowledge(), ""); }
+
+TEST(Facts, SpeakTheWordsOfTheVocabulary) {
+    const FactTable words("words", {"word"});
+    ASSERT_GT(words.size(), 60U);
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        EXPECT_TRUE(is_own_word(words.row(i)[0])) << words.row(i)[0];
+    }
+    for (const CheckpointRead& reads : checkpoint_reads()) {
+        EXPECT_TRUE(reads.option.empty() ? is_own_word(reads.keyword) : is_own_option(reads.keyword, reads.option))
+            << reads.keyword << "=" << reads.option;
+    }
+    for (const Need& need : needs()) {
+        EXPECT_TRUE(is_own_word(need.keyword)) << need.keyword;
+        EXPECT_TRUE(need.option.empty() || is_own_option(need.keyword, need.option)) << need.option;
+        EXPECT_FALSE(need.any_of.empty());
+        for (const std::string_view option : need.any_of) {
+            EXPECT_TRUE(is_own_option(need.keyword, option)) << need.keyword << "=" << option;
+        }
+    }
+}
+
+TEST(Facts, ExcludeWordsOfTheVocabularyOnly) {
+    const FactTable table("excludes", {"what", "keyword", "first", "second", "severity"});
+    ASSERT_GE(table.size(), 116U);
+    std::size_t found = 0;
+    std::set<std::pair<std::string_view, std::string_view>> kinds;
+    for (std::size_t i = 0; i < table.size(); ++i) {
+        const std::string_view* row = table.row(i);
+        const bool is_options = row[0] == "options";
+        for (const std::string_view word : {row[2], row[3]}) {
+            EXPECT_TRUE(is_options ? is_own_option(row[1], word) : row[1].empty() && is_own_word(word))
+                << row[1] << " " << word;
+        }
+        EXPECT_TRUE(is_options || row[0] == "keywords" || row[0] == "jobs") << row[0];
+        EXPECT_TRUE(row[4] == "error" || row[4] == "warning" || row[4] == "note") << row[4];
+        EXPECT_NE(row[2], row[3]);
+        found += kinds.emplace(row[0], row[1]).second ? exclusions(row[0], row[1]).size() : 0;
+    }
+    EXPECT_EQ(found, table.size()) << "the rows of one keyword stand together";
+}
+
+TEST(Facts, TellTheirSourceAndHowSureTheyAre) {
+    std::size_t tables = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(QUOR_GJF_SOURCE_DIR "/resources/knowledge")) {
+        if (entry.path().extension() != ".tsv") {
+            continue;
+        }
+        ++tables;
+        const FactTable table(entry.path().stem().string(), {"source", "certainty"});
+        EXPECT_EQ(table.problem(), "");
+        EXPECT_GT(table.size(), 0U) << entry.path();
+        for (std::size_t i = 0; i < table.size(); ++i) {
+            const std::string_view* row = table.row(i);
+            EXPECT_FALSE(row[0].empty()) << entry.path() << ":" << i + 2;
+            EXPECT_TRUE(row[1] == "certain" || row[1] == "doubtful") << entry.path() << ":" << i + 2;
+            EXPECT_TRUE(row[0] != "unverified" || row[1] == "doubtful") << entry.path() << ":" << i + 2;
+        }
+    }
+    EXPECT_GE(tables, 6U);
+}
+
+TEST(Facts, AnswerByTraitAndPrefix) {
+    EXPECT_TRUE(has_trait("pm6", "needs no basis set"));
+    EXPECT_TRUE(method_has_trait("upm6", "needs no basis set"));
+    EXPECT_TRUE(method_has_trait("rocbs-qb3", "needs no basis set"));
+    EXPECT_TRUE(has_trait("uff", "is a force field"));
+    EXPECT_FALSE(has_trait("upm6", "needs no basis set"));
+    EXPECT_FALSE(method_has_trait("hf", "needs no basis set"));
+    EXPECT_FALSE(has_trait("pm6", "is a force field"));
+    EXPECT_FALSE(has_trait("pm6", ""));
+    EXPECT_FALSE(has_trait("", "needs no basis set"));
+}
+
+TEST(Facts, KnowSolventsByNameFormulaAndBeginning) {
+    for (const char* name : {"water", "WATER", "h2o", "Generic", "1", "1,4-dioxane", "n", "dmso"}) {
+        EXPECT_TRUE(is_solvent(name)) << name;
+    }
+    for (const char* name : {"waters", "h2", "dcm", "dioxane", "gen", "genericx"}) {
+        EXPECT_FALSE(is_solvent(name)) << name;
+    }
+    EXPECT_EQ(abbreviated_solvent("DCM"), "dichloromethane");
+    EXPECT_EQ(abbreviated_solvent("h2o"), std::nullopt);
+    EXPECT_EQ(solvent_names().size(), 184U);
+    for (const std::string& name : solvent_names()) {
+        EXPECT_EQ(abbreviated_solvent(name), std::nullopt) << name;
+    }
+}
+
+TEST(Facts, KnowOtherNames) {
+    EXPECT_EQ(other_name("functional", "PBE0"), "pbe1pbe");
+    EXPECT_EQ(other_name("functional", "r2scan"), "");
+    EXPECT_EQ(other_name("functional", "smd"), std::nullopt);
+    EXPECT_EQ(other_name("option", "smd"), "scrf=(smd,solvent=...)");
+    EXPECT_EQ(other_name("option", ""), std::nullopt);
+}
+
+TEST(FactTable, TellsWhatItCannotRead) {
+    EXPECT_NE(FactTable("no_such_table", {"word"}).problem().find("no_such_table.tsv cannot be read"), std::string::npos);
+    const FactTable lacking("words", {"word", "weight"});
+    EXPECT_NE(lacking.problem().find("words.tsv has no column 'weight'"), std::string::npos);
+    EXPECT_EQ(lacking.size(), 0U);
+    const FactTable turned("words", {"trait", "word"});
+    ASSERT_GT(turned.size(), 0U);
+    EXPECT_EQ(turned.row(0)[1], "am1");
+}
+
+}  // namespace
