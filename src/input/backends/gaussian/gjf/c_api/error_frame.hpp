@@ -1,5 +1,5 @@
 // The frame of every C function: it checks the handle, runs the operation, and turns every failure into a message and a
-// result.
+// result. Private to the room.
 #pragma once
 
 #include <gjf/c_api/handles.hpp>

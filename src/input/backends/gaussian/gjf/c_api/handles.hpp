@@ -1,4 +1,4 @@
-// What the opaque handles of the C interface hold.
+// What the opaque handles of the C interface hold. Private to the room.
 #pragma once
 
 #include <gjf/c_api/quor_g16_gjf.h>

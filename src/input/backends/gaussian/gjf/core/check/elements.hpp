@@ -1,4 +1,4 @@
-// Elements, and what an atom label stands for. Private to the room.
+// Elements, and what an atom label stands for. Private to the library.
 #pragma once
 
 #include <gjf/core/job/atom.hpp>

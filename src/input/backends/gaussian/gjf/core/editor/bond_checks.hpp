@@ -1,4 +1,4 @@
-// The checks that every job of an editor passes. Private to the editor room.
+// The checks that every job of an editor passes. Private to the room.
 #pragma once
 
 #include <gjf/core/job/gjf_data.hpp>

@@ -1,4 +1,4 @@
-// Writes a job as job text. Private to the editor room.
+// Writes a job as job text. Private to the library.
 #pragma once
 
 #include <gjf/core/job/gjf_data.hpp>

@@ -1,4 +1,4 @@
-// What a route asks for after the molecule specification: the conditions on route and molecule, and the table of kinds.
+// What a route asks for after the molecule specification: the conditions, and the table of kinds. Private to the room.
 #pragma once
 
 #include <gjf/core/reader/reading.hpp>

@@ -1,4 +1,4 @@
-// Fields of molecule lines, atom labels, and the names that stand for coordinates. Private to the reader.
+// Fields of molecule lines, atom labels, and the names that stand for coordinates. Private to the library.
 #pragma once
 
 #include <gjf/core/job/geometry.hpp>

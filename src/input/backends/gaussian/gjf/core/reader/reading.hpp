@@ -1,4 +1,4 @@
-// The steps of reading one job, over views of its lines. Private to the reader.
+// The steps of reading one job, over views of its lines. Private to the library.
 //
 // A job's text is cut into lines once; each step takes the lines it needs from a cursor, so nothing is copied before it is
 // stored.

@@ -1,4 +1,4 @@
-// Where the segments of a route stand. Private to the route room.
+// Where the segments of a route stand. Private to the library.
 #pragma once
 
 #include <cstddef>

@@ -1,5 +1,5 @@
 // The records that the route vocabulary is made of: words with their spellings, edges of state graphs, and the result of a
-// match.
+// match. Private to the library.
 #pragma once
 
 #include <core/export.hpp>

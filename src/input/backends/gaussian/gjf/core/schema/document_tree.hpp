@@ -1,4 +1,4 @@
-// A document as a tree of null, scalar, sequence and map nodes, in three flat arrays. Private to this room.
+// A document as a tree of null, scalar, sequence and map nodes, in three flat arrays. Private to the room.
 //
 // A vocabulary has tens of thousands of nodes, each looked at once; a node here is sixteen bytes and no allocation of its
 // own.

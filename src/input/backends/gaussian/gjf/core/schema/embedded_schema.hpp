@@ -1,4 +1,4 @@
-// Reads the binary image of a loaded vocabulary, carried as base64 text. Private to this room.
+// Reads the binary image of a loaded vocabulary, carried as base64 text. Private to the library.
 //
 // An image is the magic "QUORG16" with one zero byte, a u32 version and that version's body. Version 1 writes texts in
 // place; version 2 refers to a table of texts and one of entries. Integers are little-endian; a text is a u32 length and its

@@ -1,4 +1,5 @@
-// State graphs: names spelled out along the edges of states, from a start state to the accepting one.
+// State graphs: names spelled out along the edges of states, from a start state to the accepting one. Private to the
+// room.
 //
 // States are numbered once per load, and includes stand as silent moves before the edges of their state. Every walk keeps
 // its own stack, so a graph of any depth is walked safely, and remembers where it was, so cycles end.

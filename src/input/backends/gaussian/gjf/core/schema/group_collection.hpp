@@ -1,4 +1,4 @@
-// Gathers the entries that a role (keyword, method, basis set, option) has, from the states of a vocabulary. Private to this
+// Gathers the entries that a role (keyword, method, basis set, option) has, from the states of a vocabulary. Private to the
 // room.
 #pragma once
 

@@ -1,4 +1,4 @@
-// A word against the spellings of a list of entries: exactly, or by a prefix that one entry alone has.
+// A word against the spellings of a list of entries: exactly, or by a prefix that one entry alone has. Private to the room.
 //
 // The linear rule is the definition; the index gives the same answers without looking at every spelling. Exactly: the first
 // entry in order, and in it the first spelling in order, that equals the word, or that is the word followed by "(". By

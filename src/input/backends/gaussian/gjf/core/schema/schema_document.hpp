@@ -1,4 +1,4 @@
-// From a vocabulary file to its tree, and on to its tables. Private to this room.
+// From a vocabulary file to its tree, and on to its tables. Private to the library.
 #pragma once
 
 #include <gjf/core/schema/document_tree.hpp>

@@ -1,4 +1,4 @@
-// The tables of one loaded route vocabulary, and the questions that are answered from them. Private to this room.
+// The tables of one loaded route vocabulary, and the questions that are answered from them. Private to the library.
 //
 // Filled once, by a document (schema_document.cpp) or an image (embedded_schema.cpp), and then only read. Everything in the
 // tables is normalized: words and state names trimmed and, unless the vocabulary is case-sensitive, lower-cased.

@@ -1,5 +1,5 @@
 // Walks the fields of a line whose form is expected, taking each as what it should be. For lines that are many and alike:
-// what is not as expected is not taken, and the line left to those who look at every form.
+// what is not as expected is not taken, and the line left to those who look at every form. Private to the library.
 #pragma once
 
 #include <gjf/core/text/number.hpp>

@@ -1,4 +1,4 @@
-// Whole-field tests and conversions of numbers, independent of any locale.
+// Whole-field tests and conversions of numbers, independent of any locale. Private to the library.
 #pragma once
 
 #include <cstddef>

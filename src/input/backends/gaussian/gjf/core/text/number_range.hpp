@@ -1,4 +1,4 @@
-// A number or a range of numbers in one field, as in 4 or 3-7: the one form in which job files list atoms and cores.
+// A number or a range in one field, as in 4 or 3-7: how job files list atoms and cores. Private to the library.
 #pragma once
 
 #include <cstdint>

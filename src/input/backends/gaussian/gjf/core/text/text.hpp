@@ -1,4 +1,4 @@
-// Cuts text into lines, fields and comments; trims and folds it. Bytes in, bytes out; no locale.
+// Cuts text into lines, fields and comments; trims and folds it. Bytes in, bytes out; no locale. Private to the library.
 #pragma once
 
 #include <cstddef>

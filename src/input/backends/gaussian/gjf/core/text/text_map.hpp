@@ -1,5 +1,5 @@
 // A hash map from text that is looked up by view, without making a string of it. Its keys are the vocabulary's; those that a
-// job file chooses could be made to collide.
+// job file chooses could be made to collide. Private to the library.
 #pragma once
 
 #include <cstddef>
