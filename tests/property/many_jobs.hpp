@@ -1,4 +1,4 @@
-// Every job there is to try properties on: the examples and, where it lies beside the checkout, a collection of real files.
+// Every job there is to try properties on: the examples and, where they are named, real files.
 #pragma once
 
 #include <gjf/core/job/gjf_parse_exception.hpp>
@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "../support/real_files.hpp"
+
 namespace quor::input::gaussian::test {
 
 struct NamedJob {
@@ -16,13 +18,12 @@ struct NamedJob {
     GJFData data;
 };
 
-/// Lists the example files and, where it is there, the files of ../shared/corpus, sorted.
+/// Lists the example files and the real files that there are, sorted.
 inline std::vector<std::filesystem::path> all_job_files() {
     namespace fs = std::filesystem;
-    const fs::path source = QUOR_GJF_SOURCE_DIR;
     std::vector<fs::path> paths;
-    for (const fs::path& folder : {source / "examples/jobs", source / "../shared/corpus"}) {
-        if (fs::exists(folder)) {
+    for (const fs::path& folder : {fs::path(QUOR_GJF_SOURCE_DIR) / "examples/jobs", quor::test::real_files_folder()}) {
+        if (!folder.empty()) {
             for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder)) {
                 const fs::path extension = entry.path().extension();
                 if (entry.is_regular_file() && extension != ".md" && extension != ".tsv") {

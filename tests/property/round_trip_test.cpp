@@ -16,6 +16,15 @@ namespace {
 using test::all_jobs;
 using test::NamedJob;
 
+// Where this is skipped, the properties are shown for the examples alone.
+TEST(RealFiles, AreAmongThoseTried) {
+    if (quor::test::real_files_folder().empty()) {
+        GTEST_SKIP() << quor::test::no_real_files;
+    }
+    EXPECT_GE(test::all_job_files().size(), 140u);
+    EXPECT_GE(test::all_jobs().size(), 140u);
+}
+
 TEST(RoundTrip, WritingAReadJobGivesTheSameTextAgain) {
     std::size_t same = 0;
     std::size_t zmatrices = 0;

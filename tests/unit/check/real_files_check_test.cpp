@@ -10,6 +10,7 @@
 #include <string>
 
 #include "../../support/files.hpp"
+#include "../../support/real_files.hpp"
 
 using namespace quor::input::gaussian;
 
@@ -29,7 +30,7 @@ std::set<std::string> error_codes(const std::string& text) {
     return codes;
 }
 
-TEST(RealFiles, OfOurOwnRaiseNothing) {
+TEST(ExampleFiles, RaiseNothing) {
     std::size_t count = 0;
     for (const auto& entry : fs::directory_iterator(fs::path(QUOR_GJF_SOURCE_DIR) / "examples/jobs")) {
         if (!is_job_file(entry.path())) {
@@ -64,12 +65,12 @@ const std::map<std::string, std::set<std::string>> true_errors = {
 };
 
 TEST(RealFiles, RaiseErrorsWhereTheyAreFaulty) {
-    const fs::path corpus = fs::path(QUOR_GJF_SOURCE_DIR) / "../shared/corpus";
-    if (!fs::is_directory(corpus)) {
-        GTEST_SKIP() << "no folder of real job files beside this tree";
+    const fs::path folder = quor::test::real_files_folder();
+    if (folder.empty()) {
+        GTEST_SKIP() << quor::test::no_real_files;
     }
     std::size_t count = 0;
-    for (const auto& entry : fs::recursive_directory_iterator(corpus)) {
+    for (const auto& entry : fs::recursive_directory_iterator(folder)) {
         if (!entry.is_regular_file() || !is_job_file(entry.path())) {
             continue;
         }

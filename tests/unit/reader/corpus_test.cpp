@@ -1,4 +1,4 @@
-// Real job files, when a collection of them lies beside the checkout: each reads with the atoms and jobs it has.
+// Real job files, where a collection of them is named: each reads with the atoms and jobs that its table expected.tsv tells.
 #include <gjf/core/reader/gjf_parser.hpp>
 
 #include <gtest/gtest.h>
@@ -7,6 +7,8 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+
+#include "../../support/real_files.hpp"
 
 namespace quor::input::gaussian {
 namespace {
@@ -21,11 +23,11 @@ std::size_t atoms_of(const GeomSection& geom) {
 }
 
 TEST(RealFiles, ReadWithTheirAtomsAndJobs) {
-    const std::filesystem::path folder = std::filesystem::path(QUOR_GJF_SOURCE_DIR) / "../shared/corpus";
-    std::ifstream table(folder / "expected.tsv");
-    if (!table) {
-        GTEST_SKIP() << "no collection of real files beside the checkout";
+    const std::filesystem::path folder = quor::test::real_files_folder();
+    if (folder.empty()) {
+        GTEST_SKIP() << quor::test::no_real_files;
     }
+    std::ifstream table(folder / "expected.tsv");
     std::string line;
     std::getline(table, line);  // heading
     std::size_t files = 0;
