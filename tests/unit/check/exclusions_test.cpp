@@ -13,11 +13,11 @@ using namespace quor::input::gaussian;
 namespace {
 
 // A route that holds the words, and what restarts, reads and job types need beside them.
-std::string job(const std::string& words) {
+std::string job_with(const std::string& words) {
     return "%chk=a\n# hf/sto-3g " + words + "\n\ntitle\n\n0 1\nH 0.0 0.0 0.0\nH 0.0 0.0 0.74\n\n";
 }
 
-std::size_t count(const std::string& text, const std::string& code, const std::string& part) {
+std::size_t count_of(const std::string& text, const std::string& code, const std::string& part) {
     const std::vector<Finding> findings = check_text(text);
     return static_cast<std::size_t>(std::count_if(findings.begin(), findings.end(), [&](const Finding& finding) {
         return finding.code == code && finding.message.find(part) != std::string::npos;
@@ -36,11 +36,12 @@ TEST(Exclusions, OfOptionsAreFoundRowByRow) {
             const std::string name(keyword);
             const std::string a(pair.first);
             const std::string b(pair.second);
-            EXPECT_EQ(count(job(name + "=(" + a + "," + b + ")"), "GJF-R008", quoted(a, b)), 1U) << name << a << b;
-            EXPECT_EQ(count(job(name + "=(" + b + "," + a + ")"), "GJF-R008", quoted(a, b)), 1U) << name << a << b;
-            EXPECT_EQ(count(job(name + "=" + a + " " + name + "=" + b), "GJF-R008", quoted(a, b)), 1U) << name << a << b;
-            EXPECT_EQ(count(job(name + "=" + a), "GJF-R008", ""), 0U) << name << a;
-            EXPECT_EQ(count(job(name + "=" + b), "GJF-R008", ""), 0U) << name << b;
+            EXPECT_EQ(count_of(job_with(name + "=(" + a + "," + b + ")"), "GJF-R008", quoted(a, b)), 1U) << name << a << b;
+            EXPECT_EQ(count_of(job_with(name + "=(" + b + "," + a + ")"), "GJF-R008", quoted(a, b)), 1U) << name << a << b;
+            EXPECT_EQ(count_of(job_with(name + "=" + a + " " + name + "=" + b), "GJF-R008", quoted(a, b)), 1U)
+                << name << a << b;
+            EXPECT_EQ(count_of(job_with(name + "=" + a), "GJF-R008", ""), 0U) << name << a;
+            EXPECT_EQ(count_of(job_with(name + "=" + b), "GJF-R008", ""), 0U) << name << b;
         }
     }
     EXPECT_GE(rows, 81U);
@@ -51,9 +52,9 @@ TEST(Exclusions, OfKeywordsAreFoundRowByRow) {
     for (const Exclusion& pair : exclusions("keywords")) {
         const std::string a(pair.first);
         const std::string b(pair.second);
-        EXPECT_EQ(count(job(a + " " + b), "GJF-R008", quoted(a, b)), 1U) << a << b;
-        EXPECT_EQ(count(job(b + " " + a), "GJF-R008", quoted(a, b)), 1U) << a << b;
-        EXPECT_EQ(count(job(a), "GJF-R008", "") + count(job(b), "GJF-R008", ""), 0U) << a << b;
+        EXPECT_EQ(count_of(job_with(a + " " + b), "GJF-R008", quoted(a, b)), 1U) << a << b;
+        EXPECT_EQ(count_of(job_with(b + " " + a), "GJF-R008", quoted(a, b)), 1U) << a << b;
+        EXPECT_EQ(count_of(job_with(a), "GJF-R008", "") + count_of(job_with(b), "GJF-R008", ""), 0U) << a << b;
     }
 }
 
@@ -62,16 +63,16 @@ TEST(Exclusions, OfJobTypesAreFoundRowByRow) {
     for (const Exclusion& pair : exclusions("jobs")) {
         const std::string a(pair.first);
         const std::string b(pair.second);
-        EXPECT_EQ(count(job(a + " " + b), "GJF-R010", quoted(a, b)), 1U) << a << b;
-        EXPECT_EQ(count(job(b + " " + a), "GJF-R010", quoted(a, b)), 1U) << a << b;
-        EXPECT_EQ(count(job(a), "GJF-R010", "") + count(job(b), "GJF-R010", ""), 0U) << a << b;
+        EXPECT_EQ(count_of(job_with(a + " " + b), "GJF-R010", quoted(a, b)), 1U) << a << b;
+        EXPECT_EQ(count_of(job_with(b + " " + a), "GJF-R010", quoted(a, b)), 1U) << a << b;
+        EXPECT_EQ(count_of(job_with(a), "GJF-R010", "") + count_of(job_with(b), "GJF-R010", ""), 0U) << a << b;
     }
 }
 
 TEST(Exclusions, AreFoundUnderOtherSpellings) {
-    EXPECT_EQ(count(job("symm nosymm"), "GJF-R008", quoted("symmetry", "nosymm")), 1U);
-    EXPECT_EQ(count(job("nosymmetry symmetry"), "GJF-R008", quoted("symmetry", "nosymm")), 1U);
-    EXPECT_EQ(count(job("opt=(rcfc,CalcFC)"), "GJF-R008", quoted("calcfc", "rcfc")), 1U);
+    EXPECT_EQ(count_of(job_with("symm nosymm"), "GJF-R008", quoted("symmetry", "nosymm")), 1U);
+    EXPECT_EQ(count_of(job_with("nosymmetry symmetry"), "GJF-R008", quoted("symmetry", "nosymm")), 1U);
+    EXPECT_EQ(count_of(job_with("opt=(rcfc,CalcFC)"), "GJF-R008", quoted("calcfc", "rcfc")), 1U);
 }
 
 }  // namespace

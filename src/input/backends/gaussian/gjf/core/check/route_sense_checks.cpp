@@ -25,7 +25,7 @@ const WrittenKeyword* last_keyword(const CheckedJob& job, std::string_view name)
 }
 
 // Finds the options of all keywords of one name that contradict each other.
-void check_options(const CheckedJob& job, const WrittenKeyword& keyword, Findings& findings) {
+void check_contradicting_options(const CheckedJob& job, const WrittenKeyword& keyword, Findings& findings) {
     for (const Exclusion& pair : exclusions("options", keyword.name)) {
         const WrittenOption* second = job.find_option(keyword.name, pair.second);
         if (second != nullptr && job.has_option(keyword.name, pair.first)) {
@@ -41,7 +41,7 @@ void check_conflicts(const CheckedJob& job, Findings& findings) {
     for (const WrittenSegment& segment : job.segments) {
         for (const WrittenKeyword& keyword : segment.keywords) {
             if (!keyword.options.empty() && job.find_keyword(keyword.name) == &keyword) {
-                check_options(job, keyword, findings);
+                check_contradicting_options(job, keyword, findings);
             }
         }
     }
