@@ -7,10 +7,12 @@ set(quor_public_headers
     gjf/core/schema/schema_validation.hpp
     gjf/core/schema/simple_yaml_parser.hpp
     gjf/core/knowledge/knowledge.hpp
+    gjf/core/route/joined_route.hpp
     gjf/core/route/keyword_parser.hpp
     gjf/core/route/parse_warning.hpp
     gjf/core/route/parsed_keywords.hpp
     gjf/core/route/route_scanner.hpp
+    gjf/core/route/route_tree.hpp
     gjf/core/job/atom.hpp
     gjf/core/job/connectivity_section.hpp
     gjf/core/job/control_section.hpp

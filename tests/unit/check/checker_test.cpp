@@ -39,7 +39,10 @@ TEST(Checker, TellsThePlace) {
         {"#p\n#bl3yp/sto-3g" + helium, "W005 2:2+5 error\n"},
         {"%mem=x\n# hf/def2-tzvp opt" + helium, "L002 1:6+1 error\nW005 2:6+9 error\n"},
         {"# hf/sto-3g opt=(calcfc" + helium, "T007 1:17+1 error\n"},
-        {"# hf/sto-3g (opt)]" + helium, "W005 1:13+6 warning\nT007 1:18+1 error\n"},
+        {"# hf/6-31g(d) (opt)]" + helium, "W005 1:15+6 warning\nT007 1:20+1 error\n"},
+        {"#p hf/sto-3g opt=(tight,\n ! or loose\n calfc,maxcycles=30)" + helium, "R001 3:2+5 error\n"},
+        {"# hf/sto-3g opt (calfc)" + helium, "R001 1:18+5 error\n"},
+        {"# hf/sto-3g xfoo/foo" + helium, "W005 1:13+4 warning\nW005 1:18+3 warning\n"},
         {"# hf/sto-3g\n\nt\n\n0 1\nO\nH 1 0.96\nH 1 0.96 7 104.5\n\n", "M009 8:10+1 error\n"},
         {"# hf/sto-3g opt=modredundant\n\nt\n\n0 1\nHe 0.0 0.0 0.0\nHe 0.0 0.0 3.0\nHe 0.0 3.0 3.0\n\nA 1 2 01 F\nD 1 2 3 1 "
          "F\n\n",
@@ -193,7 +196,7 @@ TEST(Checker, SaysWhatAFailureComesFrom) {
         {"# hf/sto-3g scrf=(smd,water)" + helium, "GJF-R001", "write solvent=water"},
         {"# hf/sto-3g scrf=(solvent=dmf)" + helium, "GJF-R012", "Gaussian calls it n,n-dimethylformamide"},
         {"# hf/sto-3g d3bj" + helium, "GJF-W005", "write empiricaldispersion=gd3bj"},
-        {"# hf/sto-3g opt = tight" + helium, "GJF-W005",
+        {"# hf/6-31g(d) (tight)" + helium, "GJF-W005",
          "write no blanks around '=' and '/', as in opt=(ts,calcfc) and hf/6-31g"},
     };
     for (const auto& [text, code, hint] : cases) {

@@ -58,6 +58,32 @@ TEST(RouteRewriting, ChangesTheModelChemistryWhereverItStands) {
     check_edits(cases);
 }
 
+TEST(RouteRewriting, ChangesKeywordsThatStandInSeveralStretches) {
+    const auto tight = [](GJFEditor& e) { e.ensure_keyword_option("opt", {"tight", std::nullopt}); };
+    const auto without_opt = [](GJFEditor& e) { e.remove_keyword_by_name("opt"); };
+    const std::vector<EditCase> cases = {
+        {"option for a list over lines", with_route("#p hf/sto-3g opt=(ts,\n calcfc,\n noeigentest) freq"), tight,
+         with_route("#p hf/sto-3g opt=(ts,calcfc,noeigentest,tight)\n freq")},
+        {"comments between stay", with_route("# hf opt=(ts, ! where to\n ! and how\n calcfc, ! costs\n noeigentest)\n freq"),
+         tight, with_route("# hf opt=(ts,calcfc,noeigentest,tight) ! where to\n ! and how\n ! costs\n freq")},
+        {"a list over lines less", with_route("#p hf/sto-3g opt=(ts,\n calcfc,\n noeigentest) freq"), without_opt,
+         with_route("#p hf/sto-3g\n freq")},
+        {"nothing changes but a list over lines", with_route("#p hf/sto-3g opt=(ts,\n calcfc,\n noeigentest) freq"),
+         [](GJFEditor& e) { e.remove_keyword_by_name("freq"); },
+         with_route("#p hf/sto-3g opt=(ts,\n calcfc,\n noeigentest)")},
+        {"blanks around the equals sign", with_route("# hf opt = loose freq"), without_opt, with_route("# hf freq")},
+        {"method on the line before its basis set", with_route("# hf\n /6-31g(d) opt"),
+         [](GJFEditor& e) { e.set_model_chemistry_basis("cc-pvdz"); }, with_route("# hf/cc-pvdz\n opt")},
+        {"print level and model chemistry", with_route("# opt"),
+         [](GJFEditor& e) {
+             e.set_output_mode("p");
+             e.set_method("hf");
+         },
+         with_route("#p hf opt")},
+    };
+    check_edits(cases);
+}
+
 TEST(RouteRewriting, RefusesWordsWithLineBreaks) {
     const std::vector<std::pair<const char*, Edit>> cases = {
         {"line feeds behind a word", [](GJFEditor& e) { e.add_route_keyword("opt\n\n"); }},

@@ -11,8 +11,10 @@
 #include <gjf/core/knowledge/knowledge.hpp>
 #include <gjf/core/reader/gjf_parser.hpp>
 #include <gjf/core/reader/job_layout.hpp>
+#include <gjf/core/route/joined_route.hpp>
 #include <gjf/core/route/keyword_parser.hpp>
 #include <gjf/core/route/route_scanner.hpp>
+#include <gjf/core/route/route_tree.hpp>
 #include <gjf/core/route_schema_paths.hpp>
 #include <gjf/core/schema/route_schema_cache.hpp>
 #include <gjf/core/schema/schema_validation.hpp>

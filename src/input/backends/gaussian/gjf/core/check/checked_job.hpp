@@ -60,11 +60,11 @@ class CheckedJob {
     LineSpan lines() const noexcept { return piece_.lines; }
     /// Tells whether a --Link1-- line follows the job.
     bool separated() const noexcept { return piece_.separated; }
-    /// Returns the route as it is interpreted: its words joined with blanks.
-    const std::string& route_text() const noexcept { return joined_.text; }
+    /// Returns the route as it is interpreted: its words joined.
+    const std::string& route_text() const noexcept { return layout.route.text; }
 
-    /// Returns where a stretch of the route, as it is interpreted, stands in the text.
-    TextPlace route_place(std::size_t begin, std::size_t end) const;
+    /// Returns where a stretch of the route text begins in the job's text, as far as it is one stretch there too.
+    TextPlace route_place(Span of_route_text) const;
     /// Returns where a view into one of the job's lines stands.
     TextPlace place_in(std::size_t line_number, std::string_view part) const noexcept;
 
@@ -85,12 +85,10 @@ class CheckedJob {
     bool restarts() const noexcept;
 
    private:
-    void read_segments();
-    WrittenKeyword written_keyword(const std::string& name, const std::string& text, std::size_t begin) const;
+    WrittenSegment written_segment(const RouteTree::Segment& segment) const;
 
     const JobPiece& piece_;
     const JobReading& reading_;
-    JoinedRoute joined_;
 };
 
 /// Collects the findings of one job.

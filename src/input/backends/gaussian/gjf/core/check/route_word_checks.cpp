@@ -165,7 +165,7 @@ void check_warnings(const CheckedJob& job, Findings& findings) {
     for (const ParseWarning& warning : job.route.warnings) {
         if (warning.code != "GJF-W005") {
             findings.add(warning.code.c_str(), Severity::Warning, warning.message,
-                         warning.span ? job.route_place(warning.span->begin, warning.span->end) : TextPlace{});
+                         warning.span ? job.route_place(span_between(warning.span->begin, warning.span->end)) : TextPlace{});
         }
     }
 }

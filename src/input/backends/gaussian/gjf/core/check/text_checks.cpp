@@ -77,7 +77,8 @@ void check_route_balance(const CheckedJob& job, Findings& findings) {
     std::vector<std::size_t> open;
     std::size_t quote = std::string::npos;
     const auto report = [&](std::size_t at, const char* what) {
-        findings.add("GJF-T007", Severity::Error, std::string("'") + text[at] + "' " + what, job.route_place(at, at + 1));
+        findings.add("GJF-T007", Severity::Error, std::string("'") + text[at] + "' " + what,
+                     job.route_place(span_between(at, at + 1)));
     };
     for (std::size_t i = 0; i < text.size(); ++i) {
         const char c = text[i];

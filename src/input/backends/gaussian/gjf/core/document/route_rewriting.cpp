@@ -6,12 +6,9 @@
 
 #include <gjf/core/document/route_text.hpp>
 #include <gjf/core/reader/gjf_parser.hpp>
-#include <gjf/core/reader/reading.hpp>
-#include <gjf/core/route/keyword_parser.hpp>
 #include <gjf/core/route/keyword_shape.hpp>
 #include <gjf/core/route/option_syntax.hpp>
 #include <gjf/core/route/route_scanner.hpp>
-#include <gjf/core/route/route_segments.hpp>
 #include <gjf/core/schema/route_schema_cache.hpp>
 #include <gjf/core/text/text.hpp>
 
@@ -83,14 +80,14 @@ std::string with_options(const std::string& raw, Options options) {
     return text + ")";
 }
 
-// What a segment gave to the interpretation: to the model chemistry, and keywords by index.
+// A segment of the route as it was, and what stands before it.
 struct Segment {
-    RoutePiece piece;
-    bool gives_model = false;
-    bool gives_method = false;  // or stands with or behind an ONIOM expression
-    bool has_basis = false;     // named in it or before it
-    std::size_t first_keyword = 0;
-    std::size_t keyword_count = 0;
+    const RouteTree::Segment& read;
+    bool behind_oniom;  // or gives it
+    bool has_basis;     // named in it or before it
+
+    bool gives_model() const noexcept { return read.gives_method || read.gives_basis || read.gives_oniom; }
+    bool gives_method() const noexcept { return read.gives_method || behind_oniom; }
 };
 
 bool same_model(const ParsedKeywords& a, const ParsedKeywords& b) {
@@ -100,73 +97,15 @@ bool same_model(const ParsedKeywords& a, const ParsedKeywords& b) {
            a.oniom_expression == b.oniom_expression;
 }
 
-// Reads segments one after another, each by itself, so that it costs the same whatever was read before.
-//
-// What stands before a segment matters to it in two things only: whether there is a method, and whether there is a basis
-// set. So each is read by a copy of a parser that knows no more than that.
-class SegmentReader {
-   public:
-    Segment read(const RoutePiece& piece, const std::string& text) {
-        G16KeywordParser parser = parser_;
-        parser.parse_segment_schema_driven(text, std::nullopt);
-        ParsedKeywords now = parser.take_parsed_keywords();
-        const bool method = method_.empty() && !now.method.empty();
-        const bool basis = now.basis_set != known_basis_;
-        const bool oniom = !now.oniom_expression.empty() && now.oniom_expression != oniom_;
-        Segment segment;
-        segment.piece = piece;
-        segment.first_keyword = keyword_count_;
-        segment.keyword_count = now.keywords.size() - known_keywords_;
-        keyword_count_ += segment.keyword_count;
-        if (oniom) {
-            oniom_ = std::move(now.oniom_expression);
-        }
-        if (method) {
-            method_ = std::move(now.method);
-        }
-        if (basis) {
-            basis_set_ = std::move(now.basis_set);
-        }
-        if (method || basis) {
-            tell_parser(text);
-        }
-        segment.gives_model = method || basis || oniom;
-        segment.gives_method = method || !oniom_.empty();
-        segment.has_basis = !basis_set_.empty();
-        return segment;
-    }
-
-   private:
-    // Tells the parser what there is by its names, or by the segment where the vocabulary does not take them.
-    void tell_parser(const std::string& segment) {
-        G16KeywordParser named(default_route_schema());
-        named.parse_segment_schema_driven(method_, std::nullopt);
-        named.parse_segment_schema_driven(basis_set_.empty() ? std::string() : "basis=" + basis_set_, std::nullopt);
-        ParsedKeywords known = named.get_parsed_keywords();
-        if (known.method.empty() == method_.empty() && known.basis_set == basis_set_) {
-            parser_ = std::move(named);
-        } else {
-            parser_.parse_segment_schema_driven(segment, std::nullopt);
-            known = parser_.get_parsed_keywords();
-        }
-        known_basis_ = std::move(known.basis_set);
-        known_keywords_ = known.keywords.size();
-    }
-
-    G16KeywordParser parser_{default_route_schema()};
-    std::string known_basis_;  // to the parser
-    std::size_t known_keywords_ = 0;
-    std::string method_;
-    std::string basis_set_;
-    std::string oniom_;
-    std::size_t keyword_count_ = 0;
-};
-
-std::vector<Segment> read_segments(const RouteText& route) {
-    SegmentReader reader;
+std::vector<Segment> segments_of(const RouteTree& tree) {
     std::vector<Segment> segments;
-    for (const RoutePiece& piece : route.segments()) {
-        segments.push_back(reader.read(piece, route.text(piece)));
+    segments.reserve(tree.segments.size());
+    bool oniom = false;
+    bool basis = false;
+    for (const RouteTree::Segment& segment : tree.segments) {
+        oniom = oniom || segment.gives_oniom;
+        basis = basis || segment.gives_basis;
+        segments.push_back({segment, oniom, basis});
     }
     return segments;
 }
@@ -225,7 +164,7 @@ class RouteRewriter {
           before_(before),
           after_(after),
           match_(before.keywords, after.keywords),
-          segments_(read_segments(text)) {}
+          segments_(segments_of(text.tree())) {}
 
     void rewrite() {
         if (before_.print_level != after_.print_level) {
@@ -253,16 +192,17 @@ class RouteRewriter {
 
    private:
     void rewrite_segment(const Segment& segment) {
-        if (segment.gives_model) {
+        if (segment.gives_model()) {
             rewrite_model(segment);
             return;
         }
-        if (segment.keyword_count == 0) {
+        if (segment.read.keyword_count == 0) {
             return;
         }
         std::string text;
         bool changed = false;
-        for (std::size_t i = segment.first_keyword; i < segment.first_keyword + segment.keyword_count; ++i) {
+        const std::size_t first = segment.read.first_keyword;
+        for (std::size_t i = first; i < first + segment.read.keyword_count; ++i) {
             const KeywordInfo& old = before_.keywords[i];
             const std::size_t j = match_.partner[i];
             const bool gone = j == KeywordMatch::none;
@@ -273,7 +213,7 @@ class RouteRewriter {
             }
         }
         if (changed) {
-            text_.replace(segment.piece, text);
+            text_.replace(segment.read.place, text);
         }
     }
 
@@ -282,24 +222,24 @@ class RouteRewriter {
         if (!model_changed_) {
             return;
         }
-        const std::string old = text_.text(segment.piece);
-        if (!segment.gives_method) {
+        const std::string old(segment.read.place.in(text_.tree().text));
+        if (!segment.gives_method()) {
             rewrite_basis_segment(segment, old);
             return;
         }
         if (model_written_) {
-            text_.replace(segment.piece, {});
+            text_.replace(segment.read.place, {});
             return;
         }
         model_written_ = true;
-        text_.replace(segment.piece, new_model_text(old));
+        text_.replace(segment.read.place, new_model_text(old));
     }
 
     void rewrite_basis_segment(const Segment& segment, const std::string& old) {
         const bool drop = after_.basis_set.empty() || basis_written_ || !after_.oniom_expression.empty();
         const std::string wanted = drop ? std::string() : after_.basis_set;
         if (drop || after_.basis_set != before_.basis_set) {
-            text_.replace(segment.piece, with_basis(old, wanted));
+            text_.replace(segment.read.place, with_basis(old, wanted));
         }
         basis_written_ = true;
     }
@@ -322,7 +262,7 @@ class RouteRewriter {
     // Tells whether a segment of its own gives the basis set.
     bool basis_stands_alone() const {
         return std::any_of(segments_.begin(), segments_.end(),
-                           [](const Segment& s) { return s.gives_model && !s.gives_method && s.has_basis; });
+                           [](const Segment& s) { return s.gives_model() && !s.gives_method() && s.has_basis; });
     }
 
     // The model chemistry that should be there, without a basis set that has a segment of its own.
@@ -422,7 +362,7 @@ void rewrite_route(JobRewriting& job) {
     if (before.route_keywords.empty()) {
         throw GJFParseException("A route cannot be added to a job without one, in a document");
     }
-    RouteText text(job.lines, before.route_keywords, job.before.layout.route_words);
+    RouteText text(job.lines, job.before.layout, before.route_keywords);
     if (after.parsed_keywords && before.parsed_keywords &&
         written_from_interpretation(after.route_keywords, *after.parsed_keywords)) {
         RouteRewriter(text, *before.parsed_keywords, *after.parsed_keywords).rewrite();

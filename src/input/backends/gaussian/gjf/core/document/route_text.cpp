@@ -2,7 +2,6 @@
 #include <gjf/core/document/route_text.hpp>
 
 #include <gjf/core/job/gjf_parse_exception.hpp>
-#include <gjf/core/route/route_segments.hpp>
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
@@ -49,45 +48,23 @@ const std::string& within_line(const std::string& text) {
 
 }  // namespace
 
-RouteText::RouteText(const TextLines& lines, const std::vector<std::string>& words, const std::vector<TextPlace>& places)
-    : lines_(lines), joined_(join_route_words(words)) {
-    std::string_view rest = trim_view(joined_.text);
-    const std::size_t whole = rest.size();
-    take_route_head(rest);
-    head_length_ = whole - rest.size();
-    const std::size_t offset = rest.empty() ? 0 : static_cast<std::size_t>(rest.data() - joined_.text.data());
-    for (const RouteSegment& segment : find_route_segments(rest)) {
-        segments_.push_back({offset + segment.begin, offset + segment.end});
-    }
+RouteText::RouteText(const TextLines& lines, const JobLayout& layout, const std::vector<std::string>& words)
+    : lines_(lines), layout_(layout), head_length_(layout.route.head.length) {
     for (std::size_t i = 0; i < words.size(); ++i) {
-        words_.push_back({places[i], words[i], false});
+        words_.push_back({layout.route_words[i], words[i], false, 0});
     }
 }
 
-void RouteText::replace(const RoutePiece& piece, const std::string& text) {
-    // The first word of the segment takes the text, the others go.
-    within_line(text);
-    bool first = true;
-    const auto stands_behind = [](std::size_t at, const JoinedRoute::Piece& word) { return at < word.begin; };
-    auto next = std::upper_bound(joined_.pieces.begin(), joined_.pieces.end(), piece.begin, stands_behind);
-    next -= next == joined_.pieces.begin() ? 0 : 1;
-    for (; next != joined_.pieces.end() && next->begin < piece.end; ++next) {
-        const JoinedRoute::Piece& word = *next;
-        const std::size_t length = words_[word.word].place.length - word.left_out;
-        const std::size_t begin = std::max(piece.begin, word.begin);
-        const std::size_t end = std::min(piece.end, word.begin + length);
-        if (begin >= end) {
-            continue;
-        }
-        // What stands before the segment in its word: the head, or a "#" that was left out.
-        const std::size_t before = begin - word.begin + word.left_out;
-        Word& changed = words_[word.word];
-        const std::string original(lines_.line(changed.place.line).substr(changed.place.column - 1, changed.place.length));
-        changed.text =
-            (changed.changed ? changed.text.substr(0, std::min(before, changed.text.size())) : original.substr(0, before)) +
-            (first ? text : "");
-        changed.changed = true;
-        first = false;
+void RouteText::replace(Span place, const std::string& text) {
+    // The first stretch takes the text, the others go.
+    std::string given = within_line(text);
+    for (const RouteWordStretch& stretch : layout_.route_map.stretches(place)) {
+        Word& word = words_[stretch.word];
+        const auto begin = static_cast<std::size_t>(static_cast<std::ptrdiff_t>(stretch.part.begin) + word.shift);
+        word.text.replace(begin, stretch.part.length, given);
+        word.shift += static_cast<std::ptrdiff_t>(given.size()) - static_cast<std::ptrdiff_t>(stretch.part.length);
+        word.changed = true;
+        given.clear();
     }
 }
 
@@ -98,18 +75,23 @@ void RouteText::replace_word(std::size_t word, const std::string& text) {
 
 void RouteText::set_head(const std::string& head) {
     Word& first = words_.front();
-    first.text = within_line(head) + first.text.substr(std::min(head_length_, first.text.size()));
-    first.changed = true;
-    if (first.text.size() > head.size() && head.size() == 1 && first.text[head.size()] != ' ') {
-        // "#" and a word that begins with n, p or t must not become a print level.
-        first.text.insert(head.size(), " ");
-    }
+    // "#" and a word that begins with n, p or t must not become a print level.
+    const bool parts = head.size() == 1 && first.text.size() > head_length_ && first.text[head_length_] != ' ';
+    insert_at_front(head_length_, within_line(head) + (parts ? " " : ""));
+    head_length_ = head.size();
 }
 
 void RouteText::insert_behind_head(const std::string& word) {
+    const std::string& first = words_.front().text;
+    const bool parts = head_length_ < first.size() && first[head_length_] != ' ';
+    insert_at_front(head_length_, first.substr(0, head_length_) + " " + within_line(word) + (parts ? " " : ""));
+}
+
+// Puts a text in the place of the beginning of the first word.
+void RouteText::insert_at_front(std::size_t length, const std::string& text) {
     Word& first = words_.front();
-    const std::size_t at = std::min(std::max<std::size_t>(head_length_, 1), first.text.size());
-    first.text.insert(at, " " + within_line(word) + (at < first.text.size() && first.text[at] != ' ' ? " " : ""));
+    first.text.replace(0, std::min(length, first.text.size()), text);
+    first.shift += static_cast<std::ptrdiff_t>(text.size()) - static_cast<std::ptrdiff_t>(length);
     first.changed = true;
 }
 
@@ -138,11 +120,16 @@ std::string RouteText::new_line(std::size_t number, const std::vector<const Word
         from = word->place.column - 1 + word->place.length;
         dropped = word->changed && trim_view(word->text).empty();
     }
+    std::string_view rest = old.substr(from);
     if (dropped) {
+        // The commas behind a word go with it.
         line.resize(line.find_last_not_of(" \t,") + 1);
+        const std::size_t kept = rest.find_first_not_of(" \t,");
+        const std::size_t comma = rest.substr(0, kept).rfind(',');
+        rest.remove_prefix(comma == std::string_view::npos ? 0 : comma + 1);
     }
     empty = trim_view(line).empty();
-    line += old.substr(from);
+    line += rest;
     return line;
 }
 

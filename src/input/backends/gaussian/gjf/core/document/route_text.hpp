@@ -3,32 +3,23 @@
 
 #include <gjf/core/document/line_edits.hpp>
 #include <gjf/core/reader/job_layout.hpp>
-#include <gjf/core/reader/reading.hpp>
 
 #include <cstddef>
-#include <optional>
 #include <string>
 #include <vector>
 
 namespace quor::input::gaussian {
 
-/// A stretch of the route as it is interpreted: byte offsets from 0, `end` exclusive.
-struct RoutePiece {
-    std::size_t begin = 0;
-    std::size_t end = 0;
-};
-
 /// Notes changes of words and writes them into the lines. Lines that are left empty go; a line that a change has made longer
 /// than 80 columns is broken before a word. A text that holds a line break itself is refused with `GJFParseException`.
 class RouteText {
    public:
-    RouteText(const TextLines& lines, const std::vector<std::string>& words, const std::vector<TextPlace>& places);
+    /// `layout` must outlive the object.
+    RouteText(const TextLines& lines, const JobLayout& layout, const std::vector<std::string>& words);
 
-    /// Returns the segments behind the head, in order.
-    const std::vector<RoutePiece>& segments() const noexcept { return segments_; }
-    std::string text(const RoutePiece& piece) const { return joined_.text.substr(piece.begin, piece.end - piece.begin); }
-    /// Puts a text in the place of a segment; an empty one leaves it out.
-    void replace(const RoutePiece& piece, const std::string& text);
+    const RouteTree& tree() const noexcept { return layout_.route; }
+    /// Puts a text in the place of a stretch of the route text; an empty one leaves it out.
+    void replace(Span place, const std::string& text);
     /// The same for one word of the route.
     void replace_word(std::size_t word, const std::string& text);
     /// Puts another head ("#", "#p") in the place of the first.
@@ -40,19 +31,20 @@ class RouteText {
     void apply(LineEdits& edits) const;
 
    private:
-    /// One word of the route and what becomes of parts of it.
+    /// One word of the route and what becomes of it.
     struct Word {
         TextPlace place;
         std::string text;
         bool changed = false;
+        std::ptrdiff_t shift = 0;  // how much longer it has become by changes, which come from left to right
     };
+    void insert_at_front(std::size_t length, const std::string& text);
     std::string new_line(std::size_t number, const std::vector<const Word*>& words, bool& empty) const;
 
     const TextLines& lines_;
-    JoinedRoute joined_;
-    std::vector<RoutePiece> segments_;
+    const JobLayout& layout_;
     std::vector<Word> words_;
-    std::size_t head_length_ = 0;  // of the first word
+    std::size_t head_length_;  // as it is now
     std::vector<std::string> appended_;
 };
 

@@ -2,6 +2,7 @@
 #include <gjf/core/reader/gjf_parser.hpp>
 
 #include <gjf/core/reader/reading.hpp>
+#include <gjf/core/route/joined_route.hpp>
 #include <gjf/core/route/keyword_parser.hpp>
 #include <gjf/core/schema/route_schema_cache.hpp>
 #include <gjf/core/text/number.hpp>
@@ -117,29 +118,16 @@ class ControlReader {
     bool route_closed_ = false;
 };
 
-bool is_route_head(std::string_view word) noexcept {
-    return word == "#" || (word.size() == 2 && word.front() == '#' &&
-                           std::string_view("npt").find(to_lower_ascii(word[1])) != std::string_view::npos);
+// Interprets the words of a route, keeping its tree and where it comes from.
+ParsedKeywords read_route_words(const std::vector<std::string>& words, JobLayout& layout) {
+    JoinedRoute joined = join_route_words(words);
+    RouteReading reading = read_route(std::move(joined.text), default_route_schema());
+    layout.route = std::move(reading.tree);
+    layout.route_map = std::move(joined.map);
+    return std::move(reading.meaning);
 }
 
 }  // namespace
-
-JoinedRoute join_route_words(const std::vector<std::string>& words) {
-    JoinedRoute route;
-    route.pieces.reserve(words.size());
-    for (std::size_t i = 0; i < words.size(); ++i) {
-        if (i > 0 && is_route_head(words[i])) {
-            continue;
-        }
-        const std::size_t left_out = i > 0 && words[i].compare(0, 1, "#") == 0 ? 1 : 0;
-        if (i > 0) {
-            route.text += ' ';
-        }
-        route.pieces.push_back({route.text.size(), i, left_out});
-        route.text.append(words[i], left_out);
-    }
-    return route;
-}
 
 ControlSection read_control_section(LineSpan lines, bool pass_over_blank_lines, LayoutRecorder* recorder) {
     ControlReader reader(recorder);
@@ -150,9 +138,19 @@ ControlSection read_control_section(LineSpan lines, bool pass_over_blank_lines, 
     }
     ControlSection& control = reader.control;
     if (!control.route_keywords.empty()) {
-        control.parsed_keywords = GJFParser::parse_keywords(control.route_keywords, {});
+        control.parsed_keywords = recorder == nullptr ? GJFParser::parse_keywords(control.route_keywords, {})
+                                                      : read_route_words(control.route_keywords, recorder->layout);
     }
     return std::move(reader.control);
+}
+
+std::vector<TextPlace> route_places(const JobLayout& layout, Span of_route_text) {
+    std::vector<TextPlace> places;
+    for (const RouteWordStretch& stretch : layout.route_map.stretches(of_route_text)) {
+        const TextPlace& word = layout.route_words[stretch.word];
+        places.push_back({word.line, word.column + stretch.part.begin, stretch.part.length});
+    }
+    return places;
 }
 
 bool has_geom_option(const ParsedKeywords& route, const SimpleYAMLParser& schema, const std::string& option) {

@@ -3,6 +3,8 @@
 
 #include <core/export.hpp>
 #include <gjf/core/job/gjf_data.hpp>
+#include <gjf/core/route/joined_route.hpp>
+#include <gjf/core/route/route_tree.hpp>
 
 #include <cstddef>
 #include <string>
@@ -38,6 +40,8 @@ struct JobLayout {
     LineRange lines;                       ///< all lines of the piece, without the --Link1-- lines
     std::vector<std::size_t> link0_lines;  ///< every line taken as a Link 0 line
     std::vector<TextPlace> route_words;    ///< of ControlSection::route_keywords
+    RouteTree route;                       ///< of the text that these words are joined to
+    RouteMap route_map;                    ///< from that text to the words
     LineRange overlays;
     LineRange title;
     std::size_t charge_line = 0;            ///< 0 when the job has none
@@ -62,6 +66,9 @@ struct JobReading {
 /// Reads every job of a text as `GJFParser` does, and where its parts stand; never throws for malformed text. Blank pieces
 /// between --Link1-- lines are passed over.
 QUOR_GJF_API std::vector<JobReading> read_jobs_with_layout(std::string_view text);
+
+/// Returns where a stretch of the route text stands: one place for each stretch of a word that it is made of, in order.
+QUOR_GJF_API std::vector<TextPlace> route_places(const JobLayout& layout, Span of_route_text);
 
 /// Returns how a route usually asks for a kind of section, as in "opt=modredundant"; empty for one that no route asks for.
 /// Static.

@@ -94,21 +94,6 @@ void for_each_job_piece(std::string_view text, const std::function<void(JobPiece
 /// Reads one piece and where its parts stand.
 JobReading read_job_piece(const JobPiece& piece);
 
-/// The text that a route is interpreted from, and which word each stretch of it is.
-struct JoinedRoute {
-    struct Piece {
-        std::size_t begin;     ///< in `text`
-        std::size_t word;      ///< index of the route word
-        std::size_t left_out;  ///< characters of the word that are not in `text`: the "#" of a repeated head
-    };
-
-    std::string text;
-    std::vector<Piece> pieces;  ///< in the order of `begin`
-};
-
-/// Joins route words with blanks. Where later lines repeat the head, it is left out: alone, or the "#" before a word.
-JoinedRoute join_route_words(const std::vector<std::string>& words);
-
 /// Reads Link 0 lines and route. An empty line closes the route, unless blank lines are passed over.
 ControlSection read_control_section(LineSpan lines, bool pass_over_blank_lines, LayoutRecorder* recorder);
 

@@ -1,6 +1,7 @@
 // Takes the head off a route, hands each segment to the first form that takes it, and places bare words.
 #include <gjf/core/route/keyword_parser.hpp>
 
+#include <gjf/core/route/route_recorder.hpp>
 #include <gjf/core/route/route_scanner.hpp>
 #include <gjf/core/route/route_segments.hpp>
 #include <gjf/core/schema/route_schema_cache.hpp>
@@ -53,16 +54,27 @@ void G16KeywordParser::reset() {
 }
 
 void G16KeywordParser::parse(const std::string& route) {
-    std::string_view rest = trim_view(route);
+    const std::string_view trimmed = trim_view(route);
+    std::string_view rest = trimmed;
     if (std::optional<std::string> level = take_route_head(rest)) {
         result_.print_level = std::move(*level);
+    }
+    if (recorder_ != nullptr) {
+        recorder_->take_head(span_of(route, trimmed.substr(0, trimmed.size() - rest.size())));
     }
     const std::size_t offset = rest.empty() ? 0 : static_cast<std::size_t>(rest.data() - route.data());
     SourceSpan span;
     for (const RouteSegment& segment : find_route_segments(rest)) {
+        const std::string_view text = rest.substr(segment.begin, segment.end - segment.begin);
         span.begin = offset + segment.begin;
         span.end = offset + segment.end;
-        parse_segment_schema_driven(std::string(rest.substr(segment.begin, segment.end - segment.begin)), span);
+        if (recorder_ != nullptr) {
+            recorder_->begin_segment(result_, span_of(route, text));
+        }
+        parse_segment_schema_driven(std::string(text), span);
+        if (recorder_ != nullptr) {
+            recorder_->end_segment(result_);
+        }
         ++span.segment;
     }
     classify_keywords();
@@ -98,6 +110,9 @@ void G16KeywordParser::parse_segment_schema_driven(const std::string& segment, c
         const std::vector<std::string> pieces = split_top_level_list(text, '/');
         if (pieces.size() > 1) {
             for (const std::string& piece : pieces) {
+                if (recorder_ != nullptr) {
+                    recorder_->enter_piece(piece);
+                }
                 parse_segment_schema_driven(piece, span);
             }
             return;
@@ -161,6 +176,9 @@ void G16KeywordParser::process_simple_segment(const std::string& segment, const 
 }
 
 void G16KeywordParser::append_keyword(std::string name, std::map<std::string, std::string> options, std::string raw) {
+    if (recorder_ != nullptr) {
+        recorder_->take_keyword(name, raw);
+    }
     result_.keywords.push_back({std::move(name), std::move(options), "other", std::move(raw)});
 }
 

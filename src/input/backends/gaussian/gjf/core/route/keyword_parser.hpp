@@ -16,6 +16,9 @@
 
 namespace quor::input::gaussian {
 
+class RouteRecorder;
+struct RouteReading;
+
 /// The three roles a bare route word can have.
 enum class SimpleSegmentKind { Keyword = 0, Method = 1, Basis = 2 };
 
@@ -81,6 +84,9 @@ class QUOR_GJF_API G16KeywordParser {
     void warn_ambiguous_option(const std::string& keyword, const std::string& option, const std::optional<SourceSpan>& span);
 
    private:
+    friend class RouteRecorder;
+    friend RouteReading read_route(std::string text, const SimpleYAMLParser& schema);
+
     /// A method and, when it carries options, the whole expression as written.
     struct MethodExpression {
         std::string method;
@@ -104,6 +110,7 @@ class QUOR_GJF_API G16KeywordParser {
     std::unordered_set<std::string> recorded_;  // keys of the warnings, so that telling a repeat takes constant time
     SimpleYAMLParser schema_;
     bool schema_loaded_ = false;
+    RouteRecorder* recorder_ = nullptr;  // is told what is taken, where somebody wants the tree
 };
 
 }  // namespace quor::input::gaussian

@@ -24,7 +24,18 @@ struct KeywordShape {
 RouteStretch trimmed_stretch(std::string_view text, RouteStretch part);
 std::string_view stretch_text(std::string_view text, RouteStretch part);
 
+/// An option taken apart: its name, and its value where it has one.
+struct KeywordItem {
+    RouteStretch name;
+    RouteStretch value;
+};
+
+KeywordItem keyword_item(std::string_view text, RouteStretch item);
+
 /// Takes apart keyword, keyword=item, keyword(items), keyword=(items), keyword=item(items) and keyword/item.
 KeywordShape keyword_shape(const std::string& text);
+
+/// Takes apart oniom(layers,items), oniom=(layers,items) and oniom(layers)=(items): layers and items are one list.
+KeywordShape oniom_shape(const std::string& text);
 
 }  // namespace quor::input::gaussian

@@ -1,6 +1,7 @@
 // Recognises the model chemistry: methods with their options, basis sets, method/basis forms and ONIOM expressions.
 #include <gjf/core/route/keyword_parser.hpp>
 
+#include <gjf/core/route/route_recorder.hpp>
 #include <gjf/core/route/route_scanner.hpp>
 #include <gjf/core/text/text.hpp>
 
@@ -163,7 +164,11 @@ bool G16KeywordParser::try_process_basis_assignment(const std::string& segment, 
     if (!is_basis_set_pattern(segment)) {
         return false;
     }
-    const std::string basis = trim(segment.substr(static_cast<std::size_t>(find_top_level_char(segment, '=')) + 1));
+    const auto equals = static_cast<std::size_t>(find_top_level_char(segment, '='));
+    if (recorder_ != nullptr) {
+        recorder_->take_assignment(equals);
+    }
+    const std::string basis = trim(segment.substr(equals + 1));
     if (schema_.knows_basis(basis)) {
         result_.basis_set = normalize_basis_token_for_output(basis);
     } else {
@@ -213,6 +218,9 @@ bool G16KeywordParser::try_process_oniom_form(const std::string& segment, const 
         store_option(head.data(), item, options);
     }
     result_.oniom_expression = segment;
+    if (recorder_ != nullptr) {
+        recorder_->take_oniom();
+    }
     append_keyword(std::string(head), std::move(options), segment);
     return true;
 }

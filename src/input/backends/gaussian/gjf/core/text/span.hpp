@@ -27,6 +27,11 @@ struct Span {
     friend constexpr bool operator!=(Span a, Span b) noexcept { return !(a == b); }
 };
 
+/// Makes a span from two offsets, `end` not included.
+constexpr Span span_between(std::size_t begin, std::size_t end) noexcept {
+    return {static_cast<std::uint32_t>(begin), static_cast<std::uint32_t>(end - begin)};
+}
+
 /// Returns where a view into a text stands in it; `part` must lie within `text`.
 inline Span span_of(std::string_view text, std::string_view part) noexcept {
     return {static_cast<std::uint32_t>(part.data() - text.data()), static_cast<std::uint32_t>(part.size())};

@@ -62,6 +62,7 @@ class NestingTracker {
         return at_top_level();
     }
     bool at_top_level() const noexcept { return quote_ == 0 && (round_ | square_ | curly_) == 0; }
+    bool in_quotes() const noexcept { return quote_ != 0; }
 
    private:
     bool advance_nesting(char c) noexcept;

@@ -1,0 +1,85 @@
+// A route as a tree: segments, their keywords, the options of these and their values, each with its place in the route text,
+// the word of the vocabulary that it is, and how it was found there.
+#pragma once
+
+#include <core/export.hpp>
+#include <gjf/core/route/parsed_keywords.hpp>
+#include <gjf/core/schema/simple_yaml_parser.hpp>
+#include <gjf/core/text/span.hpp>
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quor::input::gaussian {
+
+/// How a word was found in the vocabulary.
+enum class RouteMatch {
+    Exact,         ///< as its preferred spelling
+    Alias,         ///< as another spelling of it
+    Abbreviation,  ///< as a beginning that no other word has
+    Ambiguous,     ///< not: it may stand for several
+    Unknown        ///< not: nothing begins so
+};
+
+/// A route text and what it is made of. Spans are places in `text`; it is made by `read_route`.
+struct QUOR_GJF_API RouteTree {
+    struct Option {
+        Span place;             ///< with its value
+        Span name;              ///< as written
+        Span value;             ///< empty when it was written without one
+        std::string canonical;  ///< preferred spelling, or the name in lower case
+        RouteMatch match = RouteMatch::Unknown;
+    };
+
+    /// A keyword, or a method that is written with options.
+    struct Keyword {
+        Span place;        ///< with its options
+        Span head;         ///< as written
+        std::string name;  ///< preferred spelling where the vocabulary takes it, else in lower case
+        RouteMatch match = RouteMatch::Unknown;
+        bool is_method = false;
+        std::vector<Option> options;
+
+        bool known() const noexcept { return match != RouteMatch::Unknown && match != RouteMatch::Ambiguous; }
+    };
+
+    /// What stands between blanks outside of brackets. What it says by itself does not depend on its neighbours; what it
+    /// gives to the interpretation does: a second method, say, is only a word that is kept.
+    struct Segment {
+        Span place;
+        std::string method;  ///< by itself; empty when it names none
+        std::string basis;
+        std::string secondary_method;
+        bool is_oniom = false;
+        Span assigned;  ///< the word before "=" of what is read as the assignment of a basis set, as in basis=6-31g
+        std::vector<Keyword> keywords;
+
+        bool gives_method = false;
+        bool gives_basis = false;
+        bool gives_oniom = false;
+        std::size_t first_keyword = 0;  ///< of those it gave, in `ParsedKeywords::keywords`
+        std::size_t keyword_count = 0;
+    };
+
+    std::string text;
+    Span head;  ///< "#" and the print level; empty when there is none
+    std::vector<Segment> segments;
+
+    /// Returns the first keyword of this name, as the tree has it, or null.
+    const Keyword* find_keyword(std::string_view name) const noexcept;
+    /// Returns the first option of keywords of this name by its canonical spelling, or null.
+    const Option* find_option(std::string_view keyword, std::string_view option) const noexcept;
+};
+
+/// A route with its tree.
+struct RouteReading {
+    ParsedKeywords meaning;
+    RouteTree tree;
+};
+
+/// Interprets a route text as `G16KeywordParser::parse` does, once, and keeps where everything stands.
+QUOR_GJF_API RouteReading read_route(std::string text, const SimpleYAMLParser& schema);
+
+}  // namespace quor::input::gaussian
