@@ -120,7 +120,7 @@ void check_basis_suffix(const CheckedJob& job, const WrittenSegment& segment, Fi
                  "look at what follows the name in parentheses");
 }
 
-void check_options(const CheckedJob& job, const WrittenKeyword& keyword, Findings& findings) {
+void check_option_words(const CheckedJob& job, const WrittenKeyword& keyword, Findings& findings) {
     const std::vector<std::string> options = job.schema.options_of(keyword.name);
     if (!keyword.known || options.empty() || has_trait(keyword.name, "takes free text")) {
         return;
@@ -182,7 +182,7 @@ void check_route_words(const CheckedJob& job, Findings& findings) {
         check_unknown_words(job, segment, findings);
         check_basis_suffix(job, segment, findings);
         for (const WrittenKeyword& keyword : segment.keywords) {
-            check_options(job, keyword, findings);
+            check_option_words(job, keyword, findings);
             if (keyword.name == "scrf") {
                 check_solvent(keyword, findings);
             }
