@@ -34,7 +34,7 @@ def job():
 def examples():
     """The job files of the project."""
     files = sorted(path for path in (SOURCE / "examples/jobs").iterdir() if path.suffix in (".gjf", ".com"))
-    assert len(files) >= 24
+    assert len(files) >= 42
     return files
 
 

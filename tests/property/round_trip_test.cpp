@@ -21,8 +21,8 @@ TEST(RealFiles, AreAmongThoseTried) {
     if (quor::test::real_files_folder().empty()) {
         GTEST_SKIP() << quor::test::no_real_files;
     }
-    EXPECT_GE(test::all_job_files().size(), 140u);
-    EXPECT_GE(test::all_jobs().size(), 140u);
+    EXPECT_GE(test::all_job_files().size(), 160u);
+    EXPECT_GE(test::all_jobs().size(), 160u);
 }
 
 TEST(RoundTrip, WritingAReadJobGivesTheSameTextAgain) {

@@ -85,6 +85,24 @@ const std::vector<FileFacts>& all_facts() {
         {"oxygen_alter.gjf", {{2, 1, "uhf", "6-31g(d)", {"guess"}, {35, 35}}}},
         {"ethene_casscf.gjf", {{6, 1, "casscf", "6-31g(d)", {"nosymm"}, {38}}}},
         {"methane_bomd.gjf", {{5, 1, "hf", "3-21g", {"bomd"}, {19, 19}}}},
+        {"acetone_readopt.gjf", {{10, 1, "b3lyp", "6-31g(d)", {"opt"}, {2}}}},
+        {"benzene_dimer_dispersion.gjf", {{24, 1, "pbe1pbe", "def2tzvp", {"empiricaldispersion", "int"}, {}}}},
+        {"boron_permute.gjf", {{1, 1, "rohf", "6-31g(d)", {"guess"}, {36, 36}}}},
+        {"chlorofluoromethanol_roa.gjf", {{6, 1, "b3lyp", "6-31+g(d)", {"freq", "cphf"}, {17}}}},
+        {"ethane_uff.gjf", {{8, 1, "uff", "", {"geom", "opt"}, {1}}}},
+        {"ethanol_checkpoint_dihedral.gjf", {{0, 1, "b3lyp", "6-31g(d)", {"geom", "guess", "opt"}, {3}}}},
+        {"ethyne_wavefunction.gjf", {{4, 1, "b3lyp", "6-311+g(d,p)", {"density", "output"}, {54}}}},
+        {"ferryl_fragment_guess.gjf", {{2, 3, "ub3lyp", "def2svp", {"guess", "pop"}, {}}}},
+        {"fluoroethene_nmr.gjf", {{6, 1, "b3lyp", "6-311+g(2d,p)", {"nmr"}, {42}}}},
+        {"hcn_qst2_frozen.gjf", {{3, 1, "hf", "3-21g", {"opt"}, {3, 4, 7}}}},
+        {"hydrogen_peroxide_rotor.gjf", {{4, 1, "b3lyp", "6-31g(d)", {"freq"}, {48}}}},
+        {"hydronium_charges.gjf", {{4, 1, "mp2", "6-31+g(d)", {"charge", "nosymm"}, {18}}}},
+        {"lithium_hydride_iop.gjf", {{2, 1, "hf", "6-31g", {"iop", "nosymm", "scf"}, {}}}},
+        {"old_checkpoint_readfc.gjf", {{0, 0, "b3lyp", "6-31g(d)", {"geom", "guess", "freq"}, {13}}}},
+        {"water_bohr.gjf", {{3, 1, "ccsd(t)", "cc-pvdz", {"units"}, {}}}},
+        {"water_external_program.gjf", {{3, 1, "", "", {"external", "opt"}, {}}}},
+        {"water_field_read.gjf", {{3, 1, "hf", "6-31g(d)", {"field"}, {27}}}},
+        {"zinc_complex_radii.gjf", {{5, 1, "b3lyp", "def2svp", {"pop"}, {43}}}},
     };
     return facts;
 }
@@ -111,7 +129,7 @@ void expect_facts(const GJFData& job, const JobFacts& facts) {
 TEST(ExampleReports, MatchTheStoredOnes) {
     const std::set<std::string> reports = names_in(source_folder / "tests/report/expected", {".txt"}, "");
     EXPECT_EQ(names_in(source_folder / "examples/jobs", {".gjf", ".com"}, ".txt"), reports);
-    ASSERT_GE(reports.size(), 16u);
+    ASSERT_GE(reports.size(), 42u);
     for (const std::string& report : reports) {
         const fs::path job = source_folder / "examples/jobs" / report.substr(0, report.size() - 4);
         EXPECT_EQ(report_of(GJFParser::parse_file_multi(job)),
@@ -150,6 +168,13 @@ TEST(ExampleFacts, IncludeWhatTheTraitsAreAbout) {
     EXPECT_EQ(first("comments_crlf.gjf").control.chk, "hf.chk");
     EXPECT_EQ(first("polymer_periodic.gjf").control.parsed_keywords->density_fitting_basis, "auto");
     EXPECT_EQ(first("ethanol_long_route.gjf").control.cpu, "0-3");
+    EXPECT_EQ(first("ferryl_fragment_guess.gjf").geom.additional_pairs.back().multiplicity, -2);
+    EXPECT_EQ(first("ferryl_fragment_guess.gjf").geom.atoms[1].info.params.at("Fragment"), "2");
+    EXPECT_EQ(first("water_field_read.gjf").extra_input_text(0).find("0.0 0.0 0.0 0.001"), 0u);
+    EXPECT_EQ(first("old_checkpoint_readfc.gjf").control.oldchk, "opt.chk");
+    EXPECT_EQ(first("ethyne_wavefunction.gjf").extra_input_text(0), "ethyne.wfn");
+    EXPECT_EQ(first("ethane_uff.gjf").geom.atoms[2].info.mm_type, "H_");
+    EXPECT_EQ(first("lithium_hydride_iop.gjf").control.parsed_keywords->keywords.front().options.at("6/7"), "3");
     EXPECT_EQ(first("ethene_casscf.gjf").control.parsed_keywords->method_options, "casscf(2,2,nroot=2,stateaverage)");
 }
 
