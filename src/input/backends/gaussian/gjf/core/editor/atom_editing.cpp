@@ -137,6 +137,7 @@ void GJFEditor::add_atom_with_connectivity(const AtomCoord& atom, const std::vec
         }
     }
     const bool has_bonds = std::any_of(bonds.begin(), bonds.end(), [](const auto& bond) { return bond.second > 0.0; });
+    touch_atom_list();
     ConnectivitySection* const moved = bonds_of_the_list();
     reserve_one_more(atom_origins_);
     if (!has_bonds) {
@@ -166,6 +167,8 @@ void GJFEditor::add_atom_with_connectivity(const AtomCoord& atom, const std::vec
 
 void GJFEditor::remove_atom(std::size_t index) {
     validate_atom_index(index);
+    touch_atom_list();
+    touch_atom(index);
     ConnectivitySection* const connectivity = bonds_of_the_list();
     data_.geom.atoms.erase(data_.geom.atoms.begin() + static_cast<std::ptrdiff_t>(index));
     atom_origins_.erase(atom_origins_.begin() + static_cast<std::ptrdiff_t>(index));
@@ -182,6 +185,8 @@ void GJFEditor::remove_atoms(const std::vector<std::size_t>& indices) {
     for (std::size_t i = 0; i < gone.size(); ++i) {
         places[i + 1] = places[i] + (gone[i] ? 0 : 1);
     }
+    touch_atom_list();
+    touch_atoms(indices);
     ConnectivitySection* const connectivity = bonds_of_the_list();
     drop_gone(data_.geom.atoms, gone);
     drop_gone(atom_origins_, gone);
@@ -201,6 +206,7 @@ void GJFEditor::move_atom(std::size_t from, std::size_t to) {
             std::rotate(at(to), at(from), at(from + 1));
         }
     };
+    touch_atom_list();
     ConnectivitySection* const connectivity = bonds_of_the_list();
     move(data_.geom.atoms);
     move(atom_origins_);
@@ -214,10 +220,13 @@ void GJFEditor::move_atom_with_connectivity(std::size_t from, std::size_t to) { 
 void GJFEditor::replace_atom(std::size_t index, const AtomCoord& atom) {
     validate_atom_index(index);
     AtomCoord copy = atom;
+    touch_atom(index);
     data_.geom.atoms[index] = std::move(copy);
 }
 
 void GJFEditor::clear_atoms() {
+    touch_atom_list();
+    touch_all_atoms();
     data_.geom.atoms.clear();
     atom_origins_.clear();
     clear_connectivity();
@@ -229,6 +238,7 @@ void GJFEditor::reorder_atoms_with_connectivity(const std::vector<std::size_t>& 
         throw GJFParseException("New order size must match atom count");
     }
     const std::vector<std::size_t> places = invert(order);
+    touch_atom_list();
     ConnectivitySection* const connectivity = bonds_of_the_list();
     std::vector<AtomCoord> reordered(atoms.size());
     std::vector<std::size_t> origins(atoms.size());
@@ -262,6 +272,7 @@ void GJFEditor::move_atoms_to_beginning(const std::vector<std::size_t>& indices)
 }
 
 void GJFEditor::translate_atoms(const std::vector<std::size_t>& indices, double dx, double dy, double dz) {
+    touch_atoms(indices);
     transform_atoms(data_.geom.atoms, indices, [=](AtomCoord& atom) {
         atom.x += dx;
         atom.y += dy;
@@ -270,6 +281,7 @@ void GJFEditor::translate_atoms(const std::vector<std::size_t>& indices, double 
 }
 
 void GJFEditor::scale_coordinates(const std::vector<std::size_t>& indices, double factor) {
+    touch_atoms(indices);
     transform_atoms(data_.geom.atoms, indices, [=](AtomCoord& atom) {
         atom.x *= factor;
         atom.y *= factor;
@@ -284,6 +296,7 @@ void GJFEditor::rotate_atoms(const std::vector<std::size_t>& indices, double a, 
     const double sin_b = std::sin(b);
     const double cos_c = std::cos(c);
     const double sin_c = std::sin(c);
+    touch_atoms(indices);
     transform_atoms(data_.geom.atoms, indices, [=](AtomCoord& atom) {
         const double y1 = cos_a * atom.y - sin_a * atom.z;
         const double z1 = sin_a * atom.y + cos_a * atom.z;

@@ -6,11 +6,17 @@
 
 #include <algorithm>
 #include <cmath>
+#include <new>
 #include <utility>
 
 namespace quor::input::gaussian {
 
 ExtraInputSection* GJFEditor::mutable_connectivity_section() noexcept {
+    try {
+        touch(JobPart::ExtraInput);
+    } catch (const std::bad_alloc&) {
+        record_.reset();  // so that all is compared
+    }
     const auto section = std::find_if(data_.extra_inputs.begin(), data_.extra_inputs.end(),
                                       [](const ExtraInputSection& candidate) { return candidate.is_connectivity(); });
     return section == data_.extra_inputs.end() ? nullptr : &*section;
@@ -103,9 +109,11 @@ void GJFEditor::parse_connectivity_from_section(int index) {
     const auto place = static_cast<std::size_t>(index);
     ExtraInputSection section(ExtraInputSectionKind::Connectivity, data_.extra_input_text(place));
     check_bond_atoms(data_, section.connectivity()->bonds);
-    GJFData copy = data_;
-    copy.extra_inputs[place] = std::move(section);
-    set_data(std::move(copy));
+    std::vector<ExtraInputSection> sections = data_.extra_inputs;
+    sections[place] = std::move(section);
+    std::vector<SectionNumbering> numberings = section_numberings_;
+    numberings[place] = numbering_of(atom_origins_);
+    install_sections(std::move(sections), std::move(numberings));
 }
 
 }  // namespace quor::input::gaussian

@@ -2,6 +2,7 @@
 #include <gjf/core/editor/gjf_editor.hpp>
 
 #include <core/memory/reserve_one_more.hpp>
+#include <gjf/core/editor/bond_checks.hpp>
 
 #include <algorithm>
 #include <cstdint>
@@ -38,6 +39,7 @@ bool same_numbering(const GJFEditor::SectionNumbering& a, const GJFEditor::Secti
 void GJFEditor::add_extra_input(const std::string& text) {
     SectionNumbering now = numbering_of(atom_origins_);
     core::memory::reserve_one_more(section_numberings_);
+    touch(JobPart::ExtraInput);
     data_.extra_inputs.emplace_back(ExtraInputSectionKind::Unknown, text);
     section_numberings_.push_back(std::move(now));
 }
@@ -48,6 +50,7 @@ void GJFEditor::set_extra_inputs(const std::vector<std::string>& texts) {
     for (const std::string& text : texts) {
         sections.emplace_back(ExtraInputSectionKind::Unknown, text);
     }
+    touch(JobPart::ExtraInput);
     section_numberings_ = std::vector<SectionNumbering>(texts.size(), numbering_of(atom_origins_));
     data_.extra_inputs = std::move(sections);
 }
@@ -58,17 +61,32 @@ void GJFEditor::validate_extra_input_index(std::size_t index) const {
     }
 }
 
+// Puts sections in the place of all; refused when their bonds are not valid.
+void GJFEditor::install_sections(std::vector<ExtraInputSection> sections, std::vector<SectionNumbering> numberings) {
+    touch(JobPart::ExtraInput);
+    data_.extra_inputs.swap(sections);
+    try {
+        settle_bonds(data_);
+        check_bonds(data_);
+    } catch (...) {
+        data_.extra_inputs.swap(sections);
+        throw;
+    }
+    section_numberings_ = std::move(numberings);
+}
+
 void GJFEditor::set_extra_input(std::size_t index, ExtraInputSectionKind kind, const std::string& text) {
     validate_extra_input_index(index);
-    GJFData copy = data_;
-    copy.extra_inputs[index] = ExtraInputSection(kind, text);
+    std::vector<ExtraInputSection> sections = data_.extra_inputs;
+    sections[index] = ExtraInputSection(kind, text);
     std::vector<SectionNumbering> numberings = section_numberings_;
     numberings[index] = numbering_of(atom_origins_);
-    set_data(std::move(copy), atom_origins_, std::move(numberings));
+    install_sections(std::move(sections), std::move(numberings));
 }
 
 void GJFEditor::remove_extra_input(std::size_t index) {
     validate_extra_input_index(index);
+    touch(JobPart::ExtraInput);
     data_.extra_inputs.erase(data_.extra_inputs.begin() + static_cast<std::ptrdiff_t>(index));
     section_numberings_.erase(section_numberings_.begin() + static_cast<std::ptrdiff_t>(index));
 }
@@ -77,6 +95,7 @@ void GJFEditor::remove_extra_inputs_by_kind(const std::vector<ExtraInputSectionK
     const auto listed = [&kinds](const ExtraInputSection& section) {
         return std::find(kinds.begin(), kinds.end(), section.kind) != kinds.end();
     };
+    touch(JobPart::ExtraInput);
     std::vector<ExtraInputSection>& sections = data_.extra_inputs;
     std::size_t kept = 0;
     for (std::size_t i = 0; i < sections.size(); ++i) {
@@ -94,20 +113,21 @@ void GJFEditor::remove_extra_inputs_by_kind(const std::vector<ExtraInputSectionK
 }
 
 void GJFEditor::clear_extra_inputs() {
+    touch(JobPart::ExtraInput);
     data_.extra_inputs.clear();
     section_numberings_.clear();
 }
 
 std::size_t GJFEditor::insert_extra_input_ordered(ExtraInputSectionKind kind, const std::string& text) {
-    GJFData copy = data_;
-    const auto place =
-        std::find_if(copy.extra_inputs.begin(), copy.extra_inputs.end(),
-                     [kind](const ExtraInputSection& section) { return rank_of(section.kind) > rank_of(kind); });
-    const auto index = static_cast<std::size_t>(place - copy.extra_inputs.begin());
-    copy.extra_inputs.emplace(place, kind, text);
+    std::vector<ExtraInputSection> sections = data_.extra_inputs;
+    const auto place = std::find_if(sections.begin(), sections.end(), [kind](const ExtraInputSection& section) {
+        return rank_of(section.kind) > rank_of(kind);
+    });
+    const auto index = static_cast<std::size_t>(place - sections.begin());
+    sections.emplace(place, kind, text);
     std::vector<SectionNumbering> numberings = section_numberings_;
     numberings.insert(numberings.begin() + static_cast<std::ptrdiff_t>(index), numbering_of(atom_origins_));
-    set_data(std::move(copy), atom_origins_, std::move(numberings));
+    install_sections(std::move(sections), std::move(numberings));
     return index;
 }
 

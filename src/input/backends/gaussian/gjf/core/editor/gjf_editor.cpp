@@ -4,6 +4,8 @@
 #include <gjf/core/editor/bond_checks.hpp>
 #include <gjf/core/reader/gjf_parser.hpp>
 
+#include <atomic>
+#include <new>
 #include <numeric>
 #include <string_view>
 #include <utility>
@@ -17,14 +19,10 @@ const std::string* text_of(const ExtraInputSection& section) noexcept { return s
 
 }  // namespace
 
-GJFEditor::GJFEditor(GJFData data)
-    : data_(std::move(data)),
-      atom_origins_(data_.geom.atoms.size()),
-      taken_atoms_(atom_origins_.size()),
-      section_numberings_(data_.extra_inputs.size()) {
+GJFEditor::GJFEditor(GJFData data) : data_(std::move(data)) {
     settle_bonds(data_);
     check_bonds(data_);
-    std::iota(atom_origins_.begin(), atom_origins_.end(), std::size_t{0});
+    take_as_origin();
 }
 GJFEditor::GJFEditor(const GJFEditor&) = default;
 GJFEditor::GJFEditor(GJFEditor&&) noexcept = default;
@@ -33,6 +31,62 @@ GJFEditor& GJFEditor::operator=(GJFEditor&&) noexcept = default;
 GJFEditor::~GJFEditor() = default;
 
 const GJFData& GJFEditor::get_data() const noexcept { return data_; }
+
+// Lets origins and numberings tell of the job as it is now.
+void GJFEditor::take_as_origin() {
+    std::vector<std::size_t> origins(data_.geom.atoms.size());
+    std::iota(origins.begin(), origins.end(), std::size_t{0});
+    section_numberings_ = std::vector<SectionNumbering>(data_.extra_inputs.size());
+    taken_atoms_ = origins.size();
+    atom_origins_ = std::move(origins);
+}
+
+std::uint64_t GJFEditor::begin_record() {
+    static std::atomic<std::uint64_t> last{0};
+    take_as_origin();
+    return record_.emplace(++last, taken_atoms_).identity();
+}
+
+const EditRecord* GJFEditor::record() const noexcept { return record_ ? &*record_ : nullptr; }
+
+// Keeps what a part holds, before it changes.
+void GJFEditor::touch(JobPart part) {
+    if (record_) {
+        record_->keep(part, data_);
+    }
+}
+
+void GJFEditor::touch_atom(std::size_t index) {
+    if (record_) {
+        record_->keep_atom(atom_origins_[index], data_.geom.atoms[index]);
+    }
+}
+
+AtomCoord& GJFEditor::atom_to_change(std::size_t index) {
+    touch_atom(index);
+    return data_.geom.atoms[index];
+}
+
+// Indices past the end are passed over.
+void GJFEditor::touch_atoms(const std::vector<std::size_t>& indices) {
+    for (const std::size_t index : indices) {
+        if (index < atom_origins_.size()) {
+            touch_atom(index);
+        }
+    }
+}
+
+void GJFEditor::touch_all_atoms() {
+    for (std::size_t i = 0; record_ && i < atom_origins_.size(); ++i) {
+        touch_atom(i);
+    }
+}
+
+// Atoms come, go or change places, which texts that name them will follow.
+void GJFEditor::touch_atom_list() {
+    touch(JobPart::AtomCount);
+    touch(JobPart::ExtraInput);
+}
 
 const std::vector<GJFEditor::SectionNumbering>& GJFEditor::section_numberings() const noexcept {
     return section_numberings_;
@@ -60,6 +114,7 @@ void GJFEditor::set_data(GJFData data, std::vector<std::size_t> atom_origins,
     }
     settle_bonds(data);
     check_bonds(data);
+    record_.reset();
     data_ = std::move(data);
     atom_origins_ = std::move(atom_origins);
     section_numberings_ = std::move(section_numberings);
@@ -95,6 +150,7 @@ std::vector<GJFEditor::SectionNumbering> GJFEditor::numberings_of(const GJFData&
 
 void GJFEditor::parse_keywords(const std::string& schema_path) {
     if (!data_.control.route_keywords.empty()) {
+        touch(JobPart::Route);
         data_.control.parsed_keywords = GJFParser::parse_keywords(data_.control.route_keywords, schema_path);
     }
 }
@@ -105,6 +161,7 @@ void GJFEditor::ensure_parsed_keywords() {
     if (has_parsed_keywords()) {
         return;
     }
+    touch(JobPart::Route);
     const std::vector<std::string>& route = data_.control.route_keywords;
     data_.control.parsed_keywords = route.empty() ? ParsedKeywords() : GJFParser::parse_keywords(route, {});
 }
@@ -116,7 +173,10 @@ const ParsedKeywords& GJFEditor::get_parsed_keywords() const {
     return *data_.control.parsed_keywords;
 }
 
-void GJFEditor::set_parsed_keywords(ParsedKeywords keywords) { data_.control.parsed_keywords = std::move(keywords); }
+void GJFEditor::set_parsed_keywords(ParsedKeywords keywords) {
+    touch(JobPart::Route);
+    data_.control.parsed_keywords = std::move(keywords);
+}
 
 void GJFEditor::set_route_section(const std::vector<std::string>& route_keywords) {
     install_control(route_keywords, std::nullopt);
@@ -127,18 +187,26 @@ void GJFEditor::install_control(std::vector<std::string> words, std::optional<Pa
     control.route_keywords = std::move(words);
     control.parsed_keywords = std::move(route);
     check_route_for_bonds(data_, control);
+    touch(JobPart::Route);
     data_.control.route_keywords = std::move(control.route_keywords);
     data_.control.parsed_keywords = std::move(control.parsed_keywords);
 }
 
-void GJFEditor::set_title(const std::string& title) { data_.title = title; }
+void GJFEditor::set_title(const std::string& title) {
+    touch(JobPart::Title);
+    data_.title = title;
+}
 
 void GJFEditor::set_charge_and_spin(int charge, int multiplicity) {
+    touch(JobPart::ChargeAndMultiplicity);
     data_.geom.charge = charge;
     data_.geom.multiplicity = multiplicity;
 }
 
-void GJFEditor::set_charge_spin_pairs(const std::vector<ChargeSpinPair>& pairs) { data_.geom.set_charge_spin_pairs(pairs); }
+void GJFEditor::set_charge_spin_pairs(const std::vector<ChargeSpinPair>& pairs) {
+    touch(JobPart::ChargeAndMultiplicity);
+    data_.geom.set_charge_spin_pairs(pairs);
+}
 
 std::vector<ChargeSpinPair> GJFEditor::get_charge_spin_pairs() const {
     const GeomSection& geom = data_.geom;
@@ -149,26 +217,32 @@ std::vector<ChargeSpinPair> GJFEditor::get_charge_spin_pairs() const {
     return pairs;
 }
 
-void GJFEditor::set_checkpoint_file(const std::string& path) { data_.control.chk = path; }
+// The Link 0 values, which are about to change.
+ControlSection& GJFEditor::link0() {
+    touch(JobPart::Link0);
+    return data_.control;
+}
 
-void GJFEditor::set_oldchk_file(const std::string& path) { data_.control.oldchk = path; }
-void GJFEditor::remove_oldchk_file() { data_.control.oldchk.reset(); }
+void GJFEditor::set_checkpoint_file(const std::string& path) { link0().chk = path; }
+
+void GJFEditor::set_oldchk_file(const std::string& path) { link0().oldchk = path; }
+void GJFEditor::remove_oldchk_file() { link0().oldchk.reset(); }
 std::optional<std::string> GJFEditor::get_oldchk_file() const { return data_.control.oldchk; }
 
-void GJFEditor::set_rwf_file(const std::string& path) { data_.control.rwf = path; }
-void GJFEditor::remove_rwf_file() { data_.control.rwf.reset(); }
+void GJFEditor::set_rwf_file(const std::string& path) { link0().rwf = path; }
+void GJFEditor::remove_rwf_file() { link0().rwf.reset(); }
 std::optional<std::string> GJFEditor::get_rwf_file() const { return data_.control.rwf; }
 
-void GJFEditor::set_mem(const std::string& memory) { data_.control.mem = memory; }
-void GJFEditor::remove_mem() { data_.control.mem.reset(); }
+void GJFEditor::set_mem(const std::string& memory) { link0().mem = memory; }
+void GJFEditor::remove_mem() { link0().mem.reset(); }
 std::optional<std::string> GJFEditor::get_mem() const { return data_.control.mem; }
 
-void GJFEditor::set_nproc(int count) { data_.control.nproc = count; }
-void GJFEditor::remove_nproc() { data_.control.nproc.reset(); }
+void GJFEditor::set_nproc(int count) { link0().nproc = count; }
+void GJFEditor::remove_nproc() { link0().nproc.reset(); }
 std::optional<int> GJFEditor::get_nproc() const { return data_.control.nproc; }
 
-void GJFEditor::set_cpu(const std::string& processors) { data_.control.cpu = processors; }
-void GJFEditor::remove_cpu() { data_.control.cpu.reset(); }
+void GJFEditor::set_cpu(const std::string& processors) { link0().cpu = processors; }
+void GJFEditor::remove_cpu() { link0().cpu.reset(); }
 std::optional<std::string> GJFEditor::get_cpu() const { return data_.control.cpu; }
 
 }  // namespace quor::input::gaussian

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <core/export.hpp>
+#include <gjf/core/editor/edit_record.hpp>
 #include <gjf/core/job/gjf_data.hpp>
 #include <gjf/core/job/gjf_parse_exception.hpp>
 
@@ -48,7 +49,8 @@ class QUOR_GJF_API GJFEditor {
 
     /// Returns the job; the reference is valid until the editor is assigned to or destroyed.
     const GJFData& get_data() const noexcept;
-    /// Replaces the job; one whose bonds are not valid is refused. With another number of atoms none has an origin then.
+    /// Replaces the job; one whose bonds are not valid is refused. With another number of atoms none has an origin then. A
+    /// record of edits ends.
     void set_data(GJFData data);
     /// The same, where the caller knows what `atom_origins` should return then, and `section_numberings`; another number of
     /// them than of atoms, or of sections, is refused. Without numberings, the sections whose texts stay keep theirs.
@@ -166,6 +168,12 @@ class QUOR_GJF_API GJFEditor {
     /// that renumbers them, as `GJFDocument` does, begins here.
     const std::vector<SectionNumbering>& section_numberings() const noexcept;
 
+    /// Begins to record what edits change, from the job as it is now, of which atom origins and section numberings tell
+    /// then; returns the identity of the record, which no other one has but those of copies.
+    std::uint64_t begin_record();
+    /// Returns the record of edits, or null when there is none: none was begun, or it ended, since the job was replaced.
+    const EditRecord* record() const noexcept;
+
     // --- Bonds
     // ---------------------------------------------------------------------------------------------------------------------
     /// Sets the order of a bond, which is made when it is not there; an order that is not above 0 removes it. The first bond
@@ -180,7 +188,8 @@ class QUOR_GJF_API GJFEditor {
     std::size_t get_bond_count() const noexcept;
     /// Removes all bonds; an empty connectivity section stays.
     void clear_connectivity();
-    /// Gives the bond list for direct editing, or null; what is done to it is not checked.
+    /// Gives the bond list for direct editing, or null; what is done to it is not checked. Whatever the bonds are later
+    /// counts as recorded.
     ConnectivitySection* mutable_connectivity() noexcept;
     ExtraInputSection* mutable_connectivity_section() noexcept;
     /// Turns the text of an extra section into the connectivity section; throws for an index out of range and for bonds that
@@ -317,9 +326,18 @@ class QUOR_GJF_API GJFEditor {
     void clear_molecular_mechanics_parameters();
 
    private:
+    void touch(JobPart part);
+    void touch_atom(std::size_t index);
+    void touch_atoms(const std::vector<std::size_t>& indices);
+    void touch_all_atoms();
+    void touch_atom_list();
+    AtomCoord& atom_to_change(std::size_t index);
+    void take_as_origin();
+    ControlSection& link0();
     ConnectivitySection& ensure_connectivity_section();
     void set_layers(const AtomSelector& selector, const std::string& layer, bool complete);
     void validate_extra_input_index(std::size_t index) const;
+    void install_sections(std::vector<ExtraInputSection> sections, std::vector<SectionNumbering> numberings);
     ParsedKeywords interpreted_route() const;
     void install_route(ParsedKeywords route);
     void install_control(std::vector<std::string> words, std::optional<ParsedKeywords> route);
@@ -331,6 +349,7 @@ class QUOR_GJF_API GJFEditor {
     std::vector<std::size_t> atom_origins_;
     std::size_t taken_atoms_;
     std::vector<SectionNumbering> section_numberings_;  // one for each extra input section
+    std::optional<EditRecord> record_;
 };
 
 }  // namespace quor::input::gaussian

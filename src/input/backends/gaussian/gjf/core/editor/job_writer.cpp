@@ -236,6 +236,7 @@ std::vector<std::size_t> GJFEditor::atoms_with_touching_coordinates() const {
 }
 
 void GJFEditor::use_numeric_coordinates() {
+    touch_all_atoms();
     for (AtomCoord& atom : data_.geom.atoms) {
         for (CoordinateValue* coordinate : {&atom.x_ref, &atom.y_ref, &atom.z_ref}) {
             if (coordinate->value) {

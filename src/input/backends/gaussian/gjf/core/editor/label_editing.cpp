@@ -107,7 +107,9 @@ void GJFEditor::set_freeze_by_index(const std::vector<std::size_t>& indices, int
 }
 
 void GJFEditor::set_freeze_by_selector(const AtomSelector& selector, int code) {
-    for (const std::size_t index : selected_by(data_.geom.atoms, selector)) {
+    const std::vector<std::size_t> selected = selected_by(data_.geom.atoms, selector);
+    touch_atoms(selected);
+    for (const std::size_t index : selected) {
         data_.geom.atoms[index].freeze = code;
     }
 }
@@ -142,6 +144,9 @@ void GJFEditor::set_layers(const AtomSelector& selector, const std::string& laye
     for (const std::size_t index : selected_by(atoms, selector)) {
         layers.emplace_back(index, layer);
     }
+    for (const auto& [index, text] : layers) {
+        touch_atom(index);
+    }
     for (auto& [index, text] : layers) {
         atoms[index].layer = std::move(text);
     }
@@ -173,10 +178,11 @@ void GJFEditor::ensure_oniom_completeness() {
     if (!is_oniom_enabled()) {
         return;
     }
-    for (AtomCoord& atom : data_.geom.atoms) {
-        if (!has_layer(atom)) {
-            atom.layer.emplace(low_layer);
-        }
+    const std::vector<std::size_t> bare =
+        indices_where(data_.geom.atoms, [](const AtomCoord& atom) { return !has_layer(atom); });
+    touch_atoms(bare);
+    for (const std::size_t index : bare) {
+        data_.geom.atoms[index].layer.emplace(low_layer);
     }
 }
 
@@ -228,6 +234,9 @@ void GJFEditor::set_fragment_by_selector(const AtomSelector& selector, const std
     for (const std::size_t index : selected_by(atoms, selector)) {
         changed.emplace_back(index, params_with_fragment(atoms[index].info.params, fragment));
     }
+    for (const auto& [index, params] : changed) {
+        touch_atom(index);
+    }
     for (auto& [index, params] : changed) {
         atoms[index].info.params = std::move(params);
     }
@@ -267,12 +276,12 @@ void GJFEditor::set_atom_type(std::size_t index, const std::string& type) {
     if (std::string trimmed = GJFParser::trim(type); !trimmed.empty()) {
         value = std::move(trimmed);
     }
-    data_.geom.atoms[index].info.mm_type = std::move(value);
+    atom_to_change(index).info.mm_type = std::move(value);
 }
 
 void GJFEditor::clear_atom_type(std::size_t index) {
     validate_atom_index(index);
-    data_.geom.atoms[index].info.mm_type.reset();
+    atom_to_change(index).info.mm_type.reset();
 }
 
 void GJFEditor::set_atom_mm_charge(std::size_t index, double charge) {
@@ -280,12 +289,12 @@ void GJFEditor::set_atom_mm_charge(std::size_t index, double charge) {
     if (!std::isfinite(charge)) {
         throw GJFParseException("Atom MM charge must be finite");
     }
-    data_.geom.atoms[index].info.mm_charge = charge;
+    atom_to_change(index).info.mm_charge = charge;
 }
 
 void GJFEditor::clear_atom_mm_charge(std::size_t index) {
     validate_atom_index(index);
-    data_.geom.atoms[index].info.mm_charge.reset();
+    atom_to_change(index).info.mm_charge.reset();
 }
 
 void GJFEditor::set_atom_type_and_mm_charge(std::size_t index, const std::string& type, double charge) {
@@ -294,7 +303,7 @@ void GJFEditor::set_atom_type_and_mm_charge(std::size_t index, const std::string
         throw GJFParseException("Atom MM charge must be finite");
     }
     set_atom_type(index, type);
-    data_.geom.atoms[index].info.mm_charge = charge;
+    atom_to_change(index).info.mm_charge = charge;
 }
 
 // --- Elements and index text

@@ -112,6 +112,7 @@ std::vector<std::string> route_words(const ParsedKeywords& route) {
 // --------------------------------------------------------------------------------------------------------------
 
 void GJFEditor::add_route_keyword(const std::string& keyword) {
+    touch(JobPart::Route);
     data_.control.route_keywords.push_back(keyword);
     data_.control.parsed_keywords.reset();
 }
