@@ -119,8 +119,9 @@ TEST(RouteRewriting, WritesTrimmedKeywordsOnly) {
 
 // Tells the part in which a job with one route differs from the same job with another.
 std::string difference_of_routes(const std::string& read, const std::string& wanted) {
-    return difference_between(GJFDocument(with_route(read)).job(0).get_data(),
-                              GJFDocument(with_route(wanted)).job(0).get_data(), true);
+    const GJFDocument document(with_route(wanted));
+    const GJFData& job = document.job(0).get_data();
+    return difference_between(GJFDocument(with_route(read)).job(0).get_data(), job, &job.extra_inputs);
 }
 
 TEST(ReadingBack, TellsMethodOptionsApart) {

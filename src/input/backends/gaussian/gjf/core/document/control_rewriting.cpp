@@ -135,14 +135,18 @@ void rewrite_link0(JobRewriting& job) {
     rewrite_other_lines(job);
 }
 
-void rewrite_overlays_and_title(JobRewriting& job) {
-    const JobLayout& layout = job.before.layout;
-    if (job.before.job.extra_overlays != job.after.extra_overlays) {
-        if (layout.overlays.empty() || !job.after.extra_overlays) {
-            throw GJFParseException("The overlay section can be changed, but neither added nor removed, in a document");
-        }
-        replace_lines(job, layout.overlays, *job.after.extra_overlays);
+void rewrite_overlays(JobRewriting& job) {
+    if (job.before.job.extra_overlays == job.after.extra_overlays) {
+        return;
     }
+    if (job.before.layout.overlays.empty() || !job.after.extra_overlays) {
+        throw GJFParseException("The overlay section can be changed, but neither added nor removed, in a document");
+    }
+    replace_lines(job, job.before.layout.overlays, *job.after.extra_overlays);
+}
+
+void rewrite_title(JobRewriting& job) {
+    const JobLayout& layout = job.before.layout;
     if (job.before.job.title == job.after.title) {
         return;
     }

@@ -26,6 +26,8 @@ bool still_holds(const std::string& path, const std::string& text) {
     }
 }
 
+using Sections = std::vector<ExtraInputSection>;
+
 AtomPlaces places_of(std::size_t old_count, const std::vector<std::size_t>& origins) {
     AtomPlaces places;
     places.count = origins.size();
@@ -92,28 +94,57 @@ std::string followed_text(const ExtraInputSection& section, const GJFEditor::Sec
 }
 
 // Renumbers the sections, so that the job is the one that should be written.
-GJFData job_to_write(const GJFEditor& editor, const AtomPlaces& places, const std::vector<std::size_t>& origins,
-                     bool force) {
-    GJFData wanted = editor.get_data();
-    for (std::size_t i = 0; i < wanted.extra_inputs.size(); ++i) {
-        if (ExtraInputSection& section = wanted.extra_inputs[i]; section.connectivity() == nullptr) {
-            section.content = followed_text(section, editor.section_numberings()[i], places, origins, force);
+Sections sections_to_write(const GJFEditor& editor, const AtomPlaces& places, bool force) {
+    Sections wanted = editor.get_data().extra_inputs;
+    for (std::size_t i = 0; i < wanted.size(); ++i) {
+        if (wanted[i].connectivity() == nullptr) {
+            wanted[i].content =
+                followed_text(wanted[i], editor.section_numberings()[i], places, editor.atom_origins(), force);
         }
     }
     // A section whose lines all went with their atoms goes too, unless another one would then be read in its place.
     const auto is_left_empty = [](const ExtraInputSection& section) {
         return section.connectivity() == nullptr && section.text().empty();
     };
-    while (!wanted.extra_inputs.empty() && is_left_empty(wanted.extra_inputs.back())) {
-        wanted.extra_inputs.pop_back();
+    while (!wanted.empty() && is_left_empty(wanted.back())) {
+        wanted.pop_back();
     }
-    const auto empty = std::find_if(wanted.extra_inputs.begin(), wanted.extra_inputs.end(), is_left_empty);
-    if (empty != wanted.extra_inputs.end()) {
+    const auto empty = std::find_if(wanted.begin(), wanted.end(), is_left_empty);
+    if (empty != wanted.end()) {
         throw GJFParseException(std::string("All that the section '") + extra_input_kind_name(empty->kind) +
                                 "' names is removed; remove it and its keyword first");
     }
     return wanted;
 }
+
+// The steps of writing a job, each with the part that it is about.
+struct RewritingStep {
+    bool (*concerns)(const JobBefore& before);
+    void (*rewrite)(JobRewriting& job);
+};
+
+template <JobPart... Parts>
+bool any_of_parts(const JobBefore& before) {
+    return (before.may_differ(Parts) || ...);
+}
+
+constexpr RewritingStep rewriting_steps[] = {
+    {any_of_parts<JobPart::Link0>, rewrite_link0},
+    {any_of_parts<JobPart::Route>, rewrite_route},
+    {any_of_parts<JobPart::Overlays>, rewrite_overlays},
+    {any_of_parts<JobPart::Title>, rewrite_title},
+    {any_of_parts<JobPart::ChargeAndMultiplicity>, rewrite_charge_line},
+    {any_of_parts<JobPart::Atom, JobPart::AtomCount>, rewrite_molecule},
+    {any_of_parts<JobPart::ExtraInput>, rewrite_sections},
+};
+
+// A job that the text should hold. Its sections are those of its editor, unless they followed a change of atoms.
+struct WantedJob {
+    const GJFData& job;
+    std::optional<Sections> followed;
+
+    const Sections& sections() const noexcept { return followed ? *followed : job.extra_inputs; }
+};
 
 std::string_view message_of(const GJFParseException& error) {
     return std::string_view(error.what()).substr(std::string_view("GJF Parse Error: ").size());
@@ -124,17 +155,25 @@ std::string_view message_of(const GJFParseException& error) {
 struct GJFDocument::Impl {
     struct Entry {
         std::unique_ptr<GJFEditor> editor;
-        std::optional<std::size_t> reading;  // absent for a job that was added
+        std::optional<std::size_t> place;  // among the layouts; absent for a job that was added
+        std::uint64_t identity = 0;        // of the record that its editor began
+
+        // Returns what the editor recorded of the job in the text; null when it may be any job.
+        const EditRecord* record() const noexcept {
+            const EditRecord* const record = editor->record();
+            return record != nullptr && record->identity() == identity ? record : nullptr;
+        }
     };
 
     std::string path;
     std::string text;
-    std::vector<JobReading> readings;
+    std::vector<JobLayout> layouts;
     std::vector<Entry> entries;
     JobLayout no_layout;
 
-    void read() {
-        readings = read_jobs_with_layout(text);
+    // Reads the jobs of a text; throws where one cannot be read.
+    static std::vector<JobReading> read(const std::string& text) {
+        std::vector<JobReading> readings = read_jobs_with_layout(text);
         for (const JobReading& reading : readings) {
             if (!reading.error.empty()) {
                 throw GJFParseException("Job " + std::to_string(reading.layout.number) +
@@ -144,6 +183,7 @@ struct GJFDocument::Impl {
         if (readings.empty()) {
             throw GJFParseException("No valid jobs found in input");
         }
+        return readings;
     }
 
     std::string_view body() const noexcept { return skip_byte_order_mark(text); }
@@ -156,22 +196,46 @@ struct GJFDocument::Impl {
         return entries[index];
     }
 
-    // Notes the changes of one job; returns the job that the text should then hold.
-    GJFData rewrite_job(const Entry& entry, const TextLines& lines, const GJFWriteOptions& options, LineEdits& edits) const {
-        const JobReading& before = readings[*entry.reading];
-        const std::vector<std::size_t>& origins = entry.editor->atom_origins();
-        const AtomPlaces places = places_of(before.job.geom.atoms.size(), origins);
-        GJFData wanted = job_to_write(*entry.editor, places, origins, options.force);
-        JobRewriting job{lines, before, wanted, origins, places, options.force, edits};
-        for (const auto step : {rewrite_link0, rewrite_route, rewrite_overlays_and_title, rewrite_charge_line,
-                                rewrite_molecule, rewrite_sections}) {
-            step(job);
+    bool is_unchanged() const noexcept {
+        std::size_t next = 0;
+        const auto as_read = [&next](const Entry& entry) {
+            const EditRecord* const record = entry.record();
+            return entry.place == next++ && record != nullptr && record->empty();
+        };
+        return entries.size() == layouts.size() && std::all_of(entries.begin(), entries.end(), as_read);
+    }
+
+    // Notes the changes of one job. What its text said is read again when no record tells it.
+    WantedJob rewrite_job(const Entry& entry, const TextLines& lines, const GJFWriteOptions& options,
+                          LineEdits& edits) const {
+        const GJFEditor& editor = *entry.editor;
+        const EditRecord* const record = entry.record();
+        WantedJob wanted{editor.get_data(), {}};
+        if (record != nullptr && record->empty()) {
+            return wanted;
+        }
+        std::vector<JobReading> again;
+        if (record == nullptr) {
+            again = read(text);
+        }
+        const JobBefore before{record != nullptr ? record->before() : again[*entry.place].job, layouts[*entry.place],
+                               record};
+        AtomPlaces places = places_of(before.atom_count(), editor.atom_origins());
+        if (before.may_differ(JobPart::AtomCount)) {
+            wanted.followed = sections_to_write(editor, places, options.force);
+        }
+        JobRewriting job{lines,         before, wanted.job, wanted.sections(), editor.atom_origins(), std::move(places),
+                         options.force, edits};
+        for (const RewritingStep& step : rewriting_steps) {
+            if (step.concerns(before)) {
+                step.rewrite(job);
+            }
         }
         return wanted;
     }
 
-    void remove_lines_of(std::size_t reading, const TextLines& lines, LineEdits& edits) const {
-        const LineRange& range = readings[reading].layout.lines;
+    void remove_lines_of(std::size_t place, const TextLines& lines, LineEdits& edits) const {
+        const LineRange& range = layouts[place].lines;
         const std::size_t separator = range.last < lines.size() ? range.last + 1 : range.first - 1;
         for (std::size_t line = range.first; line <= range.last; ++line) {
             edits.remove(line);
@@ -186,7 +250,7 @@ struct GJFDocument::Impl {
         const std::string job_text = added.editor->to_gjf_string();
         const std::vector<std::string_view> job_lines = split_lines(without_trailing_breaks(job_text));
         if (next != nullptr) {
-            const std::size_t line = readings[*next->reading].layout.lines.first;
+            const std::size_t line = layouts[*next->place].lines.first;
             for (const std::string_view text_line : job_lines) {
                 edits.insert_before(line, std::string(text_line));
             }
@@ -215,40 +279,41 @@ struct GJFDocument::Impl {
 
     // Writes the changes; nothing when there are none.
     std::optional<Rewritten> rewrite(const GJFWriteOptions& options) const {
+        if (is_unchanged()) {
+            return std::nullopt;
+        }
         const TextLines lines(body());
         LineEdits edits;
-        std::vector<GJFData> wanted;
-        std::vector<bool> kept(readings.size());
+        std::vector<WantedJob> wanted;
+        std::vector<bool> kept(layouts.size());
         for (std::size_t i = 0; i < entries.size(); ++i) {
-            if (entries[i].reading) {
-                kept[*entries[i].reading] = true;
+            if (entries[i].place) {
+                kept[*entries[i].place] = true;
                 wanted.push_back(rewrite_job_named(i, lines, options, edits));
                 continue;
             }
-            wanted.push_back(entries[i].editor->get_data());
+            wanted.push_back({entries[i].editor->get_data(), {}});
             const auto next = std::find_if(entries.begin() + static_cast<std::ptrdiff_t>(i), entries.end(),
-                                           [](const Entry& e) { return e.reading.has_value(); });
+                                           [](const Entry& e) { return e.place.has_value(); });
             insert_lines_of(entries[i], next == entries.end() ? nullptr : &*next, i == 0, lines, edits);
         }
-        for (std::size_t reading = 0; reading < readings.size(); ++reading) {
-            if (!kept[reading]) {
-                remove_lines_of(reading, lines, edits);
+        for (std::size_t place = 0; place < layouts.size(); ++place) {
+            if (!kept[place]) {
+                remove_lines_of(place, lines, edits);
             }
         }
         if (edits.empty()) {
             return std::nullopt;
         }
-        std::string result;
-        result.reserve(text.size() + text.size() / 8);
-        edits.apply(lines, 1, lines.size(), result);
+        std::string result = with_edits(body(), edits.text_edits(lines));
         result.insert(0, text, 0, text.size() - body().size());
         std::vector<JobReading> read = read_jobs_with_layout(result);
         verify(read, wanted, options);
         return Rewritten{std::move(result), std::move(read)};
     }
 
-    GJFData rewrite_job_named(std::size_t index, const TextLines& lines, const GJFWriteOptions& options,
-                              LineEdits& edits) const {
+    WantedJob rewrite_job_named(std::size_t index, const TextLines& lines, const GJFWriteOptions& options,
+                                LineEdits& edits) const {
         try {
             return rewrite_job(entries[index], lines, options, edits);
         } catch (const GJFParseException& error) {
@@ -260,7 +325,7 @@ struct GJFDocument::Impl {
     }
 
     // Compares the jobs that the new text is read as with those that should be there.
-    static void verify(const std::vector<JobReading>& read, const std::vector<GJFData>& wanted,
+    static void verify(const std::vector<JobReading>& read, const std::vector<WantedJob>& wanted,
                        const GJFWriteOptions& options) {
         if (read.size() != wanted.size()) {
             throw GJFParseException("The changed text would be read as " + std::to_string(read.size()) + " jobs, not " +
@@ -271,7 +336,8 @@ struct GJFDocument::Impl {
             if (!read[i].error.empty()) {
                 throw GJFParseException(where + "The changed text cannot be read: " + read[i].error);
             }
-            const std::string difference = difference_between(read[i].job, wanted[i], !options.force);
+            const std::string difference =
+                difference_between(read[i].job, wanted[i].job, options.force ? nullptr : &wanted[i].sections());
             if (!difference.empty()) {
                 throw GJFParseException(where + "The changed text would be read otherwise than meant: " + difference);
             }
@@ -281,11 +347,11 @@ struct GJFDocument::Impl {
 
 GJFDocument::GJFDocument(std::string text) : impl_(std::make_unique<Impl>()) {
     impl_->text = std::move(text);
-    impl_->read();
-    for (std::size_t i = 0; i < impl_->readings.size(); ++i) {
-        Impl::Entry& entry = impl_->entries.emplace_back();
-        entry.editor = std::make_unique<GJFEditor>(impl_->readings[i].job);
-        entry.reading = i;
+    for (JobReading& reading : Impl::read(impl_->text)) {
+        auto editor = std::make_unique<GJFEditor>(std::move(reading.job));
+        const std::uint64_t identity = editor->begin_record();
+        impl_->entries.push_back({std::move(editor), impl_->layouts.size(), identity});
+        impl_->layouts.push_back(std::move(reading.layout));
     }
 }
 
@@ -311,7 +377,7 @@ const GJFEditor& GJFDocument::job(std::size_t index) const { return *impl_->entr
 
 const JobLayout& GJFDocument::layout(std::size_t index) const {
     const Impl::Entry& entry = impl_->entry(index);
-    return entry.reading ? impl_->readings[*entry.reading].layout : impl_->no_layout;
+    return entry.place ? impl_->layouts[*entry.place] : impl_->no_layout;
 }
 
 void GJFDocument::insert_job(std::size_t index, const GJFData& data) {
@@ -320,11 +386,11 @@ void GJFDocument::insert_job(std::size_t index, const GJFData& data) {
     }
     auto editor = std::make_unique<GJFEditor>(data);
     const std::vector<JobReading> read = read_jobs_with_layout(editor->to_gjf_string());
-    if (read.size() != 1 || !read[0].error.empty() || !difference_between(read[0].job, data, true).empty()) {
+    if (read.size() != 1 || !read[0].error.empty() || !difference_between(read[0].job, data, &data.extra_inputs).empty()) {
         throw GJFParseException("The fixed layout cannot carry this job, so it cannot be added");
     }
     impl_->entries.insert(impl_->entries.begin() + static_cast<std::ptrdiff_t>(index),
-                          Impl::Entry{std::move(editor), std::nullopt});
+                          Impl::Entry{std::move(editor), std::nullopt, 0});
 }
 
 void GJFDocument::remove_job(std::size_t index) {
@@ -353,17 +419,21 @@ bool GJFDocument::save(const GJFWriteOptions& options) {
     }
     // What may fail is done before the file is written.
     std::vector<GJFEditor> editors;
-    for (const JobReading& reading : changed->readings) {
-        editors.emplace_back(reading.job);
+    std::vector<JobLayout> layouts;
+    for (JobReading& reading : changed->readings) {
+        editors.emplace_back(std::move(reading.job)).begin_record();
+        layouts.push_back(std::move(reading.layout));
     }
     if (!quor::core::fs::write_text_file(impl_->path, changed->text)) {
         throw GJFParseException("Cannot write file: " + impl_->path);
     }
     for (std::size_t i = 0; i < editors.size(); ++i) {
-        *impl_->entries[i].editor = std::move(editors[i]);
-        impl_->entries[i].reading = i;
+        Impl::Entry& entry = impl_->entries[i];
+        *entry.editor = std::move(editors[i]);
+        entry.place = i;
+        entry.identity = entry.editor->record()->identity();
     }
-    impl_->readings = std::move(changed->readings);
+    impl_->layouts = std::move(layouts);
     impl_->text = std::move(changed->text);
     return true;
 }

@@ -47,7 +47,8 @@ class QUOR_GJF_API GJFDocument {
 
     std::size_t job_count() const noexcept;
     /// Returns a job's editor, valid as long as the document; throws "Invalid job index: N (total jobs: M)". An editor that
-    /// is assigned to it must have taken the same job: its atom origins are taken for those of this document.
+    /// is assigned to it must have taken the same job: its atom origins are taken for those of this document. One that did not
+    /// take it here, and one whose job was replaced, costs another read of the text when it is written.
     GJFEditor& job(std::size_t index);
     const GJFEditor& job(std::size_t index) const;
     /// Returns where the parts of a job stood in the original text.

@@ -1,43 +1,42 @@
-// Cuts a text into lines with their ends, and applies changes to them.
+// Cuts a text into lines with their ends, and turns changes of lines into changes of the text.
 #include <gjf/core/document/line_edits.hpp>
 
-namespace quor::input::gaussian {
-namespace {
+#include <algorithm>
 
-// Appends a line with an end, and gives the line before it one when it has none.
-void append_line(std::string& text, std::string_view line, std::string_view end, std::string_view usual_end) {
-    if (!text.empty() && text.back() != '\n') {
-        text += usual_end;
+namespace quor::input::gaussian {
+
+TextLines::TextLines(std::string_view text) : text_(text) {
+    for (std::size_t begin = 0; begin < text.size(); begin = std::min(text.find('\n', begin), text.size() - 1) + 1) {
+        begins_.push_back(static_cast<std::uint32_t>(begin));
     }
-    text += line;
-    text += end;
 }
 
-}  // namespace
+std::size_t TextLines::begin_of(std::size_t number) const noexcept {
+    return number <= begins_.size() ? begins_[number - 1] : text_.size();
+}
 
-TextLines::TextLines(std::string_view text) {
-    while (!text.empty()) {
-        const std::size_t feed = text.find('\n');
-        const std::size_t length = feed == std::string_view::npos ? text.size() : feed + 1;
-        std::size_t end = feed == std::string_view::npos ? length : feed;
-        if (end > 0 && text[end - 1] == '\r') {
-            --end;
-        }
-        lines_.push_back({text.substr(0, end), text.substr(end, length - end)});
-        text.remove_prefix(length);
-    }
+std::string_view TextLines::with_end(std::size_t number) const noexcept {
+    return number >= 1 && number <= size() ? text_.substr(begin_of(number), begin_of(number + 1) - begin_of(number))
+                                           : std::string_view();
 }
 
 std::string_view TextLines::line(std::size_t number) const noexcept {
-    return number >= 1 && number <= lines_.size() ? lines_[number - 1].text : std::string_view();
+    const std::string_view whole = with_end(number);
+    return whole.substr(0, whole.size() - line_end(number).size());
 }
 
 std::string_view TextLines::line_end(std::size_t number) const noexcept {
-    return number >= 1 && number <= lines_.size() ? lines_[number - 1].end : std::string_view();
+    const std::string_view whole = with_end(number);
+    if (whole.empty() || whole.back() != '\n') {
+        return {};
+    }
+    const std::size_t length = whole.size() >= 2 && whole[whole.size() - 2] == '\r' ? 2 : 1;
+    return whole.substr(whole.size() - length);
 }
 
 std::string_view TextLines::usual_end() const noexcept {
-    return lines_.empty() || lines_.front().end.empty() ? std::string_view("\n") : lines_.front().end;
+    const std::string_view end = line_end(1);
+    return end.empty() ? std::string_view("\n") : end;
 }
 
 void LineEdits::replace(std::size_t line, std::string text) {
@@ -52,35 +51,53 @@ void LineEdits::insert_before(std::size_t line, std::string text) { changes_[lin
 
 void LineEdits::insert_after(std::size_t line, std::string text) { changes_[line].after.push_back(std::move(text)); }
 
-std::string_view LineEdits::line(const TextLines& lines, std::size_t number) const {
-    const auto change = changes_.find(number);
-    return change != changes_.end() && change->second.state == State::Replaced ? std::string_view(change->second.text)
-                                                                               : lines.line(number);
-}
-
 bool LineEdits::is_removed(std::size_t line) const {
     const auto change = changes_.find(line);
     return change != changes_.end() && change->second.state == State::Removed;
 }
 
-void LineEdits::apply(const TextLines& lines, std::size_t first, std::size_t last, std::string& text) const {
-    auto change = changes_.lower_bound(first);
-    for (std::size_t number = first; number <= last; ++number) {
-        if (change == changes_.end() || change->first != number) {
-            append_line(text, lines.line(number), lines.line_end(number), lines.usual_end());
-            continue;
+std::vector<TextEdit> LineEdits::text_edits(const TextLines& lines) const {
+    std::vector<TextEdit> edits;
+    const std::string_view usual_end = lines.usual_end();
+    for (auto found = changes_.lower_bound(1); found != changes_.end() && found->first <= lines.size(); ++found) {
+        const auto& [number, change] = *found;
+        const std::size_t begin = lines.begin_of(number);
+        const std::size_t end = lines.begin_of(number + 1);
+        const std::size_t line_end = end - lines.line_end(number).size();
+        TextEdit before{begin, begin, {}};
+        for (const std::string& line : change.before) {
+            before.text.append(line).append(usual_end);
         }
-        for (const std::string& line : change->second.before) {
-            append_line(text, line, lines.usual_end(), lines.usual_end());
+        if (change.state != State::Kept) {
+            before.end = change.state == State::Removed ? end : line_end;
+            before.text += change.text;
         }
-        if (change->second.state != State::Removed) {
-            append_line(text, line(lines, number), lines.line_end(number), lines.usual_end());
+        TextEdit after{end, end, {}};
+        // The last line of a text may have no end yet.
+        const bool is_open = line_end == end && change.state != State::Removed;
+        after.text += is_open && !change.after.empty() ? usual_end : std::string_view();
+        for (const std::string& line : change.after) {
+            after.text.append(line).append(usual_end);
         }
-        for (const std::string& line : change->second.after) {
-            append_line(text, line, lines.usual_end(), lines.usual_end());
-        }
-        ++change;
+        edits.push_back(std::move(before));
+        edits.push_back(std::move(after));
     }
+    return edits;
+}
+
+std::string with_edits(std::string_view text, const std::vector<TextEdit>& edits) {
+    std::size_t size = text.size();
+    for (const TextEdit& edit : edits) {
+        size += edit.text.size();
+    }
+    std::string result;
+    result.reserve(size);
+    std::size_t done = 0;
+    for (const TextEdit& edit : edits) {
+        result.append(text.substr(done, edit.begin - done)).append(edit.text);
+        done = edit.end;
+    }
+    return result.append(text.substr(done));
 }
 
 }  // namespace quor::input::gaussian

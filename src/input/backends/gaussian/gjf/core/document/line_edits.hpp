@@ -1,7 +1,10 @@
 // Lines of a text with their line ends, and the changes to be made to them. Private to the room.
 #pragma once
 
+#include <gjf/core/text/span.hpp>
+
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <string>
 #include <string_view>
@@ -14,7 +17,9 @@ class TextLines {
    public:
     explicit TextLines(std::string_view text);
 
-    std::size_t size() const noexcept { return lines_.size(); }
+    std::size_t size() const noexcept { return begins_.size(); }
+    /// Returns where a line begins; the size of the text behind the last one.
+    std::size_t begin_of(std::size_t number) const noexcept;
     /// Returns a line without its end; empty for one that is not there.
     std::string_view line(std::size_t number) const noexcept;
     /// Returns a line end: "\n", "\r\n", or nothing for the last line of a text without one.
@@ -23,14 +28,13 @@ class TextLines {
     std::string_view usual_end() const noexcept;
 
    private:
-    struct Line {
-        std::string_view text;
-        std::string_view end;
-    };
-    std::vector<Line> lines_;
+    std::string_view with_end(std::size_t number) const noexcept;
+
+    std::string_view text_;
+    std::vector<std::uint32_t> begins_;
 };
 
-/// Changes to lines; applied all at once.
+/// Changes to lines, to be made all at once.
 class LineEdits {
    public:
     bool empty() const noexcept { return changes_.empty(); }
@@ -39,12 +43,9 @@ class LineEdits {
     /// Puts a line before or behind another one, behind what was put there before.
     void insert_before(std::size_t line, std::string text);
     void insert_after(std::size_t line, std::string text);
-    /// Returns a line as it will be, without insertions; the original when it was not touched.
-    std::string_view line(const TextLines& lines, std::size_t number) const;
     bool is_removed(std::size_t line) const;
-
-    /// Appends the changed lines from `first` to `last`.
-    void apply(const TextLines& lines, std::size_t first, std::size_t last, std::string& text) const;
+    /// Returns the changes as changes of the text, in the order of their places. Lines that are not there are passed over.
+    std::vector<TextEdit> text_edits(const TextLines& lines) const;
 
    private:
     enum class State { Kept, Replaced, Removed };
@@ -56,5 +57,8 @@ class LineEdits {
     };
     std::map<std::size_t, Change> changes_;
 };
+
+/// Makes changes that are in the order of their places and do not overlap.
+std::string with_edits(std::string_view text, const std::vector<TextEdit>& edits);
 
 }  // namespace quor::input::gaussian

@@ -184,19 +184,23 @@ std::string bare_atom_line(std::string_view line) {
 }
 
 std::string new_atom_line(const JobRewriting& job, std::size_t atom) {
-    const std::vector<AtomCoord>& old_atoms = job.before.job.geom.atoms;
-    // The nearest atom that was there gives the columns: the one before, else the one behind.
+    const std::vector<AtomCoord>& atoms = job.after.geom.atoms;
+    const auto in_line_of = [&](std::size_t origin, const AtomCoord& untouched) {
+        const AtomCoord* const before = job.before.atom(origin);
+        return atom_line(bare_atom_line(job.lines.line(job.before.layout.atoms[origin])),
+                         before != nullptr ? *before : untouched, atoms[atom], atom);
+    };
+    // The nearest atom that was there gives the columns: the one before, else the first, which is behind it or gone.
     for (std::size_t i = atom; i-- > 0;) {
-        if (const std::size_t origin = job.origins[i]; origin < old_atoms.size()) {
-            return atom_line(bare_atom_line(job.lines.line(job.before.layout.atoms[origin])), old_atoms[origin],
-                             job.after.geom.atoms[atom], atom);
+        if (job.origins[i] < job.before.atom_count()) {
+            return in_line_of(job.origins[i], atoms[i]);
         }
     }
-    if (!old_atoms.empty()) {
-        return atom_line(bare_atom_line(job.lines.line(job.before.layout.atoms.front())), old_atoms.front(),
-                         job.after.geom.atoms[atom], atom);
+    if (job.before.atom_count() > 0) {
+        const std::size_t place = job.places.places.front();
+        return in_line_of(0, atoms[place != AtomPlaces::gone ? place : atom]);
     }
-    const AtomCoord& made = job.after.geom.atoms[atom];
+    const AtomCoord& made = atoms[atom];
     AtomCoord blank;
     blank.info = made.info;
     blank.x_ref = blank.y_ref = blank.z_ref = {"0.0", 0.0};
@@ -206,12 +210,14 @@ std::string new_atom_line(const JobRewriting& job, std::size_t atom) {
 // Returns the line of an atom of the job as it should be.
 std::string line_of_atom(const JobRewriting& job, std::size_t atom) {
     const std::size_t origin = job.origins[atom];
-    if (origin >= job.before.job.geom.atoms.size()) {
+    if (origin >= job.before.atom_count()) {
         return new_atom_line(job, atom);
     }
+    const AtomCoord& wanted = job.after.geom.atoms[atom];
+    const AtomCoord* const before = job.before.atom(origin);
     const std::string_view old_line = job.lines.line(job.before.layout.atoms[origin]);
-    const std::string text = atom_line(old_line, job.before.job.geom.atoms[origin], job.after.geom.atoms[atom], atom);
-    return job.places.renumbered ? with_link_host(text, job.places, atom, job.force) : text;
+    std::string text = before == nullptr ? std::string(old_line) : atom_line(old_line, *before, wanted, atom);
+    return job.places.renumbered && wanted.layer ? with_link_host(text, job.places, atom, job.force) : text;
 }
 
 // Tells whether the atoms that were there before still stand in their order.
@@ -245,12 +251,14 @@ void rewrite_atoms_in_place(JobRewriting& job) {
     }
     std::size_t last_line = job.before.layout.charge_line;
     for (std::size_t atom = 0; atom < job.after.geom.atoms.size(); ++atom) {
-        std::string text = line_of_atom(job, atom);
-        if (const std::size_t origin = job.origins[atom]; origin < lines.size()) {
-            last_line = lines[origin];
-            set_line(job, last_line, std::move(text));
-        } else {
-            job.edits.insert_after(last_line, std::move(text));
+        const std::size_t origin = job.origins[atom];
+        if (origin >= lines.size()) {
+            job.edits.insert_after(last_line, line_of_atom(job, atom));
+            continue;
+        }
+        last_line = lines[origin];
+        if (job.places.renumbered || job.before.atom(origin) != nullptr) {
+            set_line(job, last_line, line_of_atom(job, atom));
         }
     }
 }
@@ -327,6 +335,9 @@ void rewrite_zmatrix(JobRewriting& job) {
     if (!after.atoms.empty()) {
         throw GJFParseException("Atoms with Cartesian coordinates cannot be added to a Z-matrix");
     }
+    if (!job.before.may_differ(JobPart::ZMatrix)) {
+        return;
+    }
     if (after.zmatrix_entries.size() != job.before.job.geom.zmatrix_entries.size()) {
         throw GJFParseException("Rows can neither be added to a Z-matrix nor removed from it");
     }
@@ -338,24 +349,26 @@ void rewrite_zmatrix(JobRewriting& job) {
 }  // namespace
 
 void rewrite_molecule(JobRewriting& job) {
-    const GeomSection& before = job.before.job.geom;
     const GeomSection& after = job.after.geom;
-    if (before.format != after.format) {
+    if (job.before.may_differ(JobPart::Format) && job.before.job.geom.format != after.format) {
         throw GJFParseException(
             "A molecule cannot be turned from Cartesian coordinates into a Z-matrix, nor back, in a document");
     }
-    if (before.format == GeometryFormat::ZMatrix) {
+    if (after.format == GeometryFormat::ZMatrix) {
         rewrite_zmatrix(job);
-    } else if (before.atoms.empty() && !after.atoms.empty()) {
+    } else if (job.before.atom_count() == 0 && !after.atoms.empty()) {
         throw GJFParseException("Atoms cannot be added to a job that takes its molecule from a checkpoint");
     } else if (keep_their_order(job)) {
         rewrite_atoms_in_place(job);
     } else {
         rewrite_atoms_in_new_order(job);
     }
-    rewrite_variables(job, before.variables, after.variables, job.before.layout.variables);
-    rewrite_variables(job, before.constants, after.constants, job.before.layout.constants);
-    rewrite_variables(job, before.cartesian_variables, after.cartesian_variables, job.before.layout.cartesian_variables);
+    if (job.before.may_differ(JobPart::Variables)) {
+        const GeomSection& before = job.before.job.geom;
+        rewrite_variables(job, before.variables, after.variables, job.before.layout.variables);
+        rewrite_variables(job, before.constants, after.constants, job.before.layout.constants);
+        rewrite_variables(job, before.cartesian_variables, after.cartesian_variables, job.before.layout.cartesian_variables);
+    }
 }
 
 }  // namespace quor::input::gaussian

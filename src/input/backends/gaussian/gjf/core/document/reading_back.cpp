@@ -83,31 +83,34 @@ std::string section_name(const ExtraInputSection& section) {
     return std::string("the section '") + extra_input_kind_name(section.kind) + "'";
 }
 
-std::string section_difference(std::size_t i, const GJFData& read, const GJFData& wanted) {
-    if (i >= wanted.extra_inputs.size()) {
-        return section_name(read.extra_inputs[i]) + ", which should not be there";
+using Sections = std::vector<ExtraInputSection>;
+
+std::string section_difference(std::size_t i, const Sections& read, const Sections& wanted) {
+    if (i >= wanted.size()) {
+        return section_name(read[i]) + ", which should not be there";
     }
-    const ExtraInputSection& section = wanted.extra_inputs[i];
-    if (i >= read.extra_inputs.size()) {
-        return section_name(section) + ", which is not read";
+    if (i >= read.size()) {
+        return section_name(wanted[i]) + ", which is not read";
     }
-    const bool other_kind = read.extra_inputs[i].kind != section.kind && section.kind != ExtraInputSectionKind::Unknown;
-    return section_name(section) +
-           (other_kind ? ", which would be read as " + section_name(read.extra_inputs[i]) : std::string());
+    const bool other_kind = read[i].kind != wanted[i].kind && wanted[i].kind != ExtraInputSectionKind::Unknown;
+    return section_name(wanted[i]) + (other_kind ? ", which would be read as " + section_name(read[i]) : std::string());
 }
 
 }  // namespace
 
-std::string difference_between(const GJFData& read, const GJFData& wanted, bool sections_too) {
+std::string difference_between(const GJFData& read, const GJFData& wanted, const Sections* sections) {
     JobComparison comparison;
     comparison.coordinates = JobComparison::Coordinates::AsWritten;
     // What was left over may be asked for now.
     comparison.unknown_sections = JobComparison::UnknownSections::OfFirst;
     comparison.order_of_link0_lines = false;
     comparison.same_route = same_meaning;
+    comparison.sections = false;
     const std::optional<JobDifference> difference = find_difference(wanted, read, comparison);
     if (!difference) {
-        return {};
+        const auto place =
+            sections == nullptr ? std::nullopt : find_section_difference(*sections, read.extra_inputs, comparison);
+        return place ? section_difference(*place, read.extra_inputs, *sections) : std::string();
     }
     switch (difference->part) {
         case JobPart::Overlays:
@@ -117,9 +120,6 @@ std::string difference_between(const GJFData& read, const GJFData& wanted, bool 
             return "the number of atoms";
         case JobPart::Atom:
             return "atom " + std::to_string(difference->index + 1);
-        case JobPart::ExtraInput:
-            // The last part: nothing else differs.
-            return sections_too ? section_difference(difference->index, read, wanted) : std::string();
         default:
             return std::string("the ") + job_part_name(difference->part);
     }

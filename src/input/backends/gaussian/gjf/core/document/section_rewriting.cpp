@@ -168,7 +168,7 @@ std::vector<std::size_t> match_sections(const std::vector<ExtraInputSection>& be
 
 void rewrite_sections(JobRewriting& job) {
     const std::vector<ExtraInputSection>& before = job.before.job.extra_inputs;
-    const std::vector<ExtraInputSection>& after = job.after.extra_inputs;
+    const std::vector<ExtraInputSection>& after = job.sections;
     const std::vector<std::size_t> match = match_sections(before, after);
     std::vector<bool> stays(before.size());
     for (const std::size_t i : match) {

@@ -227,6 +227,14 @@ bool same_label(const AtomInfo& a, const AtomInfo& b) { return same_label_but_fo
 
 bool same_variable(const ZMatrixVariable& a, const ZMatrixVariable& b) { return a.name == b.name && a.value == b.value; }
 
+std::optional<std::size_t> find_section_difference(const std::vector<ExtraInputSection>& first,
+                                                   const std::vector<ExtraInputSection>& second,
+                                                   const JobComparison& comparison) {
+    return first_mismatch(first, second, [&](const ExtraInputSection& a, const ExtraInputSection& b) {
+        return same_section(a, b, comparison);
+    });
+}
+
 std::optional<JobDifference> find_difference(const GJFData& first, const GJFData& second, const JobComparison& comparison) {
     const auto differ = [](JobPart part) { return JobDifference{part, 0}; };
     if (!same_link0(first.control, second.control, comparison.order_of_link0_lines)) {
@@ -247,11 +255,9 @@ std::optional<JobDifference> find_difference(const GJFData& first, const GJFData
     if (const std::optional<JobDifference> molecule = molecule_difference(first.geom, second.geom, comparison)) {
         return molecule;
     }
-    const auto same = [&](const ExtraInputSection& a, const ExtraInputSection& b) { return same_section(a, b, comparison); };
-    if (const auto section = first_mismatch(first.extra_inputs, second.extra_inputs, same)) {
-        return JobDifference{JobPart::ExtraInput, *section};
-    }
-    return std::nullopt;
+    const auto section =
+        comparison.sections ? find_section_difference(first.extra_inputs, second.extra_inputs, comparison) : std::nullopt;
+    return section ? std::optional<JobDifference>({JobPart::ExtraInput, *section}) : std::nullopt;
 }
 
 }  // namespace quor::input::gaussian

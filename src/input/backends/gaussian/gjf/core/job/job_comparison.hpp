@@ -51,6 +51,8 @@ struct JobComparison {
 
     Coordinates coordinates = Coordinates::AsText;
     UnknownSections unknown_sections = UnknownSections::None;
+    /// Whether extra input sections are compared.
+    bool sections = true;
     /// Whether the order counts of the Link 0 lines that the job keeps whole.
     bool order_of_link0_lines = true;
     /// Whether it counts what says nothing: blanks at the end of overlays, title and sections; overlays or a layer that are
@@ -70,6 +72,11 @@ struct JobComparison {
 /// the size of the jobs, but for sorting bonds and Link 0 lines.
 QUOR_GJF_API std::optional<JobDifference> find_difference(const GJFData& first, const GJFData& second,
                                                           const JobComparison& comparison = {});
+
+/// Finds the first place at which two lists of extra input sections differ; absent when they say the same.
+QUOR_GJF_API std::optional<std::size_t> find_section_difference(const std::vector<ExtraInputSection>& first,
+                                                                const std::vector<ExtraInputSection>& second,
+                                                                const JobComparison& comparison = {});
 
 /// Tells whether two atom labels are the same in all their fields.
 QUOR_GJF_API bool same_label(const AtomInfo& a, const AtomInfo& b);
