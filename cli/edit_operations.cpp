@@ -25,18 +25,12 @@ struct Link0Key {
 
 void set_nproc(GJFEditor& job, const std::string& value) { job.set_nproc(*number_of<int>(value)); }
 
-// There is no edit that takes out the checkpoint file alone.
-void unset_chk(GJFEditor& job) {
-    GJFData data = job.get_data();
-    data.control.chk.reset();
-    job.set_data(std::move(data));
-}
-
 constexpr Link0Key link0_keys[] = {
     {"mem", [](GJFEditor& job, const std::string& value) { job.set_mem(value); }, [](GJFEditor& job) { job.remove_mem(); }},
     {"nprocshared", set_nproc, [](GJFEditor& job) { job.remove_nproc(); }},
     {"nproc", set_nproc, [](GJFEditor& job) { job.remove_nproc(); }},
-    {"chk", [](GJFEditor& job, const std::string& value) { job.set_checkpoint_file(value); }, unset_chk},
+    {"chk", [](GJFEditor& job, const std::string& value) { job.set_checkpoint_file(value); },
+     [](GJFEditor& job) { job.remove_checkpoint_file(); }},
     {"oldchk", [](GJFEditor& job, const std::string& value) { job.set_oldchk_file(value); },
      [](GJFEditor& job) { job.remove_oldchk_file(); }},
     {"rwf", [](GJFEditor& job, const std::string& value) { job.set_rwf_file(value); },

@@ -1,5 +1,6 @@
 // Opens a text as a document, edits it as its last bytes say, and writes it. Without an edit every byte stays; what is
-// written is written again alike and has the atoms that were meant; all that may be thrown is a refusal.
+// written is written again alike, is what comparing whole jobs would write, and has the atoms that were meant; all that may
+// be thrown is a refusal.
 #include "fuzzers.hpp"
 #include "properties.hpp"
 
@@ -63,6 +64,17 @@ void edit(GJFDocument& document, Choices& choices) {
     }
 }
 
+// Writes the jobs of a document without the record of what was done to them, so that all their parts are compared.
+std::string written_by_comparison(const std::string& text, const GJFDocument& edited) {
+    GJFDocument document(text);
+    for (std::size_t i = 0; i < edited.job_count(); ++i) {
+        const GJFEditor& job = edited.job(i);
+        document.job(i) = job;
+        document.job(i).set_data(job.get_data(), job.atom_origins(), job.section_numberings());
+    }
+    return document.to_text();
+}
+
 bool all_small(const GJFDocument& document) {
     for (std::size_t i = 0; i < document.job_count(); ++i) {
         if (!is_small(document.job(i).get_data())) {
@@ -86,6 +98,7 @@ int document(const std::uint8_t* data, std::size_t size) {
             return 0;
         }
         const std::string written = opened.to_text();
+        hold(written_by_comparison(text, opened) == written, "the record of edits tells what comparing would find");
         const GJFDocument again(written);
         hold(again.to_text() == written, "what is written is written again alike");
         hold(again.job_count() == opened.job_count(), "no job is lost");

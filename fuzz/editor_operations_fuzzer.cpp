@@ -1,5 +1,6 @@
 // Applies a sequence of editor operations decoded from the input to one of a few jobs. A refused operation changes nothing;
-// bonds stay valid; a copy writes what the original writes; and the job that results is written and read alike.
+// bonds stay valid; the record tells all that was changed; a copy writes what the original writes; and the job that results
+// is written and read alike.
 #include "fuzzers.hpp"
 #include "properties.hpp"
 
@@ -292,6 +293,8 @@ void hold_valid_bonds(const GJFEditor& editor) {
 int editor_operations(const std::uint8_t* data, std::size_t size) {
     Choices choices(data, size);
     GJFEditor editor(GJFParser::parse_string(jobs[choices.below(std::size(jobs))]));
+    const GJFData taken = editor.get_data();
+    editor.begin_record();
     for (int step = 0; step < 40 && !choices.empty(); ++step) {
         const std::string before = state_of(editor);
         try {
@@ -300,6 +303,7 @@ int editor_operations(const std::uint8_t* data, std::size_t size) {
             hold(state_of(editor) == before, "a refused operation changes nothing");
         }
         hold_valid_bonds(editor);
+        hold_record(editor, taken);
         if (!is_small(editor.get_data())) {
             return 0;
         }

@@ -215,6 +215,42 @@ bool writer_carries(const GJFEditor& editor) {
            editor.atoms_with_touching_coordinates().empty();
 }
 
+void hold_record(const GJFEditor& editor, const GJFData& taken) {
+    const EditRecord* const record = editor.record();
+    if (record == nullptr) {
+        return;
+    }
+    const GJFData& before = record->before();
+    GJFData job = editor.get_data();
+    if (record->touched(JobPart::Link0) || record->touched(JobPart::Route)) {
+        job.control = before.control;
+    }
+    if (record->touched(JobPart::Title)) {
+        job.title = before.title;
+    }
+    if (record->touched(JobPart::ChargeAndMultiplicity)) {
+        job.geom.charge = before.geom.charge;
+        job.geom.multiplicity = before.geom.multiplicity;
+        job.geom.additional_pairs = before.geom.additional_pairs;
+    }
+    if (record->touched(JobPart::ExtraInput)) {
+        job.extra_inputs = before.extra_inputs;
+    }
+    job.geom.atoms = std::vector<AtomCoord>(taken.geom.atoms.size());
+    const std::vector<std::size_t>& origins = editor.atom_origins();
+    for (std::size_t i = 0; i < origins.size(); ++i) {
+        if (origins[i] < job.geom.atoms.size()) {
+            job.geom.atoms[origins[i]] = editor.get_data().geom.atoms[i];
+        }
+    }
+    for (std::size_t origin = 0; origin < job.geom.atoms.size(); ++origin) {
+        if (const AtomCoord* const atom = record->atom_before(origin)) {
+            job.geom.atoms[origin] = *atom;
+        }
+    }
+    hold(all_of_job(job) == all_of_job(taken), "the record tells what was changed, and all of it");
+}
+
 void hold_round_trip(const GJFEditor& editor) {
     if (!is_small(editor.get_data()) || !writer_carries(editor)) {
         return;

@@ -46,4 +46,7 @@ bool is_small(const input::gaussian::GJFData& job);
 /// Holds that the job is written, read and written alike.
 void hold_round_trip(const input::gaussian::GJFEditor& editor);
 
+/// Holds that what an editor recorded, and the job as it is in the parts that it did not touch, give the job that it took.
+void hold_record(const input::gaussian::GJFEditor& editor, const input::gaussian::GJFData& taken);
+
 }  // namespace quor::fuzz

@@ -97,16 +97,12 @@ void set_positions(JobHandle& job, const Positions& positions) {
     if (!std::all_of(in, in + 3 * count, [](double value) { return std::isfinite(value); })) {
         throw py::value_error("positions must be finite");
     }
-    change_copy(job, [&](GJFData& data) {
-        for (AtomCoord& atom : data.geom.atoms) {
-            atom.x = *in++;
-            atom.y = *in++;
-            atom.z = *in++;
-            atom.x_ref = atom.y_ref = atom.z_ref = CoordinateValue{};
-        }
-        // No coordinate is a name any more.
-        data.geom.cartesian_variables.clear();
-    });
+    std::vector<std::array<double, 3>> rows(static_cast<std::size_t>(count));
+    for (std::array<double, 3>& row : rows) {
+        row = {in[0], in[1], in[2]};
+        in += 3;
+    }
+    job.editor.set_positions(rows);
 }
 
 void bind_positions(JobClass& job) {

@@ -22,12 +22,4 @@ void bind_route(JobClass& job);
 void bind_sections(JobClass& job);
 void bind_state(JobClass& job);
 
-/// Changes a copy of the job's data, which then replaces the job as a whole or not at all.
-template <class Change>
-void change_copy(JobHandle& job, Change change) {
-    quor::input::gaussian::GJFData data = job.editor.get_data();
-    change(data);
-    job.editor.set_data(std::move(data));
-}
-
 }  // namespace quor_python

@@ -38,24 +38,20 @@ void set_pairs(JobHandle& job, const std::vector<Pair>& pairs) {
 
 // Binds a Link 0 value that is a text: None takes it away.
 void bind_link0_text(JobClass& job, const char* name, std::optional<std::string> ControlSection::*member,
-                     void (GJFEditor::*set)(const std::string&)) {
+                     void (GJFEditor::*set)(const std::string&), void (GJFEditor::*remove)()) {
     job.def_property(
         name, [member](const JobHandle& self) { return to_python_or_none(self.editor.get_data().control.*member); },
-        [member, set](JobHandle& self, std::optional<Text> value) {
-            if (value) {
-                (self.editor.*set)(value->value);
-            } else if (self.editor.get_data().control.*member) {
-                change_copy(self, [member](GJFData& data) { (data.control.*member).reset(); });
-            }
+        [set, remove](JobHandle& self, std::optional<Text> value) {
+            value ? (self.editor.*set)(value->value) : (self.editor.*remove)();
         });
 }
 
 void bind_link0(JobClass& job) {
-    bind_link0_text(job, "chk", &ControlSection::chk, &GJFEditor::set_checkpoint_file);
-    bind_link0_text(job, "oldchk", &ControlSection::oldchk, &GJFEditor::set_oldchk_file);
-    bind_link0_text(job, "rwf", &ControlSection::rwf, &GJFEditor::set_rwf_file);
-    bind_link0_text(job, "mem", &ControlSection::mem, &GJFEditor::set_mem);
-    bind_link0_text(job, "cpu", &ControlSection::cpu, &GJFEditor::set_cpu);
+    bind_link0_text(job, "chk", &ControlSection::chk, &GJFEditor::set_checkpoint_file, &GJFEditor::remove_checkpoint_file);
+    bind_link0_text(job, "oldchk", &ControlSection::oldchk, &GJFEditor::set_oldchk_file, &GJFEditor::remove_oldchk_file);
+    bind_link0_text(job, "rwf", &ControlSection::rwf, &GJFEditor::set_rwf_file, &GJFEditor::remove_rwf_file);
+    bind_link0_text(job, "mem", &ControlSection::mem, &GJFEditor::set_mem, &GJFEditor::remove_mem);
+    bind_link0_text(job, "cpu", &ControlSection::cpu, &GJFEditor::set_cpu, &GJFEditor::remove_cpu);
     job.def_property(
         "nproc", [](const JobHandle& self) { return self.editor.get_nproc(); },
         [](JobHandle& self, std::optional<int> count) {
@@ -64,9 +60,7 @@ void bind_link0(JobClass& job) {
     job.def_property(
         "other_link0_lines",
         [](const JobHandle& self) { return to_python(self.editor.get_data().control.other_link0_lines); },
-        [](JobHandle& self, std::vector<Text> lines) {
-            change_copy(self, [&](GJFData& data) { data.control.other_link0_lines = to_strings(std::move(lines)); });
-        });
+        [](JobHandle& self, std::vector<Text> lines) { self.editor.set_other_link0_lines(to_strings(std::move(lines))); });
 }
 
 void bind_head(JobClass& job) {
@@ -76,9 +70,7 @@ void bind_head(JobClass& job) {
     job.def_property(
         "overlays", [](const JobHandle& self) { return to_python_or_none(self.editor.get_data().extra_overlays); },
         [](JobHandle& self, std::optional<Text> text) {
-            change_copy(self, [&](GJFData& data) {
-                data.extra_overlays = text ? std::optional<std::string>(text->value) : std::nullopt;
-            });
+            self.editor.set_overlays(text ? std::optional<std::string>(std::move(text->value)) : std::nullopt);
         });
     job.def_property_readonly("charge", [](const JobHandle& self) { return self.editor.get_data().geom.charge; });
     job.def_property_readonly("multiplicity",

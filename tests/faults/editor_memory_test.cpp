@@ -114,6 +114,16 @@ const std::vector<Edit>& atom_edits() {
              e.set_charge_spin_pairs({{1, 2}, {3, 4}, {5, 6}});
          }},
         {"set_mem", [](GJFEditor& e) { e.set_mem(long_text); }},
+        {"set_nproc", [](GJFEditor& e) { e.set_nproc(8); }},
+        {"set_other_link0_lines",
+         [](GJFEditor& e) {
+             e.set_other_link0_lines({long_text, long_text});
+         }},
+        {"set_overlays", [](GJFEditor& e) { e.set_overlays(long_text); }},
+        {"set_positions",
+         [](GJFEditor& e) {
+             e.set_positions({{1, 2, 3}, {4, 5, 6}, {7, 8, 9}});
+         }},
         {"set_cpu", [](GJFEditor& e) { e.set_cpu(long_text); }},
         {"set_data", [](GJFEditor& e) { e.set_data(e.get_data()); }},
     };
@@ -190,9 +200,12 @@ GJFEditor new_editor(const std::string& name) {
     return editor;
 }
 
-std::size_t fail_in(const Edit& edit) {
+std::size_t fail_in(const Edit& edit, bool recording = false) {
     return fail_each_allocation(edit.name, [&](const Armed& armed) {
         GJFEditor editor = new_editor(edit.name);
+        if (recording) {
+            editor.begin_record();
+        }
         const std::string before = state_of(editor);
         bool ran_out = false;
         const bool failed = armed([&] { ran_out = runs_out([&] { edit.apply(editor); }); });
@@ -209,7 +222,7 @@ TEST(EditorMemory, IsNeededAllOrNothingByEveryEdit) {
     std::size_t failures = 0;
     for (const std::vector<Edit>& edits : {atom_edits(), text_edits()}) {
         for (const Edit& edit : edits) {
-            failures += fail_in(edit);
+            failures += fail_in(edit) + fail_in(edit, true);
         }
     }
     EXPECT_GT(failures, 500u);

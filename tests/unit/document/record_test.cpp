@@ -68,6 +68,26 @@ TEST(RecordedDocuments, KeepTheBytesOfWhatIsAsItWas) {
     }
 }
 
+TEST(RecordedDocuments, WriteEveryPart) {
+    const std::string overlays = "%nprocs=4\n# hf/sto-3g extraoverlays\n\n1//1;\n\nt\n\n0 1\nHe 0.0 0.0 0.0\n\n";
+    const std::string symbolic = "# hf/sto-3g\n\nt\n\n0 1\nHe r 0.0 0.0\n\nr=0.5\n\n";
+    EXPECT_EQ(edited(overlays, [](GJFEditor& e) { e.set_overlays("2//1;"); }), replaced(overlays, "1//1;", "2//1;"));
+    EXPECT_EQ(edited(overlays, [](GJFEditor& e) { e.set_nproc(8); }), replaced(overlays, "%nprocs=4", "%nprocshared=8"));
+    EXPECT_EQ(edited(overlays, [](GJFEditor& e) { e.remove_nproc(); }), replaced(overlays, "%nprocs=4\n", ""));
+    EXPECT_EQ(edited(bonded,
+                     [](GJFEditor& e) {
+                         e.set_positions({{0, 0, 0}, {0, 0, 1.5}, {0, 0.9, 1.7}, {0.5, 0.9, -0.4}});
+                     }),
+              replaced(bonded, "0.0 0.0 1.4", "0.0 0.0 1.500000"));
+    EXPECT_EQ(refusal(symbolic,
+                      [](GJFEditor& e) {
+                          e.set_positions({{1, 2, 3}});
+                      }),
+              "A coordinate of atom 1 is a variable and cannot be moved");
+    EXPECT_EQ(refusal(overlays, [](GJFEditor& e) { e.set_overlays(std::nullopt); }),
+              "The overlay section can be changed, but neither added nor removed, in a document");
+}
+
 TEST(RecordedDocuments, BeginAnewWhenSaved) {
     const quor::test::TemporaryFolder folder;
     const std::string path = folder.write("job.gjf", two_jobs);

@@ -44,6 +44,13 @@ TEST(EditRecord, TellsThePartsThatAnEditTouched) {
         {"set_mem to what it was", [](GJFEditor& e) { e.set_mem("1GB"); }, {link0_part}},
         {"remove_cpu", [](GJFEditor& e) { e.remove_cpu(); }, {link0_part}},
         {"set_title", [](GJFEditor& e) { e.set_title("x"); }, {JobPart::Title}},
+        {"set_overlays", [](GJFEditor& e) { e.set_overlays("x"); }, {JobPart::Overlays}},
+        {"set_nproc", [](GJFEditor& e) { e.set_nproc(2); }, {link0_part}},
+        {"remove_checkpoint_file", [](GJFEditor& e) { e.remove_checkpoint_file(); }, {link0_part}},
+        {"set_other_link0_lines", [](GJFEditor& e) { e.set_other_link0_lines({}); }, {link0_part}},
+        {"set_positions",
+         [](GJFEditor& e) { e.set_positions(std::vector<std::array<double, 3>>(4)); },
+         {atom_part, JobPart::Variables}},
         {"set_charge_and_spin", [](GJFEditor& e) { e.set_charge_and_spin(1, 2); }, {JobPart::ChargeAndMultiplicity}},
         {"set_charge_spin_pairs", [](GJFEditor& e) { e.set_charge_spin_pairs({}); }, {JobPart::ChargeAndMultiplicity}},
         {"add_keyword", [](GJFEditor& e) { e.add_keyword("freq"); }, {JobPart::Route}},
@@ -107,6 +114,7 @@ TEST(EditRecord, StaysEmptyWhereAnEditIsRefused) {
              e.remove_atoms({0, 9});
          }},
         {"move_atom", [](GJFEditor& e) { e.move_atom(0, 9); }},
+        {"set_positions", [](GJFEditor& e) { e.set_positions({}); }},
         {"replace_atom", [](GJFEditor& e) { e.replace_atom(9, AtomCoord()); }},
         {"reorder",
          [](GJFEditor& e) {

@@ -211,6 +211,54 @@ TEST(GJFEditor, SetsRemovesAndGivesLink0Values) {
     EXPECT_FALSE(editor.get_nproc().has_value());
     editor.set_checkpoint_file("c.chk");
     EXPECT_EQ(editor.get_data().control.chk, "c.chk");
+    editor.remove_checkpoint_file();
+    EXPECT_EQ(editor.get_data().control.chk, std::nullopt);
+    editor.set_other_link0_lines({"%save", ""});
+    EXPECT_EQ(editor.get_data().control.other_link0_lines, (std::vector<std::string>{"%save", ""}));
+    editor.set_overlays("1/1=1/2;");
+    EXPECT_EQ(editor.get_data().extra_overlays, "1/1=1/2;");
+    editor.set_overlays(std::nullopt);
+    EXPECT_EQ(editor.get_data().extra_overlays, std::nullopt);
+}
+
+TEST(GJFEditor, TakesOutOtherSpellingsOfTheProcessorCount) {
+    const std::pair<const char*, bool> cases[] = {
+        {"%nprocs=4", true},
+        {"%NProcSh = 4", true},
+        {"% nproc=4", true},
+        {"%nprocshare=4", true},
+        {"%nproclinda=4", false},
+        {"%nprox=4", false},
+        {"%nproc", true},
+        {"%nprocsharedx=4", false},
+        {"%npro=4", false},
+        {"%mem=4", false},
+        {"%usessh=nproc", false},
+        {"%", false},
+        {"", false},
+    };
+    for (const auto& [line, goes] : cases) {
+        for (const bool set : {true, false}) {
+            GJFEditor editor(make_job(1));
+            editor.set_other_link0_lines({line, "%save"});
+            set ? editor.set_nproc(8) : editor.remove_nproc();
+            EXPECT_EQ(editor.get_data().control.other_link0_lines.size(), goes ? 1U : 2U) << line;
+            EXPECT_EQ(editor.get_nproc(), set ? std::optional<int>(8) : std::nullopt) << line;
+        }
+    }
+}
+
+TEST(GJFEditor, SetsAllPositionsOrNone) {
+    GJFEditor editor(GJFParser::parse_string("# hf\n\nt\n\n0 1\nH r 0.0 0.0\nH 1.0 0.0 0.0\n\nr=0.5\n\n"));
+    for (const std::size_t count : {0U, 1U, 3U}) {
+        expect_refused("There must be one position for each atom",
+                       [&] { editor.set_positions(std::vector<std::array<double, 3>>(count)); });
+    }
+    EXPECT_EQ(editor.get_data().geom.atoms[0].x_ref.text, "r");
+    editor.set_positions({{1, 2, 3}, {4, 5, 6}});
+    EXPECT_EQ(editor.get_data().geom.atoms[0].x_ref.text, "");
+    EXPECT_EQ(editor.get_data().geom.atoms[1].z, 6.0);
+    EXPECT_TRUE(editor.get_data().geom.cartesian_variables.empty());
 }
 
 }  // namespace

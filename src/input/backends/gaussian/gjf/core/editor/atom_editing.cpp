@@ -271,6 +271,23 @@ void GJFEditor::move_atoms_to_beginning(const std::vector<std::size_t>& indices)
     }
 }
 
+void GJFEditor::set_positions(const std::vector<std::array<double, 3>>& positions) {
+    std::vector<AtomCoord>& atoms = data_.geom.atoms;
+    if (positions.size() != atoms.size()) {
+        throw GJFParseException("There must be one position for each atom");
+    }
+    touch_all_atoms();
+    touch(JobPart::Variables);
+    for (std::size_t i = 0; i < atoms.size(); ++i) {
+        AtomCoord& atom = atoms[i];
+        atom.x = positions[i][0];
+        atom.y = positions[i][1];
+        atom.z = positions[i][2];
+        atom.x_ref = atom.y_ref = atom.z_ref = CoordinateValue();
+    }
+    data_.geom.cartesian_variables.clear();
+}
+
 void GJFEditor::translate_atoms(const std::vector<std::size_t>& indices, double dx, double dy, double dz) {
     touch_atoms(indices);
     transform_atoms(data_.geom.atoms, indices, [=](AtomCoord& atom) {

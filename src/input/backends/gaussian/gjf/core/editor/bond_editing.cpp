@@ -55,6 +55,7 @@ void GJFEditor::set_bond_order(std::size_t a, std::size_t b, double order) {
     if (!std::isfinite(order)) {
         throw GJFParseException("Bond order must be finite");
     }
+    touch(JobPart::ExtraInput);
     if (ConnectivitySection* connectivity = mutable_connectivity()) {
         connectivity->set_bond_order(a, b, order);
         return;
@@ -68,6 +69,7 @@ void GJFEditor::set_bond_order(std::size_t a, std::size_t b, double order) {
 void GJFEditor::remove_bond(std::size_t a, std::size_t b) {
     validate_atom_index(a);
     validate_atom_index(b);
+    touch(JobPart::ExtraInput);
     if (ConnectivitySection* connectivity = mutable_connectivity()) {
         connectivity->remove_bond(a, b);
     }
@@ -97,6 +99,7 @@ std::size_t GJFEditor::get_bond_count() const noexcept {
 }
 
 void GJFEditor::clear_connectivity() {
+    touch(JobPart::ExtraInput);
     if (ConnectivitySection* connectivity = mutable_connectivity()) {
         connectivity->bonds.clear();
     }

@@ -23,12 +23,18 @@ void EditRecord::keep(JobPart part, const GJFData& job) {
         if (!touched(JobPart::Link0) && !touched(JobPart::Route)) {
             before_.control = job.control;
         }
+    } else if (part == JobPart::Overlays) {
+        before_.extra_overlays = job.extra_overlays;
     } else if (part == JobPart::Title) {
         before_.title = job.title;
     } else if (part == JobPart::ChargeAndMultiplicity) {
         before_.geom.additional_pairs = job.geom.additional_pairs;
         before_.geom.charge = job.geom.charge;
         before_.geom.multiplicity = job.geom.multiplicity;
+    } else if (part == JobPart::Variables) {
+        before_.geom.variables = job.geom.variables;
+        before_.geom.constants = job.geom.constants;
+        before_.geom.cartesian_variables = job.geom.cartesian_variables;
     } else if (part == JobPart::ExtraInput) {
         before_.extra_inputs = job.extra_inputs;
     }

@@ -15,7 +15,7 @@ namespace quor::input::gaussian {
 ///
 /// A touched part may hold the same as before. Atoms are told by their origins (`GJFEditor::atom_origins`); atoms that were
 /// added, removed or put in another order touch `JobPart::AtomCount`, and with it `JobPart::ExtraInput`, whose texts may
-/// name them. Z-matrix and variables are touched by no edit.
+/// name them. A Z-matrix is touched by no edit.
 class QUOR_GJF_API EditRecord {
    public:
     /// Begins a record of a job with so many atoms; `identity` names the text that it starts from.
@@ -29,7 +29,7 @@ class QUOR_GJF_API EditRecord {
     std::uint64_t identity() const noexcept { return identity_; }
     bool empty() const noexcept { return parts_ == 0; }
     bool touched(JobPart part) const noexcept { return (parts_ & bit(part)) != 0; }
-    /// Returns the job as it was: the parts that were touched alone, and of the molecule only charge and multiplicity.
+    /// Returns the job as it was: the parts that were touched alone, without atoms.
     const GJFData& before() const noexcept { return before_; }
     /// Returns an atom as it was; null for one that was not touched.
     const AtomCoord* atom_before(std::size_t origin) const noexcept;

@@ -3,7 +3,9 @@
 
 #include <gjf/core/editor/bond_checks.hpp>
 #include <gjf/core/reader/gjf_parser.hpp>
+#include <gjf/core/text/text.hpp>
 
+#include <algorithm>
 #include <atomic>
 #include <new>
 #include <numeric>
@@ -16,6 +18,15 @@ namespace quor::input::gaussian {
 namespace {
 
 const std::string* text_of(const ExtraInputSection& section) noexcept { return std::get_if<std::string>(&section.content); }
+
+// Gaussian takes each beginning of "nprocshared" that is no other key, and blanks behind the sign.
+bool sets_processor_count(std::string_view line) {
+    constexpr std::string_view whole = "nprocshared";
+    constexpr std::size_t shortest = std::string_view("nproc").size();
+    const std::string_view text = trim_view(line.substr(std::min<std::size_t>(1, line.size())));
+    const std::string_view key = text.substr(0, text.find_first_of("= \t"));
+    return key.size() >= shortest && equals_folded(key, whole.substr(0, key.size()));
+}
 
 }  // namespace
 
@@ -197,6 +208,11 @@ void GJFEditor::set_title(const std::string& title) {
     data_.title = title;
 }
 
+void GJFEditor::set_overlays(const std::optional<std::string>& text) {
+    touch(JobPart::Overlays);
+    data_.extra_overlays = text;
+}
+
 void GJFEditor::set_charge_and_spin(int charge, int multiplicity) {
     touch(JobPart::ChargeAndMultiplicity);
     data_.geom.charge = charge;
@@ -224,6 +240,7 @@ ControlSection& GJFEditor::link0() {
 }
 
 void GJFEditor::set_checkpoint_file(const std::string& path) { link0().chk = path; }
+void GJFEditor::remove_checkpoint_file() { link0().chk.reset(); }
 
 void GJFEditor::set_oldchk_file(const std::string& path) { link0().oldchk = path; }
 void GJFEditor::remove_oldchk_file() { link0().oldchk.reset(); }
@@ -237,12 +254,25 @@ void GJFEditor::set_mem(const std::string& memory) { link0().mem = memory; }
 void GJFEditor::remove_mem() { link0().mem.reset(); }
 std::optional<std::string> GJFEditor::get_mem() const { return data_.control.mem; }
 
-void GJFEditor::set_nproc(int count) { link0().nproc = count; }
-void GJFEditor::remove_nproc() { link0().nproc.reset(); }
+void GJFEditor::set_nproc(int count) {
+    remove_nproc();
+    data_.control.nproc = count;
+}
+void GJFEditor::remove_nproc() {
+    ControlSection& control = link0();
+    std::vector<std::string>& others = control.other_link0_lines;
+    others.erase(std::remove_if(others.begin(), others.end(), sets_processor_count), others.end());
+    control.nproc.reset();
+}
 std::optional<int> GJFEditor::get_nproc() const { return data_.control.nproc; }
 
 void GJFEditor::set_cpu(const std::string& processors) { link0().cpu = processors; }
 void GJFEditor::remove_cpu() { link0().cpu.reset(); }
 std::optional<std::string> GJFEditor::get_cpu() const { return data_.control.cpu; }
+
+void GJFEditor::set_other_link0_lines(const std::vector<std::string>& lines) {
+    std::vector<std::string> copy = lines;
+    link0().other_link0_lines = std::move(copy);
+}
 
 }  // namespace quor::input::gaussian

@@ -10,6 +10,7 @@
 #include <gjf/core/job/gjf_data.hpp>
 #include <gjf/core/job/gjf_parse_exception.hpp>
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -77,6 +78,8 @@ class QUOR_GJF_API GJFEditor {
     // --------------------------------------------------------------------------------------------
     // What is given here and below for Link 0 is stored as it is, without a check; a document checks it when it is written.
     void set_title(const std::string& title);
+    /// Sets the overlay input of a non-standard route; nothing removes it.
+    void set_overlays(const std::optional<std::string>& text);
     /// Sets the primary pair; the others stay.
     void set_charge_and_spin(int charge, int multiplicity);
     /// Replaces all pairs; the first is the primary one. An empty list leaves 0 and 0.
@@ -87,6 +90,7 @@ class QUOR_GJF_API GJFEditor {
     // --- Link 0
     // --------------------------------------------------------------------------------------------------------------------
     void set_checkpoint_file(const std::string& path);
+    void remove_checkpoint_file();
     void set_oldchk_file(const std::string& path);
     void remove_oldchk_file();
     std::optional<std::string> get_oldchk_file() const;
@@ -96,12 +100,15 @@ class QUOR_GJF_API GJFEditor {
     void set_mem(const std::string& memory);
     void remove_mem();
     std::optional<std::string> get_mem() const;
+    /// Sets, or removes, the processor count; lines that are kept whole and set it by another spelling ("%nprocs=4") go.
     void set_nproc(int count);
     void remove_nproc();
     std::optional<int> get_nproc() const;
     void set_cpu(const std::string& processors);
     void remove_cpu();
     std::optional<std::string> get_cpu() const;
+    /// Replaces the Link 0 lines that are kept whole.
+    void set_other_link0_lines(const std::vector<std::string>& lines);
 
     // --- Output
     // --------------------------------------------------------------------------------------------------------------------
@@ -151,6 +158,9 @@ class QUOR_GJF_API GJFEditor {
     // Lengths are in the unit of the job: ångström, or bohr with units=au. Indices past the end are skipped, one given twice
     // counts twice; coordinate texts are dropped.
 
+    /// Sets the coordinates of all atoms; those that were names of variables are numbers then, and the variables go. Throws
+    /// "There must be one position for each atom".
+    void set_positions(const std::vector<std::array<double, 3>>& positions);
     /// Shifts atoms.
     void translate_atoms(const std::vector<std::size_t>& indices, double dx, double dy, double dz);
     /// Multiplies all three coordinates, which scales distances from the origin.
@@ -330,6 +340,7 @@ class QUOR_GJF_API GJFEditor {
     void touch_atom(std::size_t index);
     void touch_atoms(const std::vector<std::size_t>& indices);
     void touch_all_atoms();
+    void touch_atoms_without_layer();
     void touch_atom_list();
     AtomCoord& atom_to_change(std::size_t index);
     void take_as_origin();

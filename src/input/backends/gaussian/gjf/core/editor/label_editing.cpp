@@ -147,6 +147,9 @@ void GJFEditor::set_layers(const AtomSelector& selector, const std::string& laye
     for (const auto& [index, text] : layers) {
         touch_atom(index);
     }
+    if (complete) {
+        touch_atoms_without_layer();
+    }
     for (auto& [index, text] : layers) {
         atoms[index].layer = std::move(text);
     }
@@ -174,15 +177,23 @@ bool GJFEditor::is_oniom_enabled() const noexcept {
     return std::any_of(data_.geom.atoms.begin(), data_.geom.atoms.end(), has_layer);
 }
 
+void GJFEditor::touch_atoms_without_layer() {
+    for (std::size_t i = 0; i < data_.geom.atoms.size(); ++i) {
+        if (!has_layer(data_.geom.atoms[i])) {
+            touch_atom(i);
+        }
+    }
+}
+
 void GJFEditor::ensure_oniom_completeness() {
     if (!is_oniom_enabled()) {
         return;
     }
-    const std::vector<std::size_t> bare =
-        indices_where(data_.geom.atoms, [](const AtomCoord& atom) { return !has_layer(atom); });
-    touch_atoms(bare);
-    for (const std::size_t index : bare) {
-        data_.geom.atoms[index].layer.emplace(low_layer);
+    touch_atoms_without_layer();
+    for (AtomCoord& atom : data_.geom.atoms) {
+        if (!has_layer(atom)) {
+            atom.layer.emplace(low_layer);
+        }
     }
 }
 
