@@ -3,8 +3,9 @@
 #include "commands.hpp"
 #include "file_list.hpp"
 #include "input.hpp"
-#include "job_pieces.hpp"
 #include "output.hpp"
+
+#include <gjf/gjf.hpp>
 
 #include <CLI/CLI.hpp>
 
@@ -18,13 +19,13 @@
 namespace quor_gjf {
 namespace {
 
+using namespace quor::input::gaussian;
+
 struct JoinArguments {
     std::vector<std::string> inputs;
     std::string output;
     bool force = false;
 };
-
-constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
 
 // Ends a text in a blank line, which Gaussian wants before --Link1--, in the text's own kind of line ends.
 void end_in_blank_line(std::string& text) {
@@ -39,7 +40,7 @@ void end_in_blank_line(std::string& text) {
     if (tail.find('\n') == tail.rfind('\n')) {
         text += line_end;
     }
-    text += "--Link1--" + line_end;
+    text += std::string(job_separator) + line_end;
 }
 
 // Appends one file; the number of its jobs is added to `jobs`.
@@ -48,7 +49,7 @@ void append_file(const ListedFile& file, std::string& joined, std::size_t& jobs)
         throw UnreadableInput(file.problem);
     }
     const std::string text = read_text(file.path);
-    const std::vector<std::string_view> pieces = job_pieces(text);
+    const std::vector<std::string_view> pieces = job_texts(text);
     if (pieces.empty()) {
         throw std::runtime_error("no job was found");
     }
@@ -59,7 +60,7 @@ void append_file(const ListedFile& file, std::string& joined, std::size_t& jobs)
     if (!joined.empty()) {
         end_in_blank_line(joined);
         // It marks the beginning of a file and would be a stray character inside one.
-        body.remove_prefix(body.starts_with(byte_order_mark) ? byte_order_mark.size() : 0);
+        body = without_byte_order_mark(body);
     }
     joined += body;
 }
@@ -79,7 +80,7 @@ int join(const JoinArguments& arguments) {
         }
     }
     return guarded("quor-gjf", [&] {
-        if (job_pieces(joined).size() != jobs) {
+        if (job_texts(joined).size() != jobs) {
             throw std::runtime_error("the joined text does not hold the jobs of its parts");
         }
         write_output(arguments.output, joined, arguments.force);

@@ -66,8 +66,9 @@ std::string outline_of(const JobReading& reading) {
     for (const ExtraInputSectionKind kind : layout.missing) {
         text += "  missing: " + section_text(kind) + "\n";
     }
-    if (!reading.error.empty()) {
-        text += "  line " + std::to_string(reading.error_line) + ": reading ends: " + printable(reading.error) + "\n";
+    for (std::size_t i = 0; i < reading.faults.size(); ++i) {
+        text +=
+            "  line " + std::to_string(layout.faults[i].line) + ": not read: " + printable(reading.faults[i].message) + "\n";
     }
     return text;
 }
@@ -98,6 +99,17 @@ Json json_of_words(const JobReading& reading) {
     return words;
 }
 
+Json json_of_faults(const JobReading& reading) {
+    Json faults = Json::array();
+    for (std::size_t i = 0; i < reading.faults.size(); ++i) {
+        const TextPlace& place = reading.layout.faults[i];
+        Json fault = {{"line", place.line}, {"column", place.column}, {"length", place.length}};
+        set_text(fault, "message", reading.faults[i].message);
+        faults.push_back(std::move(fault));
+    }
+    return faults;
+}
+
 Json json_of_reading(const JobReading& reading) {
     const JobLayout& layout = reading.layout;
     Json job = {{"number", layout.number}, {"lines", json_of_range(layout.lines)}};
@@ -126,6 +138,7 @@ Json json_of_reading(const JobReading& reading) {
     }
     if (!reading.error.empty()) {
         job["error"] = {{"line", reading.error_line}, {"message", reading.error}};
+        job["faults"] = json_of_faults(reading);
     }
     return job;
 }

@@ -1,6 +1,4 @@
 // quor-gjf split: writes each job of a file, byte for byte, to a file of its own.
-#include "job_pieces.hpp"
-
 #include "commands.hpp"
 #include "input.hpp"
 #include "output.hpp"
@@ -9,7 +7,6 @@
 
 #include <CLI/CLI.hpp>
 
-#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <memory>
@@ -41,7 +38,7 @@ std::string numbered_name(const std::filesystem::path& input, std::size_t number
 
 int split(const SplitArguments& arguments) {
     const std::string text = read_text(arguments.input);
-    const std::vector<std::string_view> pieces = job_pieces(text);
+    const std::vector<std::string_view> pieces = quor::input::gaussian::job_texts(text);
     if (pieces.empty()) {
         throw std::runtime_error("no job was found");
     }
@@ -61,24 +58,6 @@ int split(const SplitArguments& arguments) {
 }
 
 }  // namespace
-
-std::vector<std::string_view> job_pieces(std::string_view text) {
-    std::vector<std::string_view> pieces;
-    std::size_t line = 1;
-    std::size_t begin = 0;
-    // Moves to the beginning of a line; lines are asked for in their order.
-    const auto move_to = [&](std::size_t wanted) {
-        for (; line < wanted && begin < text.size(); ++line) {
-            begin = std::min(text.find('\n', begin), text.size() - 1) + 1;
-        }
-        return begin;
-    };
-    for (const auto& reading : quor::input::gaussian::read_jobs_with_layout(text)) {
-        const std::size_t first = move_to(reading.layout.lines.first);
-        pieces.push_back(text.substr(first, move_to(reading.layout.lines.last + 1) - first));
-    }
-    return pieces;
-}
 
 void add_split_command(CLI::App& command, int& exit_code) {
     const auto arguments = std::make_shared<SplitArguments>();

@@ -1,5 +1,6 @@
-// Reads any text as job text. Only the documented exceptions may come; reading with a layout agrees with reading without;
-// layouts run parallel to jobs; what is read is reported, edited, written and read back as the same job.
+// Reads any text as job text. Only the documented exceptions may come; reading with places agrees with reading without, of
+// which the first fault is thrown; places run parallel to jobs, readable or not, and hold what was read; what is read is
+// reported, edited, written and read back as the same job.
 #include "fuzzers.hpp"
 #include "properties.hpp"
 
@@ -9,6 +10,7 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace quor::fuzz {
@@ -16,13 +18,18 @@ namespace {
 
 using namespace input::gaussian;
 
-std::optional<GJFMultiData> read(const std::string& text) {
+struct Outcome {
+    std::optional<GJFMultiData> file;
+    std::string error;
+};
+
+Outcome read(const std::string& text) {
     try {
-        return GJFParser::parse_string_multi(text);
-    } catch (const GJFParseException&) {
-        return std::nullopt;
-    } catch (const std::out_of_range&) {
-        return std::nullopt;
+        return {GJFParser::parse_string_multi(text), {}};
+    } catch (const GJFParseException& error) {
+        return {std::nullopt, error.what()};
+    } catch (const std::out_of_range& error) {
+        return {std::nullopt, error.what()};
     }
 }
 
@@ -47,6 +54,32 @@ void hold_layout(const JobReading& reading) {
         hold_range(section.lines, layout.lines);
     }
     hold(std::is_sorted(layout.atoms.begin(), layout.atoms.end()), "atoms stand in order");
+}
+
+void hold_places(std::string_view text, const JobReading& reading) {
+    const JobPlaces& places = reading.places;
+    const GJFData& job = reading.job;
+    for (std::size_t i = 0; i < places.route_words.size(); ++i) {
+        hold(places.route_words[i].in(text) == job.control.route_keywords[i], "a route word stands at its place");
+    }
+    for (std::size_t i = 0; i < places.atoms.size(); ++i) {
+        const AtomCoord& atom = job.geom.atoms[i];
+        const AtomLineFields fields = atom_line_fields(text, places.atoms[i]);
+        const bool is_there = atom.x_ref.text.empty() || (fields.position[0].in(text) == atom.x_ref.text &&
+                                                          fields.position[2].in(text) == atom.z_ref.text);
+        hold(is_there, "the coordinates of an atom stand at their places");
+    }
+    for (std::size_t i = 0; i < places.variables.size(); ++i) {
+        const VariableFields fields = zmatrix_variable_fields(text, places.variables[i]);
+        hold(fields.name.in(text) == job.geom.variables[i].name && fields.value.in(text) == job.geom.variables[i].value,
+             "name and value of a variable stand at their places");
+    }
+    for (const ReadingFault& fault : reading.faults) {
+        hold(fault.place.begin >= places.lines.begin && fault.place.end() <= places.lines.end(),
+             "faults lie inside their job");
+        hold(!fault.message.empty(), "a fault says something");
+    }
+    hold(reading.faults.empty() == reading.error.empty(), "the error is the first fault");
 }
 
 void edit_and_write(const GJFData& job) {
@@ -74,13 +107,18 @@ int job_text(const std::uint8_t* data, std::size_t size) {
     const std::string text(reinterpret_cast<const char*>(data), size);
     const std::vector<JobReading> readings = read_jobs_with_layout(text);
     const bool whole = std::all_of(readings.begin(), readings.end(), [](const JobReading& r) { return r.error.empty(); });
-    const std::optional<GJFMultiData> file = read(text);
+    for (const JobReading& reading : readings) {
+        hold_layout(reading);
+        hold_places(text, reading);
+    }
+    const auto [file, error] = read(text);
+    const auto failed = std::find_if(readings.begin(), readings.end(), [](const JobReading& r) { return !r.error.empty(); });
     hold(file.has_value() == (whole && !readings.empty()), "both ways of reading agree on failure");
+    hold(failed == readings.end() || error.ends_with(failed->error), "both ways of reading tell the same fault");
     if (!file || !std::all_of(file->jobs.begin(), file->jobs.end(), is_small)) {
         return 0;
     }
     hold(file->jobs.size() == readings.size(), "both ways of reading agree on the jobs");
-    std::for_each(readings.begin(), readings.end(), hold_layout);
     hold(!GJFParser::format_full_multi_gjf(*file).empty(), "what is read is reported");
     std::for_each(file->jobs.begin(), file->jobs.end(), edit_and_write);
     return 0;

@@ -24,6 +24,8 @@ set(quor_public_headers
     gjf/core/job/job_comparison.hpp
     gjf/core/reader/gjf_parser.hpp
     gjf/core/reader/job_layout.hpp
+    gjf/core/reader/job_places.hpp
+    gjf/core/reader/job_text.hpp
     gjf/core/check/checker.hpp
     gjf/core/check/finding.hpp
     gjf/core/document/gjf_document.hpp

@@ -5,9 +5,9 @@
 
 #include <core/fs/write_text_file.hpp>
 #include <gjf/core/reader/gjf_parser.hpp>
+#include <gjf/core/reader/job_text.hpp>
 
 #include <algorithm>
-#include <cstdio>
 #include <memory>
 #include <utility>
 
@@ -24,12 +24,6 @@ auto read_guarded(Read read) {
     } catch (const std::out_of_range& error) {
         throw GJFParseException(error.what());
     }
-}
-
-constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
-
-std::string_view without_mark(std::string_view text) {
-    return text.substr(0, byte_order_mark.size()) == byte_order_mark ? text.substr(byte_order_mark.size()) : text;
 }
 
 bool is_blank(std::string_view text) { return text.find_first_not_of(" \t\r\n\v\f") == std::string_view::npos; }
@@ -96,7 +90,7 @@ SourceText::SourceText(std::string whole) : text(std::move(whole)) {
         return;
     }
     for (std::string& piece : GJFParser::split_by_link1(text)) {
-        if (!is_blank(pieces.empty() ? without_mark(piece) : std::string_view(piece))) {
+        if (!is_blank(pieces.empty() ? without_byte_order_mark(piece) : std::string_view(piece))) {
             pieces.push_back(std::move(piece));
         }
     }
@@ -121,22 +115,7 @@ std::vector<JobHandle> read_all_jobs(std::string text) {
     return jobs;
 }
 
-std::string read_file_text(const std::string& path) {
-    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"), &std::fclose);
-    if (file == nullptr) {
-        throw GJFParseException("Cannot open file: " + path);
-    }
-    std::string text;
-    // A pipe does not tell its size, and a folder opens but does not read: the end is where reading ends.
-    char block[1 << 16];
-    for (std::size_t count = 0; (count = std::fread(block, 1, sizeof block, file.get())) > 0;) {
-        text.append(block, count);
-    }
-    if (std::ferror(file.get()) != 0) {
-        throw GJFParseException("Cannot open file: " + path);
-    }
-    return text;
-}
+std::string read_file_text(const std::string& path) { return read_whole_file(path); }
 
 void write_file_text(const std::string& path, std::string_view text) {
     if (!quor::core::fs::write_text_file(path, text)) {

@@ -4,6 +4,7 @@
 
 #include <gjf/core/document/gjf_document.hpp>
 #include <gjf/core/reader/gjf_parser.hpp>
+#include <gjf/core/reader/job_text.hpp>
 
 #include <algorithm>
 #include <cstddef>
@@ -161,9 +162,8 @@ std::string joined(const JobPointers& jobs, bool force) {
         text += text.back() == '\n' ? "" : line_end;
         const std::size_t before = text.size() - (text.size() >= 2 && text[text.size() - 2] == '\r' ? 2 : 1);
         text += before > 0 && text[before - 1] == '\n' ? "" : line_end;
-        text += "--Link1--" + line_end;
-        const bool has_mark = piece.compare(0, 3, "\xEF\xBB\xBF") == 0;
-        text.append(piece, has_mark ? 3 : 0, std::string::npos);
+        text += std::string(job_separator) + line_end;
+        text += without_byte_order_mark(piece);
     }
     return text;
 }

@@ -14,21 +14,21 @@
 namespace quor::input::gaussian {
 namespace {
 
-enum Exception { parse, out_of_range };
+enum class Thrown { ParseException, OutOfRange };
 
-struct Case {
+struct FirstFault {
     std::string text;
     std::string message;
-    Exception exception = parse;
+    Thrown exception = Thrown::ParseException;
     std::size_t job = 1;  // 0: the text holds none
 };
 
-const std::string head = "# hf/sto-3g\n\nt\n\n";
-const std::string head_c = "# hf/sto-3g geom=connectivity\n\nt\n\n";
-const std::string water = "0 1\nO 0.0 0.0 0.1\nH 0.0 0.7 -0.5\nH 0.0 -0.7 -0.5\n";
+const std::string fault_head = "# hf/sto-3g\n\nt\n\n";
+const std::string fault_head_c = "# hf/sto-3g geom=connectivity\n\nt\n\n";
+const std::string fault_water = "0 1\nO 0.0 0.0 0.1\nH 0.0 0.7 -0.5\nH 0.0 -0.7 -0.5\n";
 
-const Case cases[] = {
-    {"chk=a.chk\nmem=1GB\n# hf/sto-3g\n\nt\n\n" + water, "Invalid control line: chk=a.chk"},
+const FirstFault first_faults[] = {
+    {"chk=a.chk\nmem=1GB\n# hf/sto-3g\n\nt\n\n" + fault_water, "Invalid control line: chk=a.chk"},
     {"%chk=a\nb3lyp/6-31g(d) opt\n\nt\n\nx 1\nH 0 0 0\n", "Invalid control line: b3lyp/6-31g(d) opt"},
     {"$RunGauss\n# hf/sto-3g\n\nt\n\n0 1 0\nH 0 0 0\n", "Invalid control line: $RunGauss"},
     {"Hello\n", "Invalid control line: Hello"},
@@ -42,80 +42,84 @@ const Case cases[] = {
     {"# hf/sto-3g\n\n", "Missing title section"},
     {"# hf/sto-3g\n\nt\n", "Missing geometry section"},
     {"# hf/sto-3g\n\n0 1\nH 0 0 0\n", "Missing geometry section"},
-    {head + "! comment\n\n", "Missing geometry section"},
+    {fault_head + "! comment\n\n", "Missing geometry section"},
     {"H 0 0 0\n\n0 1\n", "Invalid control line: H 0 0 0"},
     {"0 1\nO 0 0 0\nH 0 0\n", "Invalid control line: 0 1"},
     {"0 1\n# hf\n\nt\n\n0 1.5\nH 0 0\n", "Invalid control line: 0 1"},
-    {head + "0 1 0\nH 0 0\n", "Invalid charge/spin line: 0 1 0"},
-    {head + "0\nH 0 0 1e999\n", "Invalid charge/spin line: 0"},
-    {head + "0 one\nH 0 0 0 0 0x\nH\n", "Invalid charge/spin line: 0 one"},
-    {head + "a b\n", "Geometry section must have at least 2 lines"},
-    {head + "0 1\n", "Geometry section must have at least 2 lines"},
-    {head + "0 1\n! comment\n", "Geometry section must have at least 2 lines"},
-    {head + "! comment\n0 1\n", "Geometry section must have at least 2 lines"},
-    {head + "0.0 1\nH 0 0 zz-\n", "Invalid charge/spin line: 0.0 1"},
-    {head + "0 99999999999\nH 0 0\n", "charge or multiplicity beyond 32 bits", out_of_range},
-    {head + "99999999999 x\nH 0 0\n", "charge or multiplicity beyond 32 bits", out_of_range},
-    {head + "x 99999999999\nH 0 0\n", "Invalid charge/spin line: x 99999999999"},
-    {head + "0 1 99999999999 1\nH 0 0 0 !\nH 1\n", "charge or multiplicity beyond 32 bits", out_of_range},
-    {head + "0 1 0 1 0 99999999999 5\nH 0 0 0\n", "Invalid charge/spin line: 0 1 0 1 0 99999999999 5"},
-    {head + "H 0 0 0\nH 0 0 1\n", "Invalid charge/spin line: H 0 0 0"},
-    {head + "0 1, 2\nH 0 0 0\nC\n", "Invalid charge/spin line: 0 1, 2"},
-    {head + "! 0 1\n0 2 1\nH\n", "Invalid charge/spin line: 0 2 1"},
-    {head + "0 1\nH 0 0 0\nH 0 0\nH 0 0 1e999\n", "Invalid coordinate line: H 0 0"},
-    {head + "0 1\nH 0 0 1e999\nH 0 0\n", "Invalid coordinate values: H 0 0 1e999"},
-    {head + "0 1\nH 0 0 0\nC a-b 0 0\nH 0 inf 0\n", "Invalid coordinate value: a-b"},
-    {head + "0 1\nH 0 0 0\nH 0 nan 0\nH 0 0 0 0 0 0\nx\n", "Invalid coordinate values: H 0 nan 0"},
-    {head + "0 1\nH 99999999999 0 0 0\nH 0 0\n", "Invalid coordinate values: H 99999999999 0 0 0"},
-    {head + "0 1\nH 0 0 0\nH 99999999999 0 0 0 L\nH 0 0 1.2.3\n", "Invalid coordinate values: H 99999999999 0 0 0 L"},
-    {head + "0 1\nH 0 0 0\nH 0,0 0,1\nH 0 0 O.5\n", "Invalid coordinate value: O.5"},
-    {head + "0 1\nH 0 0 0.5D0\nH 0 0 1.0D-1\n", "Invalid coordinate value: 0.5D0"},
-    {head + "0 1\nO -1 0.0 0.0 0.0\nH -1 0.0 0.7 ,\nH\n", "Invalid coordinate line: H"},
-    {head + "0 1\nO 0 0 0\n3\nwater\nO 0 0 0\n", "Invalid coordinate line: 3"},
-    {head + "0 1\nO 0 0 0\nthis is a very wrong line\nand another\n", "Invalid coordinate line: and another"},
-    {head + "0 1\nO 0 0 0\nH 0 0 r\nr=\ns=1\nq\n", "Invalid coordinate line: r="},
-    {head + "0 1\nO 0 0 0\nH 0 0 r\n1r=0.5\nr=,\n", "Invalid coordinate line: 1r=0.5"},
-    {head + "0 1\nO 0 0 0\nH 0 0 r\nr=,\nr=0.5=\n=1\n", "Invalid Cartesian coordinate variable line: r=,"},
-    {head + "0 1\nO 0 0 0\nH 0 0 r\n\nr=,\ns=,\n", "Invalid Cartesian coordinate variable line: r=,"},
-    {head + "0 1\n,,,\nH 0 0 0\nH 0\n", "Invalid coordinate line: ,,,"},
-    {head + "0 1\nH 0 0 0\n,,,\nH 0\n", "Invalid coordinate line: ,,,"},
-    {head + "0 1\nO\nH 1 r\nr=1\na\nb\n", "Invalid Z-matrix variable line: a"},
-    {head + "0 1\nO\nH 99999999999 r\nH 1 r 99999999999 a\n", "Invalid Z-matrix geometry section"},
-    {head + "0 1\nO\nH 1 r\nH 1 r 2 a\nr\n=3\n", "Invalid Z-matrix variable line: =3"},
-    {head + "0 1\nO\nH 1 r\nVariables:\nr 0.96\nx\n=\n", "Invalid Z-matrix variable line: x"},
-    {head + "0 1\nVariables:\nr=1\nx\n", "Invalid Z-matrix variable line: x"},
-    {head + "0 1\nVariables:\n", "Invalid Z-matrix geometry section"},
-    {head + "0 1\nO\nH -99999999999 r\nx\n", "Invalid Z-matrix geometry section"},
-    {head + "0 1\nO\n!c\nH 1 r 2\nH\nr\n", "Invalid Z-matrix variable line: H"},
-    {head_c + water + "\n1 2 1.0\n2 9 1.0\n3 x 1.0\n", "Invalid connectivity atom index 'x' in line: 3 x 1.0"},
-    {head_c + water + "\n1 2\n2 3 1.0\n3 0 1.0\n", "Incomplete connectivity pair in line: 1 2"},
-    {head_c + water + "\n1 2 x\n2 3 1.0 4\n3\n", "Invalid connectivity bond order 'x' in line: 1 2 x"},
-    {head_c + water + "\n9 1 1.0\n1 8 1.0\n", "9 references atom index outside the geometry atom count"},
-    {head_c + water + "\n0 1 1.0\n-1\n", "Connectivity atom indices must be positive 1-based integers in line: 0 1 1.0"},
-    {head_c + water + "\n1 2 1.0 3\n2 x 1.0\n", "Incomplete connectivity pair in line: 1 2 1.0 3"},
-    {head_c + "0 1\nH 0 0 0\nH 0 0\n\n1 2 1.0\n2 x\n", "Invalid coordinate line: H 0 0"},
-    {head_c + "0 1 1\nH 0 0 0\n\n1 2 1.0\n", "Invalid charge/spin line: 0 1 1"},
+    {fault_head + "0 1 0\nH 0 0\n", "Invalid charge/spin line: 0 1 0"},
+    {fault_head + "0\nH 0 0 1e999\n", "Invalid charge/spin line: 0"},
+    {fault_head + "0 one\nH 0 0 0 0 0x\nH\n", "Invalid charge/spin line: 0 one"},
+    {fault_head + "a b\n", "Geometry section must have at least 2 lines"},
+    {fault_head + "0 1\n", "Geometry section must have at least 2 lines"},
+    {fault_head + "0 1\n! comment\n", "Geometry section must have at least 2 lines"},
+    {fault_head + "! comment\n0 1\n", "Geometry section must have at least 2 lines"},
+    {fault_head + "0.0 1\nH 0 0 zz-\n", "Invalid charge/spin line: 0.0 1"},
+    {fault_head + "0 99999999999\nH 0 0\n", "charge or multiplicity beyond 32 bits", Thrown::OutOfRange},
+    {fault_head + "99999999999 x\nH 0 0\n", "charge or multiplicity beyond 32 bits", Thrown::OutOfRange},
+    {fault_head + "x 99999999999\nH 0 0\n", "Invalid charge/spin line: x 99999999999"},
+    {fault_head + "0 1 99999999999 1\nH 0 0 0 !\nH 1\n", "charge or multiplicity beyond 32 bits", Thrown::OutOfRange},
+    {fault_head + "0 1 0 1 0 99999999999 5\nH 0 0 0\n", "Invalid charge/spin line: 0 1 0 1 0 99999999999 5"},
+    {fault_head + "H 0 0 0\nH 0 0 1\n", "Invalid charge/spin line: H 0 0 0"},
+    {fault_head + "0 1, 2\nH 0 0 0\nC\n", "Invalid charge/spin line: 0 1, 2"},
+    {fault_head + "! 0 1\n0 2 1\nH\n", "Invalid charge/spin line: 0 2 1"},
+    {fault_head + "0 1\nH 0 0 0\nH 0 0\nH 0 0 1e999\n", "Invalid coordinate line: H 0 0"},
+    {fault_head + "0 1\nH 0 0 1e999\nH 0 0\n", "Invalid coordinate values: H 0 0 1e999"},
+    {fault_head + "0 1\nH 0 0 0\nC a-b 0 0\nH 0 inf 0\n", "Invalid coordinate value: a-b"},
+    {fault_head + "0 1\nH 0 0 0\nH 0 nan 0\nH 0 0 0 0 0 0\nx\n", "Invalid coordinate values: H 0 nan 0"},
+    {fault_head + "0 1\nH 99999999999 0 0 0\nH 0 0\n", "Invalid coordinate values: H 99999999999 0 0 0"},
+    {fault_head + "0 1\nH 0 0 0\nH 99999999999 0 0 0 L\nH 0 0 1.2.3\n", "Invalid coordinate values: H 99999999999 0 0 0 L"},
+    {fault_head + "0 1\nH 0 0 0\nH 0,0 0,1\nH 0 0 O.5\n", "Invalid coordinate value: O.5"},
+    {fault_head + "0 1\nH 0 0 0.5D0\nH 0 0 1.0D-1\n", "Invalid coordinate value: 0.5D0"},
+    {fault_head + "0 1\nO -1 0.0 0.0 0.0\nH -1 0.0 0.7 ,\nH\n", "Invalid coordinate line: H"},
+    {fault_head + "0 1\nO 0 0 0\n3\nwater\nO 0 0 0\n", "Invalid coordinate line: 3"},
+    {fault_head + "0 1\nO 0 0 0\nthis is a very wrong line\nand another\n", "Invalid coordinate line: and another"},
+    {fault_head + "0 1\nO 0 0 0\nH 0 0 r\nr=\ns=1\nq\n", "Invalid coordinate line: r="},
+    {fault_head + "0 1\nO 0 0 0\nH 0 0 r\n1r=0.5\nr=,\n", "Invalid coordinate line: 1r=0.5"},
+    {fault_head + "0 1\nO 0 0 0\nH 0 0 r\nr=,\nr=0.5=\n=1\n", "Invalid Cartesian coordinate variable line: r=,"},
+    {fault_head + "0 1\nO 0 0 0\nH 0 0 r\n\nr=,\ns=,\n", "Invalid Cartesian coordinate variable line: r=,"},
+    {fault_head + "0 1\n,,,\nH 0 0 0\nH 0\n", "Invalid coordinate line: ,,,"},
+    {fault_head + "0 1\nH 0 0 0\n,,,\nH 0\n", "Invalid coordinate line: ,,,"},
+    {fault_head + "0 1\nO\nH 1 r\nr=1\na\nb\n", "Invalid Z-matrix variable line: a"},
+    {fault_head + "0 1\nO\nH 99999999999 r\nH 1 r 99999999999 a\n", "Invalid Z-matrix geometry section"},
+    {fault_head + "0 1\nO\nH 1 r\nH 1 r 2 a\nr\n=3\n", "Invalid Z-matrix variable line: =3"},
+    {fault_head + "0 1\nO\nH 1 r\nVariables:\nr 0.96\nx\n=\n", "Invalid Z-matrix variable line: x"},
+    {fault_head + "0 1\nVariables:\nr=1\nx\n", "Invalid Z-matrix variable line: x"},
+    {fault_head + "0 1\nVariables:\n", "Invalid Z-matrix geometry section"},
+    {fault_head + "0 1\nO\nH -99999999999 r\nx\n", "Invalid Z-matrix geometry section"},
+    {fault_head + "0 1\nO\n!c\nH 1 r 2\nH\nr\n", "Invalid Z-matrix variable line: H"},
+    {fault_head_c + fault_water + "\n1 2 1.0\n2 9 1.0\n3 x 1.0\n", "Invalid connectivity atom index 'x' in line: 3 x 1.0"},
+    {fault_head_c + fault_water + "\n1 2\n2 3 1.0\n3 0 1.0\n", "Incomplete connectivity pair in line: 1 2"},
+    {fault_head_c + fault_water + "\n1 2 x\n2 3 1.0 4\n3\n", "Invalid connectivity bond order 'x' in line: 1 2 x"},
+    {fault_head_c + fault_water + "\n9 1 1.0\n1 8 1.0\n", "9 references atom index outside the geometry atom count"},
+    {fault_head_c + fault_water + "\n0 1 1.0\n-1\n",
+     "Connectivity atom indices must be positive 1-based integers in line: 0 1 1.0"},
+    {fault_head_c + fault_water + "\n1 2 1.0 3\n2 x 1.0\n", "Incomplete connectivity pair in line: 1 2 1.0 3"},
+    {fault_head_c + "0 1\nH 0 0 0\nH 0 0\n\n1 2 1.0\n2 x\n", "Invalid coordinate line: H 0 0"},
+    {fault_head_c + "0 1 1\nH 0 0 0\n\n1 2 1.0\n", "Invalid charge/spin line: 0 1 1"},
     {"# hf/sto-3g geom=(check,connectivity)\n\nt\n\n0 x\n\n1 2\n", "Invalid charge/spin line: 0 x"},
     {"# hf/sto-3g geom=check\n\nt\n", "Missing charge/spin line for geom=check"},
     {"# hf/sto-3g geom=check\n\nt\n\n! no line\n", "Missing charge/spin line for geom=check"},
-    {"# hf/sto-3g geom=check\n\nt\n\n0 99999999999\n0 1\n", "charge or multiplicity beyond 32 bits", out_of_range},
+    {"# hf/sto-3g geom=check\n\nt\n\n0 99999999999\n0 1\n", "charge or multiplicity beyond 32 bits", Thrown::OutOfRange},
     {"# hf/sto-3g geom=(allcheck,connectivity)\n\n1 1000001 1.0\n2 x 1.0\n",
      "Invalid connectivity atom index 'x' in line: 2 x 1.0"},
-    {"# hf/sto-3g opt=qst2\n\nt\n\n" + water + "\nsecond title\n",
+    {"# hf/sto-3g opt=qst2\n\nt\n\n" + fault_water + "\nsecond title\n",
      "Incomplete QST2/QST3 second title and molecule section: missing molecule specification block"},
-    {"# hf/sto-3g opt=(qst3)\n\nt\n\n" + water + "\nsecond\n\n" + water + "\nthird\n",
+    {"# hf/sto-3g opt=(qst3)\n\nt\n\n" + fault_water + "\nsecond\n\n" + fault_water + "\nthird\n",
      "Incomplete QST3 third title and molecule section: missing molecule specification block"},
-    {"# hf/sto-3g opt=qst2 geom=connectivity\n\nt\n\n" + water + "\n1 2 1.0\n2 7 1.0\n\nsecond title\n",
+    {"# hf/sto-3g opt=qst2 geom=connectivity\n\nt\n\n" + fault_water + "\n1 2 1.0\n2 7 1.0\n\nsecond title\n",
      "7 references atom index outside the geometry atom count"},
-    {"# hf/sto-3g geom=connectivity opt=(qst2)\n\nt\n\n" + water + "\n1 2 1.0\n\nsecond\n\n" + water + "\n1 9 1.0\nx\n",
+    {"# hf/sto-3g geom=connectivity opt=(qst2)\n\nt\n\n" + fault_water + "\n1 2 1.0\n\nsecond\n\n" + fault_water +
+         "\n1 9 1.0\nx\n",
      "Invalid connectivity atom index 'x' in line: x"},
-    {head + water + "\n--Link1--\n# hf\n\nt\n\n0 1\nH 0 0\n\n--Link1--\nbad\n", "Invalid control line: bad", parse, 3},
-    {head + "0 1\nH 0 0\n\n--Link1--\nbad\n", "Invalid control line: bad", parse, 2},
-    {"\n--Link1--\nbad\n\n--Link1--\n# hf/sto-3g\n\nt\n\n0 1\nH 0\n", "Invalid control line: bad", parse, 2},
-    {head + water + "\n--Link1--\n# hf geom=check\n\nt\n\n0 99999999999\n\n--Link1--\nbad\n",
-     "charge or multiplicity beyond 32 bits", out_of_range, 2},
-    {"\n\n--Link1--\n\n", "No valid jobs found in input", parse, 0},
-    {"", "No valid jobs found in input", parse, 0},
+    {fault_head + fault_water + "\n--Link1--\n# hf\n\nt\n\n0 1\nH 0 0\n\n--Link1--\nbad\n", "Invalid control line: bad",
+     Thrown::ParseException, 3},
+    {fault_head + "0 1\nH 0 0\n\n--Link1--\nbad\n", "Invalid control line: bad", Thrown::ParseException, 2},
+    {"\n--Link1--\nbad\n\n--Link1--\n# hf/sto-3g\n\nt\n\n0 1\nH 0\n", "Invalid control line: bad", Thrown::ParseException,
+     2},
+    {fault_head + fault_water + "\n--Link1--\n# hf geom=check\n\nt\n\n0 99999999999\n\n--Link1--\nbad\n",
+     "charge or multiplicity beyond 32 bits", Thrown::OutOfRange, 2},
+    {"\n\n--Link1--\n\n", "No valid jobs found in input", Thrown::ParseException, 0},
+    {"", "No valid jobs found in input", Thrown::ParseException, 0},
     {"\357\273\277chk=a\nb\n# hf\n\nt\n\n0 1\nH 0 0 0\n", "Invalid control line: chk=a"},
     {"chk=a\r\nmem\r\n# hf/sto-3g\r\n\r\nt\r\n\r\n0 1\r\nH 0 0 0\r\n", "Invalid control line: chk=a"},
     {"# hf/sto-3g\r\n\r\nt\r\n\r\n0 1\r\nH 0 0 0\r\nH 0 0 \r\nH 0 1e999 0\r\n", "Invalid coordinate line: H 0 0 "},
@@ -123,7 +127,7 @@ const Case cases[] = {
 
 // Returns what reading throws: its message behind the kind of exception.
 template <typename Read>
-std::optional<std::string> thrown(Read read) {
+std::optional<std::string> thrown_by(Read read) {
     try {
         read();
     } catch (const GJFParseException& error) {
@@ -134,27 +138,29 @@ std::optional<std::string> thrown(Read read) {
     return std::nullopt;
 }
 
-std::string parse_error(const std::string& message) { return "GJF Parse Error: " + message; }
+std::string parse_fault(const std::string& message) { return "GJF Parse Error: " + message; }
 
-TEST(FirstFault, IsThrownByReadingAllJobs) {
-    for (const Case& c : cases) {
+TEST(FirstFaultTold, IsThrownByReadingAllJobs) {
+    for (const FirstFault& c : first_faults) {
         const std::string job = c.job == 0 ? "" : "Job " + std::to_string(c.job) + ": GJF Parse Error: ";
-        const std::string wanted = c.exception == parse ? parse_error(job + c.message) : "out of range: " + c.message;
-        EXPECT_EQ(thrown([&] { GJFParser::parse_string_multi(c.text); }), wanted) << c.text;
+        const std::string wanted =
+            c.exception == Thrown::ParseException ? parse_fault(job + c.message) : "out of range: " + c.message;
+        EXPECT_EQ(thrown_by([&] { GJFParser::parse_string_multi(c.text); }), wanted) << c.text;
     }
 }
 
-TEST(FirstFault, IsThrownByReadingTheFirstJob) {
-    for (const Case& c : cases) {
+TEST(FirstFaultTold, IsThrownByReadingTheFirstJob) {
+    for (const FirstFault& c : first_faults) {
         if (c.job == 1) {
-            const std::string wanted = c.exception == parse ? parse_error(c.message) : "out of range: " + c.message;
-            EXPECT_EQ(thrown([&] { GJFParser::parse_string(c.text); }), wanted) << c.text;
+            const std::string wanted =
+                c.exception == Thrown::ParseException ? parse_fault(c.message) : "out of range: " + c.message;
+            EXPECT_EQ(thrown_by([&] { GJFParser::parse_string(c.text); }), wanted) << c.text;
         }
     }
 }
 
-TEST(FirstFault, IsTheErrorOfTheReading) {
-    for (const Case& c : cases) {
+TEST(FirstFaultTold, IsTheErrorOfTheReading) {
+    for (const FirstFault& c : first_faults) {
         const std::vector<JobReading> readings = read_jobs_with_layout(c.text);
         const auto failed =
             std::find_if(readings.begin(), readings.end(), [](const JobReading& r) { return !r.error.empty(); });

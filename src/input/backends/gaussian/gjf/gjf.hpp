@@ -11,6 +11,8 @@
 #include <gjf/core/knowledge/knowledge.hpp>
 #include <gjf/core/reader/gjf_parser.hpp>
 #include <gjf/core/reader/job_layout.hpp>
+#include <gjf/core/reader/job_places.hpp>
+#include <gjf/core/reader/job_text.hpp>
 #include <gjf/core/route/joined_route.hpp>
 #include <gjf/core/route/keyword_parser.hpp>
 #include <gjf/core/route/route_scanner.hpp>

@@ -15,8 +15,6 @@
 namespace quor::input::gaussian {
 namespace {
 
-constexpr const char* job_separator = "--Link1--";
-
 // Tells whether a file still holds a text.
 bool still_holds(const std::string& path, const std::string& text) {
     try {
@@ -255,7 +253,7 @@ struct GJFDocument::Impl {
                 edits.insert_before(line, std::string(text_line));
             }
             edits.insert_before(line, "");
-            edits.insert_before(line, job_separator);
+            edits.insert_before(line, std::string(job_separator));
             return;
         }
         const std::size_t last = lines.size();
@@ -263,7 +261,7 @@ struct GJFDocument::Impl {
             edits.insert_after(last, "");
         }
         if (!first) {
-            edits.insert_after(last, job_separator);
+            edits.insert_after(last, std::string(job_separator));
         }
         for (const std::string_view text_line : job_lines) {
             edits.insert_after(last, std::string(text_line));

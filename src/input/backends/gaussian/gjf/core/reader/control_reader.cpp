@@ -35,19 +35,29 @@ constexpr std::array<Link0Key, 7> link0_keys = {{
     {"cpu", [](ControlSection& control, std::string_view value) { control.cpu = value; }},
 }};
 
+struct Link0Words {
+    std::string_view key;
+    std::string_view value;  // empty without "="
+};
+
+// Cuts a "%key=value" line; the key of any other is all behind the sign.
+Link0Words link0_words(std::string_view line) noexcept {
+    const std::size_t equals = std::min(line.find('='), line.size());
+    return {trim_view(line.substr(1, equals - 1)), trim_view(line.substr(std::min(equals + 1, line.size())))};
+}
+
 // Stores a "%key=value" line whose key is one of the table's; returns whether it was one.
 bool store_link0_line(ControlSection& control, std::string_view line) {
-    const std::size_t equals = line.find('=');
-    if (line.front() != '%' || equals == std::string_view::npos) {
+    if (line.front() != '%') {
         return false;
     }
-    const std::string key = to_lower_copy(trim_view(line.substr(1, equals - 1)));
-    const std::string_view value = trim_view(line.substr(equals + 1));
-    const auto entry = std::find_if(link0_keys.begin(), link0_keys.end(), [&](const Link0Key& k) { return k.key == key; });
-    if (value.empty() || entry == link0_keys.end()) {
+    const Link0Words words = link0_words(line);
+    const auto entry = std::find_if(link0_keys.begin(), link0_keys.end(),
+                                    [&](const Link0Key& known) { return equals_folded(words.key, known.key); });
+    if (words.value.empty() || entry == link0_keys.end()) {
         return false;
     }
-    entry->store(control, value);
+    entry->store(control, words.value);
     return true;
 }
 
@@ -60,7 +70,7 @@ std::vector<std::string_view> route_words(std::string_view line) {
 // Takes control lines one by one; a route begins at its "#" line and is open until an empty line.
 class ControlReader {
    public:
-    explicit ControlReader(LayoutRecorder* recorder) noexcept : recorder_(recorder) {}
+    explicit ControlReader(ReadingRecorder* recorder) noexcept : recorder_(recorder) {}
 
     ControlSection control;
 
@@ -79,41 +89,42 @@ class ControlReader {
         }
         const bool route_open = route_seen_ && !route_closed_;
         if (!route_open && (line.empty() || (line.front() != '#' && line.front() != '%'))) {
-            throw GJFParseException("Invalid control line: " + std::string(raw));
+            report_fault(recorder_, raw, "Invalid control line: " + std::string(raw));
+            return;
         }
         control.raw_lines.emplace_back(raw);
         if (line.empty()) {
             return;
         }
         if (store_link0_line(control, line)) {
-            note_link0_line(raw);
+            note_link0_line(line);
         } else if (line.front() == '%' && !route_open) {
             control.other_link0_lines.emplace_back(line);
-            note_link0_line(raw);
+            note_link0_line(line);
         } else if (!route_closed_) {
-            take_route_words(line, raw);
+            take_route_words(line);
             route_seen_ = true;
         }
     }
 
    private:
-    void note_link0_line(const std::string_view& raw) {
+    void note_link0_line(std::string_view line) {
         if (recorder_ != nullptr) {
-            recorder_->layout.link0_lines.push_back(recorder_->number_of(raw));
+            const Link0Words words = link0_words(line);
+            recorder_->reading.places.link0.push_back({recorder_->place_of(words.key), recorder_->place_of(words.value)});
         }
     }
 
-    void take_route_words(std::string_view line, const std::string_view& raw) {
+    void take_route_words(std::string_view line) {
         for (const std::string_view word : route_words(line)) {
             control.route_keywords.emplace_back(word);
             if (recorder_ != nullptr) {
-                const auto column = static_cast<std::size_t>(word.data() - raw.data()) + 1;
-                recorder_->layout.route_words.push_back({recorder_->number_of(raw), column, word.size()});
+                recorder_->reading.places.route_words.push_back(recorder_->place_of(word));
             }
         }
     }
 
-    LayoutRecorder* recorder_;
+    ReadingRecorder* recorder_;
     bool route_seen_ = false;
     bool route_closed_ = false;
 };
@@ -129,7 +140,7 @@ ParsedKeywords read_route_words(const std::vector<std::string>& words, JobLayout
 
 }  // namespace
 
-ControlSection read_control_section(LineSpan lines, bool pass_over_blank_lines, LayoutRecorder* recorder) {
+ControlSection read_control_section(LineSpan lines, bool pass_over_blank_lines, ReadingRecorder* recorder) {
     ControlReader reader(recorder);
     for (const std::string_view& line : lines) {
         if (!pass_over_blank_lines || !is_blank_line(line)) {
@@ -139,7 +150,7 @@ ControlSection read_control_section(LineSpan lines, bool pass_over_blank_lines, 
     ControlSection& control = reader.control;
     if (!control.route_keywords.empty()) {
         control.parsed_keywords = recorder == nullptr ? GJFParser::parse_keywords(control.route_keywords, {})
-                                                      : read_route_words(control.route_keywords, recorder->layout);
+                                                      : read_route_words(control.route_keywords, recorder->reading.layout);
     }
     return std::move(reader.control);
 }

@@ -25,37 +25,55 @@ void check_atom_numbers(const ConnectivitySection& connectivity, std::size_t ato
     }
 }
 
-ConnectivitySection read_connectivity(LineSpan lines, std::size_t atom_count) {
-    ConnectivitySection connectivity;
-    connectivity.parse_from_views(lines.data(), lines.size());
-    check_atom_numbers(connectivity, atom_count);
-    return connectivity;
+std::string message_of(const GJFParseException& error) {
+    return std::string(error.what()).substr(std::string_view("GJF Parse Error: ").size());
 }
 
-// Returns the first line of a block that cannot be read which fails by itself.
-const std::string_view& first_failing_line(LineSpan lines, std::size_t atom_count) {
+// Reads a connectivity block line by line. Lines that cannot be read are reported first, those that name other atoms than
+// the job's next, as when the block is read at once; all these are left out.
+ConnectivitySection read_readable_lines(LineSpan lines, std::size_t atom_count, ReadingRecorder& recorder) {
+    struct ReadLine {
+        std::string_view line;
+        ConnectivitySection bonds;
+    };
+    const auto report = [&recorder](std::string_view line, const GJFParseException& error) {
+        report_fault(&recorder, line, message_of(error));
+    };
+    std::vector<ReadLine> readable;
     for (const std::string_view& line : lines) {
+        ReadLine read{line, {}};
         try {
-            read_connectivity({&line, 1}, atom_count);
-        } catch (const GJFParseException&) {
-            return line;
+            read.bonds.parse_from_views(&line, 1);
+            readable.push_back(std::move(read));
+        } catch (const GJFParseException& error) {
+            report(line, error);
         }
     }
-    return lines.front();
+    ConnectivitySection connectivity;
+    for (const ReadLine& read : readable) {
+        try {
+            check_atom_numbers(read.bonds, atom_count);
+            connectivity.bonds.insert(connectivity.bonds.end(), read.bonds.bonds.begin(), read.bonds.bonds.end());
+        } catch (const GJFParseException& error) {
+            report(read.line, error);
+        }
+    }
+    return connectivity;
 }
 
 // Reads a connectivity block. Bonds of the molecule itself are kept as bonds; those of a second or third one are checked and
 // kept as text.
-void add_connectivity(LineSpan lines, Kind kind, GJFData& job, bool atoms_known, LayoutRecorder* recorder) {
+void add_connectivity(LineSpan lines, Kind kind, GJFData& job, bool atoms_known, ReadingRecorder* recorder) {
     const std::size_t atom_count = atoms_known ? job.geom.atom_count() : largest_atom_count;
     ConnectivitySection connectivity;
     try {
-        connectivity = read_connectivity(lines, atom_count);
+        connectivity.parse_from_views(lines.data(), lines.size());
+        check_atom_numbers(connectivity, atom_count);
     } catch (const GJFParseException&) {
-        if (recorder != nullptr) {
-            recorder->at(first_failing_line(lines, atom_count));
+        if (recorder == nullptr) {
+            throw;
         }
-        throw;
+        connectivity = read_readable_lines(lines, atom_count, *recorder);
     }
     if (kind == Kind::Connectivity) {
         job.extra_inputs.push_back(ExtraInputSection::from_connectivity(std::move(connectivity)));
@@ -65,7 +83,9 @@ void add_connectivity(LineSpan lines, Kind kind, GJFData& job, bool atoms_known,
 }
 
 // Reads the title and the molecule of a second or third structure; a Z-matrix takes its variable sections with it.
-std::optional<std::string> take_title_and_molecule(LineCursor& cursor, Kind kind, bool sections_expected) {
+std::optional<std::string> take_title_and_molecule(LineCursor& cursor, Kind kind, bool sections_expected,
+                                                   ReadingRecorder* recorder) {
+    const std::size_t begin = cursor.position();
     const std::size_t blank_lines = cursor.skip_blank_lines();
     if (cursor.at_end()) {
         return std::nullopt;
@@ -76,7 +96,10 @@ std::optional<std::string> take_title_and_molecule(LineCursor& cursor, Kind kind
     if (molecule.empty()) {
         const char* name = kind == Kind::ThirdTitleAndTSStructure ? "QST3 third title and molecule section"
                                                                   : "QST2/QST3 second title and molecule section";
-        throw GJFParseException(std::string("Incomplete ") + name + ": missing molecule specification block");
+        report_fault(recorder, {}, std::string("Incomplete ") + name + ": missing molecule specification block");
+        note_doubt(recorder, &JobReading::structure_uncertain);
+        cursor.move_to(begin);  // what stands there is left over
+        return std::nullopt;
     }
     text += "\n\n";
     text += joined(molecule);
@@ -117,10 +140,10 @@ LineSpan take_lines(LineCursor& cursor, ExtraInputClass input_class) {
 
 // Reads the section of one kind, if there is one left.
 void read_expected(LineCursor& cursor, GJFData& job, Kind kind, bool atoms_known, bool more_expected,
-                   LayoutRecorder* recorder) {
+                   ReadingRecorder* recorder) {
     const ExtraInputClass input_class = extra_input_class(kind);
     if (input_class == ExtraInputClass::TitleAndMolecule) {
-        if (std::optional<std::string> text = take_title_and_molecule(cursor, kind, more_expected)) {
+        if (std::optional<std::string> text = take_title_and_molecule(cursor, kind, more_expected, recorder)) {
             job.extra_inputs.emplace_back(kind, *text);
         }
         return;
@@ -139,7 +162,7 @@ void read_expected(LineCursor& cursor, GJFData& job, Kind kind, bool atoms_known
 }
 
 // Notes the lines of the sections read since `begin`, from the first line that is not blank to the last.
-void note_section(const LineCursor& cursor, std::size_t begin, Kind kind, LayoutRecorder& recorder) {
+void note_section(const LineCursor& cursor, std::size_t begin, Kind kind, ReadingRecorder& recorder) {
     LineCursor walk = cursor;
     walk.move_to(begin);
     walk.skip_blank_lines();
@@ -147,19 +170,21 @@ void note_section(const LineCursor& cursor, std::size_t begin, Kind kind, Layout
     while (!lines.empty() && is_blank_line(lines.back())) {
         lines = lines.first(lines.size() - 1);
     }
-    recorder.layout.sections.push_back({kind, recorder.range_of(lines)});
+    recorder.reading.places.sections.push_back({kind, recorder.place_of(lines)});
 }
 
 }  // namespace
 
 void read_extra_inputs(LineCursor& cursor, GJFData& job, const std::vector<Kind>& kinds, bool atoms_known,
-                       LayoutRecorder* recorder) {
+                       ReadingRecorder* recorder) {
     for (std::size_t i = 0; i < kinds.size(); ++i) {
         const std::size_t begin = cursor.position();
         const std::size_t count = job.extra_inputs.size();
         if (recorder != nullptr && !cursor.at_end()) {
             cursor.skip_blank_lines();
-            recorder->current_line = recorder->layout.lines.first + cursor.position();
+            if (!cursor.at_end()) {
+                recorder->at(cursor.peek_line());
+            }
             cursor.move_to(begin);
         }
         read_expected(cursor, job, kinds[i], atoms_known, i + 1 < kinds.size(), recorder);
@@ -169,13 +194,13 @@ void read_extra_inputs(LineCursor& cursor, GJFData& job, const std::vector<Kind>
         if (job.extra_inputs.size() > count) {
             note_section(cursor, begin, kinds[i], *recorder);
         } else {
-            recorder->layout.missing.push_back(kinds[i]);
+            recorder->reading.layout.missing.push_back(kinds[i]);
         }
     }
     for (LineSpan lines = cursor.take_section(); !lines.empty(); lines = cursor.take_section()) {
         job.extra_inputs.emplace_back(Kind::Unknown, joined(lines));
         if (recorder != nullptr) {
-            recorder->layout.sections.push_back({Kind::Unknown, recorder->range_of(lines)});
+            recorder->reading.places.sections.push_back({Kind::Unknown, recorder->place_of(lines)});
         }
     }
 }

@@ -1,12 +1,14 @@
-// Where everything that was read stands in the text: the line of every part of a job.
+// A job as it was read: where everything stands, by token and by line, and what could not be read.
 #pragma once
 
 #include <core/export.hpp>
 #include <gjf/core/job/gjf_data.hpp>
+#include <gjf/core/reader/job_places.hpp>
 #include <gjf/core/route/joined_route.hpp>
 #include <gjf/core/route/route_tree.hpp>
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -53,18 +55,37 @@ struct JobLayout {
     std::vector<std::size_t> cartesian_variables;
     std::vector<SectionLayout> sections;         ///< of GJFData::extra_inputs; kind `Unknown` is left over
     std::vector<ExtraInputSectionKind> missing;  ///< asked for by the route and not there
+    std::vector<TextPlace> faults;               ///< of JobReading::faults
 };
 
-/// One job read with its layout. When reading failed, `job` and `layout` hold what was read before.
+/// What `GJFParser` throws for a fault: `GJFParseException` or `std::out_of_range`.
+enum class FaultKind : std::uint8_t { Parse, OutOfRange };
+
+/// What could not be read.
+struct ReadingFault {
+    Span place;           ///< the line, or the part of it that is meant; where something is missing, the line read last
+    std::string message;  ///< without any prefix
+    FaultKind kind = FaultKind::Parse;
+};
+
+/// One job read, and where its parts stand.
+///
+/// Reading goes on behind what it cannot read. A control line is passed over; behind a charge line, which then gives no
+/// pairs, atoms are read; an atom line of four fields or more counts as an atom without position; of connectivity the line
+/// is left out. Where nothing follows that a job needs, its parts up to there are given.
 struct JobReading {
     GJFData job;
-    JobLayout layout;
-    std::string error;           ///< the failure's message without any prefix; empty when the job was read whole
-    std::size_t error_line = 0;  ///< where it was detected
+    JobPlaces places;
+    JobLayout layout;                  ///< the same by lines
+    std::vector<ReadingFault> faults;  ///< in the order of detection; none when the job was read whole
+    bool atoms_uncertain = false;      ///< a line of the molecule was left out, which may have been an atom
+    bool structure_uncertain = false;  ///< what the parts were taken for is in doubt
+    std::string error;                 ///< the first fault's message; empty when the job was read whole
+    std::size_t error_line = 0;        ///< the line of the first fault
 };
 
-/// Reads every job of a text as `GJFParser` does, and where its parts stand; never throws for malformed text. Blank pieces
-/// between --Link1-- lines are passed over.
+/// Reads every job of a text as `GJFParser` does, and where its parts stand. Blank pieces between --Link1-- lines are passed
+/// over. Throws `GJFParseException` for a text longer than `largest_text`, and for no other.
 QUOR_GJF_API std::vector<JobReading> read_jobs_with_layout(std::string_view text);
 
 /// Returns where a stretch of the route text stands: one place for each stretch of a word that it is made of, in order.

@@ -9,9 +9,6 @@
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
-#include <array>
-#include <fstream>
-#include <stdexcept>
 
 namespace quor::input::gaussian {
 
@@ -23,38 +20,6 @@ bool opens_molecule_without_title(const LineCursor& cursor, std::size_t blank_li
 }
 
 namespace {
-
-constexpr std::string_view job_separator = "--link1--";
-
-bool is_job_separator(std::string_view line) noexcept {
-    // Most lines are told apart by their first character.
-    const auto first = std::find_if_not(line.begin(), line.end(), is_trim_character);
-    return first != line.end() && *first == job_separator.front() && equals_folded(trim_view(line), job_separator);
-}
-
-// Takes the lines before the next separator line off `text` and hands each to `take`; returns the text they stand in.
-// `separated` tells whether there was a separator line.
-template <typename Take>
-std::string_view take_job(std::string_view& text, bool& separated, Take take) {
-    const std::string_view all = text;
-    separated = false;
-    while (!text.empty()) {
-        const std::size_t begin = all.size() - text.size();
-        const std::string_view line = take_line(text);
-        if (is_job_separator(line)) {
-            separated = true;
-            return all.substr(0, begin);
-        }
-        take(line);
-    }
-    return all;
-}
-
-void take_job_lines(std::string_view& text, bool& separated, std::vector<std::string_view>& lines) {
-    take_job(text, separated, [&lines](std::string_view line) { lines.push_back(line); });
-}
-
-bool are_blank(LineSpan lines) noexcept { return std::all_of(lines.begin(), lines.end(), is_blank_line); }
 
 // The conditions of the route that decide how a job is cut into sections.
 struct RouteShape {
@@ -72,20 +37,21 @@ RouteShape shape_of(const ParsedKeywords& route, const RouteQuestions& questions
 }
 
 // Reads the charge line of a job whose molecule comes from a checkpoint. Lines after it are kept, not read.
-GeomSection read_charge_line_alone(LineSpan section, LayoutRecorder* recorder) {
+GeomSection read_charge_line_alone(LineSpan section, ReadingRecorder* recorder) {
+    GeomSection geom;
     const auto line = std::find_if_not(section.begin(), section.end(), is_comment_line);
     if (line == section.end()) {
-        throw GJFParseException("Missing charge/spin line for geom=check");
+        report_fault(recorder, {}, "Missing charge/spin line for geom=check");
+        note_doubt(recorder, &JobReading::structure_uncertain);
+        return geom;
     }
+    note_charge_line(recorder, *line);
+    const auto behind = section.subspan(static_cast<std::size_t>(line - section.begin()) + 1);
     if (recorder != nullptr) {
-        recorder->at(*line);
-        recorder->layout.charge_line = recorder->current_line;
-        recorder->layout.molecule =
-            recorder->range_of(section.subspan(static_cast<std::size_t>(line - section.begin()) + 1));
+        recorder->reading.places.molecule = recorder->place_of(behind);
     }
-    GeomSection geom;
-    geom.set_charge_spin_pairs(GJFParser::parse_charge_spin_line(std::string(*line)));
-    geom.molecule_lines.assign(line + 1, section.end());
+    geom.set_charge_spin_pairs(read_charge_line(*line, recorder));
+    geom.molecule_lines.assign(behind.begin(), behind.end());
     return geom;
 }
 
@@ -94,16 +60,34 @@ bool begins_with(std::string_view line, char mark) noexcept {
     return !text.empty() && text.front() == mark;
 }
 
-// Takes the lines of the control section. Blank lines among Link 0 lines, or between these and the route, do not end it.
-LineSpan take_control_lines(LineCursor& cursor) {
+bool opens_control(std::string_view line) noexcept { return begins_with(line, '#') || begins_with(line, '%'); }
+
+// Passes over the sections before the first one that opens like a control section; tells whether there is one.
+bool skip_to_control(LineCursor& cursor) {
+    LineCursor ahead = cursor;
+    for (LineSpan section = ahead.take_section(); !section.empty(); section = ahead.take_section()) {
+        if (opens_control(section.front())) {
+            cursor.move_to(ahead.position() - section.size());
+            return true;
+        }
+    }
+    return false;
+}
+
+// Takes the lines of the control section. Blank lines among Link 0 lines, or between these and the route, do not end it;
+// nor, when reading goes on behind what it cannot read, do those between lines of which none can be read.
+LineSpan take_control_lines(LineCursor& cursor, bool goes_on) {
     LineSpan section = cursor.take_section_past_comments();
     const std::size_t begin = cursor.position() - section.size();
+    if (goes_on && std::none_of(section.begin(), section.end(), opens_control) && skip_to_control(cursor)) {
+        section = cursor.take_section_past_comments();
+    }
     std::size_t end = cursor.position();
     const auto is_link0 = [](std::string_view line) { return begins_with(line, '%') || is_comment_line(line); };
     while (!section.empty() && std::all_of(section.begin(), section.end(), is_link0)) {
         section = cursor.take_section_past_comments();
         const auto first = std::find_if_not(section.begin(), section.end(), is_comment_line);
-        if (first == section.end() || (!begins_with(*first, '#') && !begins_with(*first, '%'))) {
+        if (first == section.end() || !opens_control(*first)) {
             cursor.move_to(end);
             break;
         }
@@ -115,14 +99,15 @@ LineSpan take_control_lines(LineCursor& cursor) {
 // Reads one job, section by section.
 class JobReader {
    public:
-    JobReader(LineSpan lines, LayoutRecorder* recorder) noexcept : cursor_(lines), recorder_(recorder) {}
+    JobReader(LineSpan lines, ReadingRecorder* recorder) noexcept : cursor_(lines), recorder_(recorder) {}
 
     GJFData job;
 
     void read() {
-        const LineSpan control = take_control_lines(cursor_);
+        const LineSpan control = take_control_lines(cursor_, recorder_ != nullptr);
         if (control.empty()) {
-            throw GJFParseException("Empty file or invalid format");
+            fail("Empty file or invalid format");
+            return;
         }
         job.control = read_control_section(control, true, recorder_);
         const ParsedKeywords no_route;
@@ -132,17 +117,26 @@ class JobReader {
         if (shape.has_overlays) {
             read_overlays();
         }
-        if (!shape.all_from_checkpoint) {
-            read_title(shape);
+        if (!shape.all_from_checkpoint && read_title(shape)) {
             read_molecule_section(shape, [&questions] { return !expected_kinds(questions).empty(); });
         }
         const bool from_checkpoint = shape.all_from_checkpoint || shape.molecule_from_checkpoint;
-        const bool atoms_known = !from_checkpoint || job.geom.atom_count() > 0;
+        const bool atoms_known = (!from_checkpoint || job.geom.atom_count() > 0) && !in_doubt();
         questions.set_molecule({is_open_shell(job.geom), has_residues_});
         read_extra_inputs(cursor_, job, expected_kinds(questions), atoms_known, recorder_);
     }
 
    private:
+    // Reports that something is missing, of which nothing behind it can be told.
+    void fail(const char* message) {
+        report_fault(recorder_, {}, message);
+        note_doubt(recorder_, &JobReading::structure_uncertain);
+    }
+
+    bool in_doubt() const noexcept {
+        return recorder_ != nullptr && (recorder_->reading.atoms_uncertain || recorder_->reading.structure_uncertain);
+    }
+
     // Takes the next section, which a failure until the next step is about.
     LineSpan take(LineSpan (LineCursor::*take_section)() noexcept) {
         const LineSpan section = (cursor_.*take_section)();
@@ -159,23 +153,26 @@ class JobReader {
         }
         job.extra_overlays = joined(overlays);
         if (recorder_ != nullptr) {
-            recorder_->layout.overlays = recorder_->range_of(overlays);
+            recorder_->reading.places.overlays = recorder_->place_of(overlays);
         }
     }
 
-    void read_title(const RouteShape& shape) {
+    // Tells whether anything follows that a molecule may be read from.
+    bool read_title(const RouteShape& shape) {
         const std::size_t blank_lines = cursor_.skip_blank_lines();
         if (opens_molecule_without_title(cursor_, blank_lines, shape.molecule_from_checkpoint)) {
-            return;
+            return true;
         }
         const LineSpan title = take(&LineCursor::take_section);
         if (title.empty()) {
-            throw GJFParseException("Missing title section");
+            fail("Missing title section");
+            return false;
         }
         job.title = joined(title);
         if (recorder_ != nullptr) {
-            recorder_->layout.title = recorder_->range_of(title);
+            recorder_->reading.places.title = recorder_->place_of(title);
         }
+        return true;
     }
 
     void read_molecule_section(const RouteShape& shape, const SectionsExpected& sections_expected) {
@@ -185,7 +182,8 @@ class JobReader {
             return;
         }
         if (section.empty()) {
-            throw GJFParseException("Missing geometry section");
+            fail("Missing geometry section");
+            return;
         }
         MoleculeReading molecule = read_molecule(cursor_, section, sections_expected, recorder_);
         job.geom = std::move(molecule.geom);
@@ -193,7 +191,7 @@ class JobReader {
     }
 
     LineCursor cursor_;
-    LayoutRecorder* recorder_;
+    ReadingRecorder* recorder_;
     bool has_residues_ = false;
 };
 
@@ -205,59 +203,31 @@ GJFData read_job(LineSpan lines) {
 
 }  // namespace
 
-// Reads by block into the text itself: what a stream buffer cannot hold for want of memory it would drop in silence.
-std::string read_whole_file(const std::string& path) {
-    std::ifstream file(path, std::ios::in | std::ios::binary);
-    std::string text;
-    std::array<char, 1 << 14> block;
-    do {
-        file.read(block.data(), block.size());
-        text.append(block.data(), static_cast<std::size_t>(file.gcount()));
-    } while (file);
-    // A folder opens but does not read.
-    if (!file.is_open() || file.bad()) {
-        throw GJFParseException("Cannot open file: " + path);
-    }
-    return text;
-}
-
-void for_each_job_piece(std::string_view text, const std::function<void(JobPiece)>& take) {
-    bool separated = true;
-    std::size_t first_line = 1;
-    for (std::size_t number = 1; separated || !text.empty(); ++number) {
-        std::vector<std::string_view> lines;
-        take_job_lines(text, separated, lines);
-        const std::size_t count = lines.size();
-        if (!are_blank(lines)) {
-            take({number, first_line, separated, std::move(lines)});
-        }
-        first_line += count + 1;
-    }
-}
-
 JobReading read_job_piece(const JobPiece& piece) {
     JobReading reading;
-    reading.layout.number = piece.number;
-    reading.layout.lines = {piece.first_line, piece.first_line + piece.lines.size() - 1};
-    LayoutRecorder recorder(reading.layout, piece.lines.data());
+    ReadingRecorder recorder(piece.text, reading);
+    reading.places.lines = recorder.place_of(LineSpan(piece.lines));
+    recorder.current_line = {reading.places.lines.begin, 0};
     JobReader reader(piece.lines, &recorder);
-    try {
-        reader.read();
-    } catch (const GJFParseException& error) {
-        reading.error = std::string_view(error.what()).substr(std::string_view("GJF Parse Error: ").size());
-        reading.error_line = recorder.current_line;
-    } catch (const std::out_of_range& error) {
-        reading.error = error.what();
-        reading.error_line = recorder.current_line;
-    }
+    reader.read();
     reading.job = std::move(reader.job);
+    number_lines(piece, reading);
+    if (reading.structure_uncertain) {
+        reading.layout.missing.clear();
+    }
+    if (!reading.faults.empty()) {
+        reading.error = reading.faults.front().message;
+        reading.error_line = reading.layout.faults.front().line;
+    }
     return reading;
 }
 
 std::vector<JobReading> read_jobs_with_layout(std::string_view text) {
+    if (text.size() > largest_text) {
+        throw GJFParseException("A text of 4 GiB or more cannot be read");
+    }
     std::vector<JobReading> readings;
-    for_each_job_piece(skip_byte_order_mark(text),
-                       [&](const JobPiece& piece) { readings.push_back(read_job_piece(piece)); });
+    for_each_job_piece(text, [&](const JobPiece& piece) { readings.push_back(read_job_piece(piece)); });
     return readings;
 }
 
@@ -297,22 +267,6 @@ GJFMultiData GJFParser::parse_string_multi(const std::string& text) {
 }
 
 GJFMultiData GJFParser::parse_file_multi(const std::string& path) { return parse_string_multi(read_whole_file(path)); }
-
-std::vector<std::string> GJFParser::split_by_link1(const std::string& text) {
-    std::vector<std::string> pieces;
-    std::string_view rest = text;
-    bool separated = false;
-    while (!rest.empty()) {
-        const std::string_view piece = take_job(rest, separated, [](std::string_view) {});
-        if (separated || !piece.empty()) {
-            pieces.emplace_back(piece);
-            if (!piece.empty() && piece.back() != '\n') {
-                pieces.back() += '\n';
-            }
-        }
-    }
-    return pieces;
-}
 
 std::vector<std::string> GJFParser::split_by_empty_lines(const std::string& text) {
     const std::vector<std::string_view> lines = split_lines(text);

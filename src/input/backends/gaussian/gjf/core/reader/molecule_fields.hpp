@@ -5,6 +5,7 @@
 #include <gjf/core/reader/reading.hpp>
 
 #include <functional>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -24,8 +25,24 @@ void read_atom_label(std::string_view label, AtomInfo& info);
 /// `atom` untouched, for a line of any other form. Only while `rounds_to_nearest()`.
 bool read_plain_atom_line(std::string_view line, AtomCoord& atom);
 
-/// Reads the fields of a Cartesian atom line into an empty `atom`; `line` is for the message of a failure.
-void read_atom_fields(const Fields& fields, std::string_view line, AtomCoord& atom);
+/// Tells whether a line holds something once its comment is taken away.
+bool holds_text(std::string_view line) noexcept;
+
+/// Returns the index of the first coordinate field of an atom line: 2 behind a freeze code, else 1.
+std::size_t coordinate_begin(const Fields& fields) noexcept;
+
+/// Tells whether fields are an atom's: a label, perhaps a freeze code, three numbers.
+bool is_cartesian_line(const Fields& fields) noexcept;
+
+/// A field that cannot be read, and what is said of it.
+struct UnreadField {
+    std::string_view field;
+    std::string message;
+};
+
+/// Reads the four fields or more of a Cartesian atom line into an empty `atom`; `line` is for messages. Returns the first
+/// field that cannot be read; the atom then has its label alone.
+std::optional<UnreadField> read_atom_fields(const Fields& fields, std::string_view line, AtomCoord& atom);
 
 /// Tells whether a text is a letter or underscore followed by letters, digits and underscores.
 bool is_variable_name(std::string_view name) noexcept;
@@ -39,6 +56,14 @@ struct NameAndValue {
 };
 
 NameAndValue cut_at_equals(std::string_view text, std::size_t equals) noexcept;
+
+/// Cuts the line of a Z-matrix variable, its comment taken away: "name=value", or `fields`, its first two fields. The name
+/// is empty when it is none.
+NameAndValue cut_zmatrix_variable(std::string_view text, const Fields& fields) noexcept;
+
+/// Cuts the line "name=value" of a variable of Cartesian coordinates, its comment taken away. The name is empty when it is
+/// none; commas around the value are separators and no part of it, so that the value may be empty.
+NameAndValue cut_cartesian_variable(std::string_view text);
 
 /// The lines "Variables:" and "Constants:", with or without the colon, in any case.
 enum class VariableHeader { None, Variables, Constants };

@@ -7,6 +7,7 @@
 #include <gjf/core/job/gjf_data.hpp>
 #include <gjf/core/reader/gjf_parser.hpp>
 #include <gjf/core/reader/job_layout.hpp>
+#include <gjf/core/reader/job_text.hpp>
 #include <gjf/core/schema/simple_yaml_parser.hpp>
 
 #include <cstddef>
@@ -20,28 +21,41 @@ namespace quor::input::gaussian {
 
 using LineSpan = std::span<const std::string_view>;
 
-/// Notes where the parts of a job stand while it is read. A null recorder everywhere means that nobody asked.
-///
-/// Lines are told by their address: every line handed to a step is an element of the job's one array of lines.
-class LayoutRecorder {
+/// Notes where the parts of a job stand while it is read, and what cannot be read. A null recorder everywhere means that
+/// nobody asked. Every view handed to it lies in the text.
+class ReadingRecorder {
    public:
-    LayoutRecorder(JobLayout& target, const std::string_view* lines) noexcept : layout(target), lines_(lines) {}
+    ReadingRecorder(std::string_view text, JobReading& target) noexcept : reading(target), text_(text) {}
 
-    std::size_t number_of(const std::string_view& line) const noexcept {
-        return layout.lines.first + static_cast<std::size_t>(&line - lines_);
-    }
-    LineRange range_of(LineSpan lines) const noexcept {
-        return lines.empty() ? LineRange{} : LineRange{number_of(lines.front()), number_of(lines.back())};
-    }
-    /// Notes the line that is being read, so that a failure can name it.
-    void at(const std::string_view& line) noexcept { current_line = number_of(line); }
+    Span place_of(std::string_view part) const noexcept { return span_of(text_, part); }
+    /// Returns the place of lines, from the first to the last.
+    Span place_of(LineSpan lines) const noexcept;
+    /// Notes the line that is being read, so that the lists of lines and a fault can tell it.
+    void at(std::string_view line) noexcept { current_line = place_of(line); }
 
-    JobLayout& layout;
-    std::size_t current_line = 0;
+    JobReading& reading;
+    Span current_line;
 
    private:
-    const std::string_view* lines_;
+    std::string_view text_;
 };
+
+/// Takes what cannot be read; reading goes on as if it were not there. Without a recorder it is thrown. An empty `place`
+/// stands for the line that is being read.
+void report_fault(ReadingRecorder* recorder, std::string_view place, std::string message, FaultKind kind = FaultKind::Parse);
+
+/// Notes the line that is being read in a list.
+inline void note_line(ReadingRecorder* recorder, std::vector<std::uint32_t> JobPlaces::*list) {
+    if (recorder != nullptr) {
+        (recorder->reading.places.*list).push_back(recorder->current_line.begin);
+    }
+}
+
+/// Notes which line is read as the charge line.
+void note_charge_line(ReadingRecorder* recorder, std::string_view line) noexcept;
+
+/// Notes that a line which may have been an atom was left out, or that what the parts were taken for is in doubt.
+void note_doubt(ReadingRecorder* recorder, bool JobReading::*doubt) noexcept;
 
 /// Tells whether nothing is left of a line when it is trimmed.
 bool is_blank_line(std::string_view line) noexcept;
@@ -77,25 +91,31 @@ class LineCursor {
     std::size_t next_ = 0;
 };
 
-/// Reads a file whole; throws "Cannot open file: PATH".
-std::string read_whole_file(const std::string& path);
-
 /// The text between --Link1-- lines, cut into lines.
 struct JobPiece {
     std::size_t number = 0;      ///< from 1, blank pieces counted
     std::size_t first_line = 1;  ///< of the whole text
     bool separated = false;      ///< whether a --Link1-- line follows
+    std::string_view text;       ///< the whole text, which the lines are views of
     std::vector<std::string_view> lines;
 };
 
-/// Cuts a text without a byte order mark at its --Link1-- lines and hands over every piece that is not blank.
+/// Takes the lines before the next --Link1-- line off a text; `separated` tells whether there was one.
+void take_job_lines(std::string_view& text, bool& separated, std::vector<std::string_view>& lines);
+
+bool are_blank(LineSpan lines) noexcept;
+
+/// Cuts a text at its --Link1-- lines, a byte order mark aside, and hands over every piece that is not blank.
 void for_each_job_piece(std::string_view text, const std::function<void(JobPiece)>& take);
 
 /// Reads one piece and where its parts stand.
 JobReading read_job_piece(const JobPiece& piece);
 
+/// Gives the places of a reading as lines, in its layout.
+void number_lines(const JobPiece& piece, JobReading& reading);
+
 /// Reads Link 0 lines and route. An empty line closes the route, unless blank lines are passed over.
-ControlSection read_control_section(LineSpan lines, bool pass_over_blank_lines, LayoutRecorder* recorder);
+ControlSection read_control_section(LineSpan lines, bool pass_over_blank_lines, ReadingRecorder* recorder);
 
 /// Tells whether an interpreted route has a geom keyword with an option.
 bool has_geom_option(const ParsedKeywords& route, const SimpleYAMLParser& schema, const std::string& option);
@@ -115,10 +135,13 @@ struct MoleculeReading {
 /// `sections_expected` tells whether the route asks for any section after the molecule: a section of name and value lines
 /// that the molecule does not refer to is then left to it.
 MoleculeReading read_molecule(LineCursor& cursor, LineSpan section, const SectionsExpected& sections_expected,
-                              LayoutRecorder* recorder);
+                              ReadingRecorder* recorder);
 
 /// Takes the variable sections after a Z-matrix that is kept as text; nothing for any other molecule, or a malformed one.
 void take_variable_sections(LineCursor& cursor, LineSpan section, const SectionsExpected& sections_expected);
+
+/// Reads one or more charge and multiplicity pairs.
+std::vector<ChargeSpinPair> read_charge_line(std::string_view line, ReadingRecorder* recorder);
 
 bool is_valid_geometry_first_line(std::string_view line);
 
@@ -134,7 +157,7 @@ bool is_open_shell(const GeomSection& geom);
 /// Gives each expected kind its section and keeps what is left as sections of unknown kind. `atoms_known` tells whether atom
 /// numbers of connectivity are bounded by the job's own molecule.
 void read_extra_inputs(LineCursor& cursor, GJFData& job, const std::vector<ExtraInputSectionKind>& kinds, bool atoms_known,
-                       LayoutRecorder* recorder);
+                       ReadingRecorder* recorder);
 
 /// Tells whether an empty title stands before the section at the cursor, which then is the molecule section: `blank_lines`
 /// (those just passed) are at least two and the section opens with a charge line that more lines follow.

@@ -1,0 +1,140 @@
+// Reads Cartesian atoms, and the variables that their coordinates may be.
+#include <gjf/core/reader/cartesian_reader.hpp>
+
+#include <core/memory/reserve_large.hpp>
+#include <gjf/core/text/number.hpp>
+#include <gjf/core/text/text.hpp>
+
+#include <array>
+#include <cmath>
+
+namespace quor::input::gaussian {
+namespace {
+
+// Reads one coordinate; tells whether it is a finite number or the name of a variable, and keeps it only then.
+bool read_coordinate(std::string_view field, double& number, CoordinateValue& coordinate) {
+    const std::string_view text = trim_view(field);
+    const std::optional<double> value = to_number(text);
+    if (value ? !std::isfinite(*value) : !is_variable_name(without_sign(text))) {
+        return false;
+    }
+    coordinate.value = value;
+    coordinate.text = text;
+    number = value.value_or(0.0);
+    return true;
+}
+
+UnreadField unread_coordinate(std::string_view field, std::string_view line) {
+    const bool beyond_numbers = is_number_text(trim_view(field));
+    return {field, beyond_numbers ? "Invalid coordinate values: " + std::string(line)
+                                  : "Invalid coordinate value: " + std::string(field)};
+}
+
+}  // namespace
+
+std::size_t coordinate_begin(const Fields& fields) noexcept {
+    return fields.size() >= 5 && is_integer_text(fields[1]) ? 2 : 1;
+}
+
+bool is_cartesian_line(const Fields& fields) noexcept {
+    if (fields.size() < 4) {
+        return false;
+    }
+    const std::size_t begin = coordinate_begin(fields);
+    return is_number_text(fields[begin]) && is_number_text(fields[begin + 1]) && is_number_text(fields[begin + 2]);
+}
+
+std::optional<UnreadField> read_atom_fields(const Fields& fields, std::string_view line, AtomCoord& atom) {
+    read_atom_label(fields[0], atom.info);
+    const std::size_t begin = coordinate_begin(fields);
+    if (begin == 2) {
+        atom.freeze = to_int32(fields[1]);
+        if (!atom.freeze) {
+            return UnreadField{fields[1], "Invalid coordinate values: " + std::string(line)};
+        }
+    }
+    const std::array<std::pair<double*, CoordinateValue*>, 3> coordinates = {
+        {{&atom.x, &atom.x_ref}, {&atom.y, &atom.y_ref}, {&atom.z, &atom.z_ref}}};
+    for (std::size_t i = 0; i < coordinates.size(); ++i) {
+        if (!read_coordinate(fields[begin + i], *coordinates[i].first, *coordinates[i].second)) {
+            AtomCoord label_alone;
+            label_alone.info = std::move(atom.info);
+            atom = std::move(label_alone);
+            return unread_coordinate(fields[begin + i], line);
+        }
+    }
+    if (fields.size() > begin + 3) {
+        atom.layer = fields[begin + 3];
+    }
+    return std::nullopt;
+}
+
+NameAndValue cut_cartesian_variable(std::string_view text) {
+    const std::size_t equals = text.find('=');
+    NameAndValue entry = equals == std::string_view::npos ? NameAndValue() : cut_at_equals(text, equals);
+    if (!is_variable_name(entry.name) || entry.value.empty()) {
+        return {};
+    }
+    Fields fields;
+    cut_fields(entry.value, fields);
+    const char* end = fields.empty() ? entry.value.data() : fields.back().data() + fields.back().size();
+    const char* begin = fields.empty() ? end : fields.front().data();
+    entry.value = {begin, static_cast<std::size_t>(end - begin)};
+    return entry;
+}
+
+void CartesianReader::read(LineSpan lines) {
+    std::vector<AtomCoord>& atoms = molecule_.geom.atoms;
+    core::memory::reserve_large(atoms, lines.size());
+    const bool plain_lines = rounds_to_nearest();
+    for (const std::string_view& line : lines) {
+        if (recorder_ != nullptr) {
+            recorder_->at(line);
+        }
+        if (plain_lines && read_plain_atom_line(line, atoms.emplace_back())) {
+            note_atom(atoms.back());
+            continue;
+        }
+        if (plain_lines) {
+            atoms.pop_back();
+        }
+        take(line);
+    }
+}
+
+void CartesianReader::take_variable(std::string_view text, std::string_view line) {
+    const NameAndValue entry = cut_cartesian_variable(text);
+    if (entry.value.empty()) {
+        const char* what = entry.name.empty() ? "Invalid coordinate line: " : "Invalid Cartesian coordinate variable line: ";
+        report_fault(recorder_, {}, what + std::string(line));
+        note_doubt(recorder_, &JobReading::atoms_uncertain);
+        return;
+    }
+    molecule_.geom.cartesian_variables.push_back({std::string(entry.name), std::string(entry.value)});
+    note_line(recorder_, &JobPlaces::cartesian_variables);
+}
+
+// Takes a line of any form.
+void CartesianReader::take(std::string_view line) {
+    const std::string_view text = without_comment(line);
+    cut_fields(text, fields_);
+    if (fields_.size() <= 3) {
+        if (!is_blank_line(text)) {
+            take_variable(text, line);
+        }
+        return;
+    }
+    AtomCoord& atom = molecule_.geom.atoms.emplace_back();
+    if (std::optional<UnreadField> unread = read_atom_fields(fields_, line, atom)) {
+        report_fault(recorder_, unread->field, std::move(unread->message));
+    }
+    has_variables_ = has_variables_ || !atom.x_ref.value || !atom.y_ref.value || !atom.z_ref.value;
+    note_atom(atom);
+}
+
+void CartesianReader::note_atom(const AtomCoord& atom) {
+    molecule_.has_residues = molecule_.has_residues || has_residue(atom.info);
+    note_line(recorder_, &JobPlaces::atoms);
+}
+
+}  // namespace quor::input::gaussian

@@ -1,0 +1,57 @@
+// Reads charge lines: pairs of charge and multiplicity.
+#include <gjf/core/reader/gjf_parser.hpp>
+
+#include <gjf/core/reader/molecule_fields.hpp>
+#include <gjf/core/reader/reading.hpp>
+#include <gjf/core/text/number.hpp>
+#include <gjf/core/text/text.hpp>
+
+#include <algorithm>
+
+namespace quor::input::gaussian {
+
+std::vector<ChargeSpinPair> read_charge_line(std::string_view line, ReadingRecorder* recorder) {
+    const auto fail = [&](std::string_view place, std::string message, FaultKind kind) {
+        report_fault(recorder, place, std::move(message), kind);
+        note_doubt(recorder, &JobReading::structure_uncertain);
+        return std::vector<ChargeSpinPair>();
+    };
+    Fields fields;
+    cut_fields(without_comment(line), fields);
+    if (fields.size() < 2 || fields.size() % 2 != 0) {
+        return fail(line, "Invalid charge/spin line: " + std::string(line), FaultKind::Parse);
+    }
+    std::vector<std::int32_t> numbers;
+    for (const std::string_view field : fields) {
+        if (!is_integer_text(field)) {
+            return fail(field, "Invalid charge/spin line: " + std::string(line), FaultKind::Parse);
+        }
+        const std::optional<std::int32_t> number = to_int32(field);
+        if (!number) {
+            return fail(field, "charge or multiplicity beyond 32 bits", FaultKind::OutOfRange);
+        }
+        numbers.push_back(*number);
+    }
+    std::vector<ChargeSpinPair> pairs;
+    pairs.reserve(numbers.size() / 2);
+    for (std::size_t i = 0; i < numbers.size(); i += 2) {
+        pairs.push_back({numbers[i], numbers[i + 1]});
+    }
+    return pairs;
+}
+
+bool is_valid_geometry_first_line(std::string_view line) {
+    Fields fields;
+    cut_fields(without_comment(line), fields);
+    return fields.size() >= 2 && fields.size() % 2 == 0 && std::all_of(fields.begin(), fields.end(), is_integer_text);
+}
+
+std::vector<ChargeSpinPair> GJFParser::parse_charge_spin_line(const std::string& line) {
+    return read_charge_line(line, nullptr);
+}
+
+bool GJFParser::is_valid_geometry_first_line(const std::string& line) {
+    return gaussian::is_valid_geometry_first_line(line);
+}
+
+}  // namespace quor::input::gaussian
