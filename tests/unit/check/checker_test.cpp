@@ -56,12 +56,12 @@ TEST(Checker, TellsThePlace) {
         {"# hf/sto-3g" + helium + "left over", "S002 8:0+0 warning\n"},
         {"%chk=a\n# hf/sto-3g geom=allcheck\n\nt\n\n", "S002 4:0+0 warning\n"},
         {"# hf/sto-3g\n\nt\n\n0 1\nO\nH 1 r\nH 1 R 2 a\n\nr=0.9\na=104.0\nR=1.0\n\n", "M008 12:0+0 warning\n"},
-        {"# hf/sto-3g\n\nt\n\n0 1\nHe 0.0 0.0 .5x\n\n", "P001 6:0+0 error\nT006 6:12+3 error\n"},
+        {"# hf/sto-3g\n\nt\n\n0 1\nHe 0.0 0.0 .5x\n\n", "P001 6:12+3 error\nT006 6:12+3 error\n"},
         {"# hf/sto-3g opt=modredundant\n\nt\n\n0 1\nHe 0.0 0.0 0.0\nHe 0.0 0.0 3.0\n\nB 1 2 3.1\n! a note\nQ 1 2\nB 1\n\n",
          "S013 11:1+1 error\nS014 12:0+0 error\n"},
         {"# hf/sto-3g opt=qst2\n\nt\n\n0 1\nH\nH 1 0.7\n\nu\n\n0 1\nH\nHe 1 0.9\n\n", "S020 11:0+0 warning\n"},
         {"# hf/sto-3g\n\nt\n\n0 1\nHe\nHe 1 r\n\nr=3.0\n", "T001 9:0+0 warning\n"},
-        {"# hf/sto-3g\n\nt\n\n0 1\nHe 0.0 0.0 0.\x07\n\n", "P001 6:0+0 error\nT006 6:12+3 error\nT002 6:14+1 warning\n"},
+        {"# hf/sto-3g\n\nt\n\n0 1\nHe 0.0 0.0 0.\x07\n\n", "P001 6:12+3 error\nT006 6:12+3 error\nT002 6:14+1 warning\n"},
     };
     for (const auto& [text, places] : cases) {
         EXPECT_EQ(places_of(text), places) << text;
@@ -209,12 +209,12 @@ TEST(Checker, SaysWhatAFailureComesFrom) {
 TEST(Checker, ReadsOnBehindWhatItCannotRead) {
     EXPECT_EQ(
         places_of("# hf/sto-3g opt=calfc\n\nt\n\n0 1\nHe 0.0 0.0 0.0x\nHe 0 0 1\nHe 0 0 2..\nHe 0 3!\n\n"),
-        "R001 1:17+5 error\nP001 6:0+0 error\nT006 6:12+4 error\nP001 8:0+0 error\nT006 8:8+3 error\nP001 9:0+0 error\n");
+        "R001 1:17+5 error\nP001 6:12+4 error\nT006 6:12+4 error\nP001 8:8+3 error\nT006 8:8+3 error\nP001 9:0+0 error\n");
     EXPECT_EQ(places_of("# hf/sto-3g geom=connectivity\n\nt\n\n0 1\nHe 0 0 0\nHe 0 0 3.0\n\n1 2\n2 x 1.0\n3\n1 4 1.0\n\n"),
               "P001 9:0+0 error\nP001 10:0+0 error\nP001 12:0+0 error\n");
     // Without charge line or title there is nothing to go on with.
-    EXPECT_EQ(places_of("# hf/sto-3g\n\nt\n\n0 x\nHe 0 0 0y\n\n"), "P001 5:0+0 error\n");
-    EXPECT_EQ(places_of("# hf/sto-3g\n\nt\n\n0 1\nHe 0.0 0.0 1.0D+00\n\n"), "P001 6:0+0 warning\n");
+    EXPECT_EQ(places_of("# hf/sto-3g\n\nt\n\n0 x\nHe 0 0 0y\n\n"), "P001 5:3+1 error\n");
+    EXPECT_EQ(places_of("# hf/sto-3g\n\nt\n\n0 1\nHe 0.0 0.0 1.0D+00\n\n"), "P001 6:12+7 warning\n");
 }
 
 TEST(Checker, ChecksEveryJob) {

@@ -16,8 +16,8 @@
 namespace quor::input::gaussian {
 namespace {
 
-// A job that cannot be read is read again without the line that fails, at most so often.
-constexpr int most_rereadings = 20;
+// Of what cannot be read in a job, so much is told: in a text that is no job at all, no line can be read.
+constexpr std::size_t most_faults_told = 21;
 
 using CodeList = std::unordered_set<std::string>;
 
@@ -78,39 +78,38 @@ bool needs_route_alone(const CheckedJob& job, const JobReading& reading) {
     return job.restarts() && reading.layout.title.empty() && reading.error.find("Missing title") == 0;
 }
 
-void add_failure(const CheckedJob& job, const JobReading& reading, Findings& findings) {
-    const std::size_t line = std::max(reading.error_line, reading.layout.lines.first);
-    if (fails_at_fortran_number(job, line)) {
-        findings.add("GJF-P001", Severity::Warning, reading.error, line,
+void add_fault(const CheckedJob& job, const ReadingFault& fault, const TextPlace& place, Findings& findings) {
+    const std::string_view line = job.line(place.line);
+    const TextPlace told = place.length == line.size() ? TextPlace{place.line, 0, 0} : place;
+    if (fails_at_fortran_number(job, place.line)) {
+        findings.add("GJF-P001", Severity::Warning, fault.message, told,
                      "Gaussian reads D exponents, this tool does not; write the number without one to have the job checked");
         return;
     }
+    const bool in_molecule = job.layout.charge_line != 0 && place.line > job.layout.charge_line;
     // Gaussian passes over the $ line that old files begin with; and where rows were not read, atoms may be missing.
-    const bool is_uncertain = has_unread_rows(job) || trim_view(job.line(line)).substr(0, 1) == "$";
+    const bool is_uncertain = (in_molecule && has_unread_rows(job)) || trim_view(line).substr(0, 1) == "$";
     const Severity severity = is_uncertain ? Severity::Warning : Severity::Error;
-    findings.add("GJF-P001", severity, reading.error, line, hint_at_failure(job, reading.error));
-    if (reading.layout.charge_line != 0 && line > reading.layout.charge_line) {
-        check_numbers_of_line(job, line, findings);
+    findings.add("GJF-P001", severity, fault.message, told, hint_at_failure(job, fault.message));
+    if (in_molecule) {
+        check_numbers_of_line(job, place.line, findings);
     }
 }
 
-// Tells whether reading can go on behind the line that failed: a line that others do not depend on.
-bool can_pass_over(const JobReading& reading) noexcept {
-    const JobLayout& layout = reading.layout;
-    return reading.error_line > layout.charge_line && (layout.charge_line != 0 || layout.title.empty());
-}
-
-// Reports why a job cannot be read, and goes on behind the line as long as another one fails.
-void report_failures(const CheckedJob& job, JobPiece piece, JobReading reading, Findings& findings) {
-    add_failure(job, reading, findings);
-    for (int i = 0; i < most_rereadings && can_pass_over(reading); ++i) {
-        const std::size_t line = reading.error_line;
-        piece.lines[line - piece.first_line] = "!";
-        reading = read_job_piece(piece);
-        if (reading.error.empty() || reading.error_line <= line) {
+// Reports what cannot be read, each line once. Behind a charge line that cannot be read nothing is told: what is read as
+// atoms is perhaps none.
+void report_faults(const CheckedJob& job, const JobReading& reading, Findings& findings) {
+    std::vector<std::size_t> told;
+    for (std::size_t i = 0; i < reading.faults.size(); ++i) {
+        const TextPlace& place = reading.layout.faults[i];
+        if (std::find(told.begin(), told.end(), place.line) != told.end()) {
+            continue;
+        }
+        add_fault(job, reading.faults[i], place, findings);
+        told.push_back(place.line);
+        if (place.line == job.layout.charge_line || told.size() == most_faults_told) {
             return;
         }
-        add_failure(job, reading, findings);
     }
 }
 
@@ -138,15 +137,14 @@ void drop_codes(std::vector<Finding>& findings, std::size_t begin, const CodeLis
                    findings.end());
 }
 
-void check_job(const CheckedJob& job, const JobPiece& piece, const JobReading& reading, Findings& findings) {
+void check_job(const CheckedJob& job, const JobReading& reading, Findings& findings) {
     for (const auto check : {check_characters, check_link0, check_route_words, check_route_sense}) {
         check(job, findings);
     }
     if (!job.read_whole()) {
-        if (needs_route_alone(job, reading)) {
-            return;
+        if (!needs_route_alone(job, reading)) {
+            report_faults(job, reading, findings);
         }
-        report_failures(job, piece, reading, findings);
         return;
     }
     const std::vector<MoleculeAtom> atoms = atoms_of(job);
@@ -180,12 +178,12 @@ std::vector<Finding> check_text(std::string_view text, const CheckOptions& optio
     std::vector<Finding> findings;
     CheckpointChain chain;
     std::size_t jobs = 0;
-    for_each_job_piece(skip_byte_order_mark(text), [&](JobPiece piece) {
+    for_each_job_piece(text, [&](JobPiece piece) {
         const std::size_t begin = findings.size();
         Findings of_job(findings, piece.number);
         const JobReading reading = read_job_piece(piece);
         const CheckedJob job(piece, reading, schema);
-        check_job(job, piece, reading, of_job);
+        check_job(job, reading, of_job);
         chain.add(job, of_job);
         drop_codes(findings, begin, silenced_codes(piece.lines));
         ++jobs;

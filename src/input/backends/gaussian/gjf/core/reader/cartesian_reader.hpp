@@ -1,4 +1,4 @@
-// Reads the lines of Cartesian coordinates. Private to the reader.
+// Reads the lines of Cartesian coordinates. Private to the room.
 #pragma once
 
 #include <gjf/core/reader/molecule_fields.hpp>

@@ -1,4 +1,4 @@
-// Reads the lines of a Z-matrix. Private to the reader.
+// Reads the lines of a Z-matrix. Private to the room.
 #pragma once
 
 #include <gjf/core/reader/molecule_fields.hpp>
