@@ -3,6 +3,10 @@ set(quor_public_headers
     gjf/gjf.hpp
     gjf/core/route_schema_paths.hpp
     gjf/core/text/span.hpp
+    gjf/core/chemistry/elements.hpp
+    gjf/core/chemistry/layers.hpp
+    gjf/core/chemistry/space.hpp
+    gjf/core/chemistry/species.hpp
     gjf/core/schema/route_schema_cache.hpp
     gjf/core/schema/schema_validation.hpp
     gjf/core/schema/simple_yaml_parser.hpp
@@ -22,6 +26,7 @@ set(quor_public_headers
     gjf/core/job/gjf_data.hpp
     gjf/core/job/gjf_parse_exception.hpp
     gjf/core/job/job_comparison.hpp
+    gjf/core/job/positions.hpp
     gjf/core/reader/gjf_parser.hpp
     gjf/core/reader/job_layout.hpp
     gjf/core/reader/job_places.hpp

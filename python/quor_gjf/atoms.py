@@ -8,7 +8,6 @@ import numpy as np
 import numpy.typing as npt
 
 from . import _core
-from .elements import symbol_of
 from .errors import ParseError
 from .selection import index_of
 
@@ -91,8 +90,13 @@ class Atom:
 
     @property
     def symbol(self) -> str:
-        """The chemical symbol, also when the file has an atomic number or a numbered label."""
-        return symbol_of(self.element)
+        """The chemical symbol, also where the file has an atomic number or a name such as C12 or HW1; Bq of a ghost, X of a dummy
+        atom, Tv of a translation vector, and the name as written when it is none of these.
+
+        >>> [gjf.Atom(name).symbol for name in ("cl", "6", "C12", "HC", "Bq", "TV", "?")]
+        ['Cl', 'C', 'C', 'H', 'Bq', 'Tv', '?']
+        """
+        return self._look().symbol
 
     @property
     def position(self) -> "npt.NDArray[np.float64]":

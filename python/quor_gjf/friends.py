@@ -6,12 +6,14 @@ from typing import TYPE_CHECKING, Any, List, Optional
 import numpy as np
 
 from .atoms import Atom
-from .elements import GHOST, TRANSLATION_VECTOR, symbol_of
 from .job import Job
 
 if TYPE_CHECKING:
     import ase
     import pandas
+
+TRANSLATION_VECTOR = "Tv"
+GHOST = "Bq"
 
 BOHR = 0.529177210903
 """Ångström in a bohr (CODATA 2018)."""
@@ -87,10 +89,9 @@ def to_frame(job: Job) -> "pandas.DataFrame":
 
     x, y, z = job.positions.T
     atoms = job._native.atom_values()
-    elements = [atom.element for atom in atoms]
     frame = pandas.DataFrame({
-        "element": elements,
-        "symbol": [symbol_of(element) for element in elements],
+        "element": [atom.element for atom in atoms],
+        "symbol": [atom.symbol for atom in atoms],
         "x": x,
         "y": y,
         "z": z,

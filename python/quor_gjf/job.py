@@ -11,7 +11,6 @@ import numpy.typing as npt
 from . import _core
 from .atoms import Atom, Atoms
 from .bonds import Bonds
-from .elements import symbol_of
 from .errors import ParseError, file_error
 from .route import Route
 from .sections import Sections
@@ -374,10 +373,8 @@ class Job:
 
     @property
     def symbols(self) -> List[str]:
-        """Chemical symbols, also where the file has atomic numbers or numbered labels; of a Z-matrix too."""
-        names = self._native.elements()
-        symbols = {name: symbol_of(name) for name in set(names)}
-        return list(map(symbols.__getitem__, names))
+        """Chemical symbols, as of ``Atom.symbol``; of a Z-matrix too."""
+        return self._native.symbols()
 
     @property
     def bonds(self) -> Bonds:

@@ -6,8 +6,6 @@ from typing import TYPE_CHECKING, Any, Callable, Iterable, List, Sequence, Union
 import numpy as np
 import numpy.typing as npt
 
-from .elements import symbol_of
-
 if TYPE_CHECKING:
     from .atoms import Atom
     from .job import Job
@@ -69,4 +67,5 @@ def _by_list(job: "Job", entries: Any, count: int) -> List[int]:
 
 
 def _by_elements(job: "Job", names: "set[str]") -> List[int]:
-    return [index for index, element in enumerate(job._native.elements()) if element in names or symbol_of(element) in names]
+    native = job._native
+    return [index for index, either in enumerate(zip(native.elements(), native.symbols())) if not names.isdisjoint(either)]

@@ -128,23 +128,27 @@ void bind_positions(JobClass& job) {
 
 // --- The list of atoms
 
-py::list elements_of(const JobHandle& job) {
+// Lists what `name` tells of each atom, of a Z-matrix too.
+template <typename Name>
+py::list names_of(const JobHandle& job, Name name) {
     const GeomSection& geom = job.editor.get_data().geom;
-    py::list elements;
+    py::list names;
     for (const AtomCoord& atom : geom.atoms) {
-        elements.append(to_python(atom.info.element));
+        names.append(to_python(name(atom.info)));
     }
     for (const ZMatrixEntry& entry : geom.zmatrix_entries) {
-        elements.append(to_python(entry.info.element));
+        names.append(to_python(name(entry.info)));
     }
-    return elements;
+    return names;
 }
 
 void bind_atom_list(JobClass& job) {
     job.def("atom_count", [](const JobHandle& self) { return atoms_of(self).size(); });
     job.def("is_zmatrix",
             [](const JobHandle& self) { return self.editor.get_data().geom.format == GeometryFormat::ZMatrix; });
-    job.def("elements", &elements_of);
+    job.def("elements",
+            [](const JobHandle& self) { return names_of(self, [](const AtomInfo& info) { return info.element; }); });
+    job.def("symbols", [](const JobHandle& self) { return names_of(self, &symbol_or_name); });
     job.def("atom", [](const JobHandle& self, std::size_t index) { return AtomCoord(atom_at(self, index)); });
     job.def("atom_values", [](const JobHandle& self) { return atoms_of(self); });
     job.def("replace_atom",

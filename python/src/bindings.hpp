@@ -22,4 +22,7 @@ void bind_route(JobClass& job);
 void bind_sections(JobClass& job);
 void bind_state(JobClass& job);
 
+/// Returns the symbol of an atom's species, or its name as written when that is not known.
+std::string symbol_or_name(const quor::input::gaussian::AtomInfo& info);
+
 }  // namespace quor_python

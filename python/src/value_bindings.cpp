@@ -49,6 +49,7 @@ void bind_atom(py::module_& module) {
         .def_property(
             "element", [](const AtomCoord& atom) { return to_python(atom.info.element); },
             [](AtomCoord& atom, Text element) { atom.info.element = std::move(element.value); })
+        .def_property_readonly("symbol", [](const AtomCoord& atom) { return to_python(symbol_or_name(atom.info)); })
         .def_property(
             "position",
             [](const AtomCoord& atom) {
@@ -112,6 +113,11 @@ void bind_route_values(py::module_& module) {
 }
 
 }  // namespace
+
+std::string symbol_or_name(const AtomInfo& info) {
+    const std::string_view symbol = symbol_of(species_of(info));
+    return symbol.empty() ? info.element : std::string(symbol);
+}
 
 void bind_values(py::module_& module) {
     bind_atom(module);

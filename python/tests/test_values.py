@@ -113,6 +113,15 @@ def test_wrong_selections_change_nothing(job, selection, error):
     assert str(job) == WATER
 
 
+def test_symbols_are_those_of_species():
+    labels = ["HC", "HW1", "OXT", "CL", "-1", "-2", "0", "C-Bq", "Bq", "C-CT--0.12", "CA", "Q1", "D"]
+    rows = "".join(f"{label} 0 0 {10 * i}.0\n" for i, label in enumerate(labels))
+    job = gjf.loads("# hf/sto-3g\n\nT\n\n0 1\n" + rows + "\n")
+    assert job.symbols == ["H", "H", "O", "Cl", "X", "Tv", "Bq", "Bq", "Bq", "C", "Ca", "Q1", "D"]
+    assert [atom.symbol for atom in job.atoms] == job.symbols and job.to_xyz().splitlines()[2].split()[0] == "H"
+    assert job.select("H")[:2] == [0, 1]
+
+
 def test_element_names_know_numbers_and_labels():
     job = gjf.loads("# hf/sto-3g\n\nT\n\n0 1\n6 0 0 0\nC12 0 0 1\nc 0 0 2\nN 0 0 3\n\n")
     assert job.select("C") == [0, 1, 2] and job.select("6") == [0] and job.select("C12") == [1]

@@ -2,12 +2,15 @@
 #pragma once
 
 #include <gjf/core/check/checker.hpp>
+#include <gjf/core/chemistry/elements.hpp>
+#include <gjf/core/chemistry/layers.hpp>
 #include <gjf/core/document/gjf_document.hpp>
 #include <gjf/core/editor/gjf_editor.hpp>
 #include <gjf/core/editor/gjf_multi_editor.hpp>
 #include <gjf/core/job/gjf_data.hpp>
 #include <gjf/core/job/gjf_parse_exception.hpp>
 #include <gjf/core/job/job_comparison.hpp>
+#include <gjf/core/job/positions.hpp>
 #include <gjf/core/knowledge/knowledge.hpp>
 #include <gjf/core/reader/gjf_parser.hpp>
 #include <gjf/core/reader/job_layout.hpp>

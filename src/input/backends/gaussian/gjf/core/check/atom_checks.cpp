@@ -1,8 +1,8 @@
 // Checks of single atoms and of their distances: elements, freeze codes, atoms on one spot, units.
 #include <gjf/core/check/checked_job.hpp>
 
-#include <gjf/core/check/cells.hpp>
 #include <gjf/core/check/molecule_view.hpp>
+#include <gjf/core/job/positions.hpp>
 #include <gjf/core/text/number.hpp>
 
 #include <algorithm>
@@ -30,7 +30,7 @@ void check_elements(const CheckedJob& job, const std::vector<MoleculeAtom>& atom
             const std::size_t begin = std::min(line.find_first_not_of(" \t"), line.size());
             const std::string_view label = line.substr(begin, line.find_first_of(" \t,", begin) - begin);
             const std::string_view element = atom.info->element.empty() ? label : std::string_view(atom.info->element);
-            const bool is_isotope = atom.species.number == 1;
+            const bool is_isotope = atom.species.element == 1;
             findings.add("GJF-M001", is_isotope ? Severity::Warning : Severity::Error,
                          "'" + std::string(element) + "' is no element",
                          TextPlace{atom.line, begin + 1, std::max<std::size_t>(element.size(), 1)},
@@ -45,7 +45,7 @@ void check_freeze_codes(const CheckedJob& job, Findings& findings) {
         if (!atom.freeze || *atom.freeze <= 0) {
             continue;
         }
-        const bool is_atomic_number = species_of(atom.info).number == *atom.freeze;
+        const bool is_atomic_number = species_of(atom.info).element == *atom.freeze;
         findings.add(
             "GJF-M015", Severity::Warning,
             "freeze code " + std::to_string(*atom.freeze) + " is neither 0, -1 nor the number of a rigid block",
@@ -101,7 +101,7 @@ std::vector<double> bond_ratios(const std::vector<MoleculeAtom>& atoms) {
     constexpr std::size_t sample = 40;
     std::vector<double> ratios;
     for (std::size_t i = 0; i < atoms.size() && ratios.size() < sample; ++i) {
-        if (!has_nucleus(atoms[i]) || is_noble_gas(atoms[i].species.number)) {
+        if (!has_nucleus(atoms[i]) || is_noble_gas(atoms[i].species.element)) {
             continue;
         }
         double best = 0;
@@ -109,7 +109,7 @@ std::vector<double> bond_ratios(const std::vector<MoleculeAtom>& atoms) {
             if (j == i || !has_nucleus(atoms[j])) {
                 continue;
             }
-            const double bond = covalent_radius(atoms[i].species.number) + covalent_radius(atoms[j].species.number);
+            const double bond = covalent_radius(atoms[i].species.element) + covalent_radius(atoms[j].species.element);
             const double ratio = distance(*atoms[i].position, *atoms[j].position) / bond;
             best = best == 0 || ratio < best ? ratio : best;
         }
@@ -130,11 +130,12 @@ void check_units(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, 
     const double low = ratios[ratios.size() / 4];
     const double middle = ratios[ratios.size() / 2];
     const double high = ratios[ratios.size() * 3 / 4];
-    if (!uses_bohr(job) && low > 1.65 && middle > 1.7 && middle < 2.1 && high < 2.15) {
+    const bool in_bohr = length_unit(job.job) != 1;
+    if (!in_bohr && low > 1.65 && middle > 1.7 && middle < 2.1 && high < 2.15) {
         findings.add("GJF-M006", Severity::Warning,
                      "the distances look like bohr: all atoms are almost twice as far apart as bonded atoms are",
                      atoms.front().line, "add units=au, or convert the coordinates to \xC3\xA5ngstr\xC3\xB6m");
-    } else if (uses_bohr(job) && high < 0.6 && middle > 0.45) {
+    } else if (in_bohr && high < 0.6 && middle > 0.45) {
         findings.add("GJF-M006", Severity::Warning,
                      "the distances look like \xC3\xA5ngstr\xC3\xB6m, but the route says that they are in bohr",
                      atoms.front().line, "remove the units keyword");

@@ -93,7 +93,7 @@ class BasisWalk {
     BasisWalk(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings)
         : job_(job), findings_(findings), coverage_steps_(atoms.size() + 1) {
         for (const MoleculeAtom& atom : atoms) {
-            in_molecule_[static_cast<std::size_t>(atom.species.number)] = true;
+            in_molecule_[static_cast<std::size_t>(atom.species.element)] = true;
         }
     }
 
@@ -127,10 +127,10 @@ class BasisWalk {
         for (std::size_t i = 0; i < atoms.size() && !opaque_; ++i) {
             const Species& species = atoms[i].species;
             blocks += coverage_steps_[i];
-            const bool covered = covered_[static_cast<std::size_t>(species.number)] || blocks > 0;
-            if (species.kind == SpeciesKind::Atom && species.certain && !covered && reported.insert(species.number).second) {
+            const bool covered = covered_[static_cast<std::size_t>(species.element)] || blocks > 0;
+            if (species.kind == SpeciesKind::Atom && species.certain && !covered && reported.insert(species.element).second) {
                 findings_.add("GJF-S007", Severity::Error,
-                              std::string("no basis set is given for ") + element_symbol(species.number) + " (atom " +
+                              std::string("no basis set is given for ") + element_symbol(species.element) + " (atom " +
                                   std::to_string(i + 1) + ")",
                               line, "name it in a line of centers");
             }
@@ -236,7 +236,7 @@ void check_potentials(const CheckedJob& job, const LineRange& lines, const std::
     bool any_element = false;
     std::array<bool, element_count> in_molecule{};
     for (const MoleculeAtom& atom : atoms) {
-        in_molecule[static_cast<std::size_t>(atom.species.number)] = true;
+        in_molecule[static_cast<std::size_t>(atom.species.element)] = true;
     }
     for (std::size_t line = lines.first; line <= lines.last; ++line) {
         const std::optional<Centers> centers = read_centers(job.line(line), true);

@@ -20,7 +20,7 @@ struct NuclearCharge {
 
     void add(const Species& species) noexcept {
         known = known && species.certain && species.kind != SpeciesKind::Unknown;
-        sum += species.number;
+        sum += species.nuclear_charge();
     }
 };
 

@@ -86,7 +86,7 @@ void add_unlinked(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms,
 bool look_bonded(const MoleculeAtom& a, const MoleculeAtom& b) noexcept {
     constexpr double stretch = 1.25;
     return distance(*a.position, *b.position) <
-           stretch * (covalent_radius(a.species.number) + covalent_radius(b.species.number));
+           stretch * (covalent_radius(a.species.element) + covalent_radius(b.species.element));
 }
 
 // Finds the bonds that layers cut without a link atom: by connectivity where the job has it, else by distance.

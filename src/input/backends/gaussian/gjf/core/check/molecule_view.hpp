@@ -2,9 +2,9 @@
 // to the room.
 #pragma once
 
-#include <gjf/core/check/cells.hpp>
 #include <gjf/core/check/checked_job.hpp>
-#include <gjf/core/check/elements.hpp>
+#include <gjf/core/chemistry/cells.hpp>
+#include <gjf/core/chemistry/elements.hpp>
 #include <gjf/core/reader/molecule_fields.hpp>
 
 #include <cstdint>
@@ -39,9 +39,6 @@ bool has_unread_rows(const CheckedJob& job);
 
 /// Returns the names that the coordinates refer to, in lower case.
 NameSet names_in_use(const GeomSection& geom);
-
-/// Tells whether the route gives coordinates in bohr.
-bool uses_bohr(const CheckedJob& job);
 
 /// Returns the levels of an ONIOM expression, highest first; none without one.
 std::vector<std::string> oniom_levels(const CheckedJob& job);

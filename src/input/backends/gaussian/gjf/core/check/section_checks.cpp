@@ -2,7 +2,7 @@
 // left over.
 #include <gjf/core/check/checked_job.hpp>
 
-#include <gjf/core/check/elements.hpp>
+#include <gjf/core/chemistry/elements.hpp>
 #include <gjf/core/reader/molecule_fields.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>

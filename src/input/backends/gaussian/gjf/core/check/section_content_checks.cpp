@@ -304,8 +304,7 @@ void check_structure(const CheckedJob& job, const LineRange& lines, const std::v
         return;
     }
     for (std::size_t i = 0; i < labels.size(); ++i) {
-        const Species species = species_of(*labels[i]);
-        if (species.number != atoms[i].species.number) {
+        if (species_of(*labels[i]).nuclear_charge() != atoms[i].species.nuclear_charge()) {
             findings.add("GJF-S020", Severity::Warning,
                          "atom " + std::to_string(i + 1) + " is " + labels[i]->element + " here, and " +
                              atoms[i].info->element + " in the first structure",

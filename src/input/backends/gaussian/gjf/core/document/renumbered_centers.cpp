@@ -1,7 +1,7 @@
 // Renumbers the centers of basis sets and potentials.
 #include <gjf/core/document/renumbering.hpp>
 
-#include <gjf/core/check/elements.hpp>
+#include <gjf/core/chemistry/elements.hpp>
 #include <gjf/core/document/field_line.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/number_range.hpp>

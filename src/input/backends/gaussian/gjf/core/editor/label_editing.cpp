@@ -65,11 +65,7 @@ bool has_layer(const AtomCoord& atom) noexcept { return atom.layer && !atom.laye
 
 bool is_fragment_key(const std::string& key) noexcept { return equals_folded(key, "fragment"); }
 
-const std::string* fragment_of(const AtomCoord& atom) {
-    const auto entry = std::find_if(atom.info.params.begin(), atom.info.params.end(),
-                                    [](const auto& candidate) { return is_fragment_key(candidate.first); });
-    return entry == atom.info.params.end() ? nullptr : &entry->second;
-}
+const std::string* fragment_of(const AtomCoord& atom) { return find_parameter(atom.info, "fragment"); }
 
 bool has_fragment(const AtomCoord& atom, const std::string& fragment) {
     const std::string* text = fragment_of(atom);

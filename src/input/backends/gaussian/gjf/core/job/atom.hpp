@@ -2,11 +2,13 @@
 #pragma once
 
 #include <core/export.hpp>
+#include <gjf/core/chemistry/species.hpp>
 
 #include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace quor::input::gaussian {
 
@@ -24,6 +26,15 @@ struct QUOR_GJF_API AtomInfo {
     std::optional<double> mm_charge;            ///< molecular-mechanics partial charge, in elementary charges
     std::map<std::string, std::string> params;  ///< parenthesised parameters, case as written, the last value of each key
 };
+
+/// Tells what a label stands for.
+///
+/// An atom of type Bq is a ghost; the labels -1 and -2, which read as charges, are a dummy atom and a translation vector.
+/// The parameter ZNuc gives an atom another nuclear charge, so that its species is not certain.
+QUOR_GJF_API Species species_of(const AtomInfo& info);
+
+/// Returns the value of a label's parameter, whatever the letter case of its name (`lower` is in lower case), or null.
+QUOR_GJF_API const std::string* find_parameter(const AtomInfo& info, std::string_view lower);
 
 /// A coordinate as written: a number, or the name of a variable with an optional sign.
 struct CoordinateValue {

@@ -1,5 +1,7 @@
-// Finds atoms that are near each other without comparing all pairs. Private to the room.
+// Finds atoms that are near each other without comparing all pairs. Private to the library.
 #pragma once
+
+#include <gjf/core/chemistry/space.hpp>
 
 #include <algorithm>
 #include <array>
@@ -9,12 +11,6 @@
 #include <unordered_map>
 
 namespace quor::input::gaussian {
-
-using Position = std::array<double, 3>;
-
-inline double distance(const Position& a, const Position& b) noexcept {
-    return std::hypot(a[0] - b[0], a[1] - b[1], a[2] - b[2]);
-}
 
 /// Sorts atoms into cubes of space, as long as the distance that is looked for, so that neighbours are found in constant
 /// time.

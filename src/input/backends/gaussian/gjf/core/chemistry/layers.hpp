@@ -1,0 +1,14 @@
+// The ONIOM layers.
+#pragma once
+
+#include <core/export.hpp>
+
+#include <string_view>
+
+namespace quor::input::gaussian {
+
+/// Reads the name of an ONIOM layer, a letter or written out, in any letter case: returns 'h', 'm' or 'l', 0 for an empty
+/// name and '?' for any other.
+QUOR_GJF_API char layer_letter(std::string_view name) noexcept;
+
+}  // namespace quor::input::gaussian
