@@ -15,14 +15,13 @@ if TYPE_CHECKING:
 TRANSLATION_VECTOR = "Tv"
 GHOST = "Bq"
 
-BOHR = 0.529177210903
-"""Ångström in a bohr (CODATA 2018)."""
-
 
 def _angstrom(job: Job) -> Any:
-    """Positions in ångström, whatever the route's unit."""
-    in_bohr = any(job.route.keywords.option("units", unit) is not None for unit in ("au", "bohr"))
-    return np.array(job.positions) * (BOHR if in_bohr else 1.0)
+    """Positions in ångström, whatever the route's unit; ValueError when an atom has none."""
+    positions = job._native.positions_in_angstrom()
+    if not np.isfinite(positions).all():
+        raise ValueError("; ".join(dict.fromkeys(reason for _, reason in job._native.lost_atoms()[:5])))
+    return positions
 
 
 def to_ase(job: Job) -> "ase.Atoms":
@@ -31,8 +30,6 @@ def to_ase(job: Job) -> "ase.Atoms":
 
     symbols = job.symbols
     positions = _angstrom(job)
-    if not np.isfinite(positions).all():
-        raise ValueError("some coordinates are variables without a value")
     vectors = [i for i, symbol in enumerate(symbols) if symbol == TRANSLATION_VECTOR]
     real = [i for i, symbol in enumerate(symbols) if symbol != TRANSLATION_VECTOR]
     atoms = Atoms(symbols=["X" if symbols[i] == GHOST else symbols[i] for i in real], positions=positions[real],
@@ -44,8 +41,8 @@ def to_ase(job: Job) -> "ase.Atoms":
         cell[: len(vectors)] = positions[vectors]
         atoms.set_cell(cell)
         atoms.set_pbc([i < len(vectors) for i in range(3)])
-    codes = job.freeze_codes
-    fixed = [place for place, i in enumerate(real) if codes[i] == -1]
+    frozen = {i for i, code in enumerate(job.freeze_codes) if code == -1}
+    fixed = [place for place, i in enumerate(real) if i in frozen]
     if fixed:
         atoms.set_constraint(FixAtoms(indices=fixed))
     return atoms
@@ -87,19 +84,25 @@ def to_xyz(job: Job) -> str:
 def to_frame(job: Job) -> "pandas.DataFrame":
     import pandas
 
-    x, y, z = job.positions.T
-    atoms = job._native.atom_values()
+    native = job._native
+    x, y, z = native.positions.T
+    # The rows of a Z-matrix have none of the fields behind the coordinates.
+    atoms = native.atom_values() or [None] * len(x)
+
+    def column(name: str) -> List[Any]:
+        return [getattr(atom, name, None) for atom in atoms]
+
     frame = pandas.DataFrame({
-        "element": [atom.element for atom in atoms],
-        "symbol": [atom.symbol for atom in atoms],
+        "element": native.elements(),
+        "symbol": native.symbols(),
         "x": x,
         "y": y,
         "z": z,
-        "freeze": pandas.array([atom.freeze for atom in atoms], dtype="Int64"),
-        "layer": [atom.layer for atom in atoms],
-        "mm_type": [atom.mm_type for atom in atoms],
-        "mm_charge": np.array([np.nan if atom.mm_charge is None else atom.mm_charge for atom in atoms], dtype=float),
-        "fragment": job.fragments,
+        "freeze": pandas.array(column("freeze"), dtype="Int64"),
+        "layer": column("layer"),
+        "mm_type": column("mm_type"),
+        "mm_charge": np.array(column("mm_charge"), dtype=float),
+        "fragment": job.fragments or [None] * len(x),
     })
     frame.index.name = "atom"
     return frame

@@ -350,26 +350,23 @@ class Job:
         """Cartesian coordinates as an array of shape (atoms, 3), in the job's unit (ångström unless the route says otherwise).
 
         The array is a copy that cannot be written to: set a whole array to change the job. Setting drops the coordinates as they were
-        written, so the new numbers are written. A coordinate that is a variable has the variable's value, NaN without one.
-        ValueError for a Z-matrix.
+        written, so the new numbers are written. Variables stand for their values. The rows of a Z-matrix stand where Gaussian puts
+        them: the first at the origin, the second on the z axis, the third in the xz plane; their positions cannot be set (ValueError).
+        An atom whose place is not known has NaN.
 
         >>> job.positions = job.positions + [0, 0, 1]
         >>> job.positions[0]
         array([0.    , 0.    , 1.1173])
         """
-        self._refuse_zmatrix()
         array = self._native.positions
         array.flags.writeable = False
         return array
 
     @positions.setter
     def positions(self, positions: Any) -> None:
-        self._refuse_zmatrix()
-        self._native.positions = np.asarray(positions, dtype=float)
-
-    def _refuse_zmatrix(self) -> None:
         if self.is_zmatrix:
-            raise ValueError("the molecule is a Z-matrix: it has no Cartesian positions")
+            raise ValueError("the molecule is a Z-matrix: its positions cannot be set")
+        self._native.positions = np.asarray(positions, dtype=float)
 
     @property
     def symbols(self) -> List[str]:

@@ -1,13 +1,13 @@
 // Atoms, labels, positions and bonds of one job.
 #include "bindings.hpp"
 
+#include <gjf/core/job/positions.hpp>
+
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <limits>
 #include <string>
 #include <tuple>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -17,7 +17,6 @@ namespace {
 using namespace quor::input::gaussian;
 using Indices = std::vector<std::size_t>;
 using Positions = py::array_t<double, py::array::c_style | py::array::forcecast>;
-using NumberOfName = std::unordered_map<std::string, double>;
 
 constexpr double not_a_number = std::numeric_limits<double>::quiet_NaN();
 
@@ -32,60 +31,69 @@ const AtomCoord& atom_at(const JobHandle& job, std::size_t index) {
 
 // --- Positions
 
-std::string folded(std::string text) {
-    for (char& c : text) {
-        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    }
-    return text;
-}
-
-double leading_number(const std::string& text) {
-    const std::size_t begin = std::min(text.find_first_not_of(" \t+"), text.size());
-    double value = not_a_number;
-    return std::from_chars(text.data() + begin, text.data() + text.size(), value).ec == std::errc() ? value : not_a_number;
-}
-
-NumberOfName variables_of(const GeomSection& geom) {
-    NumberOfName values;
-    for (const ZMatrixVariable& variable : geom.cartesian_variables) {
-        values.emplace(folded(variable.name), leading_number(variable.value));
-    }
-    return values;
-}
-
 bool is_symbolic(const CoordinateValue& coordinate) { return !coordinate.text.empty() && !coordinate.value; }
 
-double coordinate_value(const CoordinateValue& coordinate, double number, const NumberOfName& variables) {
-    if (!is_symbolic(coordinate)) {
-        return number;
-    }
-    const std::string& text = coordinate.text;
-    const bool has_sign = text.front() == '-' || text.front() == '+';
-    const auto found = variables.find(folded(has_sign ? text.substr(1) : text));
-    if (found == variables.end()) {
-        return not_a_number;
-    }
-    return text.front() == '-' ? -found->second : found->second;
+bool is_symbolic_atom(const AtomCoord& atom) {
+    return is_symbolic(atom.x_ref) || is_symbolic(atom.y_ref) || is_symbolic(atom.z_ref);
 }
 
-Positions positions_of(const JobHandle& job) {
-    const GeomSection& geom = job.editor.get_data().geom;
-    const NumberOfName variables = variables_of(geom);
-    Positions array({static_cast<py::ssize_t>(geom.atoms.size()), py::ssize_t{3}});
+bool has_symbols(const GeomSection& geom) {
+    return geom.format == GeometryFormat::ZMatrix || std::any_of(geom.atoms.begin(), geom.atoms.end(), is_symbolic_atom);
+}
+
+Positions array_of(std::size_t count) { return Positions({static_cast<py::ssize_t>(count), py::ssize_t{3}}); }
+
+// The positions that the library finds, in a unit given in ångström; not a number where there is none.
+Positions found_positions(const GJFData& data, double unit) {
+    const std::vector<AtomPosition> found = positions(data);
+    Positions array = array_of(found.size());
     double* out = array.mutable_data();
-    for (const AtomCoord& atom : geom.atoms) {
-        *out++ = coordinate_value(atom.x_ref, atom.x, variables);
-        *out++ = coordinate_value(atom.y_ref, atom.y, variables);
-        *out++ = coordinate_value(atom.z_ref, atom.z, variables);
+    for (const AtomPosition& atom : found) {
+        for (std::size_t i = 0; i < 3; ++i) {
+            *out++ = atom.position ? (*atom.position)[i] / unit : not_a_number;
+        }
+    }
+    return array;
+}
+
+// In the job's unit; numbers as they are written, without the detour over ångström.
+Positions positions_of(const JobHandle& job) {
+    const GJFData& data = job.editor.get_data();
+    if (has_symbols(data.geom)) {
+        return found_positions(data, length_unit(data));
+    }
+    Positions array = array_of(data.geom.atoms.size());
+    double* out = array.mutable_data();
+    for (const AtomCoord& atom : data.geom.atoms) {
+        *out++ = atom.x;
+        *out++ = atom.y;
+        *out++ = atom.z;
     }
     return array;
 }
 
 py::tuple position_of(const JobHandle& job, std::size_t index) {
     const AtomCoord& atom = atom_at(job, index);
-    const NumberOfName variables = variables_of(job.editor.get_data().geom);
-    return py::make_tuple(coordinate_value(atom.x_ref, atom.x, variables), coordinate_value(atom.y_ref, atom.y, variables),
-                          coordinate_value(atom.z_ref, atom.z, variables));
+    if (!is_symbolic_atom(atom)) {
+        return py::make_tuple(atom.x, atom.y, atom.z);
+    }
+    const GJFData& data = job.editor.get_data();
+    const std::optional<Position> position = positions(data)[index].position;
+    const double unit = length_unit(data);
+    return position ? py::make_tuple((*position)[0] / unit, (*position)[1] / unit, (*position)[2] / unit)
+                    : py::make_tuple(not_a_number, not_a_number, not_a_number);
+}
+
+// Lists the atoms (from 0) that have no position, each with the reason.
+std::vector<std::pair<std::size_t, std::string>> lost_atoms_of(const JobHandle& job) {
+    std::vector<std::pair<std::size_t, std::string>> lost;
+    const std::vector<AtomPosition> found = positions(job.editor.get_data());
+    for (std::size_t i = 0; i < found.size(); ++i) {
+        if (!found[i].position) {
+            lost.emplace_back(i, position_fault_text(found[i], i + 1));
+        }
+    }
+    return lost;
 }
 
 void set_positions(JobHandle& job, const Positions& positions) {
@@ -108,6 +116,8 @@ void set_positions(JobHandle& job, const Positions& positions) {
 void bind_positions(JobClass& job) {
     job.def_property("positions", &positions_of, &set_positions);
     job.def("position", &position_of);
+    job.def("positions_in_angstrom", [](const JobHandle& self) { return found_positions(self.editor.get_data(), 1); });
+    job.def("lost_atoms", &lost_atoms_of);
     job.def("translate", [](JobHandle& self, const Indices& indices, double x, double y, double z) {
         self.editor.translate_atoms(indices, x, y, z);
     });
@@ -117,9 +127,7 @@ void bind_positions(JobClass& job) {
         self.editor.rotate_atoms(indices, a, b, c);
     });
     job.def("is_symbolic", [](const JobHandle& self) {
-        return std::any_of(atoms_of(self).begin(), atoms_of(self).end(), [](const AtomCoord& atom) {
-            return is_symbolic(atom.x_ref) || is_symbolic(atom.y_ref) || is_symbolic(atom.z_ref);
-        });
+        return std::any_of(atoms_of(self).begin(), atoms_of(self).end(), is_symbolic_atom);
     });
     job.def("use_numeric_coordinates", [](JobHandle& self) { self.editor.use_numeric_coordinates(); });
     job.def("atoms_with_touching_coordinates",

@@ -61,6 +61,49 @@ def test_ase_units_are_angstrom():
     assert "0.74084" in job.to_xyz()
 
 
+ZMATRIX = "# hf/sto-3g{}\n\nT\n\n0 1\nX\nO 1 1.0\nH 2 r 1 a\nHC 2 r 1 a 3 180.\n{}\nr={}\na=90.0\n\n"
+
+
+@pytest.mark.parametrize("units, unit", [("", 1), (" units=au", 0.529177210903), (" units=(au,deg)", 0.529177210903)])
+def test_a_zmatrix_goes_to_other_programs(units, unit):
+    job = gjf.loads(ZMATRIX.format(units, "", "2.0 0.05"))
+    wanted = np.array([[0, 0, 0], [0, 0, 1], [2, 0, 1], [-2, 0, 1]])
+    np.testing.assert_allclose(job.positions, wanted, atol=1e-12)
+    frame = job.to_frame() if pytest.importorskip("pandas") else None
+    assert frame["symbol"].tolist() == ["X", "O", "H", "H"] and frame["element"].tolist() == ["X", "O", "H", "HC"]
+    np.testing.assert_allclose(frame["x"], wanted[:, 0], atol=1e-12)
+    assert frame["freeze"].isna().all() and frame["mm_charge"].isna().all() and frame["fragment"].tolist() == [None] * 4
+    assert job.to_xyz().splitlines()[4].split() == ["H", f"{2 * unit:.8f}", "0.00000000", f"{unit:.8f}"]
+    pytest.importorskip("ase")
+    atoms = job.to_ase()
+    assert atoms.get_chemical_symbols() == ["X", "O", "H", "H"] and not atoms.constraints
+    np.testing.assert_allclose(atoms.positions, wanted * unit, atol=1e-12)
+
+
+def test_the_vectors_of_a_zmatrix_are_the_cell():
+    pytest.importorskip("ase")
+    atoms = gjf.loads(ZMATRIX.format("", "Tv 2 5.0 1 90. 3 90.\n", "2.0")).to_ase()
+    assert len(atoms) == 4 and list(atoms.pbc) == [True, False, False]
+    np.testing.assert_allclose(np.abs(atoms.cell[0]), [0, 5, 1], atol=1e-12)
+
+
+@pytest.mark.parametrize("molecule, reason", [
+    ("O\nH 1 r\n\ns=1.0\n", "r has no value"),
+    ("O\nH 1 r\n\nr=r\n", "r refers to itself"),
+    ("O\nH 2 1.0\n", "atom 2 refers to a row that is not above it"),
+    ("O\nC 1 1.0\nO 2 1.0 1 180.\nH 3 1.0 2 90. 1 0.\n", "atom 4 has a dihedral with atoms in one line"),
+    ("O 0 0 q\nH 0 0 1.0\n", "q has no value"),
+])
+def test_atoms_without_a_place_are_told(molecule, reason):
+    job = gjf.loads("# hf/sto-3g\n\nT\n\n0 1\n" + molecule + "\n")
+    assert np.isnan(job.positions).any() and np.isfinite(job.positions).any()
+    with pytest.raises(ValueError, match=reason):
+        job.to_xyz()
+    pytest.importorskip("ase")
+    with pytest.raises(ValueError, match=reason):
+        job.to_ase()
+
+
 def test_ase_reads_what_we_read(tmp_path, examples):
     """An independent reader finds the same atoms in the files that we write."""
     io = pytest.importorskip("ase.io")

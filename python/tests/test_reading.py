@@ -98,17 +98,17 @@ def test_variables_give_positions(examples):
     np.testing.assert_array_equal(benzene.atoms[4].position, benzene.positions[4])
 
 
-def test_a_zmatrix_has_rows_and_no_positions(examples):
+def test_a_zmatrix_has_rows_and_positions(examples):
     job = gjf.read(next(path for path in examples if path.name == "butane_scan_zmatrix.gjf"))
     assert job.is_zmatrix and job.symbols == ["C"] * 4 and len(job.atoms) == 0
     assert job.zmatrix[3] == ("C", (3, "B3"), (2, "A2"), (1, "D1"))
     assert job.variables["D1"] == "60.0"
-    with pytest.raises(ValueError, match="Z-matrix"):
-        job.positions
+    assert job.positions.shape == (4, 3) and not job.positions.flags.writeable
+    assert job.positions[0].tolist() == [0, 0, 0] and job.positions[1][:2].tolist() == [0, 0] and job.positions[2][1] == 0
     with pytest.raises(ValueError, match="Z-matrix"):
         job.positions = np.zeros((4, 3))
-    with pytest.raises(ValueError, match="Z-matrix"):
-        job.to_xyz()
+    bonds = np.linalg.norm(np.diff(job.positions, axis=0), axis=1)
+    np.testing.assert_allclose(bonds, [1.53] * 3, atol=1e-12)
 
 
 def test_bytes_that_are_not_utf8_survive(tmp_path):

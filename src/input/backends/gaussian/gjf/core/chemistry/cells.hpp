@@ -18,28 +18,37 @@ class Cells {
    public:
     explicit Cells(double size) noexcept : size_(size) {}
 
-    /// Calls `take` for every atom put in before that may lie within one cube's length.
-    template <typename Take>
-    void for_each_near(const Position& position, Take take) const {
-        const std::array<std::int64_t, 3> cell = cell_of(position);
-        for (std::int64_t x = -1; x <= 1; ++x) {
-            for (std::int64_t y = -1; y <= 1; ++y) {
-                for (std::int64_t z = -1; z <= 1; ++z) {
-                    const auto range = atoms_.equal_range(key({cell[0] + x, cell[1] + y, cell[2] + z}));
-                    std::for_each(range.first, range.second, [&](const auto& entry) { take(entry.second); });
-                }
+    /// Tells whether `test` holds for an atom put in before that may lie within one cube's length; asks no further then.
+    template <typename Test>
+    bool any_near(const Position& position, Test test) const {
+        const std::array<std::int64_t, 3> middle = cell_of(position);
+        for (std::int64_t i = 0; i < 27; ++i) {
+            const auto range =
+                atoms_.equal_range(key({middle[0] + i / 9 - 1, middle[1] + i / 3 % 3 - 1, middle[2] + i % 3 - 1}));
+            if (std::any_of(range.first, range.second, [&](const auto& entry) { return test(entry.second); })) {
+                return true;
             }
         }
+        return false;
+    }
+    /// Calls `take` for every such atom.
+    template <typename Take>
+    void for_each_near(const Position& position, Take take) const {
+        any_near(position, [&](std::size_t atom) {
+            take(atom);
+            return false;
+        });
     }
     void put(const Position& position, std::size_t atom) { atoms_.emplace(key(cell_of(position)), atom); }
 
    private:
     std::array<std::int64_t, 3> cell_of(const Position& position) const noexcept {
+        constexpr double farthest = 1e15;  // farther out, cubes are joined, which costs time alone
         std::array<std::int64_t, 3> cell;
         for (std::size_t i = 0; i < 3; ++i) {
             const double place = position[i] / size_;
             // What is no number has no place of its own.
-            cell[i] = std::isnan(place) ? 0 : static_cast<std::int64_t>(std::floor(std::clamp(place, -1e9, 1e9)));
+            cell[i] = std::isnan(place) ? 0 : static_cast<std::int64_t>(std::floor(std::clamp(place, -farthest, farthest)));
         }
         return cell;
     }

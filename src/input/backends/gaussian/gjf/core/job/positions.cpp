@@ -310,19 +310,22 @@ class PositionFinder {
 
 }  // namespace
 
-const char* position_fault_text(PositionFault fault) noexcept {
+std::string position_fault_text(const AtomPosition& atom, std::size_t number) {
     constexpr const char* texts[] = {"",
-                                     "has no value",
-                                     "refers to itself",
-                                     "is no number that a molecule has",
-                                     "lacks a length, an angle or a dihedral",
-                                     "refers to a row that is not above it",
-                                     "refers to a row twice",
-                                     "refers to an atom without position",
-                                     "has a dihedral with atoms in one line",
-                                     "has two angles that no direction makes"};
-    const auto row = static_cast<std::size_t>(fault);
-    return row < std::size(texts) ? texts[row] : "";
+                                     " has no value",
+                                     " refers to itself",
+                                     " is no number that a molecule has",
+                                     " lacks a length, an angle or a dihedral",
+                                     " refers to a row that is not above it",
+                                     " refers to a row twice",
+                                     " refers to an atom without position",
+                                     " has a dihedral with atoms in one line",
+                                     " has two angles that no direction makes"};
+    if (atom.fault == PositionFault::None) {
+        return {};
+    }
+    const bool is_about_value = atom.fault <= PositionFault::NotFinite && !atom.cause.empty();
+    return (is_about_value ? atom.cause : "atom " + std::to_string(number)) + texts[static_cast<std::size_t>(atom.fault)];
 }
 
 std::vector<AtomPosition> positions(const GJFData& job) { return PositionFinder(job).find(); }

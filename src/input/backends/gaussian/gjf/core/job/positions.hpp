@@ -5,6 +5,7 @@
 #include <gjf/core/chemistry/space.hpp>
 #include <gjf/core/job/gjf_data.hpp>
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
@@ -25,9 +26,6 @@ enum class PositionFault {
     ImpossibleAngles,  ///< two angles that no direction makes
 };
 
-/// Returns the words for a fault, as in "is given no value"; empty for none.
-QUOR_GJF_API const char* position_fault_text(PositionFault fault) noexcept;
-
 /// One atom, ghost, dummy atom or translation vector, and where it stands.
 struct AtomPosition {
     Species species;
@@ -35,6 +33,10 @@ struct AtomPosition {
     PositionFault fault = PositionFault::None;
     std::string cause;  ///< the name, value or row number that the fault is about, as written; may be empty
 };
+
+/// Says why an atom, counted from 1, has no position: "r has no value", "atom 3 refers to a row twice"; empty when it has
+/// one.
+QUOR_GJF_API std::string position_fault_text(const AtomPosition& atom, std::size_t number);
 
 /// Returns where each atom of a job stands, one entry for each of `atoms` or, of a Z-matrix, of `zmatrix_entries`.
 ///
