@@ -33,11 +33,20 @@ const std::string ethane_layers =
     "0.0 L\n"
     "H 1.92 0.51 0.89 L\nH 1.92 0.51 -0.89 L\n";
 
+// Without the number of the atom that the link atom is bonded to.
+const std::string hostless_layers =
+    "C 0.0 0.0 0.0 H\nH -0.39 1.02 0.0 H\nH -0.39 -0.51 -0.89 H\nH -0.39 -0.51 0.89 H\nC 1.53 0.0 0.0 L H\nH 1.92 -1.02 "
+    "0.0 L\nH 1.92 0.51 0.89 L\nH 1.92 0.51 -0.89 L\n";
+
 const std::string dimer = "H(Fragment=1) 0.0 0.0 0.0\nH(Fragment=1) 0.0 0.0 0.74\nHe(Fragment=2) 0.0 0.0 4.0\n";
 const std::string gen = "O 0\n6-31G(d)\n****\nH 0\n6-31G\n****\n";
 
 std::string oniom(const std::string& pairs, const std::string& atoms = ethane_layers) {
     return job("# oniom(hf/sto-3g:pm6)", pairs + "\n" + atoms);
+}
+
+std::string periodic(const std::string& vectors) {
+    return job("# pbepbe/sto-3g", "0 1\nHe 0.0 0.0 0.0\nHe 0.0 0.0 3.0\n" + vectors);
 }
 
 std::string qst(const std::string& second) { return job("# opt=qst2 hf/sto-3g", hydrogen, "second\n\n" + second); }
@@ -97,7 +106,15 @@ const std::vector<Pair>& pairs() {
         {"GJF-M003", job("# hf/sto-3g", "0 1 0 1\nHe 0.0 0.0 0.0\n"), job("# hf/sto-3g", "0 1\nHe 0.0 0.0 0.0\n")},
         {"GJF-M003", job("# hf/sto-3g counterpoise=2", "0 1 0 1\n" + dimer),
          job("# hf/sto-3g counterpoise=2", "0 1\n" + dimer)},
+        {"GJF-M002", oniom("0 1 0 2"), oniom("0 1 0 2", hostless_layers)},
         {"GJF-M003", oniom("0 1 0 1 0 1 0 1 0 1"), oniom("0 1")},
+        {"GJF-M003", job("# hf/sto-3g", "0 1 0 1\nHe 0.0 0.0 0.0\n"), job("# hf/sto-3g", "0 1 0 1 0 1\n" + dimer)},
+        {"GJF-M003", job("# hf/sto-3g counterpoise=2", "0 1 1 2 0 1\n" + dimer),
+         job("# hf/sto-3g counterpoise=2", "1 2 1 2 0 1\n" + dimer)},
+        {"GJF-M003", job("# hf/sto-3g counterpoise=2", "0 3 0 1 0 1\n" + dimer),
+         job("# hf/sto-3g counterpoise=2", "0 1 1 2 -1 2\n" + dimer)},
+        {"GJF-M003", job("# hf/sto-3g guess=(fragment=2)", "0 1 1 2 -1 2\n" + dimer),
+         job("# hf/sto-3g guess=(fragment=2)", "0 1 1 2 -1 -2\n" + dimer)},
         {"GJF-M004", job("# hf/sto-3g counterpoise=2", "0 1\nHe(Fragment=1) 0.0 0.0 0.0\nHe 0.0 0.0 3.0\n"),
          job("# hf/sto-3g counterpoise=2", "0 1\nHe(fragment=1) 0.0 0.0 0.0\nHe(Fragment=2) 0.0 0.0 3.0\n")},
         {"GJF-M004", job("# hf/sto-3g counterpoise=2", "0 1\nHe(Fragment=1) 0.0 0.0 0.0\nHe(Fragment=3) 0.0 0.0 3.0\n"),
@@ -115,6 +132,12 @@ const std::vector<Pair>& pairs() {
         {"GJF-M006", job("# hf/sto-3g", "0 1\nO 0.0 0.0 0.0\nH 0.0 1.43 1.11\nH 0.0 -1.43 1.11\n"),
          job("# hf/sto-3g units=au", "0 1\nO 0.0 0.0 0.0\nH 0.0 1.43 1.11\nH 0.0 -1.43 1.11\n")},
         {"GJF-M006", job("# hf/sto-3g units=au", "0 1\nO 0.0 0.0 0.0\nH 0.0 0.76 0.59\nH 0.0 -0.76 0.59\n"), plain},
+        {"GJF-M006", job("# hf/sto-3g", "0 1\nH 0.0 0.0 0.0\nC 0.0 0.0 2.01\nN 0.0 0.0 4.19\n"),
+         job("# hf/sto-3g units=au", "0 1\nH 0.0 0.0 0.0\nC 0.0 0.0 2.01\nN 0.0 0.0 4.19\n")},
+        {"GJF-M006", job("# hf/sto-3g", "0 1\nO 0.0 0.0 -2.19\nC 0.0 0.0 0.0\nO 0.0 0.0 2.19\n"),
+         job("# hf/sto-3g", "0 1\nO 0.0 0.0 -1.16\nC 0.0 0.0 0.0\nO 0.0 0.0 1.16\n")},
+        {"GJF-M006", job("# hf/sto-3g units=au", "0 1\nH 0.0 0.0 0.0\nC 0.0 0.0 1.06\nN 0.0 0.0 2.22\n"),
+         job("# hf/sto-3g", "0 1\nH 0.0 0.0 0.0\nC 0.0 0.0 1.5\nN 0.0 0.0 3.3\n")},
         {"GJF-M007", job("# hf/sto-3g", "0 1\nH\nH 1 r\n"), job("# hf/sto-3g", "0 1\nH\nH 1 r\n\nr=0.74\n")},
         {"GJF-M008", job("# hf/sto-3g", "0 1\nH\nH 1 r\n\nr=0.74\na=104.5\n"),
          job("# hf/sto-3g", "0 1\nO\nH 1 r\nH 1 r 2 a\n\nr=0.96\na=104.5\n")},
@@ -123,6 +146,13 @@ const std::vector<Pair>& pairs() {
         {"GJF-M009", job("# hf/sto-3g", "0 1\nO\nH 1 0.96\nH 1 0.96 1 104.5\n"),
          job("# hf/sto-3g", "0 1\nO\nH 1 0.96\nH 2 1.5 1 40.0\n")},
         {"GJF-M009", job("# hf/sto-3g", "0 1\nO\nH 1 0.96\nH 1 0.96\n"), job("# hf/sto-3g", "0 1\nHe\nHe 1 3.0\n")},
+        {"GJF-M009", job("# hf/sto-3g", "0 1\nO\nC 1 1.2\nO 2 1.2 1 180.0\nHe 3 2.0 2 90.0 1 0.0\n"),
+         job("# hf/sto-3g", "0 1\nO\nC 1 1.2\nO 2 1.2 1 180.0\nHe 3 2.0 2 180.0 1 0.0\n")},
+        {"GJF-M009", job("# hf/sto-3g", "0 1\nO\nH 1 0.96\nH 1 0.96 2 a\n\na=190.0\n"),
+         job("# hf/sto-3g", "0 1\nO\nH 1 0.96\nH 1 0.96 2 a\n\na=104.5\n")},
+        {"GJF-M009", job("# hf/sto-3g", "0 1\nO\nH 1 0.96\nH 1 0.96 2 90.0\nHe 1 2.0 2 30.0 3 30.0 1\n"),
+         job("# hf/sto-3g", "0 1\nO\nH 1 0.96\nH 1 0.96 2 90.0\nHe 1 2.0 2 130.0 3 130.0 1\n")},
+        {"GJF-M009", job("# hf/sto-3g", "0 1\nH\nH 1 r\n\nr=r\n"), job("# hf/sto-3g", "0 1\nH\nH 1 r\n\nr=0.74\n")},
         {"GJF-M010", job("# hf/sto-3g", "0 1\nO\nH O 0.96\nH O 0.96 H 104.5\n"),
          job("# hf/sto-3g", "0 1\nO\nH 1 r\nH 1 r 2 a\n\nr 0.96\na 104.5\n")},
         {"GJF-M010", job("# hf/sto-3g", "0 1\nO1\nH2 O1 0.96\nH3 O1 0.96 H2 104.5\n"),
@@ -142,6 +172,18 @@ const std::vector<Pair>& pairs() {
          oniom("0 1", "H 0.0 0.0 0.0 L H 2\nH 0.0 0.0 0.74 H\n")},
         {"GJF-M015", job("# hf/sto-3g", "0 1\nHe 2 0.0 0.0 0.0\n"),
          job("# hf/sto-3g", "0 1\nHe -1 0.0 0.0 0.0\nHe 0 0.0 0.0 3.0\nHe -2 0.0 3.0 0.0\n")},
+        {"GJF-M015", job("# hf/sto-3g opt", "0 1\nHe -1 0.0 0.0 0.0\nHe -1 0.0 0.0 3.0\n"),
+         job("# hf/sto-3g opt", "0 1\nHe -1 0.0 0.0 0.0\nHe 0 0.0 0.0 3.0\n")},
+        {"GJF-M015", job("# hf/sto-3g opt=tight", "0 1\nHe -1 0.0 0.0 0.0\n"),
+         job("# hf/sto-3g freq", "0 1\nHe -1 0.0 0.0 0.0\n")},
+        {"GJF-M015", job("# hf/sto-3g opt", "0 1\nHe -1 0.0 0.0 0.0\n"),
+         job("# hf/sto-3g opt=readoptimize", "0 1\nHe -1 0.0 0.0 0.0\n", "atoms=1")},
+        {"GJF-M016", periodic("Tv 5.0 0.0 0.0\nTv -2.5 0.0 0.0\n"), periodic("Tv 5.0 0.0 0.0\nTv -2.5 4.0 0.0\n")},
+        {"GJF-M016", periodic("Tv 0.0 0.0 0.0\n"), periodic("Tv 0.0 0.0 5.0\n")},
+        {"GJF-M016", periodic("Tv 5.0 0.0 0.0\nTv 0.0 5.0 0.0\nTv 5.0 5.0 0.0\n"),
+         periodic("Tv 5.0 0.0 0.0\nTv 0.0 5.0 0.0\nTv 5.0 5.0 1.0\n")},
+        {"GJF-M016", periodic("Tv 5.0 0.0 0.0\nTv 0.0 5.0 0.0\nTv 0.0 0.0 5.0\nTv 5.0 5.0 5.0\n"),
+         periodic("Tv 5.0 0.0 0.0\nTv 0.0 5.0 0.0\nTv 0.0 0.0 5.0\n")},
         {"GJF-P001", job("# hf/sto-3g", "0 1\nHe 0.0 0.0 0.0x\n"), job("# hf/sto-3g", "0 1\nHe 0.0 0.0 x\n\nx=0.0\n")},
         {"GJF-P001", "", plain},
         {"GJF-P001", "# hf/sto-3g\n\ntitle\n", plain},

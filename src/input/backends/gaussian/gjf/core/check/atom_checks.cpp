@@ -2,7 +2,6 @@
 #include <gjf/core/check/checked_job.hpp>
 
 #include <gjf/core/check/molecule_view.hpp>
-#include <gjf/core/job/positions.hpp>
 #include <gjf/core/text/number.hpp>
 
 #include <algorithm>
@@ -54,6 +53,61 @@ void check_freeze_codes(const CheckedJob& job, Findings& findings) {
     }
 }
 
+// Reports an optimisation that nothing is left for. Sections of coordinates may free atoms again.
+void check_all_frozen(const CheckedJob& job, Findings& findings) {
+    const std::vector<AtomCoord>& atoms = job.job.geom.atoms;
+    const WrittenKeyword* opt = job.find_keyword("opt");
+    if (opt == nullptr || atoms.empty() || job.has_keyword("geom")) {
+        return;
+    }
+    const bool may_free = std::any_of(opt->options.begin(), opt->options.end(), [](const WrittenOption& option) {
+        return option.canonical.find("read") != std::string::npos ||
+               option.canonical.find("redundant") != std::string::npos || option.canonical.find("gic") != std::string::npos;
+    });
+    const bool all_frozen =
+        std::all_of(atoms.begin(), atoms.end(), [](const AtomCoord& atom) { return atom.freeze.value_or(0) == -1; });
+    if (all_frozen && !may_free) {
+        findings.add("GJF-M015", Severity::Warning, "every atom is frozen, so opt has nothing to optimise",
+                     line_at(job.layout.atoms, 0), "take the code -1 off the atoms that may move");
+    }
+}
+
+// The length, area or volume that one, two or three vectors span.
+double volume_of(const std::vector<Position>& vectors) noexcept {
+    const Position& a = vectors.front();
+    if (vectors.size() == 1) {
+        return std::hypot(a[0], a[1], a[2]);
+    }
+    const Position& b = vectors[1];
+    const Position across = {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
+    if (vectors.size() == 2) {
+        return std::hypot(across[0], across[1], across[2]);
+    }
+    return std::fabs(across[0] * vectors[2][0] + across[1] * vectors[2][1] + across[2] * vectors[2][2]);
+}
+
+// Reports translation vectors that span no cell.
+void check_vectors(const std::vector<MoleculeAtom>& atoms, Findings& findings) {
+    constexpr double flat = 1e-4;  // the part of the volume that vectors of these lengths could span
+    std::vector<Position> vectors;
+    for (const MoleculeAtom& atom : atoms) {
+        if (atom.species.kind != SpeciesKind::TranslationVector || !atom.position) {
+            continue;
+        }
+        const Position& v = *atom.position;
+        const double length = std::hypot(v[0], v[1], v[2]);
+        const double scale = length < 1e-6 ? 0 : 1 / length;
+        vectors.push_back({v[0] * scale, v[1] * scale, v[2] * scale});
+        if (vectors.size() > 3 || volume_of(vectors) < flat) {
+            findings.add("GJF-M016", Severity::Warning,
+                         vectors.size() > 3 ? "a fourth translation vector"
+                                            : "this translation vector spans no cell with those before",
+                         atom.line, "up to three vectors, none of them zero or in a line or plane with the others");
+            return;
+        }
+    }
+}
+
 std::string shown(double value) {
     char text[32];
     return {text, std::to_chars(text, std::end(text), value, std::chars_format::fixed, 2).ptr};
@@ -96,8 +150,24 @@ bool is_noble_gas(int number) noexcept {
     return std::find(std::begin(gases), std::end(gases), number) != std::end(gases);
 }
 
-// Compares each of some atoms' nearest neighbour with what a bond would be. About 1 in ångström, 1.9 in bohr.
-std::vector<double> bond_ratios(const std::vector<MoleculeAtom>& atoms) {
+// Tells whether atoms of an element may be joined by double and triple bonds.
+bool binds_multiply(const MoleculeAtom& atom) noexcept {
+    constexpr int elements[] = {5, 6, 7, 8, 15, 16};
+    return std::find(std::begin(elements), std::end(elements), atom.species.element) != std::end(elements);
+}
+
+// Compares the distance of two atoms with what a bond would be. A double or triple bond that would be one if all lengths
+// were `slip` times as long is no shorter than a single one.
+double bond_ratio(const MoleculeAtom& a, const MoleculeAtom& b, double slip) {
+    constexpr double shortest = 0.77;  // of a triple bond beside a single one
+    const double ratio =
+        distance(*a.position, *b.position) / (covalent_radius(a.species.element) + covalent_radius(b.species.element));
+    const bool is_multiple = binds_multiply(a) && binds_multiply(b) && ratio >= shortest * slip && ratio < slip;
+    return is_multiple ? slip : ratio;
+}
+
+// The bond ratio of each of some atoms with its nearest neighbour. About 1 in ångström, 1.9 in bohr.
+std::vector<double> bond_ratios(const std::vector<MoleculeAtom>& atoms, double slip) {
     constexpr std::size_t sample = 40;
     std::vector<double> ratios;
     for (std::size_t i = 0; i < atoms.size() && ratios.size() < sample; ++i) {
@@ -106,12 +176,10 @@ std::vector<double> bond_ratios(const std::vector<MoleculeAtom>& atoms) {
         }
         double best = 0;
         for (std::size_t j = 0; j < atoms.size(); ++j) {
-            if (j == i || !has_nucleus(atoms[j])) {
-                continue;
+            if (j != i && has_nucleus(atoms[j])) {
+                const double ratio = bond_ratio(atoms[i], atoms[j], slip);
+                best = best == 0 || ratio < best ? ratio : best;
             }
-            const double bond = covalent_radius(atoms[i].species.element) + covalent_radius(atoms[j].species.element);
-            const double ratio = distance(*atoms[i].position, *atoms[j].position) / bond;
-            best = best == 0 || ratio < best ? ratio : best;
         }
         if (best > 0) {
             ratios.push_back(best);
@@ -123,14 +191,14 @@ std::vector<double> bond_ratios(const std::vector<MoleculeAtom>& atoms) {
 
 void check_units(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings) {
     constexpr std::size_t fewest_atoms = 3;
-    const std::vector<double> ratios = bond_ratios(atoms);
+    const bool in_bohr = length_unit(job.job) != 1;
+    const std::vector<double> ratios = bond_ratios(atoms, in_bohr ? bohr : 1 / bohr);
     if (ratios.size() < fewest_atoms || !atoms.front().line) {
         return;
     }
     const double low = ratios[ratios.size() / 4];
     const double middle = ratios[ratios.size() / 2];
     const double high = ratios[ratios.size() * 3 / 4];
-    const bool in_bohr = length_unit(job.job) != 1;
     if (!in_bohr && low > 1.65 && middle > 1.7 && middle < 2.1 && high < 2.15) {
         findings.add("GJF-M006", Severity::Warning,
                      "the distances look like bohr: all atoms are almost twice as far apart as bonded atoms are",
@@ -147,6 +215,8 @@ void check_units(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, 
 void check_atoms(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings) {
     check_elements(job, atoms, findings);
     check_freeze_codes(job, findings);
+    check_all_frozen(job, findings);
+    check_vectors(atoms, findings);
     check_close_atoms(job, atoms, findings);
     check_units(job, atoms, findings);
 }

@@ -29,6 +29,7 @@ const std::vector<CheckDescription>& check_descriptions() {
         {"GJF-M013", "Cut bond without link atom"},
         {"GJF-M014", "Host of a link atom"},
         {"GJF-M015", "Odd freeze code"},
+        {"GJF-M016", "Translation vectors that span no cell"},
         {"GJF-P001", "Job that cannot be read"},
         {"GJF-R001", "Unknown option"},
         {"GJF-R002", "Keyword that stands twice"},

@@ -25,7 +25,7 @@ struct NuclearCharge {
 };
 
 void check_pair(const ChargeSpinPair& pair, const NuclearCharge& nuclei, const std::string& whose, std::size_t line,
-                Findings& findings) {
+                Findings& findings, Severity severity = Severity::Error) {
     // Fragments of a broken-symmetry guess have a negative multiplicity where their spin points down.
     const std::int64_t multiplicity = std::abs(static_cast<std::int64_t>(pair.multiplicity));
     if (multiplicity == 0) {
@@ -40,9 +40,9 @@ void check_pair(const ChargeSpinPair& pair, const NuclearCharge& nuclei, const s
     const std::string text =
         "charge " + std::to_string(pair.charge) + " and multiplicity " + std::to_string(pair.multiplicity);
     if (electrons < 0) {
-        findings.add("GJF-M002", Severity::Error, text + " leave fewer than no electrons" + whose, line);
+        findings.add("GJF-M002", severity, text + " leave fewer than no electrons" + whose, line);
     } else if (electrons < multiplicity - 1 || (electrons - multiplicity + 1) % 2 != 0) {
-        findings.add("GJF-M002", Severity::Error,
+        findings.add("GJF-M002", severity,
                      text + " are impossible for " + std::to_string(electrons) +
                          (electrons == 1 ? " electron" : " electrons") + whose,
                      line,
@@ -105,14 +105,41 @@ void check_fragments(const CheckedJob& job, const std::vector<MoleculeAtom>& ato
     }
 }
 
+// Reports charges and spins of fragments that do not make up those of the whole. The spins of a guess have a direction each;
+// those of other fragments may be coupled in any way.
+void check_sums(const std::vector<ChargeSpinPair>& pairs, bool spins_have_directions, std::size_t line, Findings& findings) {
+    std::int64_t charge = 0;
+    std::int64_t spins = 0;
+    for (std::size_t i = 1; i < pairs.size(); ++i) {
+        const std::int64_t multiplicity = pairs[i].multiplicity;
+        charge += pairs[i].charge;
+        spins += multiplicity < 0 && spins_have_directions ? multiplicity + 1 : std::abs(multiplicity) - 1;
+    }
+    if (charge != pairs[0].charge) {
+        findings.add("GJF-M003", Severity::Warning,
+                     "the charges of the fragments add up to " + std::to_string(charge) + ", not to " +
+                         std::to_string(pairs[0].charge),
+                     line);
+    }
+    const std::int64_t whole = std::abs(static_cast<std::int64_t>(pairs[0].multiplicity)) - 1;
+    if (spins_have_directions ? std::abs(spins) != whole : spins < whole) {
+        findings.add("GJF-M003", Severity::Warning,
+                     "the multiplicities of the fragments do not make up " + std::to_string(pairs[0].multiplicity), line,
+                     spins_have_directions ? "a fragment whose unpaired spins point down has a negative multiplicity" : "");
+    }
+}
+
 void check_fragment_pairs(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, std::int64_t count,
-                          const std::vector<ChargeSpinPair>& pairs, Findings& findings) {
+                          const std::vector<ChargeSpinPair>& pairs, bool is_guess, Findings& findings) {
     const std::size_t line = job.layout.charge_line;
     if (pairs.size() != 1 && pairs.size() != static_cast<std::size_t>(count) + 1) {
         findings.add("GJF-M003", Severity::Warning,
                      std::to_string(pairs.size()) + " pairs of charge and multiplicity stand beside " +
                          std::to_string(count) + " fragments",
                      line, "give one for the whole and one for each fragment");
+    }
+    if (pairs.size() == static_cast<std::size_t>(count) + 1) {
+        check_sums(pairs, is_guess, line, findings);
     }
     std::vector<NuclearCharge> nuclei(pairs.size());
     for (const MoleculeAtom& atom : atoms) {
@@ -121,7 +148,8 @@ void check_fragment_pairs(const CheckedJob& job, const std::vector<MoleculeAtom>
         }
     }
     for (std::size_t i = 1; i < pairs.size() && i <= static_cast<std::size_t>(count); ++i) {
-        check_pair(pairs[i], nuclei[i], " in fragment " + std::to_string(i), line, findings);
+        check_pair(pairs[i], nuclei[i], " in fragment " + std::to_string(i), line, findings,
+                   is_guess ? Severity::Warning : Severity::Error);
     }
 }
 
@@ -157,6 +185,8 @@ NuclearCharge charge_of_model(const CheckedJob& job, const std::vector<MoleculeA
             continue;
         }
         const std::optional<LinkAtom> link = link_atom_of(job, atom);
+        // Which atom a link atom without host closes, and so in which models it stands, is left to Gaussian.
+        nuclei.known = nuclei.known && !(link && link->host_text.empty());
         const std::size_t host =
             link && link->host && *link->host >= 1 ? static_cast<std::size_t>(*link->host) - 1 : atoms.size();
         if (host < atoms.size() && layer_depth(atoms[host]) <= model.lowest) {
@@ -232,8 +262,9 @@ void check_electrons(const CheckedJob& job, const std::vector<MoleculeAtom>& ato
     }
     check_pair(pairs.front(), charge_of_all(atoms), {}, line, findings);
     if (fragments > 0) {
-        check_fragment_pairs(job, atoms, fragments, pairs, findings);
-    } else if (pairs.size() > 1) {
+        check_fragment_pairs(job, atoms, fragments, pairs, counterpoise == 0, findings);
+    } else if (pairs.size() > 1 && std::none_of(atoms.begin(), atoms.end(),
+                                                [](const MoleculeAtom& atom) { return atom.fragment.has_value(); })) {
         findings.add(
             "GJF-M003", Severity::Warning,
             std::to_string(pairs.size()) + " pairs of charge and multiplicity stand in a job without layers and fragments",

@@ -2,13 +2,13 @@
 #include <gjf/core/check/molecule_view.hpp>
 
 #include <gjf/core/chemistry/layers.hpp>
-#include <gjf/core/job/positions.hpp>
 #include <gjf/core/reader/molecule_fields.hpp>
 #include <gjf/core/route/route_scanner.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
+#include <utility>
 
 namespace quor::input::gaussian {
 namespace {
@@ -77,13 +77,12 @@ bool has_unread_rows(const CheckedJob& job) {
 
 std::vector<MoleculeAtom> atoms_of(const CheckedJob& job) {
     const GeomSection& geom = job.job.geom;
-    const std::vector<AtomPosition> found = positions(job.job);
+    std::vector<AtomPosition> found = positions(job.job);
     std::vector<MoleculeAtom> atoms(found.size());
     for (std::size_t i = 0; i < atoms.size(); ++i) {
+        static_cast<AtomPosition&>(atoms[i]) = std::move(found[i]);
         const bool is_row = i >= geom.atoms.size();
         atoms[i].info = is_row ? &geom.zmatrix_entries[i - geom.atoms.size()].info : &geom.atoms[i].info;
-        atoms[i].species = found[i].species;
-        atoms[i].position = found[i].position;
         atoms[i].line = is_row ? line_at(job.layout.zmatrix_rows, i - geom.atoms.size()) : line_at(job.layout.atoms, i);
         atoms[i].fragment = fragment_of(*atoms[i].info);
         const std::optional<std::string> no_layer;

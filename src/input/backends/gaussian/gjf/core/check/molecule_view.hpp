@@ -5,6 +5,7 @@
 #include <gjf/core/check/checked_job.hpp>
 #include <gjf/core/chemistry/cells.hpp>
 #include <gjf/core/chemistry/elements.hpp>
+#include <gjf/core/job/positions.hpp>
 #include <gjf/core/reader/molecule_fields.hpp>
 
 #include <cstdint>
@@ -14,11 +15,9 @@
 
 namespace quor::input::gaussian {
 
-struct MoleculeAtom {
+struct MoleculeAtom : AtomPosition {
     const AtomInfo* info = nullptr;
-    Species species;
-    std::size_t line = 0;              ///< of the text
-    std::optional<Position> position;  ///< in ångström; absent when it is not known
+    std::size_t line = 0;  ///< of the text
     char layer = 0;                    ///< 'h', 'm', 'l', 0 for none, '?' for anything else
     std::optional<std::int64_t> fragment;
 };

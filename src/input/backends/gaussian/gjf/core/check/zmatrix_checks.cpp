@@ -6,6 +6,7 @@
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
+#include <iterator>
 
 namespace quor::input::gaussian {
 namespace {
@@ -51,6 +52,17 @@ void check_row(const CheckedJob& job, std::size_t row, Findings& findings) {
                 findings.add("GJF-M009", severity, "row " + number + " refers to atom " + std::to_string(atom) + " twice",
                              place);
             }
+        }
+    }
+}
+
+// Reports rows whose references can be followed, but lead nowhere.
+void check_places(const std::vector<MoleculeAtom>& atoms, Findings& findings) {
+    constexpr PositionFault faults[] = {PositionFault::SelfReference, PositionFault::AngleRange, PositionFault::Collinear,
+                                        PositionFault::ImpossibleAngles};
+    for (std::size_t i = 0; i < atoms.size(); ++i) {
+        if (std::find(std::begin(faults), std::end(faults), atoms[i].fault) != std::end(faults)) {
+            findings.add("GJF-M009", Severity::Warning, position_fault_text(atoms[i], i + 1), atoms[i].line);
         }
     }
 }
@@ -128,10 +140,13 @@ void check_unused(const CheckedJob& job, const std::vector<ZMatrixVariable>& var
 
 }  // namespace
 
-void check_zmatrix(const CheckedJob& job, const std::vector<MoleculeAtom>& /*atoms*/, Findings& findings) {
+void check_zmatrix(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings) {
     const GeomSection& geom = job.job.geom;
     for (std::size_t row = 0; row < geom.zmatrix_entries.size(); ++row) {
         check_row(job, row, findings);
+    }
+    if (!geom.zmatrix_entries.empty()) {
+        check_places(atoms, findings);
     }
     check_variable_lines(job, geom.variables, job.layout.variables, findings);
     check_variable_lines(job, geom.constants, job.layout.constants, findings);

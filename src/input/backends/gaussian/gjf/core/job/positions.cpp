@@ -19,6 +19,7 @@ namespace {
 
 using Fields = std::vector<std::string_view>;
 
+constexpr double pi = 3.14159265358979323846;
 constexpr double nearly_nothing = 1e-8;  // sines and lengths below it have no direction
 
 // A number, or the reason why there is none.
@@ -161,10 +162,13 @@ std::vector<int> dihedral_codes(const GeomSection& geom) {
     return codes;
 }
 
+// Tells whether a row's field (1 and 2 behind the length) is an angle, not a dihedral.
+bool is_angle(std::size_t field, int code) noexcept { return field == 1 || (field == 2 && (code == 1 || code == -1)); }
+
 // How the route measures lengths and angles.
 struct Units {
     double length = 1;
-    double angle = 3.14159265358979323846 / 180;
+    double angle = pi / 180;
 };
 
 Units units_of(const GJFData& job) {
@@ -254,7 +258,7 @@ class PositionFinder {
         Hold hold;
         const std::size_t needed = std::min<std::size_t>(row, 3);
         for (std::size_t i = 0; i < needed; ++i) {
-            if (!take(row, references, i, hold)) {
+            if (!take(row, references, i, code, hold)) {
                 return;
             }
         }
@@ -262,7 +266,7 @@ class PositionFinder {
     }
 
     // Takes one reference of a row; returns false, with the reason noted, when it cannot be followed.
-    bool take(std::size_t row, const References& references, std::size_t i, Hold& hold) {
+    bool take(std::size_t row, const References& references, std::size_t i, int code, Hold& hold) {
         const ZMatrixReference* reference = references[i];
         if (reference == nullptr) {
             refuse(PositionFault::MissingField);
@@ -277,6 +281,9 @@ class PositionFinder {
             refuse(is_above ? PositionFault::RepeatedRow : PositionFault::LaterRow, std::to_string(reference->atom));
         } else if (resolved.fault != PositionFault::None) {
             refuse(resolved.fault, resolved.cause);
+        } else if (is_angle(i, code) &&
+                   (resolved.number * units_.angle < -1e-9 || resolved.number * units_.angle > pi + 1e-9)) {
+            refuse(PositionFault::AngleRange, reference->value);
         } else if (!found_[atom].position) {
             refuse(PositionFault::LostReference, std::to_string(reference->atom));
         } else {
@@ -293,8 +300,8 @@ class PositionFinder {
         if (row == 2) {
             way = by_dihedral(at[0], at[1], plus(at[1], {1, 0, 0}), value[1], 0);
         } else if (row > 2) {
-            way = code == 1 || code == -1 ? by_two_angles(at[0], at[1], at[2], value[1], value[2], code)
-                                          : by_dihedral(at[0], at[1], at[2], value[1], value[2]);
+            way = is_angle(2, code) ? by_two_angles(at[0], at[1], at[2], value[1], value[2], code)
+                                    : by_dihedral(at[0], at[1], at[2], value[1], value[2]);
         }
         if (way.second != PositionFault::None) {
             return refuse(way.second);
@@ -318,6 +325,7 @@ std::string position_fault_text(const AtomPosition& atom, std::size_t number) {
                                      " lacks a length, an angle or a dihedral",
                                      " refers to a row that is not above it",
                                      " refers to a row twice",
+                                     " has an angle outside 0 to 180 degrees",
                                      " refers to an atom without position",
                                      " has a dihedral with atoms in one line",
                                      " has two angles that no direction makes"};

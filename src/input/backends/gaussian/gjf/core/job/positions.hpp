@@ -21,6 +21,7 @@ enum class PositionFault {
     MissingField,      ///< a row that lacks a length, an angle or a dihedral
     LaterRow,          ///< a row that refers to itself, to a row below it, or to none at all
     RepeatedRow,       ///< a row that refers to one row twice
+    AngleRange,        ///< an angle below 0 or above 180 degrees
     LostReference,     ///< a row that refers to an atom without position
     Collinear,         ///< a dihedral with three atoms on one line, or two of them on one spot
     ImpossibleAngles,  ///< two angles that no direction makes
