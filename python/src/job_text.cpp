@@ -91,15 +91,16 @@ std::string refusing(Make make) {
 }
 
 // A route is written by its meaning, which a job out of a pickle does not hold.
-void give(GJFEditor& editor, const JobHandle& job) {
-    editor = job.editor;
+void give(GJFDocument& document, std::size_t index, const JobHandle& job) {
+    GJFEditor editor = job.editor;
     editor.ensure_parsed_keywords();
+    document.set_job(index, std::move(editor));
 }
 
 std::string rewritten(const JobHandle& job, bool force) {
     return refusing([&] {
         GJFDocument document(job.source->job_text(job.index));
-        give(document.job(0), job);
+        give(document, 0, job);
         return document.to_text({force});
     });
 }
@@ -126,7 +127,7 @@ std::string rewritten_source(const SourceText& source, const JobPointers& jobs, 
         std::vector<bool> kept(document.job_count(), false);
         for (const JobHandle* job : jobs) {
             if (job->source != nullptr) {
-                give(document.job(job->index), *job);
+                give(document, job->index, *job);
                 kept[job->index] = true;
             }
         }
@@ -188,7 +189,7 @@ std::string source_text(const JobHandle& job, bool force) {
     try {
         return refusing([&] {
             GJFDocument document(job.source->text);
-            give(document.job(job.index), job);
+            give(document, job.index, job);
             return document.to_text({force});
         });
     } catch (const WriteError&) {

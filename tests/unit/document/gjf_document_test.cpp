@@ -172,6 +172,7 @@ TEST(Documents, ChangeTitleAndCharge) {
 }
 
 TEST(Documents, ChangeAtomsWithinTheirColumns) {
+    const std::string whole_numbers = head + "C 1 2 3\nH -2 0 1\n\n";
     check_edits({
         {"freeze", water, [](GJFEditor& e) { e.set_freeze_by_index({0}, -1); },
          water_with("O    0    0.00", "O   -1    0.00")},
@@ -212,6 +213,12 @@ TEST(Documents, ChangeAtomsWithinTheirColumns) {
          },
          water_with("-0.7572000   -0.4692000\n",
                     "-0.7572000   -0.4692000\n  Cl        0.0000000   0.0000000   -3.2500000\n")},
+        {"layer behind a whole number", whole_numbers, [](GJFEditor& e) { e.set_oniom_layer_all("H"); },
+         head + "C 1.000000 2 3 H\nH -2.000000 0 1 H\n\n"},
+        {"layer and freeze code before a whole number", whole_numbers,
+         [](GJFEditor& e) { e.set_freeze_all(0), e.set_oniom_layer_all("H"); }, head + "C 0 1 2 3 H\nH 0 -2 0 1 H\n\n"},
+        {"no freeze code before a whole number", head + "C 0 1 2 3 H\n\n",
+         giving([](GJFData& d) { d.geom.atoms[0].freeze.reset(); }), head + "C   1.000000 2 3 H\n\n"},
         {"swapped", water, [](GJFEditor& e) { e.move_atom(0, 1); },
          head + "  H    0    0.0000000   0.7572000   -0.4692000\nO    0    0.0000000   0.0000000    0.1173000 ! oxygen\n"
                 "  H   -1    0.0000000  -0.7572000   -0.4692000\n\n"},
@@ -283,6 +290,10 @@ TEST(Documents, RefuseWhatTheTextCannotHold) {
          "A coordinate of atom 1 is a variable and cannot be moved"},
         {water, [](GJFEditor& e) { e.set_title("two\n\nsections"); },
          "The changed text cannot be read: Geometry section must have at least 2 lines"},
+        {water, [](GJFEditor& e) { e.set_atom_type(1, "C T"); },
+         "The changed text would be read otherwise than meant: the label of atom 2"},
+        {water, [](GJFEditor& e) { e.set_fragment_by_index({2}, "a,b"); },
+         "The changed text would be read otherwise than meant: the label of atom 3"},
         {water, [](GJFEditor& e) { e.set_mem("1GB\n%chk=x"); },
          "The changed text would be read otherwise than meant: the Link 0 lines"},
         {bonded, [](GJFEditor& e) { e.remove_keyword_by_name("geom"); },

@@ -52,6 +52,26 @@ TEST(RecordedDocuments, TakeTheirOwnEditorsBack) {
     EXPECT_EQ(GJFDocument(document.to_text()).job(1).get_data().geom.atoms[1].info.element, "Ne");
 }
 
+TEST(RecordedDocuments, TakeAnotherEditorInPlaceOfAJobs) {
+    const std::string other = replaced(bonded, "\nt\n", "\nu\n");
+    GJFDocument document(two_jobs);
+    EXPECT_THROW(document.set_job(2, GJFDocument(other).job(0)), GJFParseException);
+    for (const char* element : {"H", "F"}) {  // compared with what was read, again and again
+        GJFEditor editor = GJFDocument(other).job(0);
+        editor.replace_atom(
+            0, GJFDocument(replaced(bonded, "C  0.0", std::string(element) + "  0.0")).job(0).get_data().geom.atoms[0]);
+        document.set_job(1, editor);
+        EXPECT_EQ(document.to_text(),
+                  replaced(replaced(two_jobs, "\nt\n", "\nu\n"), "C  0.0", std::string(element) + "  0.0"));
+    }
+    document.set_job(1, GJFDocument(bonded).job(0));
+    EXPECT_EQ(document.to_text(), two_jobs);
+    document.job(1).set_data(document.job(1).get_data());
+    document.job(0).set_title("b");
+    document.set_job(0, document.job(0));  // edited before: what was read is not at hand any more
+    EXPECT_EQ(document.to_text(), replaced(two_jobs, "\na\n", "\nb\n"));
+}
+
 TEST(RecordedDocuments, KeepTheBytesOfWhatIsAsItWas) {
     const std::pair<const char*, Edit> cases[] = {
         {"title", [](GJFEditor& e) { e.set_title("x"), e.set_title("t"); }},

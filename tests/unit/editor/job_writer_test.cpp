@@ -196,6 +196,65 @@ TEST(JobWriter, FindsAtomsWhoseCoordinatesTouch) {
     EXPECT_EQ(editor.atoms_with_touching_coordinates(), std::vector<std::size_t>{3});
 }
 
+TEST(JobWriter, GivesDecimalsToWhatWouldBeReadAsAFreezeCode) {
+    const struct {
+        std::optional<std::int32_t> freeze;
+        std::optional<std::string> layer;
+        const char* x;
+        const char* written;
+    } cases[] = {
+        {std::nullopt, "H", "1", "1.000000"},
+        {std::nullopt, "H", "-2", "-2.000000"},
+        {std::nullopt, "H", "1.0", "1.0"},
+        {std::nullopt, "H", "1.", "1."},
+        {std::nullopt, "", "1", "1"},
+        {std::nullopt, std::nullopt, "1", "1"},
+        {0, "H", "1", "1"},
+        {-1, std::nullopt, "1", "1"},
+    };
+    for (const auto& c : cases) {
+        AtomCoord atom;
+        atom.info.element = "C";
+        atom.freeze = c.freeze;
+        atom.layer = c.layer;
+        atom.x_ref = {c.x, GJFParser::is_number(c.x) ? std::optional<double>(std::stod(c.x)) : std::nullopt};
+        atom.x = std::stod(c.x);
+        atom.y_ref = atom.z_ref = {"0", 0.0};
+        const std::string line = atom_line(atom);
+        EXPECT_EQ(line.substr(44, 12), c.written + blanks(12 - std::string(c.written).size())) << c.x;
+        const AtomCoord read = GJFParser::parse_geometry_section({"0 1", line}).atoms.at(0);
+        EXPECT_EQ(read.x, atom.x) << line;
+        EXPECT_EQ(read.freeze, atom.freeze) << line;
+    }
+}
+
+TEST(JobWriter, FindsLabelsThatAreReadAsOthers) {
+    const std::tuple<const char*, const char*, const char*, bool> cases[] = {
+        {"C", "CT", "1", true},    {"C", "", "", true},   {"Cl", "O3", "", true},    {"O5'", "", "", true},
+        {"C", "C T", "", false},   {"C", "1", "", false}, {"C", "CT", "a,b", false}, {"C", "C!T", "", false},
+        {"C", "CT", "a)b", false}, {"", "", "", false},   {"C(x)", "", "", false},   {"C-CT", "", "", false},
+        {"C", "CT", " a", false},
+    };
+    for (const auto& [element, type, fragment, reads_back] : cases) {
+        GJFEditor editor(make_job(2));
+        AtomCoord atom;
+        atom.info.element = element;
+        if (*type != '\0') {
+            atom.info.mm_type = type;
+        }
+        if (*fragment != '\0') {
+            atom.info.params["Fragment"] = fragment;
+        }
+        editor.replace_atom(1, atom);
+        EXPECT_EQ(editor.labels_that_do_not_read_back(),
+                  reads_back ? std::vector<std::size_t>() : std::vector<std::size_t>{1})
+            << element << ", " << type << ", " << fragment;
+    }
+    GJFEditor editor(make_job(1));
+    editor.set_atom_mm_charge(0, 0.12345678901234);
+    EXPECT_TRUE(editor.labels_that_do_not_read_back().empty()) << "a charge is written with ten decimals";
+}
+
 TEST(JobWriter, DropsTheTextsOfNumericCoordinatesAlone) {
     GJFEditor editor(GJFParser::parse_string("# hf\n\nt\n\n0 1\nH 0.12345678901 r -2.00000000000\nr=1\n"));
     EXPECT_EQ(editor.atoms_with_touching_coordinates(), std::vector<std::size_t>{0});

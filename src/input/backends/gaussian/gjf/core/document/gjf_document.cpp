@@ -2,7 +2,7 @@
 #include <gjf/core/document/gjf_document.hpp>
 
 #include <core/fs/write_text_file.hpp>
-#include <gjf/core/document/job_rewriting.hpp>
+#include <gjf/core/document/section_following.hpp>
 #include <gjf/core/editor/job_writer.hpp>
 #include <gjf/core/reader/gjf_parser.hpp>
 #include <gjf/core/reader/reading.hpp>
@@ -25,95 +25,6 @@ bool still_holds(const std::string& path, const std::string& text) {
 }
 
 using Sections = std::vector<ExtraInputSection>;
-
-AtomPlaces places_of(std::size_t old_count, const std::vector<std::size_t>& origins) {
-    AtomPlaces places;
-    places.count = origins.size();
-    places.places.assign(old_count, AtomPlaces::gone);
-    for (std::size_t i = 0; i < origins.size(); ++i) {
-        if (origins[i] < old_count) {
-            places.places[origins[i]] = i;
-        } else {
-            places.added = true;
-        }
-    }
-    for (std::size_t i = 0; i < old_count; ++i) {
-        places.renumbered = places.renumbered || places.places[i] != i;
-    }
-    return places;
-}
-
-// The change of the atoms since a section's text was given, from that since the job was taken.
-AtomPlaces places_since(const std::vector<std::size_t>& origins_then, const AtomPlaces& since_taken) {
-    AtomPlaces places;
-    places.count = since_taken.count;
-    places.added = since_taken.count > origins_then.size();
-    for (std::size_t i = 0; i < origins_then.size(); ++i) {
-        const std::size_t origin = origins_then[i];
-        places.places.push_back(origin < since_taken.old_count() ? since_taken.places[origin] : AtomPlaces::gone);
-        places.renumbered = places.renumbered || places.places.back() != i;
-    }
-    return places;
-}
-
-// Brings the atom numbers of a section's text up to date; refuses where it is not known which atoms they count.
-std::string followed_text(const ExtraInputSection& section, const GJFEditor::SectionNumbering& numbering,
-                          const AtomPlaces& places, const std::vector<std::size_t>& origins, bool force) {
-    std::string text = section.text();
-    const auto refuse_if_changed = [&](const AtomPlaces& change, const char* reason) {
-        bool changed = false;
-        try {
-            changed = !force && renumber_section(section.kind, text, change, false) != text;
-        } catch (const GJFParseException&) {
-            changed = true;
-        }
-        if (changed) {
-            throw GJFParseException(std::string("The section '") + extra_input_kind_name(section.kind) +
-                                    "' cannot follow the change of atoms: " + reason);
-        }
-        return text;
-    };
-    if (numbering.mixed) {
-        return refuse_if_changed(places, "it was added to after the atoms had changed");
-    }
-    if (numbering.origins == nullptr) {
-        const bool lost = places.count > 0 && std::all_of(places.places.begin(), places.places.end(),
-                                                          [](std::size_t place) { return place == AtomPlaces::gone; });
-        return lost ? refuse_if_changed(places, "where they went is not known")
-                    : renumber_section(section.kind, text, places, force);
-    }
-    if (*numbering.origins == origins) {
-        return text;
-    }
-    const AtomPlaces change = places_since(*numbering.origins, places);
-    const bool traced = std::count(numbering.origins->begin(), numbering.origins->end(), GJFEditor::no_origin) == 0;
-    return traced ? renumber_section(section.kind, text, change, force)
-                  : refuse_if_changed(change, "it may name an atom that was added before");
-}
-
-// Renumbers the sections, so that the job is the one that should be written.
-Sections sections_to_write(const GJFEditor& editor, const AtomPlaces& places, bool force) {
-    Sections wanted = editor.get_data().extra_inputs;
-    for (std::size_t i = 0; i < wanted.size(); ++i) {
-        if (wanted[i].connectivity() == nullptr) {
-            wanted[i].content =
-                followed_text(wanted[i], editor.section_numberings()[i], places, editor.atom_origins(), force);
-        }
-    }
-    // A section whose lines all went with their atoms goes too, unless another one would then be read in its place.
-    const auto is_left_empty = [](const ExtraInputSection& section) {
-        return section.connectivity() == nullptr && section.text().empty();
-    };
-    while (!wanted.empty() && is_left_empty(wanted.back())) {
-        wanted.pop_back();
-    }
-    const auto empty = std::find_if(wanted.begin(), wanted.end(), is_left_empty);
-    if (empty != wanted.end()) {
-        throw GJFParseException(std::string("All that the section '") + extra_input_kind_name(empty->kind) +
-                                "' names is removed; remove it and its keyword first");
-    }
-    return wanted;
-}
 
 // The steps of writing a job, each with the part that it is about.
 struct RewritingStep {
@@ -155,6 +66,7 @@ struct GJFDocument::Impl {
         std::unique_ptr<GJFEditor> editor;
         std::optional<std::size_t> place;  // among the layouts; absent for a job that was added
         std::uint64_t identity = 0;        // of the record that its editor began
+        std::unique_ptr<GJFEditor> taken;  // the job as it was read, where it was put aside for another editor
 
         // Returns what the editor recorded of the job in the text; null when it may be any job.
         const EditRecord* record() const noexcept {
@@ -213,11 +125,13 @@ struct GJFDocument::Impl {
             return wanted;
         }
         std::vector<JobReading> again;
-        if (record == nullptr) {
+        if (record == nullptr && entry.taken == nullptr) {
             again = read(text);
         }
-        const JobBefore before{record != nullptr ? record->before() : again[*entry.place].job, layouts[*entry.place],
-                               record};
+        const GJFData& old = record != nullptr        ? record->before()
+                             : entry.taken != nullptr ? entry.taken->get_data()
+                                                      : again[*entry.place].job;
+        const JobBefore before{old, layouts[*entry.place], record};
         AtomPlaces places = places_of(before.atom_count(), editor.atom_origins());
         if (before.may_differ(JobPart::AtomCount)) {
             wanted.followed = sections_to_write(editor, places, options.force);
@@ -348,7 +262,7 @@ GJFDocument::GJFDocument(std::string text) : impl_(std::make_unique<Impl>()) {
     for (JobReading& reading : Impl::read(impl_->text)) {
         auto editor = std::make_unique<GJFEditor>(std::move(reading.job));
         const std::uint64_t identity = editor->begin_record();
-        impl_->entries.push_back({std::move(editor), impl_->layouts.size(), identity});
+        impl_->entries.push_back({std::move(editor), impl_->layouts.size(), identity, nullptr});
         impl_->layouts.push_back(std::move(reading.layout));
     }
 }
@@ -373,6 +287,15 @@ GJFEditor& GJFDocument::job(std::size_t index) { return *impl_->entry(index).edi
 
 const GJFEditor& GJFDocument::job(std::size_t index) const { return *impl_->entry(index).editor; }
 
+void GJFDocument::set_job(std::size_t index, GJFEditor editor) {
+    impl_->entry(index);
+    Impl::Entry& entry = impl_->entries[index];
+    if (const EditRecord* const record = entry.record(); record != nullptr && record->empty()) {
+        entry.taken = std::make_unique<GJFEditor>(std::move(*entry.editor));
+    }
+    *entry.editor = std::move(editor);
+}
+
 const JobLayout& GJFDocument::layout(std::size_t index) const {
     const Impl::Entry& entry = impl_->entry(index);
     return entry.place ? impl_->layouts[*entry.place] : impl_->no_layout;
@@ -388,7 +311,7 @@ void GJFDocument::insert_job(std::size_t index, const GJFData& data) {
         throw GJFParseException("The fixed layout cannot carry this job, so it cannot be added");
     }
     impl_->entries.insert(impl_->entries.begin() + static_cast<std::ptrdiff_t>(index),
-                          Impl::Entry{std::move(editor), std::nullopt, 0});
+                          Impl::Entry{std::move(editor), std::nullopt, 0, nullptr});
 }
 
 void GJFDocument::remove_job(std::size_t index) {
@@ -430,6 +353,7 @@ bool GJFDocument::save(const GJFWriteOptions& options) {
         *entry.editor = std::move(editors[i]);
         entry.place = i;
         entry.identity = entry.editor->record()->identity();
+        entry.taken.reset();
     }
     impl_->layouts = std::move(layouts);
     impl_->text = std::move(changed->text);

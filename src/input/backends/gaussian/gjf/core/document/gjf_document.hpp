@@ -47,10 +47,13 @@ class QUOR_GJF_API GJFDocument {
 
     std::size_t job_count() const noexcept;
     /// Returns a job's editor, valid as long as the document; throws "Invalid job index: N (total jobs: M)". An editor that
-    /// is assigned to it must have taken the same job: its atom origins are taken for those of this document. One that did not
-    /// take it here, and one whose job was replaced, costs another read of the text when it is written.
+    /// is assigned to it must have taken the same job: its atom origins are taken for those of this document. One that did
+    /// not take it here, and one whose job was replaced, costs another read of the text when it is written; `set_job` spares
+    /// it.
     GJFEditor& job(std::size_t index);
     const GJFEditor& job(std::size_t index) const;
+    /// Puts an editor that took the same job in the place of a job's; keeps that, if it was not edited, to compare with.
+    void set_job(std::size_t index, GJFEditor editor);
     /// Returns where the parts of a job stood in the original text.
     const JobLayout& layout(std::size_t index) const;
     /// Puts a job before the one at `index`, or at the end; it is written in the fixed layout, and refused when that cannot

@@ -2,6 +2,7 @@
 #include <gjf/core/document/job_rewriting.hpp>
 
 #include <gjf/core/document/field_line.hpp>
+#include <gjf/core/editor/job_writer.hpp>
 #include <gjf/core/job/gjf_parse_exception.hpp>
 #include <gjf/core/job/job_comparison.hpp>
 #include <gjf/core/reader/molecule_fields.hpp>
@@ -110,18 +111,18 @@ void rewrite_freeze(FieldLine& line, const std::optional<std::int32_t>& before, 
     }
     if (!after) {
         line.blank_out(1);
-    } else if (has_freeze_field(line)) {
+    } else if (before) {
         line.set_number(1, std::to_string(*after));
     } else {
         line.insert_after(0, std::to_string(*after));
     }
 }
 
-void rewrite_layer(FieldLine& line, const std::optional<std::string>& before, const std::optional<std::string>& after) {
+void rewrite_layer(FieldLine& line, std::size_t layer, const std::optional<std::string>& before,
+                   const std::optional<std::string>& after) {
     if (before == after) {
         return;
     }
-    const std::size_t layer = has_freeze_field(line) ? 5 : 4;
     if (!after) {
         line.truncate(layer);
     } else if (line.size() > layer) {
@@ -135,8 +136,8 @@ void rewrite_layer(FieldLine& line, const std::optional<std::string>& before, co
 std::string atom_line(std::string_view old_line, const AtomCoord& before, const AtomCoord& after, std::size_t atom) {
     FieldLine line(old_line);
     // From the last field to the first, since an inserted freeze code moves the others.
-    rewrite_layer(line, before.layer, after.layer);
-    const std::size_t first = has_freeze_field(line) ? 2 : 1;
+    const std::size_t first = before.freeze ? 2 : 1;
+    rewrite_layer(line, first + 3, before.layer, after.layer);
     const CoordinateValue* old_texts[] = {&before.x_ref, &before.y_ref, &before.z_ref};
     const CoordinateValue* new_texts[] = {&after.x_ref, &after.y_ref, &after.z_ref};
     const double old_values[] = {before.x, before.y, before.z};
@@ -146,6 +147,9 @@ std::string atom_line(std::string_view old_line, const AtomCoord& before, const 
         if (!text.empty()) {
             line.set_number(first + i, text);
         }
+    }
+    if (needs_decimals(after) && is_integer_text(line.field(first))) {
+        line.set_number(first, fixed_text(after.x, fewest_decimals));
     }
     rewrite_freeze(line, before.freeze, after.freeze);
     if (!same_label(before.info, after.info)) {

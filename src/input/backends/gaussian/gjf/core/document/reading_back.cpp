@@ -118,8 +118,11 @@ std::string difference_between(const GJFData& read, const GJFData& wanted, const
         case JobPart::Format:
         case JobPart::AtomCount:
             return "the number of atoms";
-        case JobPart::Atom:
-            return "atom " + std::to_string(difference->index + 1);
+        case JobPart::Atom: {
+            const std::size_t atom = difference->index;
+            const bool by_label = !same_label(read.geom.atoms[atom].info, wanted.geom.atoms[atom].info);
+            return (by_label ? "the label of atom " : "atom ") + std::to_string(atom + 1);
+        }
         default:
             return std::string("the ") + job_part_name(difference->part);
     }

@@ -120,6 +120,8 @@ class QUOR_GJF_API GJFEditor {
     /// Returns the atoms whose written coordinates touch, since a coordinate text fills its column of 12: such lines do not
     /// read back.
     std::vector<std::size_t> atoms_with_touching_coordinates() const;
+    /// Returns the atoms whose labels, as they are written, are read as others: a type "C T" or "1", a fragment "a,b".
+    std::vector<std::size_t> labels_that_do_not_read_back() const;
     /// Drops the texts of numeric coordinates, so that the numbers are written with six decimals.
     void use_numeric_coordinates();
 

@@ -6,9 +6,12 @@
 #include <gjf/core/reader/gjf_parser.hpp>
 #include <gjf/core/reader/reading.hpp>
 #include <gjf/core/schema/route_schema_cache.hpp>
+#include <gjf/core/text/number.hpp>
+#include <gjf/core/text/text.hpp>
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <iterator>
 
 namespace quor::input::gaussian {
@@ -116,7 +119,8 @@ void append_atom(std::string& text, const AtomCoord& atom) {
     }
     pad(text, begin, freeze_width);
     text += ' ';
-    append_coordinate(text, atom.x_ref, atom.x);
+    const bool needs_number = needs_decimals(atom) && is_integer_text(atom.x_ref.text);
+    append_coordinate(text, needs_number ? CoordinateValue() : atom.x_ref, atom.x);
     append_coordinate(text, atom.y_ref, atom.y);
     append_coordinate(text, atom.z_ref, atom.z);
     text += ' ';
@@ -229,6 +233,28 @@ std::vector<std::size_t> GJFEditor::atoms_with_touching_coordinates() const {
         const AtomCoord& atom = data_.geom.atoms[i];
         // The last coordinate is followed by a blank in any case.
         if (touches_next(atom.x_ref, atom.x) || touches_next(atom.y_ref, atom.y)) {
+            indices.push_back(i);
+        }
+    }
+    return indices;
+}
+
+std::vector<std::size_t> GJFEditor::labels_that_do_not_read_back() const {
+    // Half of the last decimal written, and a little for the rounding of binary numbers.
+    constexpr double tolerance = 0.5000001e-10;
+    std::vector<std::size_t> indices;
+    std::vector<std::string_view> fields;
+    std::string text;
+    for (std::size_t i = 0; i < data_.geom.atoms.size(); ++i) {
+        AtomInfo wanted = data_.geom.atoms[i].info;
+        text.clear();
+        append_label(text, wanted);
+        split_fields(without_comment(text), FieldSeparators::WhiteSpaceAndComma, true, fields);
+        const AtomInfo read = fields.size() == 1 ? GJFParser::parse_atom_info(std::string(fields.front())) : AtomInfo();
+        if (read.mm_charge && wanted.mm_charge && std::fabs(*read.mm_charge - *wanted.mm_charge) <= tolerance) {
+            wanted.mm_charge = read.mm_charge;
+        }
+        if (fields.size() != 1 || !same_label(read, wanted)) {
             indices.push_back(i);
         }
     }

@@ -23,4 +23,7 @@ void end_job_text(std::string& text);
 /// Returns a coordinate as it is written: its text, or the number with six decimals when it has none.
 std::string coordinate_text(const CoordinateValue& coordinate, double value);
 
+/// Tells whether a whole number as the first coordinate would be read as a freeze code: there is a layer and no code.
+inline bool needs_decimals(const AtomCoord& atom) noexcept { return !atom.freeze && atom.layer && !atom.layer->empty(); }
+
 }  // namespace quor::input::gaussian

@@ -2,6 +2,7 @@
 #include <gjf/core/job/job_comparison.hpp>
 
 #include <gjf/core/job/gjf_parse_exception.hpp>
+#include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
@@ -118,7 +119,7 @@ bool is_variable(const CoordinateValue& coordinate) noexcept { return !coordinat
 
 bool same_coordinate(const CoordinateValue& a, double x, const CoordinateValue& b, double y, Coordinates mode) noexcept {
     if (mode == Coordinates::AsWritten && !a.text.empty()) {
-        return a.text == b.text;
+        return a.text == b.text || (is_integer_text(a.text) && b.value && x == y);
     }
     if (mode == Coordinates::AsText || is_variable(a) || is_variable(b)) {
         return a.text == b.text && x == y;

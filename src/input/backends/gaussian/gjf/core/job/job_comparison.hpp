@@ -42,7 +42,7 @@ struct JobDifference {
 struct JobComparison {
     /// When two coordinates are the same: `AsText`, when text and number are; `AsNumber`, when the numbers are, or the names
     /// of variables; `AsWritten`, when the second is what writing the first gives: its text, or its number with six
-    /// decimals.
+    /// decimals, which a whole number may be given too.
     enum class Coordinates { AsText, AsNumber, AsWritten };
     /// Which sections of the kind `Unknown` are the same as one of another kind that says the same: none, those of the first
     /// job, or those of both.
