@@ -44,8 +44,19 @@ struct EditArguments {
     bool prints_text() const { return !in_place && folder.empty() && !dry_run && !diff; }
 };
 
-std::string edited_text(const std::string& text, const std::string& path, const EditArguments& arguments) {
-    GJFDocument document(text);
+// Names the jobs that cannot be read, which stay as they are.
+std::string unreadable_jobs(const GJFDocument& document, const std::string& path) {
+    std::string text;
+    for (std::size_t i = 0; i < document.job_count(); ++i) {
+        if (!document.readable(i)) {
+            text += printable(path) + ':' + std::to_string(document.fault(i).line) + ": job " + std::to_string(i + 1) +
+                    " cannot be read and stays as it is: " + printable(document.fault(i).message) + '\n';
+        }
+    }
+    return text;
+}
+
+std::string edited_text(GJFDocument& document, const std::string& path, const EditArguments& arguments) {
     apply_operations(arguments.operations, document, path, arguments.job);
     try {
         return document.to_text({arguments.force});
@@ -72,8 +83,11 @@ void write_to_folder(const std::string& output, const std::string& text, bool fo
 
 FileResult edit_file(const std::string& path, const EditArguments& arguments, const EditOutputs& outputs) {
     const std::string before = read_text(path);
-    const std::string after = edited_text(before, path, arguments);
+    GJFDocument document(before);
+    const std::string after = edited_text(document, path, arguments);
     FileResult result;
+    result.err = unreadable_jobs(document, path);
+    result.code = result.err.empty() ? result.code : exit_failure;
     result.counts[changed_count] = after == before ? 0 : 1;
     if (!arguments.folder.empty()) {
         check_output(outputs.path_of(path), arguments.force);
@@ -143,7 +157,7 @@ int edit(const EditArguments& arguments) {
     Batch batch;
     batch.work = [&](const std::string& path) { return edit_file_or_tell(path, arguments, outputs); };
     batch.note = [&](const FileResult& result) {
-        ++(result.code != exit_success ? failed : result.counts[changed_count] != 0 ? changed : unchanged);
+        ++(result.counts[changed_count] != 0 ? changed : result.code != exit_success ? failed : unchanged);
     };
     const int exit_code = run_batch(arguments.batch, batch);
     if (!arguments.prints_text()) {

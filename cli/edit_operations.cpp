@@ -141,7 +141,8 @@ void apply_to_jobs(const EditOperation& operation, GJFDocument& document, const 
     bool applied = false;
     const std::size_t end = only == 0 ? document.job_count() : only;
     for (std::size_t job = only == 0 ? 0 : only - 1; job < end; ++job) {
-        if (!has_target(document, job, target)) {
+        const bool passed_over = only == 0 && !document.readable(job);
+        if (passed_over || !has_target(document, job, target)) {
             continue;
         }
         applied = true;
@@ -194,6 +195,9 @@ void apply_operations(const std::vector<EditOperation>& operations, GJFDocument&
     if (job > document.job_count()) {
         throw std::runtime_error("there is no job " + std::to_string(job) + ": the file has " +
                                  std::to_string(document.job_count()));
+    }
+    if (job != 0 && !document.readable(job - 1)) {
+        throw std::runtime_error("job " + std::to_string(job) + " cannot be read: " + document.fault(job - 1).message);
     }
     for (const EditOperation& operation : operations) {
         apply_to_jobs(operation, document, path, job);

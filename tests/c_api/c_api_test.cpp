@@ -469,6 +469,19 @@ TEST(CDocument, SavesOnlyChanges) {
     EXPECT_EQ(quor::test::bytes_of(path), document_text);
 }
 
+TEST(CDocument, KeepsTheTextOfAJobThatCannotBeRead) {
+    const std::string broken = "# hf/sto-3g\n\nt\n\n0 1\nHe 0 0 0x\n\n--Link1--\n";
+    const std::string good = "# hf/sto-3g\n\nt\n\n0 1\nHe 0 0 0\n\n";
+    const Document document(gjf_document_create_from_string((broken + good).c_str()));
+    ASSERT_NE(document, nullptr);
+    EXPECT_EQ(gjf_document_job_count(document.get()), 2);
+    EXPECT_EQ(gjf_document_job(document.get(), 0), nullptr);
+    EXPECT_EQ(std::string(gjf_document_last_error(document.get())),
+              "GJF Parse Error: Job 1: GJF Parse Error: Invalid coordinate value: 0x");
+    gjf_editor_set_charge_and_spin(gjf_document_job(document.get(), 1), 2, 3);
+    EXPECT_EQ(text_of(document.get()), broken + "# hf/sto-3g\n\nt\n\n2 3\nHe 0 0 0\n\n");
+}
+
 TEST(CDocument, ReportsEveryFailure) {
     const Document document(gjf_document_create_from_string(document_text));
     char buffer[8];

@@ -372,6 +372,59 @@ TEST(Documents, NameTheJobThatCannotBeWritten) {
     EXPECT_EQ(message_of(symbolic), "GJF Parse Error: Job 2: A coordinate of atom 1 is a variable and cannot be moved");
 }
 
+TEST(Documents, LeaveJobsThatCannotBeReadAsTheyAre) {
+    const std::string broken = "# hf/sto-3g\n\nt\n\n0 1\nHe 0.0 zero\n\n";
+    const std::string link = "--Link1--\n";
+    GJFDocument document(water + link + broken + link + water);
+    ASSERT_EQ(document.job_count(), 3U);
+    EXPECT_TRUE(document.readable(0));
+    EXPECT_FALSE(document.readable(1));
+    EXPECT_EQ(document.fault(0).message, "");
+    const std::string reason = GJFParseException(document.fault(1).message).what();
+    EXPECT_EQ(document.fault(1).line, static_cast<std::size_t>(std::count(water.begin(), water.end(), '\n')) + 7);
+    EXPECT_EQ(document.to_text(), document.original_text());
+    const GJFEditor helium(GJFParser::parse_string("# hf/sto-3g\n\nt\n\n0 1\nHe 0 0 0\n\n"));
+    const std::pair<const char*, std::function<void()>> refused[] = {
+        {"its editor", [&] { document.job(1); }},
+        {"another editor", [&] { document.set_job(1, helium); }},
+    };
+    for (const auto& [name, action] : refused) {
+        try {
+            action();
+            ADD_FAILURE() << name;
+        } catch (const GJFParseException& error) {
+            EXPECT_EQ(std::string(error.what()), "GJF Parse Error: Job 2: " + reason) << name;
+        }
+    }
+    EXPECT_THROW(document.readable(3), GJFParseException);
+    EXPECT_THROW(document.fault(3), GJFParseException);
+    document.job(2).set_title("third");
+    EXPECT_EQ(document.to_text(), water + link + broken + link + water_with("Water  title", "third"));
+    document.remove_job(0);
+    EXPECT_EQ(document.to_text(), broken + link + water_with("Water  title", "third"));
+    document.insert_job(0, helium.get_data());
+    EXPECT_TRUE(document.readable(0));
+    EXPECT_EQ(document.fault(0).message, "");
+    EXPECT_FALSE(document.readable(1));
+    document.remove_job(1);
+    EXPECT_EQ(GJFDocument(document.to_text()).job_count(), 2U);
+    EXPECT_THROW(GJFDocument(broken + link + broken), GJFParseException);
+}
+
+TEST(Documents, SaveAroundJobsThatCannotBeRead) {
+    const std::string broken = "# hf/sto-3g\n\nt\n\n0 1\nHe 0.0 zero\n\n--Link1--\n";
+    const quor::test::TemporaryFolder folder;
+    const std::string path = folder.write("jobs.gjf", broken + water);
+    GJFDocument document = GJFDocument::open(path);
+    GJFEditor& job = document.job(1);
+    for (const char* title : {"one\nand more", "two"}) {
+        job.set_title(title);
+        EXPECT_TRUE(document.save());
+        EXPECT_EQ(quor::test::bytes_of(path), broken + water_with("Water  title", title));
+        EXPECT_EQ(document.fault(0).line, 6U);
+    }
+}
+
 TEST(Documents, HoldSeveralJobs) {
     GJFDocument document(water + "--Link1--\n" + water);
     ASSERT_EQ(document.job_count(), 2U);

@@ -111,7 +111,7 @@ QUOR_GJF_C_API int gjf_editor_get_spin(quor_gjf_editor* editor) QUOR_GJF_C_NOEXC
 
 /* Copies an atom's element, with its NUL, into `buffer` of `buffer_size` bytes. Returns 0, or -1: NULL handle, "element
  * output buffer is invalid" (NULL, or no bytes), "atom index must not be negative", "atom index is out of range", "element
- * output buffer is too small". A valid buffer holds an empty text after a failure. */
+ * output buffer is too small". A valid buffer holds an empty text after a failure; a NULL handle leaves it as it was. */
 QUOR_GJF_C_API int gjf_editor_get_atom_element(quor_gjf_editor* editor, int index, char* buffer,
                                                int buffer_size) QUOR_GJF_C_NOEXCEPT;
 
@@ -149,12 +149,14 @@ QUOR_GJF_C_API void gjf_editor_set_oniom_layer_by_element(quor_gjf_editor* edito
 QUOR_GJF_C_API void gjf_editor_set_charge_and_spin(quor_gjf_editor* editor, int charge,
                                                    int multiplicity) QUOR_GJF_C_NOEXCEPT;
 
-/* Copies the job as job text into `buffer`: in fixed columns, without comments and, without an error, without a Z-matrix,
- * which a document keeps. Returns 0, or -1: NULL handle, "GJF output buffer is invalid", "GJF output buffer is too small"
+/* Copies the job as job text into `buffer`, in the fixed layout. It drops, without an error: comments, a Z-matrix with its
+ * variables, link atoms, Link 0 lines that a later one replaced, and digits of numbers that were changed beyond six decimals;
+ * coordinates of 12 characters or more touch. gjf_document_to_string keeps all of these. Returns 0, or -1: NULL handle, "GJF output buffer is invalid", "GJF output buffer is too small"
  * (call again with a larger one). */
 QUOR_GJF_C_API int gjf_editor_to_string(quor_gjf_editor* editor, char* buffer, int buffer_size) QUOR_GJF_C_NOEXCEPT;
 
-/* Writes the text of gjf_editor_to_string to a file, whole or not at all. Returns 0, or -1: NULL handle, "filename is null",
+/* Writes the text of gjf_editor_to_string, and what that drops is lost, to a file, whole or not at all; gjf_document_save
+ * keeps it. Returns 0, or -1: NULL handle, "filename is null",
  * "Cannot write file: PATH". */
 QUOR_GJF_C_API int gjf_editor_save_to_file(quor_gjf_editor* editor, const char* filename) QUOR_GJF_C_NOEXCEPT;
 
@@ -205,12 +207,14 @@ QUOR_GJF_C_API int gjf_multi_editor_add_job_from_string(quor_gjf_multi_editor* e
 /* Removes a job. Returns 0, or -1: NULL handle, "job index must not be negative", "Invalid job index: N (total jobs: M)". */
 QUOR_GJF_C_API int gjf_multi_editor_remove_job(quor_gjf_multi_editor* editor, int index) QUOR_GJF_C_NOEXCEPT;
 
-/* Copies all jobs as one text into `buffer`. Returns 0, or -1: NULL handle, "GJF output buffer is invalid", "GJF output
+/* Copies all jobs as one text into `buffer`, each as gjf_editor_to_string writes it; gjf_document_to_string keeps what that
+ * drops. Returns 0, or -1: NULL handle, "GJF output buffer is invalid", "GJF output
  * buffer is too small". */
 QUOR_GJF_C_API int gjf_multi_editor_to_string(quor_gjf_multi_editor* editor, char* buffer,
                                               int buffer_size) QUOR_GJF_C_NOEXCEPT;
 
-/* Writes all jobs to a file, whole or not at all. Returns 0, or -1: NULL handle, "filename is null", "Cannot write file:
+/* Writes the text of gjf_multi_editor_to_string, and what that drops is lost, to a file, whole or not at all;
+ * gjf_document_save keeps it. Returns 0, or -1: NULL handle, "filename is null", "Cannot write file:
  * PATH". */
 QUOR_GJF_C_API int gjf_multi_editor_save_to_file(quor_gjf_multi_editor* editor, const char* filename) QUOR_GJF_C_NOEXCEPT;
 
@@ -229,8 +233,8 @@ QUOR_GJF_C_API int gjf_multi_editor_set_job(quor_gjf_multi_editor* editor, int i
 /* --- Documents: edits that move nothing else. All since 0.2.0.
  * ------------------------------------------------------------------------------------------------------------------ */
 
-/* Takes the text of a job file. Returns a handle to be freed with gjf_document_destroy, or NULL: "content is null", or why a
- * job cannot be read. */
+/* Takes the text of a job file. Returns a handle to be freed with gjf_document_destroy, or NULL: "content is null", or why no
+ * job can be read. Jobs that cannot be read among others stay texts. */
 QUOR_GJF_C_API quor_gjf_document* gjf_document_create_from_string(const char* content) QUOR_GJF_C_NOEXCEPT;
 
 /* Opens a job file. Returns a handle to be freed with gjf_document_destroy, or NULL: "filename is null", or why the file
@@ -247,14 +251,15 @@ QUOR_GJF_C_API const char* gjf_document_last_error(const quor_gjf_document* docu
 QUOR_GJF_C_API int gjf_document_job_count(quor_gjf_document* document) QUOR_GJF_C_NOEXCEPT;
 
 /* Returns the handle of a job: a view, edits through it reach the document. It is valid as long as the document and not to
- * be freed. NULL: NULL handle, "job index must not be negative", "Invalid job index: N (total jobs: M)". */
+ * be freed. NULL: NULL handle, "job index must not be negative", "Invalid job index: N (total jobs: M)", or why
+ * this job cannot be read. */
 QUOR_GJF_C_API quor_gjf_editor* gjf_document_job(quor_gjf_document* document, int index) QUOR_GJF_C_NOEXCEPT;
 
 /* Returns how many bytes the changed text takes, its NUL included, or -1: NULL handle, "text size does not fit in int", or
  * why the changes cannot be written. With `force` not 0, text that cannot follow a change stays as it is. */
 QUOR_GJF_C_API int gjf_document_text_size(quor_gjf_document* document, int force) QUOR_GJF_C_NOEXCEPT;
 
-/* Copies the changed text into `buffer`. Returns 0, or -1: as gjf_document_text_size, "GJF output buffer is invalid", "GJF
+/* Copies the changed text into `buffer`: all that was not edited has its bytes. Returns 0, or -1: as gjf_document_text_size, "GJF output buffer is invalid", "GJF
  * output buffer is too small". */
 QUOR_GJF_C_API int gjf_document_to_string(quor_gjf_document* document, int force, char* buffer,
                                           int buffer_size) QUOR_GJF_C_NOEXCEPT;

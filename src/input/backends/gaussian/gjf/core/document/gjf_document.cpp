@@ -49,10 +49,10 @@ constexpr RewritingStep rewriting_steps[] = {
 
 // A job that the text should hold. Its sections are those of its editor, unless they followed a change of atoms.
 struct WantedJob {
-    const GJFData& job;
+    const GJFData* job;  // null for one that cannot be read
     std::optional<Sections> followed;
 
-    const Sections& sections() const noexcept { return followed ? *followed : job.extra_inputs; }
+    const Sections& sections() const noexcept { return followed ? *followed : job->extra_inputs; }
 };
 
 std::string_view message_of(const GJFParseException& error) {
@@ -63,14 +63,14 @@ std::string_view message_of(const GJFParseException& error) {
 
 struct GJFDocument::Impl {
     struct Entry {
-        std::unique_ptr<GJFEditor> editor;
-        std::optional<std::size_t> place;  // among the layouts; absent for a job that was added
-        std::uint64_t identity = 0;        // of the record that its editor began
-        std::unique_ptr<GJFEditor> taken;  // the job as it was read, where it was put aside for another editor
+        std::unique_ptr<GJFEditor> editor;  // none for a job that cannot be read
+        std::optional<std::size_t> place;   // among the layouts; absent for a job that was added
+        std::uint64_t identity = 0;         // of the record that its editor began
+        std::unique_ptr<GJFEditor> taken;   // the job as it was read, where it was put aside for another editor
 
         // Returns what the editor recorded of the job in the text; null when it may be any job.
         const EditRecord* record() const noexcept {
-            const EditRecord* const record = editor->record();
+            const EditRecord* const record = editor == nullptr ? nullptr : editor->record();
             return record != nullptr && record->identity() == identity ? record : nullptr;
         }
     };
@@ -78,22 +78,40 @@ struct GJFDocument::Impl {
     std::string path;
     std::string text;
     std::vector<JobLayout> layouts;
+    std::vector<JobFault> faults;  // for each layout
     std::vector<Entry> entries;
     JobLayout no_layout;
+    JobFault no_fault;
 
-    // Reads the jobs of a text; throws where one cannot be read.
-    static std::vector<JobReading> read(const std::string& text) {
-        std::vector<JobReading> readings = read_jobs_with_layout(text);
-        for (const JobReading& reading : readings) {
-            if (!reading.error.empty()) {
-                throw GJFParseException("Job " + std::to_string(reading.layout.number) +
-                                        ": GJF Parse Error: " + reading.error);
+    // Takes the jobs of the text.
+    void take(std::vector<JobReading> readings) {
+        for (JobReading& reading : readings) {
+            Entry entry;
+            entry.place = layouts.size();
+            layouts.push_back(std::move(reading.layout));
+            faults.push_back({std::move(reading.error), reading.error_line});
+            if (faults.back().message.empty()) {
+                entry.editor = std::make_unique<GJFEditor>(std::move(reading.job));
+                entry.identity = entry.editor->begin_record();
             }
+            entries.push_back(std::move(entry));
         }
-        if (readings.empty()) {
+        if (entries.empty()) {
             throw GJFParseException("No valid jobs found in input");
         }
-        return readings;
+    }
+
+    [[noreturn]] void refuse(const Entry& entry) const {
+        throw GJFParseException("Job " + std::to_string(layouts[*entry.place].number) +
+                                ": GJF Parse Error: " + faults[*entry.place].message);
+    }
+
+    GJFEditor& editor(std::size_t index) const {
+        const Entry& found = entry(index);
+        if (found.editor == nullptr) {
+            refuse(found);
+        }
+        return *found.editor;
     }
 
     std::string_view body() const noexcept { return skip_byte_order_mark(text); }
@@ -110,7 +128,7 @@ struct GJFDocument::Impl {
         std::size_t next = 0;
         const auto as_read = [&next](const Entry& entry) {
             const EditRecord* const record = entry.record();
-            return entry.place == next++ && record != nullptr && record->empty();
+            return entry.place == next++ && (entry.editor == nullptr || (record != nullptr && record->empty()));
         };
         return entries.size() == layouts.size() && std::all_of(entries.begin(), entries.end(), as_read);
     }
@@ -120,13 +138,13 @@ struct GJFDocument::Impl {
                           LineEdits& edits) const {
         const GJFEditor& editor = *entry.editor;
         const EditRecord* const record = entry.record();
-        WantedJob wanted{editor.get_data(), {}};
+        WantedJob wanted{&editor.get_data(), {}};
         if (record != nullptr && record->empty()) {
             return wanted;
         }
         std::vector<JobReading> again;
         if (record == nullptr && entry.taken == nullptr) {
-            again = read(text);
+            again = read_jobs_with_layout(text);
         }
         const GJFData& old = record != nullptr        ? record->before()
                              : entry.taken != nullptr ? entry.taken->get_data()
@@ -136,7 +154,7 @@ struct GJFDocument::Impl {
         if (before.may_differ(JobPart::AtomCount)) {
             wanted.followed = sections_to_write(editor, places, options.force);
         }
-        JobRewriting job{lines,         before, wanted.job, wanted.sections(), editor.atom_origins(), std::move(places),
+        JobRewriting job{lines,         before, *wanted.job, wanted.sections(), editor.atom_origins(), std::move(places),
                          options.force, edits};
         for (const RewritingStep& step : rewriting_steps) {
             if (step.concerns(before)) {
@@ -201,10 +219,14 @@ struct GJFDocument::Impl {
         for (std::size_t i = 0; i < entries.size(); ++i) {
             if (entries[i].place) {
                 kept[*entries[i].place] = true;
+                if (entries[i].editor == nullptr) {
+                    wanted.push_back({nullptr, {}});
+                    continue;
+                }
                 wanted.push_back(rewrite_job_named(i, lines, options, edits));
                 continue;
             }
-            wanted.push_back({entries[i].editor->get_data(), {}});
+            wanted.push_back({&entries[i].editor->get_data(), {}});
             const auto next = std::find_if(entries.begin() + static_cast<std::ptrdiff_t>(i), entries.end(),
                                            [](const Entry& e) { return e.place.has_value(); });
             insert_lines_of(entries[i], next == entries.end() ? nullptr : &*next, i == 0, lines, edits);
@@ -244,12 +266,15 @@ struct GJFDocument::Impl {
                                     std::to_string(wanted.size()));
         }
         for (std::size_t i = 0; i < read.size(); ++i) {
+            if (wanted[i].job == nullptr) {
+                continue;  // none of its lines was touched
+            }
             const std::string where = wanted.size() > 1 ? "Job " + std::to_string(i + 1) + ": " : std::string();
             if (!read[i].error.empty()) {
                 throw GJFParseException(where + "The changed text cannot be read: " + read[i].error);
             }
             const std::string difference =
-                difference_between(read[i].job, wanted[i].job, options.force ? nullptr : &wanted[i].sections());
+                difference_between(read[i].job, *wanted[i].job, options.force ? nullptr : &wanted[i].sections());
             if (!difference.empty()) {
                 throw GJFParseException(where + "The changed text would be read otherwise than meant: " + difference);
             }
@@ -259,11 +284,10 @@ struct GJFDocument::Impl {
 
 GJFDocument::GJFDocument(std::string text) : impl_(std::make_unique<Impl>()) {
     impl_->text = std::move(text);
-    for (JobReading& reading : Impl::read(impl_->text)) {
-        auto editor = std::make_unique<GJFEditor>(std::move(reading.job));
-        const std::uint64_t identity = editor->begin_record();
-        impl_->entries.push_back({std::move(editor), impl_->layouts.size(), identity, nullptr});
-        impl_->layouts.push_back(std::move(reading.layout));
+    impl_->take(read_jobs_with_layout(impl_->text));
+    const std::vector<Impl::Entry>& entries = impl_->entries;
+    if (std::none_of(entries.begin(), entries.end(), [](const Impl::Entry& entry) { return entry.editor != nullptr; })) {
+        impl_->refuse(entries.front());
     }
 }
 
@@ -283,12 +307,19 @@ const std::string& GJFDocument::path() const noexcept { return impl_->path; }
 
 std::size_t GJFDocument::job_count() const noexcept { return impl_->entries.size(); }
 
-GJFEditor& GJFDocument::job(std::size_t index) { return *impl_->entry(index).editor; }
+GJFEditor& GJFDocument::job(std::size_t index) { return impl_->editor(index); }
 
-const GJFEditor& GJFDocument::job(std::size_t index) const { return *impl_->entry(index).editor; }
+const GJFEditor& GJFDocument::job(std::size_t index) const { return impl_->editor(index); }
+
+bool GJFDocument::readable(std::size_t index) const { return impl_->entry(index).editor != nullptr; }
+
+const JobFault& GJFDocument::fault(std::size_t index) const {
+    const Impl::Entry& entry = impl_->entry(index);
+    return entry.place ? impl_->faults[*entry.place] : impl_->no_fault;
+}
 
 void GJFDocument::set_job(std::size_t index, GJFEditor editor) {
-    impl_->entry(index);
+    impl_->editor(index);
     Impl::Entry& entry = impl_->entries[index];
     if (const EditRecord* const record = entry.record(); record != nullptr && record->empty()) {
         entry.taken = std::make_unique<GJFEditor>(std::move(*entry.editor));
@@ -339,23 +370,21 @@ bool GJFDocument::save(const GJFWriteOptions& options) {
         throw GJFParseException("File has changed since it was opened: " + impl_->path);
     }
     // What may fail is done before the file is written.
-    std::vector<GJFEditor> editors;
-    std::vector<JobLayout> layouts;
-    for (JobReading& reading : changed->readings) {
-        editors.emplace_back(std::move(reading.job)).begin_record();
-        layouts.push_back(std::move(reading.layout));
-    }
+    Impl saved;
+    saved.take(std::move(changed->readings));
     if (!quor::core::fs::write_text_file(impl_->path, changed->text)) {
         throw GJFParseException("Cannot write file: " + impl_->path);
     }
-    for (std::size_t i = 0; i < editors.size(); ++i) {
-        Impl::Entry& entry = impl_->entries[i];
-        *entry.editor = std::move(editors[i]);
-        entry.place = i;
-        entry.identity = entry.editor->record()->identity();
-        entry.taken.reset();
+    for (std::size_t i = 0; i < saved.entries.size(); ++i) {
+        // Editors stay where they are, for who holds them.
+        if (saved.entries[i].editor != nullptr) {
+            std::swap(*impl_->entries[i].editor, *saved.entries[i].editor);
+            saved.entries[i].editor.swap(impl_->entries[i].editor);
+        }
     }
-    impl_->layouts = std::move(layouts);
+    impl_->entries = std::move(saved.entries);
+    impl_->layouts = std::move(saved.layouts);
+    impl_->faults = std::move(saved.faults);
     impl_->text = std::move(changed->text);
     return true;
 }

@@ -21,6 +21,12 @@ struct GJFWriteOptions {
     bool force = false;
 };
 
+/// Why a job could not be read: the message, without any prefix, and the line of the text at which it shows.
+struct JobFault {
+    std::string message;
+    std::size_t line = 0;
+};
+
 /// Holds the text of a job file, an editor for each of its jobs, and writes the text with the changed parts alone written
 /// anew.
 ///
@@ -30,7 +36,7 @@ struct GJFWriteOptions {
 /// thread at a time.
 class QUOR_GJF_API GJFDocument {
    public:
-    /// Takes a text; throws when a job in it cannot be read, naming the job as `GJFParser::parse_string_multi` does.
+    /// Takes a text; throws when no job in it can be read, naming the first as `GJFParser::parse_string_multi` does.
     explicit GJFDocument(std::string text);
     /// Opens a file; throws "Cannot open file: PATH" when it cannot be read.
     static GJFDocument open(const std::string& path);
@@ -45,11 +51,15 @@ class QUOR_GJF_API GJFDocument {
     /// Returns the path that was opened; empty for a text.
     const std::string& path() const noexcept;
 
+    /// Returns the number of jobs, those that cannot be read counted: these stay the texts that they are.
     std::size_t job_count() const noexcept;
-    /// Returns a job's editor, valid as long as the document; throws "Invalid job index: N (total jobs: M)". An editor that
-    /// is assigned to it must have taken the same job: its atom origins are taken for those of this document. One that did
-    /// not take it here, and one whose job was replaced, costs another read of the text when it is written; `set_job` spares
-    /// it.
+    /// Tells whether a job can be read, and why not: the message is empty where it can.
+    bool readable(std::size_t index) const;
+    const JobFault& fault(std::size_t index) const;
+    /// Returns a job's editor, valid as long as the document; throws "Invalid job index: N (total jobs: M)", and
+    /// "Job N: GJF Parse Error: " and its fault for one that cannot be read. An editor that is assigned to it must have
+    /// taken the same job: its atom origins are taken for those of this document. One that did not take it here, and one
+    /// whose job was replaced, costs another read of the text when it is written; `set_job` spares it.
     GJFEditor& job(std::size_t index);
     const GJFEditor& job(std::size_t index) const;
     /// Puts an editor that took the same job in the place of a job's; keeps that, if it was not edited, to compare with.

@@ -1,0 +1,96 @@
+// Bounds what a document of many atoms costs, told in its own text: in bytes of heap a byte, in copies and in readings.
+#include <gjf/gjf.hpp>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <ctime>
+#include <functional>
+#include <iostream>
+#include <string>
+
+#include "../support/allocations.hpp"
+
+namespace quor::test {
+namespace {
+
+using namespace input::gaussian;
+
+constexpr double heap_limit = 13;          // bytes a byte of text, right after opening
+constexpr double copies_limit = 3;         // for writing what was not changed
+constexpr double readings_limit = 1.6;     // for writing one moved atom: the new text is read once
+constexpr double other_peak_limit = 1.01;  // texts, at the peak of writing what was not changed
+
+// Returns a job whose atom lines are as short as usual ones are.
+std::string job_of_many_atoms() {
+    std::string text = "# hf/sto-3g\n\nt\n\n0 1\n";
+    for (int i = 0; i < 100'000; ++i) {
+        char line[64];
+        std::snprintf(line, sizeof line, " C    %12.6f %12.6f %12.6f\n", i % 997 * 0.37, i % 991 * 0.11, i % 1999 * -0.05);
+        text += line;
+    }
+    return text + "\n";
+}
+
+double cpu_seconds() {
+    timespec now{};
+    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
+}
+
+double seconds_of(const std::function<void()>& run) {
+    const double start = cpu_seconds();
+    run();
+    return cpu_seconds() - start;
+}
+
+// Divides the shortest times of two runs. They take turns, so that what else the machine does concerns both.
+double ratio_of(int turns, const std::function<void()>& run, const std::function<void()>& unit) {
+    double shortest = 1e9;
+    double shortest_unit = 1e9;
+    for (int turn = 0; turn < turns; ++turn) {
+        shortest_unit = std::min(shortest_unit, seconds_of(unit));
+        shortest = std::min(shortest, seconds_of(run));
+    }
+    return shortest / shortest_unit;
+}
+
+TEST(DocumentCost, IsOneJobInMemory) {
+    const std::string text = job_of_many_atoms();
+    GJFParser::parse_string("# hf/sto-3g\n\nt\n\n0 1\nHe 0 0 0\n\n");  // the vocabulary stays for the life of the process
+    const std::size_t before = live_bytes();
+    const GJFDocument document(text);
+    const double heap = static_cast<double>(live_bytes() - before) / static_cast<double>(text.size());
+    std::cout << "heap: " << heap << " bytes a byte of text\n";
+    EXPECT_LT(heap, heap_limit);
+}
+
+TEST(DocumentCost, IsACopyWithoutAnEdit) {
+    const std::string text = job_of_many_atoms();
+    const GJFDocument document(text);
+    restart_peak();
+    const std::size_t before = live_bytes();
+    EXPECT_EQ(document.to_text(), text);
+    EXPECT_LT(static_cast<double>(peak_bytes() - before), other_peak_limit * static_cast<double>(text.size()));
+    std::size_t size = 0;
+    const double copies = ratio_of(
+        20, [&] { size += document.to_text().size(); }, [&] { size += std::string(text).size(); });
+    std::cout << "unchanged: " << copies << " copies\n";
+    EXPECT_LT(copies, copies_limit);
+    EXPECT_EQ(size, 40 * text.size());
+}
+
+TEST(DocumentCost, IsLittleMoreThanAReadingWithOneAtomMoved) {
+    const std::string text = job_of_many_atoms();
+    GJFDocument document(text);
+    document.job(0).translate_atoms({500}, 1, 2, 3);
+    EXPECT_NE(document.to_text(), text);
+    const double readings = ratio_of(
+        5, [&] { document.to_text(); }, [&] { read_jobs_with_layout(text); });
+    std::cout << "one atom moved: " << readings << " readings\n";
+    EXPECT_LT(readings, readings_limit);
+}
+
+}  // namespace
+}  // namespace quor::test
