@@ -36,7 +36,7 @@ TEST(Checker, TellsThePlace) {
         {"# hf/sto-3g" + helium, ""},
         {"# hf/sto-3g opt=(calcall,calfc)" + helium, "R001 1:26+5 error\n"},
         {"#p hf/sto-3g\nopt=(tight,\n  calfc)" + helium, "R001 3:3+5 error\n"},
-        {"#p\n#bl3yp/sto-3g" + helium, "W005 2:2+5 error\n"},
+        {"#p\n#bl3yp/sto-3g" + helium, "W005 2:2+5 warning\n"},
         {"%mem=x\n# hf/def2-tzvp opt" + helium, "L002 1:6+1 error\nW005 2:6+9 error\n"},
         {"# hf/sto-3g opt=(calcfc" + helium, "T007 1:17+1 error\n"},
         {"# hf/6-31g(d) (opt)]" + helium, "W005 1:15+6 warning\nT007 1:20+1 error\n"},
@@ -86,10 +86,79 @@ TEST(Checker, HintsAtNearNames) {
     }
 }
 
-TEST(Checker, IsSureOnlyWhereANameIsNear) {
-    EXPECT_EQ(find(check_text("# hf/sto-3g frq" + helium), "GJF-W005")->severity, Severity::Error);
-    EXPECT_EQ(find(check_text("# hf/sto-3g qwertzuiop" + helium), "GJF-W005")->severity, Severity::Warning);
-    EXPECT_EQ(find(check_text("# hf/sto-3g opt=qwertzuiop" + helium), "GJF-R001")->severity, Severity::Warning);
+TEST(Checker, IsSureOnlyOfOneSlipInsideALongName) {
+    const std::tuple<const char*, const char*, Severity> cases[] = {
+        {"# hf/sto-3g opt(maxcyle=9)", "GJF-R001", Severity::Error},     // missing
+        {"# hf/sto-3g opt(maxcycls=9)", "GJF-R001", Severity::Error},    // missing
+        {"# hf/sto-3g opt(MaxCycless=9)", "GJF-R001", Severity::Error},  // doubled
+        {"# hf/sto-3g opt(maxcylces=9)", "GJF-R001", Severity::Error},   // swapped
+        {"# hf/sto-3g opt(maxcicles=9)", "GJF-R001", Severity::Error},   // wrong
+        {"# hf/sto-3g opt(calfc)", "GJF-R001", Severity::Error},         // missing, in a name of six
+        {"# hf/sto-3g opt(noeigntest)", "GJF-R001", Severity::Error},
+        {"# hf/sto-3g geom=conectivity", "GJF-R001", Severity::Error},
+        {"# m06-2x/sto-3g", "GJF-W005", Severity::Error},  // a dash
+        {"# wB97X-D/sto-3g", "GJF-W005", Severity::Error},
+        {"# hf/def2-tzvp", "GJF-W005", Severity::Error},
+        {"%nprocshard=2\n# hf/sto-3g", "GJF-L001", Severity::Error},
+        {"# hf/sto-3g scrf=(solvent=acetonitrille)", "GJF-R012", Severity::Error},
+        {"# hf/sto-3g frq", "GJF-W005", Severity::Warning},  // short
+        {"# b3lpy/sto-3g", "GJF-W005", Severity::Warning},
+        {"# hf/sto-3g opt(xmaxcycles=9)", "GJF-R001", Severity::Warning},  // added in front
+        {"# hf/sto-3g opt(maxcyclesx=9)", "GJF-R001", Severity::Warning},  // added behind
+        {"# hf/sto-3g opt(naxcycles=9)", "GJF-R001", Severity::Warning},   // another first letter
+        {"# hf/sto-3g opt(mxcyclse=9)", "GJF-R001", Severity::Warning},    // two slips
+        {"# hf/sto-3g opt(maxcyxles=9)", "GJF-R001", Severity::Error},
+        {"# hf/sto-3g opt(maxcycxles=9)", "GJF-R001", Severity::Warning},  // put in
+        {"# hf/def2tzvq", "GJF-W005", Severity::Warning},                  // another last letter
+        {"# hf/6-331g", "GJF-W005", Severity::Warning},                    // a digit
+        {"# hf/sto-3g qwertzuiop", "GJF-W005", Severity::Warning},
+        {"# hf/sto-3g opt=qwertzuiop", "GJF-R001", Severity::Warning},
+        {"%chkx=a\n# hf/sto-3g", "GJF-L001", Severity::Warning},
+    };
+    for (const auto& [head, code, severity] : cases) {
+        const std::vector<Finding> findings = check_text(head + helium);
+        ASSERT_NE(find(findings, code), nullptr) << head;
+        EXPECT_EQ(find(findings, code)->severity, severity) << head;
+    }
+}
+
+TEST(Checker, RaisesNothingForWhatRuns) {
+    const char* const heads[] = {
+        "# rzindo",
+        "# uzindo",
+        "# hissapbe/sto-3g",
+        "# hf/sto-3g g09defaults",
+        "# hf/sto-3g symmetry=SaveOrientation",
+        "# hf/sto-3g PDENS",
+        "# hf/sto-3g genchk",
+        "# hf/sto-3g pop=full pop=nbo",
+        "# hf/sto-3g scf=qc scf=(maxcycle=99)",
+        "# hf/sto-3g scf=noincore",
+        "# ccsd=noincore/sto-3g",
+        "# hf/sto-3g scfconv=8",
+        "# b3lyp/sto-3g utd=(nstates=3)",
+        "# b3lyp/sto-3g rtd",
+        "# cis/sto-3g density=(cis=1)",
+        "# hf/sto-3g scrf=(smd,solvent=generic)",
+        "%rwf=a\n#p restart",
+        "%chk=a\n# hf/sto-3g scrf=(pcm,check)",
+    };
+    for (const char* head : heads) {
+        EXPECT_EQ(places_of(head + helium), "") << head;
+    }
+}
+
+TEST(Checker, CallsWhatStopsAnError) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"# hf/sto-3g opt=ts opt=calcfc", "GJF-R002"}, {"# hf/sto-3g opt opt", "GJF-R002"},
+        {"# hf/sto-3g sp freq", "GJF-R010"},           {"# hf/sto-3g freq irc=calcfc", "GJF-R010"},
+        {"# hf/sto-3g force freq", "GJF-R010"},        {"# hf/sto-3g irc", "GJF-R009"},
+    };
+    for (const auto& [head, code] : cases) {
+        const std::vector<Finding> findings = check_text(head + helium);
+        ASSERT_NE(find(findings, code), nullptr) << head;
+        EXPECT_EQ(find(findings, code)->severity, Severity::Error) << head;
+    }
 }
 
 // Returns the errors among the findings, with their codes.
@@ -230,9 +299,9 @@ TEST(Checker, ChecksEveryJob) {
 }
 
 TEST(Checker, IsSilencedByOptionsAndComments) {
-    const std::string route = "# hf/sto-3g opt=calfc scf=tigth";
+    const std::string route = "# hf/sto-3g opt=calfc scf=vtightlnieq";
     EXPECT_EQ(places_of(route + helium, {{"gjf-r001"}}), "");
-    EXPECT_EQ(places_of(route + helium, {{"GJF-R002", ""}}), "R001 1:17+5 error\nR001 1:27+5 error\n");
+    EXPECT_EQ(places_of(route + helium, {{"GJF-R002", ""}}), "R001 1:17+5 error\nR001 1:27+11 error\n");
     EXPECT_EQ(places_of("! quor-gjf: ignore GJF-R001\n" + route + helium), "");
     EXPECT_EQ(places_of("! Quor-GJF: ignore gjf-m001, gjf-r001\n" + route + helium), "");
     EXPECT_EQ(places_of(route + " ! quor-gjf: ignore GJF-R001" + helium), "");
@@ -240,7 +309,7 @@ TEST(Checker, IsSilencedByOptionsAndComments) {
     EXPECT_NE(places_of("! quor-gjf: ignore\n" + route + helium), "");
     // A comment speaks for its own job.
     const std::string two = route + " ! quor-gjf: ignore GJF-R001" + helium + "--Link1--\n" + route + helium;
-    EXPECT_EQ(places_of(two), "R001 9:17+5 error\nR001 9:27+5 error\n");
+    EXPECT_EQ(places_of(two), "R001 9:17+5 error\nR001 9:27+11 error\n");
 }
 
 TEST(Checker, ReportsMixedLineEndsOfTheFile) {
@@ -277,18 +346,23 @@ TEST(NearNames, AreAFewLettersAway) {
     }
 }
 
-TEST(NearNames, AreMisspeltByAStepOrTwo) {
+TEST(NearNames, AreMisspeltByOneSlip) {
     const std::tuple<std::string, std::string, bool> cases[] = {
         {"calfc", "calcfc", true},
-        {"bl3yp", "b3lyp", true},
+        {"bl3yp", "b3lyp", false},
         {"def2-tzvp", "def2tzvp", true},
         {"utlrafine", "ultrafine", true},
-        {"iterative", "iterate", true},
+        {"iterative", "iterate", false},
         {"addredundant", "modredundant", false},
         {"efield", "field", false},
         {"maxcyle", "maxcyc", false},
+        {"maxcyle", "maxcycles", true},
+        {"maxxcy", "maxcyc", false},
+        {"modreedund", "modredundant", true},
+        {"calcffc", "calcfc", true},
+        {"calcf", "calcfc", false},
         {"", "opt", false},
-        {"optt", "opt", true},
+        {"optt", "opt", false},
         {"qpt", "opt", false},
     };
     for (const auto& [word, name, misspelt] : cases) {

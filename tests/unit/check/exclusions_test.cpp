@@ -24,7 +24,7 @@ std::size_t count_of(const std::string& text, const std::string& code, const std
     }));
 }
 
-std::string quoted(std::string_view first, std::string_view second) {
+std::string in_quotes(std::string_view first, std::string_view second) {
     return "'" + std::string(first) + "' and '" + std::string(second) + "'";
 }
 
@@ -36,9 +36,11 @@ TEST(Exclusions, OfOptionsAreFoundRowByRow) {
             const std::string name(keyword);
             const std::string a(pair.first);
             const std::string b(pair.second);
-            EXPECT_EQ(count_of(job_with(name + "=(" + a + "," + b + ")"), "GJF-R008", quoted(a, b)), 1U) << name << a << b;
-            EXPECT_EQ(count_of(job_with(name + "=(" + b + "," + a + ")"), "GJF-R008", quoted(a, b)), 1U) << name << a << b;
-            EXPECT_EQ(count_of(job_with(name + "=" + a + " " + name + "=" + b), "GJF-R008", quoted(a, b)), 1U)
+            EXPECT_EQ(count_of(job_with(name + "=(" + a + "," + b + ")"), "GJF-R008", in_quotes(a, b)), 1U)
+                << name << a << b;
+            EXPECT_EQ(count_of(job_with(name + "=(" + b + "," + a + ")"), "GJF-R008", in_quotes(a, b)), 1U)
+                << name << a << b;
+            EXPECT_EQ(count_of(job_with(name + "=" + a + " " + name + "=" + b), "GJF-R008", in_quotes(a, b)), 1U)
                 << name << a << b;
             EXPECT_EQ(count_of(job_with(name + "=" + a), "GJF-R008", ""), 0U) << name << a;
             EXPECT_EQ(count_of(job_with(name + "=" + b), "GJF-R008", ""), 0U) << name << b;
@@ -52,8 +54,8 @@ TEST(Exclusions, OfKeywordsAreFoundRowByRow) {
     for (const Exclusion& pair : exclusions("keywords")) {
         const std::string a(pair.first);
         const std::string b(pair.second);
-        EXPECT_EQ(count_of(job_with(a + " " + b), "GJF-R008", quoted(a, b)), 1U) << a << b;
-        EXPECT_EQ(count_of(job_with(b + " " + a), "GJF-R008", quoted(a, b)), 1U) << a << b;
+        EXPECT_EQ(count_of(job_with(a + " " + b), "GJF-R008", in_quotes(a, b)), 1U) << a << b;
+        EXPECT_EQ(count_of(job_with(b + " " + a), "GJF-R008", in_quotes(a, b)), 1U) << a << b;
         EXPECT_EQ(count_of(job_with(a), "GJF-R008", "") + count_of(job_with(b), "GJF-R008", ""), 0U) << a << b;
     }
 }
@@ -63,16 +65,16 @@ TEST(Exclusions, OfJobTypesAreFoundRowByRow) {
     for (const Exclusion& pair : exclusions("jobs")) {
         const std::string a(pair.first);
         const std::string b(pair.second);
-        EXPECT_EQ(count_of(job_with(a + " " + b), "GJF-R010", quoted(a, b)), 1U) << a << b;
-        EXPECT_EQ(count_of(job_with(b + " " + a), "GJF-R010", quoted(a, b)), 1U) << a << b;
+        EXPECT_EQ(count_of(job_with(a + " " + b), "GJF-R010", in_quotes(a, b)), 1U) << a << b;
+        EXPECT_EQ(count_of(job_with(b + " " + a), "GJF-R010", in_quotes(a, b)), 1U) << a << b;
         EXPECT_EQ(count_of(job_with(a), "GJF-R010", "") + count_of(job_with(b), "GJF-R010", ""), 0U) << a << b;
     }
 }
 
 TEST(Exclusions, AreFoundUnderOtherSpellings) {
-    EXPECT_EQ(count_of(job_with("symm nosymm"), "GJF-R008", quoted("symmetry", "nosymm")), 1U);
-    EXPECT_EQ(count_of(job_with("nosymmetry symmetry"), "GJF-R008", quoted("symmetry", "nosymm")), 1U);
-    EXPECT_EQ(count_of(job_with("opt=(rcfc,CalcFC)"), "GJF-R008", quoted("calcfc", "rcfc")), 1U);
+    EXPECT_EQ(count_of(job_with("symm nosymm"), "GJF-R008", in_quotes("symmetry", "nosymm")), 1U);
+    EXPECT_EQ(count_of(job_with("nosymmetry symmetry"), "GJF-R008", in_quotes("symmetry", "nosymm")), 1U);
+    EXPECT_EQ(count_of(job_with("opt=(rcfc,CalcFC)"), "GJF-R008", in_quotes("calcfc", "rcfc")), 1U);
 }
 
 }  // namespace

@@ -228,6 +228,9 @@ void CheckpointChain::add(const CheckedJob& job, Findings& findings) {
     bool fails = false;
     const std::string request = reading_request(job, fails);
     const bool is_first = jobs_++ == 0;
+    if (request == "restart" && find_line(lines, {"rwf", "oldrwf"}) != nullptr) {
+        return;  // the read-write file has all
+    }
     if (!request.empty() && source == nullptr) {
         const TextPlace place = job.segments.empty() ? TextPlace{job.layout.lines.first, 0, 0} : job.segments.front().place;
         findings.add("GJF-L008", is_first && fails ? Severity::Error : Severity::Warning,

@@ -1,6 +1,7 @@
 // Edit distance between words, and the vocabulary as a list of words.
 #include <gjf/core/check/near_names.hpp>
 
+#include <gjf/core/schema/candidate_group.hpp>
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
@@ -9,7 +10,8 @@ namespace quor::input::gaussian {
 namespace {
 
 constexpr std::size_t most_names = 3;
-constexpr std::size_t longest_word = 40;  // a longer one is no misspelt name
+constexpr std::size_t shortest_sure_word = 6;  // shorter ones are too near to each other
+constexpr std::size_t longest_word = 40;       // a longer one is no misspelt name
 
 std::size_t most_steps(std::size_t length) noexcept { return length < 4 ? 1 : length < 10 ? 2 : 3; }
 
@@ -43,6 +45,43 @@ std::size_t steps_between(std::string_view a, std::string_view b) {
         last = row;
     }
     return last[b.size()];
+}
+
+bool is_letter(char c) noexcept { return c >= 'a' && c <= 'z'; }
+
+// Tells whether one letter inside `right` is wrong, missing, doubled or swapped with its neighbour in `word`. Where a digit
+// differs, the word is rather another name.
+bool is_slip(std::string_view word, std::string_view right) {
+    const auto same =
+        static_cast<std::size_t>(std::mismatch(word.begin(), word.end(), right.begin(), right.end()).first - word.begin());
+    const std::string_view rest = word.substr(same);
+    const std::string_view right_rest = right.substr(same);
+    if (same == 0) {
+        return false;
+    }
+    if (word.size() == right.size() + 1) {
+        return is_letter(rest[0]) && rest[0] == word[same - 1] && rest.substr(1) == right_rest;
+    }
+    if (right_rest.size() < 2 || rest.empty() || !is_letter(right_rest[0])) {
+        return false;
+    }
+    if (word.size() + 1 == right.size()) {
+        return rest == right_rest.substr(1);
+    }
+    const bool is_swapped = rest[0] == right_rest[1] && rest[1] == right_rest[0] && is_letter(rest[0]);
+    return (is_letter(rest[0]) && rest.substr(1) == right_rest.substr(1)) ||
+           (is_swapped && rest.substr(2) == right_rest.substr(2));
+}
+
+// A name may be abbreviated, and the abbreviation misspelt.
+bool is_slip_of_abbreviation(std::string_view word, std::string_view name) {
+    for (std::size_t size = std::max<std::size_t>(word.size() - 1, shortest_sure_word);
+         size <= std::min(name.size(), word.size() + 1); ++size) {
+        if (is_slip(word, name.substr(0, size))) {
+            return true;
+        }
+    }
+    return false;
 }
 
 std::size_t length_difference(std::string_view a, std::string_view b) noexcept {
@@ -99,11 +138,9 @@ std::vector<std::string> near_names(std::string_view word, const std::vector<std
 }
 
 bool is_misspelt(std::string_view word, const std::vector<std::string>& near) {
-    const std::string wanted = without_dashes(word);
-    const std::size_t most = wanted.size() < 8 ? 1 : 2;
+    const std::string wanted = to_lower_copy(word);
     return std::any_of(near.begin(), near.end(), [&](const std::string& name) {
-        const std::string candidate = without_dashes(name);
-        return !wanted.empty() && candidate.front() == wanted.front() && steps_between(wanted, candidate) <= most;
+        return without_dashes(wanted) == without_dashes(name) || is_slip_of_abbreviation(wanted, name);
     });
 }
 
@@ -112,14 +149,31 @@ std::vector<std::string> all_basis_sets(const SimpleYAMLParser& schema) {
 }
 
 std::vector<std::string> all_route_words(const SimpleYAMLParser& schema) {
-    std::vector<std::string> words = all_completions(schema, &SimpleYAMLParser::keyword_completions);
-    for (const std::vector<std::string>& more :
-         {all_completions(schema, &SimpleYAMLParser::method_completions), all_basis_sets(schema)}) {
-        words.insert(words.end(), more.begin(), more.end());
+    std::vector<std::string> words = all_basis_sets(schema);
+    for (const Completions role : {&SimpleYAMLParser::keyword_completions, &SimpleYAMLParser::method_completions}) {
+        for (const std::string& word : all_completions(schema, role)) {
+            const KeywordIdentity identity = schema.identify_keyword(word);
+            for (const CandidateGroup* group : {identity.keyword, identity.method}) {
+                if (group != nullptr) {
+                    words.insert(words.end(), group->forms.begin(), group->forms.end());
+                }
+            }
+        }
     }
     std::sort(words.begin(), words.end());
     words.erase(std::unique(words.begin(), words.end()), words.end());
     return words;
+}
+
+std::vector<std::string> all_options(const SimpleYAMLParser& schema, const std::string& keyword) {
+    std::vector<std::string> spellings;
+    for (const std::string& option : schema.options_of(keyword)) {
+        const OptionIdentity identity = schema.identify_option(keyword, option);
+        if (identity.option != nullptr) {
+            spellings.insert(spellings.end(), identity.option->forms.begin(), identity.option->forms.end());
+        }
+    }
+    return spellings;
 }
 
 std::string did_you_mean(const std::vector<std::string>& names) {

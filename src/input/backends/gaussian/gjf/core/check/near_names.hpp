@@ -9,8 +9,9 @@
 
 namespace quor::input::gaussian {
 
-/// Tells whether a word that nobody knows is rather one of its near names misspelt than one that only this list lacks: it
-/// begins with the same letter and is one step away, two when it is long.
+/// Tells whether a word that nobody knows is surely one of its near names misspelt, and none that only this list lacks: it
+/// differs in dashes alone, or one letter inside a name, or inside an abbreviation of it, of six letters or more is wrong,
+/// missing, doubled, or swapped with its neighbour. A letter added in front or behind may make another word.
 bool is_misspelt(std::string_view word, const std::vector<std::string>& near);
 
 /// Returns at most three of `names` that are nearest to a word: equal but for dashes, or a few letters away.
@@ -19,11 +20,14 @@ bool is_misspelt(std::string_view word, const std::vector<std::string>& near);
 /// words.
 std::vector<std::string> near_names(std::string_view word, const std::vector<std::string>& names);
 
-/// Returns every keyword, method and basis set of a vocabulary, in their preferred spellings.
+/// Returns every keyword and method of a vocabulary in each of its spellings, and every basis set.
 std::vector<std::string> all_route_words(const SimpleYAMLParser& schema);
 
 /// Returns every basis set of a vocabulary, in their preferred spellings.
 std::vector<std::string> all_basis_sets(const SimpleYAMLParser& schema);
+
+/// Returns every option of a keyword, in each of its spellings.
+std::vector<std::string> all_options(const SimpleYAMLParser& schema, const std::string& keyword);
 
 /// Writes "did you mean a, b or c?"; empty for no names.
 std::string did_you_mean(const std::vector<std::string>& names);

@@ -94,18 +94,6 @@ void check_needs(const CheckedJob& job, Findings& findings) {
         findings.add("GJF-R009", severity_of(need.severity), std::string(need.message),
                      option == nullptr ? keyword->place : option->place, std::string(need.hint));
     }
-    if (const WrittenOption* modify = job.find_option("geom", "modify");
-        modify != nullptr && !job.molecule_from_checkpoint()) {
-        findings.add("GJF-R009", Severity::Warning,
-                     "geom=modify changes a molecule taken from a checkpoint, but none is taken", modify->place,
-                     "add check");
-    }
-    if (const WrittenOption* solvent = job.find_option("scrf", "solvent");
-        solvent != nullptr && equals_folded(trim_view(solvent->value), "generic") && !job.has_option("scrf", "read")) {
-        findings.add("GJF-R009", Severity::Warning,
-                     "a generic solvent is described in the input, but scrf has no option read", solvent->place,
-                     "add read, and a section with eps=...");
-    }
     check_active_space(job, findings);
     for (const char* keyword : {"td", "tda"}) {
         const WrittenOption* root = job.find_option(keyword, "root");
@@ -142,7 +130,11 @@ void check_repeats(const CheckedJob& job, Findings& findings) {
                 continue;
             }
             const bool equal = option_texts(**same) == option_texts(keyword);
-            findings.add("GJF-R002", equal ? Severity::Note : Severity::Warning,
+            const bool is_deadly = has_trait(keyword.name, "must not be repeated");
+            findings.add("GJF-R002",
+                         is_deadly ? Severity::Error
+                         : equal   ? Severity::Note
+                                   : Severity::Warning,
                          "'" + keyword.name + "' stands twice in the route" + (equal ? "" : ", with different options"),
                          keyword.place, "write it once, with all its options in parentheses");
         }
@@ -177,7 +169,7 @@ void check_model_chemistry(const CheckedJob& job, Findings& findings) {
             }
             method = method == nullptr ? &segment : method;
         }
-        if (!segment.basis.empty() && !has_trait(segment.basis, "fits a density")) {
+        if (!segment.basis.empty() && !has_trait(segment.basis, "stands beside a basis set")) {
             if (basis != nullptr && basis->basis != segment.basis) {
                 findings.add("GJF-R004", Severity::Warning,
                              "two basis sets: '" + basis->basis + "' and '" + segment.basis + "'", segment.place,

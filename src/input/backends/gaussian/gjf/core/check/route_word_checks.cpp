@@ -121,8 +121,7 @@ void check_basis_suffix(const CheckedJob& job, const WrittenSegment& segment, Fi
 }
 
 void check_option_words(const CheckedJob& job, const WrittenKeyword& keyword, Findings& findings) {
-    const std::vector<std::string> options = job.schema.options_of(keyword.name);
-    if (!keyword.known || options.empty() || has_trait(keyword.name, "takes free text")) {
+    if (!keyword.known || job.schema.options_of(keyword.name).empty() || has_trait(keyword.name, "takes free text")) {
         return;
     }
     for (std::size_t i = 0; i < keyword.options.size(); ++i) {
@@ -138,7 +137,8 @@ void check_option_words(const CheckedJob& job, const WrittenKeyword& keyword, Fi
             continue;
         }
         const std::vector<std::string> near =
-            findings.may_look_for_names() ? near_names(to_lower_copy(option.name), options) : std::vector<std::string>();
+            findings.may_look_for_names() ? near_names(to_lower_copy(option.name), all_options(job.schema, keyword.name))
+                                          : std::vector<std::string>();
         findings.add(
             "GJF-R001", is_misspelt(option.name, near) ? Severity::Error : Severity::Warning,
             "'" + option.name + "' is no option of " + keyword.name, option.place,
