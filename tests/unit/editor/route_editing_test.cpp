@@ -170,6 +170,8 @@ TEST(RouteEditing, AddsReplacesAndRemovesKeywords) {
          "# hf | geom=checkpoint"},
         {"# hf opt=(maxcycles=5,tight) freq", [](GJFEditor& e) { e.set_keyword_variable("opt", "MaxCycles", "7"); },
          "# hf | opt=(maxcycles=7,tight) | freq"},
+        {"# hf Opt=(MaxCycle=5,tight)", [](GJFEditor& e) { e.set_keyword_variable("Opt", "maxcycles", "7"); },
+         "# hf | opt=(maxcycle=7,tight)"},
         {"# hf freq", [](GJFEditor& e) { e.set_keyword_variable("opt", "maxcycles", "7"); },
          "# hf | freq | opt=(maxcycles=7)"},
         {"# hf opt freq=raman optimize", [](GJFEditor& e) { e.remove_keyword_by_name("optimise"); },
@@ -177,6 +179,38 @@ TEST(RouteEditing, AddsReplacesAndRemovesKeywords) {
         {"# hf opt freq=raman optimize", [](GJFEditor& e) { e.remove_keyword_by_name("OPTIMIZE"); }, "# hf | freq=raman"},
         {"# hf Opt=(Tight, CalcFC) SCF(XQC)", [](GJFEditor& e) { e.add_keyword("freq"); },
          "# hf | Opt=(Tight, CalcFC) | SCF(XQC) | freq"},
+    });
+}
+
+TEST(RouteEditing, GivesOptionsToAnOniomExpression) {
+    const auto ensure = [](GJFEditor& e) { e.ensure_keyword_option("oniom", {"embedcharge", std::nullopt}); };
+    expect_routes({
+        {"#p oniom(b3lyp/6-31g(d):uff) opt", ensure, "#p oniom(b3lyp/6-31g(d):uff)=embedcharge | opt"},
+        {"# ONIOM=(hf:uff)=embedcharge", ensure, "# oniom(hf:uff)=embedcharge"},
+        {"# oniom(hf:uff,onlyinputfiles)", ensure, "# oniom(hf:uff)=(embedcharge,onlyinputfiles)"},
+        {"# oniom(hf:uff)=a opt",
+         [](GJFEditor& e) {
+             e.upsert_keyword_with_options("oniom", {{"b", "1"}});
+         },
+         "# oniom(hf:uff)=(b=1) | opt"},
+        {"# oniom(hf:uff) opt", [](GJFEditor& e) { e.set_keyword_variable("oniom", "scale", "7"); },
+         "# oniom(hf:uff)=(scale=7) | opt"},
+        {"# oniom(hf:uff)=embedcharge opt", [](GJFEditor& e) { e.remove_keyword_by_name("oniom"); }, "# | opt"},
+    });
+}
+
+TEST(RouteEditing, KeepsWhatHasNoPlaceInTheInterpretation) {
+    const auto add = [](GJFEditor& e) { e.add_keyword("freq"); };
+    expect_routes({
+        {"#p hf/sto-3g xxx=freq opt", add, "#p hf/sto-3g | opt | freq | xxx=freq"},
+        {"# hf/sto-3g sfc=(xqc, tight) optt=tight", add, "# hf/sto-3g | freq | sfc=(xqc, tight) | optt=tight"},
+        {"# hf/sto-3g basis=3-21g scf=xqc oniom=x", add, "# oniom=x | scf=xqc | freq"},
+        {"# hf/sto-3g xxx=freq",
+         [](GJFEditor& e) {
+             e.set_method("mp2");
+             e.set_output_mode("p");
+         },
+         "#p mp2/sto-3g | xxx=freq"},
     });
 }
 

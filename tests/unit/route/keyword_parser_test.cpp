@@ -243,6 +243,20 @@ TEST(Keywords, KeepTheirTextAndGetACategory) {
     EXPECT_EQ(route.keywords[4].name, "foo");
 }
 
+TEST(PrintLevel, StaysUntilAnotherOneIsGiven) {
+    const std::pair<std::vector<std::string>, std::string> cases[] = {
+        {{"#p hf", "# opt"}, "p"}, {{"#p hf", "opt"}, "p"},      {{"#p hf", "#t opt"}, "t"},
+        {{"# hf", "#n opt"}, "n"}, {{"#t", "#", "#n#p"}, "n#p"}, {{"#", "# x"}, ""},
+    };
+    for (const auto& [routes, level] : cases) {
+        G16KeywordParser parser = make_parser();
+        for (const std::string& route : routes) {
+            parser.parse(route);
+        }
+        EXPECT_EQ(parser.get_parsed_keywords().print_level, level) << routes[0];
+    }
+}
+
 TEST(WithoutAVocabulary, EveryWordIsKeptRaw) {
     G16KeywordParser parser;
     parser.parse("#p B3LYP/6-31G(d) Opt=(Tight,CalcFC) Freq scf=xqc hf");

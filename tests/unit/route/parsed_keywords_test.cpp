@@ -47,6 +47,18 @@ TEST(ParsedKeywords, AnswerThroughTheVocabulary) {
     EXPECT_FALSE(route.get_keywords_by_category(category).empty());
 }
 
+TEST(Oniom, WarnsOfItsOwnOptions) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"# oniom(hf/sto-3g:uff)=m", "GJF-W004 ambiguous option 'm' for keyword 'oniom'; candidates: mk, mkuff, mulliken"},
+        {"# oniom(hf/sto-3g:uff,m)", "GJF-W004 ambiguous option 'm' for keyword 'oniom'; candidates: mk, mkuff, mulliken"},
+        {"# oniom(hf/sto-3g:uff)=(mk,embed,4)", ""},
+        {"# oniom(m)", ""},
+    };
+    for (const auto& [route, warnings] : cases) {
+        EXPECT_EQ(warnings_of(read_route(route)), warnings) << route;
+    }
+}
+
 TEST(RealRoutes, AreReadWithoutWarning) {
     struct Case {
         std::string route;

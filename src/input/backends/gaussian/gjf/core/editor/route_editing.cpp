@@ -15,25 +15,8 @@
 namespace quor::input::gaussian {
 namespace {
 
-// Words given to the editor are matched against no document: this vocabulary is the one that is compiled in, which is empty.
-const SimpleYAMLParser& editing_schema() {
-    static const SimpleYAMLParser schema = [] {
-        SimpleYAMLParser parser;
-        parser.load_embedded_default();
-        return parser;
-    }();
-    return schema;
-}
-
-std::string normalize_token(const std::string& text) {
-    std::string token = GJFParser::trim(text);
-    if (token.empty()) {
-        return token;
-    }
-    const SimpleYAMLParser& schema = editing_schema();
-    const bool known = schema.knows_keyword(token) || schema.knows_method(token) || schema.knows_basis(token);
-    return known ? schema.normalize_keyword(token) : to_lower_copy(token);
-}
+// Words given to the editor are taken as they are, in lower case.
+std::string normalize_token(const std::string& text) { return to_lower_copy(trim_view(text)); }
 
 std::string require_keyword(const std::string& name) {
     std::string keyword = normalize_token(name);
@@ -67,15 +50,33 @@ std::vector<RouteOption> options_from(const std::map<std::string, std::string>& 
     return options;
 }
 
-// Stores an option in place of an equivalent one, and writes the keyword anew.
-void store_option(KeywordInfo& keyword, const RouteOption& option) {
-    const SimpleYAMLParser& schema = default_route_schema();
-    for (auto entry = keyword.options.begin(); entry != keyword.options.end();) {
-        entry = schema.options_equivalent(keyword.name, entry->first, option.name) ? keyword.options.erase(entry)
-                                                                                   : std::next(entry);
+bool is_expression(const ParsedKeywords& route, const KeywordInfo& keyword) {
+    return !route.oniom_expression.empty() && keyword.raw == route.oniom_expression;
+}
+
+// Writes a keyword anew from its options. An ONIOM expression keeps its layers, which are one of them.
+void write_anew(ParsedKeywords& route, KeywordInfo& keyword) {
+    if (!is_expression(route, keyword)) {
+        keyword.raw = format_keyword(keyword.name, to_route_options(keyword.options));
+        return;
     }
-    keyword.options[stored_name(option)] = option.value.value_or("TRUE");
-    keyword.raw = format_keyword(keyword.name, to_route_options(keyword.options));
+    std::map<std::string, std::string> options = keyword.options;
+    const std::string layers = options["layers"];
+    options.erase("layers");
+    keyword.raw = format_oniom(layers, to_route_options(options));
+    route.oniom_expression = keyword.raw;
+}
+
+// Gives a keyword other options, but for the layers of an ONIOM expression.
+void replace_options(ParsedKeywords& route, KeywordInfo& keyword, const std::string& name,
+                     const std::vector<RouteOption>& options) {
+    KeywordInfo made = make_keyword(name, options);
+    if (is_expression(route, keyword)) {
+        made.options.emplace("layers", keyword.options["layers"]);
+        made.raw = keyword.raw;
+        write_anew(route, made);
+    }
+    keyword = std::move(made);
 }
 
 KeywordInfo* find_keyword(ParsedKeywords& route, const std::string& name) {
@@ -84,26 +85,38 @@ KeywordInfo* find_keyword(ParsedKeywords& route, const std::string& name) {
     return found == route.keywords.end() ? nullptr : &*found;
 }
 
+// Stores an option of a keyword, which is added when it is not there, in place of an equivalent one.
+void store_option(ParsedKeywords& route, const std::string& name, const RouteOption& option) {
+    KeywordInfo* keyword = find_keyword(route, name);
+    if (keyword == nullptr) {
+        route.keywords.push_back(make_keyword(name, {option}));
+        return;
+    }
+    const SimpleYAMLParser& schema = default_route_schema();
+    for (auto entry = keyword->options.begin(); entry != keyword->options.end();) {
+        entry = schema.options_equivalent(keyword->name, entry->first, option.name) ? keyword->options.erase(entry)
+                                                                                    : std::next(entry);
+    }
+    keyword->options[stored_name(option)] = option.value.value_or("TRUE");
+    write_anew(route, *keyword);
+}
+
+// Returns an option's name as a keyword that has it spells it.
+std::string spelling_in(const KeywordInfo& keyword, const std::string& option) {
+    const auto found = std::find_if(keyword.options.begin(), keyword.options.end(), [&](const auto& entry) {
+        return default_route_schema().options_equivalent(keyword.name, entry.first, option);
+    });
+    return found == keyword.options.end() ? option : found->first;
+}
+
 // An ONIOM expression stands among the keywords too: it goes from there with the expression.
 void clear_oniom(ParsedKeywords& route) {
     if (route.oniom_expression.empty()) {
         return;
     }
-    const auto is_expression = [&](const KeywordInfo& keyword) { return keyword.raw == route.oniom_expression; };
-    route.keywords.erase(std::remove_if(route.keywords.begin(), route.keywords.end(), is_expression), route.keywords.end());
+    const auto goes = [&](const KeywordInfo& keyword) { return is_expression(route, keyword); };
+    route.keywords.erase(std::remove_if(route.keywords.begin(), route.keywords.end(), goes), route.keywords.end());
     route.oniom_expression.clear();
-}
-
-std::vector<std::string> route_words(const ParsedKeywords& route) {
-    const std::string model = format_model_chemistry(route);
-    std::vector<std::string> words = {"#" + route.print_level + (model.empty() ? "" : " " + model)};
-    for (const KeywordInfo& keyword : route.keywords) {
-        if (!route.oniom_expression.empty() && keyword.raw == route.oniom_expression) {
-            continue;
-        }
-        words.push_back(keyword.raw.empty() ? format_keyword(keyword.name, to_route_options(keyword.options)) : keyword.raw);
-    }
-    return words;
 }
 
 }  // namespace
@@ -164,7 +177,9 @@ ParsedKeywords GJFEditor::interpreted_route() const {
 }
 
 void GJFEditor::install_route(ParsedKeywords route) {
-    std::vector<std::string> words = route_words(route);
+    std::vector<std::string> words = format_route(route);
+    const std::vector<std::string> unplaced = unplaced_segments(data_.control.route_keywords);
+    words.insert(words.end(), unplaced.begin(), unplaced.end());
     install_control(std::move(words), std::move(route));
 }
 
@@ -269,7 +284,7 @@ void GJFEditor::upsert_keyword_with_options(const std::string& name, const std::
         install_route(std::move(route));
         return;
     }
-    *first = make_keyword(keyword, options);
+    replace_options(route, *first, keyword, options);
     const auto rest = route.keywords.begin() + (first - route.keywords.data()) + 1;
     const auto repeats = [&](const KeywordInfo& other) { return same_keyword(other.name, keyword); };
     route.keywords.erase(std::remove_if(rest, route.keywords.end(), repeats), route.keywords.end());
@@ -279,17 +294,18 @@ void GJFEditor::upsert_keyword_with_options(const std::string& name, const std::
 void GJFEditor::ensure_keyword_option(const std::string& keyword, const RouteOption& option) {
     const std::string name = require_keyword(keyword);
     ParsedKeywords route = interpreted_route();
-    KeywordInfo* found = find_keyword(route, name);
-    if (found == nullptr) {
-        upsert_keyword_with_options(name, {option});
-        return;
-    }
-    store_option(*found, option);
+    store_option(route, name, option);
     install_route(std::move(route));
 }
 
 void GJFEditor::set_keyword_variable(const std::string& keyword, const std::string& variable, const std::string& value) {
-    ensure_keyword_option(keyword, RouteOption{variable, value.empty() ? std::nullopt : std::optional<std::string>(value)});
+    const std::string name = require_keyword(keyword);
+    ParsedKeywords route = interpreted_route();
+    const KeywordInfo* found = find_keyword(route, name);
+    store_option(route, name,
+                 {found == nullptr ? variable : spelling_in(*found, variable),
+                  value.empty() ? std::nullopt : std::optional<std::string>(value)});
+    install_route(std::move(route));
 }
 
 void GJFEditor::remove_keyword_by_name(const std::string& name) {

@@ -1,6 +1,7 @@
 // Takes the head off a route, hands each segment to the first form that takes it, and places bare words.
 #include <gjf/core/route/keyword_parser.hpp>
 
+#include <gjf/core/route/interpretation_count.hpp>
 #include <gjf/core/route/route_recorder.hpp>
 #include <gjf/core/route/route_scanner.hpp>
 #include <gjf/core/route/route_segments.hpp>
@@ -20,6 +21,13 @@ bool ends_in_option_list(const std::string& segment) {
 }
 
 }  // namespace
+
+#ifndef NDEBUG
+std::size_t& interpreted_routes() noexcept {
+    static thread_local std::size_t count = 0;
+    return count;
+}
+#endif
 
 std::optional<std::string> take_route_head(std::string_view& route) {
     if (route.empty() || route.front() != '#') {
@@ -54,9 +62,12 @@ void G16KeywordParser::reset() {
 }
 
 void G16KeywordParser::parse(const std::string& route) {
+#ifndef NDEBUG
+    ++interpreted_routes();
+#endif
     const std::string_view trimmed = trim_view(route);
     std::string_view rest = trimmed;
-    if (std::optional<std::string> level = take_route_head(rest)) {
+    if (std::optional<std::string> level = take_route_head(rest); level && !level->empty()) {
         result_.print_level = std::move(*level);
     }
     if (recorder_ != nullptr) {

@@ -99,10 +99,7 @@ class QUOR_GJF_API G16KeywordParser {
     void append_keyword(std::string name, std::map<std::string, std::string> options, std::string raw);
     /// Names a keyword that has options; `known` tells whether it is accepted as a keyword.
     std::string name_of_keyword(const std::string& text, bool known) const;
-    /// Stores "name" or "name=value" under the name in lower case.
-    void store_option(const std::string& keyword, const std::string& item,
-                      std::map<std::string, std::string>& options) const;
-    /// Stores an option as `store_option` does and warns when it is ambiguous.
+    /// Stores "name" or "name=value" under the name in lower case, and warns when the name is ambiguous.
     void take_option(const std::string& keyword, const std::string& item, const std::optional<SourceSpan>& span,
                      std::map<std::string, std::string>& options);
 

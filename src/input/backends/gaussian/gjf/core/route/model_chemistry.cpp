@@ -195,7 +195,7 @@ std::string G16KeywordParser::normalize_basis_token_for_output(const std::string
     return schema_.normalize_basis(token);
 }
 
-bool G16KeywordParser::try_process_oniom_form(const std::string& segment, const std::optional<SourceSpan>& /*span*/) {
+bool G16KeywordParser::try_process_oniom_form(const std::string& segment, const std::optional<SourceSpan>& span) {
     constexpr std::string_view head = "oniom";
     const std::size_t end = segment.find_first_of("(=");
     if (end == std::string::npos || !equals_folded(trim_view(std::string_view(segment).substr(0, end)), head)) {
@@ -211,11 +211,11 @@ bool G16KeywordParser::try_process_oniom_form(const std::string& segment, const 
         if (item == layers) {
             options["layers"] = *item;
         } else {
-            store_option(head.data(), *item, options);
+            take_option(head.data(), *item, span, options);
         }
     }
     for (const std::string& item : split_top_level_list(text.options, ',')) {
-        store_option(head.data(), item, options);
+        take_option(head.data(), item, span, options);
     }
     result_.oniom_expression = segment;
     if (recorder_ != nullptr) {

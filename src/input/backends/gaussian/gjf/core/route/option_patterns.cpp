@@ -29,12 +29,6 @@ std::pair<std::string, std::string> name_and_value(const std::string& item) {
 
 }  // namespace
 
-void G16KeywordParser::store_option(const std::string& keyword, const std::string& item,
-                                    std::map<std::string, std::string>& options) const {
-    auto [name, value] = name_and_value(item);
-    options[normalize_route_option(keyword, name)] = std::move(value);
-}
-
 void G16KeywordParser::take_option(const std::string& keyword, const std::string& item,
                                    const std::optional<SourceSpan>& span, std::map<std::string, std::string>& options) {
     auto [name, value] = name_and_value(item);

@@ -1,9 +1,23 @@
 // How keywords with options and the model chemistry are written in a route.
 #include <gjf/core/route/option_syntax.hpp>
 
+#include <gjf/core/route/joined_route.hpp>
+#include <gjf/core/route/keyword_parser.hpp>
+#include <gjf/core/route/route_scanner.hpp>
+#include <gjf/core/route/route_segments.hpp>
+#include <gjf/core/schema/route_schema_cache.hpp>
 #include <gjf/core/text/text.hpp>
 
+#include <string_view>
+
 namespace quor::input::gaussian {
+namespace {
+
+bool is_oniom(std::string_view segment) {
+    return equals_folded(trim_view(segment.substr(0, segment.find_first_of("(="))), "oniom");
+}
+
+}  // namespace
 
 std::string format_keyword(const std::string& name, const std::vector<RouteOption>& options) {
     if (options.empty()) {
@@ -22,6 +36,40 @@ std::string format_keyword(const std::string& name, const std::vector<RouteOptio
         }
     }
     return text + ")";
+}
+
+std::string format_oniom(const std::string& layers, const std::vector<RouteOption>& options) {
+    return format_keyword("oniom(" + layers + ")", options);
+}
+
+std::vector<std::string> format_route(const ParsedKeywords& route) {
+    const std::string model = format_model_chemistry(route);
+    std::vector<std::string> words = {"#" + route.print_level + (model.empty() ? "" : " " + model)};
+    for (const KeywordInfo& keyword : route.keywords) {
+        if (!route.oniom_expression.empty() && keyword.raw == route.oniom_expression) {
+            continue;
+        }
+        words.push_back(keyword.raw.empty() ? format_keyword(keyword.name, to_route_options(keyword.options)) : keyword.raw);
+    }
+    return words;
+}
+
+std::vector<std::string> unplaced_segments(const std::vector<std::string>& words) {
+    const G16KeywordParser parser(default_route_schema());
+    const std::string text = join_route_words(words).text;
+    std::string_view rest = trim_view(text);
+    take_route_head(rest);
+    std::vector<std::string> segments;
+    for (const RouteSegment& place : find_route_segments(rest)) {
+        const std::string segment(rest.substr(place.begin, place.end - place.begin));
+        const auto value = static_cast<std::size_t>(find_top_level_char(segment, '=') + 1);
+        const bool is_assignment =
+            value > 0 && find_top_level_char(segment, '/') < 0 && parser.is_basis_set_pattern(segment);
+        if (is_assignment && !is_oniom(segment) && !parser.is_known_basis_token(parser.trim(segment.substr(value)))) {
+            segments.push_back(segment);
+        }
+    }
+    return segments;
 }
 
 std::vector<RouteOption> to_route_options(const std::map<std::string, std::string>& options) {

@@ -16,6 +16,15 @@ std::string format_keyword(const std::string& name, const std::vector<RouteOptio
 /// Turns stored options into a list, in the map's order; an option whose value is empty or "TRUE" is written without one.
 std::vector<RouteOption> to_route_options(const std::map<std::string, std::string>& options);
 
+/// Writes ONIOM with its layers and these other options, as in oniom(hf:uff)=(a,b=c).
+std::string format_oniom(const std::string& layers, const std::vector<RouteOption>& options);
+
+/// Writes the words of a route: the head with the model chemistry, and each keyword as it was written where that is known.
+std::vector<std::string> format_route(const ParsedKeywords& route);
+
+/// Returns the segments that `parse` finds no place for, since they assign what is no basis set, as xxx=freq does.
+std::vector<std::string> unplaced_segments(const std::vector<std::string>& words);
+
 /// Writes the model chemistry of a route: its ONIOM expression, method/basis with what goes with them, or "basis=" and a
 /// basis set without a method; empty when the route has none.
 std::string format_model_chemistry(const ParsedKeywords& route);

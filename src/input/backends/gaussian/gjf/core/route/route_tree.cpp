@@ -1,4 +1,4 @@
-// Builds the tree of a route while the route is interpreted, and answers questions about it.
+// Builds the tree of a route while the route is interpreted.
 #include <gjf/core/route/route_tree.hpp>
 
 #include <gjf/core/route/keyword_shape.hpp>
@@ -60,7 +60,7 @@ void RouteRecorder::end_segment(const ParsedKeywords& after) {
         take_names(after);
     } else if (!ended.is_oniom && !is_plain_keyword()) {
         ended.keywords.clear();
-        ended.assigned = {};
+        ended.is_assignment = false;
         piece_ = next_ = ended.place.begin;
         alone_.reset();
         alone_.recorder_ = this;
@@ -98,6 +98,7 @@ void RouteRecorder::enter_piece(const std::string& piece) {
 }
 
 void RouteRecorder::take_assignment(std::size_t equals) {
+    segment().is_assignment = true;
     segment().assigned = span_at(piece_, trimmed_stretch(std::string_view(tree_.text).substr(piece_), {0, equals}));
 }
 
@@ -119,30 +120,6 @@ void RouteRecorder::add_keyword(const std::string& name, const std::string& raw,
         option.canonical = schema_.normalize_option(name, written);
         option.match = match_option(schema_, name, written, option.canonical);
     }
-}
-
-const RouteTree::Keyword* RouteTree::find_keyword(std::string_view name) const noexcept {
-    for (const Segment& segment : segments) {
-        for (const Keyword& keyword : segment.keywords) {
-            if (keyword.name == name) {
-                return &keyword;
-            }
-        }
-    }
-    return nullptr;
-}
-
-const RouteTree::Option* RouteTree::find_option(std::string_view name, std::string_view option) const noexcept {
-    for (const Segment& segment : segments) {
-        for (const Keyword& keyword : segment.keywords) {
-            const auto found = std::find_if(keyword.options.begin(), keyword.options.end(),
-                                            [&](const Option& one) { return one.canonical == option; });
-            if (keyword.name == name && found != keyword.options.end()) {
-                return &*found;
-            }
-        }
-    }
-    return nullptr;
 }
 
 RouteReading read_route(std::string text, const SimpleYAMLParser& schema) {

@@ -9,7 +9,6 @@
 
 #include <cstddef>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace quor::input::gaussian {
@@ -53,7 +52,8 @@ struct QUOR_GJF_API RouteTree {
         std::string basis;
         std::string secondary_method;
         bool is_oniom = false;
-        Span assigned;  ///< the word before "=" of what is read as the assignment of a basis set, as in basis=6-31g
+        bool is_assignment = false;  ///< of a basis set, as basis=6-31g; so is read what has no keyword before its "="
+        Span assigned;               ///< the word before that sign
         std::vector<Keyword> keywords;
 
         bool gives_method = false;
@@ -66,11 +66,6 @@ struct QUOR_GJF_API RouteTree {
     std::string text;
     Span head;  ///< "#" and the print level; empty when there is none
     std::vector<Segment> segments;
-
-    /// Returns the first keyword of this name, as the tree has it, or null.
-    const Keyword* find_keyword(std::string_view name) const noexcept;
-    /// Returns the first option of keywords of this name by its canonical spelling, or null.
-    const Option* find_option(std::string_view keyword, std::string_view option) const noexcept;
 };
 
 /// A route with its tree.
