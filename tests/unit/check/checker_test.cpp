@@ -39,6 +39,15 @@ TEST(Checker, TellsThePlace) {
         {"#p\n#bl3yp/sto-3g" + helium, "W005 2:2+5 warning\n"},
         {"%mem=x\n# hf/def2-tzvp opt" + helium, "L002 1:6+1 error\nW005 2:6+9 error\n"},
         {"# hf/sto-3g opt=(calcfc" + helium, "T007 1:17+1 error\n"},
+        {"# hf/sto-3g/mp2/cc-pvdz" + helium, "R003 1:13+3 warning\nR004 1:17+7 warning\n"},
+        {"# hf/6-31g/3-21g/x" + helium, "R004 1:12+5 warning\nW005 1:18+1 warning\n"},
+        {"# hf/6-31g/x" + helium, "W005 1:12+1 warning\n"},
+        {"# hf/sto-3g//b3lyp" + helium, "R003 1:14+5 warning\n"},
+        {"# hf/sto-3g/b3lyp/6-31g(d)" + helium, "R003 1:13+5 warning\nR004 1:19+8 warning\n"},
+        {"# hf/sto-3g//b3lyp/6-31g(d)" + helium, ""},
+        {"# hf/sto-3g/auto" + helium, ""},
+        {"# hf/sto-3g sfc=(xqc)" + helium, "W005 1:13+3 error\n"},
+        {"# hf/sto-3g xxx=freq" + helium, "W005 1:13+3 warning\n"},
         {"# hf/6-31g(d) (opt)]" + helium, "W005 1:15+6 warning\nT007 1:20+1 error\n"},
         {"#p hf/sto-3g opt=(tight,\n ! or loose\n calfc,maxcycles=30)" + helium, "R001 3:2+5 error\n"},
         {"# hf/sto-3g opt (calfc)" + helium, "R001 1:18+5 error\n"},
@@ -65,6 +74,24 @@ TEST(Checker, TellsThePlace) {
     };
     for (const auto& [text, places] : cases) {
         EXPECT_EQ(places_of(text), places) << text;
+    }
+}
+
+TEST(Checker, ChecksARouteAlone) {
+    const std::pair<std::string, std::string> cases[] = {
+        {"", ""},
+        {"# hf/sto-3g opt", ""},
+        {"#p hf/sto-3g\n opt=(tight,\n calfc)", "R001 3:2+5 error\n"},
+        {"# hf/sto-3g opt=(ts,qst2,calcfc) frq", "R008 1:21+4 warning\nW005 1:34+3 error\n"},
+        {"not a route", ""},
+    };
+    for (const auto& [route, places] : cases) {
+        std::string found;
+        for (const Finding& finding : check_route(route)) {
+            found += finding.code.substr(4) + " " + std::to_string(finding.line) + ":" + std::to_string(finding.column) +
+                     "+" + std::to_string(finding.length) + " " + severity_name(finding.severity) + "\n";
+        }
+        EXPECT_EQ(found, places) << route;
     }
 }
 

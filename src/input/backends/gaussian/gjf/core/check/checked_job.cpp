@@ -48,14 +48,15 @@ TextPlace CheckedJob::place_in(std::size_t line_number, std::string_view part) c
 
 WrittenSegment CheckedJob::written_segment(const RouteTree::Segment& read) const {
     const auto text = [this](Span span) { return std::string(span.in(layout.route.text)); };
-    WrittenSegment segment{text(read.place),       read.method, read.basis, read.secondary_method, read.is_oniom, {},
-                           route_place(read.place)};
+    WrittenSegment segment{
+        text(read.place),        read.method,        read.basis,          read.secondary_method,     read.is_oniom, {},
+        route_place(read.place), read.is_assignment, text(read.assigned), route_place(read.assigned)};
     if (read.is_oniom) {
         return segment;
     }
     for (const RouteTree::Keyword& node : read.keywords) {
         WrittenKeyword& keyword = segment.keywords.emplace_back();
-        keyword = {node.name, text(node.head), text(node.place), node.known(), {}, route_place(node.head)};
+        keyword = {node.name, text(node.head), text(node.place), node.known(), {}, route_place(node.head), node.is_method};
         for (const RouteTree::Option& option : node.options) {
             keyword.options.push_back({text(option.name), option.canonical, text(option.value), route_place(option.name)});
         }

@@ -29,6 +29,7 @@ struct WrittenKeyword {
     bool known = false;
     std::vector<WrittenOption> options;
     TextPlace place;
+    bool is_method = false;  ///< a method that is written with options
 };
 
 /// A segment of the route: what it says by itself, whatever stands beside it.
@@ -40,6 +41,9 @@ struct WrittenSegment {
     bool is_oniom = false;
     std::vector<WrittenKeyword> keywords;
     TextPlace place;
+    bool is_assignment = false;  ///< of a basis set to `assigned`, which should be the word basis
+    std::string assigned;
+    TextPlace assigned_place;
 };
 
 class CheckedJob {

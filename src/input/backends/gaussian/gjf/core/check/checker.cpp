@@ -166,6 +166,12 @@ void check_job(const CheckedJob& job, const JobReading& reading, Findings& findi
     check_section_contents(job, atoms, findings);
 }
 
+void sort_by_place(std::vector<Finding>& findings) {
+    std::stable_sort(findings.begin(), findings.end(), [](const Finding& a, const Finding& b) {
+        return std::tie(a.line, a.column) < std::tie(b.line, b.column);
+    });
+}
+
 }  // namespace
 
 const char* severity_name(Severity severity) noexcept {
@@ -197,9 +203,20 @@ std::vector<Finding> check_text(std::string_view text, const CheckOptions& optio
     std::transform(options.ignored_codes.begin(), options.ignored_codes.end(), std::inserter(ignored, ignored.end()),
                    to_lower_copy);
     drop_codes(findings, 0, ignored);
-    std::stable_sort(findings.begin(), findings.end(), [](const Finding& a, const Finding& b) {
-        return std::tie(a.line, a.column) < std::tie(b.line, b.column);
+    sort_by_place(findings);
+    return findings;
+}
+
+std::vector<Finding> check_route(std::string_view route) {
+    std::vector<Finding> findings;
+    for_each_job_piece(route, [&](const JobPiece& piece) {
+        const JobReading reading = read_job_piece(piece);
+        const CheckedJob job(piece, reading, default_route_schema());
+        Findings of_route(findings, piece.number);
+        check_route_words(job, of_route);
+        check_route_sense(job, of_route);
     });
+    sort_by_place(findings);
     return findings;
 }
 

@@ -31,4 +31,7 @@ struct CheckOptions {
 /// several threads at once. Time grows in proportion to the text.
 QUOR_GJF_API std::vector<Finding> check_text(std::string_view text, const CheckOptions& options = {});
 
+/// Checks a route that stands alone, in one line or several, for what its words say; places are those in this text.
+QUOR_GJF_API std::vector<Finding> check_route(std::string_view route);
+
 }  // namespace quor::input::gaussian

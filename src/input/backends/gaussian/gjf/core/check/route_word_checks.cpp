@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <iterator>
 #include <optional>
+#include <utility>
 
 namespace quor::input::gaussian {
 namespace {
@@ -62,10 +63,44 @@ void report_unknown_word(const CheckedJob& job, const std::string& word, const T
                  "'" + word + "' is no route keyword, method or basis set", place, did_you_mean(near));
 }
 
-bool is_ambiguous(const CheckedJob& job, const std::string& word) {
-    return job.schema.keyword_completions(word).size() + job.schema.method_completions(word).size() +
-               job.schema.basis_completions(word).size() >
-           1;
+// Reports a word that a piece of a segment was left with, since a method or a basis set stands there already; tells whether
+// it was one.
+bool check_second_model(const CheckedJob& job, const WrittenSegment& segment, const WrittenKeyword& keyword,
+                        Findings& findings) {
+    const TextPlace place{keyword.place.line, keyword.place.column, keyword.raw.size()};
+    if (!keyword.is_method && !segment.method.empty() && job.schema.knows_method_exact(keyword.head)) {
+        findings.add("GJF-R003", Severity::Warning, "two methods: '" + segment.method + "' and '" + keyword.raw + "'", place,
+                     "keep one; a second model chemistry stands behind '//', with its basis set");
+        return true;
+    }
+    if (!keyword.is_method && !keyword.known && !segment.basis.empty() && job.schema.knows_basis(keyword.raw)) {
+        findings.add("GJF-R004", Severity::Warning, "two basis sets: '" + segment.basis + "' and '" + keyword.raw + "'",
+                     place, "keep one; different sets for different elements are given with gen");
+        return true;
+    }
+    return false;
+}
+
+// Reports a word that stands for none of those that it may begin, unless the route's own warnings say so.
+void report_ambiguous_word(const CheckedJob& job, const WrittenKeyword& keyword, std::vector<std::string> candidates,
+                           Findings& findings) {
+    const bool told = std::any_of(job.route.warnings.begin(), job.route.warnings.end(), [&](const ParseWarning& warning) {
+        return warning.code < "GJF-W004" && warning.message.find("'" + keyword.head + "'") != std::string::npos;
+    });
+    if (!told) {
+        std::sort(candidates.begin(), candidates.end());
+        findings.add("GJF-W005", Severity::Warning, "'" + keyword.head + "' is no route keyword, method or basis set",
+                     keyword.place, "it may begin " + format_warning_candidates(candidates, 6));
+    }
+}
+
+// Returns all words that one may begin.
+std::vector<std::string> candidates_of(const CheckedJob& job, const std::string& word) {
+    std::vector<std::string> candidates = job.schema.keyword_completions(word);
+    for (const auto& more : {job.schema.method_completions(word), job.schema.basis_completions(word)}) {
+        candidates.insert(candidates.end(), more.begin(), more.end());
+    }
+    return candidates;
 }
 
 // Reports a paper's name for a functional; tells whether it was one.
@@ -87,22 +122,19 @@ bool check_paper_name(const CheckedJob& job, const WrittenSegment& segment, cons
 
 void check_unknown_words(const CheckedJob& job, const WrittenSegment& segment, Findings& findings) {
     for (const WrittenKeyword& keyword : segment.keywords) {
-        if (check_paper_name(job, segment, keyword.head, keyword.place, findings)) {
+        if (check_paper_name(job, segment, keyword.head, keyword.place, findings) ||
+            check_second_model(job, segment, keyword, findings) || keyword.known) {
             continue;
         }
-        if (!keyword.known && !is_ambiguous(job, keyword.head)) {
+        if (std::vector<std::string> candidates = candidates_of(job, keyword.head); candidates.size() > 1) {
+            report_ambiguous_word(job, keyword, std::move(candidates), findings);
+        } else {
             report_unknown_word(job, keyword.head, keyword.place, findings);
         }
     }
     // A word before "=" that is no keyword makes the segment a basis set assignment, and the word is lost.
-    const std::size_t equals = segment.text.find('=');
-    if (segment.keywords.empty() && segment.method.empty() && !segment.is_oniom && equals != std::string::npos) {
-        const std::string head(trim_view(std::string_view(segment.text).substr(0, equals)));
-        if (!equals_folded(head, "basis")) {
-            TextPlace place = segment.place;
-            place.length = std::min(place.length, head.size());
-            report_unknown_word(job, head, place, findings);
-        }
+    if (segment.is_assignment && !equals_folded(segment.assigned, "basis")) {
+        report_unknown_word(job, segment.assigned, segment.assigned_place, findings);
     }
 }
 
