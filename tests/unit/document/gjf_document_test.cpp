@@ -141,7 +141,7 @@ TEST(Documents, ChangeTheRoute) {
          [](GJFEditor& e) {
              e.ensure_keyword_option("opt", {"tight", {}});
          },
-         "# hf/sto-3g opt=(ts,calcfc,tight)\n freq\n\nt\n\n0 1\nHe 0 0 0\n\n"},
+         "# hf/sto-3g opt=(ts,\n calcfc,tight) freq\n\nt\n\n0 1\nHe 0 0 0\n\n"},
     });
 }
 

@@ -63,9 +63,48 @@ TEST(RouteRewriting, ChangesKeywordsThatStandInSeveralStretches) {
     const auto without_opt = [](GJFEditor& e) { e.remove_keyword_by_name("opt"); };
     const std::vector<EditCase> cases = {
         {"option for a list over lines", with_route("#p hf/sto-3g opt=(ts,\n calcfc,\n noeigentest) freq"), tight,
-         with_route("#p hf/sto-3g opt=(ts,calcfc,noeigentest,tight)\n freq")},
+         with_route("#p hf/sto-3g opt=(ts,\n calcfc,\n noeigentest,tight) freq")},
+        {"option of a list over lines less", with_route("#p hf/sto-3g opt=(ts,\n calcfc,\n noeigentest) freq"),
+         giving([](GJFData& data) {
+             GJFEditor editor(data);
+             editor.upsert_keyword_with_options("opt", {{"ts", std::nullopt}, {"noeigentest", std::nullopt}});
+             data = editor.get_data();
+         }),
+         with_route("#p hf/sto-3g opt=(ts,\n noeigentest) freq")},
+        {"the last options of a list over lines less", with_route("#p hf/sto-3g opt=(ts,\n calcfc,\n noeigentest) freq"),
+         giving([](GJFData& data) {
+             GJFEditor editor(data);
+             editor.upsert_keyword_with_options("opt", {{"ts", std::nullopt}, {"tight", std::nullopt}});
+             data = editor.get_data();
+         }),
+         with_route("#p hf/sto-3g opt=(ts,tight\n ) freq")},
+        {"none of a list over lines stays", with_route("#p hf/sto-3g opt=(ts,\n calcfc,\n noeigentest) freq"),
+         giving([](GJFData& data) {
+             GJFEditor editor(data);
+             editor.upsert_keyword_with_options("opt", {{"tight", std::nullopt}});
+             data = editor.get_data();
+         }),
+         with_route("#p hf/sto-3g opt=(tight)\n freq")},
+        {"value within a list over lines", with_route("#p hf/sto-3g opt=(ts,\n MaxCycles = 5,\n calcfc) freq"),
+         [](GJFEditor& e) { e.set_keyword_variable("opt", "maxcycles", "7"); },
+         with_route("#p hf/sto-3g opt=(ts,\n MaxCycles = 7,\n calcfc) freq")},
         {"comments between stay", with_route("# hf opt=(ts, ! where to\n ! and how\n calcfc, ! costs\n noeigentest)\n freq"),
-         tight, with_route("# hf opt=(ts,calcfc,noeigentest,tight) ! where to\n ! and how\n ! costs\n freq")},
+         tight, with_route("# hf opt=(ts, ! where to\n ! and how\n calcfc, ! costs\n noeigentest,tight)\n freq")},
+        {"comments stay where options go",
+         with_route("# hf opt=(ts, ! where to\n ! and how\n calcfc, ! costs\n tight) freq"),
+         [](GJFEditor& e) { e.remove_keyword_by_name("opt"); }, with_route("# hf ! where to\n ! and how\n ! costs\n freq")},
+        {"blank before the list", with_route("# hf opt (MaxCycle=100) freq"), tight,
+         with_route("# hf opt (MaxCycle=100,tight) freq")},
+        {"blanks in the list", with_route("# hf scf(xqc  conver=8) freq"),
+         [](GJFEditor& e) {
+             e.ensure_keyword_option("scf", {"tight", std::nullopt});
+         },
+         with_route("# hf scf(xqc  conver=8,tight) freq")},
+        {"blanks around the sign", with_route("# hf pop = full freq"),
+         [](GJFEditor& e) {
+             e.ensure_keyword_option("pop", {"nbo", std::nullopt});
+         },
+         with_route("# hf pop=(full,nbo) freq")},
         {"a list over lines less", with_route("#p hf/sto-3g opt=(ts,\n calcfc,\n noeigentest) freq"), without_opt,
          with_route("#p hf/sto-3g\n freq")},
         {"nothing changes but a list over lines", with_route("#p hf/sto-3g opt=(ts,\n calcfc,\n noeigentest) freq"),

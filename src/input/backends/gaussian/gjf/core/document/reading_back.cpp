@@ -4,7 +4,9 @@
 
 #include <gjf/core/job/job_comparison.hpp>
 #include <gjf/core/reader/gjf_parser.hpp>
+#include <gjf/core/route/option_syntax.hpp>
 #include <gjf/core/route/route_scanner.hpp>
+#include <gjf/core/schema/route_schema_cache.hpp>
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
@@ -66,9 +68,7 @@ std::vector<std::string> sorted_method_options(const std::string& expression) {
     return options;
 }
 
-bool same_meaning(const std::vector<std::string>& a, const std::vector<std::string>& b) {
-    const ParsedKeywords x = GJFParser::parse_keywords(a, {});
-    const ParsedKeywords y = GJFParser::parse_keywords(b, {});
+bool same_meaning(const ParsedKeywords& x, const ParsedKeywords& y) {
     const auto model = [](const ParsedKeywords& r) {
         return std::tie(r.print_level, r.method, r.basis_set, r.secondary_method, r.secondary_basis_set,
                         r.density_fitting_basis, r.oniom_expression);
@@ -77,6 +77,31 @@ bool same_meaning(const std::vector<std::string>& a, const std::vector<std::stri
         return std::pair(sorted_method_options(r.method_options), sorted_method_options(r.secondary_method_options));
     };
     return model(x) == model(y) && options(x) == options(y) && sorted_keywords(x) == sorted_keywords(y);
+}
+
+// Tells whether the words of a route are those that its stored interpretation is written in.
+bool is_written_from_interpretation(const ControlSection& control) {
+    std::vector<std::string> words = format_route(*control.parsed_keywords);
+    const std::vector<std::string> unplaced = unplaced_segments(control.route_keywords);
+    words.insert(words.end(), unplaced.begin(), unplaced.end());
+    return words == control.route_keywords;
+}
+
+// An edited route comes with its interpretation, with names as they were given: only where these say something else than
+// what was read, the words are interpreted.
+bool same_meaning(const ControlSection& wanted, const ControlSection& read) {
+    const ParsedKeywords meaning =
+        read.parsed_keywords ? *read.parsed_keywords : GJFParser::parse_keywords(read.route_keywords, {});
+    if (wanted.parsed_keywords && is_written_from_interpretation(wanted)) {
+        ParsedKeywords given = *wanted.parsed_keywords;
+        for (KeywordInfo& keyword : given.keywords) {
+            keyword.name = default_route_schema().normalize_keyword(keyword.name);
+        }
+        if (same_meaning(given, meaning)) {
+            return true;
+        }
+    }
+    return same_meaning(GJFParser::parse_keywords(wanted.route_keywords, {}), meaning);
 }
 
 std::string section_name(const ExtraInputSection& section) {
@@ -104,7 +129,7 @@ std::string difference_between(const GJFData& read, const GJFData& wanted, const
     // What was left over may be asked for now.
     comparison.unknown_sections = JobComparison::UnknownSections::OfFirst;
     comparison.order_of_link0_lines = false;
-    comparison.same_route = same_meaning;
+    comparison.same_route = [&](const auto&, const auto&) { return same_meaning(wanted.control, read.control); };
     comparison.sections = false;
     const std::optional<JobDifference> difference = find_difference(wanted, read, comparison);
     if (!difference) {

@@ -40,26 +40,45 @@ std::pair<std::string, std::string> read_item(const std::string& item) {
             std::string(trim_view(std::string_view(item).substr(at + 1)))};
 }
 
-// Writes a keyword with other options; options that stay keep their text and place.
-std::string with_options(const std::string& raw, Options options) {
-    const KeywordShape shape = keyword_shape(raw);
-    std::vector<std::string> items;
-    for (const RouteStretch stretch : shape.items) {
+// What becomes of the options of a keyword: the text of each that was written, or nothing when it goes, and new ones.
+struct OptionChanges {
+    std::vector<std::optional<std::string>> written;
+    std::vector<std::string> added;
+};
+
+OptionChanges option_changes(const std::string& raw, const std::vector<RouteStretch>& items, Options options) {
+    OptionChanges changes;
+    for (const RouteStretch stretch : items) {
         const std::string item(stretch_text(raw, stretch));
         const auto [name, value] = read_item(item);
         const auto wanted = options.find(name);
+        std::optional<std::string>& text = changes.written.emplace_back();
         if (wanted == options.end()) {
             continue;
         }
         const std::size_t equals = item.find('=');
-        items.push_back(wanted->second == value
-                            ? item
-                            : option_text(item.substr(0, item.find_last_not_of(' ', equals - 1) + 1), wanted->second));
+        text = wanted->second == value
+                   ? item
+                   : option_text(item.substr(0, item.find_last_not_of(' ', equals - 1) + 1), wanted->second);
         options.erase(wanted);
     }
     for (const auto& [name, value] : options) {
-        items.push_back(option_text(name, value));
+        changes.added.push_back(option_text(name, value));
     }
+    return changes;
+}
+
+// Writes a keyword with other options; options that stay keep their text and place.
+std::string with_options(const std::string& raw, const Options& options) {
+    const KeywordShape shape = keyword_shape(raw);
+    const OptionChanges changes = option_changes(raw, shape.items, options);
+    std::vector<std::string> items;
+    for (const std::optional<std::string>& item : changes.written) {
+        if (item) {
+            items.push_back(*item);
+        }
+    }
+    items.insert(items.end(), changes.added.begin(), changes.added.end());
     std::string head(stretch_text(raw, shape.head));
     if (items.empty()) {
         return head;
@@ -212,9 +231,48 @@ class RouteRewriter {
                 text += (text.empty() ? "" : " ") + (same ? old.raw : with_options(old.raw, after_.keywords[j].options));
             }
         }
-        if (changed) {
+        const bool in_place = changed && segment.read.keyword_count == 1 && match_.partner[first] != KeywordMatch::none &&
+                              change_list(segment.read.place, after_.keywords[match_.partner[first]].options);
+        if (changed && !in_place) {
             text_.replace(segment.read.place, text);
         }
+    }
+
+    // Changes options where they stand when the keyword has several stretches, so that blanks, lines and comments between
+    // them stay. Returns false, and changes nothing, when it is no list in parentheses or none of its options stays.
+    bool change_list(Span place, const Options& options) {
+        const std::string raw(place.in(text_.tree().text));
+        const KeywordShape shape = keyword_shape(raw);
+        const bool is_list =
+            raw.back() == ')' && !shape.items.empty() && raw[raw.find_last_not_of(" \t", shape.items[0].begin - 1)] == '(';
+        const OptionChanges changes = option_changes(raw, shape.items, options);
+        const auto stays = [](const std::optional<std::string>& item) { return item.has_value(); };
+        const auto last = std::find_if(changes.written.rbegin(), changes.written.rend(), stays);
+        if (!is_list || !text_.has_several_stretches(place) || last == changes.written.rend()) {
+            return false;
+        }
+        const auto last_kept = static_cast<std::size_t>(changes.written.rend() - last) - 1;
+        const auto change = [&](std::size_t begin, std::size_t end, const std::string& text) {
+            text_.replace(span_between(place.begin + begin, place.begin + end), text);
+        };
+        for (std::size_t i = 0; i <= last_kept; ++i) {
+            const RouteStretch item = shape.items[i];
+            if (!changes.written[i]) {
+                change(item.begin, shape.items[i + 1].begin, {});
+            } else if (const std::string& text = *changes.written[i]; text != stretch_text(raw, item)) {
+                const RouteStretch value = keyword_item(raw, item).value;
+                const std::size_t equals = text.find('=');
+                const bool only_value = value.begin < value.end && equals != std::string::npos;
+                change(only_value ? value.begin : item.begin, item.end, only_value ? text.substr(equals + 1) : text);
+            }
+        }
+        for (const std::string& added : changes.added) {
+            change(shape.items[last_kept].end, shape.items[last_kept].end, "," + added);
+        }
+        if (last_kept + 1 < shape.items.size()) {
+            change(shape.items[last_kept].end, shape.items.back().end, {});
+        }
+        return true;
     }
 
     // A segment of the model chemistry stays when all that it gave still holds.

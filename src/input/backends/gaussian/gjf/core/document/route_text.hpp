@@ -18,7 +18,8 @@ class RouteText {
     RouteText(const TextLines& lines, const JobLayout& layout, const std::vector<std::string>& words);
 
     const RouteTree& tree() const noexcept { return layout_.route; }
-    /// Puts a text in the place of a stretch of the route text; an empty one leaves it out.
+    bool has_several_stretches(Span place) const { return layout_.route_map.stretches(place).size() > 1; }
+    /// Puts a text in the place of a stretch of the route text; an empty one leaves it out. Changes come from left to right.
     void replace(Span place, const std::string& text);
     /// The same for one word of the route.
     void replace_word(std::size_t word, const std::string& text);
