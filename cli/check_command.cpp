@@ -2,6 +2,7 @@
 #include "batch.hpp"
 #include "commands.hpp"
 #include "input.hpp"
+#include "job_json.hpp"
 #include "json.hpp"
 #include "plain_text.hpp"
 #include "terminal.hpp"
@@ -91,13 +92,6 @@ std::string text_of(const std::string& path, const Finding& finding, NumberedLin
     return finding.hint.empty() ? text : text + "  hint: " + printable(finding.hint) + '\n';
 }
 
-Json json_of(const Finding& finding) {
-    return {{"code", finding.code},       {"severity", severity_name(finding.severity)},
-            {"message", finding.message}, {"job", finding.job},
-            {"line", finding.line},       {"column", finding.column},
-            {"length", finding.length},   {"hint", finding.hint}};
-}
-
 std::string json_of(const std::string& path, const std::vector<Finding>& findings, const FileResult& result) {
     Json object = json_of_file(path);
     object["errors"] = result.counts[index_of(Severity::Error)];
@@ -105,7 +99,7 @@ std::string json_of(const std::string& path, const std::vector<Finding>& finding
     object["notes"] = result.counts[index_of(Severity::Note)];
     object["findings"] = Json::array();
     for (const Finding& finding : findings) {
-        object["findings"].push_back(json_of(finding));
+        object["findings"].push_back(json_of_finding(finding));
     }
     return json_line(object);
 }

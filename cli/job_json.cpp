@@ -147,6 +147,13 @@ Json json_of_kind(ExtraInputSectionKind kind) {
     return object;
 }
 
+Json json_of_finding(const Finding& finding) {
+    return {{"code", finding.code},       {"severity", severity_name(finding.severity)},
+            {"message", finding.message}, {"job", finding.job},
+            {"line", finding.line},       {"column", finding.column},
+            {"length", finding.length},   {"hint", finding.hint}};
+}
+
 Json json_of_route(const ParsedKeywords& route) {
     Json object = Json::object();
     set_text(object, "print_level", route.print_level);

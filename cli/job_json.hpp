@@ -13,6 +13,8 @@ Json json_of_job(const quor::input::gaussian::GJFData& job);
 /// Returns an interpreted route as an object.
 Json json_of_route(const quor::input::gaussian::ParsedKeywords& route);
 
+Json json_of_finding(const quor::input::gaussian::Finding& finding);
+
 /// Returns a kind of extra input as an object: number, name and, when a route asks for it, how.
 Json json_of_kind(quor::input::gaussian::ExtraInputSectionKind kind);
 

@@ -19,13 +19,11 @@ namespace {
 using namespace quor::input::gaussian;
 
 std::string warnings_of(const GJFData& job) {
-    if (!job.control.parsed_keywords || job.control.parsed_keywords->warnings.empty()) {
-        return {};
-    }
-    const std::vector<ParseWarning>& warnings = job.control.parsed_keywords->warnings;
-    std::string text = "Route Warnings (" + std::to_string(warnings.size()) + "):\n";
-    for (const ParseWarning& warning : warnings) {
-        text += "  " + warning.code + " " + warning.message + "\n";
+    const std::vector<Finding> findings = check_route(join_route_words(job.control.route_keywords).text);
+    std::string text = findings.empty() ? "" : "Route Warnings (" + std::to_string(findings.size()) + "):\n";
+    for (const Finding& finding : findings) {
+        text += "  " + finding.code + ' ' + severity_name(finding.severity) + ": " + finding.message +
+                (finding.hint.empty() ? "" : "; " + finding.hint) + '\n';
     }
     return text;
 }

@@ -1,4 +1,4 @@
-// quor-gjf route: explains a route that is given as text.
+// quor-gjf route: explains a route that is given as text, or those of a job file.
 #include "route_text.hpp"
 
 #include "commands.hpp"
@@ -12,8 +12,11 @@
 #include <CLI/CLI.hpp>
 
 #include <cstdio>
+#include <filesystem>
 #include <memory>
 #include <string>
+#include <system_error>
+#include <utility>
 #include <vector>
 
 namespace quor_gjf {
@@ -66,6 +69,17 @@ std::string model_chemistry_text(const ParsedKeywords& route) {
     return text;
 }
 
+std::string findings_text(const std::string& route) {
+    std::string text;
+    for (const Finding& finding : check_route(route)) {
+        text += text.empty() ? "findings:\n" : "";
+        text += "  " + finding.code + ' ' + severity_name(finding.severity) + ": " + printable(finding.message) + '\n';
+        text += finding.column == 0 ? std::string() : excerpt(route, finding.column - 1, finding.length);
+        text += finding.hint.empty() ? std::string() : "    hint: " + printable(finding.hint) + '\n';
+    }
+    return text;
+}
+
 std::string explanation(const RouteText& text, const ParsedKeywords& route,
                         const std::vector<ExtraInputSectionKind>& sections) {
     std::string result = "route: " + printable(text.joined) + "\n" + model_chemistry_text(route);
@@ -78,39 +92,62 @@ std::string explanation(const RouteText& text, const ParsedKeywords& route,
         const std::string request = extra_input_request(kind);
         result += std::string("  ") + extra_input_kind_name(kind) + (request.empty() ? "" : " (" + request + ")") + '\n';
     }
-    result += route.warnings.empty() ? "" : "warnings:\n";
-    for (const ParseWarning& warning : route.warnings) {
-        result += "  " + warning.code + ' ' + printable(warning.message) + '\n';
-        if (warning.span) {
-            result += excerpt(text.joined, warning.span->begin, warning.span->end - warning.span->begin);
-        }
-    }
-    return result;
+    return result + findings_text(text.joined);
 }
 
-int explain(const RouteArguments& arguments) {
-    const RouteText text = read_route_text(text_of_arguments(arguments.text));
-    if (text.words.empty()) {
-        throw CLI::ValidationError("TEXT", "it holds no route");
-    }
-    report_missing_vocabulary();
+std::string explained(const RouteText& text, bool as_json) {
     ControlSection control;
     control.route_keywords = text.words;
     control.parsed_keywords = GJFParser::parse_keywords(text.words, {});
     const std::vector<ExtraInputSectionKind> sections = GJFParser::expected_extra_input_order(control);
-    std::string output;
-    if (arguments.json) {
-        Json object = {{"version", json_version}, {"text", text.joined}};
-        object["route"] = json_of_route(*control.parsed_keywords);
-        object["sections"] = Json::array();
-        for (const ExtraInputSectionKind kind : sections) {
-            object["sections"].push_back(json_of_kind(kind));
-        }
-        output = json_line(object);
-    } else {
-        output = explanation(text, *control.parsed_keywords, sections);
+    if (!as_json) {
+        return explanation(text, *control.parsed_keywords, sections);
     }
-    std::fputs(output.c_str(), stdout);
+    Json object = {{"version", json_version}, {"text", text.joined}};
+    object["route"] = json_of_route(*control.parsed_keywords);
+    object["sections"] = Json::array();
+    for (const ExtraInputSectionKind kind : sections) {
+        object["sections"].push_back(json_of_kind(kind));
+    }
+    object["findings"] = Json::array();
+    for (const Finding& finding : check_route(text.joined)) {
+        object["findings"].push_back(json_of_finding(finding));
+    }
+    return json_line(object);
+}
+
+// A name of a file that is there is no route: the routes of its jobs are meant.
+bool is_file(const std::vector<std::string>& arguments) {
+    std::error_code ignored;
+    return arguments.size() == 1 && arguments[0] != "-" && std::filesystem::is_regular_file(arguments[0], ignored);
+}
+
+std::vector<RouteText> routes_of_file(const std::string& path) {
+    std::vector<RouteText> routes;
+    for (const JobReading& reading : read_jobs_with_layout(read_text(path))) {
+        const std::vector<std::string>& words = reading.job.control.route_keywords;
+        if (!words.empty()) {
+            routes.push_back({words, join_route_words(words).text});
+        }
+    }
+    return routes;
+}
+
+int explain(const RouteArguments& arguments) {
+    std::vector<RouteText> routes;
+    if (is_file(arguments.text)) {
+        routes = routes_of_file(arguments.text[0]);
+    } else if (RouteText text = read_route_text(text_of_arguments(arguments.text)); !text.words.empty()) {
+        routes.push_back(std::move(text));
+    }
+    if (routes.empty()) {
+        throw CLI::ValidationError("TEXT", "it holds no route");
+    }
+    report_missing_vocabulary();
+    for (const RouteText& text : routes) {
+        const bool follows = &text != &routes.front() && !arguments.json;
+        std::fputs(((follows ? "\n" : "") + explained(text, arguments.json)).c_str(), stdout);
+    }
     return exit_success;
 }
 
@@ -130,13 +167,7 @@ RouteText read_route_text(const std::string& text) {
     if (!route.words.empty() && route.words[0][0] != '#') {
         route.words.insert(route.words.begin(), "#");
     }
-    for (std::size_t i = 0; i < route.words.size(); ++i) {
-        const std::string& word = route.words[i];
-        if (i > 0 && is_head(word)) {
-            continue;  // later lines may repeat the head
-        }
-        route.joined += (i > 0 ? " " : "") + (i > 0 && word[0] == '#' ? word.substr(1) : word);
-    }
+    route.joined = join_route_words(route.words).text;
     return route;
 }
 
@@ -157,7 +188,8 @@ std::string text_of_arguments(const std::vector<std::string>& arguments) {
 
 void add_route_command(CLI::App& command, int& exit_code) {
     const auto arguments = std::make_shared<RouteArguments>();
-    command.add_option("TEXT", arguments->text, "The route, with or without #; - reads standard input")->required();
+    command.add_option("TEXT", arguments->text, "The route, with or without #, or a job file; - reads standard input")
+        ->required();
     command.add_flag("--json", arguments->json, "Print a JSON object");
     command.callback([arguments, &exit_code] { exit_code = explain(*arguments); });
 }
