@@ -46,7 +46,7 @@ TEST(Checker, TellsThePlace) {
         {"# hf/sto-3g/b3lyp/6-31g(d)" + helium, "R003 1:13+5 warning\nR004 1:19+8 warning\n"},
         {"# hf/sto-3g//b3lyp/6-31g(d)" + helium, ""},
         {"# hf/sto-3g/auto" + helium, ""},
-        {"# hf/sto-3g sfc=(xqc)" + helium, "W005 1:13+3 error\n"},
+        {"# hf/sto-3g sfc=(xqc)" + helium, "W005 1:13+3 warning\n"},
         {"# hf/sto-3g xxx=freq" + helium, "W005 1:13+3 warning\n"},
         {"# hf/6-31g(d) (opt)]" + helium, "W005 1:15+6 warning\nT007 1:20+1 error\n"},
         {"#p hf/sto-3g opt=(tight,\n ! or loose\n calfc,maxcycles=30)" + helium, "R001 3:2+5 error\n"},
@@ -82,7 +82,7 @@ TEST(Checker, ChecksARouteAlone) {
         {"", ""},
         {"# hf/sto-3g opt", ""},
         {"#p hf/sto-3g\n opt=(tight,\n calfc)", "R001 3:2+5 error\n"},
-        {"# hf/sto-3g opt=(ts,qst2,calcfc) frq", "R008 1:21+4 warning\nW005 1:34+3 error\n"},
+        {"# hf/sto-3g opt=(ts,qst2,calcfc) frq", "R008 1:21+4 warning\nW005 1:34+3 warning\n"},
         {"not a route", ""},
     };
     for (const auto& [route, places] : cases) {

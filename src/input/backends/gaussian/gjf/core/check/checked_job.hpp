@@ -147,6 +147,10 @@ class CheckpointChain {
         std::size_t job = 0;
         bool read_since = false;
     };
+    /// Notes that a job reads a checkpoint; returns whether a job before it writes it.
+    bool note_read(const std::string& path);
+    void note_written(const std::string& path, const CheckedJob& job, const TextPlace& place, Findings& findings);
+
     std::unordered_map<std::string, Checkpoint> written_;  // by path
     std::size_t jobs_ = 0;
 };

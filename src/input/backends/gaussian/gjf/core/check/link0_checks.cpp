@@ -236,21 +236,28 @@ void CheckpointChain::add(const CheckedJob& job, Findings& findings) {
         findings.add("GJF-L008", is_first && fails ? Severity::Error : Severity::Warning,
                      request + " reads a checkpoint, but neither %chk nor %oldchk names one", place.line,
                      "name it with %oldchk or %chk");
-    } else if (!request.empty()) {
-        const auto known = written_.find(checkpoint_path(source->value));
-        if (known != written_.end()) {
-            known->second.read_since = true;
-        } else if (!is_first) {
-            findings.add("GJF-L009", Severity::Warning,
-                         "no job before this one writes the checkpoint '" + std::string(source->value) + "' that " +
-                             request + " reads",
-                         job.place_in(source->line, source->value), "it must be there when the file is run");
-        }
+    } else if (!request.empty() && !note_read(checkpoint_path(source->value)) && !is_first) {
+        findings.add(
+            "GJF-L009", Severity::Warning,
+            "no job before this one writes the checkpoint '" + std::string(source->value) + "' that " + request + " reads",
+            job.place_in(source->line, source->value), "it must be there when the file is run");
     }
-    if (chk == nullptr) {
-        return;
+    if (chk != nullptr) {
+        note_written(checkpoint_path(chk->value), job, job.place_in(chk->line, chk->value), findings);
     }
-    const std::string path = checkpoint_path(chk->value);
+}
+
+bool CheckpointChain::note_read(const std::string& path) {
+    const auto known = written_.find(path);
+    if (known == written_.end()) {
+        return false;
+    }
+    known->second.read_since = true;
+    return true;
+}
+
+void CheckpointChain::note_written(const std::string& path, const CheckedJob& job, const TextPlace& place,
+                                   Findings& findings) {
     const auto [known, is_new] = written_.try_emplace(path, Checkpoint{job.layout.number, false});
     if (is_new) {
         return;
@@ -259,7 +266,7 @@ void CheckpointChain::add(const CheckedJob& job, Findings& findings) {
         findings.add(
             "GJF-L007", Severity::Warning,
             "this job writes over the checkpoint of job " + std::to_string(known->second.job) + ", which no job has read",
-            job.place_in(chk->line, chk->value), "give each job a checkpoint of its own, or read the first one");
+            place, "give each job a checkpoint of its own, or read the first one");
     }
     known->second = {job.layout.number, false};
 }
