@@ -17,56 +17,37 @@ using namespace quor::input::gaussian;
 
 // --- Link 0 lines
 
-struct Link0Key {
-    std::string_view name;
-    void (*set)(GJFEditor&, const std::string&);
-    void (*unset)(GJFEditor&);
-};
-
-void set_nproc(GJFEditor& job, const std::string& value) { job.set_nproc(*number_of<int>(value)); }
-
-constexpr Link0Key link0_keys[] = {
-    {"mem", [](GJFEditor& job, const std::string& value) { job.set_mem(value); }, [](GJFEditor& job) { job.remove_mem(); }},
-    {"nprocshared", set_nproc, [](GJFEditor& job) { job.remove_nproc(); }},
-    {"nproc", set_nproc, [](GJFEditor& job) { job.remove_nproc(); }},
-    {"chk", [](GJFEditor& job, const std::string& value) { job.set_checkpoint_file(value); },
-     [](GJFEditor& job) { job.remove_checkpoint_file(); }},
-    {"oldchk", [](GJFEditor& job, const std::string& value) { job.set_oldchk_file(value); },
-     [](GJFEditor& job) { job.remove_oldchk_file(); }},
-    {"rwf", [](GJFEditor& job, const std::string& value) { job.set_rwf_file(value); },
-     [](GJFEditor& job) { job.remove_rwf_file(); }},
-    {"cpu", [](GJFEditor& job, const std::string& value) { job.set_cpu(value); }, [](GJFEditor& job) { job.remove_cpu(); }},
-};
-
-const Link0Key& link0_key(std::string text) {
-    text = SimpleYAMLParser::to_lower(text.starts_with('%') ? text.substr(1) : text);
-    const auto* found =
-        std::find_if(std::begin(link0_keys), std::end(link0_keys), [&](const Link0Key& key) { return key.name == text; });
-    if (found == std::end(link0_keys)) {
-        throw std::runtime_error("'" + text + "' is not one of mem, nprocshared (nproc), chk, oldchk, rwf and cpu");
+const Link0Key& link0_key(const std::string& text) {
+    const Link0Key* key = find_link0_key(text.starts_with('%') ? text.substr(1) : text);
+    if (key == nullptr) {
+        throw std::runtime_error("'" + text + "' is no Link 0 key");
     }
-    return *found;
+    return *key;
 }
 
 Edit read_set(const std::string& value) {
     const std::size_t equals = value.find('=');
-    if (equals == std::string::npos) {
+    const Link0Key* flag = equals == std::string::npos ? find_link0_key(value) : nullptr;
+    if (equals == std::string::npos && (flag == nullptr || flag->form != Link0Form::Flag)) {
         throw std::runtime_error("KEY=VALUE is wanted, not '" + value + "'");
     }
     const Link0Key& key = link0_key(value.substr(0, equals));
-    const std::string text = value.substr(equals + 1);
-    if (text.empty()) {
+    const std::string text = flag == nullptr ? value.substr(equals + 1) : std::string();
+    if (flag == nullptr && key.form == Link0Form::Flag) {
+        throw std::runtime_error("'" + std::string(key.name) + "' takes no value");
+    }
+    if (flag == nullptr && text.empty()) {
         throw std::runtime_error("a value is missing; --unset takes out the line");
     }
-    if (key.set == set_nproc && number_of<int>(text).value_or(0) < 1) {
+    if (key.form == Link0Form::Count && number_of<int>(text).value_or(0) < 1) {
         throw std::runtime_error("'" + text + "' is no number of processors");
     }
-    return [&key, text](GJFEditor& job, const std::string&) { key.set(job, text); };
+    return [&key, text](GJFEditor& job, const std::string&) { job.set_link0(key, text); };
 }
 
 Edit read_unset(const std::string& value) {
     const Link0Key& key = link0_key(value);
-    return [&key](GJFEditor& job, const std::string&) { key.unset(job); };
+    return [&key](GJFEditor& job, const std::string&) { job.unset_link0(key); };
 }
 
 Edit read_chk_from_name(const std::string&) {
@@ -168,8 +149,7 @@ std::string bare_message(const std::exception& error) {
 
 std::vector<EditOption> head_edit_options() {
     return {
-        {"--set", "KEY=VALUE", "Set a Link 0 value: mem, nprocshared (nproc), chk, oldchk, rwf or cpu", EditTarget::Head,
-         read_set},
+        {"--set", "KEY=VALUE", "Set a Link 0 key; a flag such as save is given without a value", EditTarget::Head, read_set},
         {"--unset", "KEY", "Take out a Link 0 line", EditTarget::Head, read_unset},
         {"--chk-from-name", nullptr, "Name the checkpoint file after the job file", EditTarget::Head, read_chk_from_name},
         {"--title", "TEXT", "Set the title", EditTarget::TitleAndCharge, read_title},

@@ -74,12 +74,14 @@ std::string lost_link0(const JobReading& reading, const Lines& lines) {
     for (const std::size_t number : reading.layout.link0_lines) {
         const std::string_view line = trimmed(without_comment(lines[number - 1]));
         const std::size_t equals = std::min(line.find('='), line.size());
-        std::string key = SimpleYAMLParser::to_lower(std::string(trimmed(line.substr(1, equals - 1))));
-        key = key == "nprocshared" ? "nproc" : key;
-        constexpr std::array<std::string_view, 6> single = {"chk", "oldchk", "rwf", "mem", "nproc", "cpu"};
-        if (std::find(single.begin(), single.end(), key) == single.end() || trimmed(line.substr(equals)).size() < 2) {
+        const std::string_view written = trimmed(line.substr(1, equals - 1));
+        const Link0Key* known = find_link0_key(written);
+        const bool is_line =
+            known == nullptr || !known->in_model || !known->is_spelt_out(SimpleYAMLParser::to_lower(std::string(written)));
+        if (is_line || trimmed(line.substr(equals)).size() < 2) {
             continue;  // kept as a whole line
         }
+        const std::string key(known->layout_name);
         if (const auto [entry, first] = seen.try_emplace(key, number); !first) {
             return at_line(entry->second, "%" + key + " would be lost, since it is set again below");
         }

@@ -27,6 +27,7 @@ set(quor_public_headers
     gjf/core/job/gjf_parse_exception.hpp
     gjf/core/job/job_comparison.hpp
     gjf/core/job/positions.hpp
+    gjf/core/job/link0_keys.hpp
     gjf/core/reader/gjf_parser.hpp
     gjf/core/reader/job_layout.hpp
     gjf/core/reader/job_places.hpp

@@ -67,6 +67,7 @@ const std::vector<Pair>& pairs() {
     static const std::vector<Pair> table = {
         {"GJF-L001", "%chkk=a\n" + plain, "%chk=a\n" + plain},
         {"GJF-L001", "%nprocshard=4\n" + plain, "%nprocshared=4\n" + plain},
+        {"GJF-L001", "%oldma=a\n" + plain, "%oldmatrix=a\n" + plain},
         {"GJF-L001", "%frobnicate=4\n" + plain, "%lindaworkers=node1:4\n" + plain},
         {"GJF-L002", "%mem=lots\n" + plain, "%mem=4000MB\n" + plain},
         {"GJF-L002", "%mem=4 GB\n" + plain, "%mem=4GB\n" + plain},

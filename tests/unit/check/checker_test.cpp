@@ -152,6 +152,8 @@ TEST(Checker, IsSureOnlyOfOneSlipInsideALongName) {
 TEST(Checker, RaisesNothingForWhatRuns) {
     const char* const heads[] = {
         "# rzindo",
+        "%nprocs=4\n# hf/sto-3g",
+        "%NProcs = 4\n%oldrwf=a\n# hf/sto-3g",
         "# uzindo",
         "# hissapbe/sto-3g",
         "# hf/sto-3g g09defaults",

@@ -11,6 +11,7 @@
 #include <gjf/core/job/gjf_parse_exception.hpp>
 #include <gjf/core/job/job_comparison.hpp>
 #include <gjf/core/job/positions.hpp>
+#include <gjf/core/job/link0_keys.hpp>
 #include <gjf/core/knowledge/knowledge.hpp>
 #include <gjf/core/reader/gjf_parser.hpp>
 #include <gjf/core/reader/job_layout.hpp>

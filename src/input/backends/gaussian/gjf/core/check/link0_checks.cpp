@@ -2,6 +2,7 @@
 #include <gjf/core/check/checked_job.hpp>
 
 #include <gjf/core/check/near_names.hpp>
+#include <gjf/core/job/link0_keys.hpp>
 #include <gjf/core/knowledge/facts.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/number_range.hpp>
@@ -15,12 +16,6 @@
 
 namespace quor::input::gaussian {
 namespace {
-
-// Every Link 0 command of Gaussian 16, older spellings included.
-constexpr const char* link0_commands[] = {"mem",    "chk",    "oldchk", "schk",  "rwf",         "oldmatrix",  "oldrawmatrix",
-                                          "int",    "d2e",    "scr",    "kjob",  "save",        "nosave",     "errorsave",
-                                          "subst",  "cpu",    "gpucpu", "nproc", "nprocshared", "nproclinda", "lindaworkers",
-                                          "usessh", "usersh", "ssh",    "rsh",   "debuglinda"};
 
 // One Link 0 line taken apart.
 struct Link0Line {
@@ -50,12 +45,19 @@ const Link0Line* find_line(const std::vector<Link0Line>& lines, std::initializer
 }
 
 void check_command(const CheckedJob& job, const Link0Line& line, Findings& findings) {
-    const bool known = std::any_of(std::begin(link0_commands), std::end(link0_commands),
-                                   [&](const char* command) { return equals_folded(line.key, command); });
-    if (known) {
+    if (const Link0Key* known = find_link0_key(line.key)) {
+        // %nprocs stands in many jobs that ran.
+        if (!known->is_spelt_out(to_lower_copy(line.key)) && !equals_folded(line.key, "nprocs")) {
+            findings.add("GJF-L001", Severity::Note,
+                         "'%" + std::string(line.key) + "' is short for %" + std::string(known->name),
+                         job.place_in(line.line, line.key));
+        }
         return;
     }
-    const std::vector<std::string> names(std::begin(link0_commands), std::end(link0_commands));
+    std::vector<std::string> names;
+    for (const Link0Key& key : link0_keys()) {
+        names.emplace_back(key.name);
+    }
     const std::vector<std::string> near = near_names(to_lower_copy(line.key), names);
     findings.add("GJF-L001", is_misspelt(line.key, near) ? Severity::Error : Severity::Warning,
                  "unknown Link 0 command '%" + std::string(line.key) + "'", job.place_in(line.line, line.key),
@@ -141,7 +143,7 @@ std::int64_t cores_listed(const CheckedJob& job, const Link0Line* cpu, Findings&
 
 // Checks %nprocshared and %cpu; returns how many cores the job asks for, 0 when it does not say.
 std::int64_t check_cores(const CheckedJob& job, const std::vector<Link0Line>& lines, Findings& findings) {
-    const Link0Line* nproc = find_line(lines, {"nproc", "nprocshared"});
+    const Link0Line* nproc = find_line(lines, {"nproc", "nprocshared", "nprocs"});
     const Link0Line* cpu = find_line(lines, {"cpu"});
     const std::int64_t asked = cores_asked(job, nproc, findings);
     const std::int64_t listed = cores_listed(job, cpu, findings);

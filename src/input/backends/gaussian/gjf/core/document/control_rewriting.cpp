@@ -3,36 +3,18 @@
 
 #include <gjf/core/document/field_line.hpp>
 #include <gjf/core/job/gjf_parse_exception.hpp>
+#include <gjf/core/job/link0_keys.hpp>
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
-#include <array>
 #include <iterator>
 #include <optional>
 
 namespace quor::input::gaussian {
 namespace {
 
-using Keys = std::array<std::string_view, 2>;
-
-// A Link 0 value of the job model: the keys that set it (one may be empty), the first of which is used for a new line.
-struct Link0Value {
-    Keys keys;
-    std::optional<std::string> (*value)(const ControlSection&);
-};
-
-constexpr Link0Value link0_values[] = {
-    {{"oldchk"}, [](const ControlSection& c) { return c.oldchk; }},
-    {{"chk"}, [](const ControlSection& c) { return c.chk; }},
-    {{"rwf"}, [](const ControlSection& c) { return c.rwf; }},
-    {{"mem"}, [](const ControlSection& c) { return c.mem; }},
-    {{"nprocshared", "nproc"},
-     [](const ControlSection& c) { return c.nproc ? std::optional<std::string>(std::to_string(*c.nproc)) : std::nullopt; }},
-    {{"cpu"}, [](const ControlSection& c) { return c.cpu; }},
-};
-
 // The value of a Link 0 line "%key=value", as a view into it; empty when the line has another form or key.
-std::string_view value_in(std::string_view line, const Keys& keys) {
+std::string_view value_in(std::string_view line, const Link0Key& wanted) {
     const std::string_view text = without_comment(line);
     const std::size_t mark = text.find('%');
     const std::size_t equals = text.find('=');
@@ -40,9 +22,8 @@ std::string_view value_in(std::string_view line, const Keys& keys) {
         return {};
     }
     const std::string_view key = trim_view(text.substr(mark + 1, equals - mark - 1));
-    const bool wanted =
-        std::any_of(keys.begin(), keys.end(), [&](std::string_view k) { return !k.empty() && equals_folded(key, k); });
-    return wanted ? trim_view(text.substr(equals + 1)) : std::string_view();
+    const bool is_wanted = wanted.is_spelt_out(to_lower_copy(key));
+    return is_wanted ? trim_view(text.substr(equals + 1)) : std::string_view();
 }
 
 void insert_link0(JobRewriting& job, const std::string& text) {
@@ -56,25 +37,25 @@ void insert_link0(JobRewriting& job, const std::string& text) {
     }
 }
 
-void rewrite_link0_value(JobRewriting& job, const Link0Value& entry) {
-    const std::optional<std::string> now = entry.value(job.after.control);
-    if (entry.value(job.before.job.control) == now) {
+void rewrite_link0_value(JobRewriting& job, const Link0Key& entry) {
+    const std::optional<std::string> now = link0_value(job.after.control, entry);
+    if (link0_value(job.before.job.control, entry) == now) {
         return;
     }
     std::vector<std::size_t> lines;
     for (const std::size_t number : job.before.layout.link0_lines) {
-        if (!value_in(job.lines.line(number), entry.keys).empty()) {
+        if (!value_in(job.lines.line(number), entry).empty()) {
             lines.push_back(number);
         }
     }
     if (!now) {
         std::for_each(lines.begin(), lines.end(), [&](std::size_t number) { job.edits.remove(number); });
     } else if (lines.empty()) {
-        insert_link0(job, "%" + std::string(entry.keys.front()) + "=" + *now);
+        insert_link0(job, "%" + std::string(entry.name) + "=" + *now);
     } else {
         // The last line of a kind is the one that holds.
         const std::string_view line = job.lines.line(lines.back());
-        const std::string_view value = value_in(line, entry.keys);
+        const std::string_view value = value_in(line, entry);
         const auto begin = static_cast<std::size_t>(value.data() - line.data());
         job.edits.replace(lines.back(), std::string(line).replace(begin, value.size(), *now));
     }
@@ -129,8 +110,10 @@ void replace_lines(JobRewriting& job, const LineRange& range, const std::string&
 }
 
 void rewrite_link0(JobRewriting& job) {
-    for (const Link0Value& entry : link0_values) {
-        rewrite_link0_value(job, entry);
+    for (const Link0Key& key : link0_keys()) {
+        if (key.in_model) {
+            rewrite_link0_value(job, key);
+        }
     }
     rewrite_other_lines(job);
 }

@@ -19,15 +19,6 @@ namespace {
 
 const std::string* text_of(const ExtraInputSection& section) noexcept { return std::get_if<std::string>(&section.content); }
 
-// Gaussian takes each beginning of "nprocshared" that is no other key, and blanks behind the sign.
-bool sets_processor_count(std::string_view line) {
-    constexpr std::string_view whole = "nprocshared";
-    constexpr std::size_t shortest = std::string_view("nproc").size();
-    const std::string_view text = trim_view(line.substr(std::min<std::size_t>(1, line.size())));
-    const std::string_view key = text.substr(0, text.find_first_of("= \t"));
-    return key.size() >= shortest && equals_folded(key, whole.substr(0, key.size()));
-}
-
 }  // namespace
 
 GJFEditor::GJFEditor(GJFData data) : data_(std::move(data)) {
@@ -258,17 +249,15 @@ void GJFEditor::set_nproc(int count) {
     remove_nproc();
     data_.control.nproc = count;
 }
-void GJFEditor::remove_nproc() {
-    ControlSection& control = link0();
-    std::vector<std::string>& others = control.other_link0_lines;
-    others.erase(std::remove_if(others.begin(), others.end(), sets_processor_count), others.end());
-    control.nproc.reset();
-}
+void GJFEditor::remove_nproc() { unset_link0(*find_link0_key("nproc")); }
 std::optional<int> GJFEditor::get_nproc() const { return data_.control.nproc; }
 
 void GJFEditor::set_cpu(const std::string& processors) { link0().cpu = processors; }
 void GJFEditor::remove_cpu() { link0().cpu.reset(); }
 std::optional<std::string> GJFEditor::get_cpu() const { return data_.control.cpu; }
+
+void GJFEditor::set_link0(const Link0Key& key, const std::string& value) { gaussian::set_link0(link0(), key, value); }
+void GJFEditor::unset_link0(const Link0Key& key) { gaussian::unset_link0(link0(), key); }
 
 void GJFEditor::set_other_link0_lines(const std::vector<std::string>& lines) {
     std::vector<std::string> copy = lines;

@@ -9,6 +9,7 @@
 #include <gjf/core/editor/edit_record.hpp>
 #include <gjf/core/job/gjf_data.hpp>
 #include <gjf/core/job/gjf_parse_exception.hpp>
+#include <gjf/core/job/link0_keys.hpp>
 
 #include <array>
 #include <cstddef>
@@ -107,6 +108,9 @@ class QUOR_GJF_API GJFEditor {
     void set_cpu(const std::string& processors);
     void remove_cpu();
     std::optional<std::string> get_cpu() const;
+    /// Sets, or takes out, any Link 0 key, whose value is not examined; `key` is one of `link0_keys()`.
+    void set_link0(const Link0Key& key, const std::string& value);
+    void unset_link0(const Link0Key& key);
     /// Replaces the Link 0 lines that are kept whole.
     void set_other_link0_lines(const std::vector<std::string>& lines);
 

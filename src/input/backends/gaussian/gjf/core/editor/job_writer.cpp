@@ -3,6 +3,7 @@
 
 #include <core/fs/write_text_file.hpp>
 #include <gjf/core/editor/gjf_editor.hpp>
+#include <gjf/core/job/link0_keys.hpp>
 #include <gjf/core/reader/gjf_parser.hpp>
 #include <gjf/core/reader/reading.hpp>
 #include <gjf/core/schema/route_schema_cache.hpp>
@@ -42,25 +43,16 @@ void append_fixed(std::string& text, double number, int decimals) {
     text.append(digits, std::to_chars(digits, std::end(digits), number, std::chars_format::fixed, decimals).ptr);
 }
 
-void append_link0(std::string& text, const char* head, const std::optional<std::string>& value) {
-    if (value) {
-        text += head;
-        text += *value;
-        text += '\n';
-    }
-}
-
 void append_link0_lines(std::string& text, const ControlSection& control) {
-    append_link0(text, "%oldchk=", control.oldchk);
-    append_link0(text, "%chk=", control.chk);
-    append_link0(text, "%rwf=", control.rwf);
-    append_link0(text, "%mem=", control.mem);
-    if (control.nproc) {
-        text += "%nproc=";
-        append_integer(text, *control.nproc);
-        text += '\n';
+    for (const Link0Key& key : link0_keys()) {
+        if (const std::optional<std::string> value = key.in_model ? link0_value(control, key) : std::nullopt) {
+            text += '%';
+            text += key.layout_name;
+            text += '=';
+            text += *value;
+            text += '\n';
+        }
     }
-    append_link0(text, "%cpu=", control.cpu);
     for (const std::string& line : control.other_link0_lines) {
         text += line;
         text += '\n';

@@ -1,6 +1,7 @@
 // Reads Link 0 lines and the route, and interprets route words.
 #include <gjf/core/reader/gjf_parser.hpp>
 
+#include <gjf/core/job/link0_keys.hpp>
 #include <gjf/core/reader/reading.hpp>
 #include <gjf/core/route/joined_route.hpp>
 #include <gjf/core/route/keyword_parser.hpp>
@@ -13,27 +14,6 @@
 
 namespace quor::input::gaussian {
 namespace {
-
-void set_processor_count(ControlSection& control, std::string_view value) {
-    if (const std::optional<std::int32_t> count = leading_int32(value)) {
-        control.nproc = count;
-    }
-}
-
-struct Link0Key {
-    std::string_view key;
-    void (*store)(ControlSection&, std::string_view value);
-};
-
-constexpr std::array<Link0Key, 7> link0_keys = {{
-    {"chk", [](ControlSection& control, std::string_view value) { control.chk = value; }},
-    {"oldchk", [](ControlSection& control, std::string_view value) { control.oldchk = value; }},
-    {"rwf", [](ControlSection& control, std::string_view value) { control.rwf = value; }},
-    {"mem", [](ControlSection& control, std::string_view value) { control.mem = value; }},
-    {"nproc", set_processor_count},
-    {"nprocshared", set_processor_count},
-    {"cpu", [](ControlSection& control, std::string_view value) { control.cpu = value; }},
-}};
 
 struct Link0Words {
     std::string_view key;
@@ -52,12 +32,11 @@ bool store_link0_line(ControlSection& control, std::string_view line) {
         return false;
     }
     const Link0Words words = link0_words(line);
-    const auto entry = std::find_if(link0_keys.begin(), link0_keys.end(),
-                                    [&](const Link0Key& known) { return equals_folded(words.key, known.key); });
-    if (words.value.empty() || entry == link0_keys.end()) {
+    const Link0Key* found = find_link0_key(words.key);
+    if (words.value.empty() || found == nullptr || !found->in_model || !found->is_spelt_out(to_lower_copy(words.key))) {
         return false;
     }
-    entry->store(control, words.value);
+    store_link0(control, *found, words.value);
     return true;
 }
 

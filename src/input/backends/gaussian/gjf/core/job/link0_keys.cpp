@@ -1,0 +1,114 @@
+// The table of Link 0 keys, and what is done with one in a job's control section.
+#include <gjf/core/job/link0_keys.hpp>
+
+#include <gjf/core/text/number.hpp>
+#include <gjf/core/text/text.hpp>
+
+#include <algorithm>
+
+namespace quor::input::gaussian {
+namespace {
+
+Link0Key in_model(std::string_view name, Link0Form form, std::optional<std::string> ControlSection::*text) {
+    return {name, name, form, true, text};
+}
+
+Link0Key other(std::string_view name, Link0Form form = Link0Form::Text) { return {name, name, form, false, nullptr}; }
+
+constexpr std::size_t shortest_beginning = 5;
+
+// The key of a Link 0 line: what stands between "%" and "=" or a blank.
+std::string key_of(std::string_view line) {
+    const std::string_view text = trim_view(without_comment(line));
+    return text.substr(0, 1) == "%" ? to_lower_copy(trim_view(text.substr(1, text.find_first_of("= \t", 1) - 1)))
+                                    : std::string();
+}
+
+}  // namespace
+
+const std::vector<Link0Key>& link0_keys() {
+    static const std::vector<Link0Key> keys = {
+        in_model("oldchk", Link0Form::Text, &ControlSection::oldchk),
+        in_model("chk", Link0Form::Text, &ControlSection::chk),
+        in_model("rwf", Link0Form::Text, &ControlSection::rwf),
+        in_model("mem", Link0Form::Memory, &ControlSection::mem),
+        {"nprocshared", "nproc", Link0Form::Count, true, nullptr},
+        in_model("cpu", Link0Form::Cores, &ControlSection::cpu),
+        other("schk"),
+        other("oldrwf"),
+        other("oldmatrix"),
+        other("oldrawmatrix"),
+        other("int"),
+        other("d2e"),
+        other("scr"),
+        other("kjob"),
+        other("subst"),
+        other("gpucpu"),
+        other("nproclinda", Link0Form::Count),
+        other("lindaworkers"),
+        other("save", Link0Form::Flag),
+        other("nosave", Link0Form::Flag),
+        other("errorsave", Link0Form::Flag),
+        other("usessh", Link0Form::Flag),
+        other("usersh", Link0Form::Flag),
+        other("ssh"),
+        other("rsh"),
+        other("debuglinda", Link0Form::Flag),
+    };
+    return keys;
+}
+
+const Link0Key* find_link0_key(std::string_view spelling) {
+    const std::string lower = to_lower_copy(spelling);
+    const std::vector<Link0Key>& keys = link0_keys();
+    const auto found = std::find_if(keys.begin(), keys.end(), [&](const Link0Key& key) { return key.is_spelt_out(lower); });
+    if (found != keys.end()) {
+        return &*found;
+    }
+    const auto begins = [&](const Link0Key& key) { return key.name.substr(0, lower.size()) == lower; };
+    const bool is_only = lower.size() >= shortest_beginning && std::count_if(keys.begin(), keys.end(), begins) == 1;
+    return is_only ? &*std::find_if(keys.begin(), keys.end(), begins) : nullptr;
+}
+
+std::optional<std::string> link0_value(const ControlSection& control, const Link0Key& key) {
+    if (key.text != nullptr) {
+        return control.*key.text;
+    }
+    return key.in_model && control.nproc ? std::optional(std::to_string(*control.nproc)) : std::nullopt;
+}
+
+void store_link0(ControlSection& control, const Link0Key& key, std::string_view value) {
+    if (key.text != nullptr) {
+        control.*key.text = value;
+    } else if (const std::optional<std::int32_t> count = leading_int32(value); key.in_model && count) {
+        control.nproc = count;
+    }
+}
+
+void set_link0(ControlSection& control, const Link0Key& key, std::string_view value) {
+    store_link0(control, key, value);
+    std::vector<std::string>& lines = control.other_link0_lines;
+    const auto is_of_key = [&](const std::string& line) { return find_link0_key(key_of(line)) == &key; };
+    if (key.in_model) {
+        lines.erase(std::remove_if(lines.begin(), lines.end(), is_of_key), lines.end());
+        return;
+    }
+    const std::string text = "%" + std::string(key.name) + (key.form == Link0Form::Flag ? "" : "=" + std::string(value));
+    const auto last =
+        std::find_if(lines.rbegin(), lines.rend(), is_of_key);  // the last line of a kind is the one that holds
+    last == lines.rend() ? lines.push_back(text) : void(*last = text);
+}
+
+void unset_link0(ControlSection& control, const Link0Key& key) {
+    if (key.text != nullptr) {
+        (control.*key.text).reset();
+    } else if (key.in_model) {
+        control.nproc.reset();
+    }
+    std::vector<std::string>& lines = control.other_link0_lines;
+    lines.erase(std::remove_if(lines.begin(), lines.end(),
+                               [&](const std::string& line) { return find_link0_key(key_of(line)) == &key; }),
+                lines.end());
+}
+
+}  // namespace quor::input::gaussian
