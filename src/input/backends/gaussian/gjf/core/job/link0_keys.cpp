@@ -17,11 +17,14 @@ Link0Key other(std::string_view name, Link0Form form = Link0Form::Text) { return
 
 constexpr std::size_t shortest_beginning = 5;
 
-// The key of a Link 0 line: what stands between "%" and "=" or a blank.
+// The key of a Link 0 line: what stands between "%" and "=" or a blank; Gaussian takes blanks behind the "%".
 std::string key_of(std::string_view line) {
     const std::string_view text = trim_view(without_comment(line));
-    return text.substr(0, 1) == "%" ? to_lower_copy(trim_view(text.substr(1, text.find_first_of("= \t", 1) - 1)))
-                                    : std::string();
+    if (text.empty() || text.front() != '%') {
+        return {};
+    }
+    const std::string_view rest = trim_view(text.substr(1));
+    return to_lower_copy(rest.substr(0, rest.find_first_of("= \t")));
 }
 
 }  // namespace
