@@ -10,7 +10,6 @@
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
-#include <array>
 
 namespace quor::input::gaussian {
 namespace {
