@@ -21,21 +21,19 @@ std::vector<ChargeSpinPair> read_charge_line(std::string_view line, ReadingRecor
     if (fields.size() < 2 || fields.size() % 2 != 0) {
         return fail(line, "Invalid charge/spin line: " + std::string(line), FaultKind::Parse);
     }
-    std::vector<std::int32_t> numbers;
-    for (const std::string_view field : fields) {
-        if (!is_integer_text(field)) {
-            return fail(field, "Invalid charge/spin line: " + std::string(line), FaultKind::Parse);
-        }
-        const std::optional<std::int32_t> number = to_int32(field);
-        if (!number) {
-            return fail(field, "charge or multiplicity beyond 32 bits", FaultKind::OutOfRange);
-        }
-        numbers.push_back(*number);
-    }
     std::vector<ChargeSpinPair> pairs;
-    pairs.reserve(numbers.size() / 2);
-    for (std::size_t i = 0; i < numbers.size(); i += 2) {
-        pairs.push_back({numbers[i], numbers[i + 1]});
+    pairs.reserve(fields.size() / 2);
+    for (std::size_t i = 0; i < fields.size(); i += 2) {
+        const auto pair = fields.begin() + static_cast<std::ptrdiff_t>(i);
+        if (const auto word = std::find_if_not(pair, pair + 2, is_integer_text); word != pair + 2) {
+            return fail(*word, "Invalid charge/spin line: " + std::string(line), FaultKind::Parse);
+        }
+        const std::optional<std::int32_t> charge = to_int32(pair[0]);
+        const std::optional<std::int32_t> multiplicity = to_int32(pair[1]);
+        if (!charge || !multiplicity) {
+            return fail(pair[charge ? 1 : 0], "charge or multiplicity beyond 32 bits", FaultKind::OutOfRange);
+        }
+        pairs.push_back({*charge, *multiplicity});
     }
     return pairs;
 }
