@@ -135,6 +135,15 @@ TEST(Titles, MayBeEmpty) {
         {"# hf\n\n0 1\n\n0 1\nHe 0 0 0\n", "0 1", 1},
         {"# hf\n\n\n0 1\n\n0 1\nHe 0 0 0\n", "0 1", 1},
         {"# hf\n\n\na title\n\n0 1\nHe 0 0 0\n", "a title", 1},
+        {"# hf\n\n\n2 1\nwater at 300 K\n\n0 1\nHe 0 0 0\n", "2 1\nwater at 300 K", 1},
+        {"# hf\n\n\n2 1\nwater\n\n! c\n\n0 1\nHe 0 0 0\n", "2 1\nwater", 1},
+        {"# hf\n\n\n! c\n0 1\nO 0 0 0\nH 0 0 1\n\nleft\n", "", 2},
+        {"# hf\n\n\n0 1\nHe 0 0 0\n\n0 1\nleft over\n", "", 1},
+        {"# hf\n\n\n0 1\nHe 0 0 0\n\n0 1\nHe 0 0 1\n", "0 1\nHe 0 0 0", 1},
+        {"# hf geom=check\n\n\n2 1\n\n0 1\n", "2 1", 0},
+        {"# hf geom=check\n\n\n0 1\n\nleft\n", "", 0},
+        {"# hf/gen geom=check\n\n\n0 1\n\n1 2\nS 1 1.0\n", "", 0},
+        {"# hf/gen geom=check\n\n\n2 1\n\n0 1\n\nH 0\nS 1 1.0\n", "2 1", 0},
     };
     for (const Case& c : cases) {
         const GJFData job = GJFParser::parse_string(c.text);

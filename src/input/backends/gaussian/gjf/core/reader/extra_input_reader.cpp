@@ -90,7 +90,7 @@ std::optional<std::string> take_title_and_molecule(LineCursor& cursor, Kind kind
     if (cursor.at_end()) {
         return std::nullopt;
     }
-    const bool untitled = opens_molecule_without_title(cursor, blank_lines, false);
+    const bool untitled = opens_molecule_without_title(cursor, blank_lines);
     std::string text = untitled ? std::string() : joined(cursor.take_section());
     const LineSpan molecule = cursor.take_section_past_comments();
     if (molecule.empty()) {

@@ -12,11 +12,27 @@
 
 namespace quor::input::gaussian {
 
-bool opens_molecule_without_title(const LineCursor& cursor, std::size_t blank_lines, bool charge_line_suffices) {
+bool opens_molecule_without_title(const LineCursor& cursor, std::size_t blank_lines) {
+    LineCursor ahead = cursor;
+    if (blank_lines < 2 || !opens_like_molecule(ahead.take_section())) {
+        return false;
+    }
+    return !opens_like_molecule(ahead.take_section_past_comments());
+}
+
+bool opens_charge_line_without_title(const LineCursor& cursor, std::size_t blank_lines, std::size_t sections_expected) {
     LineCursor ahead = cursor;
     const LineSpan section = ahead.take_section();
-    return blank_lines >= 2 && !section.empty() && (section.size() > 1 || charge_line_suffices) &&
-           is_valid_geometry_first_line(section.front());
+    if (blank_lines < 2 || section.empty() || !is_valid_geometry_first_line(section.front())) {
+        return false;
+    }
+    const LineSpan next = ahead.take_section_past_comments();
+    const auto line = std::find_if_not(next.begin(), next.end(), is_comment_line);
+    std::size_t left = 0;
+    while (left < sections_expected && !ahead.take_section().empty()) {
+        ++left;
+    }
+    return line == next.end() || !is_valid_geometry_first_line(*line) || left < sections_expected;
 }
 
 namespace {
@@ -117,7 +133,7 @@ class JobReader {
         if (shape.has_overlays) {
             read_overlays();
         }
-        if (!shape.all_from_checkpoint && read_title(shape)) {
+        if (!shape.all_from_checkpoint && read_title(shape, questions)) {
             read_molecule_section(shape, [&questions] { return !expected_kinds(questions).empty(); });
         }
         const bool from_checkpoint = shape.all_from_checkpoint || shape.molecule_from_checkpoint;
@@ -158,9 +174,11 @@ class JobReader {
     }
 
     // Tells whether anything follows that a molecule may be read from.
-    bool read_title(const RouteShape& shape) {
+    bool read_title(const RouteShape& shape, const RouteQuestions& questions) {
         const std::size_t blank_lines = cursor_.skip_blank_lines();
-        if (opens_molecule_without_title(cursor_, blank_lines, shape.molecule_from_checkpoint)) {
+        if (shape.molecule_from_checkpoint
+                ? opens_charge_line_without_title(cursor_, blank_lines, expected_kinds(questions).size())
+                : opens_molecule_without_title(cursor_, blank_lines)) {
             return true;
         }
         const LineSpan title = take(&LineCursor::take_section);

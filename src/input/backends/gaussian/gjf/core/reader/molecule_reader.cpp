@@ -148,6 +148,21 @@ MoleculeReading read_molecule(LineCursor& cursor, LineSpan section, const Sectio
     return std::move(reader.molecule);
 }
 
+bool opens_like_molecule(LineSpan section) {
+    const auto charge_line = std::find_if_not(section.begin(), section.end(), is_comment_line);
+    if (charge_line == section.end() || !is_valid_geometry_first_line(*charge_line)) {
+        return false;
+    }
+    const auto atom = std::find_if(charge_line + 1, section.end(), holds_text);
+    if (atom == section.end()) {
+        return false;
+    }
+    Fields fields;
+    cut_fields(without_comment(*atom), fields);
+    AtomCoord read;
+    return is_zmatrix_line(fields) || (fields.size() >= 4 && !read_atom_fields(fields, *atom, read));
+}
+
 void take_variable_sections(LineCursor& cursor, LineSpan section, const SectionsExpected& sections_expected) {
     MoleculeReader reader(nullptr);
     try {

@@ -159,9 +159,15 @@ bool is_open_shell(const GeomSection& geom);
 void read_extra_inputs(LineCursor& cursor, GJFData& job, const std::vector<ExtraInputSectionKind>& kinds, bool atoms_known,
                        ReadingRecorder* recorder);
 
+/// Tells whether a section opens with a charge line that an atom follows.
+bool opens_like_molecule(LineSpan section);
+
 /// Tells whether an empty title stands before the section at the cursor, which then is the molecule section: `blank_lines`
-/// (those just passed) are at least two and the section opens with a charge line that more lines follow.
-/// `charge_line_suffices` drops the last condition.
-bool opens_molecule_without_title(const LineCursor& cursor, std::size_t blank_lines, bool charge_line_suffices);
+/// (those just passed) are at least two, and that section opens like a molecule, but not the one behind it.
+bool opens_molecule_without_title(const LineCursor& cursor, std::size_t blank_lines);
+
+/// The same for a job that takes its molecule from a checkpoint: taken as a title, the section would leave the job without a
+/// charge line, or without all the sections behind it that are expected.
+bool opens_charge_line_without_title(const LineCursor& cursor, std::size_t blank_lines, std::size_t sections_expected);
 
 }  // namespace quor::input::gaussian
