@@ -19,16 +19,8 @@ namespace {
 
 using namespace quor::input::gaussian;
 
-constexpr const char* schema_variable = "QUOR_G16_ROUTE_SCHEMA_YAML";
-
-// The document that the library uses, as it finds it itself.
-std::string document_in_use() {
-    const std::string named = quor::core::resource::getenv_string(schema_variable);
-    return quor::core::resource::is_regular_file_path(named) ? named : resolve_route_schema_path("");
-}
-
 int validate(const std::string& file) {
-    const std::string path = file.empty() ? document_in_use() : file;
+    const std::string path = file.empty() ? resolve_route_schema_path("") : file;
     const std::vector<SchemaProblem> problems = validate_route_schema(path);
     for (const SchemaProblem& problem : problems) {
         std::printf("%s:%zu: %s\n", path.c_str(), problem.line, problem.message.c_str());
@@ -111,14 +103,14 @@ int show(const std::string& word, bool json) {
 }
 
 int where() {
-    const bool named = !quor::core::resource::getenv_string(schema_variable).empty();
     if (!default_route_schema().is_loaded()) {
         report_missing_vocabulary();
         return exit_failure;
     }
-    const std::string path = document_in_use();
-    const bool by_name = named && path == quor::core::resource::getenv_string(schema_variable);
-    std::printf("%s\n%s\n", path.c_str(), by_name ? "named by QUOR_G16_ROUTE_SCHEMA_YAML" : "found by search");
+    const std::string path = resolve_route_schema_path("");
+    const bool is_named = path == quor::core::resource::getenv_string(route_schema_variable);
+    std::printf("%s\n%s\n", path.c_str(),
+                is_named ? (std::string("named by ") + route_schema_variable).c_str() : "found by search");
     return exit_success;
 }
 

@@ -10,7 +10,6 @@ namespace quor::input::gaussian {
 
 namespace {
 
-constexpr const char* schema_variable = "QUOR_G16_ROUTE_SCHEMA_YAML";
 constexpr const char* source_tree_schema = "resources/schemas/input/gaussian_route.yaml";
 constexpr const char* installed_schema = "share/quorlib/schemas/input/gaussian_route.yaml";
 constexpr std::string_view vocabulary_below_resources = "schemas/input/gaussian_route.yaml";
@@ -52,7 +51,7 @@ std::string schema_in_source_tree(std::string_view source_file) {
 std::string resolve_route_schema_path_of_build(const std::string& base, std::string_view source_file);
 
 std::string resolve_route_schema_path_of_build(const std::string& base, std::string_view source_file) {
-    std::string path = find_near({schema_variable}, base);
+    std::string path = find_near({route_schema_variable}, base);
     if (!path.empty()) {
         return path;
     }

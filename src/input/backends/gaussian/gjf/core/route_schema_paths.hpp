@@ -7,6 +7,9 @@
 
 namespace quor::input::gaussian {
 
+/// The environment variable that may name the vocabulary document.
+inline constexpr const char* route_schema_variable = "QUOR_G16_ROUTE_SCHEMA_YAML";
+
 /// Returns a path to the route vocabulary document; it may name a file that does not exist, and is never empty.
 ///
 /// Tried in order: the environment variable QUOR_G16_ROUTE_SCHEMA_YAML; resources/schemas/input/gaussian_route.yaml and

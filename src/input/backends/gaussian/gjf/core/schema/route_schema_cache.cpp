@@ -4,7 +4,6 @@
 // would read jobs wrongly, and for as long as the process lives.
 #include <gjf/core/schema/route_schema_cache.hpp>
 
-#include <core/resource/resource.hpp>
 #include <gjf/core/route_schema_paths.hpp>
 #include <gjf/core/schema/schema_document.hpp>
 
@@ -27,21 +26,9 @@ SchemaCache& schema_cache() {
     return cache;
 }
 
-const std::string& default_schema_path() {
-    static const std::string path = resolve_route_schema_path("");
-    return path;
-}
-
 SimpleYAMLParser load_default_schema() {
-    const std::string named = quor::core::resource::getenv_string("QUOR_G16_ROUTE_SCHEMA_YAML");
-    if (quor::core::resource::is_regular_file_path(named)) {
-        SchemaCacheEntry entry = load_route_schema_cached(named);
-        if (entry.loaded) {
-            return entry.parser;
-        }
-    }
-    SchemaCacheEntry entry = load_route_schema_cached(default_schema_path());
-    return entry.loaded ? entry.parser : SimpleYAMLParser();
+    SchemaCacheEntry entry = load_route_schema_cached(resolve_route_schema_path(""));
+    return entry.loaded ? std::move(entry.parser) : SimpleYAMLParser();
 }
 
 }  // namespace
