@@ -160,14 +160,15 @@ TEST(FirstFaultTold, IsThrownByReadingTheFirstJob) {
     }
 }
 
-TEST(FirstFaultTold, IsTheErrorOfTheReading) {
+TEST(FirstFaultTold, IsTheFirstOfTheReading) {
     for (const FirstFault& c : first_faults) {
         const std::vector<JobReading> readings = read_jobs_with_layout(c.text);
         const auto failed =
-            std::find_if(readings.begin(), readings.end(), [](const JobReading& r) { return !r.error.empty(); });
+            std::find_if(readings.begin(), readings.end(), [](const JobReading& r) { return !r.faults.empty(); });
         ASSERT_EQ(failed == readings.end(), c.job == 0) << c.text;
         if (failed != readings.end()) {
-            EXPECT_EQ(failed->error, c.message) << c.text;
+            EXPECT_EQ(failed->faults.front().message, c.message) << c.text;
+            EXPECT_EQ(failed->faults.front().kind == FaultKind::Parse, c.exception == Thrown::ParseException) << c.text;
             EXPECT_EQ(failed->layout.number, c.job) << c.text;
         }
     }

@@ -65,7 +65,7 @@ TEST(Recovery, PassesOverControlLines) {
     const std::string rest = "\n\nt\n\n0 1\nH 0 0 0\n";
     expect_recovery({
         {"chk=a\n%chk=b\n# hf" + rest, {"<chk=a> Invalid control line: chk=a"}, "b # hf|t|0 1;|H 0 0 0;"},
-        {"$RunGauss\n#hf" + rest, {"<$RunGauss> Invalid control line: $RunGauss"}, " #hf|t|0 1;|H 0 0 0;"},
+        {"$Run\n#hf" + rest, {"<$Run> Invalid control line: $Run"}, " #hf|t|0 1;|H 0 0 0;"},
         {"notes\n\nmore\nof them\n\n# hf" + rest,
          {"<notes> Invalid control line: notes", "<more> Invalid control line: more",
           "<of them> Invalid control line: of them"},

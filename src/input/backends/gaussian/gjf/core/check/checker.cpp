@@ -73,11 +73,6 @@ std::string hint_at_failure(const CheckedJob& job, const std::string& message) {
     return {};
 }
 
-// A restarted job takes all from its checkpoint: the route alone is enough.
-bool needs_route_alone(const CheckedJob& job, const JobReading& reading) {
-    return job.restarts() && reading.layout.title.empty() && reading.error.find("Missing title") == 0;
-}
-
 void add_fault(const CheckedJob& job, const ReadingFault& fault, const TextPlace& place, Findings& findings) {
     const std::string_view line = job.line(place.line);
     const TextPlace told = place.length == line.size() ? TextPlace{place.line, 0, 0} : place;
@@ -102,7 +97,7 @@ void report_faults(const CheckedJob& job, const JobReading& reading, Findings& f
     std::vector<std::size_t> told;
     for (std::size_t i = 0; i < reading.faults.size(); ++i) {
         const TextPlace& place = reading.layout.faults[i];
-        if (std::find(told.begin(), told.end(), place.line) != told.end()) {
+        if (reading.faults[i].harmless || std::find(told.begin(), told.end(), place.line) != told.end()) {
             continue;
         }
         add_fault(job, reading.faults[i], place, findings);
@@ -142,12 +137,17 @@ void check_job(const CheckedJob& job, const JobReading& reading, Findings& findi
         check(job, findings);
     }
     if (!job.read_whole()) {
-        if (!needs_route_alone(job, reading)) {
-            report_faults(job, reading, findings);
-        }
+        report_faults(job, reading, findings);
         return;
     }
+    if (job.restarts() && job.job.geom.atom_count() == 0) {
+        return;  // all that a section would be about is in the checkpoint
+    }
     const std::vector<MoleculeAtom> atoms = atoms_of(job);
+    if (reading.atoms_uncertain) {
+        check_atoms(job, atoms, findings);
+        return;
+    }
     if (has_unread_rows(job)) {
         // Where atoms are missing, nothing can be counted, and numbers of atoms mean nothing.
         check_atoms(job, atoms, findings);

@@ -70,12 +70,17 @@ std::optional<UnreadField> read_atom_fields(const Fields& fields, std::string_vi
 }
 
 NameAndValue cut_cartesian_variable(std::string_view text) {
+    Fields fields;
     const std::size_t equals = text.find('=');
-    NameAndValue entry = equals == std::string_view::npos ? NameAndValue() : cut_at_equals(text, equals);
+    if (equals == std::string_view::npos) {
+        cut_fields(text, fields);
+        const bool is_variable = fields.size() == 2 && is_variable_name(fields[0]) && is_number_text(fields[1]);
+        return is_variable ? NameAndValue{fields[0], fields[1]} : NameAndValue{};
+    }
+    NameAndValue entry = cut_at_equals(text, equals);
     if (!is_variable_name(entry.name) || entry.value.empty()) {
         return {};
     }
-    Fields fields;
     cut_fields(entry.value, fields);
     const char* end = fields.empty() ? entry.value.data() : fields.back().data() + fields.back().size();
     const char* begin = fields.empty() ? end : fields.front().data();
@@ -102,12 +107,34 @@ void CartesianReader::read(LineSpan lines) {
     }
 }
 
+void CartesianReader::leave_out(const char* what, std::string_view line) {
+    report_fault(recorder_, {}, what + std::string(line));
+    note_doubt(recorder_, &JobReading::atoms_uncertain);
+}
+
+bool CartesianReader::is_in_use(std::string_view name) {
+    if (!names_in_use_) {
+        names_in_use_ = undefined_names(molecule_.geom);
+    }
+    return names_in_use_->count(to_lower_copy(name)) > 0;
+}
+
 void CartesianReader::take_variable(std::string_view text, std::string_view line) {
+    const bool by_blank = text.find('=') == std::string_view::npos;
+    if (by_blank && (recorder_ == nullptr || !is_in_use(cut_cartesian_variable(text).name))) {
+        leave_out("Invalid coordinate line: ", line);
+        return;
+    }
+    if (by_blank) {
+        report_departure(recorder_, {}, "Invalid coordinate line: " + std::string(line));
+    }
+    take_section_variable(text, line);
+}
+
+void CartesianReader::take_section_variable(std::string_view text, std::string_view line) {
     const NameAndValue entry = cut_cartesian_variable(text);
     if (entry.value.empty()) {
-        const char* what = entry.name.empty() ? "Invalid coordinate line: " : "Invalid Cartesian coordinate variable line: ";
-        report_fault(recorder_, {}, what + std::string(line));
-        note_doubt(recorder_, &JobReading::atoms_uncertain);
+        leave_out(entry.name.empty() ? "Invalid coordinate line: " : "Invalid Cartesian coordinate variable line: ", line);
         return;
     }
     molecule_.geom.cartesian_variables.push_back({std::string(entry.name), std::string(entry.value)});
@@ -118,6 +145,11 @@ void CartesianReader::take_variable(std::string_view text, std::string_view line
 void CartesianReader::take(std::string_view line) {
     const std::string_view text = without_comment(line);
     cut_fields(text, fields_);
+    if (recorder_ != nullptr && is_include_line(text)) {
+        report_departure(recorder_, {}, "Invalid coordinate line: " + std::string(line));
+        note_doubt(recorder_, &JobReading::atoms_uncertain);
+        return;
+    }
     if (fields_.size() <= 3) {
         if (!is_blank_line(text)) {
             take_variable(text, line);

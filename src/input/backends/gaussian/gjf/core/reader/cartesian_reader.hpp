@@ -4,6 +4,8 @@
 #include <gjf/core/reader/molecule_fields.hpp>
 #include <gjf/core/reader/reading.hpp>
 
+#include <optional>
+
 namespace quor::input::gaussian {
 
 /// Reads the lines of Cartesian coordinates into a molecule: atoms, and the values of variables.
@@ -16,17 +18,21 @@ class CartesianReader {
     bool has_variables() const noexcept { return has_variables_; }
 
     void read(LineSpan lines);
-    /// Reads the line of a variable; `text` is the line without its comment.
-    void take_variable(std::string_view text, std::string_view line);
+    /// Reads the line of a variable in a section of its own; `text` is the line without its comment.
+    void take_section_variable(std::string_view text, std::string_view line);
 
    private:
+    void take_variable(std::string_view text, std::string_view line);
     void take(std::string_view line);
     void note_atom(const AtomCoord& atom);
+    void leave_out(const char* what, std::string_view line);
+    bool is_in_use(std::string_view name);
 
     MoleculeReading& molecule_;
     ReadingRecorder* recorder_;
     Fields fields_;
     bool has_variables_ = false;
+    std::optional<NameSet> names_in_use_;  // those that nothing gave a value when they were first asked for
 };
 
 }  // namespace quor::input::gaussian

@@ -67,7 +67,7 @@ class ControlReader {
         }
         const bool route_open = route_seen_ && !route_closed_;
         if (!route_open && (line.empty() || (line.front() != '#' && line.front() != '%'))) {
-            report_fault(recorder_, raw, "Invalid control line: " + std::string(raw));
+            refuse(line, raw);
             return;
         }
         control.raw_lines.emplace_back(raw);
@@ -86,6 +86,16 @@ class ControlReader {
     }
 
    private:
+    // Gaussian passes over the line that files for old systems begin with.
+    void refuse(std::string_view line, std::string_view raw) {
+        const std::string message = "Invalid control line: " + std::string(raw);
+        if (equals_folded(line, "$rungauss")) {
+            report_departure(recorder_, raw, message);
+        } else {
+            report_fault(recorder_, raw, message);
+        }
+    }
+
     void note_link0_line(std::string_view line) {
         if (recorder_ != nullptr) {
             const Link0Words words = link0_words(line);

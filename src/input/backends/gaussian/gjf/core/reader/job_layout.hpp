@@ -66,13 +66,15 @@ struct ReadingFault {
     Span place;           ///< the line, or the part of it that is meant; where something is missing, the line read last
     std::string message;  ///< without any prefix
     FaultKind kind = FaultKind::Parse;
+    bool harmless = false;  ///< Gaussian reads it, and so does this reading; `GJFParser` alone minds
 };
 
 /// One job read, and where its parts stand.
 ///
 /// Reading goes on behind what it cannot read. A control line is passed over; behind a charge line, which then gives no
 /// pairs, atoms are read; an atom line of four fields or more counts as an atom without position; of connectivity the line
-/// is left out. Where nothing follows that a job needs, its parts up to there are given.
+/// is left out. Where nothing follows that a job needs, its parts up to there are given. Some forms are read that
+/// `GJFParser` refuses: they are harmless faults.
 struct JobReading {
     GJFData job;
     JobPlaces places;
@@ -80,8 +82,8 @@ struct JobReading {
     std::vector<ReadingFault> faults;  ///< in the order of detection; none when the job was read whole
     bool atoms_uncertain = false;      ///< a line of the molecule was left out, which may have been an atom
     bool structure_uncertain = false;  ///< what the parts were taken for is in doubt
-    std::string error;                 ///< the first fault's message; empty when the job was read whole
-    std::size_t error_line = 0;        ///< the line of the first fault
+    std::string error;                 ///< of the first fault that is not harmless; empty when the job was read whole
+    std::size_t error_line = 0;        ///< where that fault lies
 };
 
 /// Reads every job of a text as `GJFParser` does, and where its parts stand. Blank pieces between --Link1-- lines are passed

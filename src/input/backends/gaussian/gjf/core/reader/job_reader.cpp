@@ -52,6 +52,20 @@ RouteShape shape_of(const ParsedKeywords& route, const RouteQuestions& questions
     return shape;
 }
 
+// Tells whether the route goes on with what a checkpoint holds: it may then stand alone, or with a title, or with a title
+// and a charge line. A job that gives more is read as it stands.
+bool goes_on_from_checkpoint(const ParsedKeywords& route, const RouteQuestions& questions) {
+    const Words words = {"restart", "startmp2", "startfreq"};
+    return route.has_keyword("restart") || route.has_keyword("rearchive") || questions.any_option(words) ||
+           questions.word_in_method_options(words) || questions.option("geom", {"modify"});
+}
+
+bool is_charge_line_alone(LineSpan section) {
+    const auto line = std::find_if_not(section.begin(), section.end(), is_comment_line);
+    return line != section.end() && is_valid_geometry_first_line(*line) &&
+           std::all_of(line + 1, section.end(), is_comment_line);
+}
+
 // Reads the charge line of a job whose molecule comes from a checkpoint. Lines after it are kept, not read.
 GeomSection read_charge_line_alone(LineSpan section, ReadingRecorder* recorder) {
     GeomSection geom;
@@ -126,17 +140,15 @@ class JobReader {
             return;
         }
         job.control = read_control_section(control, true, recorder_);
-        const ParsedKeywords no_route;
-        const ParsedKeywords& route = job.control.parsed_keywords ? *job.control.parsed_keywords : no_route;
-        RouteQuestions questions(route);
-        const RouteShape shape = shape_of(route, questions);
+        RouteQuestions questions(route());
+        const RouteShape shape = shape_of(route(), questions);
         if (shape.has_overlays) {
             read_overlays();
         }
         if (!shape.all_from_checkpoint && read_title(shape, questions)) {
-            read_molecule_section(shape, [&questions] { return !expected_kinds(questions).empty(); });
+            read_molecule_section(shape, questions);
         }
-        const bool from_checkpoint = shape.all_from_checkpoint || shape.molecule_from_checkpoint;
+        const bool from_checkpoint = shape.all_from_checkpoint || shape.molecule_from_checkpoint || charge_line_alone_;
         const bool atoms_known = (!from_checkpoint || job.geom.atom_count() > 0) && !in_doubt();
         questions.set_molecule({is_open_shell(job.geom), has_residues_});
         read_extra_inputs(cursor_, job, expected_kinds(questions), atoms_known, recorder_);
@@ -147,6 +159,20 @@ class JobReader {
     void fail(const char* message) {
         report_fault(recorder_, {}, message);
         note_doubt(recorder_, &JobReading::structure_uncertain);
+    }
+
+    const ParsedKeywords& route() const noexcept {
+        static const ParsedKeywords none;
+        return job.control.parsed_keywords ? *job.control.parsed_keywords : none;
+    }
+
+    // Reports that something is missing, which matters only where no checkpoint holds it.
+    void miss(const char* message, const RouteQuestions& questions) {
+        if (goes_on_from_checkpoint(route(), questions)) {
+            report_departure(recorder_, {}, message);
+        } else {
+            fail(message);
+        }
     }
 
     bool in_doubt() const noexcept {
@@ -183,7 +209,7 @@ class JobReader {
         }
         const LineSpan title = take(&LineCursor::take_section);
         if (title.empty()) {
-            fail("Missing title section");
+            miss("Missing title section", questions);
             return false;
         }
         job.title = joined(title);
@@ -193,16 +219,23 @@ class JobReader {
         return true;
     }
 
-    void read_molecule_section(const RouteShape& shape, const SectionsExpected& sections_expected) {
+    void read_molecule_section(const RouteShape& shape, const RouteQuestions& questions) {
         const LineSpan section = take(&LineCursor::take_section_past_comments);
         if (shape.molecule_from_checkpoint) {
             job.geom = read_charge_line_alone(section, recorder_);
             return;
         }
         if (section.empty()) {
-            fail("Missing geometry section");
+            miss("Missing geometry section", questions);
             return;
         }
+        if (recorder_ != nullptr && is_charge_line_alone(section) && goes_on_from_checkpoint(route(), questions)) {
+            report_departure(recorder_, {}, "Geometry section must have at least 2 lines");
+            job.geom = read_charge_line_alone(section, recorder_);
+            charge_line_alone_ = true;
+            return;
+        }
+        const SectionsExpected sections_expected = [&questions] { return !expected_kinds(questions).empty(); };
         MoleculeReading molecule = read_molecule(cursor_, section, sections_expected, recorder_);
         job.geom = std::move(molecule.geom);
         has_residues_ = molecule.has_residues;
@@ -211,6 +244,7 @@ class JobReader {
     LineCursor cursor_;
     ReadingRecorder* recorder_;
     bool has_residues_ = false;
+    bool charge_line_alone_ = false;
 };
 
 GJFData read_job(LineSpan lines) {
@@ -233,9 +267,11 @@ JobReading read_job_piece(const JobPiece& piece) {
     if (reading.structure_uncertain) {
         reading.layout.missing.clear();
     }
-    if (!reading.faults.empty()) {
-        reading.error = reading.faults.front().message;
-        reading.error_line = reading.layout.faults.front().line;
+    const auto fault = std::find_if_not(reading.faults.begin(), reading.faults.end(),
+                                        [](const ReadingFault& found) { return found.harmless; });
+    if (fault != reading.faults.end()) {
+        reading.error = fault->message;
+        reading.error_line = reading.layout.faults[static_cast<std::size_t>(fault - reading.faults.begin())].line;
     }
     return reading;
 }

@@ -61,20 +61,29 @@ NameAndValue cut_at_equals(std::string_view text, std::size_t equals) noexcept;
 /// is empty when it is none.
 NameAndValue cut_zmatrix_variable(std::string_view text, const Fields& fields) noexcept;
 
-/// Cuts the line "name=value" of a variable of Cartesian coordinates, its comment taken away. The name is empty when it is
-/// none; commas around the value are separators and no part of it, so that the value may be empty.
+/// Cuts the line "name=value" of a variable of Cartesian coordinates, its comment taken away; or a name and a number, which
+/// are a variable only when the name is in use. The name is empty when it is neither; commas around the value are separators
+/// and no part of it, so that the value may be empty.
 NameAndValue cut_cartesian_variable(std::string_view text);
 
-/// The lines "Variables:" and "Constants:", with or without the colon, in any case.
+/// The lines "Variables:" and "Constants:", with or without the colon, in any case; `singular` takes "Variable" and
+/// "Constant" too.
 enum class VariableHeader { None, Variables, Constants };
 
-VariableHeader variable_header(std::string_view line) noexcept;
+VariableHeader variable_header(std::string_view line, bool singular = false) noexcept;
 
 /// Sorted, since a job chooses these names: no choice of them makes looking one up slow.
 using NameSet = std::set<std::string, std::less<>>;
 
 /// Collects the names, in lower case, that stand for coordinates and that nothing read so far gives a value.
 NameSet undefined_names(const GeomSection& geom);
+
+/// Which lines are variable lines beside those of the form "name=value".
+enum class VariableLines {
+    WithEquals,   ///< none
+    WithNumbers,  ///< a name and numbers behind it
+    WithCodes,    ///< the same, with codes of one letter among the numbers, and headers in the singular
+};
 
 /// What a section that may hold variables is made of.
 struct VariableBlock {
@@ -83,7 +92,7 @@ struct VariableBlock {
     bool defines_wanted_name = false;
 };
 
-/// Examines a section; a line that separates name and value by blanks is a variable line only where `blanks_may_separate`.
-VariableBlock examine_variables(LineSpan section, bool blanks_may_separate, const NameSet& wanted);
+/// Examines a section; `forms` tells what a variable line may be.
+VariableBlock examine_variables(LineSpan section, VariableLines forms, const NameSet& wanted);
 
 }  // namespace quor::input::gaussian

@@ -72,7 +72,7 @@ class MoleculeReader {
     void read_specification(LineSpan lines) {
         Fields fields;
         cut_fields(without_comment(lines.front()), fields);
-        if (!is_zmatrix_line(fields)) {
+        if (!is_zmatrix_line(fields) || (recorder_ != nullptr && is_include_line(lines.front()))) {
             cartesian_.read(lines);
             return;
         }
@@ -96,18 +96,28 @@ class MoleculeReader {
                 cursor.move_to(begin);
                 return;
             }
-            const VariableBlock block = examine_variables(section, true, undefined_names(geom_));
+            const VariableBlock block = examine_variables(section, forms_, undefined_names(geom_));
             const bool belongs = block.has_header || block.defines_wanted_name || (first && !sections_expected());
             if (!block.well_formed || !belongs) {
                 cursor.move_to(begin);
                 return;
             }
             keep_lines(cursor.range(begin, cursor.position()));
-            zmatrix_.begin_variables(first ? VariableHeader::Variables : VariableHeader::Constants);
+            zmatrix_.begin_section(first ? VariableHeader::Variables : VariableHeader::Constants);
             for (const std::string_view line : section) {
                 zmatrix_.take(line);
             }
         }
+    }
+
+    bool holds_cartesian_variables(LineSpan section) {
+        const NameSet wanted = undefined_names(geom_);
+        const auto defines_wanted_name = [&wanted](std::string_view line) {
+            const std::string_view text = without_comment(line);
+            return is_blank_line(text) || wanted.count(to_lower_copy(cut_cartesian_variable(text).name)) > 0;
+        };
+        return examine_variables(section, VariableLines::WithEquals, wanted).well_formed ||
+               (recorder_ != nullptr && std::all_of(section.begin(), section.end(), defines_wanted_name));
     }
 
     void take_cartesian_section(LineCursor& cursor) {
@@ -116,7 +126,7 @@ class MoleculeReader {
         }
         const std::size_t begin = cursor.position();
         const LineSpan section = cursor.take_section_past_comments();
-        if (section.empty() || !examine_variables(section, false, {}).well_formed) {
+        if (section.empty() || !holds_cartesian_variables(section)) {
             cursor.move_to(begin);
             return;
         }
@@ -127,13 +137,14 @@ class MoleculeReader {
                 if (recorder_ != nullptr) {
                     recorder_->at(line);
                 }
-                cartesian_.take_variable(text, line);
+                cartesian_.take_section_variable(text, line);
             }
         }
     }
 
     GeomSection& geom_ = molecule.geom;
     ReadingRecorder* recorder_;
+    VariableLines forms_ = recorder_ == nullptr ? VariableLines::WithNumbers : VariableLines::WithCodes;
     CartesianReader cartesian_;
     ZMatrixReader zmatrix_;
 };

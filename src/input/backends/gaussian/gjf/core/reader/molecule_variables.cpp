@@ -26,15 +26,16 @@ NameAndValue cut_at_equals(std::string_view text, std::size_t equals) noexcept {
     return {trim_view(text.substr(0, equals)), trim_view(text.substr(equals + 1))};
 }
 
-VariableHeader variable_header(std::string_view line) noexcept {
-    const std::string_view text = trim_view(line);
+VariableHeader variable_header(std::string_view line, bool singular) noexcept {
+    std::string_view text = trim_view(line);
     if (text.empty() || (to_lower_ascii(text.front()) != 'v' && to_lower_ascii(text.front()) != 'c')) {
         return VariableHeader::None;  // as most lines are
     }
-    if (equals_folded(text, "variables") || equals_folded(text, "variables:")) {
+    text.remove_suffix(text.back() == ':' ? 1 : 0);
+    if (equals_folded(text, "variables") || (singular && equals_folded(text, "variable"))) {
         return VariableHeader::Variables;
     }
-    const bool constants = equals_folded(text, "constants") || equals_folded(text, "constants:");
+    const bool constants = equals_folded(text, "constants") || (singular && equals_folded(text, "constant"));
     return constants ? VariableHeader::Constants : VariableHeader::None;
 }
 
@@ -53,17 +54,25 @@ void remove_names(const std::vector<ZMatrixVariable>& variables, NameSet& names)
     }
 }
 
-// Returns the name of a variable line, or nothing: "name=value", or a name followed by numbers.
-std::string_view variable_line_name(std::string_view text, bool blanks_may_separate, Fields& fields) {
+bool is_number_or_code(std::string_view field) noexcept {
+    const bool is_code = field.size() == 1 && to_lower_ascii(field[0]) >= 'a' && to_lower_ascii(field[0]) <= 'z';
+    return is_code || is_number_text(field);
+}
+
+// Returns the name of a variable line, or nothing.
+std::string_view variable_line_name(std::string_view text, VariableLines forms, Fields& fields) {
     const std::size_t equals = text.find('=');
     if (equals != std::string_view::npos) {
         const NameAndValue entry = cut_at_equals(text, equals);
         return is_variable_name(entry.name) && !entry.value.empty() ? entry.name : std::string_view{};
     }
     cut_fields(text, fields);
-    const bool is_line = blanks_may_separate && fields.size() >= 2 && is_variable_name(fields[0]) &&
-                         std::all_of(fields.begin() + 1, fields.end(), is_number_text);
-    return is_line ? fields[0] : std::string_view{};
+    if (forms == VariableLines::WithEquals || fields.size() < 2 || !is_variable_name(fields[0]) ||
+        !is_number_text(fields[1])) {
+        return {};
+    }
+    const auto may_follow = forms == VariableLines::WithCodes ? is_number_or_code : is_number_text;
+    return std::all_of(fields.begin() + 2, fields.end(), may_follow) ? fields[0] : std::string_view{};
 }
 
 }  // namespace
@@ -90,7 +99,7 @@ NameSet undefined_names(const GeomSection& geom) {
     return names;
 }
 
-VariableBlock examine_variables(LineSpan section, bool blanks_may_separate, const NameSet& wanted) {
+VariableBlock examine_variables(LineSpan section, VariableLines forms, const NameSet& wanted) {
     VariableBlock block;
     Fields fields;
     for (const std::string_view line : section) {
@@ -98,11 +107,11 @@ VariableBlock examine_variables(LineSpan section, bool blanks_may_separate, cons
         if (is_blank_line(text)) {
             continue;
         }
-        if (variable_header(text) != VariableHeader::None) {
+        if (variable_header(text, forms == VariableLines::WithCodes) != VariableHeader::None) {
             block.has_header = true;
             continue;
         }
-        const std::string_view name = variable_line_name(text, blanks_may_separate, fields);
+        const std::string_view name = variable_line_name(text, forms, fields);
         if (name.empty()) {
             block.well_formed = false;
             return block;

@@ -76,6 +76,13 @@ void report_fault(ReadingRecorder* recorder, std::string_view place, std::string
     }
 }
 
+void report_departure(ReadingRecorder* recorder, std::string_view place, std::string message) {
+    report_fault(recorder, place, std::move(message));
+    if (recorder != nullptr) {
+        recorder->reading.faults.back().harmless = true;
+    }
+}
+
 void note_doubt(ReadingRecorder* recorder, bool JobReading::*doubt) noexcept {
     if (recorder != nullptr) {
         recorder->reading.*doubt = true;

@@ -65,8 +65,15 @@ void ZMatrixReader::take(std::string_view line) {
         rows_ = rows_ && is_comment_line(line);
         return;
     }
-    if (const VariableHeader header = variable_header(text); header != VariableHeader::None) {
+    if (const VariableHeader header = variable_header(text, recorder_ != nullptr); header != VariableHeader::None) {
+        if (!rows_ && !in_section_ && variable_header(text) == VariableHeader::None) {
+            report_departure(recorder_, {}, "Invalid Z-matrix variable line: " + std::string(line));
+        }
         begin_variables(header);
+        return;
+    }
+    if (recorder_ != nullptr && is_include_line(text)) {
+        note_doubt(recorder_, &JobReading::atoms_uncertain);
         return;
     }
     cut_fields(text, fields_);
@@ -84,6 +91,11 @@ void ZMatrixReader::take(std::string_view line) {
 void ZMatrixReader::begin_variables(VariableHeader header) noexcept {
     constants_ = header == VariableHeader::Constants;
     rows_ = false;
+}
+
+void ZMatrixReader::begin_section(VariableHeader header) noexcept {
+    begin_variables(header);
+    in_section_ = true;
 }
 
 void ZMatrixReader::read_row() {

@@ -20,10 +20,11 @@ class ZMatrixReader {
         : molecule_(molecule), recorder_(recorder) {}
 
     void take(std::string_view line);
-    /// Ends the rows; variables follow, or constants.
-    void begin_variables(VariableHeader header) noexcept;
+    /// Begins a section of its own, of variables or constants.
+    void begin_section(VariableHeader header) noexcept;
 
    private:
+    void begin_variables(VariableHeader header) noexcept;
     void read_row();
     void read_variable(std::string_view text, std::string_view line);
 
@@ -31,6 +32,7 @@ class ZMatrixReader {
     ReadingRecorder* recorder_;
     bool constants_ = false;  // variables go to the constants
     bool rows_ = true;
+    bool in_section_ = false;
     Fields fields_;
 };
 
