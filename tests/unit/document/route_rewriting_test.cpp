@@ -113,6 +113,10 @@ TEST(RouteRewriting, ChangesKeywordsThatStandInSeveralStretches) {
         {"blanks around the equals sign", with_route("# hf opt = loose freq"), without_opt, with_route("# hf freq")},
         {"method on the line before its basis set", with_route("# hf\n /6-31g(d) opt"),
          [](GJFEditor& e) { e.set_model_chemistry_basis("cc-pvdz"); }, with_route("# hf/cc-pvdz\n opt")},
+        {"a sign right behind the head", with_route("#p/ b3lyp/6-31g(d) opt"),
+         [](GJFEditor& e) { e.set_model_chemistry_basis("def2tzvp"); }, with_route("#p/ b3lyp/def2tzvp opt")},
+        {"a list without a keyword", with_route("# hf/sto-3g =(nboread,full)"),
+         [](GJFEditor& e) { e.set_model_chemistry_basis("cc-pvdz"); }, with_route("# hf/cc-pvdz =(nboread,full)")},
         {"print level and model chemistry", with_route("# opt"),
          [](GJFEditor& e) {
              e.set_output_mode("p");

@@ -70,7 +70,21 @@ TEST(JoinedRoute, LeavesNoBlanksAroundSigns) {
         {{"#", "hf/", "6-31g(d)"}, "# hf/6-31g(d)"},
         {{"#", "hf", "//", "mp2/gen"}, "# hf//mp2/gen"},
         {{"#", "6-31g(d)", "(5d)"}, "# 6-31g(d) (5d)"},
-        {{"#p", "(opt)"}, "#p(opt)"},
+        {{"#p", "/6-31g(d)"}, "#p /6-31g(d)"},
+        {{"#p", "hf", "=", "/", "x"}, "#p hf=/x"},
+        {{"#p hf = x", "opt  (ts)"}, "#p hf=x opt(ts)"},
+    });
+}
+
+TEST(JoinedRoute, JoinsNothingToASignThatStandsAlone) {
+    check_texts({
+        {{"#p/", "b3lyp/6-31g(d)", "opt"}, "#p/ b3lyp/6-31g(d) opt"},
+        {{"#", "/", "hf"}, "# / hf"},
+        {{"#", "=", "x"}, "# = x"},
+        {{"#p", "(opt)"}, "#p (opt)"},
+        {{"#", "hf/sto-3g", "=(nboread,full)"}, "# hf/sto-3g =(nboread,full)"},
+        {{"#", "hf/sto-3g", "=", "x"}, "# hf/sto-3g = x"},
+        {{"#", "iop(3/33=1)", "pop", "=full"}, "# iop(3/33=1) pop=full"},
     });
 }
 
@@ -111,6 +125,8 @@ TEST(RouteMap, FindsTheStretchesOfAPart) {
         {{"#", "pop", "=", "full"}, "pop=full", "1:pop 2:= 3:full"},
         {{"#", "scf(xqc tight)"}, "xqc,tight", "1:xqc 1:tight"},
         {{"#", "#p", "opt"}, "opt", "2:opt"},
+        {{"#", "opt=(a, b , c)"}, "opt=(a, b , c)", "1:opt=(a, b , c)"},
+        {{"# hf  opt"}, "hf  opt", "0:hf  opt"},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(stretches_of(c.words, c.part), c.stretches) << c.part;

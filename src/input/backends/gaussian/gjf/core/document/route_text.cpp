@@ -133,9 +133,8 @@ std::string RouteText::new_line(std::size_t number, const std::vector<const Word
     return line;
 }
 
-void RouteText::apply(LineEdits& edits) const {
-    std::size_t last_line = words_.front().place.line;
-    std::vector<std::pair<std::size_t, std::string>> changed;
+RouteText::NewLines RouteText::new_lines(LineEdits& edits) const {
+    NewLines found{{}, words_.front().place.line};
     for (std::size_t i = 0; i < words_.size();) {
         const std::size_t number = words_[i].place.line;
         std::vector<const Word*> words;
@@ -150,37 +149,43 @@ void RouteText::apply(LineEdits& edits) const {
             edits.remove(number);
             continue;
         }
-        if (!empty) {
-            last_line = number;
-        }
+        found.last = empty ? found.last : number;
         if (any) {
-            changed.emplace_back(number, std::move(line));
+            found.changed.emplace_back(number, std::move(line));
         }
     }
-    const bool has_last =
-        std::any_of(changed.begin(), changed.end(), [&](const auto& entry) { return entry.first == last_line; });
+    return found;
+}
+
+void RouteText::write_line(std::size_t number, const std::string& line, bool is_last, LineEdits& edits) const {
+    const std::size_t end = without_comment(line).size();
+    std::string comment = line.substr(end);
+    std::string text = line.substr(0, end);
+    if (is_last && !appended_.empty()) {
+        const std::size_t content = text.find_last_not_of(" \t") + 1;
+        comment = text.substr(content) + comment;
+        text.resize(content);
+        for (const std::string& word : appended_) {
+            text += " " + word;
+        }
+    }
+    const bool too_long = text.size() > most_columns && text.size() > lines_.line(number).size();
+    const std::vector<std::string> lines = too_long ? broken(text) : std::vector<std::string>{text};
+    edits.replace(number, lines.front() + comment);
+    for (std::size_t i = 1; i < lines.size(); ++i) {
+        edits.insert_after(number, lines[i]);
+    }
+}
+
+void RouteText::apply(LineEdits& edits) const {
+    NewLines lines = new_lines(edits);
+    const bool has_last = std::any_of(lines.changed.begin(), lines.changed.end(),
+                                      [&](const auto& entry) { return entry.first == lines.last; });
     if (!appended_.empty() && !has_last) {
-        changed.emplace_back(last_line, std::string(lines_.line(last_line)));
+        lines.changed.emplace_back(lines.last, std::string(lines_.line(lines.last)));
     }
-    for (auto& [number, line] : changed) {
-        const std::size_t end = without_comment(line).size();
-        std::string comment = line.substr(end);
-        std::string text = line.substr(0, end);
-        if (number == last_line && !appended_.empty()) {
-            const std::size_t content = text.find_last_not_of(" \t") + 1;
-            comment = text.substr(content) + comment;
-            text.resize(content);
-            for (const std::string& word : appended_) {
-                text += " " + word;
-            }
-        }
-        std::vector<std::string> lines = text.size() > most_columns && text.size() > lines_.line(number).size()
-                                             ? broken(text)
-                                             : std::vector<std::string>{text};
-        edits.replace(number, lines.front() + comment);
-        for (std::size_t i = 1; i < lines.size(); ++i) {
-            edits.insert_after(number, lines[i]);
-        }
+    for (const auto& [number, line] : lines.changed) {
+        write_line(number, line, number == lines.last, edits);
     }
 }
 

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace quor::input::gaussian {
@@ -39,6 +40,14 @@ class RouteText {
         bool changed = false;
         std::ptrdiff_t shift = 0;  // how much longer it has become by changes, which come from left to right
     };
+    /// The lines that are not as they were, by number, and the last that a word stands in.
+    struct NewLines {
+        std::vector<std::pair<std::size_t, std::string>> changed;
+        std::size_t last;
+    };
+
+    NewLines new_lines(LineEdits& edits) const;
+    void write_line(std::size_t number, const std::string& line, bool is_last, LineEdits& edits) const;
     void insert_at_front(std::size_t length, const std::string& text);
     std::string new_line(std::size_t number, const std::vector<const Word*>& words, bool& empty) const;
 

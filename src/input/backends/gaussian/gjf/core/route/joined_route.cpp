@@ -1,6 +1,7 @@
 // Joins the words of a route to the text that is interpreted.
 #include <gjf/core/route/joined_route.hpp>
 
+#include <gjf/core/route/route_segments.hpp>
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
@@ -27,12 +28,11 @@ enum class Blank { Stays, Goes, IsComma };
 
 class RouteJoiner {
    public:
-    explicit RouteJoiner(bool only_blanks) noexcept : only_blanks_(only_blanks) {}
+    RouteJoiner(bool only_blanks, std::size_t head_length) noexcept : only_blanks_(only_blanks), segment_(head_length) {}
 
     void add(std::size_t index, std::string_view word, std::size_t from) {
         if (!joined_.text.empty()) {
-            const char before = joined_.text.back();
-            put(blank_between(before, from < word.size() ? word[from] : ' '), " ");
+            put(blank_before(from < word.size() ? word[from] : ' '), " ");
         }
         std::size_t begin = from;  // of what is not yet written
         const auto write_up_to = [&](std::size_t end) {
@@ -40,6 +40,7 @@ class RouteJoiner {
                 joined_.map.add(joined_.text.size(), {index, span_of(word, word.substr(begin, end - begin))});
                 joined_.text += word.substr(begin, end - begin);
             }
+            begin = end;
         };
         for (std::size_t i = from; i < word.size();) {
             std::size_t next = i;
@@ -47,11 +48,14 @@ class RouteJoiner {
                 ++next;
             }
             if (i > from && next > i && next < word.size()) {
-                const Blank blank = blank_between(word[i - 1], word[next]);
-                if (blank != Blank::Stays) {
-                    write_up_to(i);
+                write_up_to(i);
+                begin = next;
+                if (const Blank blank = blank_before(word[next]); blank != Blank::Stays) {
                     put(blank, {});
-                    begin = next;
+                } else {
+                    begin = i;
+                    write_up_to(next);
+                    begins_segment();
                 }
             }
             if (next < word.size()) {
@@ -66,15 +70,24 @@ class RouteJoiner {
     JoinedRoute take() noexcept { return std::move(joined_); }
 
    private:
-    Blank blank_between(char before, char after) const noexcept {
+    // Tells what a blank between the text so far and a character becomes.
+    Blank blank_before(char after) const noexcept {
+        const std::string& text = joined_.text;
         if (only_blanks_ || nesting_.in_quotes()) {
             return Blank::Stays;
         }
+        const char before = text.back();
         if (!nesting_.at_top_level()) {
             const bool between_options = !is_one_of(before, "([{,=:/ ") && !is_one_of(after, ")]},=:/( ");
             return between_options ? Blank::IsComma : Blank::Stays;
         }
-        const bool joins = is_one_of(before, "=/") || is_one_of(after, "=/") || (after == '(' && ends_word(before));
+        if (text.size() <= segment_ + (is_one_of(before, "=/") ? 1 : 0)) {
+            return Blank::Stays;  // nothing stands before it that could go on
+        }
+        // What has a slash is a model chemistry, to which nothing is assigned.
+        const bool may_be_assigned = text.find('/', segment_) == std::string::npos;
+        const bool joins = is_one_of(before, "=/") || after == '/' || (after == '=' && may_be_assigned) ||
+                           (after == '(' && ends_word(before));
         return joins ? Blank::Goes : Blank::Stays;
     }
 
@@ -82,16 +95,23 @@ class RouteJoiner {
         joined_.text += blank == Blank::IsComma ? "," : blank == Blank::Stays ? as_it_is : "";
         if (blank == Blank::IsComma) {
             nesting_.advance(',');
+        } else if (blank == Blank::Stays) {
+            begins_segment();
         }
     }
 
+    void begins_segment() noexcept { segment_ = nesting_.at_top_level() ? joined_.text.size() : segment_; }
+
     bool only_blanks_;
+    std::size_t segment_;  // where the segment that is being joined begins
     JoinedRoute joined_;
     NestingTracker nesting_;
 };
 
 JoinedRoute joined(const std::vector<std::string>& words, bool only_blanks, bool& closed) {
-    RouteJoiner joiner(only_blanks);
+    std::string_view first = words.empty() ? std::string_view() : std::string_view(words[0]);
+    take_route_head(first);
+    RouteJoiner joiner(only_blanks, words.empty() ? 0 : words[0].size() - first.size());
     for (std::size_t i = 0; i < words.size(); ++i) {
         if (i == 0 || !is_route_head(words[i])) {
             joiner.add(i, words[i], i > 0 && words[i].compare(0, 1, "#") == 0 ? 1 : 0);
@@ -103,7 +123,18 @@ JoinedRoute joined(const std::vector<std::string>& words, bool only_blanks, bool
 
 }  // namespace
 
-void RouteMap::add(std::size_t begin, const RouteWordStretch& stretch) { pieces_.push_back({begin, stretch}); }
+void RouteMap::add(std::size_t begin, const RouteWordStretch& stretch) {
+    if (!pieces_.empty()) {
+        Piece& last = pieces_.back();
+        const bool goes_on = last.stretch.word == stretch.word && last.stretch.part.end() == stretch.part.begin &&
+                             last.begin + last.stretch.part.length == begin;
+        if (goes_on) {
+            last.stretch.part.length += stretch.part.length;
+            return;
+        }
+    }
+    pieces_.push_back({begin, stretch});
+}
 
 std::vector<RouteWordStretch> RouteMap::stretches(Span of_text) const {
     std::vector<RouteWordStretch> found;
