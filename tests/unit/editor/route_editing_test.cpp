@@ -195,6 +195,7 @@ TEST(RouteEditing, GivesOptionsToAnOniomExpression) {
          "# oniom(hf:uff)=(b=1) | opt"},
         {"# oniom(hf:uff) opt", [](GJFEditor& e) { e.set_keyword_variable("oniom", "scale", "7"); },
          "# oniom(hf:uff)=(scale=7) | opt"},
+        {"# oniom(hf:uff, layers=3)", ensure, "# oniom(hf:uff)=(embedcharge,layers=3)"},
         {"# oniom(hf:uff)=embedcharge opt", [](GJFEditor& e) { e.remove_keyword_by_name("oniom"); }, "# | opt"},
     });
 }

@@ -61,8 +61,10 @@ void write_anew(ParsedKeywords& route, KeywordInfo& keyword) {
         return;
     }
     std::map<std::string, std::string> options = keyword.options;
-    const std::string layers = options["layers"];
-    options.erase("layers");
+    const std::string layers = oniom_layers(route.oniom_expression);
+    if (options["layers"] == layers) {
+        options.erase("layers");
+    }
     keyword.raw = format_oniom(layers, to_route_options(options));
     route.oniom_expression = keyword.raw;
 }
@@ -72,7 +74,7 @@ void replace_options(ParsedKeywords& route, KeywordInfo& keyword, const std::str
                      const std::vector<RouteOption>& options) {
     KeywordInfo made = make_keyword(name, options);
     if (is_expression(route, keyword)) {
-        made.options.emplace("layers", keyword.options["layers"]);
+        made.options.emplace("layers", oniom_layers(keyword.raw));
         made.raw = keyword.raw;
         write_anew(route, made);
     }

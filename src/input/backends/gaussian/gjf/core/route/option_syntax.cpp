@@ -3,11 +3,13 @@
 
 #include <gjf/core/route/joined_route.hpp>
 #include <gjf/core/route/keyword_parser.hpp>
+#include <gjf/core/route/keyword_shape.hpp>
 #include <gjf/core/route/route_scanner.hpp>
 #include <gjf/core/route/route_segments.hpp>
 #include <gjf/core/schema/route_schema_cache.hpp>
 #include <gjf/core/text/text.hpp>
 
+#include <algorithm>
 #include <string_view>
 
 namespace quor::input::gaussian {
@@ -40,6 +42,16 @@ std::string format_keyword(const std::string& name, const std::vector<RouteOptio
 
 std::string format_oniom(const std::string& layers, const std::vector<RouteOption>& options) {
     return format_keyword("oniom(" + layers + ")", options);
+}
+
+std::string oniom_layers(const std::string& expression) {
+    const KeywordShape shape = oniom_shape(expression);
+    const auto names_levels = [&](RouteStretch item) {
+        return find_top_level_char(std::string(stretch_text(expression, item)), ':') >= 0;
+    };
+    const auto found = std::find_if(shape.items.begin(), shape.items.end(), names_levels);
+    const auto layers = found == shape.items.end() ? shape.items.begin() : found;
+    return layers == shape.items.end() ? std::string() : std::string(stretch_text(expression, *layers));
 }
 
 std::vector<std::string> format_route(const ParsedKeywords& route) {
