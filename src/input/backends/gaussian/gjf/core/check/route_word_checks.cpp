@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <iterator>
 #include <optional>
-#include <utility>
+#include <unordered_set>
 
 namespace quor::input::gaussian {
 namespace {
@@ -81,17 +81,19 @@ bool check_second_model(const CheckedJob& job, const WrittenSegment& segment, co
     return false;
 }
 
-// Reports a word that stands for none of those that it may begin, unless the route's own warnings say so.
-void report_ambiguous_word(const CheckedJob& job, const WrittenKeyword& keyword, std::vector<std::string> candidates,
-                           Findings& findings) {
-    const bool told = std::any_of(job.route.warnings.begin(), job.route.warnings.end(), [&](const ParseWarning& warning) {
-        return warning.code < "GJF-W004" && warning.message.find("'" + keyword.head + "'") != std::string::npos;
-    });
-    if (!told) {
-        std::sort(candidates.begin(), candidates.end());
-        findings.add("GJF-W005", Severity::Warning, "'" + keyword.head + "' is no route keyword, method or basis set",
-                     keyword.place, "it may begin " + format_warning_candidates(candidates, 6));
+using AmbiguousWords = std::unordered_set<std::string>;
+
+// Collects the words that the route's own warnings call ambiguous.
+AmbiguousWords told_ambiguous(const CheckedJob& job) {
+    AmbiguousWords words;
+    for (const ParseWarning& warning : job.route.warnings) {
+        const std::size_t begin = warning.message.find('\'') + 1;
+        const std::size_t end = warning.message.rfind("'; candidates: ");
+        if (warning.code < "GJF-W004" && end != std::string::npos) {
+            words.insert(warning.message.substr(begin, end - begin));
+        }
     }
+    return words;
 }
 
 // Returns all words that one may begin.
@@ -120,16 +122,19 @@ bool check_paper_name(const CheckedJob& job, const WrittenSegment& segment, cons
     return true;
 }
 
-void check_unknown_words(const CheckedJob& job, const WrittenSegment& segment, Findings& findings) {
+void check_unknown_words(const CheckedJob& job, const WrittenSegment& segment, const AmbiguousWords& told,
+                         Findings& findings) {
     for (const WrittenKeyword& keyword : segment.keywords) {
         if (check_paper_name(job, segment, keyword.head, keyword.place, findings) ||
             check_second_model(job, segment, keyword, findings) || keyword.known) {
             continue;
         }
-        if (std::vector<std::string> candidates = candidates_of(job, keyword.head); candidates.size() > 1) {
-            report_ambiguous_word(job, keyword, std::move(candidates), findings);
-        } else {
+        const std::vector<std::string> candidates = candidates_of(job, keyword.head);
+        if (candidates.size() < 2) {
             report_unknown_word(job, keyword.head, keyword.place, findings);
+        } else if (told.count(keyword.head) == 0) {
+            findings.add("GJF-W005", Severity::Warning, "'" + keyword.head + "' is no route keyword, method or basis set",
+                         keyword.place, "it may begin " + format_warning_candidates(candidates, 6));
         }
     }
     // A word before "=" that is no keyword makes the segment a basis set assignment, and the word is lost.
@@ -210,8 +215,9 @@ void check_route_words(const CheckedJob& job, Findings& findings) {
         return;
     }
     check_warnings(job, findings);
+    const AmbiguousWords told = told_ambiguous(job);
     for (const WrittenSegment& segment : job.segments) {
-        check_unknown_words(job, segment, findings);
+        check_unknown_words(job, segment, told, findings);
         check_basis_suffix(job, segment, findings);
         for (const WrittenKeyword& keyword : segment.keywords) {
             check_option_words(job, keyword, findings);
