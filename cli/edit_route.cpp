@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <optional>
 #include <stdexcept>
-#include <string_view>
 #include <utility>
 
 namespace quor_gjf {
@@ -17,34 +16,27 @@ struct Keyword {
     std::vector<RouteOption> options;
 };
 
-RouteOption option_of(const std::string& text) {
-    const int equals = find_top_level_char(text, '=');
-    if (equals < 0) {
-        return {text, std::nullopt};
-    }
-    const auto at = static_cast<std::size_t>(equals);
-    return {GJFParser::trim(text.substr(0, at)), GJFParser::trim(text.substr(at + 1))};
-}
-
 // Reads "opt", "opt=ts", "opt=(ts,calcfc)" and "iop(3/33=1)".
 Keyword keyword_of(const std::string& text) {
-    if (split_route_segments_preserving_nesting(text).size() != 1) {
+    // Without a vocabulary, every word is read as a keyword.
+    const RouteTree tree = read_route(text, SimpleYAMLParser()).tree;
+    if (tree.segments.size() != 1) {
         throw std::runtime_error("one keyword is wanted, not '" + text + "'");
     }
-    const std::string word = GJFParser::trim(text);
-    const std::size_t name_end = std::min(word.find_first_of("=("), word.size());
-    Keyword keyword{word.substr(0, name_end), {}};
-    std::string rest = word.substr(std::min(word.size(), name_end + (word.substr(name_end, 1) == "=" ? 1 : 0)));
-    const bool has_list = !rest.empty() && find_matching_paren(rest, 0) == static_cast<int>(rest.size()) - 1;
-    if (keyword.name.empty() || (rest.empty() && name_end < word.size()) || (rest.starts_with('(') && !has_list)) {
+    const auto text_at = [&](Span place) { return std::string(place.in(tree.text)); };
+    const std::vector<RouteTree::Keyword>& keywords = tree.segments[0].keywords;
+    Keyword keyword{keywords.size() == 1 ? text_at(keywords[0].head) : std::string(), {}};
+    const bool has_sign = text.find_first_of("=(") != std::string::npos;
+    const auto is_broken_list = [&] { return text_at(keywords[0].options[0].place).starts_with('('); };
+    if (keyword.name.empty() || keyword.name.find_first_of("=()") != std::string::npos ||
+        (has_sign && (keywords[0].options.empty() || is_broken_list()))) {
         throw std::runtime_error("'" + text + "' is no keyword with options");
     }
-    const std::vector<std::string> items =
-        has_list ? split_top_level_list(rest.substr(1, rest.size() - 2), ',')
-                 : (rest.empty() ? std::vector<std::string>() : std::vector<std::string>{rest});
-    std::transform(items.begin(), items.end(), std::back_inserter(keyword.options), option_of);
-    for (const RouteOption& option : keyword.options) {
-        if (option.name.empty() || (option.value && option.value->empty())) {
+    for (const RouteTree::Option& option : keywords[0].options) {
+        const bool has_value = option.name.end() < option.place.end();
+        keyword.options.push_back(
+            {text_at(option.name), has_value ? std::optional<std::string>(text_at(option.value)) : std::nullopt});
+        if (option.name.empty() || (has_value && option.value.empty())) {
             throw std::runtime_error("an option of '" + text + "' is not complete");
         }
     }
