@@ -1,7 +1,6 @@
 // The operations of quor-gjf edit on atoms that a selection names.
 #include "edit_operations.hpp"
 #include "number_text.hpp"
-#include "selection.hpp"
 
 #include <algorithm>
 #include <array>
@@ -35,7 +34,7 @@ Edit read_freeze(const std::string& text) {
         throw std::runtime_error("'" + wanted.value + "' is no freeze code");
     }
     return [selection = std::move(wanted.selection), code = *code](GJFEditor& job, const std::string&) {
-        job.set_freeze_by_index(selected_atoms(selection, job), code);
+        job.set_freeze_by_index(selected_atoms(selection, job.get_data()), code);
     };
 }
 
@@ -47,7 +46,7 @@ Edit read_layer(const std::string& text) {
         throw std::runtime_error("'" + wanted.value + "' is not one of the layers H, M and L");
     }
     return [wanted = std::move(wanted)](GJFEditor& job, const std::string&) {
-        job.set_oniom_layer_by_index(selected_atoms(wanted.selection, job), wanted.value);
+        job.set_oniom_layer_by_index(selected_atoms(wanted.selection, job.get_data()), wanted.value);
     };
 }
 
@@ -57,7 +56,7 @@ Edit read_fragment(const std::string& text) {
         throw std::runtime_error("'" + wanted.value + "' is no fragment number");
     }
     return [wanted = std::move(wanted)](GJFEditor& job, const std::string&) {
-        job.set_fragment_by_index(selected_atoms(wanted.selection, job), wanted.value);
+        job.set_fragment_by_index(selected_atoms(wanted.selection, job.get_data()), wanted.value);
     };
 }
 
@@ -81,7 +80,7 @@ std::array<double, 3> vector_of(const std::string& text) {
 Edit read_translate(const std::string& text) {
     const AtomsAndValue wanted = atoms_and_value(text.find('=') == std::string::npos ? "all=" + text : text, "DX,DY,DZ");
     return [selection = wanted.selection, shift = vector_of(wanted.value)](GJFEditor& job, const std::string&) {
-        std::vector<std::size_t> indices = selected_atoms(selection, job);
+        std::vector<std::size_t> indices = selected_atoms(selection, job.get_data());
         const std::vector<AtomCoord>& atoms = job.get_data().geom.atoms;
         // The repeat of a molecule stays what it is wherever the molecule stands.
         indices.erase(std::remove_if(indices.begin(), indices.end(),
@@ -95,7 +94,7 @@ Edit read_translate(const std::string& text) {
 
 Edit read_remove_atoms(const std::string& text) {
     return [selection = parse_selection(text)](GJFEditor& job, const std::string&) {
-        const std::vector<std::size_t> indices = selected_atoms(selection, job);
+        const std::vector<std::size_t> indices = selected_atoms(selection, job.get_data());
         if (indices.size() == job.get_data().geom.atoms.size()) {
             throw std::runtime_error("no atom would be left");
         }

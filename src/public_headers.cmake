@@ -36,6 +36,7 @@ set(quor_public_headers
     gjf/core/check/finding.hpp
     gjf/core/document/gjf_document.hpp
     gjf/core/editor/edit_record.hpp
+    gjf/core/selection/selection.hpp
     gjf/core/editor/gjf_editor.hpp
     gjf/core/editor/gjf_multi_editor.hpp
     gjf/c_api/quor_g16_gjf.h)

@@ -1,4 +1,4 @@
-"""Selections of atoms: indices, boolean arrays, element names, predicates."""
+"""Selections of atoms: indices, boolean arrays, texts, predicates."""
 from __future__ import annotations
 
 from typing import TYPE_CHECKING, Any, Callable, Iterable, List, Sequence, Union
@@ -13,7 +13,8 @@ if TYPE_CHECKING:
 Selection = Union[None, int, str, slice, Sequence[int], Sequence[bool], Sequence[str], "npt.NDArray[Any]", Iterable[int],
                   "Callable[[Atom], bool]"]
 """What names atoms: None for all, an index or several (from 0, negative ones from the end), a slice, one truth value for each
-atom, an element name or several, or a function of an atom."""
+atom, a function of an atom, or a text or several, as ``quor-gjf edit --freeze`` takes them: ``"C and not layer:H"``, ``"within 5 of 12"``,
+``"1-3"`` (in texts atoms count from 1); see docs/editing.md."""
 
 
 def index_of(index: int, count: int, what: str = "atom") -> int:
@@ -25,13 +26,17 @@ def index_of(index: int, count: int, what: str = "atom") -> int:
 
 
 def select(job: "Job", selection: Selection) -> List[int]:
-    """Return the indices that a selection names, in its order.
+    """Return the indices that a selection names, in its order; those of texts in the order of the atoms.
+
+    ValueError for a text that cannot be read, or that names an atom that is not there.
 
     >>> from quor_gjf.selection import select
     >>> select(job, "H"), select(job, [-1, 0]), select(job, np.array([True, False, True]))
     ([1, 2], [2, 0], [0, 2])
     >>> select(job, lambda atom: atom.position[2] > 0)
     [0]
+    >>> select(job, "2-3"), select(job, "within 1.0 of O and not O")
+    ([1, 2], [1, 2])
     """
     count = len(job.atoms)
     if selection is None:
@@ -39,7 +44,7 @@ def select(job: "Job", selection: Selection) -> List[int]:
     if isinstance(selection, slice):
         return list(range(count))[selection]
     if isinstance(selection, str):
-        return _by_elements(job, {selection})
+        return job._native.select(selection)
     if callable(selection):
         return [index for index, atom in enumerate(job.atoms) if selection(atom)]
     if isinstance(selection, (bool, np.bool_)):
@@ -62,10 +67,5 @@ def _by_list(job: "Job", entries: Any, count: int) -> List[int]:
     if array.dtype.kind in "iu":
         return [index_of(int(index), count) for index in array]
     if array.dtype.kind == "U":
-        return _by_elements(job, set(array.tolist()))
+        return sorted(set().union(*map(job._native.select, array.tolist())))
     raise TypeError(f"atoms cannot be selected by {array.dtype} values")
-
-
-def _by_elements(job: "Job", names: "set[str]") -> List[int]:
-    native = job._native
-    return [index for index, either in enumerate(zip(native.elements(), native.symbols())) if not names.isdisjoint(either)]

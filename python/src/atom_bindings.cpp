@@ -2,6 +2,7 @@
 #include "bindings.hpp"
 
 #include <gjf/core/job/positions.hpp>
+#include <gjf/core/selection/selection.hpp>
 
 #include <algorithm>
 #include <cmath>
@@ -157,6 +158,7 @@ void bind_atom_list(JobClass& job) {
     job.def("elements",
             [](const JobHandle& self) { return names_of(self, [](const AtomInfo& info) { return info.element; }); });
     job.def("symbols", [](const JobHandle& self) { return names_of(self, &symbol_or_name); });
+    job.def("select", [](const JobHandle& self, const Text& text) { return select(self.editor.get_data(), text.value); });
     job.def("atom", [](const JobHandle& self, std::size_t index) { return AtomCoord(atom_at(self, index)); });
     job.def("atom_values", [](const JobHandle& self) { return atoms_of(self); });
     job.def("replace_atom",

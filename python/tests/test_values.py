@@ -89,12 +89,14 @@ def test_atoms_are_values_or_windows(job):
 SELECTIONS = [
     (None, [0, 1, 2]), (0, [0]), (-1, [2]), (np.int64(1), [1]), (slice(1, None), [1, 2]), ([2, 0], [2, 0]), ((1,), [1]), (range(2), [0, 1]),
     ([], []), (np.array([], dtype=int), []), (np.array([2, -3]), [2, 0]), ([True, False, True], [0, 2]), (np.zeros(3, bool), []), ("H", [1, 2]),
-    ("He", []), (["O", "H"], [0, 1, 2]), ({"O"}, [0]), (lambda atom: atom.symbol == "H" and atom.position[1] > 0, [1]), (lambda atom: False, []),
+    ("He", []), (["O", "H"], [0, 1, 2]), ({"O"}, [0]), ("1-2", [0, 1]), ("3,1", [0, 2]), ("not H", [0]), (["3", "O"], [0, 2]),
+    ("within 1 of 1 and H", [1, 2]), ("bonded to 2", [0]), ("type:OW", []), (lambda atom: atom.symbol == "H" and atom.position[1] > 0, [1]), (lambda atom: False, []),
 ]
 WRONG_SELECTIONS = [
     (3, IndexError), (-4, IndexError), ([0, 3], IndexError), ([True, False], IndexError), (np.ones(4, bool), IndexError), (1.0, TypeError),
     ([0.0], TypeError), (True, TypeError), (object(), TypeError), (np.zeros((2, 2), int), TypeError), ([None], TypeError),
-    (lambda atom: 1 / 0, ZeroDivisionError),
+    (lambda atom: 1 / 0, ZeroDivisionError), ("Fee", ValueError), ("", ValueError), ("4", ValueError), ("0", ValueError), ("1-9", ValueError),
+    ("H or", ValueError), ("within 2 of", ValueError), (["H", "Fee"], ValueError), ("O\0H", ValueError),
 ]
 
 
@@ -124,5 +126,5 @@ def test_symbols_are_those_of_species():
 
 def test_element_names_know_numbers_and_labels():
     job = gjf.loads("# hf/sto-3g\n\nT\n\n0 1\n6 0 0 0\nC12 0 0 1\nc 0 0 2\nN 0 0 3\n\n")
-    assert job.select("C") == [0, 1, 2] and job.select("6") == [0] and job.select("C12") == [1]
+    assert job.select("C") == [0, 1, 2] and job.select("element:6") == [0, 1, 2] and job.select("element:C12") == [1]
     assert job.symbols == ["C", "C", "C", "N"] and list(job.elements) == ["6", "C12", "N", "c"]

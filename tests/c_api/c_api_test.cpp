@@ -75,6 +75,39 @@ TEST(CEditor, GivesWhatTheJobHolds) {
     EXPECT_STREQ(quor_gjf_version(), "0.2.0");
 }
 
+TEST(CEditor, SelectsAtomsByAText) {
+    const Editor editor = make_editor();
+    int indices[2] = {9, 9};
+    EXPECT_EQ(gjf_editor_select(editor.get(), "not Cl", indices, 2), 1);
+    EXPECT_EQ(indices[0], 1);
+    EXPECT_EQ(indices[1], 9);
+    EXPECT_EQ(gjf_editor_select(editor.get(), "1-2", indices, 1), 2);
+    EXPECT_EQ(indices[0], 0);
+    EXPECT_EQ(indices[1], 9);
+    EXPECT_EQ(gjf_editor_select(editor.get(), "all", nullptr, 0), 2);
+    EXPECT_EQ(gjf_editor_select(editor.get(), "Xe", nullptr, 0), 0);
+    expect_message(editor.get(), "");
+    const struct {
+        const char* selection;
+        int capacity;
+        const char* message;
+    } refused[] = {
+        {nullptr, 2, "selection is null"},
+        {"H", -1, "capacity must not be negative"},
+        {"H or Fee", 2, "column 6: 'Fee' is neither an element nor a word of selections"},
+        {"", 2, "column 1: the selection is empty"},
+        {"3", 2, "there is no atom 3: the job has 2"},
+    };
+    for (const auto& row : refused) {
+        EXPECT_EQ(gjf_editor_select(editor.get(), row.selection, indices, row.capacity), -1) << row.message;
+        expect_message(editor.get(), row.message);
+    }
+    EXPECT_EQ(gjf_editor_select(editor.get(), "H", nullptr, 1), -1);
+    expect_message(editor.get(), "index output array is null");
+    EXPECT_EQ(gjf_editor_select(nullptr, "H", indices, 2), -1);
+    EXPECT_STREQ(gjf_get_last_error(), "editor handle is null");
+}
+
 TEST(CEditor, CopiesTextThatFitsAndNeverCutsIt) {
     const Editor editor = make_editor();
     const std::string text = to_text(editor.get());

@@ -25,3 +25,4 @@
 #include <gjf/core/schema/route_schema_cache.hpp>
 #include <gjf/core/schema/schema_validation.hpp>
 #include <gjf/core/schema/simple_yaml_parser.hpp>
+#include <gjf/core/selection/selection.hpp>

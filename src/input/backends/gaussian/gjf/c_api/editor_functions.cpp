@@ -1,7 +1,9 @@
 // The C functions on one job: each is its argument checks and one call of the editor.
 #include <gjf/c_api/error_frame.hpp>
 #include <gjf/core/reader/gjf_parser.hpp>
+#include <gjf/core/selection/selection.hpp>
 
+#include <algorithm>
 #include <memory>
 
 namespace {
@@ -113,6 +115,19 @@ int gjf_editor_get_atom_oniom_layer(quor_gjf_editor* editor, int index, char* bu
         }
         output.fill(*atom.layer);
         return 0;
+    });
+}
+
+int gjf_editor_select(quor_gjf_editor* editor, const char* selection, int* indices, int capacity) noexcept {
+    return with_editor(editor, -1, [&](const GJFEditor& job) {
+        require(selection != nullptr, "selection is null");
+        require(capacity >= 0, "capacity must not be negative");
+        require(capacity == 0 || indices != nullptr, "index output array is null");
+        const std::vector<std::size_t> selected = select(job.get_data(), selection);
+        const int count = to_int(selected.size(), "atom count does not fit in int");
+        std::transform(selected.begin(), selected.begin() + std::min(count, capacity), indices,
+                       [](std::size_t index) { return static_cast<int>(index); });
+        return count;
     });
 }
 

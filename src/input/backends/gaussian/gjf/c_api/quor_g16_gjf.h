@@ -130,6 +130,13 @@ QUOR_GJF_C_API int gjf_editor_get_atom_freeze(quor_gjf_editor* editor, int index
 QUOR_GJF_C_API int gjf_editor_get_atom_oniom_layer(quor_gjf_editor* editor, int index, char* buffer,
                                                    int buffer_size) QUOR_GJF_C_NOEXCEPT;
 
+/* Finds the atoms that a text selects, as in "C and not layer:H" or "within 5.0 of 12" (numbers in the text count from 1),
+ * and stores the first `capacity` of their indices, ascending, in `indices`, which may be NULL when `capacity` is 0. Returns
+ * how many are selected, or -1: NULL handle, "selection is null", "capacity must not be negative", "index output array is
+ * null", what is wrong with the text, with its column, or why the job cannot tell. Since 0.2.0. */
+QUOR_GJF_C_API int gjf_editor_select(quor_gjf_editor* editor, const char* selection, int* indices,
+                                     int capacity) QUOR_GJF_C_NOEXCEPT;
+
 /* Gives every atom a freeze code (0 free, -1 frozen). Fails for a NULL handle. */
 QUOR_GJF_C_API void gjf_editor_set_freeze_all(quor_gjf_editor* editor, int code) QUOR_GJF_C_NOEXCEPT;
 

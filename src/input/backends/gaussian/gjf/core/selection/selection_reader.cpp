@@ -1,19 +1,17 @@
 // Reads selections by the shunting-yard method: two stacks and no recursion, so that any nesting can be read.
-#include "selection.hpp"
-
-#include "number_text.hpp"
-#include "plain_text.hpp"
-#include "terminal.hpp"
+#include <gjf/core/selection/atom_labels.hpp>
+#include <gjf/core/selection/selection.hpp>
+#include <gjf/core/text/number.hpp>
+#include <gjf/core/text/text.hpp>
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <iterator>
 #include <optional>
 
-namespace quor_gjf {
+namespace quor::input::gaussian {
 namespace {
-
-using quor::input::gaussian::SimpleYAMLParser;
 
 struct NamedTest {
     std::string_view word;
@@ -78,7 +76,7 @@ class SelectionReader {
             return true;
         }
         const std::string_view written = read_word();
-        const std::string word = SimpleYAMLParser::to_lower(std::string(written));
+        const std::string word = to_lower_copy(written);
         if (word == "not") {
             waiting_.push_back({{SelectionTest::Not, {}, {}, 0}, begin});
             return false;
@@ -104,27 +102,27 @@ class SelectionReader {
         if (colon != std::string::npos) {
             const NamedTest* test = find_test(std::begin(name_tests), std::end(name_tests), word.substr(0, colon));
             if (test == nullptr) {
-                fail(begin, "'" + printable(written.substr(0, colon + 1)) +
+                fail(begin, "'" + std::string(written.substr(0, colon + 1)) +
                                 "' is not one of element:, layer:, fragment:, type: and resname:");
             }
             if (colon + 1 == word.size()) {
-                fail(begin + colon + 1, "a name is missing after '" + printable(written) + "'");
+                fail(begin + colon + 1, "a name is missing after '" + std::string(written) + "'");
             }
             const std::string name(written.substr(colon + 1));
             // A number is that of the element; any other name may be a whole label as well.
-            const bool is_number = test->test == SelectionTest::Element && number_of<int>(name);
+            const bool is_number = test->test == SelectionTest::Element && is_integer_text(name);
             return {test->test, is_number ? element_of_label(name) : name, {}, 0};
         }
         if (written.empty()) {
-            fail(begin, "atoms are missing before '" + printable(text_.substr(begin, 1)) + "'");
+            fail(begin, "atoms are missing before '" + std::string(text_.substr(begin, 1)) + "'");
         }
         if (!is_element_symbol(word)) {
             if (word.find(',') != std::string::npos) {
-                fail(begin, "'" + printable(written) + "': commas join atom numbers alone; write 'or' between tests");
+                fail(begin, "'" + std::string(written) + "': commas join atom numbers alone; write 'or' between tests");
             }
             const bool joins = find_test(std::begin(joining_words), std::end(joining_words), word) != nullptr;
             fail(begin, joins ? "atoms are missing before '" + word + "'"
-                              : "'" + printable(written) + "' is neither an element nor a word of selections");
+                              : "'" + std::string(written) + "' is neither an element nor a word of selections");
         }
         return {SelectionTest::Element, word, {}, 0};
     }
@@ -142,11 +140,10 @@ class SelectionReader {
             return false;
         }
         const std::string_view written = read_word();
-        const NamedTest* joining =
-            find_test(std::begin(joining_words), std::end(joining_words), SimpleYAMLParser::to_lower(std::string(written)));
+        const NamedTest* joining = find_test(std::begin(joining_words), std::end(joining_words), to_lower_copy(written));
         if (joining == nullptr) {
-            fail(begin,
-                 "'and' or 'or' is missing before '" + printable(written.empty() ? text_.substr(begin, 1) : written) + "'");
+            fail(begin, "'and' or 'or' is missing before '" +
+                            std::string(written.empty() ? text_.substr(begin, 1) : written) + "'");
         }
         unwind(tightness(joining->test));
         waiting_.push_back({{joining->test, {}, {}, 0}, begin});
@@ -172,8 +169,8 @@ class SelectionReader {
             }
             numbers.push_back(range);
         } while (take(','));
-        if (at_ < text_.size() && !is_blank(text_[at_]) && text_[at_] != '(' && text_[at_] != ')') {
-            fail(at_, "'" + printable(text_.substr(at_, 1)) + "' does not belong to a list of atom numbers");
+        if (at_ < text_.size() && !is_trim_character(text_[at_]) && text_[at_] != '(' && text_[at_] != ')') {
+            fail(at_, "'" + std::string(text_.substr(at_, 1)) + "' does not belong to a list of atom numbers");
         }
         return numbers;
     }
@@ -204,8 +201,8 @@ class SelectionReader {
         skip_blanks();
         const std::size_t begin = at_;
         const std::string_view word = read_word();
-        const std::optional<double> distance = number_of<double>(word);
-        if (!distance || *distance <= 0) {
+        const std::optional<double> distance = to_number(word);
+        if (!distance || !std::isfinite(*distance) || *distance <= 0) {
             fail(begin, "a distance above 0 is missing after 'within'");
         }
         read_fixed_word("of", "within " + std::string(word));
@@ -215,14 +212,14 @@ class SelectionReader {
     void read_fixed_word(std::string_view wanted, const std::string& before) {
         skip_blanks();
         const std::size_t begin = at_;
-        if (SimpleYAMLParser::to_lower(std::string(read_word())) != wanted) {
+        if (to_lower_copy(read_word()) != wanted) {
             fail(begin, "'" + std::string(wanted) + "' is missing after '" + before + "'");
         }
     }
 
     std::string_view read_word() {
         const std::size_t begin = at_;
-        while (at_ < text_.size() && !is_blank(text_[at_]) && text_[at_] != '(' && text_[at_] != ')') {
+        while (at_ < text_.size() && !is_trim_character(text_[at_]) && text_[at_] != '(' && text_[at_] != ')') {
             ++at_;
         }
         return text_.substr(begin, at_ - begin);
@@ -230,7 +227,12 @@ class SelectionReader {
 
     void skip_blanks() { at_ = std::min(text_.find_first_not_of(" \t\r\n", at_), text_.size()); }
 
-    std::size_t column_of(std::size_t position) const { return columns_of(text_.substr(0, position)) + 1; }
+    // One a character: bytes that go on with one do not count.
+    std::size_t column_of(std::size_t position) const {
+        const std::string_view before = text_.substr(0, position);
+        return static_cast<std::size_t>(
+            1 + std::count_if(before.begin(), before.end(), [](unsigned char c) { return (c & 0xC0U) != 0x80U; }));
+    }
 
     [[noreturn]] void fail(std::size_t position, const std::string& message) const {
         throw SelectionError(column_of(position), message);
@@ -244,6 +246,13 @@ class SelectionReader {
 
 }  // namespace
 
+SelectionError::SelectionError(const std::string& message) : std::invalid_argument(message) {}
+
+SelectionError::SelectionError(std::size_t column, const std::string& message)
+    : std::invalid_argument("column " + std::to_string(column) + ": " + message) {}
+
+SelectionError::~SelectionError() = default;
+
 Selection parse_selection(std::string_view text) { return SelectionReader(text).read(); }
 
-}  // namespace quor_gjf
+}  // namespace quor::input::gaussian

@@ -1,8 +1,10 @@
 // Finds the atoms that a selection means, step by step on a stack of marks.
 //
 // Translation vectors stand in the list of atoms, but are none: they are selected by their symbol or number alone.
-#include "number_text.hpp"
-#include "selection.hpp"
+#include <gjf/core/selection/atom_labels.hpp>
+#include <gjf/core/selection/selection.hpp>
+#include <gjf/core/text/number.hpp>
+#include <gjf/core/text/text.hpp>
 
 #include <algorithm>
 #include <array>
@@ -11,27 +13,23 @@
 #include <map>
 #include <optional>
 
-namespace quor_gjf {
+namespace quor::input::gaussian {
 namespace {
-
-using namespace quor::input::gaussian;
 
 using Marks = std::vector<bool>;
 using Point = std::array<double, 3>;
 
-std::string lower(const std::string& text) { return SimpleYAMLParser::to_lower(text); }
-
 // Layers may be written out: High, Medium, Low.
 std::string layer_name(const std::string& layer) {
-    const std::string name = lower(layer);
+    const std::string name = to_lower_copy(layer);
     const bool written_out = name == "high" || name == "medium" || name == "low";
     return written_out ? name.substr(0, 1) : name;
 }
 
-const std::string* residue_of(const AtomCoord& atom) {
+bool has_parameter(const AtomCoord& atom, std::string_view key, const std::string& value) {
     const auto found = std::find_if(atom.info.params.begin(), atom.info.params.end(),
-                                    [](const auto& entry) { return lower(entry.first) == "resname"; });
-    return found == atom.info.params.end() ? nullptr : &found->second;
+                                    [&](const auto& entry) { return equals_folded(entry.first, key); });
+    return found != atom.info.params.end() && equals_folded(found->second, value);
 }
 
 // The coordinates of a job's atoms; variables stand for their values.
@@ -39,7 +37,7 @@ class Places {
    public:
     explicit Places(const GeomSection& geometry) {
         for (const ZMatrixVariable& variable : geometry.cartesian_variables) {
-            variables_[lower(variable.name)] = &variable.value;
+            variables_[to_lower_copy(variable.name)] = &variable.value;
         }
         for (const AtomCoord& atom : geometry.atoms) {
             points_.push_back({value_of(atom.x_ref, atom.x), value_of(atom.y_ref, atom.y), value_of(atom.z_ref, atom.z)});
@@ -54,10 +52,10 @@ class Places {
             return number;
         }
         const bool has_sign = written.text.front() == '-' || written.text.front() == '+';
-        const auto found = variables_.find(lower(written.text.substr(has_sign ? 1 : 0)));
-        const std::optional<double> value = found == variables_.end() ? std::nullopt : number_of<double>(*found->second);
-        if (!value) {
-            throw std::runtime_error("'within' needs coordinates, and " + written.text + " has no value");
+        const auto found = variables_.find(to_lower_copy(written.text.substr(has_sign ? 1 : 0)));
+        const std::optional<double> value = found == variables_.end() ? std::nullopt : to_number(*found->second);
+        if (!value || !std::isfinite(*value)) {
+            throw SelectionError("'within' needs coordinates, and " + written.text + " has no value");
         }
         return written.text.front() == '-' ? -*value : *value;
     }
@@ -114,7 +112,7 @@ class NearAtoms {
 
 class SelectedAtoms {
    public:
-    explicit SelectedAtoms(const GJFEditor& job) : job_(job), atoms_(job.get_data().geom.atoms) {
+    explicit SelectedAtoms(const GJFData& job) : job_(job), atoms_(job.geom.atoms) {
         for (const AtomCoord& atom : atoms_) {
             is_atom_.push_back(!is_translation_vector(atom));
         }
@@ -160,7 +158,7 @@ class SelectedAtoms {
     }
 
     void take_test(const SelectionStep& step) {
-        const std::string name = step.test == SelectionTest::Layer ? layer_name(step.name) : lower(step.name);
+        const std::string name = step.test == SelectionTest::Layer ? layer_name(step.name) : to_lower_copy(step.name);
         Marks marks(atoms_.size());
         for (std::size_t i = 0; i < atoms_.size(); ++i) {
             marks[i] = passes(i, step, name);
@@ -176,17 +174,15 @@ class SelectedAtoms {
             case SelectionTest::Frozen:
                 return is_atom_[index] && atom.freeze.value_or(0) != 0;
             case SelectionTest::Element:
-                return element_of_label(atom.info.element) == name || lower(atom.info.element) == name;
+                return element_of_label(atom.info.element) == name || to_lower_copy(atom.info.element) == name;
             case SelectionTest::Layer:
                 return atom.layer && layer_name(*atom.layer) == name;
             case SelectionTest::Fragment:
-                return lower(job_.get_fragment(index).value_or("")) == name;
+                return has_parameter(atom, "fragment", name);
             case SelectionTest::Type:
                 return atom.info.mm_type == step.name;
-            default: {
-                const std::string* residue = residue_of(atom);
-                return residue != nullptr && lower(*residue) == name;
-            }
+            default:
+                return has_parameter(atom, "resname", name);
         }
     }
 
@@ -194,8 +190,8 @@ class SelectedAtoms {
         Marks marks(atoms_.size());
         for (const auto& [first, last] : numbers) {
             if (last > atoms_.size()) {
-                throw std::runtime_error("there is no atom " + std::to_string(std::max(first, atoms_.size() + 1)) +
-                                         ": the job has " + std::to_string(atoms_.size()));
+                throw SelectionError("there is no atom " + std::to_string(std::max(first, atoms_.size() + 1)) +
+                                     ": the job has " + std::to_string(atoms_.size()));
             }
             std::fill(marks.begin() + static_cast<std::ptrdiff_t>(first - 1),
                       marks.begin() + static_cast<std::ptrdiff_t>(last), true);
@@ -205,7 +201,7 @@ class SelectedAtoms {
 
     void take_near(double distance) {
         if (!places_) {
-            places_.emplace(job_.get_data().geom);
+            places_.emplace(job_.geom);
         }
         keep_atoms(stack_.back());
         const NearAtoms near(*places_, stack_.back(), distance);
@@ -217,9 +213,9 @@ class SelectedAtoms {
     }
 
     void take_bonded() {
-        const ConnectivitySection* connectivity = job_.get_data().connectivity();
+        const ConnectivitySection* connectivity = job_.connectivity();
         if (connectivity == nullptr) {
-            throw std::runtime_error("'bonded to' needs connectivity, and the job has none");
+            throw SelectionError("'bonded to' needs connectivity, and the job has none");
         }
         Marks marks(atoms_.size());
         const Marks& partners = stack_.back();
@@ -241,7 +237,7 @@ class SelectedAtoms {
         }
     }
 
-    const GJFEditor& job_;
+    const GJFData& job_;
     const std::vector<AtomCoord>& atoms_;
     Marks is_atom_;
     std::optional<Places> places_;
@@ -250,8 +246,12 @@ class SelectedAtoms {
 
 }  // namespace
 
-std::vector<std::size_t> selected_atoms(const Selection& selection, const GJFEditor& job) {
+std::vector<std::size_t> selected_atoms(const Selection& selection, const GJFData& job) {
     return SelectedAtoms(job).find(selection);
 }
 
-}  // namespace quor_gjf
+std::vector<std::size_t> select(const GJFData& job, std::string_view text) {
+    return selected_atoms(parse_selection(text), job);
+}
+
+}  // namespace quor::input::gaussian

@@ -1,11 +1,12 @@
-// The selection language of quor-gjf edit: which atoms of a job are meant, as in "C and not layer:H" or "within 5.0 of 12".
+// The selection language: which atoms of a job are meant, as in "C and not layer:H" or "within 5.0 of 12".
 //
 //     selection = operand { ("and" | "or") operand }             "and" binds more tightly than "or"
 //     operand   = "(" selection ")" | "not" operand | "within" DISTANCE "of" operand | "bonded" "to" operand | test
 //     test      = "all" | "frozen" | SYMBOL | NUMBERS | "element:" | "layer:" | "fragment:" | "type:" | "resname:" NAME
 #pragma once
 
-#include <gjf/gjf.hpp>
+#include <core/export.hpp>
+#include <gjf/core/job/gjf_data.hpp>
 
 #include <cstddef>
 #include <stdexcept>
@@ -14,13 +15,15 @@
 #include <utility>
 #include <vector>
 
-namespace quor_gjf {
+namespace quor::input::gaussian {
 
-/// Tells what is wrong with the text of a selection; the message names the column, counted from 1.
-class SelectionError : public std::runtime_error {
+/// Tells what is wrong with a selection: with its text, or with it in a job that it does not fit.
+class QUOR_GJF_API SelectionError : public std::invalid_argument {
    public:
-    SelectionError(std::size_t column, const std::string& message)
-        : std::runtime_error("column " + std::to_string(column) + ": " + message) {}
+    explicit SelectionError(const std::string& message);
+    /// For a fault of the text; the message begins with the column, a character each, counted from 1.
+    SelectionError(std::size_t column, const std::string& message);
+    ~SelectionError() override;
 };
 
 /// What one step of a selection does: tests of atoms, then what combines the results of steps before it.
@@ -57,21 +60,18 @@ struct Selection {
 };
 
 /// Reads a selection; throws `SelectionError`. Words are read in any letter case.
-Selection parse_selection(std::string_view text);
+QUOR_GJF_API Selection parse_selection(std::string_view text);
 
 /// Returns the indices (from 0, ascending) of a job's atoms that are selected.
 ///
-/// Throws `std::runtime_error` for a number past the last atom, for "bonded to" in a job without connectivity, and for
-/// "within" where a coordinate is a variable without a value.
-std::vector<std::size_t> selected_atoms(const Selection& selection, const quor::input::gaussian::GJFEditor& job);
+/// Throws `SelectionError` for a number past the last atom, for "bonded to" in a job without connectivity, and for "within"
+/// where a coordinate is a variable without a value.
+QUOR_GJF_API std::vector<std::size_t> selected_atoms(const Selection& selection, const GJFData& job);
 
-/// Tells whether a text is the symbol of an element, or Bq, X, Xx or Tv, letter case aside.
-bool is_element_symbol(std::string_view text);
+/// The two at once: returns the indices of the atoms that a text names.
+QUOR_GJF_API std::vector<std::size_t> select(const GJFData& job, std::string_view text);
 
 /// Tells whether an atom is a translation vector: no place in the molecule, but a repeat of it.
-bool is_translation_vector(const quor::input::gaussian::AtomCoord& atom);
+QUOR_GJF_API bool is_translation_vector(const AtomCoord& atom);
 
-/// Returns the symbol that a label begins with, in lower case: of C, c5 and 6 that is "c".
-std::string element_of_label(const std::string& label);
-
-}  // namespace quor_gjf
+}  // namespace quor::input::gaussian

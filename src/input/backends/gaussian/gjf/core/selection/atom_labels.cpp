@@ -1,5 +1,7 @@
 // What the label of an atom stands for, as far as selections ask.
-#include "selection.hpp"
+#include <gjf/core/selection/atom_labels.hpp>
+#include <gjf/core/selection/selection.hpp>
+#include <gjf/core/text/text.hpp>
 
 #include <algorithm>
 #include <charconv>
@@ -7,10 +9,8 @@
 #include <string>
 #include <string_view>
 
-namespace quor_gjf {
+namespace quor::input::gaussian {
 namespace {
-
-using quor::input::gaussian::AtomCoord;
 
 // In the order of the atomic numbers, after what has no nucleus.
 constexpr std::string_view symbols[] = {
@@ -26,12 +26,10 @@ constexpr std::size_t last_atomic_number = 118;
 
 bool is_letter(char c) noexcept { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
 
-std::string lower(std::string_view text) { return quor::input::gaussian::SimpleYAMLParser::to_lower(std::string(text)); }
-
 }  // namespace
 
 bool is_element_symbol(std::string_view text) {
-    return std::find(std::begin(symbols), std::end(symbols), lower(text)) != std::end(symbols);
+    return std::find(std::begin(symbols), std::end(symbols), to_lower_copy(text)) != std::end(symbols);
 }
 
 std::string element_of_label(const std::string& label) {
@@ -42,9 +40,9 @@ std::string element_of_label(const std::string& label) {
         return std::string(symbols[number]);
     }
     const auto letters_end = std::find_if_not(label.begin(), label.end(), is_letter);
-    return lower(std::string_view(label).substr(0, static_cast<std::size_t>(letters_end - label.begin())));
+    return to_lower_copy(std::string_view(label).substr(0, static_cast<std::size_t>(letters_end - label.begin())));
 }
 
 bool is_translation_vector(const AtomCoord& atom) { return element_of_label(atom.info.element) == "tv"; }
 
-}  // namespace quor_gjf
+}  // namespace quor::input::gaussian
