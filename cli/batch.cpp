@@ -8,8 +8,9 @@
 #include "commands.hpp"
 #include "file_list.hpp"
 #include "input.hpp"
-#include "json.hpp"
 #include "terminal.hpp"
+
+#include <gjf/gjf.hpp>
 
 #include <CLI/CLI.hpp>
 
@@ -132,9 +133,7 @@ FileResult failure_of(const std::string& path, const std::string& message, int c
     result.code = code;
     result.err = printable(path) + ": " + printable(message) + "\n";
     if (json) {
-        Json object = json_of_file(path);
-        object["error"] = message;
-        result.out = json_line(object);
+        result.out = quor::input::gaussian::error_json(path, message);
     }
     return result;
 }

@@ -2,8 +2,6 @@
 #include "batch.hpp"
 #include "commands.hpp"
 #include "input.hpp"
-#include "job_json.hpp"
-#include "json.hpp"
 #include "plain_text.hpp"
 #include "terminal.hpp"
 
@@ -92,18 +90,6 @@ std::string text_of(const std::string& path, const Finding& finding, NumberedLin
     return finding.hint.empty() ? text : text + "  hint: " + printable(finding.hint) + '\n';
 }
 
-std::string json_of(const std::string& path, const std::vector<Finding>& findings, const FileResult& result) {
-    Json object = json_of_file(path);
-    object["errors"] = result.counts[index_of(Severity::Error)];
-    object["warnings"] = result.counts[index_of(Severity::Warning)];
-    object["notes"] = result.counts[index_of(Severity::Note)];
-    object["findings"] = Json::array();
-    for (const Finding& finding : findings) {
-        object["findings"].push_back(json_of_finding(finding));
-    }
-    return json_line(object);
-}
-
 Severity severity_of(const std::string& name) {
     return name == "error" ? Severity::Error : name == "warning" ? Severity::Warning : Severity::Note;
 }
@@ -122,7 +108,7 @@ FileResult check_file(const std::string& path, const CheckArguments& arguments, 
         }
     }
     if (arguments.batch.json) {
-        result.out = json_of(path, findings, result);
+        result.out = check_json(path, findings);
     }
     return result;
 }
@@ -137,8 +123,7 @@ bool is_code(const std::string& text) {
 int list_codes(bool json) {
     for (const CheckDescription& description : check_descriptions()) {
         if (json) {
-            const Json object = {{"version", json_version}, {"code", description.code}, {"title", description.title}};
-            std::fputs(json_line(object).c_str(), stdout);
+            std::fputs(check_code_json(description).c_str(), stdout);
         } else {
             std::printf("%s  %s\n", description.code, description.title);
         }

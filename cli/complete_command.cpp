@@ -1,8 +1,8 @@
 // quor-gjf complete: lists what may complete the last word of a route, for editors and shells.
 #include "commands.hpp"
-#include "completion.hpp"
-#include "json.hpp"
 #include "route_text.hpp"
+
+#include <gjf/gjf.hpp>
 
 #include <CLI/CLI.hpp>
 
@@ -14,47 +14,24 @@
 namespace quor_gjf {
 namespace {
 
+using namespace quor::input::gaussian;
+
 struct CompleteArguments {
     std::vector<std::string> text;
     bool json = false;
 };
 
-const char* name_of(RouteEnd end) {
-    switch (end) {
-        case RouteEnd::Word:
-            return "word";
-        case RouteEnd::Method:
-            return "method";
-        case RouteEnd::Basis:
-            return "basis set";
-        case RouteEnd::Option:
-            return "option";
-        case RouteEnd::Other:
-            break;
-    }
-    return "other";
-}
-
 // A missing vocabulary is not told of: the words go to a program that is waiting for them.
 int complete(const CompleteArguments& arguments) {
     const RouteContext context = context_at_end(text_of_arguments(arguments.text));
     const std::vector<Completion> completions = completions_of(context);
-    if (!arguments.json) {
-        for (const Completion& completion : completions) {
-            std::printf("%s\n", completion.text.c_str());
-        }
+    if (arguments.json) {
+        std::fputs(completion_json(context, completions).c_str(), stdout);
         return exit_success;
     }
-    Json object = {{"version", json_version}, {"context", name_of(context.end)}};
-    if (context.end == RouteEnd::Option) {
-        object["keyword"] = context.keyword;
-    }
-    object["prefix"] = context.prefix;
-    object["completions"] = Json::array();
     for (const Completion& completion : completions) {
-        object["completions"].push_back({{"text", completion.text}, {"roles", completion.roles}});
+        std::printf("%s\n", completion.text.c_str());
     }
-    std::fputs(json_line(object).c_str(), stdout);
     return exit_success;
 }
 

@@ -2,8 +2,6 @@
 #include "batch.hpp"
 #include "commands.hpp"
 #include "input.hpp"
-#include "job_json.hpp"
-#include "json.hpp"
 
 #include <gjf/gjf.hpp>
 
@@ -41,15 +39,6 @@ std::string report_of(const GJFMultiData& file) {
     return text;
 }
 
-std::string json_of(const std::string& path, const GJFMultiData& file) {
-    Json object = json_of_file(path);
-    object["jobs"] = Json::array();
-    for (const GJFData& job : file.jobs) {
-        object["jobs"].push_back(json_of_job(job));
-    }
-    return json_line(object);
-}
-
 int report(const BatchOptions& options) {
     report_missing_vocabulary();
     const bool with_heading = names_several_files(options.paths);
@@ -59,8 +48,8 @@ int report(const BatchOptions& options) {
     batch.work = [&](const std::string& path) {
         const GJFMultiData file = GJFParser::parse_string_multi(read_text(path));
         FileResult result;
-        result.out =
-            options.json ? json_of(path, file) : (with_heading ? "==> " + path + " <==\n" : std::string()) + report_of(file);
+        result.out = options.json ? report_json(path, file.jobs)
+                                  : (with_heading ? "==> " + path + " <==\n" : std::string()) + report_of(file);
         return result;
     };
     return run_batch(options, batch);

@@ -3,8 +3,6 @@
 
 #include "commands.hpp"
 #include "input.hpp"
-#include "job_json.hpp"
-#include "json.hpp"
 #include "terminal.hpp"
 
 #include <gjf/gjf.hpp>
@@ -103,17 +101,7 @@ std::string explained(const RouteText& text, bool as_json) {
     if (!as_json) {
         return explanation(text, *control.parsed_keywords, sections);
     }
-    Json object = {{"version", json_version}, {"text", text.joined}};
-    object["route"] = json_of_route(*control.parsed_keywords);
-    object["sections"] = Json::array();
-    for (const ExtraInputSectionKind kind : sections) {
-        object["sections"].push_back(json_of_kind(kind));
-    }
-    object["findings"] = Json::array();
-    for (const Finding& finding : check_route(text.joined)) {
-        object["findings"].push_back(json_of_finding(finding));
-    }
-    return json_line(object);
+    return route_json(text.joined, *control.parsed_keywords, sections, check_route(text.joined));
 }
 
 // A name of a file that is there is no route: the routes of its jobs are meant.

@@ -1,7 +1,6 @@
 // quor-gjf schema: examines a vocabulary document, tells what it knows about a word, and which document is in use.
 #include "commands.hpp"
 #include "input.hpp"
-#include "json.hpp"
 
 #include <gjf/gjf.hpp>
 
@@ -53,24 +52,9 @@ bool show_role(const char* role, bool known, bool exact, const std::vector<std::
     return known || !completions.empty();
 }
 
-Json json_of_role(bool known, bool exact, const std::vector<std::string>& completions) {
-    return {{"known", known}, {"exact", exact}, {"completions", completions}};
-}
-
 int show_as_json(const std::string& word) {
     const SimpleYAMLParser& schema = default_route_schema();
-    const bool is_basis = !schema.knows_keyword(word) && !schema.knows_method(word);
-    Json object = {{"version", json_version}, {"word", word}};
-    object["keyword"] =
-        json_of_role(schema.knows_keyword(word), schema.knows_keyword_exact(word), schema.keyword_completions(word));
-    object["method"] =
-        json_of_role(schema.knows_method(word), schema.knows_method_exact(word), schema.method_completions(word));
-    object["basis_set"] =
-        json_of_role(schema.knows_basis(word), schema.knows_basis_exact(word), schema.basis_completions(word));
-    object["written"] = is_basis ? schema.normalize_basis(word) : schema.normalize_keyword(word);
-    object["category"] = schema.classify(schema.normalize_keyword(word));
-    object["options"] = schema.options_of(word);
-    std::fputs(json_line(object).c_str(), stdout);
+    std::fputs(word_json(schema, word).c_str(), stdout);
     const bool begins_something = !schema.keyword_completions(word).empty() || !schema.method_completions(word).empty() ||
                                   !schema.basis_completions(word).empty();
     const bool known = schema.knows_keyword(word) || schema.knows_method(word) || schema.knows_basis(word);

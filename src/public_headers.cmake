@@ -15,6 +15,7 @@ set(quor_public_headers
     gjf/core/route/keyword_parser.hpp
     gjf/core/route/parse_warning.hpp
     gjf/core/route/parsed_keywords.hpp
+    gjf/core/route/route_completion.hpp
     gjf/core/route/route_scanner.hpp
     gjf/core/route/route_tree.hpp
     gjf/core/job/atom.hpp
@@ -37,6 +38,7 @@ set(quor_public_headers
     gjf/core/document/gjf_document.hpp
     gjf/core/editor/edit_record.hpp
     gjf/core/selection/selection.hpp
+    gjf/core/report/json.hpp
     gjf/core/editor/gjf_editor.hpp
     gjf/core/editor/gjf_multi_editor.hpp
     gjf/c_api/quor_g16_gjf.h)

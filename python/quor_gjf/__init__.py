@@ -14,9 +14,9 @@ from .atoms import Atom, Atoms
 from .bonds import Bond, Bonds
 from .checks import Finding, check, check_codes
 from .errors import FileError, MissingFileError, ParseError, WriteError
-from .friends import from_ase
-from .job import ChargeSpin, Job, Jobs
-from .reading import edit, edit_all, loads, loads_all, read, read_all, read_many, vocabulary_path
+from .head import ChargeSpin
+from .job import Job, Jobs
+from .reading import edit, edit_all, from_ase, loads, loads_all, read, read_all, read_many, vocabulary_path
 from .route import Keywords, Route, route
 from .sections import Section, SectionKind, Sections
 from .selection import Selection

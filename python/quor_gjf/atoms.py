@@ -2,17 +2,14 @@
 from __future__ import annotations
 
 import math
-from typing import TYPE_CHECKING, Any, Dict, Iterable, Iterator, List, Mapping, MutableSequence, Optional, Sequence, Union, overload
+from typing import Any, Dict, Iterable, Iterator, List, Mapping, MutableSequence, Optional, Sequence, Union, overload
 
 import numpy as np
 import numpy.typing as npt
 
 from . import _core
 from .errors import ParseError
-from .selection import index_of
-
-if TYPE_CHECKING:
-    from .job import Job
+from .indices import index_of
 
 Position = Union[Sequence[float], "npt.NDArray[Any]"]
 
@@ -224,8 +221,8 @@ class Atoms(MutableSequence[Atom]):
 
     __slots__ = ("_job",)
 
-    def __init__(self, job: "Job") -> None:
-        self._job = job._native
+    def __init__(self, job: _core.Job) -> None:
+        self._job = job
 
     def __len__(self) -> int:
         return self._job.atom_count()

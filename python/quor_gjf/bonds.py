@@ -1,12 +1,10 @@
 """The bonds of a job."""
 from __future__ import annotations
 
-from typing import TYPE_CHECKING, Collection, Iterator, List, NamedTuple, Tuple
+from typing import Collection, Iterator, List, NamedTuple, Tuple
 
-from .selection import index_of
-
-if TYPE_CHECKING:
-    from .job import Job
+from . import _core
+from .indices import index_of
 
 
 class Bond(NamedTuple):
@@ -32,8 +30,8 @@ class Bonds(Collection[Bond]):
 
     __slots__ = ("_job",)
 
-    def __init__(self, job: "Job") -> None:
-        self._job = job._native
+    def __init__(self, job: _core.Job) -> None:
+        self._job = job
 
     def _pair(self, pair: Tuple[int, int]) -> Tuple[int, int]:
         a, b = pair

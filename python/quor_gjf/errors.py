@@ -9,7 +9,12 @@ __all__ = ["FileError", "MissingFileError", "ParseError", "WriteError", "file_er
 
 for _error in (ParseError, WriteError):
     _error.__module__ = "quor_gjf"
-ParseError.__doc__ = "Malformed job text, or an edit that is refused; the job is as it was. A ``ValueError``."
+ParseError.__doc__ = """Malformed job text, or an edit that is refused; the job is as it was. A ``ValueError``.
+
+``filename`` and ``line`` (from 1) tell where the text is malformed; None where there is no file, and in a refused edit.
+"""
+ParseError.filename = None
+ParseError.line = None
 WriteError.__doc__ = "A job that cannot be written without loss, or over a file that has changed; nothing is written. A ``ValueError``."
 
 
@@ -28,9 +33,10 @@ _FILE_MESSAGES = ("GJF Parse Error: Cannot open file: ", "GJF Parse Error: Canno
 
 
 def file_error(error: ParseError, path: str) -> ParseError:
-    """Return the file error that ``error`` tells about, or ``error`` itself when it tells about text."""
+    """Return the file error that ``error`` tells about, or ``error`` itself, with the path, when it tells about text."""
     message = str(error)
     if not message.startswith(_FILE_MESSAGES):
+        error.filename = path
         return error
     gone = not os.path.exists(path) if "open" in message else not os.path.isdir(os.path.dirname(path) or ".")
     found = (MissingFileError if gone else FileError)(message)

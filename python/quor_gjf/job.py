@@ -1,46 +1,22 @@
 """One job, and a file of several."""
 from __future__ import annotations
 
-import json
 import os
-from typing import TYPE_CHECKING, Any, Dict, Iterable, List, NamedTuple, Optional, Sequence, Tuple, Union
+from typing import TYPE_CHECKING, Any, Iterable, List, Optional, Tuple, Union
 
-import numpy as np
-import numpy.typing as npt
-
-from . import _core
-from .atoms import Atom, Atoms
-from .bonds import Bonds
+from . import _core, friends
 from .errors import ParseError, file_error
-from .route import Route
-from .sections import Sections
-from .selection import Selection, index_of, select
+from .head import LINK0_NAMES
+from .molecule import AtomLike, Molecule, atom_of
 
 if TYPE_CHECKING:
     import ase
     import pandas
 
 PathLike = Union[str, bytes, "os.PathLike[str]", "os.PathLike[bytes]"]
-AtomLike = Union[Atom, Tuple[str, Sequence[float]], Tuple[str, float, float, float]]
-
-LINK0_NAMES = ("chk", "oldchk", "rwf", "mem", "nproc", "cpu")
 
 
-class ChargeSpin(NamedTuple):
-    """A charge and a spin multiplicity."""
-
-    charge: int
-    multiplicity: int
-
-
-def _atom(entry: AtomLike) -> Atom:
-    if isinstance(entry, Atom):
-        return entry
-    element, *rest = entry
-    return Atom(element, rest if len(rest) == 3 else rest[0])  # type: ignore[arg-type]
-
-
-class Job:
+class Job(Molecule):
     """One Gaussian job. It is used by one thread at a time.
 
     ``str(job)`` is its text. In a job that was read, what was not changed keeps its bytes: comments, columns, digits, line ends;
@@ -64,7 +40,7 @@ class Job:
     <BLANKLINE>
     """
 
-    __slots__ = ("_native", "path", "__weakref__")
+    __slots__ = ("path", "__weakref__")
     __hash__ = None  # type: ignore[assignment]
 
     path: Optional[str]
@@ -81,7 +57,7 @@ class Job:
         self._native.set_charge_and_multiplicity(charge, multiplicity)
         for name, value in zip(LINK0_NAMES, (chk, oldchk, rwf, mem, nproc, cpu)):
             setattr(self, name, value)
-        self.atoms.extend(_atom(entry) for entry in atoms)
+        self.atoms.extend(atom_of(entry) for entry in atoms)
         for a, b, order in bonds:
             self.bonds[a, b] = order
 
@@ -186,400 +162,20 @@ class Job:
         return (f"<Job {title!r}, {self.route}, {count} atom{'' if count == 1 else 's'}, charge {self.charge}, "
                 f"multiplicity {self.multiplicity}>")
 
-    # --- Link 0
-
-    @property
-    def chk(self) -> Optional[str]:
-        """Checkpoint file; None when there is none. So with the other Link 0 values; setting None takes the line away."""
-        return self._native.chk
-
-    @chk.setter
-    def chk(self, value: Optional[str]) -> None:
-        self._native.chk = value
-
-    @property
-    def oldchk(self) -> Optional[str]:
-        """Checkpoint file to read from."""
-        return self._native.oldchk
-
-    @oldchk.setter
-    def oldchk(self, value: Optional[str]) -> None:
-        self._native.oldchk = value
-
-    @property
-    def rwf(self) -> Optional[str]:
-        """Read-write file."""
-        return self._native.rwf
-
-    @rwf.setter
-    def rwf(self, value: Optional[str]) -> None:
-        self._native.rwf = value
-
-    @property
-    def mem(self) -> Optional[str]:
-        """Memory with its unit, as in ``"8GB"``."""
-        return self._native.mem
-
-    @mem.setter
-    def mem(self, value: Optional[str]) -> None:
-        self._native.mem = value
-
-    @property
-    def nproc(self) -> Optional[int]:
-        """Number of processors."""
-        return self._native.nproc
-
-    @nproc.setter
-    def nproc(self, value: Optional[int]) -> None:
-        self._native.nproc = value
-
-    @property
-    def cpu(self) -> Optional[str]:
-        """List of processors."""
-        return self._native.cpu
-
-    @cpu.setter
-    def cpu(self, value: Optional[str]) -> None:
-        self._native.cpu = value
-
-    @property
-    def other_link0_lines(self) -> List[str]:
-        """Every other Link 0 line, whole; set a list to change them."""
-        return self._native.other_link0_lines
-
-    @other_link0_lines.setter
-    def other_link0_lines(self, lines: Iterable[str]) -> None:
-        self._native.other_link0_lines = list(lines)
-
-    # --- Route, title, charge and multiplicity
-
-    @property
-    def route(self) -> Route:
-        """The route; a text can be set."""
-        return Route(self._native)
-
-    @route.setter
-    def route(self, route: Union[str, Route]) -> None:
-        self._native.set_route_line(str(route))
-
-    @property
-    def title(self) -> str:
-        """The title; lines are separated by line feeds."""
-        return self._native.title
-
-    @title.setter
-    def title(self, title: str) -> None:
-        self._native.title = title
-
-    @property
-    def overlays(self) -> Optional[str]:
-        """Overlay input behind the route, or None."""
-        return self._native.overlays
-
-    @overlays.setter
-    def overlays(self, text: Optional[str]) -> None:
-        self._native.overlays = text
-
-    @property
-    def charge(self) -> int:
-        """Charge of the first pair."""
-        return self._native.charge
-
-    @charge.setter
-    def charge(self, charge: int) -> None:
-        self._native.set_charge_and_multiplicity(charge, self.multiplicity)
-
-    @property
-    def multiplicity(self) -> int:
-        """Spin multiplicity of the first pair; 0 when the job has none."""
-        return self._native.multiplicity
-
-    @multiplicity.setter
-    def multiplicity(self, multiplicity: int) -> None:
-        self._native.set_charge_and_multiplicity(self.charge, multiplicity)
-
-    @property
-    def pairs(self) -> List[ChargeSpin]:
-        """All pairs of charge and multiplicity, those of layers or fragments included; set a list to change them.
-
-        >>> job.pairs = [(0, 1), (1, 2)]
-        >>> job.pairs
-        [ChargeSpin(charge=0, multiplicity=1), ChargeSpin(charge=1, multiplicity=2)]
-        """
-        return [ChargeSpin(*pair) for pair in self._native.pairs]
-
-    @pairs.setter
-    def pairs(self, pairs: Iterable[Tuple[int, int]]) -> None:
-        self._native.pairs = [(charge, multiplicity) for charge, multiplicity in pairs]
-
-    # --- Molecule
-
-    @property
-    def atoms(self) -> Atoms:
-        """The atoms, as a list. Empty for a Z-matrix, and where the molecule comes from a checkpoint."""
-        return Atoms(self)
-
-    @atoms.setter
-    def atoms(self, atoms: Iterable[AtomLike]) -> None:
-        values = [_atom(entry).copy() for entry in atoms]
-        self.atoms.clear()
-        self.atoms.extend(values)
-
-    @property
-    def is_zmatrix(self) -> bool:
-        """Whether the molecule is a Z-matrix."""
-        return self._native.is_zmatrix()
-
-    @property
-    def zmatrix(self) -> List[Tuple[str, Optional[Tuple[int, str]], Optional[Tuple[int, str]], Optional[Tuple[int, str]]]]:
-        """Z-matrix rows: label, then bond, angle and dihedral, each the atom counted from 1 and the value as written."""
-        return self._native.zmatrix()
-
-    @property
-    def variables(self) -> Dict[str, str]:
-        """Variables of the molecule by name, as written."""
-        return self._native.variables()
-
-    @property
-    def constants(self) -> Dict[str, str]:
-        """Constants of a Z-matrix by name, as written."""
-        return self._native.constants()
-
-    @property
-    def positions(self) -> "npt.NDArray[np.float64]":
-        """Cartesian coordinates as an array of shape (atoms, 3), in the job's unit (ångström unless the route says otherwise).
-
-        The array is a copy that cannot be written to: set a whole array to change the job. Setting drops the coordinates as they were
-        written, so the new numbers are written. Variables stand for their values. The rows of a Z-matrix stand where Gaussian puts
-        them: the first at the origin, the second on the z axis, the third in the xz plane; their positions cannot be set (ValueError).
-        An atom whose place is not known has NaN.
-
-        >>> job.positions = job.positions + [0, 0, 1]
-        >>> job.positions[0]
-        array([0.    , 0.    , 1.1173])
-        """
-        array = self._native.positions
-        array.flags.writeable = False
-        return array
-
-    @positions.setter
-    def positions(self, positions: Any) -> None:
-        if self.is_zmatrix:
-            raise ValueError("the molecule is a Z-matrix: its positions cannot be set")
-        self._native.positions = np.asarray(positions, dtype=float)
-
-    @property
-    def symbols(self) -> List[str]:
-        """Chemical symbols, as of ``Atom.symbol``; of a Z-matrix too."""
-        return self._native.symbols()
-
-    @property
-    def bonds(self) -> Bonds:
-        """The bonds; (a, b, order) triples can be set."""
-        return Bonds(self)
-
-    @bonds.setter
-    def bonds(self, bonds: Iterable[Tuple[int, int, float]]) -> None:
-        triples = [(a, b, float(order)) for a, b, order in bonds]
-        changed = self.copy()
-        changed.bonds.clear()
-        for a, b, order in triples:
-            changed.bonds[a, b] = order
-        self._native.assign(changed._native)
-
-    @property
-    def sections(self) -> Sections:
-        """The extra input sections."""
-        return Sections(self)
-
-    # --- Edits of atoms
-
-    def select(self, selection: Selection) -> List[int]:
-        """Return the indices that a selection names: see ``quor_gjf.Selection``."""
-        return select(self, selection)
-
-    def add_atom(self, atom: AtomLike, bonds: Union[Dict[int, float], Iterable[Tuple[int, float]]] = ()) -> int:
-        """Append an atom, with the orders of its bonds to atoms that are there; return its index.
-
-        >>> job.add_atom(("H", (0, 0, 2)), bonds={0: 1.0})
-        3
-        """
-        pairs = list(bonds.items() if isinstance(bonds, dict) else bonds)
-        self._native.add_atom(_atom(atom)._look(), pairs)
-        return len(self.atoms) - 1
-
-    def remove_atoms(self, selection: Selection) -> None:
-        """Remove atoms and their bonds."""
-        self._native.remove_atoms(select(self, selection))
-
-    def move_atom(self, start: int, end: int) -> None:
-        """Take an atom out at one place and put it in at another."""
-        count = len(self.atoms)
-        self._native.move_atom(index_of(start, count), index_of(end, count))
-
-    def reorder(self, order: Sequence[int]) -> None:
-        """Put the old atom ``order[i]`` at place i, for all atoms."""
-        count = len(self.atoms)
-        self._native.reorder_atoms([index_of(int(index), count) for index in order])
-
-    def move_to_end(self, selection: Selection) -> None:
-        """Put the selected atoms last."""
-        self._native.move_atoms_to_end(select(self, selection))
-
-    def move_to_beginning(self, selection: Selection) -> None:
-        """Put the selected atoms first."""
-        self._native.move_atoms_to_beginning(select(self, selection))
-
-    def translate(self, shift: Sequence[float], selection: Selection = None) -> None:
-        """Shift atoms by a vector."""
-        x, y, z = (float(value) for value in shift)
-        self._native.translate(select(self, selection), x, y, z)
-
-    def scale(self, factor: float, selection: Selection = None) -> None:
-        """Multiply coordinates by a factor."""
-        self._native.scale(select(self, selection), factor)
-
-    def rotate(self, angles: Sequence[float], selection: Selection = None) -> None:
-        """Rotate atoms about the origin by angles in radians: about x, then y, then z."""
-        a, b, c = (float(value) for value in angles)
-        self._native.rotate(select(self, selection), a, b, c)
-
-    def use_numeric_coordinates(self) -> None:
-        """Drop the texts of numeric coordinates, so that the numbers are written with six decimals."""
-        self._native.use_numeric_coordinates()
-
-    @property
-    def touching_coordinates(self) -> List[int]:
-        """Atoms whose coordinate texts are too wide for the fixed layout; ``use_numeric_coordinates`` mends that."""
-        return self._native.atoms_with_touching_coordinates()
-
-    # --- Labels
-
-    def freeze(self, selection: Selection = None, code: Optional[int] = -1) -> None:
-        """Set the freeze code of atoms: -1 frozen, 0 free; None takes it away.
-
-        >>> job.freeze("O")
-        >>> job.frozen
-        [0]
-        """
-        indices = select(self, selection)
-        if code is None:
-            self._native.clear_freeze(indices)
-        else:
-            self._native.set_freeze(indices, code)
-
-    @property
-    def freeze_codes(self) -> List[Optional[int]]:
-        """Freeze code of each atom."""
-        return [atom.freeze for atom in self._native.atom_values()]
-
-    @property
-    def frozen(self) -> List[int]:
-        """Atoms whose freeze code is there and not 0."""
-        return [index for index, code in enumerate(self.freeze_codes) if code]
-
-    def set_layer(self, layer: str, selection: Selection = None) -> None:
-        """Put atoms into an ONIOM layer. As soon as one atom is in a layer, the others without one go to ``"L"``.
-
-        >>> job.set_layer("H", "O")
-        >>> job.layers, job.layer_counts
-        (['H', 'L', 'L'], {'H': 1, 'L': 2})
-        """
-        self._native.set_layer(select(self, selection), layer)
-
-    def complete_layers(self) -> None:
-        """Put atoms without a layer into ``"L"`` when others have one."""
-        self._native.ensure_layers()
-
-    @property
-    def layers(self) -> List[Optional[str]]:
-        """ONIOM layer of each atom."""
-        return [atom.layer for atom in self._native.atom_values()]
-
-    @property
-    def layer_counts(self) -> Dict[str, int]:
-        """Number of atoms in each layer; empty for a job without layers."""
-        return self._native.layer_counts()
-
-    @property
-    def is_oniom(self) -> bool:
-        """Whether an atom is in a layer."""
-        return bool(self.layer_counts)
-
-    def set_fragment(self, fragment: Union[int, str, None], selection: Selection = None) -> None:
-        """Put atoms into a fragment; None takes them out of theirs.
-
-        >>> job.set_fragment(2, [1, 2])
-        >>> job.fragments
-        [None, '2', '2']
-        """
-        self._native.set_fragment(select(self, selection), "" if fragment is None else str(fragment))
-
-    @property
-    def fragments(self) -> List[Optional[str]]:
-        """Fragment of each atom."""
-        return [self._native.fragment(index) for index in range(len(self.atoms))]
-
-    def set_mm(self, selection: Selection = None, *, type: Optional[str] = None, charge: Optional[float] = None) -> None:
-        """Set the molecular-mechanics type, the charge, or both; an empty type takes the type away."""
-        if charge is not None and not np.isfinite(charge):
-            raise ParseError("GJF Parse Error: Atom MM charge must be finite")
-        for index in select(self, selection):
-            if type is not None:
-                self._native.set_mm_type(index, type)
-            if charge is not None:
-                self._native.set_mm_charge(index, charge)
-
-    @property
-    def mm_parameters(self) -> Optional[str]:
-        """The molecular-mechanics parameter section; None takes it away."""
-        return self.sections.text("MM_PARAMETERS")
-
-    @mm_parameters.setter
-    def mm_parameters(self, text: Optional[str]) -> None:
-        if text is None:
-            self.sections.remove("MM_PARAMETERS")
-        else:
-            self.sections.put("MM_PARAMETERS", text)
-
-    @property
-    def elements(self) -> Dict[str, int]:
-        """Number of atoms of each element as written, by name.
-
-        >>> job.elements
-        {'H': 2, 'O': 1}
-        """
-        names = self._native.elements()
-        return {name: names.count(name) for name in sorted(set(names))}
-
-    def ranges(self, selection: Selection = None) -> str:
-        """Return atoms as Gaussian writes them: numbers from 1, three or more in a row as a range.
-
-        >>> job.ranges([2, 1, 0])
-        '1-3'
-        """
-        return self._native.format_index_ranges(select(self, selection))
-
     # --- Friends
 
     def to_ase(self) -> "ase.Atoms":
         """Return ASE atoms, in ångström: frozen atoms as FixAtoms, translation vectors as the cell; charge, multiplicity and
         title in ``info``."""
-        from .friends import to_ase
-
-        return to_ase(self)
+        return friends.to_ase(self)
 
     def to_xyz(self) -> str:
         """Return the molecule in XYZ format, in ångström."""
-        from .friends import to_xyz
-
-        return to_xyz(self)
+        return friends.to_xyz(self)
 
     def to_frame(self) -> "pandas.DataFrame":
         """Return the atoms as a pandas frame, one row an atom."""
-        from .friends import to_frame
-
-        return to_frame(self)
+        return friends.to_frame(self)
 
 
 class Jobs(List[Job]):
@@ -619,8 +215,7 @@ class Jobs(List[Job]):
 
     def to_json(self) -> str:
         """Return all jobs as one JSON object, which is what ``quor-gjf report --json`` prints for their file."""
-        head = f'{{"version":{_core.Job.json_version},"file":{json.dumps(self.path or "-", ensure_ascii=False)},"jobs":['
-        return head + ",".join(job.to_json() for job in self) + "]}"
+        return _core.report_json(self.path or "-", [job._native for job in self])
 
 
 def _target(path: Optional[PathLike], own: Optional[str]) -> str:

@@ -1,13 +1,20 @@
-"""Reading jobs from files and texts."""
+"""Reading jobs from files and texts, and from ASE atoms."""
 from __future__ import annotations
 
 import contextlib
 import os
-from typing import Iterable, Iterator, List, Optional, Union
+from typing import TYPE_CHECKING, Any, Iterable, Iterator, List, Optional, Union
+
+import numpy as np
 
 from . import _core
+from .atoms import Atom
 from .errors import ParseError, file_error
+from .friends import TRANSLATION_VECTOR
 from .job import Job, Jobs, PathLike
+
+if TYPE_CHECKING:
+    import ase
 
 
 def read(path: PathLike) -> Job:
@@ -71,11 +78,12 @@ def read_many(paths: Iterable[PathLike], threads: Optional[int] = None, *, all_j
         raise ValueError("threads must be at least 1")
     names = [os.fsdecode(path) for path in paths]
     results: List[Union[Job, Jobs, ParseError, None]] = []
-    for name, (natives, message) in zip(names, _core.read_many(names, all_jobs, threads or 0)):
+    for name, (natives, message, line) in zip(names, _core.read_many(names, all_jobs, threads or 0)):
         if not message:
             results.append(_jobs(natives, name) if all_jobs else Job._of(natives[0], name))
             continue
         error = file_error(ParseError(message), name)
+        error.line = line or None
         if on_error == "raise":
             raise error
         results.append(error if on_error == "return" else None)
@@ -110,6 +118,32 @@ def edit_all(path: PathLike) -> Iterator[Jobs]:
     same_jobs = len(jobs) == len(before) and all(a is b for a, b in zip(jobs, before))
     if not same_jobs or not all(job.is_as_read for job in jobs):
         jobs.save()
+
+
+def from_ase(atoms: "ase.Atoms", route: str = "#", charge: Optional[int] = None, multiplicity: Optional[int] = None,
+             title: Optional[str] = None, **link0: Any) -> Job:
+    """Make a job from ASE atoms. FixAtoms become freeze codes, periodic directions of the cell translation vectors.
+
+    Charge, multiplicity and title are taken from ``info`` when they are not given, else from the initial charges and magnetic moments,
+    else they are 0, 1 and the formula. ``link0``: ``mem="8GB"`` and the like, as for ``Job``.
+    """
+    from ase.constraints import FixAtoms
+
+    info = atoms.info
+    if charge is None:
+        charge = int(info.get("charge", round(float(atoms.get_initial_charges().sum()))))
+    if multiplicity is None:
+        moment = abs(float(atoms.get_initial_magnetic_moments().sum()))
+        multiplicity = int(info.get("multiplicity", round(moment) + 1))
+    if title is None:
+        title = str(info.get("title") or atoms.get_chemical_formula())
+    fixed = {int(i) for constraint in atoms.constraints if isinstance(constraint, FixAtoms) for i in constraint.get_indices()}
+    entries: List[Atom] = [
+        Atom(symbol, position, freeze=-1 if i in fixed else None)
+        for i, (symbol, position) in enumerate(zip(atoms.get_chemical_symbols(), atoms.get_positions()))
+    ]
+    entries += [Atom(TRANSLATION_VECTOR, vector) for vector, periodic in zip(np.array(atoms.cell), atoms.pbc) if periodic]
+    return Job(route, title, charge, multiplicity, entries, **link0)
 
 
 def vocabulary_path() -> str:

@@ -1,13 +1,10 @@
 """The route: its words, what they mean, and their edits."""
 from __future__ import annotations
 
-from typing import TYPE_CHECKING, Iterable, Iterator, List, Mapping, Optional, Tuple, Union
+from typing import Iterable, Iterator, List, Mapping, Optional, Tuple, Union
 
 from . import _core
 from ._core import Keyword, RouteWarning
-
-if TYPE_CHECKING:
-    from .job import Job
 
 Options = Union[None, str, Iterable[str], Mapping[str, object]]
 """Options of a keyword: ``"calcfc"``, ``["ts", "maxcycles=50"]``, ``{"ts": None, "maxcycles": 50}``, or None."""

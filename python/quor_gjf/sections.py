@@ -2,13 +2,10 @@
 from __future__ import annotations
 
 import enum
-from typing import TYPE_CHECKING, Iterable, Iterator, List, Optional, Sequence, Union, overload
+from typing import Iterable, Iterator, List, Optional, Sequence, Union, overload
 
 from . import _core
-from .selection import index_of
-
-if TYPE_CHECKING:
-    from .job import Job
+from .indices import index_of
 
 
 class SectionKind(enum.IntEnum):
@@ -157,8 +154,8 @@ class Sections(Sequence[Section]):
 
     __slots__ = ("_job",)
 
-    def __init__(self, job: "Job") -> None:
-        self._job = job._native
+    def __init__(self, job: _core.Job) -> None:
+        self._job = job
 
     def __len__(self) -> int:
         return self._job.section_count()

@@ -1,52 +1,42 @@
 """Selections of atoms: indices, boolean arrays, texts, predicates."""
 from __future__ import annotations
 
-from typing import TYPE_CHECKING, Any, Callable, Iterable, List, Sequence, Union
+from typing import Any, Callable, Iterable, List, Sequence, Union
 
 import numpy as np
 import numpy.typing as npt
 
-if TYPE_CHECKING:
-    from .atoms import Atom
-    from .job import Job
-
+from . import _core
+from .atoms import Atom, Atoms
+from .indices import index_of
 Selection = Union[None, int, str, slice, Sequence[int], Sequence[bool], Sequence[str], "npt.NDArray[Any]", Iterable[int],
-                  "Callable[[Atom], bool]"]
+                  Callable[[Atom], bool]]
 """What names atoms: None for all, an index or several (from 0, negative ones from the end), a slice, one truth value for each
 atom, a function of an atom, or a text or several, as ``quor-gjf edit --freeze`` takes them: ``"C and not layer:H"``, ``"within 5 of 12"``,
 ``"1-3"`` (in texts atoms count from 1); see docs/editing.md."""
 
 
-def index_of(index: int, count: int, what: str = "atom") -> int:
-    """Return an index from 0 for one that may be negative; IndexError when there is no such place."""
-    place = index + count if index < 0 else index
-    if not 0 <= place < count:
-        raise IndexError(f"there is no {what} {index}: there are {count}")
-    return place
-
-
-def select(job: "Job", selection: Selection) -> List[int]:
+def select(job: _core.Job, selection: Selection) -> List[int]:
     """Return the indices that a selection names, in its order; those of texts in the order of the atoms.
 
     ValueError for a text that cannot be read, or that names an atom that is not there.
 
-    >>> from quor_gjf.selection import select
-    >>> select(job, "H"), select(job, [-1, 0]), select(job, np.array([True, False, True]))
+    >>> job.select("H"), job.select([-1, 0]), job.select(np.array([True, False, True]))
     ([1, 2], [2, 0], [0, 2])
-    >>> select(job, lambda atom: atom.position[2] > 0)
+    >>> job.select(lambda atom: atom.position[2] > 0)
     [0]
-    >>> select(job, "2-3"), select(job, "within 1.0 of O and not O")
+    >>> job.select("2-3"), job.select("within 1.0 of O and not O")
     ([1, 2], [1, 2])
     """
-    count = len(job.atoms)
+    count = job.atom_count()
     if selection is None:
         return list(range(count))
     if isinstance(selection, slice):
         return list(range(count))[selection]
     if isinstance(selection, str):
-        return job._native.select(selection)
+        return job.select(selection)
     if callable(selection):
-        return [index for index, atom in enumerate(job.atoms) if selection(atom)]
+        return [index for index, atom in enumerate(Atoms(job)) if selection(atom)]
     if isinstance(selection, (bool, np.bool_)):
         raise TypeError("one truth value does not select atoms")
     if isinstance(selection, (int, np.integer)):
@@ -54,7 +44,7 @@ def select(job: "Job", selection: Selection) -> List[int]:
     return _by_list(job, selection, count)
 
 
-def _by_list(job: "Job", entries: Any, count: int) -> List[int]:
+def _by_list(job: _core.Job, entries: Any, count: int) -> List[int]:
     array = entries if isinstance(entries, np.ndarray) else np.asarray(list(entries))
     if array.size == 0 and array.dtype != bool:
         return []
@@ -67,5 +57,5 @@ def _by_list(job: "Job", entries: Any, count: int) -> List[int]:
     if array.dtype.kind in "iu":
         return [index_of(int(index), count) for index in array]
     if array.dtype.kind == "U":
-        return sorted(set().union(*map(job._native.select, array.tolist())))
+        return sorted(set().union(*map(job.select, array.tolist())))
     raise TypeError(f"atoms cannot be selected by {array.dtype} values")

@@ -3,9 +3,8 @@
 
 #include "same_job.hpp"
 
-#include <job_json.hpp>
-
 #include <gjf/core/reader/gjf_parser.hpp>
+#include <gjf/core/report/json.hpp>
 #include <gjf/core/route_schema_paths.hpp>
 
 #include <optional>
@@ -107,9 +106,8 @@ void bind_job(JobClass& job) {
     job.def("report", [](const JobHandle& self) { return to_python(GJFParser::format_full_gjf(self.editor.get_data())); });
     job.def("json", [](JobHandle& self) {
         self.editor.ensure_parsed_keywords();
-        return quor_gjf::json_of_job(self.editor.get_data()).dump(-1, ' ', false, quor_gjf::Json::error_handler_t::replace);
+        return job_json(self.editor.get_data());
     });
-    job.def_property_readonly_static("json_version", [](const py::object&) { return quor_gjf::json_version; });
     job.def("first_difference", [](const JobHandle& self, const JobHandle& other) -> std::optional<std::string> {
         const char* part =
             first_difference(self.editor.get_data(), other.editor.get_data(), JobComparison::Coordinates::AsNumber);

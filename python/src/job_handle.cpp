@@ -16,13 +16,21 @@ namespace {
 
 using namespace quor::input::gaussian;
 
+std::size_t line_of_fault(const std::string& text) {
+    const std::vector<JobReading> jobs = read_jobs_with_layout(text);
+    const auto bad = std::find_if(jobs.begin(), jobs.end(), [](const JobReading& job) { return !job.error.empty(); });
+    return bad == jobs.end() ? 0 : bad->error_line;
+}
+
 // A number beyond its range is malformed text like any other.
 template <class Read>
-auto read_guarded(Read read) {
+auto read_guarded(const std::string& text, Read read) {
     try {
-        return read();
+        return read(text);
     } catch (const std::out_of_range& error) {
-        throw GJFParseException(error.what());
+        throw MalformedText(GJFParseException(error.what()).what(), line_of_fault(text));
+    } catch (const GJFParseException& error) {
+        throw MalformedText(error.what(), line_of_fault(text));
     }
 }
 
@@ -100,12 +108,12 @@ SourceText::SourceText(std::string whole) : text(std::move(whole)) {
 }
 
 JobHandle read_first_job(std::string text) {
-    GJFData data = read_guarded([&] { return GJFParser::parse_string(text); });
+    GJFData data = read_guarded(text, GJFParser::parse_string);
     return {GJFEditor(std::move(data)), std::make_shared<SourceText>(std::move(text)), 0};
 }
 
 std::vector<JobHandle> read_all_jobs(std::string text) {
-    GJFMultiData data = read_guarded([&] { return GJFParser::parse_string_multi(text); });
+    GJFMultiData data = read_guarded(text, GJFParser::parse_string_multi);
     const Source source = std::make_shared<SourceText>(std::move(text));
     std::vector<JobHandle> jobs;
     jobs.reserve(data.jobs.size());

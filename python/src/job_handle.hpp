@@ -18,6 +18,16 @@ class WriteError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
+/// Reports a text that cannot be read as jobs, and where; `what()` is as of `GJFParseException`.
+class MalformedText : public std::runtime_error {
+   public:
+    MalformedText(const char* message, std::size_t line) : std::runtime_error(message), line_(line) {}
+    std::size_t line() const noexcept { return line_; }  ///< from 1; 0 when there is none
+
+   private:
+    std::size_t line_;
+};
+
 /// A text that was read. It never changes, so that its jobs and their copies share it, in any threads.
 struct SourceText {
     std::string text;
@@ -38,7 +48,7 @@ struct JobHandle {
 };
 using JobPointers = std::vector<const JobHandle*>;
 
-/// Reads the first job of a text, or all of them.
+/// Reads the first job of a text, or all of them; throws `MalformedText`.
 JobHandle read_first_job(std::string text);
 std::vector<JobHandle> read_all_jobs(std::string text);
 

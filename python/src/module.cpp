@@ -8,6 +8,16 @@ PYBIND11_MODULE(_core, module) {
     module.doc() = "The class interface of libquor_g16_gjf. Use it through the package quor_gjf.";
     py::register_exception<quor::input::gaussian::GJFParseException>(module, "ParseError", PyExc_ValueError);
     py::register_exception<WriteError>(module, "WriteError", PyExc_ValueError);
+    py::register_exception_translator([](std::exception_ptr pointer) {
+        try {
+            std::rethrow_exception(pointer);
+        } catch (const MalformedText& error) {
+            const py::object parse_error = py::module_::import("quor_gjf._core").attr("ParseError");
+            const py::object raised = parse_error(to_python(error.what()));
+            raised.attr("line") = error.line() == 0 ? py::object(py::none()) : py::object(py::int_(error.line()));
+            PyErr_SetObject(parse_error.ptr(), raised.ptr());
+        }
+    });
     bind_values(module);
     JobClass job(module, "Job", "One job: its editor, and the text it was read from.");
     bind_job(job);

@@ -2,6 +2,7 @@
 #include "bindings.hpp"
 
 #include <gjf/core/reader/gjf_parser.hpp>
+#include <gjf/core/report/json.hpp>
 #include <gjf/core/route_schema_paths.hpp>
 
 #include <algorithm>
@@ -19,6 +20,7 @@ namespace {
 struct Outcome {
     std::vector<JobHandle> jobs;
     std::string error;
+    std::size_t line = 0;  ///< of the error
 };
 
 Outcome read_one(const std::string& path, bool all_jobs) noexcept {
@@ -30,6 +32,9 @@ Outcome read_one(const std::string& path, bool all_jobs) noexcept {
         } else {
             outcome.jobs.push_back(read_first_job(std::move(text)));
         }
+    } catch (const MalformedText& error) {
+        outcome.error = error.what();
+        outcome.line = error.line();
     } catch (const std::exception& error) {
         outcome.error = error.what();
     }
@@ -70,7 +75,7 @@ py::list read_many(std::vector<Text> paths, bool all_jobs, unsigned threads) {
     }
     py::list results;
     for (Outcome& outcome : outcomes) {
-        results.append(py::make_tuple(std::move(outcome.jobs), to_python(outcome.error)));
+        results.append(py::make_tuple(std::move(outcome.jobs), to_python(outcome.error), outcome.line));
     }
     return results;
 }
@@ -131,6 +136,16 @@ void bind_reading(py::module_& module) {
     module.def("read_many", &read_many);
     module.def("file_text", &file_text_of);
     module.def("save_jobs", &save_handles);
+    module.def("report_json", [](const Text& path, const std::vector<JobHandle*>& jobs) {
+        std::vector<GJFData> data;
+        for (JobHandle* job : jobs) {
+            job->editor.ensure_parsed_keywords();
+            data.push_back(job->editor.get_data());
+        }
+        std::string line = report_json(path.value, data);
+        line.pop_back();
+        return to_python(line);
+    });
     module.def("vocabulary_path", [] { return to_python(quor::input::gaussian::resolve_route_schema_path({})); });
 }
 

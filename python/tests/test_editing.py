@@ -18,12 +18,20 @@ def test_link0_values_come_and_go(job, name, value):
     assert getattr(job, name) is None and f"%{name}" not in str(job)
 
 
-@pytest.mark.parametrize("name, value", [("chk", 5), ("nproc", "many"), ("nproc", 1.5), ("nproc", 2**40), ("title", None), ("charge", "1"),
+@pytest.mark.parametrize("name, value", [("chk", 5), ("nproc", "many"), ("nproc", "-1"), ("nproc", ""), ("nproc", "\u0663"), ("nproc", 1.5), ("nproc", 2**40), ("title", None), ("charge", "1"),
                                          ("pairs", [(1,)]), ("pairs", [("a", "b")]), ("other_link0_lines", [1])])
 def test_values_of_the_wrong_type_change_nothing(job, name, value):
     with pytest.raises((TypeError, ValueError)):
         setattr(job, name, value)
     assert str(job) == WATER
+
+
+def test_values_as_a_file_has_them(job):
+    job.nproc = "8"
+    assert job.nproc == 8 and "%nproc" in str(job)
+    for text, line in (("hf/sto-3g opt", "# hf/sto-3g opt"), (" #p hf/sto-3g", "#p hf/sto-3g"), ("#hf/sto-3g", "#hf/sto-3g")):
+        job.route = text
+        assert str(job.route).rstrip() == line and job.route.method == "hf"
 
 
 def test_unknown_attributes_are_not_swallowed(job):

@@ -210,3 +210,28 @@ def test_no_leak_over_ten_thousand_reads(tmp_path):
     turn(10000)
     # One job kept a read would be more than 100 MB.
     assert resident() - before < 3_000_000
+
+
+WRONG_LINES = [
+    ("# hf\n\nt\n\n0 one\nH 0 0 0\n\n", 5), ("\n\n", None), ("# hf\n\nt\n\n0 99999999999\nH 0 0 0\n\n", 5),
+    ("# hf\n\nt\n\n0 1\nH 0 0 0\n\n--Link1--\n# hf\n\nt\n\n0 one\nH 0 0 0\n\n", 13),
+]
+
+
+@pytest.mark.parametrize("text, line", WRONG_LINES)
+def test_errors_tell_file_and_line(text, line, folder):
+    with pytest.raises(gjf.ParseError) as caught:
+        gjf.loads_all(text)
+    assert (caught.value.filename, caught.value.line) == (None, line) and "GJF Parse Error: " in str(caught.value)
+    (folder / "bad.gjf").write_text(text)
+    with pytest.raises(gjf.ParseError) as caught:
+        gjf.read_all("bad.gjf")
+    assert (caught.value.filename, caught.value.line) == ("bad.gjf", line)
+    [error] = gjf.read_many(["bad.gjf"], all_jobs=True, on_error="return")
+    assert (error.filename, error.line) == ("bad.gjf", line)
+
+
+def test_errors_of_edits_have_no_place(job):
+    with pytest.raises(gjf.ParseError) as caught:
+        job.reorder([0, 0, 1])
+    assert (caught.value.filename, caught.value.line) == (None, None)

@@ -17,8 +17,10 @@
 #include <gjf/core/reader/job_layout.hpp>
 #include <gjf/core/reader/job_places.hpp>
 #include <gjf/core/reader/job_text.hpp>
+#include <gjf/core/report/json.hpp>
 #include <gjf/core/route/joined_route.hpp>
 #include <gjf/core/route/keyword_parser.hpp>
+#include <gjf/core/route/route_completion.hpp>
 #include <gjf/core/route/route_scanner.hpp>
 #include <gjf/core/route/route_tree.hpp>
 #include <gjf/core/route_schema_paths.hpp>

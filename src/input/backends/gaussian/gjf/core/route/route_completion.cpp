@@ -1,21 +1,16 @@
 // Finds the place at the end of a route and asks the vocabulary what may stand there.
-#include "completion.hpp"
-
-#include "plain_text.hpp"
-
-#include <gjf/gjf.hpp>
+#include <gjf/core/route/route_completion.hpp>
+#include <gjf/core/schema/route_schema_cache.hpp>
+#include <gjf/core/text/text.hpp>
 
 #include <map>
 #include <utility>
 
-namespace quor_gjf {
+namespace quor::input::gaussian {
 namespace {
 
-using quor::input::gaussian::default_route_schema;
-using quor::input::gaussian::SimpleYAMLParser;
-
 std::string_view without_leading_blanks(std::string_view text) noexcept {
-    while (!text.empty() && is_blank(text.front())) {
+    while (!text.empty() && is_trim_character(text.front())) {
         text.remove_prefix(1);
     }
     return text;
@@ -35,7 +30,7 @@ LastWord last_word(std::string_view route) {
             word.open.push_back(i);
         } else if (c == ')' && !word.open.empty()) {
             word.open.pop_back();
-        } else if (word.open.empty() && (is_blank(c) || c == ',')) {
+        } else if (word.open.empty() && (is_trim_character(c) || c == ',')) {
             word.begin = i + 1;
         }
     }
@@ -55,7 +50,7 @@ RouteContext model_chemistry(std::string_view text, RouteEnd first) {
 RouteContext option_context(std::string_view keyword, std::string_view list) {
     const std::size_t comma = list.rfind(',');
     const std::string_view item = without_leading_blanks(comma == std::string_view::npos ? list : list.substr(comma + 1));
-    while (!keyword.empty() && (keyword.back() == '=' || is_blank(keyword.back()))) {
+    while (!keyword.empty() && (keyword.back() == '=' || is_trim_character(keyword.back()))) {
         keyword.remove_suffix(1);
     }
     const bool value = item.find('=') != std::string_view::npos;
@@ -137,4 +132,4 @@ std::vector<Completion> completions_of(const RouteContext& context) {
     return completions;
 }
 
-}  // namespace quor_gjf
+}  // namespace quor::input::gaussian

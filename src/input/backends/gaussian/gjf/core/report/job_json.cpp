@@ -1,15 +1,13 @@
-// Turns jobs and routes into JSON.
-#include "job_json.hpp"
+// Jobs and routes as JSON.
+#include <gjf/core/report/json_values.hpp>
 
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
 
-namespace quor_gjf {
+namespace quor::input::gaussian {
 namespace {
-
-using namespace quor::input::gaussian;
 
 template <typename Value>
 void set_if_there(Json& object, const char* key, const std::optional<Value>& value) {
@@ -58,12 +56,8 @@ Json json_of_row(const ZMatrixEntry& row) {
 
 template <typename Item, typename ToJson>
 void set_list(Json& object, const char* key, const std::vector<Item>& items, ToJson to_json) {
-    if (items.empty()) {
-        return;
-    }
-    Json& list = object[key] = Json::array();
-    for (const Item& item : items) {
-        list.push_back(to_json(item));
+    if (!items.empty()) {
+        object[key] = list_of(items, to_json);
     }
 }
 
@@ -71,10 +65,9 @@ Json json_of_variable(const ZMatrixVariable& variable) { return {{"name", variab
 
 Json json_of_molecule(const GeomSection& geom) {
     Json object;
-    object["charges"] = Json::array();
-    for (const ChargeSpinPair& pair : geom.charge_spin_pairs()) {
-        object["charges"].push_back({{"charge", pair.charge}, {"multiplicity", pair.multiplicity}});
-    }
+    object["charges"] = list_of(geom.charge_spin_pairs(), [](const ChargeSpinPair& pair) -> Json {
+        return {{"charge", pair.charge}, {"multiplicity", pair.multiplicity}};
+    });
     object["format"] = geom.format == GeometryFormat::ZMatrix ? "zmatrix" : "cartesian";
     set_list(object, "atoms", geom.atoms, json_of_atom);
     set_list(object, "rows", geom.zmatrix_entries, json_of_row);
@@ -87,10 +80,9 @@ Json json_of_molecule(const GeomSection& geom) {
 Json json_of_section(const ExtraInputSection& section) {
     Json object = json_of_kind(section.kind);
     if (const ConnectivitySection* connectivity = section.connectivity()) {
-        object["bonds"] = Json::array();
-        for (const Bond& bond : connectivity->bonds) {
-            object["bonds"].push_back({bond.atom1 + 1, bond.atom2 + 1, bond.order});
-        }
+        object["bonds"] = list_of(connectivity->bonds, [](const Bond& bond) -> Json {
+            return {bond.atom1 + 1, bond.atom2 + 1, bond.order};
+        });
     } else {
         object["text"] = section.text();
     }
@@ -133,27 +125,6 @@ Json json_of_warning(const ParseWarning& warning) {
     return object;
 }
 
-}  // namespace
-
-void set_text(Json& object, const char* key, const std::string& text) {
-    if (!text.empty()) {
-        object[key] = text;
-    }
-}
-
-Json json_of_kind(ExtraInputSectionKind kind) {
-    Json object = {{"kind", static_cast<std::int32_t>(kind)}, {"name", extra_input_kind_name(kind)}};
-    set_text(object, "request", extra_input_request(kind));
-    return object;
-}
-
-Json json_of_finding(const Finding& finding) {
-    return {{"code", finding.code},       {"severity", severity_name(finding.severity)},
-            {"message", finding.message}, {"job", finding.job},
-            {"line", finding.line},       {"column", finding.column},
-            {"length", finding.length},   {"hint", finding.hint}};
-}
-
 Json json_of_route(const ParsedKeywords& route) {
     Json object = Json::object();
     set_text(object, "print_level", route.print_level);
@@ -165,14 +136,8 @@ Json json_of_route(const ParsedKeywords& route) {
     set_text(object, "secondary_method_options", route.secondary_method_options);
     set_text(object, "secondary_basis_set", route.secondary_basis_set);
     set_text(object, "oniom", route.oniom_expression);
-    object["keywords"] = Json::array();
-    for (const KeywordInfo& keyword : route.keywords) {
-        object["keywords"].push_back(json_of_keyword(keyword));
-    }
-    object["warnings"] = Json::array();
-    for (const ParseWarning& warning : route.warnings) {
-        object["warnings"].push_back(json_of_warning(warning));
-    }
+    object["keywords"] = list_of(route.keywords, json_of_keyword);
+    object["warnings"] = list_of(route.warnings, json_of_warning);
     return object;
 }
 
@@ -186,11 +151,28 @@ Json json_of_job(const GJFData& job) {
     set_if_there(object, "overlays", job.extra_overlays);
     object["title"] = job.title;
     object["molecule"] = json_of_molecule(job.geom);
-    object["sections"] = Json::array();
-    for (const ExtraInputSection& section : job.extra_inputs) {
-        object["sections"].push_back(json_of_section(section));
-    }
+    object["sections"] = list_of(job.extra_inputs, json_of_section);
     return object;
 }
 
-}  // namespace quor_gjf
+}  // namespace
+
+std::string job_json(const GJFData& job) { return json_text(json_of_job(job)); }
+
+std::string report_json(const std::string& path, const std::vector<GJFData>& jobs) {
+    Json object = about_file(path);
+    object["jobs"] = list_of(jobs, json_of_job);
+    return json_line(object);
+}
+
+std::string route_json(const std::string& text, const ParsedKeywords& route,
+                       const std::vector<ExtraInputSectionKind>& sections, const std::vector<Finding>& findings) {
+    Json object = versioned();
+    object["text"] = text;
+    object["route"] = json_of_route(route);
+    object["sections"] = list_of(sections, json_of_kind);
+    object["findings"] = list_of(findings, json_of_finding);
+    return json_line(object);
+}
+
+}  // namespace quor::input::gaussian

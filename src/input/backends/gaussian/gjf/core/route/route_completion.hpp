@@ -1,11 +1,13 @@
 // What may stand at the end of a route that is being written.
 #pragma once
 
+#include <core/export.hpp>
+
 #include <string>
 #include <string_view>
 #include <vector>
 
-namespace quor_gjf {
+namespace quor::input::gaussian {
 
 /// What the end of a route is.
 enum class RouteEnd {
@@ -24,7 +26,7 @@ struct RouteContext {
 };
 
 /// Looks at the end of a route text.
-RouteContext context_at_end(std::string_view route);
+QUOR_GJF_API RouteContext context_at_end(std::string_view route);
 
 /// One word that completes the prefix, and the roles it may have: "keyword", "method", "basis set", "option".
 struct Completion {
@@ -33,6 +35,6 @@ struct Completion {
 };
 
 /// Returns what completes a context, sorted, each word once. Nothing completes an empty word outside an option list.
-std::vector<Completion> completions_of(const RouteContext& context);
+QUOR_GJF_API std::vector<Completion> completions_of(const RouteContext& context);
 
-}  // namespace quor_gjf
+}  // namespace quor::input::gaussian

@@ -1,0 +1,52 @@
+// The JSON of jobs and of all that is told about them: one object, as docs/json.md tells, behind every door.
+//
+// Keys keep their order. Bytes that are not UTF-8 become U+FFFD. Functions with a path give a line: an object that begins
+// with the version and the path, and a line feed.
+#pragma once
+
+#include <core/export.hpp>
+#include <gjf/core/check/checker.hpp>
+#include <gjf/core/reader/job_layout.hpp>
+#include <gjf/core/route/route_completion.hpp>
+#include <gjf/core/schema/simple_yaml_parser.hpp>
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace quor::input::gaussian {
+
+/// The first value of every object; it grows when a key goes or changes its meaning.
+inline constexpr int json_version = 1;
+
+/// Returns one job as an object; what it does not have has no key. Its route must have been interpreted to be told.
+QUOR_GJF_API std::string job_json(const GJFData& job);
+
+/// Returns the line about the jobs of a file.
+QUOR_GJF_API std::string report_json(const std::string& path, const std::vector<GJFData>& jobs);
+
+/// Returns the line about a file that cannot be used.
+QUOR_GJF_API std::string error_json(const std::string& path, const std::string& message);
+
+/// Returns the line about what was found in a file.
+QUOR_GJF_API std::string check_json(const std::string& path, const std::vector<Finding>& findings);
+
+/// Returns a line about one code of the checker.
+QUOR_GJF_API std::string check_code_json(const CheckDescription& description);
+
+/// Returns the line about which lines of a file hold what.
+QUOR_GJF_API std::string outline_json(const std::string& path, const std::vector<JobReading>& readings);
+
+/// Returns the line about an interpreted route: its text, what it says, the sections that it asks for, and what
+/// was found in it.
+QUOR_GJF_API std::string route_json(const std::string& text, const ParsedKeywords& route,
+                                    const std::vector<ExtraInputSectionKind>& sections,
+                                    const std::vector<Finding>& findings);
+
+/// Returns the line about what may complete a route.
+QUOR_GJF_API std::string completion_json(const RouteContext& context, const std::vector<Completion>& completions);
+
+/// Returns the line about what the vocabulary says of a word.
+QUOR_GJF_API std::string word_json(const SimpleYAMLParser& schema, const std::string& word);
+
+}  // namespace quor::input::gaussian

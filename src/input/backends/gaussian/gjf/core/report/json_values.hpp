@@ -1,0 +1,56 @@
+// What the sources of this room share: values of the JSON library, before they are text. Private to the room.
+#pragma once
+
+#include <gjf/core/job/extra_input_kind.hpp>
+#include <gjf/core/report/json.hpp>
+
+#include <nlohmann/json.hpp>
+
+#include <string>
+
+namespace quor::input::gaussian {
+
+using Json = nlohmann::ordered_json;
+
+/// Begins an object with its version.
+inline Json versioned() { return {{"version", json_version}}; }
+
+/// Begins an object about a file.
+inline Json about_file(const std::string& path) { return {{"version", json_version}, {"file", path}}; }
+
+inline std::string json_text(const Json& object) { return object.dump(-1, ' ', false, Json::error_handler_t::replace); }
+
+inline std::string json_line(const Json& object) { return json_text(object) + '\n'; }
+
+/// Sets `object[key]` unless the text is empty.
+inline void set_text(Json& object, const char* key, const std::string& text) {
+    if (!text.empty()) {
+        object[key] = text;
+    }
+}
+
+/// Returns a kind of extra input as an object: number, name and, when a route asks for it, how.
+inline Json json_of_kind(ExtraInputSectionKind kind) {
+    Json object = {{"kind", static_cast<std::int32_t>(kind)}, {"name", extra_input_kind_name(kind)}};
+    set_text(object, "request", extra_input_request(kind));
+    return object;
+}
+
+inline Json json_of_finding(const Finding& finding) {
+    return {{"code", finding.code},       {"severity", severity_name(finding.severity)},
+            {"message", finding.message}, {"job", finding.job},
+            {"line", finding.line},       {"column", finding.column},
+            {"length", finding.length},   {"hint", finding.hint}};
+}
+
+/// Returns a list of what a function makes of each item.
+template <typename Items, typename ToJson>
+Json list_of(const Items& items, ToJson to_json) {
+    Json list = Json::array();
+    for (const auto& item : items) {
+        list.push_back(to_json(item));
+    }
+    return list;
+}
+
+}  // namespace quor::input::gaussian

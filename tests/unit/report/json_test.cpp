@@ -1,0 +1,96 @@
+// The JSON that all doors give: whole objects, keys left out, and bytes that JSON cannot hold.
+#include <gjf/core/reader/gjf_parser.hpp>
+#include <gjf/core/report/json.hpp>
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace quor::input::gaussian;
+
+GJFData job_of(const char* route, const char* rest) {
+    GJFData job = GJFParser::parse_string(std::string(route) + "\n\nt\n\n0 1\n" + rest);
+    job.control.parsed_keywords = ParsedKeywords{};
+    return job;
+}
+
+TEST(ReportJson, TellsAJobWithoutWhatItDoesNotHave) {
+    const struct {
+        const char* rest;
+        const char* molecule;
+    } rows[] = {
+        {"He 0 0 1.5\n\n", R"("format":"cartesian","atoms":[{"element":"He","x":0.0,"y":0.0,"z":1.5}]},"sections":[])"},
+        {"He-HE -1 0 0 r H\n\nr=2\n\n",
+         R"("format":"cartesian","atoms":[{"element":"He","mm_type":"HE","freeze":-1,"x":0.0,"y":0.0,"z":"r","layer":"H"}],)"
+         R"("cartesian_variables":[{"name":"r","value":"2"}]},"sections":[])"},
+        {"H\nH 1 r\n\nr=0.7\n\n",
+         R"("format":"zmatrix","rows":[{"element":"H"},{"element":"H","bond":{"atom":1,"value":"r"}}],)"
+         R"("variables":[{"name":"r","value":"0.7"}]},"sections":[])"},
+        {"H(Iso=2) 0 0 0\n\nleft\n\n",
+         R"("format":"cartesian","atoms":[{"element":"H","parameters":{"Iso":"2"},"x":0.0,"y":0.0,"z":0.0}]},)"
+         R"("sections":[{"kind":0,"name":"Unknown","text":"left"}])"},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(job_json(job_of("# hf", row.rest)),
+                  std::string(R"({"link0":{},"route_words":["#","hf"],"route":{"keywords":[],"warnings":[]},"title":"t",)"
+                              R"("molecule":{"charges":[{"charge":0,"multiplicity":1}],)") +
+                      row.molecule + "}")
+            << row.rest;
+    }
+}
+
+TEST(ReportJson, TellsBondsByNumbersFromOne) {
+    const std::string text = job_json(job_of("# hf geom=connectivity", "H 0 0 0\nH 0 0 1\n\n1 2 1.5\n2\n\n"));
+    EXPECT_NE(text.find(R"("request":"geom=connectivity","bonds":[[1,2,1.5]]})"), std::string::npos) << text;
+}
+
+TEST(ReportJson, WritesOneLineAFile) {
+    EXPECT_EQ(report_json("a.gjf", {}), "{\"version\":1,\"file\":\"a.gjf\",\"jobs\":[]}\n");
+    EXPECT_EQ(error_json("a\"\n", "no\xFF"), "{\"version\":1,\"file\":\"a\\\"\\n\",\"error\":\"no\xEF\xBF\xBD\"}\n");
+    EXPECT_EQ(check_code_json({"GJF-X", "a title"}), "{\"version\":1,\"code\":\"GJF-X\",\"title\":\"a title\"}\n");
+}
+
+TEST(ReportJson, CountsFindingsBySeverity) {
+    EXPECT_EQ(check_json("-", {}),
+              "{\"version\":1,\"file\":\"-\",\"errors\":0,\"warnings\":0,\"notes\":0,\"findings\":[]}\n");
+    Finding finding;
+    finding.code = "GJF-X";
+    finding.severity = Severity::Note;
+    finding.message = "m";
+    finding.job = 2;
+    finding.line = 3;
+    EXPECT_EQ(check_json("-", {finding}),
+              R"({"version":1,"file":"-","errors":0,"warnings":0,"notes":1,"findings":[{"code":"GJF-X","severity":"note",)"
+              R"("message":"m","job":2,"line":3,"column":0,"length":0,"hint":""}]})"
+              "\n");
+}
+
+TEST(ReportJson, TellsWhereReadingEnds) {
+    const std::string text = outline_json("-", read_jobs_with_layout("# hf\n\nt\n\n0 one\nH 0 0 0\n\n"));
+    EXPECT_NE(text.find(R"("route":[{"line":1,"column":1,"length":1,"text":"#"},)"), std::string::npos) << text;
+    EXPECT_NE(text.find(R"("error":{"line":5,"message":)"), std::string::npos) << text;
+    EXPECT_EQ(outline_json("-", {}), "{\"version\":1,\"file\":\"-\",\"jobs\":[]}\n");
+}
+
+TEST(ReportJson, TellsWhatCompletesARoute) {
+    const struct {
+        RouteContext context;
+        const char* head;
+    } rows[] = {
+        {{RouteEnd::Word, {}, "fre"}, R"("context":"word","prefix":"fre")"},
+        {{RouteEnd::Method, {}, "b3"}, R"("context":"method","prefix":"b3")"},
+        {{RouteEnd::Basis, {}, "6"}, R"("context":"basis set","prefix":"6")"},
+        {{RouteEnd::Option, "opt", ""}, R"("context":"option","keyword":"opt","prefix":"")"},
+        {{RouteEnd::Other, {}, {}}, R"("context":"other","prefix":"")"},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(completion_json(row.context, {{"a", {"keyword", "method"}}}),
+                  "{\"version\":1," + std::string(row.head) +
+                      ",\"completions\":[{\"text\":\"a\",\"roles\":[\"keyword\",\"method\"]}]}\n");
+    }
+}
+
+}  // namespace
