@@ -219,6 +219,7 @@ const std::vector<Pair>& pairs() {
         {"GJF-R011", job("# upbe0 6-31g(d)"), job("# pbe0dh 6-31g(d)")},
         {"GJF-R012", job("# hf/sto-3g scrf=(solvent=watr)"), job("# hf/sto-3g scrf=(solvent=water)")},
         {"GJF-R012", job("# hf/sto-3g scrf=(smd,solvent=toluen3)"), job("# hf/sto-3g scrf=(smd,solvent=THF)")},
+        {"GJF-R013", job("# hf/6-31g(d)", "0 1\nHg 0.0 0.0 0.0\n"), job("# hf/lanl2dz", "0 1\nHg 0.0 0.0 0.0\n")},
         {"GJF-S001", job("# hf/gen"), with_basis(gen)},
         {"GJF-S001", job("# hf/sto-3g geom=connectivity"), bonds("1 2 1.0 3 1.0\n2\n3\n")},
         {"GJF-S001", job("# hf/sto-3g opt=modredundant"), changes("B 1 2 F\n")},

@@ -177,6 +177,29 @@ TEST(Checker, RaisesNothingForWhatRuns) {
     }
 }
 
+TEST(Checker, KnowsWhichElementsABasisSetLacks) {
+    const std::string iodine = "\n\nt\n\n0 1\nH 0.0 0.0 0.0\nI 0.0 0.0 1.61\n\n";
+    const std::pair<const char*, const char*> cases[] = {
+        {"# hf/6-311g(d,p)", "R013 7:0+0 error\n"},
+        {"# hf 6-31+g*", "R013 7:0+0 error\n"},
+        {"# b3lyp/cc-pvtz", "R013 7:0+0 error\n"},
+        {"# hf/shc", "R013 7:0+0 warning\n"},
+        {"# hf/3-21g", ""},
+        {"# hf/def2tzvp", ""},
+        {"# hf/sdd", ""},
+        {"# hf/sto-6g", ""},
+        {"# pm6", ""},
+        {"# hf/6-311g(d,p) iop(3/5=2)", ""},
+        {"%oldchk=a\n# hf/chkbasis", ""},
+    };
+    for (const auto& [head, places] : cases) {
+        EXPECT_EQ(places_of(head + iodine), places) << head;
+    }
+    EXPECT_EQ(find(check_text("# hf/6-311g" + iodine), "GJF-R013")->hint,
+              "sets that have it: def2svp, def2tzvp, lanl2dz, cep-121g");
+    EXPECT_EQ(places_of("# hf/6-31g\n\nt\n\n0 1\nHg 0 0 0\nHg 0 0 9\nBq 0 0 5\n\n"), "R013 6:0+0 error\n");
+}
+
 TEST(Checker, CallsWhatStopsAnError) {
     const std::pair<const char*, const char*> cases[] = {
         {"# hf/sto-3g opt=ts opt=calcfc", "GJF-R002"}, {"# hf/sto-3g opt opt", "GJF-R002"},

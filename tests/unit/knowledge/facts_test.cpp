@@ -128,6 +128,37 @@ TEST(Facts, KnowOtherNames) {
     EXPECT_EQ(other_name("option", ""), std::nullopt);
 }
 
+TEST(Facts, KnowTheElementsOfBasisSets) {
+    const FactTable table("basis_elements", {"basis", "severity", "certainty", "source"});
+    ASSERT_GT(table.size(), 70U);
+    for (std::size_t i = 0; i < table.size(); ++i) {
+        const std::string_view* row = table.row(i);
+        EXPECT_TRUE(vocabulary().knows_basis_exact(std::string(row[0]))) << row[0];
+        EXPECT_EQ(row[2], "certain") << row[0];
+        EXPECT_TRUE(row[1] == "warning" || (row[1] == "error" && row[3].starts_with("outputs"))) << row[0];
+        ASSERT_NE(basis_elements(row[0]), nullptr) << row[0];
+        EXPECT_TRUE(basis_elements(row[0])->covers(1)) << row[0];
+        EXPECT_FALSE(basis_elements(row[0])->covers(0)) << row[0];
+        EXPECT_FALSE(basis_elements(row[0])->covers(119)) << row[0];
+    }
+    struct Case {
+        const char* basis;
+        int last;
+        int beyond;
+    };
+    for (const auto& [basis, last, beyond] :
+         {Case{"sto-3g", 54, 55}, Case{"6-31g(2df,p)", 36, 37}, Case{"6-311++g**", 36, 37}, Case{"cc-pvtz", 36, 19},
+          Case{"4-31g", 17, 11}, Case{"def2svp", 57, 58}, Case{"lanl2dz", 94, 84}, Case{"cep-31g*", 86, 87},
+          Case{"epr-iii", 9, 2}}) {
+        ASSERT_NE(basis_elements(basis), nullptr) << basis;
+        EXPECT_TRUE(basis_elements(basis)->covers(last)) << basis;
+        EXPECT_FALSE(basis_elements(basis)->covers(beyond)) << basis;
+    }
+    for (const char* unknown : {"", "sdd", "gen", "ugbs", "sto-6g", "6-31", "(d)"}) {
+        EXPECT_EQ(basis_elements(unknown), nullptr) << unknown;
+    }
+}
+
 TEST(FactTable, TellsWhatItCannotRead) {
     EXPECT_NE(FactTable("no_such_table", {"word"}).problem().find("no_such_table.tsv cannot be read"), std::string::npos);
     const FactTable lacking("words", {"word", "weight"});

@@ -43,6 +43,7 @@ const std::vector<CheckDescription>& check_descriptions() {
         {"GJF-R010", "Job types that do not go together"},
         {"GJF-R011", "Functional under its name in papers"},
         {"GJF-R012", "Unknown solvent"},
+        {"GJF-R013", "Element that the basis set lacks"},
         {"GJF-S001", "Missing section"},
         {"GJF-S002", "Lines left over"},
         {"GJF-S003", "Bond of an atom with itself"},

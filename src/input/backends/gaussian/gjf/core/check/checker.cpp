@@ -162,6 +162,7 @@ void check_job(const CheckedJob& job, const JobReading& reading, Findings& findi
     check_layers(job, atoms, layers, findings);
     check_connectivity(job, atoms, findings);
     check_basis_sections(job, atoms, findings);
+    check_basis_elements(job, atoms, findings);
     check_sections(job, findings);
     check_section_contents(job, atoms, findings);
 }

@@ -79,6 +79,7 @@ void check_electrons(const CheckedJob& job, const std::vector<MoleculeAtom>& ato
 void check_zmatrix(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings);
 void check_connectivity(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings);
 void check_basis_sections(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings);
+void check_basis_elements(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings);
 void check_section_contents(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings);
 void check_layers(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, const OniomLayers& layers,
                   Findings& findings);
