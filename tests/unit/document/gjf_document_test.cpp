@@ -381,7 +381,9 @@ TEST(Documents, LeaveJobsThatCannotBeReadAsTheyAre) {
     EXPECT_FALSE(document.readable(1));
     EXPECT_EQ(document.fault(0).message, "");
     const std::string reason = GJFParseException(document.fault(1).message).what();
-    EXPECT_EQ(document.fault(1).line, static_cast<std::size_t>(std::count(water.begin(), water.end(), '\n')) + 7);
+    EXPECT_EQ(document.layout(1).faults.at(0).line,
+              static_cast<std::size_t>(std::count(water.begin(), water.end(), '\n')) + 7);
+    EXPECT_EQ(document.fault(1).place.in(document.original_text()), "He 0.0 zero");
     EXPECT_EQ(document.to_text(), document.original_text());
     const GJFEditor helium(GJFParser::parse_string("# hf/sto-3g\n\nt\n\n0 1\nHe 0 0 0\n\n"));
     const std::pair<const char*, std::function<void()>> refused[] = {
@@ -421,7 +423,7 @@ TEST(Documents, SaveAroundJobsThatCannotBeRead) {
         job.set_title(title);
         EXPECT_TRUE(document.save());
         EXPECT_EQ(quor::test::bytes_of(path), broken + water_with("Water  title", title));
-        EXPECT_EQ(document.fault(0).line, 6U);
+        EXPECT_EQ(document.layout(0).faults.at(0).line, 6U);
     }
 }
 

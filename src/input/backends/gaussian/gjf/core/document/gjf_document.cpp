@@ -78,10 +78,10 @@ struct GJFDocument::Impl {
     std::string path;
     std::string text;
     std::vector<JobLayout> layouts;
-    std::vector<JobFault> faults;  // for each layout
+    std::vector<ReadingFault> faults;  // the first of each layout
     std::vector<Entry> entries;
     JobLayout no_layout;
-    JobFault no_fault;
+    ReadingFault no_fault;
 
     // Takes the jobs of the text.
     void take(std::vector<JobReading> readings) {
@@ -89,8 +89,8 @@ struct GJFDocument::Impl {
             Entry entry;
             entry.place = layouts.size();
             layouts.push_back(std::move(reading.layout));
-            faults.push_back({std::move(reading.error), reading.error_line});
-            if (faults.back().message.empty()) {
+            faults.push_back(reading.faults.empty() ? no_fault : std::move(reading.faults.front()));
+            if (reading.error.empty()) {
                 entry.editor = std::make_unique<GJFEditor>(std::move(reading.job));
                 entry.identity = entry.editor->begin_record();
             }
@@ -313,7 +313,7 @@ const GJFEditor& GJFDocument::job(std::size_t index) const { return impl_->edito
 
 bool GJFDocument::readable(std::size_t index) const { return impl_->entry(index).editor != nullptr; }
 
-const JobFault& GJFDocument::fault(std::size_t index) const {
+const ReadingFault& GJFDocument::fault(std::size_t index) const {
     const Impl::Entry& entry = impl_->entry(index);
     return entry.place ? impl_->faults[*entry.place] : impl_->no_fault;
 }

@@ -21,12 +21,6 @@ struct GJFWriteOptions {
     bool force = false;
 };
 
-/// Why a job could not be read: the message, without any prefix, and the line of the text at which it shows.
-struct JobFault {
-    std::string message;
-    std::size_t line = 0;
-};
-
 /// Holds the text of a job file, an editor for each of its jobs, and writes the text with the changed parts alone written
 /// anew.
 ///
@@ -53,9 +47,10 @@ class QUOR_GJF_API GJFDocument {
 
     /// Returns the number of jobs, those that cannot be read counted: these stay the texts that they are.
     std::size_t job_count() const noexcept;
-    /// Tells whether a job can be read, and why not: the message is empty where it can.
+    /// Tells whether a job can be read, and what is the first that cannot: an empty message where all can. The line is in
+    /// `JobLayout::faults`.
     bool readable(std::size_t index) const;
-    const JobFault& fault(std::size_t index) const;
+    const ReadingFault& fault(std::size_t index) const;
     /// Returns a job's editor, valid as long as the document; throws "Invalid job index: N (total jobs: M)", and
     /// "Job N: GJF Parse Error: " and its fault for one that cannot be read. An editor that is assigned to it must have
     /// taken the same job: its atom origins are taken for those of this document. One that did not take it here, and one
