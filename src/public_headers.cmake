@@ -35,6 +35,7 @@ set(quor_public_headers
     gjf/core/reader/job_text.hpp
     gjf/core/check/checker.hpp
     gjf/core/check/finding.hpp
+    gjf/core/document/fixed_layout.hpp
     gjf/core/document/gjf_document.hpp
     gjf/core/editor/edit_record.hpp
     gjf/core/selection/selection.hpp

@@ -1,13 +1,13 @@
 // Makes the text of jobs and of files of jobs.
 #include "job_handle.hpp"
-#include "same_job.hpp"
 
+#include <gjf/core/document/fixed_layout.hpp>
 #include <gjf/core/document/gjf_document.hpp>
 #include <gjf/core/reader/gjf_parser.hpp>
 #include <gjf/core/reader/job_text.hpp>
 
-#include <algorithm>
 #include <cstddef>
+#include <optional>
 #include <utility>
 
 namespace quor_python {
@@ -15,69 +15,11 @@ namespace {
 
 using namespace quor::input::gaussian;
 
-[[noreturn]] void refuse(const char* part) {
-    throw WriteError(std::string("Cannot write the job without loss: the fixed layout cannot carry its ") + part);
-}
-
-// Counts the fields of a molecule line; the parameters of a label are part of it.
-std::size_t field_count(std::string_view line) {
-    std::size_t count = 0;
-    int depth = 0;
-    bool in_field = false;
-    for (const char c : line.substr(0, line.find('!'))) {
-        depth += c == '(' ? 1 : c == ')' ? -1 : 0;
-        const bool separates = depth <= 0 && (c == ' ' || c == '\t' || c == ',' || c == '\r');
-        count += !separates && !in_field ? 1 : 0;
-        in_field = !separates;
-    }
-    return count;
-}
-
-// Link atoms stand behind the layer, where the job model does not look.
-bool has_link_atom(const std::string& line) {
-    GeomSection geom;
-    try {
-        geom = GJFParser::parse_geometry_section({"0 1", line});
-    } catch (const std::exception&) {
-        return false;  // no atom line
-    }
-    if (geom.atoms.size() != 1 || !geom.atoms.front().layer) {
-        return false;
-    }
-    const std::size_t held = geom.atoms.front().freeze ? 6 : 5;
-    return field_count(line) > held;
-}
-
-bool has_link_atoms(const GeomSection& geom) {
-    const bool layered = std::any_of(geom.atoms.begin(), geom.atoms.end(), [](const AtomCoord& atom) { return atom.layer; });
-    return layered && std::any_of(geom.molecule_lines.begin(), geom.molecule_lines.end(), has_link_atom);
-}
-
 std::string fixed_layout(const GJFEditor& editor) {
-    const GeomSection& geom = editor.get_data().geom;
-    if (geom.format == GeometryFormat::ZMatrix) {
-        refuse("Z-matrix");
+    if (const std::optional<LayoutLoss> loss = find_layout_loss(editor)) {
+        throw WriteError("Cannot write the job without loss: " + loss->reason);
     }
-    if (has_link_atoms(geom)) {
-        refuse("link atoms");
-    }
-    if (const std::size_t count = editor.atoms_with_touching_coordinates().size(); count > 0) {
-        throw WriteError("Cannot write the job without loss: the coordinates of " + std::to_string(count) +
-                         " atoms are too wide for their columns; use_numeric_coordinates() writes them with six decimals");
-    }
-    std::string text = editor.to_gjf_string();
-    try {
-        const GJFData again = GJFParser::parse_string(text);
-        if (const char* part = first_difference(editor.get_data(), again, JobComparison::Coordinates::AsWritten)) {
-            refuse(part);
-        }
-    } catch (const WriteError&) {
-        throw;
-    } catch (const std::exception& error) {
-        throw WriteError(std::string("Cannot write the job without loss: its text would not read back (") + error.what() +
-                         ")");
-    }
-    return text;
+    return editor.to_gjf_string();
 }
 
 // Makes the text of a document; what the library refuses is a write error with its message.

@@ -1,4 +1,4 @@
-// Compares two jobs for equality in Python and for the check after writing.
+// Compares two jobs for equality in Python.
 #include "same_job.hpp"
 
 #include <optional>
@@ -12,10 +12,6 @@ const char* first_difference(const GJFData& a, const GJFData& b, JobComparison::
     comparison.coordinates = coordinates;
     comparison.unknown_sections = JobComparison::UnknownSections::OfBoth;
     comparison.empty_values = false;
-    if (coordinates == JobComparison::Coordinates::AsWritten) {
-        // Half of the last decimal written, and a little for the rounding of binary numbers.
-        comparison.mm_charge_tolerance = 0.5000001e-10;
-    }
     const std::optional<JobDifference> difference = find_difference(a, b, comparison);
     return difference ? job_part_name(difference->part) : nullptr;
 }

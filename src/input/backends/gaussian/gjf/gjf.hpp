@@ -4,6 +4,7 @@
 #include <gjf/core/check/checker.hpp>
 #include <gjf/core/chemistry/elements.hpp>
 #include <gjf/core/chemistry/layers.hpp>
+#include <gjf/core/document/fixed_layout.hpp>
 #include <gjf/core/document/gjf_document.hpp>
 #include <gjf/core/editor/gjf_editor.hpp>
 #include <gjf/core/editor/gjf_multi_editor.hpp>
