@@ -49,9 +49,10 @@ std::string unreadable_jobs(const GJFDocument& document, const std::string& path
     std::string text;
     for (std::size_t i = 0; i < document.job_count(); ++i) {
         if (!document.readable(i)) {
-            text += printable(path) + ':' + std::to_string(document.layout(i).faults.front().line) + ": job " +
-                    std::to_string(i + 1) + " cannot be read and stays as it is: " + printable(document.fault(i).message) +
-                    '\n';
+            const ReadingFault& fault = document.fault(i);
+            const std::size_t line = line_and_column(document.original_text(), fault.place.begin).line;
+            text += printable(path) + ':' + std::to_string(line) + ": job " + std::to_string(i + 1) +
+                    " cannot be read and stays as it is: " + printable(fault.message) + '\n';
         }
     }
     return text;

@@ -78,7 +78,7 @@ struct GJFDocument::Impl {
     std::string path;
     std::string text;
     std::vector<JobLayout> layouts;
-    std::vector<ReadingFault> faults;  // the first of each layout
+    std::vector<ReadingFault> faults;  // for each layout the first that is not harmless
     std::vector<Entry> entries;
     JobLayout no_layout;
     ReadingFault no_fault;
@@ -89,8 +89,10 @@ struct GJFDocument::Impl {
             Entry entry;
             entry.place = layouts.size();
             layouts.push_back(std::move(reading.layout));
-            faults.push_back(reading.faults.empty() ? no_fault : std::move(reading.faults.front()));
-            if (reading.error.empty()) {
+            const auto fault = std::find_if_not(reading.faults.begin(), reading.faults.end(),
+                                                [](const ReadingFault& each) { return each.harmless; });
+            faults.push_back(fault == reading.faults.end() ? no_fault : std::move(*fault));
+            if (fault == reading.faults.end()) {
                 entry.editor = std::make_unique<GJFEditor>(std::move(reading.job));
                 entry.identity = entry.editor->begin_record();
             }

@@ -47,8 +47,8 @@ class QUOR_GJF_API GJFDocument {
 
     /// Returns the number of jobs, those that cannot be read counted: these stay the texts that they are.
     std::size_t job_count() const noexcept;
-    /// Tells whether a job can be read, and what is the first that cannot: an empty message where all can. The line is in
-    /// `JobLayout::faults`.
+    /// Tells whether a job can be read, and what is the first that cannot, by its place in the original text: an empty
+    /// message where all can.
     bool readable(std::size_t index) const;
     const ReadingFault& fault(std::size_t index) const;
     /// Returns a job's editor, valid as long as the document; throws "Invalid job index: N (total jobs: M)", and
