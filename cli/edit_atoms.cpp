@@ -40,9 +40,7 @@ Edit read_freeze(const std::string& text) {
 
 Edit read_layer(const std::string& text) {
     AtomsAndValue wanted = atoms_and_value(text, "LAYER");
-    const std::string layer = SimpleYAMLParser::to_lower(wanted.value);
-    constexpr std::array<std::string_view, 6> layers = {"h", "m", "l", "high", "medium", "low"};
-    if (std::find(layers.begin(), layers.end(), layer) == layers.end()) {
+    if (const char layer = layer_letter(wanted.value); layer == 0 || layer == '?') {
         throw std::runtime_error("'" + wanted.value + "' is not one of the layers H, M and L");
     }
     return [wanted = std::move(wanted)](GJFEditor& job, const std::string&) {
@@ -84,7 +82,9 @@ Edit read_translate(const std::string& text) {
         const std::vector<AtomCoord>& atoms = job.get_data().geom.atoms;
         // The repeat of a molecule stays what it is wherever the molecule stands.
         indices.erase(std::remove_if(indices.begin(), indices.end(),
-                                     [&](std::size_t index) { return is_translation_vector(atoms[index]); }),
+                                     [&](std::size_t index) {
+                                         return species_of(atoms[index].info).kind == SpeciesKind::TranslationVector;
+                                     }),
                       indices.end());
         if (shift != std::array<double, 3>{}) {
             job.translate_atoms(indices, shift[0], shift[1], shift[2]);

@@ -30,6 +30,17 @@ const AtomCoord& atom_at(const JobHandle& job, std::size_t index) {
     return atoms_of(job)[index];
 }
 
+// Returns indices of which all have an atom; editors pass over others.
+const Indices& existing(const JobHandle& job, const Indices& indices) {
+    if (!indices.empty() && job.editor.get_data().geom.format == GeometryFormat::ZMatrix) {
+        throw py::value_error("the molecule is a Z-matrix: its atoms cannot be edited");
+    }
+    for (const std::size_t index : indices) {
+        atom_at(job, index);
+    }
+    return indices;
+}
+
 // --- Positions
 
 bool is_symbolic(const CoordinateValue& coordinate) { return !coordinate.text.empty() && !coordinate.value; }
@@ -120,12 +131,13 @@ void bind_positions(JobClass& job) {
     job.def("positions_in_angstrom", [](const JobHandle& self) { return found_positions(self.editor.get_data(), 1); });
     job.def("lost_atoms", &lost_atoms_of);
     job.def("translate", [](JobHandle& self, const Indices& indices, double x, double y, double z) {
-        self.editor.translate_atoms(indices, x, y, z);
+        self.editor.translate_atoms(existing(self, indices), x, y, z);
     });
-    job.def("scale",
-            [](JobHandle& self, const Indices& indices, double factor) { self.editor.scale_coordinates(indices, factor); });
+    job.def("scale", [](JobHandle& self, const Indices& indices, double factor) {
+        self.editor.scale_coordinates(existing(self, indices), factor);
+    });
     job.def("rotate", [](JobHandle& self, const Indices& indices, double a, double b, double c) {
-        self.editor.rotate_atoms(indices, a, b, c);
+        self.editor.rotate_atoms(existing(self, indices), a, b, c);
     });
     job.def("is_symbolic", [](const JobHandle& self) {
         return std::any_of(atoms_of(self).begin(), atoms_of(self).end(), is_symbolic_atom);
@@ -167,19 +179,16 @@ void bind_atom_list(JobClass& job) {
             [](JobHandle& self, const AtomCoord& atom, const std::vector<std::pair<std::size_t, double>>& bonds) {
                 self.editor.add_atom_with_connectivity(atom, bonds);
             });
-    job.def("remove_atoms", [](JobHandle& self, const Indices& indices) {
-        for (const std::size_t index : indices) {
-            atom_at(self, index);
-        }
-        self.editor.remove_atoms(indices);
-    });
+    job.def("remove_atoms",
+            [](JobHandle& self, const Indices& indices) { self.editor.remove_atoms(existing(self, indices)); });
     job.def("move_atom", [](JobHandle& self, std::size_t from, std::size_t to) { self.editor.move_atom(from, to); });
     job.def("clear_atoms", [](JobHandle& self) { self.editor.clear_atoms(); });
     job.def("reorder_atoms",
             [](JobHandle& self, const Indices& order) { self.editor.reorder_atoms_with_connectivity(order); });
-    job.def("move_atoms_to_end", [](JobHandle& self, const Indices& indices) { self.editor.move_atoms_to_end(indices); });
+    job.def("move_atoms_to_end",
+            [](JobHandle& self, const Indices& indices) { self.editor.move_atoms_to_end(existing(self, indices)); });
     job.def("move_atoms_to_beginning",
-            [](JobHandle& self, const Indices& indices) { self.editor.move_atoms_to_beginning(indices); });
+            [](JobHandle& self, const Indices& indices) { self.editor.move_atoms_to_beginning(existing(self, indices)); });
     job.def("format_index_ranges",
             [](const JobHandle& self, const Indices& indices) { return self.editor.format_index_ranges(indices); });
 }
@@ -216,17 +225,18 @@ void bind_molecule(JobClass& job) {
 // --- Labels
 
 void bind_labels(JobClass& job) {
-    job.def("set_freeze",
-            [](JobHandle& self, const Indices& indices, int code) { self.editor.set_freeze_by_index(indices, code); });
+    job.def("set_freeze", [](JobHandle& self, const Indices& indices, int code) {
+        self.editor.set_freeze_by_index(existing(self, indices), code);
+    });
     job.def("clear_freeze", [](JobHandle& self, const Indices& indices) {
-        for (const std::size_t index : indices) {
+        for (const std::size_t index : existing(self, indices)) {
             AtomCoord atom = atom_at(self, index);
             atom.freeze.reset();
             self.editor.replace_atom(index, atom);
         }
     });
     job.def("set_layer", [](JobHandle& self, const Indices& indices, const Text& layer) {
-        self.editor.set_oniom_layer_by_index(indices, layer.value);
+        self.editor.set_oniom_layer_by_index(existing(self, indices), layer.value);
     });
     job.def("ensure_layers", [](JobHandle& self) { self.editor.ensure_oniom_completeness(); });
     job.def("layer_counts", [](const JobHandle& self) {
@@ -237,7 +247,7 @@ void bind_labels(JobClass& job) {
         return counts;
     });
     job.def("set_fragment", [](JobHandle& self, const Indices& indices, const Text& fragment) {
-        self.editor.set_fragment_by_index(indices, fragment.value);
+        self.editor.set_fragment_by_index(existing(self, indices), fragment.value);
     });
     job.def("fragment",
             [](const JobHandle& self, std::size_t index) { return to_python_or_none(self.editor.get_fragment(index)); });

@@ -109,6 +109,11 @@ def test_a_zmatrix_has_rows_and_positions(examples):
         job.positions = np.zeros((4, 3))
     bonds = np.linalg.norm(np.diff(job.positions, axis=0), axis=1)
     np.testing.assert_allclose(bonds, [1.53] * 3, atol=1e-12)
+    text = str(job)
+    for edit in (job.freeze, job.remove_atoms, lambda atoms: job.set_layer("H", atoms), lambda atoms: job.translate((1, 1, 1), atoms)):
+        with pytest.raises(ValueError, match="Z-matrix"):
+            edit("C")
+    assert str(job) == text
 
 
 def test_bytes_that_are_not_utf8_survive(tmp_path):

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -48,6 +49,76 @@ TEST(Selection, MeansAtomsOfAJob) {
     for (const auto& row : rows) {
         EXPECT_EQ(select(job, row.text), row.atoms) << row.text;
     }
+}
+
+// Labels stand for species: HC and HW1 are hydrogen, O-Bq is a ghost, -1 a dummy atom and -2 a translation vector.
+TEST(Selection, GoesBySpecies) {
+    const GJFData job = GJFParser::parse_string(
+        "# hf/sto-3g\n\nt\n\n0 1\nHC 0 0 0\nHW1 0 0 2\nO-Bq 0 0 4\n8 0 0 6\nO3 0 0 8\nBq 0 0 10\n-1 0 0 12\nX1 0 0 14\n"
+        "-2 0 0 50\nCA 0 0 16\nQ1 0 0 18\n\n");
+    const struct {
+        const char* text;
+        Indices atoms;
+    } rows[] = {
+        {"H", {0, 1}},
+        {"element:1", {0, 1}},
+        {"element:HC", {0}},
+        {"element:hw1", {1}},
+        {"O", {3, 4}},
+        {"element:8", {3, 4}},
+        {"element:O3", {4}},
+        {"Bq", {2, 5}},
+        {"type:Bq", {2}},
+        {"X", {6, 7}},
+        {"xx", {6, 7}},
+        {"Tv", {8}},
+        {"not all", {}},
+        {"C", {}},
+        {"Ca", {9}},
+        {"element:Q1", {10}},
+        {"element:119", {}},
+        {"element:-1", {}},
+        {"He", {}},
+        {"element:0", {2, 5}},
+        {"not H and not O and not Bq and not X", {9, 10}},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(select(job, row.text), row.atoms) << row.text;
+    }
+}
+
+TEST(Selection, KnowsWhereTheAtomsOfAZMatrixAre) {
+    const std::string route = "# hf/sto-3g geom=connectivity";
+    const std::string rest =
+        "\n\nt\n\n0 1\nX\nO 1 1.0\nH 2 r 1 a\nHC(Fragment=2) 2 r 1 a 3 180.0\n\nr=0.96 0.05\na=90.0\n\n1\n2 3 1.0 4 "
+        "1.0\n3\n4\n\n";
+    const GJFData job = GJFParser::parse_string(route + rest);
+    const struct {
+        const char* text;
+        Indices atoms;
+    } rows[] = {
+        {"all", {0, 1, 2, 3}},
+        {"H", {2, 3}},
+        {"X", {0}},
+        {"4", {3}},
+        {"fragment:2", {3}},
+        {"within 0.96 of O", {1, 2, 3}},
+        {"within 0.95 of O", {1}},
+        {"within 1.5 of 1 and not X", {1, 2, 3}},
+        {"within 1.92 of 3", {1, 2, 3, 0}},
+        {"bonded to O", {2, 3}},
+        {"frozen", {}},
+        {"layer:H", {}},
+    };
+    for (const auto& row : rows) {
+        Indices wanted = row.atoms;
+        std::sort(wanted.begin(), wanted.end());
+        EXPECT_EQ(select(job, row.text), wanted) << row.text;
+    }
+    // Distances are in the job's own unit.
+    EXPECT_EQ(select(GJFParser::parse_string(route + " units=au" + rest), "within 0.96 of O"), (Indices{1, 2, 3}));
+    EXPECT_EQ(select(GJFParser::parse_string("# hf units=au\n\nt\n\n0 1\nO 0 0 3.0\nO 0 0 5.0\n\n"), "within 2 of 1"),
+              (Indices{0, 1}));
 }
 
 std::string refusal(const GJFData& job, const std::string& text) {
@@ -103,6 +174,11 @@ TEST(Selection, SaysWhatAJobDoesNotHave) {
     EXPECT_EQ(refusal(symbolic, "bonded to 1"), "'bonded to' needs connectivity, and the job has none");
     EXPECT_EQ(refusal(symbolic, "within 2 of 1"), "'within' needs coordinates, and q has no value");
     EXPECT_EQ(refusal(symbolic, "He and not 1"), "selected");
+    const GJFData rows =
+        GJFParser::parse_string("# hf/sto-3g\n\nt\n\n0 1\nO\nC 1 1.0\nO 2 1.0 1 180.0\nH 3 1.0 2 90.0 1 0.0\n\n");
+    EXPECT_EQ(refusal(rows, "within 2 of 1"),
+              "'within' needs coordinates, and atom 4 has a dihedral with atoms in one line");
+    EXPECT_EQ(refusal(rows, "5"), "there is no atom 5: the job has 4");
 }
 
 TEST(Selection, IsReadOnceForManyJobs) {

@@ -1,120 +1,46 @@
 // Finds the atoms that a selection means, step by step on a stack of marks.
 //
 // Translation vectors stand in the list of atoms, but are none: they are selected by their symbol or number alone.
-#include <gjf/core/selection/atom_labels.hpp>
 #include <gjf/core/selection/selection.hpp>
+
+#include <gjf/core/chemistry/cells.hpp>
+#include <gjf/core/chemistry/layers.hpp>
+#include <gjf/core/job/positions.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
-#include <array>
-#include <cmath>
-#include <cstdint>
-#include <map>
 #include <optional>
 
 namespace quor::input::gaussian {
 namespace {
 
 using Marks = std::vector<bool>;
-using Point = std::array<double, 3>;
 
 // Layers may be written out: High, Medium, Low.
 std::string layer_name(const std::string& layer) {
-    const std::string name = to_lower_copy(layer);
-    const bool written_out = name == "high" || name == "medium" || name == "low";
-    return written_out ? name.substr(0, 1) : name;
+    const char letter = layer_letter(layer);
+    return letter == '?' ? to_lower_copy(layer) : std::string(1, letter);
 }
 
-bool has_parameter(const AtomCoord& atom, std::string_view key, const std::string& value) {
-    const auto found = std::find_if(atom.info.params.begin(), atom.info.params.end(),
-                                    [&](const auto& entry) { return equals_folded(entry.first, key); });
-    return found != atom.info.params.end() && equals_folded(found->second, value);
+bool has_parameter(const AtomInfo& info, std::string_view key, const std::string& value) {
+    const std::string* found = find_parameter(info, key);
+    return found != nullptr && equals_folded(*found, value);
 }
 
-// The coordinates of a job's atoms; variables stand for their values.
-class Places {
-   public:
-    explicit Places(const GeomSection& geometry) {
-        for (const ZMatrixVariable& variable : geometry.cartesian_variables) {
-            variables_[to_lower_copy(variable.name)] = &variable.value;
-        }
-        for (const AtomCoord& atom : geometry.atoms) {
-            points_.push_back({value_of(atom.x_ref, atom.x), value_of(atom.y_ref, atom.y), value_of(atom.z_ref, atom.z)});
-        }
-    }
-
-    const Point& operator[](std::size_t atom) const { return points_[atom]; }
-
-   private:
-    double value_of(const CoordinateValue& written, double number) const {
-        if (written.text.empty() || written.value) {
-            return number;
-        }
-        const bool has_sign = written.text.front() == '-' || written.text.front() == '+';
-        const auto found = variables_.find(to_lower_copy(written.text.substr(has_sign ? 1 : 0)));
-        const std::optional<double> value = found == variables_.end() ? std::nullopt : to_number(*found->second);
-        if (!value || !std::isfinite(*value)) {
-            throw SelectionError("'within' needs coordinates, and " + written.text + " has no value");
-        }
-        return written.text.front() == '-' ? -*value : *value;
-    }
-
-    std::map<std::string, const std::string*> variables_;
-    std::vector<Point> points_;
-};
-
-// Sorts atoms into cubes as wide as the distance asked for, so that only neighbouring cubes are looked into.
-class NearAtoms {
-   public:
-    NearAtoms(const Places& places, const Marks& marks, double distance) : places_(places), distance_(distance) {
-        for (std::size_t i = 0; i < marks.size(); ++i) {
-            if (marks[i]) {
-                cubes_[cube_of(places_[i])].push_back(i);
-            }
-        }
-    }
-
-    bool has_one_near(const Point& point) const {
-        const Cube middle = cube_of(point);
-        for (int neighbour = 0; neighbour < 27; ++neighbour) {
-            const Cube cube{middle[0] + neighbour % 3 - 1, middle[1] + neighbour / 3 % 3 - 1, middle[2] + neighbour / 9 - 1};
-            const auto found = cubes_.find(cube);
-            if (found != cubes_.end() && std::any_of(found->second.begin(), found->second.end(),
-                                                     [&](std::size_t atom) { return is_near(places_[atom], point); })) {
-                return true;
-            }
-        }
-        return false;
-    }
-
-   private:
-    using Cube = std::array<std::int64_t, 3>;
-
-    Cube cube_of(const Point& point) const {
-        // Far out, cubes are joined, which costs time alone.
-        constexpr double farthest = 1e15;
-        Cube cube{};
-        std::transform(point.begin(), point.end(), cube.begin(), [&](double coordinate) {
-            return static_cast<std::int64_t>(std::clamp(std::floor(coordinate / distance_), -farthest, farthest));
-        });
-        return cube;
-    }
-
-    bool is_near(const Point& a, const Point& b) const {
-        return std::hypot(a[0] - b[0], a[1] - b[1], a[2] - b[2]) <= distance_;
-    }
-
-    const Places& places_;
-    double distance_;
-    std::map<Cube, std::vector<std::size_t>> cubes_;
-};
+// Tells whether a species is the one that is asked for: atoms are told by their element, all else by its kind.
+bool is_same(const Species& species, const Species& wanted) noexcept {
+    return species.kind == wanted.kind && species.nuclear_charge() == wanted.nuclear_charge();
+}
 
 class SelectedAtoms {
    public:
-    explicit SelectedAtoms(const GJFData& job) : job_(job), atoms_(job.geom.atoms) {
-        for (const AtomCoord& atom : atoms_) {
-            is_atom_.push_back(!is_translation_vector(atom));
+    explicit SelectedAtoms(const GJFData& job) : job_(job) {
+        for (const AtomCoord& atom : job.geom.atoms) {
+            atoms_.push_back({&atom.info, &atom, species_of(atom.info)});
+        }
+        for (const ZMatrixEntry& row : job.geom.zmatrix_entries) {
+            atoms_.push_back({&row.info, nullptr, species_of(row.info)});
         }
     }
 
@@ -132,6 +58,14 @@ class SelectedAtoms {
     }
 
    private:
+    struct SeenAtom {
+        const AtomInfo* info;
+        const AtomCoord* line;  // null for a row of a Z-matrix
+        Species species;
+
+        bool is_atom() const noexcept { return species.kind != SpeciesKind::TranslationVector; }
+    };
+
     void take(const SelectionStep& step) {
         switch (step.test) {
             case SelectionTest::Not:
@@ -153,36 +87,39 @@ class SelectedAtoms {
 
     void keep_atoms(Marks& marks) const {
         for (std::size_t i = 0; i < marks.size(); ++i) {
-            marks[i] = marks[i] && is_atom_[i];
+            marks[i] = marks[i] && atoms_[i].is_atom();
         }
     }
 
     void take_test(const SelectionStep& step) {
         const std::string name = step.test == SelectionTest::Layer ? layer_name(step.name) : to_lower_copy(step.name);
+        // A symbol or an atomic number asks for the species, any other name for the label as it is written.
+        const Species wanted = is_integer_text(name) ? species_of_name(name) : species_of_symbol(name);
         Marks marks(atoms_.size());
         for (std::size_t i = 0; i < atoms_.size(); ++i) {
-            marks[i] = passes(i, step, name);
+            marks[i] = step.test == SelectionTest::Element && wanted.kind != SpeciesKind::Unknown
+                           ? is_same(atoms_[i].species, wanted)
+                           : passes(atoms_[i], step, name);
         }
         stack_.push_back(std::move(marks));
     }
 
-    bool passes(std::size_t index, const SelectionStep& step, const std::string& name) const {
-        const AtomCoord& atom = atoms_[index];
+    static bool passes(const SeenAtom& atom, const SelectionStep& step, const std::string& name) {
         switch (step.test) {
             case SelectionTest::All:
-                return is_atom_[index];
+                return atom.is_atom();
             case SelectionTest::Frozen:
-                return is_atom_[index] && atom.freeze.value_or(0) != 0;
+                return atom.is_atom() && atom.line != nullptr && atom.line->freeze.value_or(0) != 0;
             case SelectionTest::Element:
-                return element_of_label(atom.info.element) == name || to_lower_copy(atom.info.element) == name;
+                return equals_folded(atom.info->element, name);
             case SelectionTest::Layer:
-                return atom.layer && layer_name(*atom.layer) == name;
+                return atom.line != nullptr && atom.line->layer && layer_name(*atom.line->layer) == name;
             case SelectionTest::Fragment:
-                return has_parameter(atom, "fragment", name);
+                return has_parameter(*atom.info, "fragment", name);
             case SelectionTest::Type:
-                return atom.info.mm_type == step.name;
+                return atom.info->mm_type == step.name;
             default:
-                return has_parameter(atom, "resname", name);
+                return has_parameter(*atom.info, "resname", name);
         }
     }
 
@@ -199,17 +136,34 @@ class SelectedAtoms {
         stack_.push_back(std::move(marks));
     }
 
-    void take_near(double distance) {
-        if (!places_) {
-            places_.emplace(job_.geom);
-        }
+    // The distance is in the job's own units; the last digit of one that is met exactly does not decide.
+    void take_near(double distance_wanted) {
+        find_positions();
         keep_atoms(stack_.back());
-        const NearAtoms near(*places_, stack_.back(), distance);
+        const double reach = distance_wanted * length_unit(job_) * (1 + 1e-12);
+        Cells cells(reach);
+        for (std::size_t i = 0; i < atoms_.size(); ++i) {
+            if (stack_.back()[i]) {
+                cells.put(positions_[i], i);
+            }
+        }
         Marks marks(atoms_.size());
         for (std::size_t i = 0; i < atoms_.size(); ++i) {
-            marks[i] = is_atom_[i] && near.has_one_near((*places_)[i]);
+            const auto is_near = [&](std::size_t other) { return distance(positions_[i], positions_[other]) <= reach; };
+            marks[i] = atoms_[i].is_atom() && cells.any_near(positions_[i], is_near);
         }
         stack_.back() = std::move(marks);
+    }
+
+    void find_positions() {
+        const std::vector<AtomPosition> found = positions(job_);
+        positions_.resize(found.size());
+        for (std::size_t i = 0; i < found.size(); ++i) {
+            if (!found[i].position) {
+                throw SelectionError("'within' needs coordinates, and " + position_fault_text(found[i], i + 1));
+            }
+            positions_[i] = *found[i].position;
+        }
     }
 
     void take_bonded() {
@@ -222,8 +176,11 @@ class SelectedAtoms {
         for (const Bond& bond : connectivity->bonds) {
             const auto a = static_cast<std::size_t>(bond.atom1);
             const auto b = static_cast<std::size_t>(bond.atom2);
-            marks[a] = marks[a] || partners[b];
-            marks[b] = marks[b] || partners[a];
+            // The bonds of a molecule that stands in a checkpoint, and of a Z-matrix, may name any atom.
+            if (a < marks.size() && b < marks.size()) {
+                marks[a] = marks[a] || partners[b];
+                marks[b] = marks[b] || partners[a];
+            }
         }
         stack_.back() = std::move(marks);
     }
@@ -238,9 +195,8 @@ class SelectedAtoms {
     }
 
     const GJFData& job_;
-    const std::vector<AtomCoord>& atoms_;
-    Marks is_atom_;
-    std::optional<Places> places_;
+    std::vector<SeenAtom> atoms_;
+    std::vector<Position> positions_;
     std::vector<Marks> stack_;
 };
 

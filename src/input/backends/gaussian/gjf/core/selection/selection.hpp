@@ -30,7 +30,7 @@ class QUOR_GJF_API SelectionError : public std::invalid_argument {
 enum class SelectionTest {
     All,
     Frozen,
-    Element,   ///< by symbol, or by the whole label
+    Element,   ///< by species: symbol or atomic number; any other name is that of a whole label
     Numbers,   ///< atom numbers, from 1
     Layer,     ///< ONIOM layer
     Fragment,  ///< fragment number
@@ -64,14 +64,12 @@ QUOR_GJF_API Selection parse_selection(std::string_view text);
 
 /// Returns the indices (from 0, ascending) of a job's atoms that are selected.
 ///
-/// Throws `SelectionError` for a number past the last atom, for "bonded to" in a job without connectivity, and for "within"
-/// where a coordinate is a variable without a value.
+/// The rows of a Z-matrix count as atoms; translation vectors are named by their symbol or number alone. Throws
+/// `SelectionError` for a number past the last atom, for "bonded to" in a job without connectivity, and for "within" where an
+/// atom has no position, with the reason.
 QUOR_GJF_API std::vector<std::size_t> selected_atoms(const Selection& selection, const GJFData& job);
 
 /// The two at once: returns the indices of the atoms that a text names.
 QUOR_GJF_API std::vector<std::size_t> select(const GJFData& job, std::string_view text);
-
-/// Tells whether an atom is a translation vector: no place in the molecule, but a repeat of it.
-QUOR_GJF_API bool is_translation_vector(const AtomCoord& atom);
 
 }  // namespace quor::input::gaussian

@@ -1,6 +1,7 @@
 // Reads selections by the shunting-yard method: two stacks and no recursion, so that any nesting can be read.
-#include <gjf/core/selection/atom_labels.hpp>
 #include <gjf/core/selection/selection.hpp>
+
+#include <gjf/core/chemistry/species.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
 
@@ -108,15 +109,12 @@ class SelectionReader {
             if (colon + 1 == word.size()) {
                 fail(begin + colon + 1, "a name is missing after '" + std::string(written) + "'");
             }
-            const std::string name(written.substr(colon + 1));
-            // A number is that of the element; any other name may be a whole label as well.
-            const bool is_number = test->test == SelectionTest::Element && is_integer_text(name);
-            return {test->test, is_number ? element_of_label(name) : name, {}, 0};
+            return {test->test, std::string(written.substr(colon + 1)), {}, 0};
         }
         if (written.empty()) {
             fail(begin, "atoms are missing before '" + std::string(text_.substr(begin, 1)) + "'");
         }
-        if (!is_element_symbol(word)) {
+        if (species_of_symbol(word).kind == SpeciesKind::Unknown) {
             if (word.find(',') != std::string::npos) {
                 fail(begin, "'" + std::string(written) + "': commas join atom numbers alone; write 'or' between tests");
             }
