@@ -2,6 +2,7 @@
 #include <gjf/core/check/checker.hpp>
 
 #include <gjf/core/check/checked_job.hpp>
+#include <gjf/core/check/foreign_texts.hpp>
 #include <gjf/core/check/molecule_view.hpp>
 #include <gjf/core/reader/molecule_fields.hpp>
 #include <gjf/core/schema/route_schema_cache.hpp>
@@ -10,6 +11,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 #include <tuple>
 #include <unordered_set>
 
@@ -132,6 +134,11 @@ void drop_codes(std::vector<Finding>& findings, std::size_t begin, const CodeLis
                    findings.end());
 }
 
+bool has_pasted_xyz(const CheckedJob& job) {
+    const std::size_t line = job.layout.charge_line;
+    return line != 0 && opens_like_xyz(job.line(line + 1), job.line(line + 3));
+}
+
 void check_job(const CheckedJob& job, const JobReading& reading, Findings& findings) {
     for (const auto check : {check_characters, check_link0, check_route_words, check_route_sense}) {
         check(job, findings);
@@ -142,6 +149,11 @@ void check_job(const CheckedJob& job, const JobReading& reading, Findings& findi
     }
     if (job.restarts() && job.job.geom.atom_count() == 0) {
         return;  // all that a section would be about is in the checkpoint
+    }
+    if (has_pasted_xyz(job)) {
+        findings.add("GJF-P001", Severity::Error, "an .xyz file stands here with its count of atoms and its title",
+                     job.layout.charge_line + 1, "remove this line and the next one");
+        return;
     }
     const std::vector<MoleculeAtom> atoms = atoms_of(job);
     if (reading.atoms_uncertain) {
@@ -173,19 +185,11 @@ void sort_by_place(std::vector<Finding>& findings) {
     });
 }
 
-}  // namespace
-
-const char* severity_name(Severity severity) noexcept {
-    constexpr const char* names[] = {"note", "warning", "error"};
-    return names[static_cast<std::size_t>(severity)];
-}
-
-std::vector<Finding> check_text(std::string_view text, const CheckOptions& options) {
+void check_jobs(std::string_view text, std::vector<Finding>& findings) {
     const SimpleYAMLParser& schema = default_route_schema();
-    std::vector<Finding> findings;
     CheckpointChain chain;
     std::size_t jobs = 0;
-    for_each_job_piece(text, [&](JobPiece piece) {
+    for_each_job_piece(text, [&](const JobPiece& piece) {
         const std::size_t begin = findings.size();
         Findings of_job(findings, piece.number);
         const JobReading reading = read_job_piece(piece);
@@ -195,11 +199,27 @@ std::vector<Finding> check_text(std::string_view text, const CheckOptions& optio
         drop_codes(findings, begin, silenced_codes(piece.lines));
         ++jobs;
     });
-    Findings of_file(findings, 0);
     if (jobs == 0) {
-        of_file.add("GJF-P001", Severity::Error, "No valid jobs found in input", std::size_t{0});
+        Findings(findings, 0).add("GJF-P001", Severity::Error, "No valid jobs found in input", std::size_t{0});
     }
-    check_whole_text(text, of_file);
+}
+
+}  // namespace
+
+const char* severity_name(Severity severity) noexcept {
+    constexpr const char* names[] = {"note", "warning", "error"};
+    return names[static_cast<std::size_t>(severity)];
+}
+
+std::vector<Finding> check_text(std::string_view text, const CheckOptions& options) {
+    std::vector<Finding> findings;
+    Findings of_file(findings, 0);
+    if (const std::optional<ForeignText> foreign = find_foreign_text(text)) {
+        of_file.add("GJF-P001", Severity::Error, foreign->message, foreign->line, foreign->hint);
+    } else {
+        check_jobs(text, findings);
+        check_whole_text(text, of_file);
+    }
     CodeList ignored;
     std::transform(options.ignored_codes.begin(), options.ignored_codes.end(), std::inserter(ignored, ignored.end()),
                    to_lower_copy);
