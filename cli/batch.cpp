@@ -8,6 +8,7 @@
 #include "commands.hpp"
 #include "file_list.hpp"
 #include "input.hpp"
+#include "plain_text.hpp"
 #include "terminal.hpp"
 
 #include <gjf/gjf.hpp>
@@ -128,7 +129,8 @@ class OrderedWork {
     std::exception_ptr failure_;
 };
 
-FileResult failure_of(const std::string& path, const std::string& message, int code, bool json) {
+FileResult failure_of(const std::string& path, const std::string& text, int code, bool json) {
+    const std::string message = bare_message(text);
     FileResult result;
     result.code = code;
     result.err = printable(path) + ": " + printable(message) + "\n";
@@ -171,9 +173,14 @@ void add_batch_options(CLI::App& command, BatchOptions& options) {
 }
 
 void add_thread_option(CLI::App& command, BatchOptions& options) {
-    command.add_option("-j,--jobs", options.threads, "Work on this many files at once (default: the number of cores)")
+    command.add_option("-j,--threads", options.threads, "Work on this many files at once (default: the number of cores)")
         ->check(CLI::Range(std::size_t{1}, most_threads))
         ->type_name("N");
+    // Jobs are what a file holds.
+    command
+        .add_option_function<std::string>(
+            "--jobs", [](const std::string&) { throw CLI::ValidationError("--jobs", "it is called --threads"); })
+        ->group("");
 }
 
 bool names_several_files(const std::vector<std::string>& paths) {

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -17,8 +18,9 @@ namespace quor_gjf {
 struct FileResult {
     std::string out;
     std::string err;
-    int code = 0;                         ///< the file's share in the exit code; the greatest counts
-    std::array<std::size_t, 3> counts{};  ///< findings by severity
+    int code = 0;                              ///< the file's share in the exit code; the greatest counts
+    std::array<std::size_t, 3> counts{};       ///< findings by severity
+    std::map<std::string, std::size_t> codes;  ///< and by code
 };
 
 /// The arguments that all commands over many files share.

@@ -13,9 +13,11 @@
 #include <array>
 #include <cstdio>
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace quor_gjf {
@@ -25,8 +27,11 @@ using namespace quor::input::gaussian;
 
 struct CheckArguments {
     BatchOptions batch;
+    std::vector<std::string> selected;  // codes, or how they begin, as for those ignored
     std::vector<std::string> ignored;
     std::string fail_on = "error";
+    bool exit_zero = false;
+    bool statistics = false;
     bool list = false;
 };
 
@@ -94,30 +99,63 @@ Severity severity_of(const std::string& name) {
     return name == "error" ? Severity::Error : name == "warning" ? Severity::Warning : Severity::Note;
 }
 
+// The most frequent code first.
+void print_statistics(const std::map<std::string, std::size_t>& codes) {
+    std::vector<std::pair<std::string, std::size_t>> rows(codes.begin(), codes.end());
+    std::stable_sort(rows.begin(), rows.end(), [](const auto& a, const auto& b) { return a.second > b.second; });
+    for (const auto& [code, count] : rows) {
+        std::printf("%7zu  %s\n", count, code.c_str());
+    }
+}
+
+// Returns how long the longest of some beginnings of a code is, 0 when it begins with none.
+std::size_t longest_beginning(const std::string& code, const std::vector<std::string>& beginnings) {
+    std::size_t longest = 0;
+    const std::string lower = SimpleYAMLParser::to_lower(code);
+    for (const std::string& beginning : beginnings) {
+        longest = lower.starts_with(SimpleYAMLParser::to_lower(beginning)) ? std::max(longest, beginning.size()) : longest;
+    }
+    return longest;
+}
+
+bool is_wanted(const std::string& code, const CheckArguments& arguments) {
+    const std::size_t selected = longest_beginning(code, arguments.selected);
+    const std::size_t ignored = longest_beginning(code, arguments.ignored);
+    return ignored == 0 ? arguments.selected.empty() || selected != 0 : selected > ignored;
+}
+
 FileResult check_file(const std::string& path, const CheckArguments& arguments, const Colours& colours) {
     const std::string content = read_text(path);
-    const std::vector<Finding> findings = check_text(content, {arguments.ignored});
+    std::vector<Finding> findings = check_text(content);
+    findings.erase(std::remove_if(findings.begin(), findings.end(),
+                                  [&](const Finding& finding) { return !is_wanted(finding.code, arguments); }),
+                   findings.end());
     const Severity fail_on = severity_of(arguments.fail_on);
     FileResult result;
     NumberedLines lines(content);
     for (const Finding& finding : findings) {
         ++result.counts[index_of(finding.severity)];
+        ++result.codes[finding.code];
         result.code = finding.severity >= fail_on ? exit_failure : result.code;
-        if (!arguments.batch.json) {
+        if (!arguments.batch.json && !arguments.statistics) {
             result.out += text_of(path, finding, lines, colours);
         }
     }
-    if (arguments.batch.json) {
+    if (arguments.batch.json && !arguments.statistics) {
         result.out = check_json(path, findings);
     }
     return result;
 }
 
-bool is_code(const std::string& text) {
+void require_codes(const char* option, const std::vector<std::string>& beginnings) {
     const std::vector<CheckDescription>& all = check_descriptions();
-    return std::any_of(all.begin(), all.end(), [&](const CheckDescription& description) {
-        return SimpleYAMLParser::to_lower(description.code) == SimpleYAMLParser::to_lower(text);
-    });
+    for (const std::string& beginning : beginnings) {
+        if (std::none_of(all.begin(), all.end(), [&](const CheckDescription& description) {
+                return longest_beginning(description.code, {beginning}) != 0;
+            })) {
+            throw CLI::ValidationError(option, "there is no check " + beginning + "; quor-gjf check --list names all");
+        }
+    }
 }
 
 int list_codes(bool json) {
@@ -131,6 +169,22 @@ int list_codes(bool json) {
     return exit_success;
 }
 
+std::string missing_for_checks() {
+    std::string problem = default_route_schema_problem();
+    if (problem.empty()) {
+        problem = missing_knowledge();
+        problem.insert(0, problem.empty() ? "" : "facts are missing: ");
+    }
+    return problem;
+}
+
+void print_summary(std::size_t files, const std::array<std::size_t, 3>& counts) {
+    std::fprintf(stderr, "%s, %s, %s, %s\n", counted(files, "file").c_str(),
+                 counted(counts[index_of(Severity::Error)], "error").c_str(),
+                 counted(counts[index_of(Severity::Warning)], "warning").c_str(),
+                 counted(counts[index_of(Severity::Note)], "note").c_str());
+}
+
 int check(const CheckArguments& arguments) {
     if (arguments.list) {
         return list_codes(arguments.batch.json);
@@ -138,34 +192,37 @@ int check(const CheckArguments& arguments) {
     if (arguments.batch.paths.empty()) {
         throw CLI::RequiredError("FILE");
     }
-    for (const std::string& code : arguments.ignored) {
-        if (!is_code(code)) {
-            throw CLI::ValidationError("--ignore", "there is no check " + code + "; quor-gjf check --list names all");
+    require_codes("--select", arguments.selected);
+    require_codes("--ignore", arguments.ignored);
+    // A job that passes without vocabulary and facts was hardly checked.
+    if (const std::string problem = missing_for_checks(); !problem.empty()) {
+        std::fprintf(stderr, "quor-gjf: %s\n", printable(problem).c_str());
+        if (arguments.batch.json) {
+            std::fputs(error_json(arguments.batch.paths.front(), problem).c_str(), stdout);
         }
-    }
-    report_missing_vocabulary();
-    // A job that passes without the facts was hardly checked.
-    if (const std::string problem = missing_knowledge(); !problem.empty()) {
-        std::fprintf(stderr, "quor-gjf: facts are missing: %s\n", printable(problem).c_str());
         return exit_usage;
     }
     const Colours& colours = output_has_colour() ? terminal_colours : no_colours;
     std::size_t files = 0;
     std::array<std::size_t, 3> counts{};
+    std::map<std::string, std::size_t> codes;
     Batch batch;
     batch.work = [&](const std::string& path) { return check_file(path, arguments, colours); };
     batch.note = [&](const FileResult& result) {
         files += result.code == exit_usage ? 0 : 1;
         std::transform(counts.begin(), counts.end(), result.counts.begin(), counts.begin(), std::plus<>());
+        for (const auto& [code, count] : result.codes) {
+            codes[code] += count;
+        }
     };
     const int exit_code = run_batch(arguments.batch, batch);
-    if (!arguments.batch.json) {
-        std::fprintf(stderr, "%s, %s, %s, %s\n", counted(files, "file").c_str(),
-                     counted(counts[index_of(Severity::Error)], "error").c_str(),
-                     counted(counts[index_of(Severity::Warning)], "warning").c_str(),
-                     counted(counts[index_of(Severity::Note)], "note").c_str());
+    if (arguments.statistics) {
+        print_statistics(codes);
     }
-    return exit_code;
+    if (!arguments.batch.json) {
+        print_summary(files, counts);
+    }
+    return arguments.exit_zero && exit_code == exit_failure ? exit_success : exit_code;
 }
 
 }  // namespace
@@ -173,13 +230,18 @@ int check(const CheckArguments& arguments) {
 void add_check_command(CLI::App& command, int& exit_code) {
     const auto arguments = std::make_shared<CheckArguments>();
     add_batch_options(command, arguments->batch);
-    command.add_option("--ignore", arguments->ignored, "Do not report this code; may be given several times")
-        ->type_name("CODE")
-        ->delimiter(',')
-        ->allow_extra_args(false);
+    const auto add_codes = [&](const char* name, std::vector<std::string>& codes, const char* description) {
+        command.add_option(name, codes, description)->type_name("CODE")->delimiter(',')->allow_extra_args(false);
+    };
+    add_codes("--select", arguments->selected,
+              "Report these codes alone; a code may be cut short, as GJF-M; may be given several times, or with commas");
+    add_codes("--ignore", arguments->ignored,
+              "Do not report these codes; of --select and --ignore the one that names more of a code holds");
     command.add_option("--fail-on", arguments->fail_on, "Exit with 1 from this severity on: error (default), warning, note")
         ->type_name("SEVERITY")
         ->check(CLI::IsMember({"error", "warning", "note"}));
+    command.add_flag("--exit-zero", arguments->exit_zero, "Exit with 0 although there are findings");
+    command.add_flag("--statistics", arguments->statistics, "Tell how often each code was found, instead of the findings");
     command.add_flag("--list", arguments->list, "List all codes with their titles");
     command.callback([arguments, &exit_code] { exit_code = check(*arguments); });
 }

@@ -5,6 +5,7 @@
 #include "edit_outputs.hpp"
 #include "input.hpp"
 #include "output.hpp"
+#include "plain_text.hpp"
 #include "section_names.hpp"
 #include "terminal.hpp"
 #include "unified_diff.hpp"
@@ -63,7 +64,7 @@ std::string edited_text(GJFDocument& document, const std::string& path, const Ed
     try {
         return document.to_text({arguments.force});
     } catch (const GJFParseException& error) {
-        throw std::runtime_error(bare_message(error));
+        throw std::runtime_error(bare_message(error.what()));
     }
 }
 
@@ -198,7 +199,7 @@ std::vector<EditOperation> operations_of(const CLI::App& command) {
         try {
             operations.push_back({&*row, row->read(value)});
         } catch (const std::exception& error) {
-            throw CLI::ValidationError(name, printable(bare_message(error)));
+            throw CLI::ValidationError(name, printable(bare_message(error.what())));
         }
     }
     return operations;

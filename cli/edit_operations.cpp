@@ -2,6 +2,7 @@
 #include "edit_operations.hpp"
 
 #include "number_text.hpp"
+#include "plain_text.hpp"
 
 #include <algorithm>
 #include <filesystem>
@@ -131,7 +132,7 @@ void apply_to_jobs(const EditOperation& operation, GJFDocument& document, const 
             apply(operation, document.job(job), path);
         } catch (const std::exception& error) {
             const std::string where = document.job_count() > 1 ? "job " + std::to_string(job + 1) + ": " : std::string();
-            throw std::runtime_error(where + operation.option->name + ": " + bare_message(error));
+            throw std::runtime_error(where + operation.option->name + ": " + bare_message(error.what()));
         }
     }
     if (!applied) {
@@ -140,12 +141,6 @@ void apply_to_jobs(const EditOperation& operation, GJFDocument& document, const 
 }
 
 }  // namespace
-
-std::string bare_message(const std::exception& error) {
-    constexpr std::string_view prefix = "GJF Parse Error: ";
-    const std::string message = error.what();
-    return message.starts_with(prefix) ? message.substr(prefix.size()) : message;
-}
 
 std::vector<EditOption> head_edit_options() {
     return {

@@ -47,7 +47,4 @@ struct EditOperation {
 void apply_operations(const std::vector<EditOperation>& operations, quor::input::gaussian::GJFDocument& document,
                       const std::string& path, std::size_t job);
 
-/// Returns a message of the library without what it puts before all of them.
-std::string bare_message(const std::exception& error);
-
 }  // namespace quor_gjf

@@ -38,7 +38,15 @@ std::string text_meant(const std::string& value) {
     if (!value.starts_with('@')) {
         return value;
     }
-    return value.starts_with("@@") ? value.substr(1) : read_text(value.substr(1));
+    const std::string rest = value.substr(1);
+    if (rest.starts_with('@')) {
+        return rest;
+    }
+    try {
+        return read_text(rest);
+    } catch (const UnreadableInput& error) {
+        throw UnreadableInput(rest + ": " + error.what());
+    }
 }
 
 Edit read_section(const std::string& value) {

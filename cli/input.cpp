@@ -1,9 +1,13 @@
 // Reads the tool's input.
 #include "input.hpp"
 
+#include "terminal.hpp"
+
 #include <gjf/gjf.hpp>
 
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <iostream>
 
 namespace quor_gjf {
@@ -12,21 +16,18 @@ std::string read_text(const std::string& path) {
     if (path == "-") {
         return quor::input::gaussian::read_stream(std::cin);
     }
+    errno = 0;
     try {
         return quor::input::gaussian::read_whole_file(path);
-    } catch (const quor::input::gaussian::GJFParseException& error) {
-        throw UnreadableInput(error.what());
+    } catch (const quor::input::gaussian::GJFParseException&) {
+        throw UnreadableInput(std::string("Cannot open file: ") + std::strerror(errno));
     }
 }
 
 void report_missing_vocabulary() {
-    if (quor::input::gaussian::default_route_schema().is_loaded()) {
-        return;
+    if (const std::string problem = quor::input::gaussian::default_route_schema_problem(); !problem.empty()) {
+        std::fprintf(stderr, "quor-gjf: %s\n", printable(problem).c_str());
     }
-    std::fputs(
-        "quor-gjf: no route vocabulary was found, so no keyword is known; set QUOR_G16_ROUTE_SCHEMA_YAML to the path of "
-        "gaussian_route.yaml\n",
-        stderr);
 }
 
 }  // namespace quor_gjf

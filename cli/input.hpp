@@ -12,11 +12,10 @@ class UnreadableInput : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-/// Reads a whole file, or standard input for "-"; throws `UnreadableInput`, as the library words it: "GJF Parse Error:
-/// Cannot open file: PATH".
+/// Reads a whole file, or standard input for "-"; throws `UnreadableInput` "Cannot open file: REASON".
 std::string read_text(const std::string& path);
 
-/// Says once on standard error when there is no route vocabulary, and how to name one.
+/// Says on standard error when there is no route vocabulary, or not the one that was named.
 void report_missing_vocabulary();
 
 }  // namespace quor_gjf

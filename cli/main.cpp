@@ -1,12 +1,17 @@
 // The tool's entry: declares the subcommands, reads the arguments and turns failures into exit codes.
 #include "commands.hpp"
 #include "config.hpp"
+#include "terminal.hpp"
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <cstdio>
 #include <exception>
+#include <iterator>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -28,19 +33,84 @@ constexpr Command commands[] = {
     {"split", "Write each job of a file to a file of its own", quor_gjf::add_split_command},
     {"join", "Join job files to one file of several jobs", quor_gjf::add_join_command},
     {"schema", "Examine the route vocabulary, or ask it about a word", quor_gjf::add_schema_command},
+    {"completion", "Print what completes commands in a shell: bash, zsh or fish", quor_gjf::add_completion_command},
 };
+
+bool is_command(const std::string& word) {
+    return std::any_of(std::begin(commands), std::end(commands), [&](const Command& each) { return each.name == word; });
+}
+
+// How many letters differ: put in, left out, replaced, or two of them swapped.
+std::size_t letters_apart(const std::string& a, const std::string& b) {
+    std::vector<std::vector<std::size_t>> apart(a.size() + 1, std::vector<std::size_t>(b.size() + 1));
+    for (std::size_t i = 0; i <= a.size(); ++i) {
+        for (std::size_t j = 0; j <= b.size(); ++j) {
+            if (i == 0 || j == 0) {
+                apart[i][j] = i + j;
+                continue;
+            }
+            const bool same = a[i - 1] == b[j - 1];
+            apart[i][j] = std::min({apart[i - 1][j] + 1, apart[i][j - 1] + 1, apart[i - 1][j - 1] + (same ? 0 : 1)});
+            if (i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1]) {
+                apart[i][j] = std::min(apart[i][j], apart[i - 2][j - 2] + 1);
+            }
+        }
+    }
+    return apart[a.size()][b.size()];
+}
+
+// Tells of a word that stands in the place of the command and is none.
+std::string wrong_command(const std::string& word) {
+    const Command* near = std::min_element(
+        std::begin(commands), std::end(commands),
+        [&](const Command& a, const Command& b) { return letters_apart(word, a.name) < letters_apart(word, b.name); });
+    const std::string message = "no command '" + quor_gjf::printable(word) + "'; ";
+    return message + (letters_apart(word, near->name) <= 2 ? "did you mean " + std::string(near->name) + "?"
+                                                           : "quor-gjf --help lists all");
+}
+
+// The arguments, with "help" and no arguments at all in the form that is read.
+std::vector<std::string> arguments_of(int argc, char** argv) {
+    std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
+    if (arguments.empty()) {
+        return {"--help"};
+    }
+    if (arguments.front() == "help") {
+        arguments.erase(arguments.begin());
+        arguments.emplace_back("--help");
+    }
+    return arguments;
+}
+
+// Returns the first argument that is neither an option of the tool nor the value of one.
+const std::string* command_in(const std::vector<std::string>& arguments) {
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        if (arguments[i] == "--config") {
+            ++i;
+        } else if (!arguments[i].starts_with('-')) {
+            return &arguments[i];
+        }
+    }
+    return nullptr;
+}
 
 int run(int argc, char** argv) {
     CLI::App app("Reads, checks and writes Gaussian 16 job files.", "quor-gjf");
-    app.set_version_flag("--version", std::string("quor-gjf ") + QUOR_GJF_PROJECT_VERSION);
+    app.set_version_flag("-V,--version", std::string("quor-gjf ") + QUOR_GJF_PROJECT_VERSION);
     app.require_subcommand(1);
     quor_gjf::read_configuration_file(app);
     int exit_code = quor_gjf::exit_success;
     for (const Command& command : commands) {
         command.add(*app.add_subcommand(command.name, command.description), exit_code);
     }
+    std::vector<std::string> arguments = arguments_of(argc, argv);
+    if (const std::string* name = command_in(arguments); name != nullptr && !is_command(*name)) {
+        std::fprintf(stderr, "quor-gjf: %s\n", wrong_command(*name).c_str());
+        return quor_gjf::exit_usage;
+    }
+    std::reverse(arguments.begin(), arguments.end());
     try {
-        app.parse(argc, argv);
+        app.parse(std::move(arguments));
     } catch (const CLI::ConfigError& error) {
         std::fprintf(stderr, "%s\n", quor_gjf::configuration_problem(app, error.what()).c_str());
         return quor_gjf::exit_usage;

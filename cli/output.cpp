@@ -3,6 +3,7 @@
 
 #include "commands.hpp"
 #include "input.hpp"
+#include "plain_text.hpp"
 #include "terminal.hpp"
 
 #include <core/fs/write_text_file.hpp>
@@ -16,7 +17,7 @@ namespace quor_gjf {
 namespace {
 
 int tell(const std::string& input, const std::exception& error, int exit_code) {
-    std::fprintf(stderr, "%s: %s\n", printable(input).c_str(), printable(error.what()).c_str());
+    std::fprintf(stderr, "%s: %s\n", printable(input).c_str(), printable(bare_message(error.what())).c_str());
     return exit_code;
 }
 

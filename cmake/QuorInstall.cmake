@@ -9,11 +9,12 @@ install(TARGETS quor_g16_gjf quor_core_fs quor_core_resource EXPORT quor_g16_gjf
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 if(QUOR_GJF_BUILD_CLI)
     install(TARGETS quor-gjf RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-    install(FILES cli/quor-gjf.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+    set(surroundings ${CMAKE_CURRENT_BINARY_DIR}/cli)
+    install(FILES ${surroundings}/quor-gjf.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
     # Where the shells look for completions of programs installed beside them.
-    install(FILES cli/completions/quor-gjf.bash RENAME quor-gjf DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
-    install(FILES cli/completions/_quor-gjf DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
-    install(FILES cli/completions/quor-gjf.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
+    install(FILES ${surroundings}/quor-gjf.bash RENAME quor-gjf DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
+    install(FILES ${surroundings}/quor-gjf.zsh RENAME _quor-gjf DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
+    install(FILES ${surroundings}/quor-gjf.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
 endif()
 
 foreach(header ${quor_public_headers})

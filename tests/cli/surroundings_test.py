@@ -1,4 +1,4 @@
-"""Compares what surrounds the tool with the tool: the manual page and the completions name every command and option, the bash
+"""Compares what surrounds the tool with the tool: the manual page tells of every command and option, every option is completed, the bash
 completion completes, docs/json.md tells every key of the JSON, and the vocabulary is looked for where README.md says.
 
 Usage: surroundings_test.py TOOL SOURCE
@@ -13,7 +13,7 @@ import sys
 import tempfile
 
 BASH = """
-source "$1"
+source <(quor-gjf completion bash)
 complete_line() {
     COMP_LINE=$1 COMP_POINT=${#1}
     read -r -a COMP_WORDS <<< "${1//[=:]/ & }"
@@ -26,8 +26,13 @@ while IFS= read -r line; do complete_line "$line"; done
 """
 # What is completed, and with what. bash itself takes "=" for a break of words.
 COMPLETIONS = {
-    "quor-gjf ": "report check outline route complete edit format split join schema",
-    "quor-gjf c": "check complete",
+    "quor-gjf ": "report check outline route complete edit format split join schema completion",
+    "quor-gjf c": "check complete completion",
+    "quor-gjf help": "",
+    "quor-gjf check --fail-on=e": "error",
+    "quor-gjf edit --set oldc": "oldchk=",
+    "quor-gjf edit --freeze 'C or H=-1' --title x --dr": "--dry-run",
+    "quor-gjf check --nothing": "",
     "quor-gjf --config x ch": "check",
     "quor-gjf schema ": "validate show where",
     "quor-gjf check --fail-on ": "error warning note",
@@ -35,7 +40,7 @@ COMPLETIONS = {
     "quor-gjf check --l": "--list",
     "quor-gjf format --in": "--in-place",
     "quor-gjf edit --remove-": "--remove-keyword --remove-atoms --remove-section",
-    "quor-gjf edit --unset nproc": "nprocshared",
+    "quor-gjf edit --unset nprocs": "nprocshared",
     "quor-gjf edit --remove-section nb": "nbo",
     "quor-gjf report --json w": "",
     "quor-gjf route m062": "m062x",
@@ -44,6 +49,10 @@ COMPLETIONS = {
     "quor-gjf route 'hf opt=(calcfc,ti": "(calcfc,tight",
     "quor-gjf route nothingatall": "",
 }
+
+
+def output_of(tool, *arguments):
+    return subprocess.run([tool, *arguments], capture_output=True, text=True, check=True).stdout
 
 
 def help_of(tool, *commands):
@@ -66,13 +75,12 @@ def everything(tool):
 
 
 def manual_problems(source, tool, commands):
-    page = (source / "cli/quor-gjf.1").read_text(encoding="utf-8")
+    page = output_of(tool, "completion", "manual", source / "cli/quor-gjf.1.in")
     text = page.replace("\\-", "-").replace("\\f", " \\f").replace('"', " ")
-    version = subprocess.run([tool, "--version"], capture_output=True, text=True, check=True).stdout.strip()
+    version = output_of(tool, "--version").strip()
     if f'"{version}"' not in page:
         yield f"the manual page is not that of {version}"
     sections = re.split(r"^\.S[SH] ", text, flags=re.MULTILINE)
-    several = next(s for s in sections if s.startswith("OPTIONS OF SEVERAL"))
     tool_options = next(s for s in sections if s.startswith("OPTIONS OF THE TOOL"))
     for command, options in commands:
         heading = "quor-gjf " + " ".join(command)
@@ -80,32 +88,39 @@ def manual_problems(source, tool, commands):
         if not own:
             yield f"the manual page does not tell of {heading}"
         for option in sorted(options - {"-h", "--help"}):
-            if not any(re.search(rf"(?<![-\w]){option}(?![-\w])", s) for s in [*own, several]):
+            if not any(re.search(rf"(?<![-\w]){option}(?![-\w])", s) for s in own):
                 yield f"the manual page does not tell of {heading} {option}"
     if "--help" not in tool_options:
         yield "the manual page does not tell of --help"
-    result = subprocess.run(["groff", "-man", "-ww", "-z", source / "cli/quor-gjf.1"], capture_output=True, text=True, check=False)
+    if '\n.\\" options' in page:
+        yield "the manual page still asks for options"
+    result = subprocess.run(["groff", "-man", "-ww", "-z"], input=page, capture_output=True, text=True, check=False)
     if result.returncode != 0 or result.stderr:
         yield f"groff: {result.stderr}"
 
 
-def completion_problems(source, commands):
-    for name in ("quor-gjf.bash", "_quor-gjf", "quor-gjf.fish"):
-        text = (source / "cli/completions" / name).read_text(encoding="utf-8")
-        for command, options in commands:
-            words = command[-1:] + sorted(o[2:] for o in options if o.startswith("--"))
-            yield from (f"{name} does not know {word} of {command}" for word in words if not re.search(rf"(?<!\w){word}(?!\w)", text))
-    for shell, name, check in (("zsh", "_quor-gjf", "-n"), ("fish", "quor-gjf.fish", "--no-execute")):
+def completion_problems(tool, commands):
+    for command, options in commands:
+        line = " ".join(["quor-gjf", *command, "--"])
+        found = {answer.split("\t")[0] for answer in output_of(tool, "completion", "words", line, "=--").split("\n")}
+        yield from (f"{option} of {command} is not completed" for option in sorted(options) if option.startswith("--") and option not in found)
+    for shell, check in (("bash", "-n"), ("zsh", "-n"), ("fish", "--no-execute")):
+        script = output_of(tool, "completion", shell)
+        if "completion words" not in script:
+            yield f"{shell}: no script"
         if shutil.which(shell):  # there for those who have the shell
-            result = subprocess.run([shell, check, source / "cli/completions" / name], capture_output=True, text=True, check=False)
+            with tempfile.NamedTemporaryFile("w", encoding="utf-8") as file:
+                file.write(script)
+                file.flush()
+                result = subprocess.run([shell, check, file.name], capture_output=True, text=True, check=False)
             if result.returncode != 0 or result.stderr:
-                yield f"{name}: {result.stderr}"
+                yield f"{shell}: {result.stderr}"
 
 
 def bash_problems(tool, source):
     environment = {**os.environ, "PATH": f"{tool.parent}:{os.environ['PATH']}"}
-    result = subprocess.run(["bash", "-c", BASH, "bash", source / "cli/completions/quor-gjf.bash"], input="\n".join(COMPLETIONS) + "\n",
-                            capture_output=True, text=True, check=False, env=environment, cwd=source / "cli/completions")
+    result = subprocess.run(["bash", "-c", BASH], input="\n".join(COMPLETIONS) + "\n",
+                            capture_output=True, text=True, check=False, env=environment, cwd=source / "cli")
     found = result.stdout.split("\n")[:-1]
     if len(found) != len(COMPLETIONS):
         yield f"bash: {len(found)} answers, {result.stderr}"
@@ -148,7 +163,7 @@ def json_problems(tool, source):
 def editing_problems(source, commands):
     text = (source / "docs/editing.md").read_text(encoding="utf-8")
     options = next(options for command, options in commands if command == ["edit"])
-    yield from (f"docs/editing.md does not tell of {option}" for option in sorted(options - {"-h", "--help", "--jobs", "--output"})
+    yield from (f"docs/editing.md does not tell of {option}" for option in sorted(options - {"-h", "--help", "--threads", "--output"})
                 if not re.search(rf"(?<![-\w]){option}(?![-\w])", text))
 
 
@@ -175,7 +190,7 @@ def vocabulary_problems(tool, source):
 def main():
     tool, source = pathlib.Path(sys.argv[1]), pathlib.Path(sys.argv[2])
     commands = list(everything(tool))
-    found = [*manual_problems(source, tool, commands), *completion_problems(source, commands), *bash_problems(tool, source),
+    found = [*manual_problems(source, tool, commands), *completion_problems(tool, commands), *bash_problems(tool, source),
              *json_problems(tool, source), *editing_problems(source, commands), *vocabulary_problems(tool, source.resolve())]
     print("\n".join(found) or f"{len(commands)} commands and {sum(len(o) for _, o in commands)} options told of")
     return 1 if found or len(commands) < 14 else 0

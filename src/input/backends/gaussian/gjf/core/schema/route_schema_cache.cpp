@@ -4,8 +4,10 @@
 // would read jobs wrongly, and for as long as the process lives.
 #include <gjf/core/schema/route_schema_cache.hpp>
 
+#include <core/resource/resource.hpp>
 #include <gjf/core/route_schema_paths.hpp>
 #include <gjf/core/schema/schema_document.hpp>
+#include <gjf/core/schema/schema_validation.hpp>
 
 #include <memory>
 #include <mutex>
@@ -51,6 +53,25 @@ SchemaCacheEntry load_route_schema_cached(const std::string& path) {
     }
     cache.entries.emplace(path, entry);
     return entry;
+}
+
+std::string default_route_schema_problem() {
+    const std::string named = quor::core::resource::getenv_string(route_schema_variable);
+    if (!named.empty() && !quor::core::resource::is_regular_file_path(named)) {
+        return named + ", which " + route_schema_variable + " names, is no file";
+    }
+    if (default_route_schema().is_loaded()) {
+        return {};
+    }
+    const std::string path = resolve_route_schema_path("");
+    if (!quor::core::resource::is_regular_file_path(path)) {
+        return std::string("no route vocabulary was found; set ") + route_schema_variable +
+               " to the path of gaussian_route.yaml";
+    }
+    for (const SchemaProblem& problem : validate_route_schema(path)) {
+        return path + ':' + (problem.line == 0 ? std::string() : std::to_string(problem.line) + ':') + ' ' + problem.message;
+    }
+    return path + ": it holds no vocabulary";
 }
 
 const SimpleYAMLParser& default_route_schema() {

@@ -27,4 +27,8 @@ QUOR_GJF_API SchemaCacheEntry load_route_schema_cached(const std::string& path);
 /// memory runs out during the first call; the next call is then the first.
 QUOR_GJF_API const SimpleYAMLParser& default_route_schema();
 
+/// Tells why there is no default vocabulary, or why it is not the one that was named: with the file and, where it does not
+/// load, the line. Empty when all is well.
+QUOR_GJF_API std::string default_route_schema_problem();
+
 }  // namespace quor::input::gaussian
