@@ -1,7 +1,6 @@
 // The operations of quor-gjf edit on extra input sections.
 #include "edit_operations.hpp"
 #include "input.hpp"
-#include "section_names.hpp"
 
 #include <algorithm>
 #include <stdexcept>
@@ -13,7 +12,7 @@ namespace {
 using namespace quor::input::gaussian;
 
 ExtraInputSectionKind kind_named(const std::string& name) {
-    const std::optional<ExtraInputSectionKind> kind = section_kind_named(name);
+    const std::optional<ExtraInputSectionKind> kind = find_extra_input_kind(name);
     if (!kind) {
         throw std::runtime_error("'" + name + "' is no kind of section; quor-gjf edit --list-kinds names all");
     }

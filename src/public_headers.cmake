@@ -29,6 +29,7 @@ set(quor_public_headers
     gjf/core/job/job_comparison.hpp
     gjf/core/job/positions.hpp
     gjf/core/job/link0_keys.hpp
+    gjf/core/sections/section_kinds.hpp
     gjf/core/reader/gjf_parser.hpp
     gjf/core/reader/job_layout.hpp
     gjf/core/reader/job_places.hpp

@@ -82,14 +82,21 @@ Kind = Union[SectionKind, int, str]
 
 
 def kind_of(kind: Kind) -> SectionKind:
-    """Return the kind for its number or name; letter case and underlines do not matter."""
-    if isinstance(kind, str):
-        name = kind.replace("_", "").lower()
-        for candidate in SectionKind:
-            if name in (candidate.name.replace("_", "").lower(), candidate.title.lower()):
-                return candidate
-        raise ValueError(f"there is no kind of section {kind!r}")
-    return SectionKind(kind)
+    """Return the kind for its number, name, short name or title; letter case and underlines do not matter.
+
+    >>> kind_of("modredundant").name
+    'COORDINATE_MODIFICATIONS'
+    """
+    if not isinstance(kind, str):
+        return SectionKind(kind)
+    number = _core.Job.find_section_kind(kind)
+    if number is not None:
+        return SectionKind(number)
+    name = kind.replace("_", "").lower()
+    for candidate in SectionKind:
+        if name == candidate.name.replace("_", "").lower():
+            return candidate
+    raise ValueError(f"there is no kind of section {kind!r}")
 
 
 class Section:

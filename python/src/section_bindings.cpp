@@ -2,7 +2,9 @@
 #include "bindings.hpp"
 
 #include <gjf/core/reader/gjf_parser.hpp>
+#include <gjf/core/sections/section_kinds.hpp>
 
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -39,6 +41,10 @@ const ExtraInputSection& section_at(const JobHandle& job, std::size_t index) {
 void bind_sections(JobClass& job) {
     job.def_static("section_kind_name",
                    [](int kind) { return to_python(GJFParser::extra_input_section_kind_name(to_kind(kind))); });
+    job.def_static("find_section_kind", [](const std::string& text) -> std::optional<int> {
+        const std::optional<ExtraInputSectionKind> kind = find_extra_input_kind(text);
+        return kind ? std::optional(to_int(*kind)) : std::nullopt;
+    });
     job.def("section_count", [](const JobHandle& self) { return sections_of(self).size(); });
     job.def("section_kind", [](const JobHandle& self, std::size_t index) { return to_int(section_at(self, index).kind); });
     job.def("section_text", [](const JobHandle& self, std::size_t index) {

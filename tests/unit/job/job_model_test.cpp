@@ -97,46 +97,6 @@ TEST(Sections, OfKindConnectivityMayHoldText) {
     EXPECT_EQ(data.connectivity(), nullptr);
 }
 
-TEST(Kinds, HaveNamesAndClasses) {
-    struct Row {
-        int value;
-        const char* name;
-        bool blank_line;
-    };
-    const Row rows[] = {
-        {0, "Unknown", true},
-        {1, "Connectivity specifications", true},
-        {4, "2nd title and molecule specification", true},
-        {8, "3rd title and initial TS structure", true},
-        {19, "BOMD/ADMP input", true},
-        {33, "Symmetry types to combine", false},
-        {34, "Orbital specifications (separate \xCE\xB1 & \xCE\xB2)", true},
-        {37, "# Orbitals/GVB pair", false},
-        {39, "States of interest for spin orbit coupling", false},
-        {46, "NBO input", false},
-        {52, "Atom list for Pickett file generation", false},
-        {53, "ACID output filename", true},
-        {54, "PROAIMS output filename", false},
-        {55, "Matrix element filename", true},
-        {56, "Unknown", true},
-        {-1, "Unknown", true},
-        {2147483647, "Unknown", true},
-    };
-    for (const Row& row : rows) {
-        EXPECT_STREQ(extra_input_kind_name(static_cast<Kind>(row.value)), row.name);
-        EXPECT_EQ(extra_input_requires_blank_line(static_cast<Kind>(row.value)), row.blank_line) << row.value;
-    }
-    int without_blank_line = 0;
-    for (int value = 0; value < 56; ++value) {
-        without_blank_line += extra_input_requires_blank_line(static_cast<Kind>(value)) ? 0 : 1;
-        EXPECT_EQ(value == 0, std::string(extra_input_kind_name(static_cast<Kind>(value))) == "Unknown") << value;
-    }
-    EXPECT_EQ(without_blank_line, 6);
-    EXPECT_EQ(extra_input_class(Kind::NBOInput), ExtraInputClass::UpToEnd);
-    EXPECT_EQ(extra_input_class(Kind::PickettAtoms), ExtraInputClass::AtomList);
-    EXPECT_EQ(extra_input_class(Kind::SecondTitleAndMolecule), ExtraInputClass::TitleAndMolecule);
-}
-
 TEST(Exceptions, CarryTheirPrefix) {
     EXPECT_STREQ(GJFParseException("Missing title section").what(), "GJF Parse Error: Missing title section");
     EXPECT_THROW(throw GJFParseException(""), std::runtime_error);

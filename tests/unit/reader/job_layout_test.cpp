@@ -123,12 +123,5 @@ TEST(JobLayout, KeepsWhatWasReadBeforeAFailure) {
     EXPECT_EQ(ends(reading.layout.title), (Ends{4, 4}));
 }
 
-TEST(ExtraInputRequest, TellsHowARouteAsksForAKind) {
-    EXPECT_STREQ(extra_input_request(Kind::CoordinateModifications), "opt=modredundant");
-    EXPECT_STREQ(extra_input_request(Kind::MatrixElementFile), "output=matrixelement");
-    EXPECT_STREQ(extra_input_request(Kind::Unknown), "");
-    EXPECT_STREQ(extra_input_request(static_cast<Kind>(56)), "");
-}
-
 }  // namespace
 }  // namespace quor::input::gaussian

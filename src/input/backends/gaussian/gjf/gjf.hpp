@@ -29,3 +29,4 @@
 #include <gjf/core/schema/schema_validation.hpp>
 #include <gjf/core/schema/simple_yaml_parser.hpp>
 #include <gjf/core/selection/selection.hpp>
+#include <gjf/core/sections/section_kinds.hpp>

@@ -4,6 +4,7 @@
 
 #include <gjf/core/chemistry/elements.hpp>
 #include <gjf/core/reader/molecule_fields.hpp>
+#include <gjf/core/sections/section_kinds.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
 

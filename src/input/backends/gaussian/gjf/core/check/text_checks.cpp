@@ -2,6 +2,7 @@
 #include <gjf/core/check/checked_job.hpp>
 
 #include <gjf/core/reader/molecule_fields.hpp>
+#include <gjf/core/sections/section_kinds.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
 

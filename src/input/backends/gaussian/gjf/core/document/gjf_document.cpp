@@ -6,6 +6,7 @@
 #include <gjf/core/editor/job_writer.hpp>
 #include <gjf/core/reader/gjf_parser.hpp>
 #include <gjf/core/reader/reading.hpp>
+#include <gjf/core/sections/section_kinds.hpp>
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>

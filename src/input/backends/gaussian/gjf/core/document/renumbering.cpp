@@ -5,6 +5,7 @@
 #include <gjf/core/job/gjf_parse_exception.hpp>
 #include <gjf/core/reader/molecule_fields.hpp>
 #include <gjf/core/reader/reading.hpp>
+#include <gjf/core/sections/section_kinds.hpp>
 #include <gjf/core/text/number.hpp>
 
 #include <algorithm>

@@ -1,8 +1,6 @@
 // The closed set of extra input kinds: what may follow the molecule specification, in the order it follows.
 #pragma once
 
-#include <core/export.hpp>
-
 #include <cstdint>
 
 namespace quor::input::gaussian {
@@ -67,23 +65,5 @@ enum class ExtraInputSectionKind : std::int32_t {
     PROAIMSOutput = 54,
     MatrixElementFile = 55,
 };
-
-/// How the lines of a section are told from those of the next one.
-enum class ExtraInputClass {
-    Block,             ///< lines up to a blank line
-    TitleAndMolecule,  ///< two blocks: a title and a molecule specification
-    SingleLine,        ///< the next line that is not blank
-    UpToEnd,           ///< lines up to and including the first that contains "$end"
-    AtomList,          ///< lines of atom numbers and ranges
-};
-
-/// Returns the display name of a kind, "Unknown" for a value outside 1 to 55. Never null; UTF-8; static.
-QUOR_GJF_API const char* extra_input_kind_name(ExtraInputSectionKind kind) noexcept;
-
-/// Returns the class of a kind; `Block` for a value outside 1 to 55.
-QUOR_GJF_API ExtraInputClass extra_input_class(ExtraInputSectionKind kind) noexcept;
-
-/// Tells whether a section of this kind is ended by a blank line: those of class block, and title and molecule, are.
-QUOR_GJF_API bool extra_input_requires_blank_line(ExtraInputSectionKind kind) noexcept;
 
 }  // namespace quor::input::gaussian

@@ -1,6 +1,8 @@
 // Renders a job, or a file of jobs, as text for people to read.
 #include <gjf/core/reader/gjf_parser.hpp>
 
+#include <gjf/core/sections/section_kinds.hpp>
+
 #include <charconv>
 #include <iterator>
 

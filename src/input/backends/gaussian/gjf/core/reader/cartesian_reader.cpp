@@ -2,6 +2,7 @@
 #include <gjf/core/reader/cartesian_reader.hpp>
 
 #include <core/memory/reserve_large.hpp>
+#include <gjf/core/sections/route_questions.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
 

@@ -1,6 +1,7 @@
 // Gives each kind of section that the route asks for its lines, by the kind's class, and keeps what is left over.
 #include <gjf/core/reader/reading.hpp>
 
+#include <gjf/core/sections/section_row.hpp>
 #include <gjf/core/text/number_range.hpp>
 #include <gjf/core/text/text.hpp>
 
@@ -173,6 +174,10 @@ void note_section(const LineCursor& cursor, std::size_t begin, Kind kind, Readin
     recorder.reading.places.sections.push_back({kind, recorder.place_of(lines)});
 }
 
+ParsedKeywords interpret(const ControlSection& control) {
+    return control.route_keywords.empty() ? ParsedKeywords() : GJFParser::parse_keywords(control.route_keywords, {});
+}
+
 }  // namespace
 
 void read_extra_inputs(LineCursor& cursor, GJFData& job, const std::vector<Kind>& kinds, bool atoms_known,
@@ -204,5 +209,25 @@ void read_extra_inputs(LineCursor& cursor, GJFData& job, const std::vector<Kind>
         }
     }
 }
+
+std::vector<Kind> GJFParser::expected_extra_input_order(const ControlSection& control) {
+    const ParsedKeywords route = interpret(control);
+    return expected_kinds(RouteQuestions(route));
+}
+
+std::vector<Kind> GJFParser::expected_extra_input_order(const GJFData& data) {
+    const auto residues = [](const auto& atom) { return has_residue(atom.info); };
+    const GeomSection& geom = data.geom;
+    const ParsedKeywords route = interpret(data.control);
+    RouteQuestions questions(route);
+    questions.set_molecule(
+        {is_open_shell(geom), std::any_of(geom.atoms.begin(), geom.atoms.end(), residues) ||
+                                  std::any_of(geom.zmatrix_entries.begin(), geom.zmatrix_entries.end(), residues)});
+    return expected_kinds(questions);
+}
+
+const char* GJFParser::extra_input_section_kind_name(Kind kind) { return extra_input_kind_name(kind); }
+
+bool GJFParser::extra_input_section_requires_blank_line(Kind kind) { return extra_input_requires_blank_line(kind); }
 
 }  // namespace quor::input::gaussian

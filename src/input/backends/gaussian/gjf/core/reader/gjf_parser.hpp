@@ -1,7 +1,7 @@
 // Reads Gaussian 16 job text into the job model.
 //
-// Members are defined by topic: job_reader.cpp, control_reader.cpp, molecule_reader.cpp, extra_input_reader.cpp,
-// extra_input_rules.cpp and analysis_report.cpp.
+// Members are defined by topic: job_reader.cpp, control_reader.cpp, molecule_reader.cpp, extra_input_reader.cpp and
+// analysis_report.cpp.
 #pragma once
 
 #include <core/export.hpp>

@@ -93,8 +93,4 @@ QUOR_GJF_API std::vector<JobReading> read_jobs_with_layout(std::string_view text
 /// Returns where a stretch of the route text stands: one place for each stretch of a word that it is made of, in order.
 QUOR_GJF_API std::vector<TextPlace> route_places(const JobLayout& layout, Span of_route_text);
 
-/// Returns how a route usually asks for a kind of section, as in "opt=modredundant"; empty for one that no route asks for.
-/// Static.
-QUOR_GJF_API const char* extra_input_request(ExtraInputSectionKind kind) noexcept;
-
 }  // namespace quor::input::gaussian

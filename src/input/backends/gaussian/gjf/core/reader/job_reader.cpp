@@ -3,8 +3,8 @@
 #include <gjf/core/reader/gjf_parser.hpp>
 
 #include <core/memory/reserve_large.hpp>
-#include <gjf/core/reader/extra_input_rules.hpp>
 #include <gjf/core/reader/reading.hpp>
+#include <gjf/core/sections/section_row.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
 
@@ -348,11 +348,5 @@ std::string GJFParser::trim(const std::string& text) { return std::string(trim_v
 bool GJFParser::is_number(const std::string& text) { return is_number_text(text); }
 
 bool GJFParser::is_integer(const std::string& text) { return is_integer_text(text); }
-
-const char* GJFParser::extra_input_section_kind_name(ExtraInputSectionKind kind) { return extra_input_kind_name(kind); }
-
-bool GJFParser::extra_input_section_requires_blank_line(ExtraInputSectionKind kind) {
-    return extra_input_requires_blank_line(kind);
-}
 
 }  // namespace quor::input::gaussian

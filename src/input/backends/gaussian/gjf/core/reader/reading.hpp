@@ -151,15 +151,6 @@ std::vector<ChargeSpinPair> read_charge_line(std::string_view line, ReadingRecor
 
 bool is_valid_geometry_first_line(std::string_view line);
 
-/// What the rules for sections ask of a molecule; of none, nothing holds.
-struct MoleculeTraits {
-    bool open_shell = false;    ///< a charge/multiplicity pair is no singlet
-    bool has_residues = false;  ///< an atom label carries residue information
-};
-
-bool has_residue(const AtomInfo& info);
-bool is_open_shell(const GeomSection& geom);
-
 /// Gives each expected kind its section and keeps what is left as sections of unknown kind. `atoms_known` tells whether atom
 /// numbers of connectivity are bounded by the job's own molecule.
 void read_extra_inputs(LineCursor& cursor, GJFData& job, const std::vector<ExtraInputSectionKind>& kinds, bool atoms_known,

@@ -1,6 +1,7 @@
 // Reads Z-matrix rows, and the variables and constants behind them.
 #include <gjf/core/reader/zmatrix_reader.hpp>
 
+#include <gjf/core/sections/route_questions.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
 

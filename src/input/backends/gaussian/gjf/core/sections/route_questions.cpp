@@ -1,5 +1,5 @@
 // Answers the questions that the rules for extra input ask of a route and its molecule.
-#include <gjf/core/reader/extra_input_rules.hpp>
+#include <gjf/core/sections/route_questions.hpp>
 
 #include <gjf/core/schema/candidate_group.hpp>
 #include <gjf/core/schema/route_schema_cache.hpp>

@@ -1,7 +1,7 @@
-// What a route asks for after the molecule specification: the conditions, and the table of kinds. Private to the room.
+// The questions that the conditions for extra input ask of a route and its molecule. Private to the library.
 #pragma once
 
-#include <gjf/core/reader/reading.hpp>
+#include <gjf/core/job/geometry.hpp>
 #include <gjf/core/route/parsed_keywords.hpp>
 #include <gjf/core/schema/simple_yaml_parser.hpp>
 
@@ -82,6 +82,15 @@ class AskedKeyword {
 using Keywords = std::initializer_list<AskedKeyword>;
 using Words = std::initializer_list<std::string_view>;
 
+/// What the rules for sections ask of a molecule; of none, nothing holds.
+struct MoleculeTraits {
+    bool open_shell = false;    ///< a charge/multiplicity pair is no singlet
+    bool has_residues = false;  ///< an atom label carries residue information
+};
+
+bool has_residue(const AtomInfo& info);
+bool is_open_shell(const GeomSection& geom);
+
 /// An interpreted route, with the questions that the rules ask of it. Names are compared through the default vocabulary;
 /// which of the keywords asked for are there is found out once.
 class RouteQuestions {
@@ -134,8 +143,5 @@ class RouteQuestions {
     KeywordSet present_;             // what any of them is
     MoleculeTraits molecule_;
 };
-
-/// Lists the kinds of section that are asked for.
-std::vector<ExtraInputSectionKind> expected_kinds(const RouteQuestions& questions);
 
 }  // namespace quor::input::gaussian
