@@ -3,6 +3,7 @@
 
 #include <gjf/core/sections/route_questions.hpp>
 #include <gjf/core/sections/section_kinds.hpp>
+#include <gjf/core/sections/section_tokens.hpp>
 
 #include <cstddef>
 #include <vector>
@@ -16,6 +17,7 @@ struct SectionRow {
     ExtraInputClass input_class;
     const char* request;                          ///< how a route usually asks for it
     std::size_t (*asked)(const RouteQuestions&);  ///< how many such sections a route asks for
+    void (*grammar)(SectionReading&);             ///< reads its lines; `text` is set, and `lines` cut
 };
 
 /// Returns the row of a kind; that of `Unknown` for a value outside 1 to 55.
