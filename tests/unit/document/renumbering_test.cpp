@@ -429,5 +429,88 @@ TEST(Renumbering, ReachesSelectionsOfAtoms) {
               "All that the section 'Alterations to frozen atoms' names is removed; remove it and its keyword first");
 }
 
+TEST(Renumbering, ReachesAlterationsOfTheBasisSet) {
+    check_followed("massage", {
+                                  {"2 SP 0.5\n4 D 0.8 ! of oxygen", 1, "3 D 0.8 ! of oxygen"},
+                                  {"H 0.5", 1, "H 0.5"},
+                              });
+    check_refused("massage", "Basis set alterations",
+                  {
+                      {"5 SP 0.5", 0, "'5' is no atom of the molecule"},
+                      {"0 SP 0.5", 0, "'0' is no atom of the molecule"},
+                  });
+}
+
+TEST(Renumbering, FollowsBlocksThatAreNotClosed) {
+    check_followed("gen",
+                   {
+                       {"2 0\nsto-3g\n4 0\nsto-3g\n****", 0, "1 0\nsto-3g\n3 0\nsto-3g\n****"},
+                       {"2 0\nS 1 1.0\n3 0\n++++\n4 0\nsto-3g\n****", 0, "1 0\nS 1 1.0\n3 0\n++++\n3 0\nsto-3g\n****"},
+                       {"@ours.gbs\n4 0\nsto-3g\n****", 0, "@ours.gbs\n3 0\nsto-3g\n****"},
+                   });
+}
+
+TEST(Renumbering, TakesTheBlanksAroundNumbersThatGrow) {
+    std::string atoms;
+    for (int i = 1; i <= 11; ++i) {
+        atoms += "H 0 0 " + std::to_string(i) + "\n";
+    }
+    const auto job = [&](const std::string& route, const std::string& section) {
+        return "# hf/sto-3g " + route + "\n\nt\n\n0 1\n" + atoms + "\n" + section + "\n\n";
+    };
+    struct Row {
+        const char* route;
+        const char* section;
+        const char* wanted;  // when atom 1 goes to the end
+    };
+    const Row rows[] = {
+        {"opt=modredundant", "B  1  2 F", "B 11  1 F"},  {"opt=modredundant", "B 1 2 F", "B 11 1 F"},
+        {"opt=modredundant", "B 2 1 F", "B 1 11 F"},     {"opt=modredundant", "B 2 1  F", "B 1 11 F"},
+        {"opt=modredundant", "B 10 11 F", "B  9 10 F"},  {"opt=modredundant", "1  11  B", "11 10  B"},
+        {"opt=modredundant", "11 1", "10 11"},           {"nmr=(spinspin,readatoms)", "1  11  3", "11 10  2"},
+        {"nmr=(spinspin,readatoms)", "11 1", "10 11"},   {"nmr=(spinspin,readatoms)", "3-4,1,10", "2-3,11,9"},
+        {"nmr=(spinspin,readatoms)", "1-2 3", "1,11 2"}, {"nmr=(spinspin,readatoms)", "1-2   3", "1,11  2"},
+        {"opt=readopt", "atoms=1  2", "atoms=11  1"},    {"opt=readopt", "atoms=11  block=1", "atoms=10  block=1"},
+    };
+    for (const Row& row : rows) {
+        const std::string moved = replaced(job(row.route, row.wanted), "H 0 0 1\n", "");
+        EXPECT_EQ(edited(job(row.route, row.section), [](GJFEditor& e) { e.move_atom(0, 10); }),
+                  replaced(moved, "H 0 0 11\n", "H 0 0 11\nH 0 0 1\n"))
+            << row.section;
+    }
+}
+
+TEST(Renumbering, RefusesLeftOverTextThatMayNameAtoms) {
+    check_followed("", {
+                           {"D 0 5 1.0 2.5 x4 6-31G(d)", 0, "D 0 5 1.0 2.5 x4 6-31G(d)"},
+                           {"! 1 and 2", 0, "! 1 and 2"},
+                           {"1e2 99999999999999999999 -1 4294967297", 0, "1e2 99999999999999999999 -1 4294967297"},
+                           {"@file", 0, "@file"},
+                       });
+    const char* const reason = "it may name atoms by number";
+    check_refused("", "Unknown",
+                  {
+                      {"4", 0, reason},
+                      {"B 1 2 F", 3, reason},
+                      {"R(1,9)", 0, reason},
+                      {"atoms=3-9", 0, reason},
+                      {"text\n$nbo 2 $end", 0, reason},
+                      {"1 2 1.0\n2", 0, reason},
+                  });
+    // The other numbers stay what they were when an atom is only added behind them.
+    const std::string text = job_with("", "B 1 2 F");
+    EXPECT_EQ(edited(text, [](GJFEditor& e) { e.add_atom(e.get_data().geom.atoms[0]); }),
+              replaced(text, "O 1 0 0\n", "O 1 0 0\nC 0 0 0\n"));
+}
+
+TEST(Renumbering, RefusesWhatIncludesAFileThatMayNameAtoms) {
+    const char* const reason = "it includes a file";
+    check_refused("opt=modredundant", "Modifications to coordinates", {{"B 1 2 F\n@more", 3, reason}});
+    check_refused("opt=readopt", "Alterations to frozen atoms", {{"@list", 0, reason}});
+    check_refused("pop=nboread", "NBO input", {{"@nbo", 0, reason}});
+    check_followed("gen", {{"@basis.gbs", 0, "@basis.gbs"}});
+    check_followed("charge", {{"@charges", 0, "@charges"}});
+}
+
 }  // namespace
 }  // namespace quor::input::gaussian::test

@@ -1,244 +1,367 @@
-// Renumbers the atoms that sections name, each kind of section in its own form.
-#include <gjf/core/document/renumbering.hpp>
+// Renumbers the atoms that sections name: one walk over the tokens of any kind of section.
+#include <gjf/core/document/job_rewriting.hpp>
 
-#include <gjf/core/document/field_line.hpp>
 #include <gjf/core/job/gjf_parse_exception.hpp>
-#include <gjf/core/reader/molecule_fields.hpp>
-#include <gjf/core/reader/reading.hpp>
 #include <gjf/core/sections/section_kinds.hpp>
+#include <gjf/core/sections/section_tokens.hpp>
 #include <gjf/core/text/number.hpp>
+#include <gjf/core/text/number_range.hpp>
 
 #include <algorithm>
-#include <optional>
+#include <cstdint>
+#include <exception>
+#include <iterator>
+#include <set>
+#include <span>
+#include <utility>
 
 namespace quor::input::gaussian {
 namespace {
 
-using Kind = ExtraInputSectionKind;
+// Says why a section cannot follow the atoms. It does not leave this source.
+class CannotRenumber : public std::exception {
+   public:
+    explicit CannotRenumber(std::string reason) : reason_(std::move(reason)) {}
+    const char* what() const noexcept override { return reason_.c_str(); }
 
-// A line of an internal coordinate: a type letter, atoms and what is to be done; gone when one of its atoms is.
-std::optional<std::string> coordinate_line(std::string_view line, const AtomPlaces& places) {
-    constexpr std::string_view letters = "xbadlo";
-    constexpr std::size_t atom_counts[] = {1, 2, 3, 4, 4, 4};
-    FieldLine fields(line);
-    if (fields.size() == 0) {
-        return std::string(line);
-    }
-    if (line.find('(') != std::string_view::npos || fields.field(0).find('=') != std::string_view::npos) {
-        throw CannotRenumber("it holds expressions");
-    }
-    const bool typed = !is_integer_text(fields.field(0)) && fields.field(0) != "*";
-    const std::size_t type = typed ? letters.find(to_lower_ascii(fields.field(0).front())) : 4;
-    if (type == std::string_view::npos || (typed && fields.field(0).size() != 1)) {
-        throw CannotRenumber("'" + std::string(fields.field(0)) + "' is no type of coordinate");
-    }
-    std::size_t count = typed ? atom_counts[type] : 4;
-    bool gone = false;
-    for (std::size_t i = typed ? 1 : 0; i < fields.size() && count > 0; ++i, --count) {
-        if (fields.field(i) == "*") {
-            continue;
+   private:
+    std::string reason_;
+};
+
+// Writes sorted numbers as a list of ranges.
+std::string ranges_text(const std::set<std::size_t>& numbers) {
+    std::string text;
+    for (auto begin = numbers.begin(); begin != numbers.end();) {
+        auto last = begin;
+        while (std::next(last) != numbers.end() && *std::next(last) == *last + 1) {
+            ++last;
         }
-        if (!is_integer_text(fields.field(i))) {
-            break;
-        }
-        const std::optional<std::size_t> number = new_number(fields.field(i), places);
-        gone = gone || !number;
-        if (number && fields.field(i) != std::to_string(*number)) {
-            fields.set_number(i, std::to_string(*number));
-        }
-    }
-    return gone ? std::nullopt : std::optional<std::string>(fields.text());
-}
-
-// A line of atom numbers and ranges alone.
-std::optional<std::string> atom_list_line(std::string_view line, const AtomPlaces& places) {
-    FieldLine fields(line);
-    const std::size_t count = fields.size();
-    for (std::size_t i = fields.size(); i-- > 0;) {
-        const std::string text = renumbered_range(fields.field(i), places);
-        if (text.empty()) {
-            fields.remove(i);
-        } else if (text != fields.field(i)) {
-            fields.set_text(i, text);
-        }
-    }
-    return fields.size() == 0 && count > 0 ? std::nullopt : std::optional<std::string>(fields.text());
-}
-
-// A line whose first field is an atom or an element, as in a list of radii.
-std::optional<std::string> first_field_line(std::string_view line, const AtomPlaces& places) {
-    FieldLine fields(line);
-    if (fields.size() == 0 || !names_numbers(fields.field(0))) {
-        return std::string(line);
-    }
-    const std::string text = renumbered_range(fields.field(0), places);
-    if (text.empty()) {
-        return std::nullopt;
-    }
-    if (text != fields.field(0)) {
-        fields.set_text(0, text);
-    }
-    return fields.text();
-}
-
-// Lists one line an atom, behind a first line of temperature and pressure.
-std::string masses_text(const std::string& text, const AtomPlaces& places) {
-    const std::vector<std::string_view> lines = split_lines(text);
-    if (lines.size() != places.old_count() + 1) {
-        throw CannotRenumber("it does not have one line for each atom");
-    }
-    if (places.added) {
-        throw CannotRenumber("the isotope of a new atom is not known");
-    }
-    std::vector<std::string_view> ordered(places.count);
-    for (std::size_t old = 0; old < places.old_count(); ++old) {
-        if (places.places[old] != AtomPlaces::gone) {
-            ordered[places.places[old]] = lines[old + 1];
-        }
-    }
-    std::string result(lines[0]);
-    for (const std::string_view line : ordered) {
-        result += '\n';
-        result += line;
-    }
-    return result;
-}
-
-// A second or third structure: its atoms go and move as those of the first.
-std::string structure_text(const std::string& text, const AtomPlaces& places) {
-    const std::vector<std::string_view> lines = split_lines(text);
-    const auto blank = std::find_if(lines.begin(), lines.end(), is_blank_line);
-    const auto charge = std::find_if_not(blank == lines.end() ? lines.begin() : blank, lines.end(), is_blank_line);
-    const auto atoms = charge == lines.end() ? charge : charge + 1;
-    const bool cartesian =
-        std::all_of(atoms, lines.end(), [](std::string_view line) { return FieldLine(line).size() >= 4; });
-    if (!cartesian || static_cast<std::size_t>(lines.end() - atoms) != places.old_count()) {
-        throw CannotRenumber("its atoms cannot be told");
-    }
-    if (places.added) {
-        throw CannotRenumber("where a new atom is in it is not known");
-    }
-    std::vector<std::string_view> ordered(places.count);
-    for (std::size_t old = 0; old < places.old_count(); ++old) {
-        if (places.places[old] != AtomPlaces::gone) {
-            ordered[places.places[old]] = atoms[static_cast<std::ptrdiff_t>(old)];
-        }
-    }
-    std::vector<std::string_view> all(lines.begin(), atoms);
-    all.insert(all.end(), ordered.begin(), ordered.end());
-    return join_lines(all.data(), all.size());
-}
-
-// Rows of bonds that are kept as text.
-std::optional<std::string> bond_row(std::string_view line, const AtomPlaces& places) {
-    FieldLine row(line);
-    if (row.size() == 0) {
-        return std::string(line);
-    }
-    const std::optional<std::size_t> atom = new_number(row.field(0), places);
-    if (!atom) {
-        return std::nullopt;
-    }
-    for (std::size_t i = row.size() - 1; i >= 2; i -= 2) {
-        const std::optional<std::size_t> partner = new_number(row.field(i - 1), places);
-        if (!partner) {
-            row.remove(i);
-            row.remove(i - 1);
-        } else if (row.field(i - 1) != std::to_string(*partner)) {
-            row.set_text(i - 1, std::to_string(*partner));
-        }
-    }
-    if (row.field(0) != std::to_string(*atom)) {
-        row.set_number(0, std::to_string(*atom));
-    }
-    return row.text();
-}
-
-bool has_digit(const std::string& text) { return text.find_first_of("0123456789") != std::string::npos; }
-
-std::string refuse_numbers(const std::string& text) {
-    if (has_digit(text)) {
-        throw CannotRenumber("it may name atoms by number");
+        text += (text.empty() ? "" : ",") + std::to_string(*begin);
+        text += *last == *begin ? "" : "-" + std::to_string(*last);
+        begin = std::next(last);
     }
     return text;
 }
 
-std::string solvation_text(const std::string& text) {
-    const bool names_spheres = contains_folded(text, "modifysph") || contains_folded(text, "extrasph");
-    for (const std::string_view line : split_lines(text)) {
-        Fields fields;
-        cut_fields(without_comment(line), fields);
-        if (names_spheres || (!fields.empty() && is_integer_text(fields[0]))) {
-            throw CannotRenumber("it changes the spheres of single atoms");
+// Renumbers a number or a range; nothing is left of it when all its atoms are gone. Throws for what is no atom.
+std::string renumbered(std::string_view field, TokenKind kind, const AtomPlaces& places) {
+    const bool may_be_range = kind == TokenKind::Atoms || is_integer_text(field);
+    const std::optional<NumberRange> range =
+        may_be_range ? to_number_range(field, 1, static_cast<std::int64_t>(places.old_count())) : std::nullopt;
+    if (!range) {
+        throw CannotRenumber("'" + std::string(field) + "' is no atom of the molecule");
+    }
+    std::set<std::size_t> numbers;
+    for (std::int64_t i = range->first; i <= range->last; ++i) {
+        const std::size_t place = places.places[static_cast<std::size_t>(i) - 1];
+        if (place != AtomPlaces::gone) {
+            numbers.insert(place + 1);
         }
     }
-    return text;
+    return ranges_text(numbers);
 }
 
-// Atoms that are only added at the end leave the numbers of the others as they are; these kinds list all atoms all the same.
-bool lists_every_atom(Kind kind) noexcept {
-    return kind == Kind::AtomicMasses || kind == Kind::SecondTitleAndMolecule || kind == Kind::ThirdTitleAndTSStructure ||
-           kind == Kind::BOMDInput;
-}
+// A token, or a list of them, among others that it is parted from by blanks or commas.
+struct Sibling {
+    Span span;
+    std::string now;  // empty when it is gone
+    bool keeps_right_end = false;
 
-std::string renumbered(Kind kind, const std::string& text, const AtomPlaces& places) {
-    switch (kind) {
-        case Kind::CoordinateModifications:
-        case Kind::SecondCoordinateModifications:
-        case Kind::ThirdCoordinateModifications:
-        case Kind::IRCCoordinates:
-            return change_lines(text, places, coordinate_line);
-        case Kind::SpinSpinAtoms:
-        case Kind::PickettAtoms:
-            return change_lines(text, places, atom_list_line);
-        case Kind::FrozenAtomAlterations:
-        case Kind::SecondFrozenAtomAlterations:
-        case Kind::ThirdFrozenAtomAlterations:
-        case Kind::HarmonicModeSelection:
-        case Kind::AnharmonicModeSelection:
-            return change_lines(text, places, atom_selection_line);
-        case Kind::AtomicRadii:
-            return change_lines(text, places, first_field_line);
-        case Kind::BasisSet:
-        case Kind::DensityFittingBasis:
-            return basis_text(text, places);
-        case Kind::ECP:
-            return potential_text(text, places);
-        case Kind::AtomicMasses:
-            return masses_text(text, places);
-        case Kind::SecondTitleAndMolecule:
-        case Kind::ThirdTitleAndTSStructure:
-            return structure_text(text, places);
-        case Kind::SecondConnectivity:
-        case Kind::ThirdConnectivity:
-            return change_lines(text, places, bond_row);
-        case Kind::PCMInput:
-        case Kind::PCMSolvation:
-            return solvation_text(text);
-        case Kind::NBOInput:
-        case Kind::HarmonicConstraints:
-        case Kind::External:
-        case Kind::LinkSpecificInput:
-        case Kind::BOMDInput:
-        case Kind::HinderedRotor:
-        case Kind::ElectrostaticData:
-        case Kind::FCHTInput:
-        case Kind::GuessSource:
-        case Kind::AnharmonicInput:
-            return refuse_numbers(text);
-        default:
-            return text;
+    bool gone() const noexcept { return now.empty(); }
+};
+
+using Siblings = std::vector<Sibling>;
+
+// How the blanks around a text take up its change of length.
+enum class Spacing { KeepsColumns, Plain };
+
+// Walks the lines of one section and collects what changes.
+class SectionWalk {
+   public:
+    SectionWalk(const SectionReading& section, const AtomPlaces& places)
+        : section_(section), places_(places), line_goes_(section.lines.size()) {}
+
+    std::string follow() {
+        for (std::size_t i = 0; i < section_.lines.size(); ++i) {
+            line_goes_[i] = !follow_line(i);
+        }
+        follow_lines_of_atoms();
+        remove_lines();
+        std::stable_sort(edits_.begin(), edits_.end(),
+                         [](const TextEdit& a, const TextEdit& b) { return a.begin < b.begin; });
+        return edited_text();
     }
+
+   private:
+    std::string edited_text() const {
+        std::string result;
+        std::size_t done = 0;
+        for (const TextEdit& edit : edits_) {
+            result.append(section_.text.substr(done, edit.begin - done)).append(edit.text);
+            done = edit.end;
+        }
+        return result.append(section_.text.substr(done));
+    }
+
+    // Renumbers a line; returns false when it goes.
+    bool follow_line(std::size_t index) {
+        const SectionLine& line = section_.lines[index];
+        switch (line.form) {
+            case LineForm::Coordinate:
+            case LineForm::First:
+            case LineForm::Bonds:
+            case LineForm::Atoms:
+            case LineForm::Centers:
+                return follow_fields(line);
+            case LineForm::Selection:
+                return follow_selection(index);
+            case LineForm::LeftOver:
+                check_left_over(line);
+                return true;
+            case LineForm::Include:
+                if (section_.includes_name_atoms) {
+                    throw CannotRenumber("it includes a file");
+                }
+                return true;
+            case LineForm::Plain:
+            case LineForm::Expression:
+            case LineForm::OfAtom:
+            case LineForm::BlockEnd:
+            case LineForm::Shell:
+            case LineForm::Primitive:
+            case LineForm::Name:
+                return true;
+        }
+        return true;
+    }
+
+    Siblings siblings_of(std::span<const SectionToken> tokens) const {
+        Siblings siblings;
+        for (const SectionToken& token : tokens) {
+            const std::string_view text = section_[token.span];
+            const bool names_atoms = token.kind == TokenKind::Atom || token.kind == TokenKind::Atoms;
+            siblings.push_back({token.span, names_atoms ? renumbered(text, token.kind, places_) : std::string(text)});
+        }
+        return siblings;
+    }
+
+    static bool names_nothing(std::span<const SectionToken> tokens, const Siblings& fields) {
+        const std::size_t names = fields.size() - (tokens.back().kind == TokenKind::End ? 1 : 0);
+        return std::all_of(fields.begin(), fields.begin() + static_cast<std::ptrdiff_t>(names),
+                           [](const Sibling& field) { return field.gone(); });
+    }
+
+    bool follow_fields(const SectionLine& line) {
+        Siblings fields = siblings_of(section_.tokens_of(line));
+        const auto gone = [](const Sibling& field) { return field.gone(); };
+        if (line.form == LineForm::Coordinate || line.form == LineForm::First) {
+            if (std::any_of(fields.begin(), fields.end(), gone)) {
+                return false;
+            }
+        } else if (line.form == LineForm::Atoms) {
+            if (std::all_of(fields.begin(), fields.end(), gone)) {
+                return false;
+            }
+        } else if (line.form == LineForm::Bonds) {
+            if (fields[0].gone()) {
+                return false;
+            }
+            for (std::size_t i = 2; i < fields.size(); i += 2) {
+                fields[i].now = fields[i - 1].gone() ? std::string() : fields[i].now;
+            }
+        } else if (names_nothing(section_.tokens_of(line), fields)) {
+            throw CannotRenumber("no atom of a block is left");
+        }
+        for (std::size_t i = 0; i < fields.size(); ++i) {
+            fields[i].keeps_right_end = line.form == LineForm::Coordinate || (line.form == LineForm::Bonds && i == 0);
+        }
+        write(fields, line.span.end(), Spacing::KeepsColumns);
+        return true;
+    }
+
+    bool follow_selection(std::size_t index) {
+        Siblings lists;
+        std::vector<Siblings> words;
+        bool lost = false;
+        bool kept = false;
+        for (; next_list_ < section_.lists.size() && section_.lists[next_list_].line == index; ++next_list_) {
+            const SelectionList& list = section_.lists[next_list_];
+            Siblings& now = words.emplace_back(siblings_of(std::span(section_.tokens).subspan(list.first, list.count)));
+            const bool gone =
+                list.count > 0 && std::all_of(now.begin(), now.end(), [](const Sibling& word) { return word.gone(); });
+            lists.push_back({list.span, gone ? std::string() : std::string(section_[list.span])});
+            lost = lost || (list.selects() && gone);
+            kept = kept || list.is_noatoms() || (list.selects() && list.count > 0 && !gone);
+        }
+        // What the line means then is all atoms, or others than it did.
+        if (lost && !kept) {
+            throw CannotRenumber("no atom of 'atoms=...' is left");
+        }
+        for (std::size_t i = 0; i < lists.size(); ++i) {
+            if (!lists[i].gone()) {
+                write(words[i], lists[i].span.end(), Spacing::Plain);
+            }
+        }
+        write(lists, section_.lines[index].span.end(), Spacing::Plain);
+        return std::any_of(lists.begin(), lists.end(), [](const Sibling& list) { return !list.gone(); });
+    }
+
+    void check_left_over(const SectionLine& line) const {
+        for (const SectionToken& token : section_.tokens_of(line)) {
+            const std::optional<NumberRange> range = to_number_range(section_[token.span], 1);
+            if (token.kind == TokenKind::Atoms && range && std::cmp_less_equal(range->first, places_.old_count())) {
+                throw CannotRenumber("it may name atoms by number");
+            }
+        }
+    }
+
+    // Puts the lines that are about one atom each into the order of the atoms.
+    void follow_lines_of_atoms() {
+        std::vector<std::size_t> lines;
+        for (std::size_t i = 0; i < section_.lines.size(); ++i) {
+            if (section_.lines[i].form == LineForm::OfAtom) {
+                lines.push_back(i);
+            }
+        }
+        if (*section_.miscounted == '\0') {
+            return;
+        }
+        if (lines.size() != places_.old_count()) {
+            throw CannotRenumber(section_.miscounted);
+        }
+        if (places_.added) {
+            throw CannotRenumber(section_.without_place);
+        }
+        for (std::size_t i = places_.count; i < lines.size(); ++i) {
+            line_goes_[lines[i]] = true;
+        }
+        for (std::size_t old = 0; old < lines.size(); ++old) {
+            if (const std::size_t place = places_.places[old]; place != AtomPlaces::gone && place != old) {
+                const Span target = section_.lines[lines[place]].span;
+                edits_.push_back({target.begin, target.end(), std::string(section_[section_.lines[lines[old]].span])});
+            }
+        }
+    }
+
+    // Removes lines with their ends; the last ones with the end of the line before.
+    void remove_lines() {
+        const std::vector<SectionLine>& lines = section_.lines;
+        for (std::size_t first = 0; first < lines.size(); ++first) {
+            if (!line_goes_[first]) {
+                continue;
+            }
+            std::size_t behind = first + 1;
+            while (behind < lines.size() && line_goes_[behind]) {
+                ++behind;
+            }
+            const bool any_behind = behind < lines.size();
+            const std::size_t begin = any_behind || first == 0 ? lines[first].span.begin : lines[first - 1].span.end();
+            edits_.push_back({begin, any_behind ? lines[behind].span.begin : section_.text.size(), {}});
+            first = behind;
+        }
+    }
+
+    // Counts the blanks behind a place that another text may take: one is left before what follows.
+    std::size_t free_blanks(std::size_t from, std::size_t to, bool is_last) const noexcept {
+        const std::string_view gap = section_.text.substr(from, to - from);
+        const std::size_t blanks = std::min(gap.find_first_not_of(' '), gap.size());
+        if (is_last && blanks == gap.size()) {
+            return blanks;
+        }
+        return blanks == 0 || (!is_last && blanks != gap.size()) ? 0 : blanks - 1;
+    }
+
+    std::size_t blanks_before(const Siblings& siblings, std::size_t i) const noexcept {
+        if (i == 0) {
+            return 0;
+        }
+        const std::size_t end = siblings[i - 1].span.end();
+        const std::size_t begin = siblings[i].span.begin;
+        if (section_.text.substr(end, begin - end).find_first_not_of(' ') != std::string_view::npos) {
+            return 0;
+        }
+        return begin - (edits_.empty() ? end : std::max(end, edits_.back().end));
+    }
+
+    // Writes what is left of tokens or lists up to the end of their line. One that is gone takes along what parts it from
+    // the one before; the first ones, what parts them from the one behind.
+    void write(const Siblings& siblings, std::size_t end, Spacing spacing) {
+        std::size_t i = 0;
+        while (i < siblings.size() && siblings[i].gone()) {
+            ++i;
+        }
+        if (i > 0 && i < siblings.size()) {
+            edits_.push_back({siblings[0].span.begin, siblings[i].span.begin, {}});
+        }
+        for (std::size_t behind = i; i < siblings.size(); i = behind) {
+            behind = i + 1;
+            while (behind < siblings.size() && siblings[behind].gone()) {
+                ++behind;
+            }
+            const bool is_last = behind == siblings.size();
+            const std::size_t gap = siblings[behind - 1].span.end();
+            const std::size_t taken = replace(siblings, i, gap, is_last ? end : siblings[behind].span.begin, spacing);
+            if (behind > i + 1) {
+                edits_.push_back({siblings[i].span.end(), gap + taken, {}});
+            }
+        }
+    }
+
+    // Replaces one token by its new text. The gap behind it, from `gap` to `next`, may be parted from it by tokens that are
+    // gone; returns how many of its blanks the text takes, which the caller removes when that is so.
+    std::size_t replace(const Siblings& siblings, std::size_t i, std::size_t gap, std::size_t next, Spacing spacing) {
+        const Sibling& token = siblings[i];
+        if (token.now == section_[token.span]) {
+            return 0;
+        }
+        const std::size_t width = token.span.length;
+        const std::size_t length = token.now.size();
+        std::size_t begin = token.span.begin;
+        std::size_t taken = 0;
+        std::string text = token.now;
+        if (spacing == Spacing::KeepsColumns && length > width) {
+            const std::size_t before = token.keeps_right_end ? blanks_before(siblings, i) : 0;
+            const std::size_t left = before == 0 ? 0 : std::min(length - width, before - 1);
+            const bool is_last = gap == siblings.back().span.end();
+            taken = std::min(length - width - left, free_blanks(gap, next, is_last));
+            begin -= left;
+        } else if (spacing == Spacing::KeepsColumns && token.keeps_right_end) {
+            text.insert(0, blanks_before(siblings, i) > 0 ? width - length : 0, ' ');
+        } else if (spacing == Spacing::KeepsColumns && gap < section_.text.size() && section_.text[gap] == ' ') {
+            text.append(width - length, ' ');
+        }
+        const bool joins_gap = gap == token.span.end();
+        edits_.push_back({begin, token.span.end() + (joins_gap ? taken : 0), std::move(text)});
+        return taken;
+    }
+
+    const SectionReading& section_;
+    const AtomPlaces& places_;
+    std::vector<bool> line_goes_;
+    std::size_t next_list_ = 0;
+    std::vector<TextEdit> edits_;
+};
+
+std::string followed(const SectionReading& section, const AtomPlaces& places) {
+    if (!section.unclear.empty()) {
+        throw CannotRenumber(section.unclear);
+    }
+    return SectionWalk(section, places).follow();
 }
 
 }  // namespace
 
-std::string renumber_section(Kind kind, const std::string& text, const AtomPlaces& places, bool force) {
-    if (!places.renumbered && !(places.added && lists_every_atom(kind))) {
+std::string renumber_section(ExtraInputSectionKind kind, const std::string& text, const AtomPlaces& places, bool force) {
+    if (!places.renumbered && !places.added) {
+        return text;
+    }
+    const SectionReading section = read_section(kind, text);
+    // Atoms that are only added leave the numbers of the others as they are.
+    if (!places.renumbered && !section.lists_every_atom) {
         return text;
     }
     try {
-        return renumbered(kind, text, places);
+        return followed(section, places);
     } catch (const CannotRenumber& reason) {
         if (force) {
             return text;
