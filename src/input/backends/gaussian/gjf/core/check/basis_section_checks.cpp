@@ -2,7 +2,7 @@
 #include <gjf/core/check/molecule_view.hpp>
 
 #include <gjf/core/check/near_names.hpp>
-#include <gjf/core/reader/molecule_fields.hpp>
+#include <gjf/core/sections/section_tokens.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/number_range.hpp>
 #include <gjf/core/text/text.hpp>
@@ -11,17 +11,12 @@
 #include <array>
 #include <iterator>
 #include <set>
+#include <utility>
 
 namespace quor::input::gaussian {
 namespace {
 
-constexpr std::string_view block_ends[] = {"****", "++++"};
 constexpr std::size_t element_count = 119;  // by atomic number
-
-bool is_block_end(std::string_view text) noexcept {
-    return std::any_of(std::begin(block_ends), std::end(block_ends),
-                       [&](std::string_view end) { return text.substr(0, 4) == end; });
-}
 
 // Tells whether a text names a set of the Stuttgart and Dresden potentials, as in MWB28.
 bool is_stuttgart_set(std::string_view text) noexcept {
@@ -58,33 +53,15 @@ bool add_center(std::string_view field, Centers& centers) {
     return range.has_value();
 }
 
-// Reads a line of centers; absent when it is none. Only where a line can be nothing else, the zero that ends it may be left
-// out.
-std::optional<Centers> read_centers(std::string_view line, bool zero_needed) {
-    Fields fields;
-    cut_fields(without_comment(line), fields);
-    const bool has_zero = fields.size() >= 2 && fields.back() == "0";
-    if (fields.empty() || (zero_needed && !has_zero && fields[0].front() != '-')) {
-        return std::nullopt;
-    }
+// Reads the tokens of a line of centers; absent when one of them is neither an element nor an atom.
+std::optional<Centers> read_centers(const SectionReading& section, const SectionLine& line) {
     Centers centers;
-    const bool all = std::all_of(fields.begin(), fields.end() - (has_zero ? 1 : 0),
-                                 [&](std::string_view field) { return add_center(field, centers); });
-    return all ? std::optional<Centers>(std::move(centers)) : std::nullopt;
-}
-
-// Tells whether a line opens a shell, as in "SP 3 1.00"; the number of lines with primitives behind it.
-std::optional<std::size_t> shell_lines(std::string_view line) {
-    Fields fields;
-    cut_fields(without_comment(line), fields);
-    if (fields.size() < 2 || fields[0].find_first_not_of("spdfghiklSPDFGHIKL=0123456789") != std::string_view::npos) {
-        return std::nullopt;
+    for (const SectionToken& token : section.tokens_of(line)) {
+        if (token.kind != TokenKind::End && !add_center(section[token.span], centers)) {
+            return std::nullopt;
+        }
     }
-    const std::optional<std::int64_t> count = to_int64(fields[1]);
-    if (!count || *count < 1 || *count > 1000) {
-        return std::nullopt;
-    }
-    return static_cast<std::size_t>(*count);
+    return centers;
 }
 
 // Walks the blocks of a general basis set.
@@ -97,26 +74,13 @@ class BasisWalk {
         }
     }
 
-    void walk(const LineRange& lines) {
-        for (std::size_t line = lines.first; line <= lines.last; ++line) {
-            const std::string_view text = trim_view(without_comment(job_.line(line)));
-            if (text.empty()) {
-                continue;
-            }
-            if (text.front() == '@') {
-                opaque_ = true;
-                return;
-            }
-            if (is_block_end(text)) {
-                open_block_ = 0;
-            } else if (open_block_ == 0) {
-                open(line);
-            } else {
-                line += take_body_line(line, text);
-            }
+    void walk(const SectionLayout& layout) {
+        const SectionReading section = read_section(layout.kind, job_.text(layout.lines));
+        for (std::size_t i = 0; i < section.lines.size() && !includes_; ++i) {
+            take_line(section, section.lines[i], layout.lines.first + i);
         }
-        if (open_block_ != 0) {
-            findings_.add("GJF-S010", Severity::Warning, "the last block of the basis set is not closed", lines.last,
+        if (open_block_ != 0 && !includes_) {
+            findings_.add("GJF-S010", Severity::Warning, "the last block of the basis set is not closed", layout.lines.last,
                           "end every block with ****");
         }
     }
@@ -138,8 +102,28 @@ class BasisWalk {
     }
 
    private:
-    void open(std::size_t line) {
-        const std::optional<Centers> centers = read_centers(job_.line(line), false);
+    void take_line(const SectionReading& section, const SectionLine& line, std::size_t number) {
+        if (line.form == LineForm::Include) {
+            // What is not read may cover any atom.
+            includes_ = opaque_ = true;
+        } else if (line.form == LineForm::BlockEnd) {
+            open_block_ = 0;
+        } else if (line.form == LineForm::Centers) {
+            if (open_block_ != 0) {
+                findings_.add(
+                    "GJF-S010", Severity::Error,
+                    "a new block begins here, but the one of line " + std::to_string(open_block_) + " is not closed", number,
+                    "end every block with ****");
+            }
+            open(read_centers(section, line), number);
+        } else if (line.form == LineForm::Shell) {
+            block_has_shells_ = true;
+        } else if (line.form == LineForm::Name) {
+            take_name(number, trim_view(without_comment(section[line.span])));
+        }
+    }
+
+    void open(const std::optional<Centers>& centers, std::size_t line) {
         open_block_ = line;
         block_has_shells_ = false;
         block_elements_.clear();
@@ -154,14 +138,14 @@ class BasisWalk {
             cover(number, job_.place_in(line, field));
         }
         for (const auto& [first, last] : centers->ranges) {
-            const std::size_t begin = static_cast<std::size_t>(first) - 1;
-            if (static_cast<std::size_t>(last) >= coverage_steps_.size()) {
+            if (std::cmp_greater_equal(last, coverage_steps_.size())) {
                 findings_.add("GJF-S011", Severity::Warning, "atom " + std::to_string(last) + " is not in the molecule",
                               line);
             }
-            if (begin < coverage_steps_.size()) {
-                ++coverage_steps_[begin];
-                --coverage_steps_[std::min(static_cast<std::size_t>(last), coverage_steps_.size() - 1)];
+            const auto end = static_cast<std::int64_t>(coverage_steps_.size());
+            if (first <= end) {
+                ++coverage_steps_[static_cast<std::size_t>(first - 1)];
+                --coverage_steps_[static_cast<std::size_t>(std::min(last, end - 1))];
             }
         }
     }
@@ -174,28 +158,6 @@ class BasisWalk {
         }
         block_elements_.push_back({element, place});
         covered_[element] = true;
-    }
-
-    // Takes a line inside a block; returns how many lines after it belong to it.
-    std::size_t take_body_line(std::size_t line, std::string_view text) {
-        // Shells expanded in Gaussians by the program itself, as in "STO 1S 3 7.66".
-        if (equals_folded(text.substr(0, 4), "sto ") && text.find('.') != std::string_view::npos) {
-            block_has_shells_ = true;
-            return 0;
-        }
-        if (const std::optional<std::size_t> count = shell_lines(text)) {
-            block_has_shells_ = true;
-            return *count;
-        }
-        if (read_centers(text, true)) {
-            findings_.add("GJF-S010", Severity::Error,
-                          "a new block begins here, but the one of line " + std::to_string(open_block_) + " is not closed",
-                          line, "end every block with ****");
-            open(line);
-            return 0;
-        }
-        take_name(line, text);
-        return 0;
     }
 
     void take_name(std::size_t line, std::string_view text) {
@@ -223,6 +185,7 @@ class BasisWalk {
     std::size_t open_block_ = 0;  // line of the centers of the block that is open
     bool block_has_shells_ = false;
     bool opaque_ = false;
+    bool includes_ = false;
     std::vector<std::pair<std::size_t, TextPlace>> block_elements_;
     std::array<bool, element_count> in_molecule_{};
     std::array<bool, element_count> covered_{};
@@ -231,21 +194,22 @@ class BasisWalk {
 };
 
 // Reports potentials of which none is for an element of the molecule.
-void check_potentials(const CheckedJob& job, const LineRange& lines, const std::vector<MoleculeAtom>& atoms,
+void check_potentials(const CheckedJob& job, const SectionLayout& layout, const std::vector<MoleculeAtom>& atoms,
                       Findings& findings) {
     bool any_element = false;
     std::array<bool, element_count> in_molecule{};
     for (const MoleculeAtom& atom : atoms) {
         in_molecule[static_cast<std::size_t>(atom.species.element)] = true;
     }
-    for (std::size_t line = lines.first; line <= lines.last; ++line) {
-        const std::optional<Centers> centers = read_centers(job.line(line), true);
+    const SectionReading section = read_section(layout.kind, job.text(layout.lines));
+    for (const SectionLine& line : section.lines) {
+        if (line.form != LineForm::Centers) {
+            continue;
+        }
+        const std::optional<Centers> centers = read_centers(section, line);
         if (!centers || !centers->ranges.empty()) {
             // Atom numbers look like the terms of a potential, so nothing can be said of them.
-            if (centers) {
-                return;
-            }
-            continue;
+            return;
         }
         for (const auto& element : centers->elements) {
             // A minus sign says that the element may be absent.
@@ -256,7 +220,8 @@ void check_potentials(const CheckedJob& job, const LineRange& lines, const std::
         }
     }
     if (any_element) {
-        findings.add("GJF-S012", Severity::Warning, "no core potential is for an element of the molecule", lines.first);
+        findings.add("GJF-S012", Severity::Warning, "no core potential is for an element of the molecule",
+                     layout.lines.first);
     }
 }
 
@@ -270,12 +235,12 @@ void check_basis_sections(const CheckedJob& job, const std::vector<MoleculeAtom>
     for (const SectionLayout& section : job.layout.sections) {
         if (section.kind == ExtraInputSectionKind::BasisSet) {
             BasisWalk walk(job, atoms, findings);
-            walk.walk(section.lines);
+            walk.walk(section);
             if (covers_all) {
                 walk.check_coverage(atoms, section.lines.first);
             }
         } else if (section.kind == ExtraInputSectionKind::ECP) {
-            check_potentials(job, section.lines, atoms, findings);
+            check_potentials(job, section, atoms, findings);
         }
     }
 }

@@ -28,6 +28,12 @@ CheckedJob::CheckedJob(const JobPiece& piece, const JobReading& reading, const S
     }
 }
 
+std::string_view CheckedJob::text(const LineRange& lines) const noexcept {
+    const std::string_view first = line(lines.first);
+    const std::string_view last = line(lines.last);
+    return {first.data(), static_cast<std::size_t>(last.data() + last.size() - first.data())};
+}
+
 std::string_view CheckedJob::line(std::size_t number) const noexcept {
     const std::size_t index = number - piece_.first_line;
     return number >= piece_.first_line && index < piece_.lines.size() ? piece_.lines[index] : std::string_view();

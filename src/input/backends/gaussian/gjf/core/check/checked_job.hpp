@@ -62,6 +62,8 @@ class CheckedJob {
     /// Returns a line by its number in the whole text, without its line end; empty for one outside the job.
     std::string_view line(std::size_t number) const noexcept;
     LineSpan lines() const noexcept { return piece_.lines; }
+    /// Returns the stretch of the text from one line of the job to another.
+    std::string_view text(const LineRange& lines) const noexcept;
     /// Tells whether a --Link1-- line follows the job.
     bool separated() const noexcept { return piece_.separated; }
     /// Returns the route as it is interpreted: its words joined.

@@ -1,7 +1,7 @@
 // Checks of the connectivity rows: every atom one row, bonds between two atoms, each given in one way.
 #include <gjf/core/check/molecule_view.hpp>
 
-#include <gjf/core/reader/molecule_fields.hpp>
+#include <gjf/core/sections/section_tokens.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
 
@@ -22,19 +22,20 @@ struct WrittenBond {
 using WrittenBonds = std::multimap<std::pair<std::int64_t, std::int64_t>, WrittenBond>;
 
 // Reads one row into `bonds`; returns the atom that it is about, 0 for a line without one.
-std::int64_t read_row(const CheckedJob& job, std::size_t line, WrittenBonds& bonds, Findings& findings) {
-    Fields fields;
-    cut_fields(without_comment(job.line(line)), fields);
-    const std::int64_t atom = fields.empty() ? 0 : to_int64(fields[0]).value_or(0);
-    for (std::size_t i = 1; i + 1 < fields.size(); i += 2) {
-        const std::int64_t partner = to_int64(fields[i]).value_or(0);
+std::int64_t read_row(const CheckedJob& job, std::size_t line, const SectionReading& section, const SectionLine& row,
+                      WrittenBonds& bonds, Findings& findings) {
+    const auto tokens = section.tokens_of(row);
+    const auto text = [&](std::size_t i) { return section[tokens[i].span]; };
+    const std::int64_t atom = tokens.empty() ? 0 : to_int64(text(0)).value_or(0);
+    for (std::size_t i = 1; i + 1 < tokens.size(); i += 2) {
+        const std::int64_t partner = to_int64(text(i)).value_or(0);
         if (partner == atom) {
             findings.add("GJF-S003", Severity::Error, "atom " + std::to_string(atom) + " is bonded to itself",
-                         job.place_in(line, fields[i]));
+                         job.place_in(line, text(i)));
             continue;
         }
         bonds.insert({{std::min(atom, partner), std::max(atom, partner)},
-                      {line, atom < partner, to_number(fields[i + 1]).value_or(0)}});
+                      {line, atom < partner, to_number(text(i + 1)).value_or(0)}});
     }
     return atom;
 }
@@ -73,9 +74,10 @@ void check_bonds(const WrittenBonds& bonds, Findings& findings) {
 void check_rows(const CheckedJob& job, const LineRange& lines, std::size_t atom_count, Findings& findings) {
     WrittenBonds bonds;
     std::vector<char> has_row(atom_count + 1);
+    const SectionReading section = read_section(ExtraInputSectionKind::Connectivity, job.text(lines));
     for (std::size_t line = lines.first; line <= lines.last; ++line) {
-        const std::int64_t atom = read_row(job, line, bonds, findings);
-        if (atom < 1 || static_cast<std::size_t>(atom) > atom_count) {
+        const std::int64_t atom = read_row(job, line, section, section.lines[line - lines.first], bonds, findings);
+        if (atom < 1 || std::cmp_greater(atom, atom_count)) {
             if (atom > 0) {
                 findings.add(
                     "GJF-S005", Severity::Warning,

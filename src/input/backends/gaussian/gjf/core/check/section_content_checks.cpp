@@ -2,50 +2,66 @@
 #include <gjf/core/check/molecule_view.hpp>
 
 #include <gjf/core/check/near_names.hpp>
-#include <gjf/core/reader/molecule_fields.hpp>
+#include <gjf/core/sections/section_tokens.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
 #include <iterator>
+#include <span>
+#include <utility>
 
 namespace quor::input::gaussian {
 namespace {
 
 using Kind = ExtraInputSectionKind;
 
-// A type of internal coordinate, and how many atoms it has at least.
-struct CoordinateType {
-    char letter;
-    std::size_t atoms;
+using Tokens = std::span<const SectionToken>;
+
+// A line of a section, as its grammar reads it.
+struct SectionText {
+    const CheckedJob& job;
+    SectionReading reading;
+    std::size_t first_line;
+
+    SectionText(const CheckedJob& checked, const SectionLayout& section)
+        : job(checked), reading(read_section(section.kind, checked.text(section.lines))), first_line(section.lines.first) {}
+
+    std::string_view operator[](const SectionToken& token) const noexcept { return reading[token.span]; }
+    TextPlace place(std::size_t line, const SectionToken& token) const { return job.place_in(line, (*this)[token]); }
+
+    // Calls `take` with the number and the tokens of every line of some form.
+    template <typename Take>
+    void for_each(LineForm form, Take take) const {
+        for (std::size_t i = 0; i < reading.lines.size(); ++i) {
+            if (reading.lines[i].form == form && reading.lines[i].count > 0) {
+                take(first_line + i, reading.tokens_of(reading.lines[i]));
+            }
+        }
+    }
 };
 
-constexpr CoordinateType coordinate_types[] = {{'x', 1}, {'b', 2}, {'a', 3}, {'d', 4}, {'l', 3}, {'o', 4}};
-
-bool is_atom_field(std::string_view field) { return field == "*" || is_integer_text(field); }
-
-void check_atom_fields(const CheckedJob& job, std::size_t line, const Fields& fields, std::size_t first, std::size_t count,
-                       std::size_t atom_count, Findings& findings) {
-    for (std::size_t i = first; i < first + count; ++i) {
-        const std::optional<std::int64_t> atom = to_int64(fields[i]);
-        if (fields[i] != "*" && (!atom || *atom < 1 || static_cast<std::size_t>(*atom) > atom_count)) {
+void check_atom_numbers(const SectionText& text, std::size_t line, Tokens atoms, std::size_t atom_count,
+                        Findings& findings) {
+    for (const SectionToken& token : atoms) {
+        const std::optional<std::int64_t> atom = to_int64(text[token]);
+        if (token.kind == TokenKind::Atom && (!atom || *atom < 1 || std::cmp_greater(*atom, atom_count))) {
             findings.add("GJF-S015", Severity::Error,
-                         "atom " + std::string(fields[i]) + " is not in the molecule of " + std::to_string(atom_count),
-                         job.place_in(line, fields[i]));
+                         "atom " + std::string(text[token]) + " is not in the molecule of " + std::to_string(atom_count),
+                         text.place(line, token));
         }
     }
 }
 
 // Reports an atom that a coordinate names twice. Two atoms apart or nearer it has no value; a dihedral that ends where it
 // begins still has one.
-void check_repeated_atoms(const CheckedJob& job, std::size_t line, const Fields& fields, std::size_t first,
-                          std::size_t count, Findings& findings) {
-    for (std::size_t i = first + 1; i < first + count; ++i) {
-        const std::optional<std::int64_t> atom = to_int64(fields[i]);
-        for (std::size_t j = first; atom && j < i; ++j) {
-            if (to_int64(fields[j]) == atom) {
+void check_repeated_atoms(const SectionText& text, std::size_t line, Tokens atoms, Findings& findings) {
+    for (std::size_t i = 1; i < atoms.size(); ++i) {
+        const std::optional<std::int64_t> atom = to_int64(text[atoms[i]]);
+        for (std::size_t j = 0; atom && j < i; ++j) {
+            if (to_int64(text[atoms[j]]) == atom) {
                 findings.add("GJF-S023", i - j <= 2 ? Severity::Error : Severity::Warning,
-                             "the coordinate names atom " + std::to_string(*atom) + " twice", job.place_in(line, fields[i]));
+                             "the coordinate names atom " + std::to_string(*atom) + " twice", text.place(line, atoms[i]));
                 return;
             }
         }
@@ -56,81 +72,69 @@ void check_repeated_atoms(const CheckedJob& job, std::size_t line, const Fields&
 constexpr std::string_view coordinate_actions = "afbkrdhs";
 
 // Checks what stands behind the atoms of a coordinate: values, and one action; a scan goes on with its steps and their size.
-void check_action(const CheckedJob& job, std::size_t line, const Fields& fields, std::size_t first, Findings& findings) {
-    std::size_t i = first;
-    while (i < fields.size() && (is_number_text(fields[i]) || fields[i].front() == '=' || fields[i].front() == '+')) {
-        ++i;
-    }
-    if (i == fields.size()) {
+void check_action(const SectionText& text, std::size_t line, Tokens rest, Findings& findings) {
+    const auto is_value = [&](const SectionToken& token) {
+        const std::string_view field = text[token];
+        return is_number_text(field) || field.front() == '=' || field.front() == '+' || field == "*";
+    };
+    const auto found = std::find_if_not(rest.begin(), rest.end(), is_value);
+    if (found == rest.end()) {
         return;
     }
-    const char action = to_lower_ascii(fields[i].front());
-    if (fields[i].size() != 1 || coordinate_actions.find(action) == std::string_view::npos) {
+    const std::string_view field = text[*found];
+    const char action = to_lower_ascii(field.front());
+    if (field.size() != 1 || coordinate_actions.find(action) == std::string_view::npos) {
         findings.add("GJF-S022", Severity::Warning,
-                     "'" + std::string(fields[i]) + "' is nothing that can be done to a coordinate",
-                     job.place_in(line, fields[i]), "the actions are A, F, B, K, R, D, H and S");
+                     "'" + std::string(field) + "' is nothing that can be done to a coordinate", text.place(line, *found),
+                     "the actions are A, F, B, K, R, D, H and S");
     } else if (action == 's' &&
-               (i + 2 >= fields.size() || !is_integer_text(fields[i + 1]) || !is_number_text(fields[i + 2]))) {
-        findings.add("GJF-S022", Severity::Warning, "a scan has a number of steps and their size",
-                     job.place_in(line, fields[i]), "as in B 1 2 S 10 0.1");
+               (rest.end() - found < 3 || !is_integer_text(text[found[1]]) || !is_number_text(text[found[2]]))) {
+        findings.add("GJF-S022", Severity::Warning, "a scan has a number of steps and their size", text.place(line, *found),
+                     "as in B 1 2 S 10 0.1");
     }
 }
 
-void check_coordinate_line(const CheckedJob& job, std::size_t line, std::size_t atom_count, Findings& findings) {
-    const std::string_view text = without_comment(job.line(line));
-    Fields fields;
-    cut_fields(text, fields);
-    // Generalised internal coordinates are written as expressions.
-    const bool is_expression =
-        text.find('(') != std::string_view::npos || (!fields.empty() && fields[0].find('=') != std::string_view::npos);
-    // Words such as FreezeAll, of the same language, concern all coordinates.
-    const bool is_for_all =
-        fields.size() == 1 && fields[0].size() > 3 && equals_folded(fields[0].substr(fields[0].size() - 3), "all");
-    if (fields.empty() || is_expression || is_for_all) {
-        return;
-    }
-    const bool typed = !is_atom_field(fields[0]);
-    const auto atoms_end = std::find_if_not(fields.begin() + (typed ? 1 : 0), fields.end(), is_atom_field);
-    const auto given = static_cast<std::size_t>(atoms_end - fields.begin()) - (typed ? 1 : 0);
-    if (!typed) {
-        check_atom_fields(job, line, fields, 0, std::min<std::size_t>(given, 4), atom_count, findings);
-        // Behind the first two, a whole number may be a value.
-        check_repeated_atoms(job, line, fields, 0, std::min<std::size_t>(given, 2), findings);
-        check_action(job, line, fields, given, findings);
-        return;
-    }
-    const char letter = to_lower_ascii(fields[0].front());
-    const auto type = std::find_if(std::begin(coordinate_types), std::end(coordinate_types),
-                                   [&](const CoordinateType& t) { return t.letter == letter; });
-    if (fields[0].size() != 1 || type == std::end(coordinate_types)) {
-        findings.add("GJF-S013", fields[0].size() == 1 ? Severity::Error : Severity::Warning,
-                     "'" + std::string(fields[0]) + "' is no type of coordinate", job.place_in(line, fields[0]),
+void check_coordinate(const SectionText& text, std::size_t line, Tokens tokens, std::size_t atom_count, Findings& findings) {
+    const auto is_atom = [](const SectionToken& token) {
+        return token.kind == TokenKind::Atom || token.kind == TokenKind::AnyAtom;
+    };
+    const bool typed = !is_atom(tokens[0]);
+    const CoordinateType* type = typed ? find_coordinate_type(text[tokens[0]]) : nullptr;
+    if (typed && type == nullptr) {
+        findings.add("GJF-S013", text[tokens[0]].size() == 1 ? Severity::Error : Severity::Warning,
+                     "'" + std::string(text[tokens[0]]) + "' is no type of coordinate", text.place(line, tokens[0]),
                      "the types are X, B, A, D, L and O");
         return;
     }
-    if (given < type->atoms) {
+    const Tokens behind = tokens.subspan(typed ? 1 : 0);
+    const auto end = std::find_if_not(behind.begin(), behind.end(), is_atom);
+    const Tokens atoms = behind.first(static_cast<std::size_t>(end - behind.begin()));
+    if (typed && atoms.size() < type->least) {
         findings.add("GJF-S014", Severity::Error,
-                     "a coordinate of type " + std::string(fields[0]) + " has " + std::to_string(type->atoms) +
-                         (type->atoms == 1 ? " atom" : " atoms") + ", not " + std::to_string(given),
+                     "a coordinate of type " + std::string(text[tokens[0]]) + " has " + std::to_string(type->least) +
+                         (type->least == 1 ? " atom" : " atoms") + ", not " + std::to_string(atoms.size()),
                      line);
         return;
     }
-    check_atom_fields(job, line, fields, 1, type->atoms, atom_count, findings);
-    check_repeated_atoms(job, line, fields, 1, type->atoms, findings);
-    check_action(job, line, fields, 1 + given, findings);
+    // Behind the first two of a coordinate without type, a whole number may be a value.
+    const std::size_t certain = typed ? type->least : std::min<std::size_t>(atoms.size(), 2);
+    check_atom_numbers(text, line, typed ? atoms.first(certain) : atoms, atom_count, findings);
+    check_repeated_atoms(text, line, atoms.first(certain), findings);
+    check_action(text, line, behind.subspan(atoms.size()), findings);
 }
 
-void check_modifications(const CheckedJob& job, const LineRange& lines, const std::vector<MoleculeAtom>& atoms,
+void check_modifications(const CheckedJob& job, const SectionLayout& section, const std::vector<MoleculeAtom>& atoms,
                          Findings& findings) {
     if (atoms.empty() || job.has_option("opt", "addgic") || job.has_option("geom", "addgic")) {
         return;
     }
-    for (std::size_t line = lines.first; line <= lines.last; ++line) {
-        check_coordinate_line(job, line, atoms.size(), findings);
-    }
+    const SectionText text(job, section);
+    text.for_each(LineForm::Coordinate,
+                  [&](std::size_t line, Tokens tokens) { check_coordinate(text, line, tokens, atoms.size(), findings); });
 }
 
-void check_nbo(const CheckedJob& job, const LineRange& lines, Findings& findings) {
+void check_nbo(const CheckedJob& job, const SectionLayout& section, const std::vector<MoleculeAtom>&, Findings& findings) {
+    const LineRange& lines = section.lines;
     for (std::size_t line = lines.first; line <= lines.last; ++line) {
         if (contains_folded(job.line(line), "$end")) {
             return;
@@ -213,13 +217,12 @@ constexpr const char* solvation_words[] = {"eps",
                                            "dcosmo",
                                            "nostage"};
 
-void check_solvation_line(const CheckedJob& job, std::size_t line, Findings& findings) {
-    Fields fields;
-    cut_fields(without_comment(job.line(line)), fields);
-    if (fields.empty() || is_number_text(fields[0])) {
+void check_solvation_words(const SectionText& text, std::size_t line, Tokens tokens, Findings& findings) {
+    if (is_number_text(text[tokens[0]])) {
         return;
     }
-    for (const std::string_view field : fields) {
+    for (const SectionToken& token : tokens) {
+        const std::string_view field = text[token];
         const std::string_view word = trim_view(field.substr(0, field.find_first_of("=(")));
         // A name may hold blanks and commas.
         if (equals_folded(word, "solventname")) {
@@ -234,41 +237,46 @@ void check_solvation_line(const CheckedJob& job, std::size_t line, Findings& fin
                 names.assign(std::begin(solvation_words), std::end(solvation_words));
             }
             findings.add("GJF-S017", Severity::Warning, "'" + std::string(word) + "' is no word of the solvent input",
-                         job.place_in(line, word), did_you_mean(near_names(to_lower_copy(word), names)));
+                         text.job.place_in(line, word), did_you_mean(near_names(to_lower_copy(word), names)));
         }
     }
 }
 
-void check_solvation(const CheckedJob& job, const LineRange& lines, Findings& findings) {
-    for (std::size_t line = lines.first; line <= lines.last; ++line) {
-        check_solvation_line(job, line, findings);
-    }
+void check_solvation(const CheckedJob& job, const SectionLayout& section, const std::vector<MoleculeAtom>&,
+                     Findings& findings) {
+    const SectionText text(job, section);
+    text.for_each(LineForm::Plain,
+                  [&](std::size_t line, Tokens tokens) { check_solvation_words(text, line, tokens, findings); });
 }
 
-void check_charges(const CheckedJob& job, const LineRange& lines, Findings& findings) {
+void check_charge(const SectionText& text, std::size_t line, Tokens tokens, Findings& findings) {
     constexpr std::size_t columns = 4;
-    Fields fields;
-    for (std::size_t line = lines.first; line <= lines.last; ++line) {
-        cut_fields(without_comment(job.line(line)), fields);
-        if (fields.empty() || fields[0].front() == '@') {
-            continue;
-        }
-        const auto odd = std::find_if_not(fields.begin(), fields.end(),
-                                          [](std::string_view f) { return is_number_text(f) || is_fortran_number(f); });
-        if (odd != fields.end()) {
-            findings.add("GJF-S018", Severity::Error, "'" + std::string(*odd) + "' is no number", job.place_in(line, *odd),
-                         "a background charge is x, y, z and the charge");
-        } else if (fields.size() != columns) {
-            findings.add("GJF-S018", fields.size() < columns ? Severity::Error : Severity::Warning,
-                         "a background charge has 4 columns, not " + std::to_string(fields.size()), line,
-                         "they are x, y, z and the charge");
-        }
+    const auto odd = std::find_if_not(tokens.begin(), tokens.end(), [&](const SectionToken& token) {
+        return is_number_text(text[token]) || is_fortran_number(text[token]);
+    });
+    if (odd != tokens.end()) {
+        findings.add("GJF-S018", Severity::Error, "'" + std::string(text[*odd]) + "' is no number", text.place(line, *odd),
+                     "a background charge is x, y, z and the charge");
+    } else if (tokens.size() != columns) {
+        findings.add("GJF-S018", tokens.size() < columns ? Severity::Error : Severity::Warning,
+                     "a background charge has 4 columns, not " + std::to_string(tokens.size()), line,
+                     "they are x, y, z and the charge");
     }
+}
+
+void check_charges(const CheckedJob& job, const SectionLayout& section, const std::vector<MoleculeAtom>&,
+                   Findings& findings) {
+    const SectionText text(job, section);
+    text.for_each(LineForm::Plain, [&](std::size_t line, Tokens tokens) { check_charge(text, line, tokens, findings); });
 }
 
 // Compares a second or third structure with the first: as many atoms, in the same order.
-void check_structure(const CheckedJob& job, const LineRange& lines, const std::vector<MoleculeAtom>& atoms,
+void check_structure(const CheckedJob& job, const SectionLayout& section, const std::vector<MoleculeAtom>& atoms,
                      Findings& findings) {
+    if (atoms.empty()) {
+        return;
+    }
+    const LineRange& lines = section.lines;
     std::size_t line = lines.first;
     while (line <= lines.last && !is_blank_line(job.line(line))) {
         ++line;
@@ -314,34 +322,32 @@ void check_structure(const CheckedJob& job, const LineRange& lines, const std::v
     }
 }
 
+// The kinds whose content is checked here.
+struct ContentCheck {
+    Kind kind;
+    void (*check)(const CheckedJob&, const SectionLayout&, const std::vector<MoleculeAtom>&, Findings&);
+};
+
+constexpr ContentCheck content_checks[] = {
+    {Kind::CoordinateModifications, check_modifications},
+    {Kind::SecondCoordinateModifications, check_modifications},
+    {Kind::ThirdCoordinateModifications, check_modifications},
+    {Kind::NBOInput, check_nbo},
+    {Kind::PCMInput, check_solvation},
+    {Kind::PCMSolvation, check_solvation},
+    {Kind::BackgroundCharge, check_charges},
+    {Kind::SecondTitleAndMolecule, check_structure},
+    {Kind::ThirdTitleAndTSStructure, check_structure},
+};
+
 }  // namespace
 
 void check_section_contents(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings) {
     for (const SectionLayout& section : job.layout.sections) {
-        switch (section.kind) {
-            case Kind::CoordinateModifications:
-            case Kind::SecondCoordinateModifications:
-            case Kind::ThirdCoordinateModifications:
-                check_modifications(job, section.lines, atoms, findings);
-                break;
-            case Kind::NBOInput:
-                check_nbo(job, section.lines, findings);
-                break;
-            case Kind::PCMInput:
-            case Kind::PCMSolvation:
-                check_solvation(job, section.lines, findings);
-                break;
-            case Kind::BackgroundCharge:
-                check_charges(job, section.lines, findings);
-                break;
-            case Kind::SecondTitleAndMolecule:
-            case Kind::ThirdTitleAndTSStructure:
-                if (!atoms.empty()) {
-                    check_structure(job, section.lines, atoms, findings);
-                }
-                break;
-            default:
-                break;
+        for (const ContentCheck& row : content_checks) {
+            if (row.kind == section.kind) {
+                row.check(job, section, atoms, findings);
+            }
         }
     }
 }
