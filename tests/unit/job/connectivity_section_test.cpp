@@ -46,6 +46,7 @@ TEST(Connectivity, ReadsLinesInAnyOrder) {
         {{"1 2 1.0", "2 1 1.0"}, {{0, 1, 1.0}, {0, 1, 1.0}}},
         {{"3 3 1.0", "1 2 0", "1 4 -1e0"}, {{2, 2, 1.0}, {0, 1, 0.0}, {0, 3, -1.0}}},
         {{"\t1\t2\t1.0 ! 3 1.0", "! 5 6 1.0"}, {{0, 1, 1.0}}},
+        {{"1 2 1.0! 'of the ring", "2 ! \"(\""}, {{0, 1, 1.0}}},
         {{"+1 +2 .5"}, {{0, 1, 0.5}}},
     };
     for (const Case& c : cases) {
@@ -72,6 +73,14 @@ TEST(Connectivity, RefusesMalformedLinesAndKeepsWhatStoodBefore) {
         {"1 2 single", "Invalid connectivity bond order 'single' in line: 1 2 single", 1},
         {"1 2 1.0abc", "Invalid connectivity bond order '1.0abc' in line: 1 2 1.0abc", 1},
         {"1 2 1.0 3 x", "Invalid connectivity bond order 'x' in line: 1 2 1.0 3 x", 2},
+        {"1 2 nan", "Invalid connectivity bond order 'nan' in line: 1 2 nan", 1},
+        {"1 2 inf", "Invalid connectivity bond order 'inf' in line: 1 2 inf", 1},
+        {"1 2 -Infinity", "Invalid connectivity bond order '-Infinity' in line: 1 2 -Infinity", 1},
+        {"1 2 1e999", "Invalid connectivity bond order '1e999' in line: 1 2 1e999", 1},
+        {"1 (2 1.0)", "Invalid connectivity atom index '(2' in line: 1 (2 1.0)", 1},
+        {"1 '2 1.0'", "Invalid connectivity atom index ''2' in line: 1 '2 1.0'", 1},
+        {"1 2 [1.0 3] 1.0", "Invalid connectivity bond order '[1.0' in line: 1 2 [1.0 3] 1.0", 1},
+        {"1 2,1.0", "Incomplete connectivity pair in line: 1 2,1.0", 1},
     };
     for (const Case& c : cases) {
         ConnectivitySection section;

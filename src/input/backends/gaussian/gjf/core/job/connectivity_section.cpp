@@ -1,6 +1,7 @@
 // Bond lists: text form, queries and renumbering.
 #include <gjf/core/job/connectivity_section.hpp>
 
+#include <gjf/core/job/connectivity_row.hpp>
 #include <gjf/core/job/gjf_parse_exception.hpp>
 #include <gjf/core/text/field_walk.hpp>
 #include <gjf/core/text/number.hpp>
@@ -8,6 +9,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <limits>
 
 namespace quor::input::gaussian {
@@ -36,7 +38,7 @@ std::uint64_t parse_atom_index(std::string_view token, std::string_view line) {
 }
 
 void parse_line(std::string_view line, std::vector<std::string_view>& fields, std::vector<Bond>& bonds) {
-    split_fields(without_comment(line), FieldSeparators::WhiteSpace, true, fields);
+    cut_connectivity_row(line, fields);
     if (fields.empty()) {
         return;
     }
@@ -52,7 +54,7 @@ void parse_line(std::string_view line, std::vector<std::string_view>& fields, st
         }
         const std::uint64_t partner = parse_atom_index(fields[i], shown);
         const std::optional<double> order = to_number(fields[i + 1]);
-        if (!order) {
+        if (!order || !std::isfinite(*order)) {
             fail("Invalid connectivity bond order", fields[i + 1], shown);
         }
         bonds.push_back(make_bond(atom, partner, *order));
@@ -106,6 +108,20 @@ void renumber_bonds(std::vector<Bond>& bonds, Renumber renumber) {
 }
 
 }  // namespace
+
+void cut_connectivity_row(std::string_view line, std::vector<std::string_view>& fields) {
+    const std::string_view row = line.substr(0, line.find('!'));
+    fields.clear();
+    for (std::size_t end = 0, begin = 0; begin < row.size(); begin = end) {
+        if (is_white_space(row[begin])) {
+            end = begin + 1;
+            continue;
+        }
+        end = static_cast<std::size_t>(
+            std::find_if(row.begin() + static_cast<std::ptrdiff_t>(begin), row.end(), is_white_space) - row.begin());
+        fields.push_back(row.substr(begin, end - begin));
+    }
+}
 
 void ConnectivitySection::parse_from_lines(const std::vector<std::string>& lines) {
     parse_from_views(std::vector<std::string_view>(lines.begin(), lines.end()).data(), lines.size());

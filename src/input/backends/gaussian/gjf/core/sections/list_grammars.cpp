@@ -1,6 +1,7 @@
 // Sections whose lines each speak of single atoms: bonds, lists, radii, isotopes, structures; and those of no known form.
 #include <gjf/core/sections/section_tokens.hpp>
 
+#include <gjf/core/job/connectivity_row.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/number_range.hpp>
 #include <gjf/core/text/text.hpp>
@@ -63,7 +64,7 @@ void read_left_over(SectionReading& section) {
 
 void read_bonds(SectionReading& section) {
     section.includes_name_atoms = true;
-    for (SectionScanner scan(section); scan.next();) {
+    for (SectionScanner scan(section, cut_connectivity_row); scan.next();) {
         scan.begin(LineForm::Bonds);
         scan.add(scan.field(0), TokenKind::Atom);
         for (std::size_t i = 1; i < scan.size(); ++i) {
@@ -116,7 +117,7 @@ void read_structure(SectionReading& section) {
     line = line < section.lines.size() ? line : 0;
     const auto is_cartesian = [&](const SectionLine& atom) {
         std::vector<std::string_view> fields;
-        split_fields(without_comment(section[atom.span]), FieldSeparators::WhiteSpaceAndComma, true, fields);
+        cut_section_line(section[atom.span], fields);
         return fields.size() >= 4;
     };
     const std::size_t atoms = std::min(line + 1, section.lines.size());

@@ -25,16 +25,19 @@ bool is_fortran_or_c_number(std::string_view field) {
     return text.find_first_not_of("+-.0123456789e") == std::string::npos && is_number_text(text);
 }
 
+void cut_section_line(std::string_view line, std::vector<std::string_view>& fields) {
+    split_fields(without_comment(line), FieldSeparators::WhiteSpaceAndComma, true, fields);
+}
+
 bool SectionScanner::next() {
     while (++line_ < section_.lines.size()) {
-        const std::string_view text = without_comment(line());
-        const std::string_view trimmed = trim_view(text);
+        const std::string_view trimmed = trim_view(without_comment(line()));
         if (!trimmed.empty() && trimmed.front() == '@') {
             begin(LineForm::Include);
             add(trimmed, TokenKind::Word);
             continue;
         }
-        split_fields(text, FieldSeparators::WhiteSpaceAndComma, true, fields_);
+        cut_(line(), fields_);
         if (!fields_.empty()) {
             return true;
         }

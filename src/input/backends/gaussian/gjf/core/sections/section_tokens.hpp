@@ -125,14 +125,21 @@ bool is_atom_field(std::string_view field) noexcept;
 /// Tells whether a text is a number, with the exponent letter of Fortran allowed.
 bool is_fortran_or_c_number(std::string_view field);
 
+/// Cuts a line into fields.
+using CutLine = void (*)(std::string_view line, std::vector<std::string_view>& fields);
+
+/// Cuts a line at blanks and commas outside quotes and brackets, up to its comment.
+void cut_section_line(std::string_view line, std::vector<std::string_view>& fields);
+
 /// Cuts the lines of a section and adds their tokens, for the grammars.
 class SectionScanner {
    public:
-    explicit SectionScanner(SectionReading& section) noexcept : section_(section) {}
+    explicit SectionScanner(SectionReading& section, CutLine cut = cut_section_line) noexcept
+        : section_(section), cut_(cut) {}
 
     /// Goes to the next line that is more than a comment and no "@file" line; false at the end.
     bool next();
-    /// Fields of the line, cut at blanks and commas outside quotes and brackets, without its comment.
+    /// Fields of the line.
     const std::vector<std::string_view>& fields() const noexcept { return fields_; }
     std::string_view line() const noexcept { return section_[section_.lines[line_].span]; }
     std::string_view field(std::size_t i) const noexcept { return fields_[i]; }
@@ -146,6 +153,7 @@ class SectionScanner {
 
    private:
     SectionReading& section_;
+    CutLine cut_;
     std::vector<std::string_view> fields_;
     std::size_t line_ = static_cast<std::size_t>(-1);
 };
