@@ -35,10 +35,44 @@ bool is_one_of(const Kind (&list)[N], Kind kind) noexcept {
     return std::find(std::begin(list), std::end(list), kind) != std::end(list);
 }
 
+// Sections that may be empty, so that a blank line alone stands for them.
+constexpr Kind empty_kinds[] = {Kind::ECP, Kind::OrbitalSpecifications, Kind::OrbitalAlterations, Kind::OrbitalReordering};
+
+bool includes_file(const CheckedJob& job, const SectionLayout& section) {
+    bool any = false;
+    for (std::size_t line = section.lines.first; line <= section.lines.last; ++line) {
+        any = any || trim_view(job.line(line)).substr(0, 1) == "@";
+    }
+    return any;
+}
+
+std::size_t blank_lines_at_end(const CheckedJob& job) {
+    std::size_t count = 0;
+    for (std::size_t line = job.layout.lines.last; line > 0 && is_blank_line(job.line(line)); --line) {
+        ++count;
+    }
+    return count;
+}
+
+// Tells whether the n-th section that is missing may be: it is empty, or the second of its kind, or may stand in a file that
+// is included before it.
+bool may_be_missing(const CheckedJob& job, std::size_t n) {
+    const Kind kind = job.layout.missing[n];
+    const auto begin = job.layout.missing.begin();
+    const bool is_second =
+        std::find(begin, begin + static_cast<std::ptrdiff_t>(n), kind) != begin + static_cast<std::ptrdiff_t>(n);
+    // Residue names in atom labels stand in many jobs without that section.
+    return kind == Kind::PDBSecondaryStructure || is_second ||
+           (is_one_of(empty_kinds, kind) && blank_lines_at_end(job) >= n + 2) ||
+           std::any_of(job.layout.sections.begin(), job.layout.sections.end(), [&](const SectionLayout& section) {
+               return section.kind == kind || (section.kind < kind && includes_file(job, section));
+           });
+}
+
 void check_missing(const CheckedJob& job, Findings& findings) {
-    for (const Kind kind : job.layout.missing) {
-        // Residue names in atom labels stand in many jobs without that section.
-        if (kind == Kind::PDBSecondaryStructure) {
+    for (std::size_t n = 0; n < job.layout.missing.size(); ++n) {
+        const Kind kind = job.layout.missing[n];
+        if (may_be_missing(job, n)) {
             continue;
         }
         const Severity severity = is_one_of(indispensable, kind)    ? Severity::Error
@@ -149,10 +183,18 @@ std::string likely_request(const CheckedJob& job, const LineRange& lines) {
     return "a keyword is missing from the route, or a blank line is one too many";
 }
 
+// NBO reads on behind its first list, as long as keys begin with "$".
+bool is_further_nbo_list(const CheckedJob& job, const SectionLayout& section) {
+    const auto is_nbo = [](const SectionLayout& other) { return other.kind == Kind::NBOInput; };
+    return trim_view(job.line(section.lines.first)).substr(0, 1) == "$" &&
+           std::any_of(job.layout.sections.begin(), job.layout.sections.end(), is_nbo);
+}
+
 void check_left_over(const CheckedJob& job, Findings& findings) {
     std::size_t allowed = count_further_requests(job);
     for (const SectionLayout& section : job.layout.sections) {
-        if (section.kind != Kind::Unknown || all_lines(job, section.lines, is_comment_line)) {
+        if (section.kind != Kind::Unknown || all_lines(job, section.lines, is_comment_line) ||
+            is_further_nbo_list(job, section)) {
             continue;
         }
         if (allowed > 0) {
