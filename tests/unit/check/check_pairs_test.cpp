@@ -240,7 +240,7 @@ const std::vector<Pair>& pairs() {
         {"GJF-S004", bonds("1 2 1.0 2 1.0\n2\n3\n"), bonds("1 2 1.0\n2 3 1.0\n3\n")},
         {"GJF-S005", bonds("1 2 1.0 3 1.0\n2\n"), bonds("1 2 1.0 3 1.0\n2\n3\n")},
         {"GJF-S005", bonds("1 2 1.0\n1 3 1.0\n2\n3\n"), bonds("1 2 1.0 3 1.0\n3\n2\n")},
-        {"GJF-S005", bonds("1 2 1.0 3 1.0\n2\n3\n4\n"), bonds("1 2 1.0 3 1.0\n2\n3\n")},
+        {"GJF-P001", bonds("1 2 1.0 3 1.0\n2\n3\n4\n"), bonds("1 2 1.0 3 1.0\n2\n3\n")},
         {"GJF-S006", bonds("1 2 1.0 3 1.0\n2 1 1.0\n3\n"), bonds("1 2 1.0 3 1.0\n2 1 1.0\n3 1 1.0\n")},
         {"GJF-S007", with_basis("O 0\n6-31G(d)\n****\n"), with_basis("1 0\n6-31G(d)\n****\n2-3 0\nsto-3g\n****\n")},
         {"GJF-S007", with_basis("O C 0\n6-31G(d)\n****\n"), with_basis("@mybasis.gbs\n")},

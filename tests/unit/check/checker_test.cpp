@@ -332,7 +332,7 @@ TEST(Checker, ReadsOnBehindWhatItCannotRead) {
         places_of("# hf/sto-3g opt=calfc\n\nt\n\n0 1\nHe 0.0 0.0 0.0x\nHe 0 0 1\nHe 0 0 2..\nHe 0 3!\n\n"),
         "R001 1:17+5 error\nP001 6:12+4 error\nT006 6:12+4 error\nP001 8:8+3 error\nT006 8:8+3 error\nP001 9:0+0 error\n");
     EXPECT_EQ(places_of("# hf/sto-3g geom=connectivity\n\nt\n\n0 1\nHe 0 0 0\nHe 0 0 3.0\n\n1 2\n2 x 1.0\n3\n1 4 1.0\n\n"),
-              "P001 9:0+0 error\nP001 10:0+0 error\nP001 12:0+0 error\n");
+              "P001 9:0+0 error\nP001 10:0+0 error\nP001 11:0+0 error\nP001 12:0+0 error\n");
     // Without charge line or title there is nothing to go on with.
     EXPECT_EQ(places_of("# hf/sto-3g\n\nt\n\n0 x\nHe 0 0 0y\n\n"), "P001 5:3+1 error\n");
     EXPECT_EQ(places_of("# hf/sto-3g\n\nt\n\n0 1\nHe 0.0 0.0 1.0D+00\n\n"), "P001 6:12+7 warning\n");

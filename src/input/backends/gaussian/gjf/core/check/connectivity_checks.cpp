@@ -77,12 +77,8 @@ void check_rows(const CheckedJob& job, const LineRange& lines, std::size_t atom_
     const SectionReading section = read_section(ExtraInputSectionKind::Connectivity, job.text(lines));
     for (std::size_t line = lines.first; line <= lines.last; ++line) {
         const std::int64_t atom = read_row(job, line, section, section.lines[line - lines.first], bonds, findings);
+        // The reader refuses rows of other atoms.
         if (atom < 1 || std::cmp_greater(atom, atom_count)) {
-            if (atom > 0) {
-                findings.add(
-                    "GJF-S005", Severity::Warning,
-                    "a row for atom " + std::to_string(atom) + ", but the molecule has " + std::to_string(atom_count), line);
-            }
             continue;
         }
         char& seen = has_row[static_cast<std::size_t>(atom)];

@@ -2,11 +2,13 @@
 #include <gjf/core/reader/reading.hpp>
 
 #include <gjf/core/sections/section_row.hpp>
+#include <gjf/core/text/number.hpp>
 #include <gjf/core/text/number_range.hpp>
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 namespace quor::input::gaussian {
 namespace {
@@ -17,11 +19,22 @@ bool is_connectivity_kind(Kind kind) noexcept {
     return kind == Kind::Connectivity || kind == Kind::SecondConnectivity || kind == Kind::ThirdConnectivity;
 }
 
-void check_atom_numbers(const ConnectivitySection& connectivity, std::size_t atom_count) {
+[[noreturn]] void refuse_atom(std::uint64_t number) {
+    throw GJFParseException(std::to_string(number) + " references atom index outside the geometry atom count");
+}
+
+// Refuses bonds, and then rows without any, of atoms that are not there. The lines are read already.
+void check_atom_numbers(const ConnectivitySection& connectivity, LineSpan lines, std::size_t atom_count) {
     for (const Bond& bond : connectivity.bonds) {
         if (bond.atom2 >= atom_count) {
-            const std::uint64_t outside = bond.atom1 >= atom_count ? bond.atom1 : bond.atom2;
-            throw GJFParseException(std::to_string(outside + 1) + " references atom index outside the geometry atom count");
+            refuse_atom((bond.atom1 >= atom_count ? bond.atom1 : bond.atom2) + 1);
+        }
+    }
+    for (const std::string_view line : lines) {
+        const std::string_view row = trim_view(line);
+        const std::int64_t atom = to_int64(row.substr(0, row.find_first_of(" \t\v\f!"))).value_or(0);
+        if (std::cmp_greater(atom, atom_count)) {
+            refuse_atom(static_cast<std::uint64_t>(atom));
         }
     }
 }
@@ -53,7 +66,7 @@ ConnectivitySection read_readable_lines(LineSpan lines, std::size_t atom_count, 
     ConnectivitySection connectivity;
     for (const ReadLine& read : readable) {
         try {
-            check_atom_numbers(read.bonds, atom_count);
+            check_atom_numbers(read.bonds, {&read.line, 1}, atom_count);
             connectivity.bonds.insert(connectivity.bonds.end(), read.bonds.bonds.begin(), read.bonds.bonds.end());
         } catch (const GJFParseException& error) {
             report(read.line, error);
@@ -69,7 +82,7 @@ void add_connectivity(LineSpan lines, Kind kind, GJFData& job, bool atoms_known,
     ConnectivitySection connectivity;
     try {
         connectivity.parse_from_views(lines.data(), lines.size());
-        check_atom_numbers(connectivity, atom_count);
+        check_atom_numbers(connectivity, lines, atom_count);
     } catch (const GJFParseException&) {
         if (recorder == nullptr) {
             throw;
