@@ -79,6 +79,7 @@ class BasisWalk {
         for (std::size_t i = 0; i < section.lines.size() && !includes_; ++i) {
             take_line(section, section.lines[i], layout.lines.first + i);
         }
+        close_shell();
         if (open_block_ != 0 && !includes_) {
             findings_.add("GJF-S010", Severity::Warning, "the last block of the basis set is not closed", layout.lines.last,
                           "end every block with ****");
@@ -102,11 +103,37 @@ class BasisWalk {
     }
 
    private:
+    // Reports a shell that wants more primitives than stand behind it.
+    void close_shell() {
+        if (given_primitives_ < wanted_primitives_ && !includes_) {
+            findings_.add("GJF-S024", Severity::Error,
+                          "this shell has " + std::to_string(given_primitives_) + " of its " +
+                              std::to_string(wanted_primitives_) + " primitives",
+                          shell_line_, "a line of exponent and coefficients for each");
+        }
+        wanted_primitives_ = given_primitives_ = 0;
+    }
+
+    void open_shell(const SectionReading& section, const SectionLine& line, std::size_t number) {
+        block_has_shells_ = true;
+        shell_line_ = number;
+        // Shells that the program expands by itself give their own number in another place.
+        const auto tokens = section.tokens_of(line);
+        const bool is_slater = equals_folded(section[tokens[0].span], "sto");
+        wanted_primitives_ = is_slater ? 0 : to_int64(section[tokens[1].span]).value_or(0);
+    }
+
     void take_line(const SectionReading& section, const SectionLine& line, std::size_t number) {
+        if (line.form == LineForm::Primitive) {
+            ++given_primitives_;
+        } else if (line.count > 0 && line.form != LineForm::Include) {
+            close_shell();
+        }
         if (line.form == LineForm::Include) {
             // What is not read may cover any atom.
             includes_ = opaque_ = true;
         } else if (line.form == LineForm::BlockEnd) {
+            close_shell();
             open_block_ = 0;
         } else if (line.form == LineForm::Centers) {
             if (open_block_ != 0) {
@@ -117,7 +144,7 @@ class BasisWalk {
             }
             open(read_centers(section, line), number);
         } else if (line.form == LineForm::Shell) {
-            block_has_shells_ = true;
+            open_shell(section, line, number);
         } else if (line.form == LineForm::Name) {
             take_name(number, trim_view(without_comment(section[line.span])));
         }
@@ -184,6 +211,9 @@ class BasisWalk {
     Findings& findings_;
     std::size_t open_block_ = 0;  // line of the centers of the block that is open
     bool block_has_shells_ = false;
+    std::size_t shell_line_ = 0;
+    std::int64_t wanted_primitives_ = 0;
+    std::int64_t given_primitives_ = 0;
     bool opaque_ = false;
     bool includes_ = false;
     std::vector<std::pair<std::size_t, TextPlace>> block_elements_;
@@ -225,6 +255,28 @@ void check_potentials(const CheckedJob& job, const SectionLayout& layout, const 
     }
 }
 
+// Reports a basis set and core potentials that stand in each other's place.
+void check_order_of_potentials(const CheckedJob& job, Findings& findings) {
+    const auto has_stars = [&](const SectionLayout& section) {
+        const SectionReading reading = read_section(ExtraInputSectionKind::BasisSet, job.text(section.lines));
+        return std::any_of(reading.lines.begin(), reading.lines.end(), [](const SectionLine& line) {
+            return line.form == LineForm::BlockEnd || line.form == LineForm::Include;
+        });
+    };
+    const auto find = [&](ExtraInputSectionKind kind) {
+        return std::find_if(job.layout.sections.begin(), job.layout.sections.end(),
+                            [kind](const SectionLayout& section) { return section.kind == kind; });
+    };
+    const auto basis = find(ExtraInputSectionKind::BasisSet);
+    const auto potentials = find(ExtraInputSectionKind::ECP);
+    const auto end = job.layout.sections.end();
+    if (basis != end && potentials != end && !has_stars(*basis) && has_stars(*potentials)) {
+        findings.add("GJF-S026", Severity::Warning,
+                     "this looks like core potentials, and what stands behind it like a basis set", basis->lines.first,
+                     "the basis set stands first");
+    }
+}
+
 }  // namespace
 
 void check_basis_sections(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings) {
@@ -243,6 +295,7 @@ void check_basis_sections(const CheckedJob& job, const std::vector<MoleculeAtom>
             check_potentials(job, section, atoms, findings);
         }
     }
+    check_order_of_potentials(job, findings);
 }
 
 }  // namespace quor::input::gaussian

@@ -322,6 +322,29 @@ void check_structure(const CheckedJob& job, const SectionLayout& section, const 
     }
 }
 
+// Masses stand behind a first line of temperature and pressure.
+void check_isotopes(const CheckedJob& job, const SectionLayout& section, const std::vector<MoleculeAtom>& atoms,
+                    Findings& findings) {
+    const SectionText text(job, section);
+    std::size_t given = 0;
+    for (const SectionLine& line : text.reading.lines) {
+        const std::string_view mass = trim_view(without_comment(text.reading[line.span]));
+        if (mass.substr(0, 1) == "@") {
+            return;
+        }
+        std::vector<std::string_view> fields;
+        cut_section_line(mass, fields);
+        given += line.form == LineForm::OfAtom ? fields.size() : 0;
+    }
+    const auto wanted = static_cast<std::size_t>(std::count_if(
+        atoms.begin(), atoms.end(), [](const MoleculeAtom& atom) { return atom.species.kind == SpeciesKind::Atom; }));
+    if (given < wanted) {
+        findings.add("GJF-S025", Severity::Warning,
+                     std::to_string(given) + " isotopes are given for " + std::to_string(wanted) + " atoms",
+                     section.lines.last, "one for each atom, behind a line of temperature and pressure");
+    }
+}
+
 // The kinds whose content is checked here.
 struct ContentCheck {
     Kind kind;
@@ -332,6 +355,7 @@ constexpr ContentCheck content_checks[] = {
     {Kind::CoordinateModifications, check_modifications},
     {Kind::SecondCoordinateModifications, check_modifications},
     {Kind::ThirdCoordinateModifications, check_modifications},
+    {Kind::AtomicMasses, check_isotopes},
     {Kind::NBOInput, check_nbo},
     {Kind::PCMInput, check_solvation},
     {Kind::PCMSolvation, check_solvation},
