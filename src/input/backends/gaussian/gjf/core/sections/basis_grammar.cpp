@@ -1,6 +1,7 @@
 // General basis sets: blocks of centers with shells, or the name of a set, each ended by stars.
 #include <gjf/core/sections/centers.hpp>
 
+#include <gjf/core/chemistry/elements.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/number_range.hpp>
 #include <gjf/core/text/text.hpp>
@@ -29,11 +30,10 @@ bool is_slater_shell(const SectionScanner& scan) {
                        [](std::string_view field) { return field.find('.') != std::string_view::npos; });
 }
 
-// Tells a symbol, perhaps with a "-" before it, by its form: which of them are elements is not for grammar to say.
+// Tells a symbol, perhaps with a "-" before it.
 bool is_element(std::string_view field) noexcept {
     const std::string_view name = field.front() == '-' ? field.substr(1) : field;
-    const auto is_letter = [](char c) { return to_lower_ascii(c) >= 'a' && to_lower_ascii(c) <= 'z'; };
-    return !name.empty() && name.size() <= 2 && std::all_of(name.begin(), name.end(), is_letter);
+    return atomic_number(name) != 0 || equals_folded(name, "bq");
 }
 
 // Walks blocks: centers, then a body up to the stars. Where the stars are missing, the next line of centers opens a block.
