@@ -93,7 +93,8 @@ class BasisWalk {
             const Species& species = atoms[i].species;
             blocks += coverage_steps_[i];
             const bool covered = covered_[static_cast<std::size_t>(species.element)] || blocks > 0;
-            if (species.kind == SpeciesKind::Atom && species.certain && !covered && reported.insert(species.element).second) {
+            if (species.kind == SpeciesKind::Atom && species.certain && !covered &&
+                reported.insert(species.element).second) {
                 findings_.add("GJF-S007", Severity::Error,
                               std::string("no basis set is given for ") + element_symbol(species.element) + " (atom " +
                                   std::to_string(i + 1) + ")",
