@@ -2,6 +2,7 @@
 #include <gjf/core/document/section_following.hpp>
 
 #include <gjf/core/job/gjf_parse_exception.hpp>
+#include <gjf/core/sections/section_kinds.hpp>
 
 #include <algorithm>
 #include <string>

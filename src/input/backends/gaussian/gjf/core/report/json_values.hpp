@@ -3,6 +3,7 @@
 
 #include <gjf/core/job/extra_input_kind.hpp>
 #include <gjf/core/report/json.hpp>
+#include <gjf/core/sections/section_kinds.hpp>
 
 #include <nlohmann/json.hpp>
 
