@@ -137,6 +137,11 @@ const Function functions[] = {
     {"gjf_editor_get_atom_freeze", [](Handles& h) { return gjf_editor_get_atom_freeze(h.job, 0) == -1; }},
     {"gjf_editor_get_atom_oniom_layer",
      [](Handles& h) { return gjf_editor_get_atom_oniom_layer(h.job, 0, h.buffer.data(), 100) == 0; }},
+    {"gjf_editor_select",
+     [](Handles& h) {
+         int first = -1;
+         return gjf_editor_select(h.job, "all and not (within 0.1 of 2)", &first, 1) > 0 && first == 0;
+     }},
     {"gjf_editor_set_freeze_all",
      [](Handles& h) { return leaves_no_message(h, [&] { gjf_editor_set_freeze_all(h.job, 3); }); }},
     {"gjf_editor_set_freeze_by_element",

@@ -20,7 +20,7 @@ struct LargeNumber {
 const std::vector<LargeNumber>& large_numbers() {
     static const std::vector<LargeNumber> rows = {
         {"# hf/sto-3g geom=connectivity\n\nt\n\n0 1\nH 0.0 0.0 0.0\nH 0.0 0.0 0.7\n\n1 2 1.0\n2\n4294967297\n\n", 11,
-         "GJF-S005", "a row for atom 4294967297, but the molecule has 2"},
+         "GJF-P001", "4294967297 references atom index outside the geometry atom count"},
         {"# hf/sto-3g geom=connectivity\n\nt\n\n0 1\nH 0.0 0.0 0.0\nH 0.0 0.0 0.7\n\n1 4294967298 1.0\n2\n\n", 9, "GJF-P001",
          "4294967298 references atom index outside the geometry atom count"},
         {"# hf/sto-3g opt=modredundant\n\nt\n\n0 1\nH 0.0 0.0 0.0\nH 0.0 0.0 0.7\n\nB 2 4294967297 F\n\n", 9, "GJF-S015",
