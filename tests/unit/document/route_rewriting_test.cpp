@@ -115,6 +115,8 @@ TEST(RouteRewriting, ChangesKeywordsThatStandInSeveralStretches) {
          [](GJFEditor& e) { e.set_model_chemistry_basis("cc-pvdz"); }, with_route("# hf/cc-pvdz\n opt")},
         {"a sign right behind the head", with_route("#p/ b3lyp/6-31g(d) opt"),
          [](GJFEditor& e) { e.set_model_chemistry_basis("def2tzvp"); }, with_route("#p/ b3lyp/def2tzvp opt")},
+        {"an option beside a list without a keyword", with_route("# hf/sto-3g =(nboread,full)"), tight,
+         with_route("# hf/sto-3g =(nboread,full) opt=tight")},
         {"a list without a keyword", with_route("# hf/sto-3g =(nboread,full)"),
          [](GJFEditor& e) { e.set_model_chemistry_basis("cc-pvdz"); }, with_route("# hf/cc-pvdz =(nboread,full)")},
         {"print level and model chemistry", with_route("# opt"),

@@ -75,8 +75,9 @@ std::vector<std::string> unplaced_segments(const std::vector<std::string>& words
     for (const RouteSegment& place : find_route_segments(rest)) {
         const std::string segment(rest.substr(place.begin, place.end - place.begin));
         const auto value = static_cast<std::size_t>(find_top_level_char(segment, '=') + 1);
+        // A sign without a word before it would take the word that comes to stand there.
         const bool is_assignment =
-            value > 0 && find_top_level_char(segment, '/') < 0 && parser.is_basis_set_pattern(segment);
+            value > 1 && find_top_level_char(segment, '/') < 0 && parser.is_basis_set_pattern(segment);
         if (is_assignment && !is_oniom(segment) && !parser.is_known_basis_token(parser.trim(segment.substr(value)))) {
             segments.push_back(segment);
         }

@@ -25,7 +25,8 @@ std::string oniom_layers(const std::string& expression);
 /// Writes the words of a route: the head with the model chemistry, and each keyword as it was written where that is known.
 std::vector<std::string> format_route(const ParsedKeywords& route);
 
-/// Returns the segments that `parse` finds no place for, since they assign what is no basis set, as xxx=freq does.
+/// Returns the segments that `parse` finds no place for, since they assign
+/// to a word what is no basis set, as xxx=freq does.
 std::vector<std::string> unplaced_segments(const std::vector<std::string>& words);
 
 /// Writes the model chemistry of a route: its ONIOM expression, method/basis with what goes with them, or "basis=" and a
