@@ -44,9 +44,15 @@ TEST(LargeAtomNumbers, AreNoAtomsOfTheMolecule) {
 }
 
 TEST(LargeAtomNumbers, OfRowsAreRefused) {
-    GJFDocument connected(std::string("# hf/sto-3g geom=connectivity") + three_atoms + "1\n2 3 1.0\n3\n4294967298\n\n");
-    EXPECT_FALSE(connected.readable(0));
-    EXPECT_THROW(connected.job(0), GJFParseException);
+    const std::string rows = std::string("# hf/sto-3g geom=connectivity") + three_atoms;
+    try {
+        GJFDocument document(rows + "1\n2 3 1.0\n3\n4294967298\n\n");
+        ADD_FAILURE() << "a row for an atom that is not there was read";
+    } catch (const GJFParseException& error) {
+        EXPECT_STREQ(
+            error.what(),
+            "GJF Parse Error: Job 1: GJF Parse Error: 4294967298 references atom index outside the geometry atom count");
+    }
 }
 
 TEST(LargeAtomNumbers, OfLinkAtomsStay) {
