@@ -5,6 +5,7 @@
 
 #include <core/fs/write_text_file.hpp>
 #include <gjf/core/reader/gjf_parser.hpp>
+#include <gjf/core/reader/job_layout.hpp>
 #include <gjf/core/reader/job_text.hpp>
 
 #include <algorithm>
@@ -54,6 +55,13 @@ void keep_digits(CoordinateValue& text, double& value, const CoordinateValue& ol
         text = CoordinateValue{};
         value = old_value;
     }
+}
+
+// Reads one job of a text; the others of it may not be readable.
+JobHandle read_job_of(std::string text, std::size_t index) {
+    const Source source = std::make_shared<SourceText>(std::move(text));
+    GJFData data = read_guarded(source->job_text(index), GJFParser::parse_string);
+    return {GJFEditor(std::move(data)), source, index};
 }
 
 JobHandle reread(const JobHandle& written, const JobHandle& read) {
@@ -147,7 +155,7 @@ JobHandle save_job(const JobHandle& job, const SaveTarget& target) {
     // What may fail is done before the file is written.
     JobHandle saved = job;
     if (backed) {
-        saved = reread(job, among_others ? read_all_jobs(text).at(job.index) : read_first_job(text));
+        saved = reread(job, read_job_of(text, among_others ? job.index : 0));
     }
     over ? save_over(target, text, {job.source}) : write_file_text(target.path, text);
     return saved;

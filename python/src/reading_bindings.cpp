@@ -16,6 +16,8 @@
 namespace quor_python {
 namespace {
 
+using namespace quor::input::gaussian;
+
 /// What became of one file: its jobs, or why there are none.
 struct Outcome {
     std::vector<JobHandle> jobs;
@@ -146,7 +148,7 @@ void bind_reading(py::module_& module) {
         line.pop_back();
         return to_python(line);
     });
-    module.def("vocabulary_path", [] { return to_python(quor::input::gaussian::resolve_route_schema_path({})); });
+    module.def("vocabulary_path", [] { return to_python(resolve_route_schema_path({})); });
 }
 
 }  // namespace quor_python

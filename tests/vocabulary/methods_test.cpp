@@ -69,8 +69,9 @@ TEST(Methods, KeepTheirSpinPrefix) {
 }
 
 TEST(Methods, AreRefusedWithPrefixesThatTheyDoNotTake) {
-    for (const char* const name : {"ug4", "rog3", "uuff", "ramber", "roqcisd", "robd", "rocisd", "rotd", "uoniom", "ucbs-qb3",
-                                   "romp5", "roccd", "ropm7", "rodftb", "roeomccsd", "uub3lyp", "rrhf", "urohf"}) {
+    for (const char* const name :
+         {"ug4", "rog3", "uuff", "ramber", "roqcisd", "robd", "rocisd", "rotd", "uoniom", "ucbs-qb3", "romp5", "roccd",
+          "ropm7", "rodftb", "roeomccsd", "uub3lyp", "rrhf", "urohf"}) {
         EXPECT_FALSE(vocabulary().knows_method_exact(name)) << name;
         EXPECT_FALSE(vocabulary().knows_keyword_exact(name)) << name;
     }

@@ -1,6 +1,7 @@
 // Positions of atoms: symbolic coordinates, Z-matrix rows, units, and the reasons why an atom has none.
 #include <gjf/core/job/positions.hpp>
 
+#include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
 
 #include <gtest/gtest.h>
@@ -61,8 +62,8 @@ AtomCoord atom_at(const char* label, const std::string& x, const std::string& y,
     for (std::size_t i = 0; i < 3; ++i) {
         written[i]->text = *texts[i];
         if (texts[i]->find_first_not_of("+-.0123456789") == std::string::npos) {
-            *numbers[i] = std::stod(*texts[i]);
-            written[i]->value = *numbers[i];
+            written[i]->value = to_number(*texts[i]);
+            *numbers[i] = *written[i]->value;
         }
     }
     return atom;

@@ -157,9 +157,9 @@ QUOR_GJF_C_API void gjf_editor_set_charge_and_spin(quor_gjf_editor* editor, int 
                                                    int multiplicity) QUOR_GJF_C_NOEXCEPT;
 
 /* Copies the job as job text into `buffer`, in the fixed layout. It drops, without an error: comments, a Z-matrix with its
- * variables, link atoms, Link 0 lines that a later one replaced, and digits of numbers that were changed beyond six decimals;
- * coordinates of 12 characters or more touch. gjf_document_to_string keeps all of these. Returns 0, or -1: NULL handle, "GJF output buffer is invalid", "GJF output buffer is too small"
- * (call again with a larger one). */
+ * variables, link atoms, Link 0 lines that a later one replaced, and digits of numbers that were changed beyond six
+ * decimals; coordinates of 12 characters or more touch. gjf_document_to_string keeps all of these. Returns 0, or -1: NULL
+ * handle, "GJF output buffer is invalid", "GJF output buffer is too small" (call again with a larger one). */
 QUOR_GJF_C_API int gjf_editor_to_string(quor_gjf_editor* editor, char* buffer, int buffer_size) QUOR_GJF_C_NOEXCEPT;
 
 /* Writes the text of gjf_editor_to_string, and what that drops is lost, to a file, whole or not at all; gjf_document_save
@@ -240,8 +240,8 @@ QUOR_GJF_C_API int gjf_multi_editor_set_job(quor_gjf_multi_editor* editor, int i
 /* --- Documents: edits that move nothing else. All since 0.2.0.
  * ------------------------------------------------------------------------------------------------------------------ */
 
-/* Takes the text of a job file. Returns a handle to be freed with gjf_document_destroy, or NULL: "content is null", or why no
- * job can be read. Jobs that cannot be read among others stay texts. */
+/* Takes the text of a job file. Returns a handle to be freed with gjf_document_destroy, or NULL: "content is null", or why
+ * no job can be read. Jobs that cannot be read among others stay texts. */
 QUOR_GJF_C_API quor_gjf_document* gjf_document_create_from_string(const char* content) QUOR_GJF_C_NOEXCEPT;
 
 /* Opens a job file. Returns a handle to be freed with gjf_document_destroy, or NULL: "filename is null", or why the file
@@ -266,8 +266,8 @@ QUOR_GJF_C_API quor_gjf_editor* gjf_document_job(quor_gjf_document* document, in
  * why the changes cannot be written. With `force` not 0, text that cannot follow a change stays as it is. */
 QUOR_GJF_C_API int gjf_document_text_size(quor_gjf_document* document, int force) QUOR_GJF_C_NOEXCEPT;
 
-/* Copies the changed text into `buffer`: all that was not edited has its bytes. Returns 0, or -1: as gjf_document_text_size, "GJF output buffer is invalid", "GJF
- * output buffer is too small". */
+/* Copies the changed text into `buffer`: all that was not edited has its bytes. Returns 0, or -1: as gjf_document_text_size,
+ * "GJF output buffer is invalid", "GJF output buffer is too small". */
 QUOR_GJF_C_API int gjf_document_to_string(quor_gjf_document* document, int force, char* buffer,
                                           int buffer_size) QUOR_GJF_C_NOEXCEPT;
 

@@ -18,7 +18,7 @@ namespace quor::input::gaussian {
 struct MoleculeAtom : AtomPosition {
     const AtomInfo* info = nullptr;
     std::size_t line = 0;  ///< of the text
-    char layer = 0;                    ///< 'h', 'm', 'l', 0 for none, '?' for anything else
+    char layer = 0;        ///< 'h', 'm', 'l', 0 for none, '?' for anything else
     std::optional<std::int64_t> fragment;
 };
 

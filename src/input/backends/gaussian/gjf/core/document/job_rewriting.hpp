@@ -1,6 +1,7 @@
 // The steps that write the changed parts of one job into its text. Private to the room.
 //
-// Each step compares one part of the job as it stood in the text with the job as it should be, and notes the lines to change.
+// Each step compares one part of the job as it stood in the text with the job as it should be, and notes the lines to
+// change.
 #pragma once
 
 #include <gjf/core/document/line_edits.hpp>
@@ -46,7 +47,7 @@ struct JobRewriting {
     const JobBefore before;
     const GJFData& after;
     const std::vector<ExtraInputSection>& sections;  ///< those that should be there, in place of those of `after`
-    const std::vector<std::size_t>& origins;  ///< of the atoms of `after`
+    const std::vector<std::size_t>& origins;         ///< of the atoms of `after`
     AtomPlaces places;
     bool force = false;
     LineEdits& edits;

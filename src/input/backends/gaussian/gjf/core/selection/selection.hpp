@@ -65,8 +65,8 @@ QUOR_GJF_API Selection parse_selection(std::string_view text);
 /// Returns the indices (from 0, ascending) of a job's atoms that are selected.
 ///
 /// The rows of a Z-matrix count as atoms; translation vectors are named by their symbol or number alone. Throws
-/// `SelectionError` for a number past the last atom, for "bonded to" in a job without connectivity, and for "within" where an
-/// atom has no position, with the reason.
+/// `SelectionError` for a number past the last atom, for "bonded to" in a job without connectivity, and for "within" where
+/// an atom has no position, with the reason.
 QUOR_GJF_API std::vector<std::size_t> selected_atoms(const Selection& selection, const GJFData& job);
 
 /// The two at once: returns the indices of the atoms that a text names.
