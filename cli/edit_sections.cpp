@@ -37,7 +37,7 @@ std::string text_meant(const std::string& value) {
     if (!value.starts_with('@')) {
         return value;
     }
-    const std::string rest = value.substr(1);
+    std::string rest = value.substr(1);
     if (rest.starts_with('@')) {
         return rest;
     }

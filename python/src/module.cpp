@@ -3,6 +3,9 @@
 
 #include <gjf/core/job/gjf_parse_exception.hpp>
 
+#include <exception>
+#include <utility>
+
 PYBIND11_MODULE(_core, module) {
     using namespace quor_python;
     module.doc() = "The class interface of libquor_g16_gjf. Use it through the package quor_gjf.";
@@ -10,7 +13,7 @@ PYBIND11_MODULE(_core, module) {
     py::register_exception<WriteError>(module, "WriteError", PyExc_ValueError);
     py::register_exception_translator([](std::exception_ptr pointer) {
         try {
-            std::rethrow_exception(pointer);
+            std::rethrow_exception(std::move(pointer));
         } catch (const MalformedText& error) {
             const py::object parse_error = py::module_::import("quor_gjf._core").attr("ParseError");
             const py::object raised = parse_error(to_python(error.what()));
