@@ -74,7 +74,7 @@ std::vector<std::string> unplaced_segments(const std::vector<std::string>& words
     std::vector<std::string> segments;
     for (const RouteSegment& place : find_route_segments(rest)) {
         const std::string segment(rest.substr(place.begin, place.end - place.begin));
-        const auto value = static_cast<std::size_t>(find_top_level_char(segment, '=') + 1);
+        const std::size_t value = static_cast<std::size_t>(find_top_level_char(segment, '=')) + 1;  // 0 without a sign
         // A sign without a word before it would take the word that comes to stand there.
         const bool is_assignment =
             value > 1 && find_top_level_char(segment, '/') < 0 && parser.is_basis_set_pattern(segment);

@@ -63,12 +63,18 @@ class BasisBlocks {
         return is_one;
     }
 
+    bool begins_shell() {
+        if (is_slater_shell(scan_)) {
+            return true;
+        }
+        primitives_ = primitives_of(scan_);
+        return primitives_ > 0;
+    }
+
     void read_body() {
         if (take_primitive()) {
             scan_.begin(LineForm::Primitive);
-        } else if (is_slater_shell(scan_)) {
-            scan_.begin(LineForm::Shell);
-        } else if (primitives_ = primitives_of(scan_); primitives_ > 0) {
+        } else if (begins_shell()) {
             scan_.begin(LineForm::Shell);
         } else if (centers_of(scan_) != Centers::None) {
             add_centers(scan_);
