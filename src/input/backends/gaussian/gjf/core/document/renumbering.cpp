@@ -186,9 +186,10 @@ class SectionWalk {
         bool kept = false;
         for (; next_list_ < section_.lists.size() && section_.lists[next_list_].line == index; ++next_list_) {
             const SelectionList& list = section_.lists[next_list_];
-            Siblings& now = words.emplace_back(siblings_of(std::span(section_.tokens).subspan(list.first, list.count)));
+            Siblings now = siblings_of(std::span(section_.tokens).subspan(list.first, list.count));
             const bool gone =
                 list.count > 0 && std::all_of(now.begin(), now.end(), [](const Sibling& word) { return word.gone(); });
+            words.push_back(std::move(now));
             lists.push_back({list.span, gone ? std::string() : std::string(section_[list.span])});
             lost = lost || (list.selects() && gone);
             kept = kept || list.is_noatoms() || (list.selects() && list.count > 0 && !gone);
