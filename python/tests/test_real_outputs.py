@@ -2,7 +2,6 @@
 
 The variable QUOR_GJF_REAL_OUTPUTS names a folder of outputs, compressed by gzip or not.
 """
-import gzip
 import os
 import pathlib
 import re
@@ -11,13 +10,9 @@ import numpy as np
 import pytest
 
 import quor_gjf as gjf
+from echoes import lines_of
 
 NUMBER = re.compile(r"-?\d+\.\d*$")
-
-
-def lines_of(path):
-    with (gzip.open if path.suffix == ".gz" else open)(path, "rt", errors="replace") as file:
-        return file.read().splitlines()
 
 
 def echoed_rows(lines):
