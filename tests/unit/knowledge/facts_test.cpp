@@ -3,6 +3,7 @@
 
 #include <gjf/core/knowledge/fact_table.hpp>
 #include <gjf/core/knowledge/knowledge.hpp>
+#include <gjf/core/knowledge/route_facts.hpp>
 #include <gjf/core/schema/route_schema_cache.hpp>
 
 #include <gtest/gtest.h>
@@ -10,6 +11,7 @@
 #include <filesystem>
 #include <fstream>
 #include <set>
+#include <sstream>
 #include <string>
 
 using namespace quor::input::gaussian;
@@ -71,6 +73,27 @@ TEST(Facts, ExcludeWordsOfTheVocabularyOnly) {
         found += kinds.emplace(row[0], row[1]).second ? exclusions(row[0], row[1]).size() : 0;
     }
     EXPECT_EQ(found, table.size()) << "the rows of one keyword stand together";
+}
+
+TEST(Facts, GiveValuesToOptionsOfTheVocabulary) {
+    const FactTable table("option_values", {"keyword", "options", "takes_value", "kind", "severity", "certainty"});
+    ASSERT_GT(table.size(), 150U);
+    const std::set<std::string_view> kinds = {"integer", "real", "name", "iop", "size", "text"};
+    std::size_t found = 0;
+    std::set<std::string_view> keywords;
+    for (std::size_t i = 0; i < table.size(); ++i) {
+        const std::string_view* row = table.row(i);
+        EXPECT_TRUE(is_own_word(row[0])) << row[0];
+        std::istringstream options{std::string(row[1])};
+        for (std::string option; options >> option;) {
+            EXPECT_TRUE(is_own_option(row[0], option)) << row[0] << "=" << option;
+        }
+        EXPECT_TRUE(row[2] == "required" || row[2] == "optional" || (row[2] == "no" && !row[1].empty())) << row[2];
+        EXPECT_EQ(kinds.count(row[3]), row[2] == "no" ? 0U : 1U) << row[0] << " " << row[3];
+        EXPECT_TRUE(row[4] == "note" || row[5] == "certain") << row[0] << " " << row[1];
+        found += keywords.insert(row[0]).second ? option_values(row[0]).size() : 0;
+    }
+    EXPECT_EQ(found, table.size()) << "the rows are sorted by keyword";
 }
 
 TEST(Facts, TellTheirSourceAndHowSureTheyAre) {

@@ -64,7 +64,8 @@ WrittenSegment CheckedJob::written_segment(const RouteTree::Segment& read) const
         WrittenKeyword& keyword = segment.keywords.emplace_back();
         keyword = {node.name, text(node.head), text(node.place), node.known(), {}, route_place(node.head), node.is_method};
         for (const RouteTree::Option& option : node.options) {
-            keyword.options.push_back({text(option.name), option.canonical, text(option.value), route_place(option.name)});
+            keyword.options.push_back({text(option.name), option.canonical, text(option.value), route_place(option.name),
+                                       option.name, option.value});
         }
     }
     return segment;

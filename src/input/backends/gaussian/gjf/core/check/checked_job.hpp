@@ -19,6 +19,8 @@ struct WrittenOption {
     std::string canonical;  ///< preferred spelling, or the name in lower case
     std::string value;      ///< empty when written without one
     TextPlace place;        ///< of the name
+    Span name_span;         ///< in the route's text
+    Span value_span;
 };
 
 /// One keyword as it stands in the route.
@@ -123,10 +125,17 @@ class Findings {
     std::size_t searches_ = 0;
 };
 
+/// Returns the severity that a table of facts names; a note where it names none.
+inline Severity severity_named(std::string_view name) noexcept {
+    return name == "error" ? Severity::Error : name == "warning" ? Severity::Warning : Severity::Note;
+}
+
 // The families of checks. Those of molecule and sections are asked only when the whole job was read.
 void check_characters(const CheckedJob& job, Findings& findings);
 void check_link0(const CheckedJob& job, Findings& findings);
 void check_route_words(const CheckedJob& job, Findings& findings);
+/// Checks the values of one keyword's options.
+void check_option_values(const CheckedJob& job, const WrittenKeyword& keyword, Findings& findings);
 void check_route_sense(const CheckedJob& job, Findings& findings);
 void check_sections(const CheckedJob& job, Findings& findings);
 

@@ -10,10 +10,6 @@
 namespace quor::input::gaussian {
 namespace {
 
-Severity severity_of(std::string_view name) noexcept {
-    return name == "error" ? Severity::Error : name == "warning" ? Severity::Warning : Severity::Note;
-}
-
 const WrittenKeyword* last_keyword(const CheckedJob& job, std::string_view name) noexcept {
     const WrittenKeyword* found = nullptr;
     for (const WrittenSegment& segment : job.segments) {
@@ -29,7 +25,7 @@ void check_contradicting_options(const CheckedJob& job, const WrittenKeyword& ke
     for (const Exclusion& pair : exclusions("options", keyword.name)) {
         const WrittenOption* second = job.find_option(keyword.name, pair.second);
         if (second != nullptr && job.has_option(keyword.name, pair.first)) {
-            findings.add("GJF-R008", severity_of(pair.severity),
+            findings.add("GJF-R008", severity_named(pair.severity),
                          keyword.name + ": '" + std::string(pair.first) + "' and '" + std::string(pair.second) +
                              "' contradict each other",
                          second->place, "keep the one that is meant");
@@ -47,7 +43,7 @@ void check_conflicts(const CheckedJob& job, Findings& findings) {
     }
     for (const Exclusion& pair : exclusions("keywords")) {
         if (job.has_keyword(pair.first) && job.has_keyword(pair.second)) {
-            findings.add("GJF-R008", severity_of(pair.severity),
+            findings.add("GJF-R008", severity_named(pair.severity),
                          "'" + std::string(pair.first) + "' and '" + std::string(pair.second) + "' contradict each other",
                          last_keyword(job, pair.second)->place, "keep the one that is meant");
         }
@@ -57,7 +53,7 @@ void check_conflicts(const CheckedJob& job, Findings& findings) {
 void check_job_types(const CheckedJob& job, Findings& findings) {
     for (const Exclusion& pair : exclusions("jobs")) {
         if (job.has_keyword(pair.first) && job.has_keyword(pair.second)) {
-            findings.add("GJF-R010", severity_of(pair.severity),
+            findings.add("GJF-R010", severity_named(pair.severity),
                          "one route cannot ask for '" + std::string(pair.first) + "' and '" + std::string(pair.second) + "'",
                          last_keyword(job, pair.second)->place, "make two jobs of them, with --Link1-- between");
         }
@@ -91,7 +87,9 @@ void check_needs(const CheckedJob& job, Findings& findings) {
                         [&](std::string_view other) { return job.has_option(need.keyword, other); })) {
             continue;
         }
-        findings.add("GJF-R009", severity_of(need.severity), std::string(need.message),
+        // What an earlier job left in the checkpoint is perhaps all that is needed.
+        const bool is_given = need.option.empty() && job.molecule_from_checkpoint();
+        findings.add("GJF-R009", is_given ? Severity::Note : severity_named(need.severity), std::string(need.message),
                      option == nullptr ? keyword->place : option->place, std::string(need.hint));
     }
     check_active_space(job, findings);

@@ -51,6 +51,10 @@ void report_unknown_word(const CheckedJob& job, const std::string& word, const T
                      TextPlace{place.line, place.column, 1}, hint_at_form(word));
         return;
     }
+    if (job.schema.knows_basis_exact(word)) {
+        findings.add("GJF-W005", Severity::Note, "'" + word + "' is a basis set, of which no options are known", place);
+        return;
+    }
     if (const std::string hint = hint_at_form(word); !hint.empty()) {
         findings.add("GJF-W005", Severity::Warning, "'" + word + "' is no route keyword, method or basis set", place, hint);
         return;
@@ -221,6 +225,7 @@ void check_route_words(const CheckedJob& job, Findings& findings) {
         check_basis_suffix(job, segment, findings);
         for (const WrittenKeyword& keyword : segment.keywords) {
             check_option_words(job, keyword, findings);
+            check_option_values(job, keyword, findings);
             if (keyword.name == "scrf") {
                 check_solvent(keyword, findings);
             }

@@ -31,4 +31,19 @@ class FactTable {
     std::vector<std::string_view> cells_;
 };
 
+/// A table with its rows in a form of their own, which `make` gives each.
+template <class Row>
+struct Facts {
+    FactTable table;
+    std::vector<Row> rows;
+
+    template <class Make>
+    Facts(std::string_view name, std::initializer_list<std::string_view> columns, const Make& make) : table(name, columns) {
+        rows.reserve(table.size());
+        for (std::size_t i = 0; i < table.size(); ++i) {
+            rows.push_back(make(table.row(i)));
+        }
+    }
+};
+
 }  // namespace quor::input::gaussian

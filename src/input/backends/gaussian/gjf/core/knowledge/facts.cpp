@@ -3,6 +3,7 @@
 
 #include <gjf/core/knowledge/fact_table.hpp>
 #include <gjf/core/knowledge/knowledge.hpp>
+#include <gjf/core/knowledge/route_facts.hpp>
 #include <gjf/core/text/number_range.hpp>
 #include <gjf/core/text/text.hpp>
 
@@ -11,21 +12,6 @@
 
 namespace quor::input::gaussian {
 namespace {
-
-// Rows made from a table: each of `Row`'s own form.
-template <class Row>
-struct Facts {
-    FactTable table;
-    std::vector<Row> rows;
-
-    template <class Make>
-    Facts(std::string_view name, std::initializer_list<std::string_view> columns, const Make& make) : table(name, columns) {
-        rows.reserve(table.size());
-        for (std::size_t i = 0; i < table.size(); ++i) {
-            rows.push_back(make(table.row(i)));
-        }
-    }
-};
 
 using Pair = std::pair<std::string_view, std::string_view>;
 
@@ -186,7 +172,7 @@ std::string missing_knowledge() {
             return table->problem();
         }
     }
-    return {};
+    return missing_route_facts();
 }
 
 }  // namespace quor::input::gaussian

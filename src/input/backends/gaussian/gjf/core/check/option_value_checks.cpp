@@ -1,0 +1,174 @@
+// Checks of the values of options: of the wrong kind, missing, or given where none is taken.
+#include <gjf/core/check/checked_job.hpp>
+
+#include <gjf/core/knowledge/facts.hpp>
+#include <gjf/core/knowledge/route_facts.hpp>
+#include <gjf/core/text/number.hpp>
+#include <gjf/core/text/text.hpp>
+
+#include <algorithm>
+#include <iterator>
+
+namespace quor::input::gaussian {
+namespace {
+
+enum class Fit { Good, Odd, Wrong };
+
+// Methods share the options of the one without a spin prefix, and of the one without what stands in parentheses.
+std::span<const OptionValue> values_of(std::string_view keyword) {
+    for (const std::string_view prefix : {"", "ro", "r", "u"}) {
+        if (keyword.starts_with(prefix)) {
+            const std::string_view name = keyword.substr(prefix.size());
+            for (const std::string_view tried : {name, name.substr(0, name.find('('))}) {
+                if (const auto rows = option_values(tried); !rows.empty()) {
+                    return rows;
+                }
+            }
+        }
+    }
+    return {};
+}
+
+std::string_view without_parentheses(std::string_view value) {
+    return value.size() > 1 && value.front() == '(' && value.back() == ')' ? trim_view(value.substr(1, value.size() - 2))
+                                                                           : value;
+}
+
+// Tells whether a value is one of the words of a list, or a beginning of one.
+bool is_named(std::string_view value, std::string_view names) {
+    const std::string word = " " + to_lower_copy(value);
+    return value.size() > 1 && (" " + std::string(names)).find(word) != std::string::npos;
+}
+
+Fit fit_of_integer(std::string_view value, std::string_view least) {
+    if (!is_integer_text(value)) {
+        return Fit::Wrong;
+    }
+    const std::optional<std::int64_t> number = to_int64(value);
+    return least.empty() || (number && *number >= *to_int64(least)) ? Fit::Good : Fit::Odd;
+}
+
+Fit fit_of_real(std::string_view value, std::string_view above) {
+    std::string text = to_lower_copy(value);
+    std::replace(text.begin(), text.end(), 'd', 'e');
+    const std::optional<double> number = to_number(text);
+    return !number ? Fit::Wrong : *number > *to_number(above) ? Fit::Good : Fit::Odd;
+}
+
+// A size in words, or with a unit.
+Fit fit_of_size(std::string_view value) {
+    constexpr std::string_view units[] = {"", "kb", "mb", "gb", "tb", "kw", "mw", "gw", "tw"};
+    const std::size_t digits = std::min(value.find_first_not_of("0123456789"), value.size());
+    const std::string unit = to_lower_copy(value.substr(digits));
+    return digits > 0 && std::find(std::begin(units), std::end(units), unit) != std::end(units) ? Fit::Good : Fit::Wrong;
+}
+
+// An internal option: overlay/option=value.
+Fit fit_of_internal_option(std::string_view item) {
+    const std::size_t slash = std::min(item.find('/'), item.size());
+    const std::size_t sign = std::min(item.find('='), item.size());
+    if (slash >= sign || sign == item.size() || !is_integer_text(trim_view(item.substr(0, slash))) ||
+        !is_integer_text(trim_view(item.substr(slash + 1, sign - slash - 1))) ||
+        !is_integer_text(trim_view(item.substr(sign + 1)))) {
+        return Fit::Wrong;
+    }
+    const std::int64_t overlay = to_int64(trim_view(item.substr(0, slash))).value_or(0);
+    return (overlay >= 1 && overlay <= 11) || overlay == 99 ? Fit::Good : Fit::Odd;
+}
+
+Fit fit_of(std::string_view value, const OptionValue& known) {
+    const std::string_view text = without_parentheses(value);
+    if (!known.names.empty() && is_named(text, known.names)) {
+        return Fit::Good;
+    }
+    return known.kind == "integer" ? fit_of_integer(text, known.least)
+           : known.kind == "real"  ? fit_of_real(text, known.least)
+           : known.kind == "size"  ? fit_of_size(text)
+           : known.kind == "iop"   ? fit_of_internal_option(text)
+           : known.kind == "name"  ? Fit::Wrong
+                                   : Fit::Good;
+}
+
+std::string wanted_value(const OptionValue& known) {
+    const std::string least(known.least);
+    std::string text = known.kind == "integer" ? least.empty() ? "a whole number" : "a whole number from " + least + " on"
+                       : known.kind == "real"  ? "a number above " + least
+                       : known.kind == "size"  ? "a number, with KB, MB, GB, TB, KW, MW, GW or TW behind it, or words"
+                       : known.kind == "iop"   ? "overlay/option=number, as in 3/33=1"
+                                               : "";
+    if (!known.names.empty()) {
+        text += (text.empty() ? "one of: " : ", or one of: ") + std::string(known.names);
+    }
+    return text.empty() ? text : "it takes " + text;
+}
+
+void report_value(const CheckedJob& job, const OptionValue& known, Fit fit, const std::string& of, Span value,
+                  Findings& findings) {
+    if (fit != Fit::Good) {
+        const Severity severity = severity_named(known.severity);
+        findings.add("GJF-R014", fit == Fit::Odd ? std::min(severity, Severity::Warning) : severity,
+                     "'" + std::string(value.in(job.route_text())) + "' is no value of " + of, job.route_place(value),
+                     wanted_value(known));
+    }
+}
+
+void report_missing(const OptionValue& known, const std::string& of, const TextPlace& place, Findings& findings) {
+    findings.add("GJF-R015", std::min(severity_named(known.severity), Severity::Warning), of + " stands without its value",
+                 place, wanted_value(known));
+}
+
+void check_value(const CheckedJob& job, const WrittenKeyword& keyword, const WrittenOption& option, const OptionValue& known,
+                 Findings& findings) {
+    const std::string of = keyword.name + "=" + option.canonical;
+    if (option.value.empty()) {
+        if (known.takes == "required") {
+            report_missing(known, of, option.place, findings);
+        }
+    } else if (known.takes == "no") {
+        findings.add("GJF-R016", severity_named(known.severity), of + " takes no value", job.route_place(option.value_span),
+                     "leave '=" + option.value + "' out");
+    } else {
+        report_value(job, known, fit_of(option.value, known), of, option.value_span, findings);
+    }
+}
+
+// Checks what a keyword itself is set to: options that are no names of options.
+void check_own_value(const CheckedJob& job, const WrittenKeyword& keyword, const OptionValue& known, Findings& findings) {
+    bool has_value = false;
+    for (const WrittenOption& option : keyword.options) {
+        const bool is_name = job.schema.knows_option(keyword.name, option.name);
+        has_value = has_value || !is_name;
+        // Where options are known, other words are told as unknown ones.
+        if (!is_name && (has_trait(keyword.name, "takes free text") || is_number_text(option.name) ||
+                         job.schema.options_of(keyword.name).empty())) {
+            const Span item = option.value.empty()
+                                  ? option.name_span
+                                  : span_between(option.name_span.begin, option.value_span.begin + option.value_span.length);
+            report_value(job, known, fit_of(item.in(job.route_text()), known), keyword.name, item, findings);
+        }
+    }
+    if (!has_value) {
+        report_missing(known, keyword.name, keyword.place, findings);
+    }
+}
+
+}  // namespace
+
+void check_option_values(const CheckedJob& job, const WrittenKeyword& keyword, Findings& findings) {
+    if (!keyword.known) {
+        return;
+    }
+    for (const OptionValue& known : values_of(keyword.name)) {
+        if (known.options.empty()) {
+            check_own_value(job, keyword, known, findings);
+            continue;
+        }
+        for (const WrittenOption& option : keyword.options) {
+            if (lists_word(known.options, option.canonical)) {
+                check_value(job, keyword, option, known, findings);
+            }
+        }
+    }
+}
+
+}  // namespace quor::input::gaussian

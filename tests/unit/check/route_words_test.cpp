@@ -1,0 +1,93 @@
+// Words of routes that Gaussian takes, and so must raise nothing; and misspelt ones, of which a part is certain.
+#include <gjf/core/check/checker.hpp>
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+using namespace quor::input::gaussian;
+
+namespace {
+
+// Returns the worst severity that a route is told of; nothing for none.
+std::optional<Severity> worst_of(const std::string& route) {
+    std::optional<Severity> worst;
+    for (const Finding& finding : check_route(route)) {
+        worst = std::max(worst, std::optional(finding.severity));
+    }
+    return worst;
+}
+
+TEST(RouteWords, ThatGaussianTakesRaiseNothing) {
+    for (const char* route : {"# b3lyp/6-31g(d) pop=mk pop=nbo",
+                              "# b3lyp/6-31g(d) pop=full pop=full",
+                              "# b3lyp/6-31g(d) scf=tight scf=xqc",
+                              "# rzindo",
+                              "# uzindo",
+                              "# rzindo(nstates=4)",
+                              "# b3lyp/6-31g(d) g09defaults",
+                              "# b3lyp/6-31g(d) g03defaults",
+                              "# b3lyp/6-31g(d) symmetry=SaveOrientation",
+                              "# b3lyp/6-31g(d) PDENS",
+                              "# b3lyp/6-31g(d) GenChk",
+                              "# b3lyp/6-31g(d)/GenChk",
+                              "# b3lyp/6-31g(d) utd",
+                              "# b3lyp/6-31g(d) rtd",
+                              "# b3lyp/6-31g(d) utd=(nstates=3)",
+                              "# b3lyp/6-31g(d) rtda(nstates=4)",
+                              "# hissapbe/6-31g(d)",
+                              "# uhissapbe/6-31g(d)",
+                              "# hissbpbe/6-31g(d)",
+                              "# ccsd=noincore/6-31g(d)",
+                              "# ccsd(noincore)/6-31g(d)",
+                              "# hf/6-31g(d) scf=noincore",
+                              "# cis/6-31g(d) density=(cis=1)",
+                              "# cis/6-31g(d) density=cis=1",
+                              "# hf/6-31g(d) scfconv=8",
+                              "# b3lyp/6-31g(d) scrf=(smd,solvent=generic)",
+                              "# hf/6-31g(d) nmr=mixed",
+                              "# hf/6-31g(d) nmr=(mixed,spinspin)",
+                              "# hf/6-31g(d) geom=modify",
+                              "# hf/6-31g(d) geom=modela int=sepk",
+                              "# hf/6-31g(d) freq=(scale=0.95)",
+                              "# mp2(semidirect,maxdisk=2000mw)/6-31g(d)"}) {
+        EXPECT_EQ(worst_of(route), std::nullopt) << route;
+    }
+}
+
+TEST(RouteWords, MisspeltInsideAreErrors) {
+    for (const char* route :
+         {"# hf/6-31g(d) opt=(maxcyle=50)", "# hf/6-31g(d) opt=(maxcycls=50)", "# hf/6-31g(d) opt=(MaxCycless=50)",
+          "# hf/6-31g(d) opt=modredundent", "# hf/6-31g(d) geom=conectivity", "# hf/6-31g(d) geom=connectivty",
+          "# hf/6-31g(d) counterpose=2", "# hf/6-31g(d) nossymm", "# hf/6-31g(d) int=ultrafne", "# m06-2x/6-31g(d)",
+          "# hf/6-31g(d) opt opt", "# hf/6-31g(d) opt=calcfc opt=ts"}) {
+        EXPECT_EQ(worst_of(route), Severity::Error) << route;
+    }
+}
+
+TEST(RouteWords, WithALetterMoreInFrontOrBehindAreWarnings) {
+    for (const char* route :
+         {"# hf/6-31g(d) xnosymm", "# hf/6-31g(d) opt=(cmaxcycles=50)", "# hf/6-31g(d) pop=hirshfelds",
+          "# hf/6-31g(d) nosymmx", "# hf/6-31g(d) conection", "# b3lpy/6-31g(d)", "# hf/6-31g(d) foo=bar"}) {
+        EXPECT_EQ(worst_of(route), Severity::Warning) << route;
+    }
+}
+
+// NZCore stands in the vendor's list as an option of Gen; options of basis sets are not in the vocabulary.
+TEST(RouteWords, WithOptionsOfABasisSetAreNotes) {
+    EXPECT_EQ(worst_of("# hf/6-31g(d) gen=(nzcore)"), Severity::Note);
+    EXPECT_EQ(worst_of("# hf/6-31g(d) genn=(nzcore)"), Severity::Warning);
+}
+
+TEST(RouteWords, OfAPathNeedForceConstantsFromSomewhere) {
+    EXPECT_EQ(worst_of("# hf/6-31g(d) irc"), Severity::Error);
+    EXPECT_EQ(worst_of("# hf/6-31g(d) irc=maxpoints=10"), Severity::Error);
+    EXPECT_EQ(worst_of("# hf/6-31g(d) irc=calcfc"), std::nullopt);
+    EXPECT_EQ(worst_of("# hf/6-31g(d) irc=rcfc geom=check"), std::nullopt);
+    EXPECT_EQ(worst_of("# hf/6-31g(d) irc geom=check"), Severity::Note);
+    EXPECT_EQ(worst_of("# hf/6-31g(d) irc geom=allcheck"), Severity::Note);
+}
+
+}  // namespace
