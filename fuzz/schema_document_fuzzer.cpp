@@ -4,7 +4,7 @@
 #include "properties.hpp"
 
 #include "../tests/unit/schema/linear_rules.hpp"
-#include "../tools/write_schema_image/schema_image.hpp"
+#include "../tools/write_schema_image/embedded_image.hpp"
 
 #include <gjf/core/schema/embedded_schema.hpp>
 #include <gjf/core/schema/schema_document.hpp>
@@ -56,7 +56,7 @@ std::vector<std::string> some_words(const Impl& schema) {
 }
 
 void hold_linear_rules(const Impl& schema, const std::string& word, const GroupList& groups) {
-    const linear::Spellings spellings(groups.groups());
+    const linear::Spellings spellings(groups);
     const std::string token = schema.normalize_token(word);
     const linear::Answer expected = linear::ask(token, spellings);
     const MatchResult match = schema.match_group(word, groups);

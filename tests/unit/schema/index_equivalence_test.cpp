@@ -26,7 +26,7 @@ std::set<std::string> all_prefixes(const GroupList& groups) {
 
 /// Compares match and completions for every prefix; returns how many questions were asked.
 std::size_t compare_with_linear_rules(const GroupList& groups) {
-    const linear::Spellings spellings(groups.groups());
+    const linear::Spellings spellings(groups);
     std::size_t questions = 0;
     for (const std::string& word : all_prefixes(groups)) {
         const GroupHit indexed = groups.match(word);

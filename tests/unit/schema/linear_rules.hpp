@@ -16,7 +16,7 @@ namespace quor::input::gaussian::linear {
 
 /// All spellings of a list, in order, each with its entry.
 struct Spellings {
-    explicit Spellings(const std::vector<CandidateGroup>& groups) {
+    explicit Spellings(const GroupList& groups) {
         for (const CandidateGroup& group : groups) {
             for (const std::string& form : group.forms) {
                 list.push_back({form, &group});

@@ -51,14 +51,7 @@ class GroupCollector {
     /// Returns the work done: entries collected and states visited.
     std::size_t work() const { return groups_.size() + visited_.size(); }
 
-    GroupList to_list() const {
-        std::vector<CandidateGroup> groups;
-        groups.reserve(groups_.size());
-        for (const CandidateGroup* group : groups_) {
-            groups.push_back(*group);
-        }
-        return GroupList(std::move(groups));
-    }
+    GroupList to_list() const { return GroupList(groups_); }
 
    private:
     struct SameSpellings {
@@ -89,7 +82,7 @@ class GroupCollector {
     const SimpleYAMLParser::Impl& schema_;
     StateNames excluded_;
     StateNames visited_;
-    std::vector<const CandidateGroup*> groups_;
+    GroupList::Groups groups_;
     std::unordered_set<const CandidateGroup*, SameSpellings, SameSpellings> known_;
 };
 

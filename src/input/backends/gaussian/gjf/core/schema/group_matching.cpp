@@ -4,7 +4,9 @@
 #include <gjf/core/schema/schema_tables.hpp>
 
 #include <algorithm>
-#include <tuple>
+#include <bit>
+#include <numeric>
+#include <utility>
 
 namespace quor::input::gaussian {
 
@@ -14,33 +16,80 @@ bool begins_with(std::string_view text, std::string_view prefix) { return text.s
 
 }  // namespace
 
-GroupList::GroupList(std::vector<CandidateGroup> groups) : groups_(std::move(groups)) {
-    std::size_t form_count = 0;
-    for (const CandidateGroup& group : groups_) {
-        form_count += group.forms.size();
+GroupList::GroupList(Groups groups, std::vector<std::uint32_t> order)
+    : groups_(std::move(groups)), order_(std::move(order)) {
+    index_spellings();
+}
+
+GroupList::GroupList(std::vector<CandidateGroup> groups) : own_(std::move(groups)) {
+    for (const CandidateGroup& group : own_) {
+        groups_.push_back(&group);
     }
-    sorted_.reserve(form_count);
-    exact_.reserve(form_count);
+    index_spellings();
+}
+
+void GroupList::index_spellings() {
+    spellings_.reserve(order_.size());
     for (std::uint32_t index = 0; index < groups_.size(); ++index) {
-        for (const std::string_view form : groups_[index].forms) {
-            sorted_.push_back({form, index});
-            exact_.try_emplace(form, ExactSpelling{index, false});  // the first in order stays
-            if (form.size() > 1 && form.back() == '(') {
-                exact_.try_emplace(form.substr(0, form.size() - 1), ExactSpelling{index, true});
-            }
+        for (const std::string_view form : groups_[index]->forms) {
+            spellings_.push_back({form, index});
         }
     }
-    std::sort(sorted_.begin(), sorted_.end(),
-              [](const Spelling& a, const Spelling& b) { return std::tie(a.form, a.group) < std::tie(b.form, b.group); });
+    sort_spellings();
+    slots_.resize(std::bit_ceil(4 * spellings_.size() + 1));  // a spelling may give two words; at most half are taken
+    for (std::uint32_t index = 0; index < spellings_.size(); ++index) {
+        const std::string_view form = spellings_[index].form;
+        const auto take = [this](std::string_view word, std::uint32_t slot) {
+            std::uint32_t& place = slots_[slot_of(word)];
+            place = place == 0 ? slot : place;  // the first in order stays
+        };
+        take(form, 2 * index + 2);
+        if (form.size() > 1 && form.back() == '(') {
+            take(form.substr(0, form.size() - 1), 2 * index + 3);
+        }
+    }
+}
+
+/// Makes the order, unless the one that was given is right.
+void GroupList::sort_spellings() {
+    const auto before = [this](std::uint32_t a, std::uint32_t b) {
+        const int order = spellings_[a].form.compare(spellings_[b].form);
+        return order != 0 ? order < 0 : a < b;
+    };
+    const std::size_t count = spellings_.size();
+    bool sorted = order_.size() == count;
+    for (std::size_t place = 0; sorted && place < count; ++place) {
+        sorted = order_[place] < count && (place == 0 || before(order_[place - 1], order_[place]));
+    }
+    if (!sorted) {
+        order_.resize(count);
+        std::iota(order_.begin(), order_.end(), 0U);
+        std::sort(order_.begin(), order_.end(), before);
+    }
+}
+
+std::string_view GroupList::word_in(std::uint32_t slot) const {
+    const std::string_view form = spellings_[slot / 2 - 1].form;
+    return form.substr(0, form.size() - slot % 2);
+}
+
+/// Returns the slot that holds the word, or the free one where it would stand.
+std::size_t GroupList::slot_of(std::string_view word) const {
+    const std::size_t mask = slots_.size() - 1;
+    std::size_t place = TextHash()(word) & mask;
+    while (slots_[place] != 0 && word_in(slots_[place]) != word) {
+        place = (place + 1) & mask;
+    }
+    return place;
 }
 
 GroupHit GroupList::match_exact(std::string_view word) const {
-    const auto found = word.empty() ? exact_.end() : exact_.find(word);
-    if (found == exact_.end()) {
+    const std::uint32_t slot = word.empty() || slots_.empty() ? 0 : slots_[slot_of(word)];
+    if (slot == 0) {
         return {};
     }
-    const CandidateGroup& group = groups_[found->second.group];
-    return {&group, true, found->second.stands_before_parenthesis ? found->first : std::string_view(group.canonical)};
+    const CandidateGroup& group = *groups_[spellings_[slot / 2 - 1].group];
+    return {&group, true, slot % 2 != 0 ? word_in(slot) : std::string_view(group.canonical)};
 }
 
 GroupHit GroupList::match(std::string_view word) const {
@@ -48,32 +97,32 @@ GroupHit GroupList::match(std::string_view word) const {
     if (exact.found() || word.empty()) {
         return exact;
     }
-    const auto first = first_with_prefix(word);
-    for (auto spelling = first; spelling != sorted_.end() && begins_with(spelling->form, word); ++spelling) {
-        if (spelling->group != first->group) {
+    const CandidateGroup* only = nullptr;
+    for (auto place = first_with_prefix(word); place != order_.end() && begins_with(spellings_[*place].form, word);
+         ++place) {
+        const CandidateGroup* const group = groups_[spellings_[*place].group];
+        if (only != nullptr && group != only) {
             return {};  // ambiguous
         }
+        only = group;
     }
-    if (first == sorted_.end() || !begins_with(first->form, word)) {
-        return {};
-    }
-    const CandidateGroup& group = groups_[first->group];
-    return {&group, false, group.canonical};
+    return only == nullptr ? GroupHit{} : GroupHit{only, false, only->canonical};
 }
 
 void GroupList::append_completions(std::string_view prefix, std::vector<std::string>& words) const {
     if (prefix.empty()) {
         return;
     }
-    for (auto spelling = first_with_prefix(prefix); spelling != sorted_.end() && begins_with(spelling->form, prefix);
-         ++spelling) {
-        words.push_back(groups_[spelling->group].canonical);
+    for (auto place = first_with_prefix(prefix); place != order_.end() && begins_with(spellings_[*place].form, prefix);
+         ++place) {
+        words.push_back(groups_[spellings_[*place].group]->canonical);
     }
 }
 
-std::vector<GroupList::Spelling>::const_iterator GroupList::first_with_prefix(std::string_view prefix) const {
-    return std::lower_bound(sorted_.begin(), sorted_.end(), prefix,
-                            [](const Spelling& spelling, std::string_view word) { return spelling.form < word; });
+GroupList::Order::const_iterator GroupList::first_with_prefix(std::string_view prefix) const {
+    return std::lower_bound(order_.begin(), order_.end(), prefix, [this](std::uint32_t spelling, std::string_view word) {
+        return spellings_[spelling].form < word;
+    });
 }
 
 MatchResult SimpleYAMLParser::Impl::match_group(std::string_view token, const GroupList& groups) const {

@@ -12,7 +12,6 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace quor::input::gaussian {
@@ -30,7 +29,28 @@ struct GroupHit {
 /// Holds a list of entries, never changed once made, with the index that answers words. Words given to it are normalized.
 class GroupList {
    public:
+    using Groups = std::vector<const CandidateGroup*>;
+
+    /// Gives the entries one by one.
+    class Iterator {
+       public:
+        explicit Iterator(Groups::const_iterator place) : place_(place) {}
+        const CandidateGroup& operator*() const { return **place_; }
+        Iterator& operator++() {
+            ++place_;
+            return *this;
+        }
+        bool operator!=(const Iterator& other) const { return place_ != other.place_; }
+
+       private:
+        Groups::const_iterator place_;
+    };
+
     GroupList() = default;
+    /// Lists entries that others keep: they must outlive the list and stay where they are. `order` may give the order of all
+    /// spellings, numbered from 0 as they stand in the entries; one that is not sorted is made anew.
+    explicit GroupList(Groups groups, std::vector<std::uint32_t> order = {});
+    /// Lists entries of its own.
     explicit GroupList(std::vector<CandidateGroup> groups);
 
     // The index points into the entries: they may move together, and not be copied.
@@ -40,12 +60,14 @@ class GroupList {
     GroupList& operator=(const GroupList&) = delete;
     ~GroupList() = default;
 
-    const std::vector<CandidateGroup>& groups() const noexcept { return groups_; }
-    auto begin() const noexcept { return groups_.begin(); }
-    auto end() const noexcept { return groups_.end(); }
+    const Groups& groups() const noexcept { return groups_; }
+    /// Returns the numbers of all spellings, sorted by spelling.
+    const std::vector<std::uint32_t>& order() const noexcept { return order_; }
+    Iterator begin() const noexcept { return Iterator(groups_.begin()); }
+    Iterator end() const noexcept { return Iterator(groups_.end()); }
     std::size_t size() const noexcept { return groups_.size(); }
     bool empty() const noexcept { return groups_.empty(); }
-    const CandidateGroup& operator[](std::size_t index) const noexcept { return groups_[index]; }
+    const CandidateGroup& operator[](std::size_t index) const noexcept { return *groups_[index]; }
 
     /// Finds the entry with a spelling equal to `word`; for a spelling "word(" the canonical spelling is the word itself.
     GroupHit match_exact(std::string_view word) const;
@@ -63,16 +85,20 @@ class GroupList {
         std::string_view form;
         std::uint32_t group;
     };
-    struct ExactSpelling {
-        std::uint32_t group;
-        bool stands_before_parenthesis;  ///< the spelling has a "(" after the word
-    };
+    using Order = std::vector<std::uint32_t>;
 
-    std::vector<Spelling>::const_iterator first_with_prefix(std::string_view prefix) const;
+    void index_spellings();
+    void sort_spellings();
+    std::string_view word_in(std::uint32_t slot) const;
+    std::size_t slot_of(std::string_view word) const;
+    Order::const_iterator first_with_prefix(std::string_view prefix) const;
 
-    std::vector<CandidateGroup> groups_;
-    std::vector<Spelling> sorted_;
-    std::unordered_map<std::string_view, ExactSpelling, TextHash> exact_;
+    std::vector<CandidateGroup> own_;
+    Groups groups_;
+    std::vector<Spelling> spellings_;  ///< as they stand in the entries
+    Order order_;                      ///< numbers of the spellings, sorted
+    /// A hash table of exact words: 0 is free, else twice the number of a spelling and 2, or 3 where its "(" is left out.
+    Order slots_;
 };
 
 }  // namespace quor::input::gaussian
