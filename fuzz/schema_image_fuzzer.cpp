@@ -3,7 +3,7 @@
 #include "fuzzers.hpp"
 #include "properties.hpp"
 
-#include "../tools/write_schema_image/schema_image.hpp"
+#include "../tools/write_schema_image/embedded_image.hpp"
 
 #include <gjf/core/schema/embedded_schema.hpp>
 

@@ -39,6 +39,11 @@ def test_finds_its_own_vocabulary(tmp_path):
     assert "GJF-W005" in warnings and "b3lyp" not in warnings
 
 
+def test_carries_the_image_of_its_vocabulary():
+    vocabulary = PACKAGE / "share/quorlib/schemas/input/gaussian_route.yaml"
+    assert vocabulary.read_bytes() in pathlib.Path(f"{vocabulary}.image").read_bytes()
+
+
 def test_finds_its_own_facts(tmp_path):
     code = "import quor_gjf as g; print([f.code for f in g.check('# hf/sto-3g symm nosymm\\n\\nt\\n\\n0 1\\nHe 0. 0. 0.\\n\\n')])"
     assert run_python(code, HOME=str(tmp_path)) == "['GJF-R008']\n"

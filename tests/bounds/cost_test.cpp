@@ -16,7 +16,7 @@
 #include <utility>
 #include <vector>
 
-#include "../../tools/write_schema_image/schema_image.hpp"
+#include "../../tools/write_schema_image/embedded_image.hpp"
 #include "../support/allocations.hpp"
 #include "../support/files.hpp"
 

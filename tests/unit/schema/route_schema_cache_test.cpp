@@ -9,9 +9,6 @@
 namespace quor::input::gaussian {
 namespace {
 
-const std::string with_opt = "states: {GCL: {entries: [{forms: [opt]}]}}\n";
-const std::string with_irc = "states: {GCL: {entries: [{forms: [irc]}]}}\n";
-
 TEST(RouteSchemaCache, GivesNothingForAnEmptyPath) {
     const SchemaCacheEntry entry = load_route_schema_cached("");
     EXPECT_FALSE(entry.loaded);

@@ -15,6 +15,9 @@ namespace quor::input::gaussian {
 
 using quor::test::TemporaryFolder;
 
+inline const std::string with_opt = "states: {GCL: {entries: [{forms: [opt]}]}}\n";
+inline const std::string with_irc = "states: {GCL: {entries: [{forms: [irc]}]}}\n";
+
 /// Loads a document given as text; returns whether that succeeded.
 inline bool load_tables(const std::string& document, SimpleYAMLParser::Impl& tables) {
     const TemporaryFolder folder;

@@ -3,6 +3,7 @@
 // The library's events are taken rather than its own nodes, which cost as much again as the reading. It refuses documents
 // nested more than some hundred levels deep by itself.
 #include <gjf/core/schema/schema_document.hpp>
+#include <gjf/core/schema/schema_image.hpp>
 
 #include <core/resource/resource.hpp>
 
@@ -100,17 +101,25 @@ bool read_file(const std::string& path, std::string& text) {
     return file.gcount() == size;
 }
 
-}  // namespace
-
-bool read_document_tree(const std::string& path, DocumentTree& tree) {
-    std::string text;
-    if (!read_file(path, text)) {
-        return false;
-    }
+bool parse_document(std::string text, DocumentTree& tree) {
     std::istringstream stream(std::move(text));
     YAML::Parser parser(stream);
     TreeBuilder builder(tree);
     return parser.HandleNextDocument(builder);
+}
+
+/// Fills empty tables from the document's image; false, with the tables empty, when it has none that serves.
+bool load_image_of(const std::string& path, std::string_view document, SimpleYAMLParser::Impl& schema) {
+    std::string image;
+    const std::string image_path = find_schema_image(path);
+    return !image_path.empty() && read_file(image_path, image) && read_schema_image(image, document, schema);
+}
+
+}  // namespace
+
+bool read_document_tree(const std::string& path, DocumentTree& tree) {
+    std::string text;
+    return read_file(path, text) && parse_document(std::move(text), tree);
 }
 
 std::optional<SchemaProblem> read_document_or_problem(const std::string& path, DocumentTree& tree) {
@@ -126,10 +135,10 @@ std::optional<SchemaProblem> read_document_or_problem(const std::string& path, D
 
 bool convert_boolean(std::string_view text) { return YAML::Node(std::string(text)).as<bool>(); }
 
-bool load_schema_document(const std::string& path, SimpleYAMLParser::Impl& schema) {
+bool load_schema_text(std::string document, SimpleYAMLParser::Impl& schema) {
     try {
         DocumentTree tree;
-        if (!read_document_tree(path, tree)) {
+        if (!parse_document(std::move(document), tree)) {
             return false;
         }
         const DocumentNode root(tree);
@@ -143,6 +152,11 @@ bool load_schema_document(const std::string& path, SimpleYAMLParser::Impl& schem
     } catch (const std::exception&) {
         return false;
     }
+}
+
+bool load_schema_document(const std::string& path, SimpleYAMLParser::Impl& schema) {
+    std::string document;
+    return read_file(path, document) && (load_image_of(path, document, schema) || load_schema_text(std::move(document), schema));
 }
 
 }  // namespace quor::input::gaussian
