@@ -86,6 +86,19 @@ class BasisWalk {
         }
     }
 
+    // Elements that have a core potential may go without functions.
+    void cover_by_potentials(const SectionLayout& layout) {
+        const SectionReading section = read_section(layout.kind, job_.text(layout.lines));
+        opaque_ = opaque_ || !section.unclear.empty();
+        for (const SectionLine& line : section.lines) {
+            for (const SectionToken& token : section.tokens_of(line)) {
+                if (token.kind == TokenKind::Element) {
+                    covered_[static_cast<std::size_t>(atomic_number(section[token.span]))] = true;
+                }
+            }
+        }
+    }
+
     void check_coverage(const std::vector<MoleculeAtom>& atoms, std::size_t line) {
         std::set<int> reported;
         std::int64_t blocks = 0;  // that name atom i by its number
@@ -107,7 +120,7 @@ class BasisWalk {
     // Reports a shell that wants more primitives than stand behind it.
     void close_shell() {
         if (given_primitives_ < wanted_primitives_ && !includes_) {
-            findings_.add("GJF-S024", Severity::Error,
+            findings_.add("GJF-S024", Severity::Warning,
                           "this shell has " + std::to_string(given_primitives_) + " of its " +
                               std::to_string(wanted_primitives_) + " primitives",
                           shell_line_, "a line of exponent and coefficients for each");
@@ -289,6 +302,11 @@ void check_basis_sections(const CheckedJob& job, const std::vector<MoleculeAtom>
         if (section.kind == ExtraInputSectionKind::BasisSet) {
             BasisWalk walk(job, atoms, findings);
             walk.walk(section);
+            for (const SectionLayout& other : job.layout.sections) {
+                if (other.kind == ExtraInputSectionKind::ECP) {
+                    walk.cover_by_potentials(other);
+                }
+            }
             if (covers_all) {
                 walk.check_coverage(atoms, section.lines.first);
             }

@@ -75,12 +75,40 @@ std::string hint_at_failure(const CheckedJob& job, const std::string& message) {
     return {};
 }
 
+// Tells whether Gaussian may take what is not read here: a row of connectivity that begins with a partner and its order, or
+// names atoms of the next cells, and empty sections among structures.
+bool is_taken_by_gaussian(const CheckedJob& job, std::string_view line, const std::string& message) {
+    Fields fields;
+    cut_fields(without_comment(line), fields);
+    if (message.starts_with("Invalid connectivity atom index")) {
+        bool begins_with_partner = fields.size() % 2 == 0;
+        for (std::size_t i = 0; i < fields.size(); ++i) {
+            begins_with_partner = begins_with_partner &&
+                                  (i % 2 == 0 ? is_integer_text(fields[i]) : fields[i].find('.') != std::string_view::npos);
+        }
+        return begins_with_partner;
+    }
+    if (message.starts_with("Incomplete QST")) {
+        // A blank line may stand for an empty list of changes behind a structure; it is not read so here.
+        return job.has_option("opt", "modredundant") || job.has_option("opt", "readopt");
+    }
+    const std::vector<AtomCoord>& atoms = job.job.geom.atoms;
+    return message.find("outside the geometry atom count") != std::string::npos &&
+           std::any_of(atoms.begin(), atoms.end(),
+                       [](const AtomCoord& atom) { return species_of(atom.info).kind == SpeciesKind::TranslationVector; });
+}
+
 void add_fault(const CheckedJob& job, const ReadingFault& fault, const TextPlace& place, Findings& findings) {
     const std::string_view line = job.line(place.line);
     const TextPlace told = place.length == line.size() ? TextPlace{place.line, 0, 0} : place;
     if (fails_at_fortran_number(job, place.line)) {
         findings.add("GJF-P001", Severity::Warning, fault.message, told,
                      "Gaussian reads D exponents, this tool does not; write the number without one to have the job checked");
+        return;
+    }
+    if (is_taken_by_gaussian(job, line, fault.message)) {
+        findings.add("GJF-P001", Severity::Note, fault.message, told,
+                     "Gaussian may take it; the rest of the job is checked less");
         return;
     }
     const bool in_molecule = job.layout.charge_line != 0 && place.line > job.layout.charge_line;

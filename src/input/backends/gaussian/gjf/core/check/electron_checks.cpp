@@ -185,10 +185,11 @@ NuclearCharge charge_of_model(const CheckedJob& job, const std::vector<MoleculeA
             continue;
         }
         const std::optional<LinkAtom> link = link_atom_of(job, atom);
-        // Which atom a link atom without host closes, and so in which models it stands, is left to Gaussian.
-        nuclei.known = nuclei.known && !(link && link->host_text.empty());
         const std::size_t host =
             link && link->host && *link->host >= 1 ? static_cast<std::size_t>(*link->host) - 1 : atoms.size();
+        // Which atom a link atom without host in a higher layer closes, and so in which models it stands, is left to
+        // Gaussian.
+        nuclei.known = nuclei.known && (!link || (host < atoms.size() && layer_depth(atoms[host]) < layer_depth(atom)));
         if (host < atoms.size() && layer_depth(atoms[host]) <= model.lowest) {
             nuclei.add(species_of_name(link->label.substr(0, link->label.find_first_of("-("))));
         }
@@ -260,7 +261,9 @@ void check_electrons(const CheckedJob& job, const std::vector<MoleculeAtom>& ato
     if (has_trait(job.route.method, "is a force field")) {
         return;
     }
-    check_pair(pairs.front(), charge_of_all(atoms), {}, line, findings);
+    NuclearCharge nuclei = charge_of_all(atoms);
+    nuclei.known = nuclei.known && !job.has_keyword("massage");  // which may change nuclear charges
+    check_pair(pairs.front(), nuclei, {}, line, findings);
     if (fragments > 0) {
         check_fragment_pairs(job, atoms, fragments, pairs, counterpoise == 0, findings);
     } else if (pairs.size() > 1 && std::none_of(atoms.begin(), atoms.end(),

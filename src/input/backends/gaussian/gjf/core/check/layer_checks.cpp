@@ -42,8 +42,8 @@ void check_letters(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms
 void check_link_hosts(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings) {
     for (std::size_t i = 0; i < atoms.size(); ++i) {
         const std::optional<LinkAtom> link = link_atom_of(job, atoms[i]);
-        if (!link || link->host_text.empty()) {
-            continue;
+        if (!link || link->host_text.empty() || link->host == 0) {
+            continue;  // no host is named
         }
         const bool in_range = link->host && *link->host >= 1 && static_cast<std::size_t>(*link->host) <= atoms.size();
         const TextPlace place = job.place_in(atoms[i].line, link->host_text);

@@ -113,7 +113,8 @@ std::size_t count_sphere_lists(const CheckedJob& job) {
     for (const SectionLayout& section : job.layout.sections) {
         const bool is_solvent_input = section.kind == Kind::PCMInput || section.kind == Kind::PCMSolvation;
         for (std::size_t line = section.lines.first; is_solvent_input && line <= section.lines.last; ++line) {
-            count += contains_folded(without_comment(job.line(line)), "sph=");
+            const std::string_view text = without_comment(job.line(line));
+            count += contains_folded(text, "sph=") || contains_folded(text, "modifysph");
         }
     }
     return count;
@@ -152,6 +153,15 @@ bool is_atom_line(std::string_view line) {
     cut_fields(line, fields);
     return fields.size() >= 4 && atomic_number(fields[0]) != 0 &&
            std::all_of(fields.begin() + 1, fields.begin() + 4, is_number_text);
+}
+
+bool has_atom_lines(const CheckedJob& job, const LineRange& lines) {
+    for (std::size_t line = lines.first; line <= lines.last; ++line) {
+        if (is_atom_line(job.line(line))) {
+            return true;
+        }
+    }
+    return false;
 }
 
 // Guesses the request that a left-over section belongs to, from its lines.
@@ -201,7 +211,11 @@ void check_left_over(const CheckedJob& job, Findings& findings) {
             --allowed;
             continue;
         }
-        const Severity severity = job.has_keyword("iop") ? Severity::Note : Severity::Warning;
+        const bool is_title = job.all_from_checkpoint() &&
+                              std::none_of(job.layout.sections.begin(), job.layout.sections.end(), [&](const auto& s) {
+                                  return s.kind == Kind::Unknown && has_atom_lines(job, s.lines);
+                              });
+        const Severity severity = is_title || job.has_keyword("iop") ? Severity::Note : Severity::Warning;
         findings.add(
             "GJF-S002", severity,
             "nothing in the route asks for what stands here" +

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <limits>
 #include <span>
 #include <utility>
 
@@ -123,14 +124,23 @@ void check_coordinate(const SectionText& text, std::size_t line, Tokens tokens, 
     check_action(text, line, behind.subspan(atoms.size()), findings);
 }
 
+// How many atoms a section may name: beside translation vectors also those of the next cells.
+std::size_t nameable_atoms(const std::vector<MoleculeAtom>& atoms) {
+    const bool is_periodic = std::any_of(atoms.begin(), atoms.end(), [](const MoleculeAtom& atom) {
+        return atom.species.kind == SpeciesKind::TranslationVector;
+    });
+    return is_periodic ? std::numeric_limits<std::size_t>::max() : atoms.size();
+}
+
 void check_modifications(const CheckedJob& job, const SectionLayout& section, const std::vector<MoleculeAtom>& atoms,
                          Findings& findings) {
     if (atoms.empty() || job.has_option("opt", "addgic") || job.has_option("geom", "addgic")) {
         return;
     }
     const SectionText text(job, section);
+    const std::size_t nameable = nameable_atoms(atoms);
     text.for_each(LineForm::Coordinate,
-                  [&](std::size_t line, Tokens tokens) { check_coordinate(text, line, tokens, atoms.size(), findings); });
+                  [&](std::size_t line, Tokens tokens) { check_coordinate(text, line, tokens, nameable, findings); });
 }
 
 void check_nbo(const CheckedJob& job, const SectionLayout& section, const std::vector<MoleculeAtom>&, Findings& findings) {

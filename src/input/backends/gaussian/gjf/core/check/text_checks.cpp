@@ -38,7 +38,7 @@ void check_line_characters(const CheckedJob& job, std::size_t number, Findings& 
 }
 
 // The part of a job that its last line belongs to, as far as its blank line matters: Gaussian stops at the end of the file
-// among atoms, and takes it for the end of most other sections.
+// among atoms, and takes it for the end of all other sections.
 enum class LastPart { NeedsNoBlankLine, Atoms, Other };
 
 LastPart last_part(const CheckedJob& job) {
@@ -61,7 +61,7 @@ void check_final_blank_line(const CheckedJob& job, Findings& findings) {
     if (part == LastPart::NeedsNoBlankLine) {
         return;
     }
-    const Severity severity = part == LastPart::Atoms ? Severity::Error : Severity::Warning;
+    const Severity severity = part == LastPart::Atoms ? Severity::Error : Severity::Note;
     if (job.separated()) {
         findings.add("GJF-T005", severity, "no blank line stands before --Link1--", last,
                      "put a blank line behind this line");
@@ -114,7 +114,7 @@ bool has_decimal_commas(std::string_view text) {
     }
     const std::string_view trimmed = trim_view(text);
     const auto blanks = std::count_if(trimmed.begin(), trimmed.end(), is_trim_character);
-    return count >= 2 && blanks >= 2 && text.find('.') == std::string_view::npos;
+    return count >= 2 && blanks >= 2 && text.find_first_of(".()") == std::string_view::npos;
 }
 
 // A field that begins like a number and is none, and is no number with a Fortran exponent either.
