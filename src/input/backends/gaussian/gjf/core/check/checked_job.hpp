@@ -132,6 +132,8 @@ inline Severity severity_named(std::string_view name) noexcept {
 
 // The families of checks. Those of molecule and sections are asked only when the whole job was read.
 void check_characters(const CheckedJob& job, Findings& findings);
+void check_blank_lines(const CheckedJob& job, Findings& findings);
+void check_blank_lines_behind(const CheckedJob& job, Findings& findings);
 void check_link0(const CheckedJob& job, Findings& findings);
 void check_route_words(const CheckedJob& job, Findings& findings);
 /// Checks the values of one keyword's options.

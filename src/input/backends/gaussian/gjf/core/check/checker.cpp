@@ -168,7 +168,7 @@ bool has_pasted_xyz(const CheckedJob& job) {
 }
 
 void check_job(const CheckedJob& job, const JobReading& reading, Findings& findings) {
-    for (const auto check : {check_characters, check_link0, check_route_words, check_route_sense}) {
+    for (const auto check : {check_characters, check_blank_lines, check_link0, check_route_words, check_route_sense}) {
         check(job, findings);
     }
     if (!job.read_whole()) {
@@ -196,6 +196,7 @@ void check_job(const CheckedJob& job, const JobReading& reading, Findings& findi
         return;
     }
     const OniomLayers layers = oniom_layers(job, atoms);
+    check_blank_lines_behind(job, findings);
     check_atoms(job, atoms, findings);
     check_electrons(job, atoms, layers, findings);
     check_zmatrix(job, atoms, findings);
