@@ -24,7 +24,7 @@ std::vector<Finding> of_values(const std::string& words) {
     return findings;
 }
 
-struct Case {
+struct ValueCase {
     const char* words;
     const char* code;
     Severity severity;
@@ -33,7 +33,7 @@ struct Case {
 };
 
 TEST(OptionValues, ThatAreWrongAreFoundAtTheirPlace) {
-    const Case cases[] = {
+    const ValueCase cases[] = {
         {"hf/sto-3g opt=maxstep=0.5", "GJF-R014", Severity::Error, 25, 3},
         {"hf/sto-3g opt=(ts,calcfc,maxcycles=abc)", "GJF-R014", Severity::Error, 38, 3},
         {"hf/sto-3g opt=(maxcyc=1e3)", "GJF-R014", Severity::Error, 25, 3},
@@ -71,7 +71,7 @@ TEST(OptionValues, ThatAreWrongAreFoundAtTheirPlace) {
         {"hf/sto-3g scf=xqc=30", "GJF-R016", Severity::Warning, 21, 2},
         {"hf/sto-3g pop=nbo=3", "GJF-R016", Severity::Warning, 21, 1},
     };
-    for (const Case& wanted : cases) {
+    for (const ValueCase& wanted : cases) {
         const std::vector<Finding> findings = of_values(wanted.words);
         ASSERT_EQ(findings.size(), 1U) << wanted.words;
         EXPECT_EQ(findings[0].code, wanted.code) << wanted.words;

@@ -33,6 +33,14 @@ bool is_own_option(std::string_view keyword, std::string_view text) {
            vocabulary().normalize_option(std::string(keyword), option) == option;
 }
 
+// A word of a route as keyword=option, keyword or method.
+bool is_route_word(std::string_view text) {
+    const std::size_t sign = text.find('=');
+    return sign == std::string_view::npos
+               ? is_own_word(text)
+               : is_own_word(text.substr(0, sign)) && is_own_option(text.substr(0, sign), text.substr(sign + 1));
+}
+
 TEST(Facts, AreAllThere) { EXPECT_EQ(missing_knowledge(), ""); }
 
 TEST(Facts, SpeakTheWordsOfTheVocabulary) {
@@ -50,7 +58,7 @@ TEST(Facts, SpeakTheWordsOfTheVocabulary) {
         EXPECT_TRUE(need.option.empty() || is_own_option(need.keyword, need.option)) << need.option;
         EXPECT_FALSE(need.any_of.empty());
         for (const std::string_view option : need.any_of) {
-            EXPECT_TRUE(is_own_option(need.keyword, option)) << need.keyword << "=" << option;
+            EXPECT_TRUE(is_own_option(need.keyword, option) || is_route_word(option)) << need.keyword << "=" << option;
         }
     }
 }
@@ -64,15 +72,45 @@ TEST(Facts, ExcludeWordsOfTheVocabularyOnly) {
         const std::string_view* row = table.row(i);
         const bool is_options = row[0] == "options";
         for (const std::string_view word : {row[2], row[3]}) {
-            EXPECT_TRUE(is_options ? is_own_option(row[1], word) : row[1].empty() && is_own_word(word))
+            EXPECT_TRUE(is_options ? is_own_option(row[1], word) : row[1].empty() && is_route_word(word))
                 << row[1] << " " << word;
         }
-        EXPECT_TRUE(is_options || row[0] == "keywords" || row[0] == "jobs") << row[0];
+        EXPECT_TRUE(is_options || row[0] == "keywords" || row[0] == "jobs" || row[0] == "words") << row[0];
         EXPECT_TRUE(row[4] == "error" || row[4] == "warning" || row[4] == "note") << row[4];
         EXPECT_NE(row[2], row[3]);
         found += kinds.emplace(row[0], row[1]).second ? exclusions(row[0], row[1]).size() : 0;
     }
     EXPECT_EQ(found, table.size()) << "the rows of one keyword stand together";
+}
+
+TEST(Facts, TellOfMethodsOfTheVocabulary) {
+    const auto each_word = [](std::string_view list, const auto& check) {
+        std::istringstream words{std::string(list)};
+        for (std::string word; words >> word;) {
+            EXPECT_TRUE(check(word)) << word;
+        }
+    };
+    std::set<std::string_view> properties;
+    const FactTable lacks("method_lacks", {"property", "methods"});
+    for (std::size_t i = 0; i < lacks.size(); ++i) {
+        properties.insert(lacks.row(i)[0]);
+        each_word(lacks.row(i)[1], [](const std::string& word) { return word == "ro*" || is_own_word(word); });
+    }
+    EXPECT_GE(method_requests().size(), 30U);
+    for (const MethodRequest& request : method_requests()) {
+        each_word(request.request, is_route_word);
+        each_word(request.unless, is_route_word);
+        EXPECT_EQ(properties.count(request.needs), 1U) << request.needs;
+        EXPECT_TRUE(request.kind == "lacks" || request.kind == "numerical") << request.kind;
+        EXPECT_NE(request.severity, "error") << request.request;
+    }
+    const FactTable dispersion("dispersion", {"functional", "correction", "severity", "certainty"});
+    ASSERT_GT(dispersion.size(), 50U);
+    for (std::size_t i = 0; i < dispersion.size(); ++i) {
+        const std::string_view* row = dispersion.row(i);
+        EXPECT_TRUE(is_own_word(row[0]) && is_own_option("empiricaldispersion", row[1])) << row[0] << " " << row[1];
+        EXPECT_EQ(row[2], row[3] == "certain" ? "warning" : "note") << row[0] << " " << row[1];
+    }
 }
 
 TEST(Facts, GiveValuesToOptionsOfTheVocabulary) {

@@ -98,6 +98,47 @@ const WrittenOption* CheckedJob::find_option(std::string_view name, std::string_
     return nullptr;
 }
 
+const TextPlace* CheckedJob::find_word(std::string_view word) const noexcept {
+    const std::size_t sign = word.find('=');
+    if (sign != std::string_view::npos) {
+        const WrittenOption* option = find_option(word.substr(0, sign), word.substr(sign + 1));
+        return option == nullptr ? nullptr : &option->place;
+    }
+    for (const WrittenSegment& segment : segments) {
+        for (const WrittenKeyword& keyword : segment.keywords) {
+            const std::string_view name = keyword.name;
+            const bool has_prefix = keyword.is_method || name == "rtd" || name == "utd" || name == "rtda" || name == "utda";
+            if (name == word || (has_prefix && name.substr(1) == word)) {
+                return &keyword.place;
+            }
+        }
+        if (segment.method == word || (segment.is_oniom && word == "oniom")) {
+            return &segment.place;
+        }
+    }
+    return nullptr;
+}
+
+bool CheckedJob::has_all_words(std::string_view words) const noexcept {
+    for (std::size_t end = 0; !words.empty(); words.remove_prefix(std::min(end + 1, words.size()))) {
+        end = std::min(words.find(' '), words.size());
+        if (find_word(words.substr(0, end)) == nullptr) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool CheckedJob::has_any_word(std::string_view words) const noexcept {
+    for (std::size_t end = 0; !words.empty(); words.remove_prefix(std::min(end + 1, words.size()))) {
+        end = std::min(words.find(' '), words.size());
+        if (find_word(words.substr(0, end)) != nullptr) {
+            return true;
+        }
+    }
+    return false;
+}
+
 bool CheckedJob::names_basis(std::string_view canonical) const noexcept {
     return std::any_of(segments.begin(), segments.end(), [&](const WrittenSegment& s) { return s.basis == canonical; });
 }

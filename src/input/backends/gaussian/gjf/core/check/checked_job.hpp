@@ -84,6 +84,12 @@ class CheckedJob {
     bool has_option(std::string_view keyword, std::string_view option) const noexcept {
         return find_option(keyword, option) != nullptr;
     }
+    /// Returns where the route has a word: a keyword (td also as rtd and utd), an option, as opt=calcfc, or a method; or
+    /// null.
+    const TextPlace* find_word(std::string_view word) const noexcept;
+    /// Tells whether the route has all, or any, of some words with blanks between.
+    bool has_all_words(std::string_view words) const noexcept;
+    bool has_any_word(std::string_view words) const noexcept;
     /// Tells whether a segment of the route names this basis set.
     bool names_basis(std::string_view canonical) const noexcept;
     /// Tells whether the molecule is taken from a checkpoint, wholly or but for charge and multiplicity.
@@ -139,6 +145,8 @@ void check_route_words(const CheckedJob& job, Findings& findings);
 /// Checks the values of one keyword's options.
 void check_option_values(const CheckedJob& job, const WrittenKeyword& keyword, Findings& findings);
 void check_route_sense(const CheckedJob& job, Findings& findings);
+/// Checks what the route asks of its method.
+void check_method(const CheckedJob& job, Findings& findings);
 void check_sections(const CheckedJob& job, Findings& findings);
 
 /// Tells whether a text is a number with a Fortran exponent, as in 1.0D-03.

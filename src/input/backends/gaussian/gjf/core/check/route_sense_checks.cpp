@@ -50,6 +50,18 @@ void check_conflicts(const CheckedJob& job, Findings& findings) {
     }
 }
 
+void check_contradicting_words(const CheckedJob& job, Findings& findings) {
+    for (const Exclusion& pair : exclusions("words")) {
+        const TextPlace* first = job.find_word(pair.first);
+        const TextPlace* second = job.find_word(pair.second);
+        if (first != nullptr && second != nullptr) {
+            findings.add("GJF-R008", severity_named(pair.severity),
+                         "'" + std::string(pair.first) + "' and '" + std::string(pair.second) + "' contradict each other",
+                         *second, "keep the one that is meant");
+        }
+    }
+}
+
 void check_job_types(const CheckedJob& job, Findings& findings) {
     for (const Exclusion& pair : exclusions("jobs")) {
         if (job.has_keyword(pair.first) && job.has_keyword(pair.second)) {
@@ -83,8 +95,9 @@ void check_needs(const CheckedJob& job, Findings& findings) {
         const WrittenKeyword* keyword = job.find_keyword(need.keyword);
         const WrittenOption* option = need.option.empty() ? nullptr : job.find_option(need.keyword, need.option);
         if (keyword == nullptr || (!need.option.empty() && option == nullptr) ||
-            std::any_of(need.any_of.begin(), need.any_of.end(),
-                        [&](std::string_view other) { return job.has_option(need.keyword, other); })) {
+            std::any_of(need.any_of.begin(), need.any_of.end(), [&](std::string_view other) {
+                return job.has_option(need.keyword, other) || job.find_word(other) != nullptr;
+            })) {
             continue;
         }
         // What an earlier job left in the checkpoint is perhaps all that is needed.
@@ -212,8 +225,10 @@ void check_route_sense(const CheckedJob& job, Findings& findings) {
     check_repeats(job, findings);
     check_model_chemistry(job, findings);
     check_conflicts(job, findings);
+    check_contradicting_words(job, findings);
     check_needs(job, findings);
     check_job_types(job, findings);
+    check_method(job, findings);
 }
 
 }  // namespace quor::input::gaussian

@@ -31,7 +31,7 @@ std::optional<std::string_view> abbreviated_solvent(std::string_view name);
 
 /// Two words that one route, or one list of options, cannot hold together.
 struct Exclusion {
-    std::string_view what;     ///< "options" of `keyword`, "keywords", or "jobs": kinds of job
+    std::string_view what;     ///< "options" of `keyword`, "keywords", "jobs": kinds of job, or "words" of any kind
     std::string_view keyword;  ///< empty but for options
     std::string_view first;
     std::string_view second;
@@ -45,7 +45,7 @@ struct Need {
     std::string_view keyword;
     std::string_view option;  ///< empty for the keyword itself
     std::string_view severity;
-    std::vector<std::string_view> any_of;  ///< options of the keyword of which one must be there
+    std::vector<std::string_view> any_of;  ///< options of the keyword, or words, of which one must be there
     std::string_view message;
     std::string_view hint;
 };

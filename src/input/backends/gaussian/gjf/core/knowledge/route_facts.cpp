@@ -4,6 +4,8 @@
 #include <gjf/core/knowledge/fact_table.hpp>
 
 #include <algorithm>
+#include <iterator>
+#include <utility>
 
 namespace quor::input::gaussian {
 namespace {
@@ -17,6 +19,33 @@ const Facts<OptionValue>& all_option_values() {
     return facts;
 }
 
+using Lack = std::pair<std::string_view, std::string_view>;
+
+const Facts<Lack>& all_lacks() {
+    static const Facts<Lack> facts("method_lacks", {"property", "methods"}, [](const std::string_view* cells) {
+        return Lack{cells[0], cells[1]};
+    });
+    return facts;
+}
+
+const Facts<MethodRequest>& all_requests() {
+    static const Facts<MethodRequest> facts("method_requests", {"request", "unless", "needs", "kind", "severity"},
+                                            [](const std::string_view* cells) {
+                                                return MethodRequest{cells[0], cells[1], cells[2], cells[3], cells[4]};
+                                            });
+    return facts;
+}
+
+const Facts<Dispersion>& all_dispersions() {
+    static const Facts<Dispersion> facts("dispersion", {"functional", "correction", "status", "severity"},
+                                         [](const std::string_view* cells) {
+                                             return Dispersion{cells[0], cells[1], cells[2], cells[3]};
+                                         });
+    return facts;
+}
+
+constexpr std::string_view spin_prefixes[] = {"", "ro", "r", "u"};
+
 }  // namespace
 
 std::span<const OptionValue> option_values(std::string_view keyword) {
@@ -24,6 +53,32 @@ std::span<const OptionValue> option_values(std::string_view keyword) {
     const auto first =
         std::partition_point(rows.begin(), rows.end(), [&](const OptionValue& row) { return row.keyword < keyword; });
     return {first, std::find_if(first, rows.end(), [&](const OptionValue& row) { return row.keyword != keyword; })};
+}
+
+std::span<const MethodRequest> method_requests() { return all_requests().rows; }
+
+bool method_lacks(std::string_view method, std::string_view needed) {
+    return std::any_of(all_lacks().rows.begin(), all_lacks().rows.end(), [&](const Lack& row) {
+        return row.first == needed &&
+               std::any_of(std::begin(spin_prefixes), std::end(spin_prefixes), [&](std::string_view prefix) {
+                   return method.starts_with(prefix) && (lists_word(row.second, method.substr(prefix.size())) ||
+                                                         lists_word(row.second, std::string(prefix) + "*"));
+               });
+    });
+}
+
+const Dispersion* find_dispersion(std::string_view functional, std::string_view correction) {
+    const std::vector<Dispersion>& rows = all_dispersions().rows;
+    for (const std::string_view prefix : spin_prefixes) {
+        const auto found = std::find_if(rows.begin(), rows.end(), [&](const Dispersion& row) {
+            return row.correction == correction && functional.starts_with(prefix) &&
+                   functional.substr(prefix.size()) == row.functional;
+        });
+        if (found != rows.end()) {
+            return &*found;
+        }
+    }
+    return nullptr;
 }
 
 bool lists_word(std::string_view list, std::string_view word) noexcept {
@@ -36,6 +91,14 @@ bool lists_word(std::string_view list, std::string_view word) noexcept {
     return false;
 }
 
-std::string missing_route_facts() { return all_option_values().table.problem(); }
+std::string missing_route_facts() {
+    for (const FactTable* table :
+         {&all_option_values().table, &all_lacks().table, &all_requests().table, &all_dispersions().table}) {
+        if (!table->problem().empty()) {
+            return table->problem();
+        }
+    }
+    return {};
+}
 
 }  // namespace quor::input::gaussian

@@ -1,4 +1,4 @@
-// What is known of the words of routes: the values of options. Private to the library.
+// What is known of the words of routes: the values of options, what methods lack. Private to the library.
 //
 // As with the other facts, a table is loaded at its first question, words are in the vocabulary's preferred spelling, and
 // all texts are static.
@@ -22,6 +22,28 @@ struct OptionValue {
 };
 /// Returns what is known of the values of a keyword's options.
 std::span<const OptionValue> option_values(std::string_view keyword);
+
+/// What a route asks of its method.
+struct MethodRequest {
+    std::string_view request;   ///< words of a route with blanks between, each as opt or opt=calcfc, that all stand there
+    std::string_view unless;    ///< words of which none stands there
+    std::string_view needs;     ///< what `method_lacks` knows of
+    std::string_view kind;      ///< "lacks", or "numerical" for what is then made from many energies
+    std::string_view severity;  ///< where the method lacks it
+};
+std::span<const MethodRequest> method_requests();
+/// Tells whether a method, with or without r, u or ro before it, is known to lack something, as "analytic gradients".
+bool method_lacks(std::string_view method, std::string_view needed);
+
+/// What a functional has to do with a dispersion correction that is asked for beside it.
+struct Dispersion {
+    std::string_view functional;
+    std::string_view correction;  ///< an option of empiricaldispersion
+    std::string_view status;      ///< "none", "not listed" or "built in"
+    std::string_view severity;
+};
+/// Returns what is known to be wrong with a correction beside a functional; null for nothing.
+const Dispersion* find_dispersion(std::string_view functional, std::string_view correction);
 
 /// Tells whether a word stands in a list of words with blanks between.
 bool lists_word(std::string_view list, std::string_view word) noexcept;
