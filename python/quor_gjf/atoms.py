@@ -2,14 +2,15 @@
 from __future__ import annotations
 
 import math
-from typing import Any, Dict, Iterable, Iterator, List, Mapping, MutableSequence, Optional, Sequence, Union, overload
-
-import numpy as np
-import numpy.typing as npt
+from typing import TYPE_CHECKING, Any, Dict, Iterable, Iterator, List, Mapping, MutableSequence, Optional, Sequence, Union, overload
 
 from . import _core
 from .errors import ParseError
 from .indices import index_of
+
+if TYPE_CHECKING:
+    import numpy as np
+    import numpy.typing as npt
 
 Position = Union[Sequence[float], "npt.NDArray[Any]"]
 
@@ -98,6 +99,8 @@ class Atom:
     @property
     def position(self) -> "npt.NDArray[np.float64]":
         """Coordinates in the job's unit; NaN where a variable has no value. Setting drops the texts as written."""
+        import numpy as np  # takes longer than all else of the package: not before an array is asked for
+
         array = np.array(self._look().position if self._job is None else self._job.position(self._index))
         array.flags.writeable = False
         return array
@@ -195,6 +198,8 @@ class Atom:
     def __eq__(self, other: object) -> bool:
         if not isinstance(other, Atom):
             return NotImplemented
+        import numpy as np
+
         same_place = np.array_equal(self.position, other.position, equal_nan=True)
         return same_place and self.element == other.element and self._labels() == other._labels()
 

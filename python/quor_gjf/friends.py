@@ -3,8 +3,6 @@ from __future__ import annotations
 
 from typing import TYPE_CHECKING, Any, List
 
-import numpy as np
-
 from .molecule import Molecule
 
 if TYPE_CHECKING:
@@ -17,6 +15,8 @@ GHOST = "Bq"
 
 def _angstrom(job: Molecule) -> Any:
     """Positions in ångström, whatever the route's unit; ValueError when an atom has none."""
+    import numpy as np
+
     positions = job._native.positions_in_angstrom()
     if not np.isfinite(positions).all():
         raise ValueError("; ".join(dict.fromkeys(reason for _, reason in job._native.lost_atoms()[:5])))
@@ -24,6 +24,7 @@ def _angstrom(job: Molecule) -> Any:
 
 
 def to_ase(job: Molecule) -> "ase.Atoms":
+    import numpy as np
     from ase import Atoms
     from ase.constraints import FixAtoms
 
@@ -55,6 +56,7 @@ def to_xyz(job: Molecule) -> str:
 
 
 def to_frame(job: Molecule) -> "pandas.DataFrame":
+    import numpy as np
     import pandas
 
     native = job._native

@@ -1,10 +1,8 @@
 """The molecule of a job: atoms, bonds and labels, and the sections behind it."""
 from __future__ import annotations
 
-from typing import Any, Dict, Iterable, List, Optional, Sequence, Tuple, Union
-
-import numpy as np
-import numpy.typing as npt
+import math
+from typing import TYPE_CHECKING, Any, Dict, Iterable, List, Optional, Sequence, Tuple, Union
 
 from .atoms import Atom, Atoms
 from .bonds import Bonds
@@ -13,6 +11,10 @@ from .head import Head
 from .indices import index_of
 from .sections import Sections
 from .selection import Selection, select
+
+if TYPE_CHECKING:
+    import numpy as np
+    import numpy.typing as npt
 
 AtomLike = Union[Atom, Tuple[str, Sequence[float]], Tuple[str, float, float, float]]
 
@@ -82,6 +84,8 @@ class Molecule(Head):
     def positions(self, positions: Any) -> None:
         if self.is_zmatrix:
             raise ValueError("the molecule is a Z-matrix: its positions cannot be set")
+        import numpy as np
+
         self._native.positions = np.asarray(positions, dtype=float)
 
     @property
@@ -238,7 +242,7 @@ class Molecule(Head):
 
     def set_mm(self, selection: Selection = None, *, type: Optional[str] = None, charge: Optional[float] = None) -> None:
         """Set the molecular-mechanics type, the charge, or both; an empty type takes the type away."""
-        if charge is not None and not np.isfinite(charge):
+        if charge is not None and not math.isfinite(charge):
             raise ParseError("GJF Parse Error: Atom MM charge must be finite")
         for index in select(self._native, selection):
             if type is not None:

@@ -5,8 +5,6 @@ import contextlib
 import os
 from typing import TYPE_CHECKING, Any, Iterable, Iterator, List, Optional, Union
 
-import numpy as np
-
 from . import _core
 from .atoms import Atom
 from .errors import ParseError, file_error
@@ -127,6 +125,7 @@ def from_ase(atoms: "ase.Atoms", route: str = "#", charge: Optional[int] = None,
     Charge, multiplicity and title are taken from ``info`` when they are not given, else from the initial charges and magnetic moments,
     else they are 0, 1 and the formula. ``link0``: ``mem="8GB"`` and the like, as for ``Job``.
     """
+    import numpy as np
     from ase.constraints import FixAtoms
 
     info = atoms.info

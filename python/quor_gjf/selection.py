@@ -1,14 +1,15 @@
 """Selections of atoms: indices, boolean arrays, texts, predicates."""
 from __future__ import annotations
 
-from typing import Any, Callable, Iterable, List, Sequence, Union
-
-import numpy as np
-import numpy.typing as npt
+from typing import TYPE_CHECKING, Any, Callable, Iterable, List, Sequence, Union
 
 from . import _core
 from .atoms import Atom, Atoms
 from .indices import index_of
+
+if TYPE_CHECKING:
+    import numpy.typing as npt
+
 Selection = Union[None, int, str, slice, Sequence[int], Sequence[bool], Sequence[str], "npt.NDArray[Any]", Iterable[int],
                   Callable[[Atom], bool]]
 """What names atoms: None for all, an index or several (from 0, negative ones from the end), a slice, one truth value for each
@@ -37,14 +38,18 @@ def select(job: _core.Job, selection: Selection) -> List[int]:
         return job.select(selection)
     if callable(selection):
         return [index for index, atom in enumerate(Atoms(job)) if selection(atom)]
-    if isinstance(selection, (bool, np.bool_)):
+    if isinstance(selection, int) and not isinstance(selection, bool):
+        return [index_of(selection, count)]
+    return _by_array(job, selection, count)
+
+
+def _by_array(job: _core.Job, entries: Any, count: int) -> List[int]:
+    import numpy as np
+
+    if isinstance(entries, (bool, np.bool_)):
         raise TypeError("one truth value does not select atoms")
-    if isinstance(selection, (int, np.integer)):
-        return [index_of(int(selection), count)]
-    return _by_list(job, selection, count)
-
-
-def _by_list(job: _core.Job, entries: Any, count: int) -> List[int]:
+    if isinstance(entries, np.integer):
+        return [index_of(int(entries), count)]
     array = entries if isinstance(entries, np.ndarray) else np.asarray(list(entries))
     if array.size == 0 and array.dtype != bool:
         return []

@@ -70,6 +70,12 @@ def test_friends_are_not_imported_with_it():
     assert loaded == "\n"
 
 
+def test_numpy_is_imported_at_the_first_array():
+    code = (f"import sys, quor_gjf as g; job = g.loads({WATER!r}); job.freeze('H'); job.freeze(0); str(job); g.check(job)\n"
+            "print('numpy' in sys.modules, job.positions.shape, 'numpy' in sys.modules)")
+    assert run_python(code) == "False (3, 3) True\n"
+
+
 def test_versions_agree():
     project = (pathlib.Path(__file__).parents[2] / "CMakeLists.txt").read_text()
     assert f"VERSION {gjf.__version__}" in project
