@@ -158,12 +158,21 @@ bool write_out(const std::string& text) {
     return std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
 }
 
+// How many threads find something to do.
+std::size_t useful_threads(const BatchOptions& options, const Batch& batch) {
+    std::error_code error;
+    const bool known = std::none_of(options.paths.begin(), options.paths.end(),
+                                    [&](const std::string& path) { return std::filesystem::is_directory(path, error); });
+    const std::size_t wanted = thread_count(options) + batch.waiting;
+    return known ? std::clamp<std::size_t>(options.paths.size(), 1, wanted) : wanted;
+}
+
+}  // namespace
+
 std::size_t thread_count(const BatchOptions& options) {
     const std::size_t wanted = options.threads > 0 ? options.threads : std::thread::hardware_concurrency();
     return std::clamp<std::size_t>(wanted, 1, most_threads);
 }
-
-}  // namespace
 
 void add_batch_options(CLI::App& command, BatchOptions& options) {
     command.add_option("FILE", options.paths,
@@ -219,7 +228,7 @@ int run_batch(const BatchOptions& options, const Batch& batch) {
         progress.show(++done);
         return true;
     };
-    if (!OrderedWork(files, work, hand_on).run(thread_count(options))) {
+    if (!OrderedWork(files, work, hand_on).run(useful_threads(options, batch))) {
         return exit_failure;
     }
     progress.clear();

@@ -35,6 +35,7 @@ struct Batch {
     std::function<FileResult(const std::string& path)> work;  ///< called in several threads
     std::function<void(const FileResult&)> note;  ///< called in the order of the files, one at a time; may be empty
     std::string separator;                        ///< printed between outputs
+    std::size_t waiting = 0;                      ///< so many files more at once, whose work waits for the disk
     const char* output_name = "the output";       ///< for "cannot write ..."
 };
 
@@ -43,6 +44,9 @@ void add_batch_options(CLI::App& command, BatchOptions& options);
 
 /// Declares -j.
 void add_thread_option(CLI::App& command, BatchOptions& options);
+
+/// Returns how many files are worked on at once, as the options or the machine's cores say.
+std::size_t thread_count(const BatchOptions& options);
 
 /// Tells whether more than one file may come: outputs then carry a heading.
 bool names_several_files(const std::vector<std::string>& paths);

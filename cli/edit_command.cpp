@@ -19,6 +19,7 @@
 #include <filesystem>
 #include <map>
 #include <memory>
+#include <semaphore>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -28,7 +29,8 @@ namespace {
 
 using namespace quor::input::gaussian;
 
-constexpr std::size_t changed_count = 0;  // the place in FileResult::counts
+constexpr std::size_t flushes_at_once = 24;  // a disk takes longer for one than for its share of many
+constexpr std::size_t changed_count = 0;     // the place in FileResult::counts
 
 struct EditArguments {
     BatchOptions batch;
@@ -43,6 +45,18 @@ struct EditArguments {
 
     bool writes() const { return (in_place || !folder.empty()) && !dry_run; }
     bool prints_text() const { return !in_place && folder.empty() && !dry_run && !diff; }
+};
+
+// Holds one of the turns in which files are worked on.
+class Turn {
+   public:
+    explicit Turn(std::counting_semaphore<>& turns) : turns_(turns) { turns_.acquire(); }
+    Turn(const Turn&) = delete;
+    Turn& operator=(const Turn&) = delete;
+    ~Turn() { turns_.release(); }
+
+   private:
+    std::counting_semaphore<>& turns_;
 };
 
 // Names the jobs that cannot be read, which stay as they are.
@@ -68,30 +82,51 @@ std::string edited_text(GJFDocument& document, const std::string& path, const Ed
     }
 }
 
-void write_in_place(const std::string& path, const std::string& before, const std::string& after, bool force) {
+void write_in_place(const std::string& path, const std::string& before, const std::string& after, bool force,
+                    quor::core::fs::FolderFlushes& folders) {
     if (after == before) {
         return;
     }
     if (!force && read_text(path) != before) {
         throw std::runtime_error("the file has changed since it was read; --force writes it all the same");
     }
-    write_output(path, after, true);
+    write_file(path, after, true, folders);
 }
 
-void write_to_folder(const std::string& output, const std::string& text, bool force) {
+void write_to_folder(const std::string& output, const std::string& text, bool force,
+                     quor::core::fs::FolderFlushes& folders) {
     std::error_code error;
     std::filesystem::create_directories(std::filesystem::path(output).parent_path(), error);
-    write_output(output, text, force);
+    write_file(output, text, force, folders);
 }
 
-FileResult edit_file(const std::string& path, const EditArguments& arguments, const EditOutputs& outputs) {
-    const std::string before = read_text(path);
+// Where files go, and who may work: no more than `turns` at once, while others wait for the disk.
+struct EditOutput {
+    const EditOutputs& outputs;
+    std::counting_semaphore<>& turns;
+    quor::core::fs::FolderFlushes& folders;
+};
+
+// Reads and edits a file; fills what there is to say of it.
+void edit_in_memory(const std::string& path, const EditArguments& arguments, std::string& before, std::string& after,
+                    FileResult& result) {
+    before = read_text(path);
     GJFDocument document(before);
-    const std::string after = edited_text(document, path, arguments);
-    FileResult result;
+    after = edited_text(document, path, arguments);
     result.err = unreadable_jobs(document, path);
     result.code = result.err.empty() ? result.code : exit_failure;
     result.counts[changed_count] = after == before ? 0 : 1;
+}
+
+FileResult edit_file(const std::string& path, const EditArguments& arguments, const EditOutput& output) {
+    FileResult result;
+    std::string before;
+    std::string after;
+    {
+        const Turn turn(output.turns);
+        edit_in_memory(path, arguments, before, after, result);
+    }
+    const EditOutputs& outputs = output.outputs;
     if (!arguments.folder.empty()) {
         check_output(outputs.path_of(path), arguments.force);
     }
@@ -106,16 +141,16 @@ FileResult edit_file(const std::string& path, const EditArguments& arguments, co
         return result;
     }
     if (arguments.in_place) {
-        write_in_place(path, before, after, arguments.force);
+        write_in_place(path, before, after, arguments.force, output.folders);
     } else {
-        write_to_folder(outputs.path_of(path), after, arguments.force);
+        write_to_folder(outputs.path_of(path), after, arguments.force, output.folders);
     }
     return result;
 }
 
-FileResult edit_file_or_tell(const std::string& path, const EditArguments& arguments, const EditOutputs& outputs) {
+FileResult edit_file_or_tell(const std::string& path, const EditArguments& arguments, const EditOutput& output) {
     try {
-        return edit_file(path, arguments, outputs);
+        return edit_file(path, arguments, output);
     } catch (const OutputExists& error) {
         FileResult result;
         result.err = printable(path) + ": " + printable(error.what()) + '\n';
@@ -157,12 +192,17 @@ int edit(const EditArguments& arguments) {
     std::size_t changed = 0;
     std::size_t unchanged = 0;
     std::size_t failed = 0;
+    std::counting_semaphore<> turns(static_cast<std::ptrdiff_t>(thread_count(arguments.batch)));
+    quor::core::fs::FolderFlushes folders;
+    const EditOutput output{outputs, turns, folders};
     Batch batch;
-    batch.work = [&](const std::string& path) { return edit_file_or_tell(path, arguments, outputs); };
+    batch.waiting = arguments.writes() ? flushes_at_once : 0;
+    batch.work = [&](const std::string& path) { return edit_file_or_tell(path, arguments, output); };
     batch.note = [&](const FileResult& result) {
         ++(result.counts[changed_count] != 0 ? changed : result.code != exit_success ? failed : unchanged);
     };
     const int exit_code = run_batch(arguments.batch, batch);
+    folders.flush();  // before it is told that they are changed
     if (!arguments.prints_text()) {
         const std::size_t files = changed + unchanged + failed;
         std::fprintf(stderr, "%zu %s: %zu %s, %zu unchanged, %zu failed\n", files, files == 1 ? "file" : "files", changed,

@@ -6,8 +6,6 @@
 #include "plain_text.hpp"
 #include "terminal.hpp"
 
-#include <core/fs/write_text_file.hpp>
-
 #include <cstdio>
 #include <exception>
 #include <filesystem>
@@ -42,8 +40,13 @@ void write_output(const std::string& path, const std::string& text, bool force) 
         }
         return;
     }
+    quor::core::fs::FolderFlushes folders;
+    write_file(path, text, force, folders);
+}
+
+void write_file(const std::string& path, const std::string& text, bool force, quor::core::fs::FolderFlushes& folders) {
     check_output(path, force);
-    if (!quor::core::fs::write_text_file(path, text)) {
+    if (!quor::core::fs::write_text_file(path, text, folders)) {
         throw std::runtime_error("Cannot write file: " + path);
     }
 }

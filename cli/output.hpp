@@ -1,6 +1,8 @@
 // Writes the tool's output files: whole, and none over another unless told to.
 #pragma once
 
+#include <core/fs/write_text_file.hpp>
+
 #include <functional>
 #include <stdexcept>
 #include <string>
@@ -20,6 +22,9 @@ void check_output(const std::string& path, bool force);
 /// Writes to a file, whole or not at all, or to standard output when `path` is empty or "-". Throws `OutputExists`, or
 /// `std::runtime_error` "Cannot write file: PATH".
 void write_output(const std::string& path, const std::string& text, bool force);
+
+/// The same for a file, whose folder is left to `folders` to flush.
+void write_file(const std::string& path, const std::string& text, bool force, quor::core::fs::FolderFlushes& folders);
 
 /// Runs a command's work on one input; what it throws is told on standard error, after "INPUT: ". Returns the work's exit
 /// code, or 2 for input that cannot be opened and output that is there already, and 1 for any other failure.

@@ -143,7 +143,6 @@ bool fill(OpenFile& file, std::string_view text, const struct stat* old) noexcep
 }
 
 bool replace(const std::filesystem::path& target, std::string_view text, const struct stat* old) {
-    const std::string parent = target.parent_path().string();
     std::string temporary;
     OpenFile file(make_temporary(target, temporary));
     if (!file.is_open()) {
@@ -153,13 +152,12 @@ bool replace(const std::filesystem::path& target, std::string_view text, const s
         ::unlink(temporary.c_str());
         return false;
     }
-    flush_folder(parent);
     return true;
 }
 
-}  // namespace
-
-bool write_text_file(const std::string& path, std::string_view text) noexcept {
+// Writes as `write_text_file` does; hands the folder of a file that was replaced to `replaced`.
+template <class Replaced>
+bool write_whole(const std::string& path, std::string_view text, const Replaced& replaced) noexcept {
     try {
         struct stat old {};
         const bool exists = ::stat(path.c_str(), &old) == 0;
@@ -170,9 +168,44 @@ bool write_text_file(const std::string& path, std::string_view text) noexcept {
             return write_directly(path.c_str(), text);
         }
         const std::optional<std::filesystem::path> target = follow_links(path);
-        return target && !path.empty() && replace(*target, text, exists ? &old : nullptr);
+        if (!target || path.empty()) {
+            return false;
+        }
+        const std::string folder = target->parent_path().string();
+        if (!replace(*target, text, exists ? &old : nullptr)) {
+            return false;
+        }
+        replaced(folder);
+        return true;
     } catch (const std::exception&) {
         return false;
+    }
+}
+
+}  // namespace
+
+bool write_text_file(const std::string& path, std::string_view text) noexcept {
+    return write_whole(path, text, flush_folder);
+}
+
+bool write_text_file(const std::string& path, std::string_view text, FolderFlushes& folders) noexcept {
+    return write_whole(path, text, [&folders](const std::string& folder) { folders.add(folder); });
+}
+
+void FolderFlushes::flush() noexcept {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    for (const std::string& folder : folders_) {
+        flush_folder(folder);
+    }
+    folders_.clear();
+}
+
+void FolderFlushes::add(const std::string& folder) noexcept {
+    try {
+        const std::lock_guard<std::mutex> lock(mutex_);
+        folders_.insert(folder);
+    } catch (const std::bad_alloc&) {
+        flush_folder(folder);  // no room to remember it
     }
 }
 
