@@ -26,6 +26,19 @@ std::string warnings_of(const GJFData& job) {
     return text;
 }
 
+std::string size_of(const GJFData& job) {
+    const JobSize size = job_size(job);
+    std::string text = "Basis functions: ";
+    text += size.functions ? std::to_string(*size.functions) + (size.doubtful ? " (doubtful)" : "")
+                           : "not known, " + size.no_functions;
+    text += "\nElectrons: ";
+    text += size.electrons ? std::to_string(*size.electrons) : "not known, " + size.no_electrons;
+    if (size.core_electrons != 0) {
+        text += ", and " + std::to_string(size.core_electrons) + " in core potentials";
+    }
+    return text + '\n';
+}
+
 // The reports of a file's jobs, each under its number when there are several.
 std::string report_of(const GJFMultiData& file) {
     std::string text;
@@ -34,7 +47,7 @@ std::string report_of(const GJFMultiData& file) {
             text += (i == 0 ? "--- Job " : "\n--- Job ") + std::to_string(i + 1) + " of " +
                     std::to_string(file.jobs.size()) + " ---\n";
         }
-        text += GJFParser::format_full_gjf(file.jobs[i]) + warnings_of(file.jobs[i]);
+        text += GJFParser::format_full_gjf(file.jobs[i]) + size_of(file.jobs[i]) + warnings_of(file.jobs[i]);
     }
     return text;
 }

@@ -34,6 +34,7 @@ set(quor_public_headers
     gjf/core/reader/job_layout.hpp
     gjf/core/reader/job_places.hpp
     gjf/core/reader/job_text.hpp
+    gjf/core/basis/job_size.hpp
     gjf/core/check/checker.hpp
     gjf/core/check/finding.hpp
     gjf/core/document/fixed_layout.hpp

@@ -121,6 +121,20 @@ class Job(Molecule):
         return self._native.json()
 
     @property
+    def functions(self) -> Optional[int]:
+        """Number of basis functions, as Gaussian prints it behind NBasis; None when it is not known (``to_json`` tells why).
+
+        >>> job.functions, job.electrons
+        (19, 10)
+        """
+        return self._native.size()[0]
+
+    @property
+    def electrons(self) -> Optional[int]:
+        """Number of electrons, without those that core potentials stand for; None when it is not known."""
+        return self._native.size()[1]
+
+    @property
     def is_as_read(self) -> bool:
         """Whether the job was read from text and still says what it said then."""
         return self._native.is_as_read()

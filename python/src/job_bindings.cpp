@@ -4,6 +4,7 @@
 #include "same_job.hpp"
 
 #include <gjf/core/reader/gjf_parser.hpp>
+#include <gjf/core/basis/job_size.hpp>
 #include <gjf/core/report/json.hpp>
 #include <gjf/core/route_schema_paths.hpp>
 
@@ -107,6 +108,11 @@ void bind_job(JobClass& job) {
     job.def("json", [](JobHandle& self) {
         self.editor.ensure_parsed_keywords();
         return job_json(self.editor.get_data());
+    });
+    job.def("size", [](JobHandle& self) {
+        self.editor.ensure_parsed_keywords();
+        const JobSize size = job_size(self.editor.get_data());
+        return std::pair(size.functions, size.electrons);
     });
     job.def("first_difference", [](const JobHandle& self, const JobHandle& other) -> std::optional<std::string> {
         const char* part =

@@ -10,7 +10,7 @@ import sys
 from function_lengths import cpp_functions, python_functions
 from module_circles import circles, package_uses, tool_uses
 
-ROOMS = ["text", "chemistry", "schema", "knowledge", "route", "job", "sections", "reader", "editor",
+ROOMS = ["text", "chemistry", "schema", "knowledge", "route", "job", "sections", "reader", "basis", "editor",
          "selection", "check", "output", "document", "report", "language", "protocol", "c_api"]
 # Rooms that do not know each other.
 STRANGERS = {frozenset(pair) for pair in itertools.combinations(("editor", "selection", "check", "output"), 2)}

@@ -1,6 +1,7 @@
 // The tables of facts: that each is read, that its words are the vocabulary's own, and what is answered from them.
 #include <gjf/core/knowledge/facts.hpp>
 
+#include <gjf/core/knowledge/basis_facts.hpp>
 #include <gjf/core/knowledge/fact_table.hpp>
 #include <gjf/core/knowledge/knowledge.hpp>
 #include <gjf/core/knowledge/route_facts.hpp>
@@ -10,6 +11,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <optional>
 #include <set>
 #include <sstream>
 #include <string>
@@ -195,8 +197,8 @@ TEST(Facts, KnowTheElementsOfBasisSets) {
     for (std::size_t i = 0; i < table.size(); ++i) {
         const std::string_view* row = table.row(i);
         EXPECT_TRUE(vocabulary().knows_basis_exact(std::string(row[0]))) << row[0];
-        EXPECT_EQ(row[2], "certain") << row[0];
-        EXPECT_TRUE(row[1] == "warning" || (row[1] == "error" && row[3].starts_with("outputs"))) << row[0];
+        EXPECT_EQ(row[2], row[1] == "note" ? "doubtful" : "certain") << row[0];
+        EXPECT_TRUE(row[1] != "error" || row[3].starts_with("outputs")) << row[0];
         ASSERT_NE(basis_elements(row[0]), nullptr) << row[0];
         EXPECT_TRUE(basis_elements(row[0])->covers(1)) << row[0];
         EXPECT_FALSE(basis_elements(row[0])->covers(0)) << row[0];
@@ -215,9 +217,58 @@ TEST(Facts, KnowTheElementsOfBasisSets) {
         EXPECT_TRUE(basis_elements(basis)->covers(last)) << basis;
         EXPECT_FALSE(basis_elements(basis)->covers(beyond)) << basis;
     }
-    for (const char* unknown : {"", "sdd", "gen", "ugbs", "sto-6g", "6-31", "(d)"}) {
+    for (const char* unknown : {"", "sd", "gen", "ugbs1", "sto-", "6-31", "(d)"}) {
         EXPECT_EQ(basis_elements(unknown), nullptr) << unknown;
     }
+}
+
+TEST(Facts, KnowTheFunctionsOfBasisSets) {
+    const FactTable table("basis_functions", {"basis", "shells", "d"});
+    ASSERT_GE(table.size(), 120U);
+    for (std::size_t i = 0; i < table.size(); ++i) {
+        const std::string_view* row = table.row(i);
+        EXPECT_TRUE(vocabulary().knows_basis(std::string(row[0]))) << row[0];
+        EXPECT_NE(basis_elements(row[0]), nullptr) << row[0];
+        EXPECT_TRUE(row[2] == "5" || row[2] == "6") << row[0];
+        const int first = std::stoi(std::string(row[1]));
+        const auto shells = basis_shells(row[0], first);
+        ASSERT_TRUE(shells) << row[0];
+        EXPECT_GT(shells->functions(false, false), 0) << row[0];
+    }
+    EXPECT_EQ(basis_shells("6-31g", 37), std::nullopt);
+    EXPECT_EQ(basis_shells("6-31g(", 6), std::nullopt);
+    EXPECT_EQ(basis_shells("6-31g()", 6), std::nullopt);
+    EXPECT_EQ(basis_shells("6-31g(d,p,d,p)", 6), std::nullopt);
+    EXPECT_EQ(basis_shells("3-21g(d,p)", 6), std::nullopt);
+    EXPECT_EQ(basis_shells("", 6), std::nullopt);
+    EXPECT_TRUE(has_six_d_functions("6-31+g(d')"));
+    EXPECT_FALSE(has_six_d_functions("6-311g*"));
+    EXPECT_FALSE(has_six_d_functions("gen"));
+}
+
+TEST(Facts, KnowCorePotentials) {
+    struct Case {
+        const char* name;
+        int element;
+        std::optional<int> core;
+    };
+    for (const auto& [name, element, core] :
+         {Case{"lanl2dz", 26, 10}, Case{"lanl2dz", 6, 0}, Case{"def2svp", 26, 0}, Case{"def2svp", 53, 28},
+          Case{"cep-31g*", 6, 2}, Case{"MWB28", 44, 28}, Case{"mdf10", 26, 10}, Case{"6-31g(d)", 26, 0},
+          Case{"mwb", 44, std::nullopt}, Case{"xwb28", 44, std::nullopt}, Case{"mwb2x", 44, std::nullopt},
+          Case{"lanl1dz", 26, std::nullopt}, Case{"gen", 1, std::nullopt}, Case{"", 1, std::nullopt}}) {
+        EXPECT_EQ(core_electrons(name, element), core) << name << " " << element;
+    }
+}
+
+TEST(Facts, KnowTheElementsOfMethods) {
+    ASSERT_NE(parameters_elements("composite", "cbs-qb3"), nullptr);
+    EXPECT_EQ(parameters_elements("composite", "cbs-qb3")->first_basis, "cbsb7");
+    EXPECT_FALSE(parameters_elements("composite", "cbs-qb3")->elements.covers(53));
+    EXPECT_TRUE(parameters_elements("dispersion", "gd3")->elements.covers(94));
+    EXPECT_FALSE(parameters_elements("dispersion", "gd3")->elements.covers(95));
+    EXPECT_EQ(parameters_elements("dispersion", "cbs-qb3"), nullptr);
+    EXPECT_EQ(parameters_elements("composite", "hf"), nullptr);
 }
 
 TEST(FactTable, TellsWhatItCannotRead) {

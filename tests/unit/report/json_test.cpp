@@ -22,16 +22,17 @@ TEST(ReportJson, TellsAJobWithoutWhatItDoesNotHave) {
         const char* rest;
         const char* molecule;
     } rows[] = {
-        {"He 0 0 1.5\n\n", R"("format":"cartesian","atoms":[{"element":"He","x":0.0,"y":0.0,"z":1.5}]},"sections":[])"},
+        {"He 0 0 1.5\n\n",
+         R"("format":"cartesian","atoms":[{"element":"He","x":0.0,"y":0.0,"z":1.5}]},"sections":[],"functions":1,"electrons":2)"},
         {"He-HE -1 0 0 r H\n\nr=2\n\n",
          R"("format":"cartesian","atoms":[{"element":"He","mm_type":"HE","freeze":-1,"x":0.0,"y":0.0,"z":"r","layer":"H"}],)"
-         R"("cartesian_variables":[{"name":"r","value":"2"}]},"sections":[])"},
+         R"("cartesian_variables":[{"name":"r","value":"2"}]},"sections":[],"functions":1,"electrons":2)"},
         {"H\nH 1 r\n\nr=0.7\n\n",
          R"("format":"zmatrix","rows":[{"element":"H"},{"element":"H","bond":{"atom":1,"value":"r"}}],)"
-         R"("variables":[{"name":"r","value":"0.7"}]},"sections":[])"},
+         R"("variables":[{"name":"r","value":"0.7"}]},"sections":[],"functions":2,"electrons":2)"},
         {"H(Iso=2) 0 0 0\n\nleft\n\n",
          R"("format":"cartesian","atoms":[{"element":"H","parameters":{"Iso":"2"},"x":0.0,"y":0.0,"z":0.0}]},)"
-         R"("sections":[{"kind":0,"name":"Unknown","text":"left"}])"},
+         R"("sections":[{"kind":0,"name":"Unknown","text":"left"}],"functions":1,"electrons":1)"},
     };
     for (const auto& row : rows) {
         EXPECT_EQ(job_json(job_of("# hf", row.rest)),
@@ -39,6 +40,25 @@ TEST(ReportJson, TellsAJobWithoutWhatItDoesNotHave) {
                               R"("molecule":{"charges":[{"charge":0,"multiplicity":1}],)") +
                       row.molecule + "}")
             << row.rest;
+    }
+}
+
+TEST(ReportJson, TellsSizesOrWhyTheyAreNotKnown) {
+    const struct {
+        const char* route;
+        const char* atom;
+        const char* end;
+    } rows[] = {
+        {"# hf/lanl2dz", "Fe 0 0 0\n\n", R"("functions":22,"electrons":16,"core_electrons":10})"},
+        {"# hf/sdd", "Zn 0 0 0\n\n", R"("functions":36,"functions_doubtful":true,"electrons":20,"core_electrons":10})"},
+        {"# hf/6-31g", "I 0 0 0\n\n",
+         R"("electrons":53,"unknown":{"functions":"the functions of I in 6-31g are not known"}})"},
+        {"# uff", "I 0 0 0\n\n",
+         R"("unknown":{"functions":"a force field has none","electrons":"a force field has none"}})"},
+    };
+    for (const auto& row : rows) {
+        const std::string text = job_json(GJFParser::parse_string(std::string(row.route) + "\n\nt\n\n0 1\n" + row.atom));
+        EXPECT_TRUE(text.ends_with(row.end)) << text;
     }
 }
 

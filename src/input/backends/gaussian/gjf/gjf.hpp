@@ -1,6 +1,7 @@
 // The class interface of libquor_g16_gjf, all of it.
 #pragma once
 
+#include <gjf/core/basis/job_size.hpp>
 #include <gjf/core/check/checker.hpp>
 #include <gjf/core/chemistry/elements.hpp>
 #include <gjf/core/chemistry/layers.hpp>

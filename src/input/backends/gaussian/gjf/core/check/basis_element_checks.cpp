@@ -1,6 +1,7 @@
 // Checks the basis set of the route against the elements of the molecule.
 #include <gjf/core/check/molecule_view.hpp>
 
+#include <gjf/core/knowledge/basis_facts.hpp>
 #include <gjf/core/knowledge/facts.hpp>
 
 #include <algorithm>
@@ -43,7 +44,7 @@ std::string sets_that_cover(int element) {
 void check_basis_elements(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings) {
     const BasisElements* known = job.schema.is_loaded() ? basis_elements(only_basis(job)) : nullptr;
     std::set<int> seen;
-    for (std::size_t i = 0; known != nullptr && i < atoms.size(); ++i) {
+    for (std::size_t i = 0; known != nullptr && known->severity != "note" && i < atoms.size(); ++i) {
         const auto [kind, element, certain] = atoms[i].species;
         if (kind != SpeciesKind::Atom || !certain || known->covers(element) || !seen.insert(element).second) {
             continue;

@@ -2,6 +2,7 @@
 #include <gjf/core/check/molecule_view.hpp>
 
 #include <gjf/core/check/near_names.hpp>
+#include <gjf/core/knowledge/basis_facts.hpp>
 #include <gjf/core/sections/section_tokens.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/number_range.hpp>
@@ -17,17 +18,6 @@ namespace quor::input::gaussian {
 namespace {
 
 constexpr std::size_t element_count = 119;  // by atomic number
-
-// Tells whether a text names a set of the Stuttgart and Dresden potentials, as in MWB28.
-bool is_stuttgart_set(std::string_view text) noexcept {
-    const auto is_one_of = [](std::string_view part, std::initializer_list<std::string_view> names) {
-        return std::any_of(names.begin(), names.end(), [&](std::string_view name) { return equals_folded(part, name); });
-    };
-    const std::size_t digits = std::min(text.find_first_of("0123456789"), text.size());
-    return digits == 3 && digits < text.size() && is_one_of(text.substr(0, 1), {"m", "s"}) &&
-           is_one_of(text.substr(1, 2), {"hf", "wb", "df"}) &&
-           text.find_first_not_of("0123456789", digits) == std::string_view::npos;
-}
 
 // The atoms that a line of centers names: elements, and atom numbers from 1.
 struct Centers {
@@ -211,7 +201,7 @@ class BasisWalk {
         }
         const std::string name(text);
         const bool is_path = text.find('/') != std::string_view::npos;
-        if (is_path || is_stuttgart_set(text) || !job_.schema.is_loaded() || job_.schema.knows_basis(name)) {
+        if (is_path || stuttgart_core(text) || !job_.schema.is_loaded() || job_.schema.knows_basis(name)) {
             return;
         }
         const std::vector<std::string> near = findings_.may_look_for_names()

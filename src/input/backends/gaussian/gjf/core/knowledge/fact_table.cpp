@@ -10,13 +10,6 @@
 namespace quor::input::gaussian {
 namespace {
 
-// Cuts off and returns what stands before the next separator, or all that is left.
-std::string_view take(std::string_view& rest, char separator) {
-    const std::string_view part = rest.substr(0, rest.find(separator));
-    rest.remove_prefix(std::min(part.size() + 1, rest.size()));
-    return part;
-}
-
 std::vector<std::string_view> cells_of(std::string_view line) {
     std::vector<std::string_view> cells;
     for (bool more = true; more;) {
@@ -27,6 +20,12 @@ std::vector<std::string_view> cells_of(std::string_view line) {
 }
 
 }  // namespace
+
+std::string_view take(std::string_view& rest, char separator) {
+    const std::string_view part = rest.substr(0, rest.find(separator));
+    rest.remove_prefix(std::min(part.size() + 1, rest.size()));
+    return part;
+}
 
 FactTable::FactTable(std::string_view name, std::initializer_list<std::string_view> columns) {
     read(name, columns);

@@ -9,6 +9,9 @@
 
 namespace quor::input::gaussian {
 
+/// Cuts off and returns what stands before the next separator, or all that is left.
+std::string_view take(std::string_view& rest, char separator);
+
 class FactTable {
    public:
     /// Reads `columns` of a table, in that order; the others are passed over. Has no row when `problem` is not empty.

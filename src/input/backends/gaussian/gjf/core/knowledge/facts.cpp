@@ -1,10 +1,10 @@
 // Turns the tables of facts into answers, each table at its first question.
 #include <gjf/core/knowledge/facts.hpp>
 
+#include <gjf/core/knowledge/basis_facts.hpp>
 #include <gjf/core/knowledge/fact_table.hpp>
 #include <gjf/core/knowledge/knowledge.hpp>
 #include <gjf/core/knowledge/route_facts.hpp>
-#include <gjf/core/text/number_range.hpp>
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
@@ -67,26 +67,6 @@ const Facts<CheckpointRead>& all_checkpoint_reads() {
                                              [](const std::string_view* cells) {
                                                  return CheckpointRead{cells[0], cells[1], cells[2] == "yes"};
                                              });
-    return facts;
-}
-
-// Reads ranges of atomic numbers, as in 1-18,20-36.
-std::vector<bool> elements_of(std::string_view ranges) {
-    constexpr int most_elements = 118;
-    std::vector<bool> covered(most_elements + 1);
-    for (const std::string_view item : words_of(ranges)) {
-        if (const std::optional<NumberRange> range = to_number_range(item, 1, most_elements)) {
-            std::fill(covered.begin() + range->first, covered.begin() + range->last + 1, true);
-        }
-    }
-    return covered;
-}
-
-const Facts<BasisElements>& all_basis_elements() {
-    static const Facts<BasisElements> facts("basis_elements", {"basis", "elements", "severity"},
-                                            [](const std::string_view* cells) {
-                                                return BasisElements{cells[0], elements_of(cells[1]), cells[2]};
-                                            });
     return facts;
 }
 
@@ -153,26 +133,15 @@ std::span<const Need> needs() { return all_needs().rows; }
 
 std::span<const CheckpointRead> checkpoint_reads() { return all_checkpoint_reads().rows; }
 
-const BasisElements* basis_elements(std::string_view basis) {
-    const std::vector<BasisElements>& rows = all_basis_elements().rows;
-    for (const std::string_view name : {basis, basis.substr(0, basis.find_first_of("(*"))}) {
-        const auto found =
-            std::find_if(rows.begin(), rows.end(), [&](const BasisElements& row) { return row.basis == name; });
-        if (found != rows.end()) {
-            return &*found;
-        }
-    }
-    return nullptr;
-}
-
 std::string missing_knowledge() {
     for (const FactTable* table : {&traits().table, &other_names().table, &solvents().table, &all_exclusions().table,
-                                   &all_needs().table, &all_checkpoint_reads().table, &all_basis_elements().table}) {
+                                   &all_needs().table, &all_checkpoint_reads().table}) {
         if (!table->problem().empty()) {
             return table->problem();
         }
     }
-    return missing_route_facts();
+    const std::string missing = missing_route_facts();
+    return missing.empty() ? missing_basis_facts() : missing;
 }
 
 }  // namespace quor::input::gaussian

@@ -59,17 +59,4 @@ struct CheckpointRead {
 };
 std::span<const CheckpointRead> checkpoint_reads();
 
-/// The elements for which a basis set has functions.
-struct BasisElements {
-    std::string_view basis;
-    std::vector<bool> covered;  ///< by atomic number
-    std::string_view severity;  ///< of an element that it lacks
-
-    bool covers(int element) const noexcept {
-        return static_cast<std::size_t>(element) < covered.size() && covered[static_cast<std::size_t>(element)];
-    }
-};
-/// Returns what is known of a basis set, written with or without polarization functions; null for nothing.
-const BasisElements* basis_elements(std::string_view basis);
-
 }  // namespace quor::input::gaussian

@@ -1,4 +1,5 @@
 // Jobs and routes as JSON.
+#include <gjf/core/basis/job_size.hpp>
 #include <gjf/core/report/json_values.hpp>
 
 #include <cstdint>
@@ -141,6 +142,24 @@ Json json_of_route(const ParsedKeywords& route) {
     return object;
 }
 
+// Adds the numbers of functions and electrons, and why one of them is not known.
+void set_size(Json& object, const JobSize& size) {
+    set_if_there(object, "functions", size.functions);
+    if (size.doubtful) {
+        object["functions_doubtful"] = true;
+    }
+    set_if_there(object, "electrons", size.electrons);
+    if (size.core_electrons != 0) {
+        object["core_electrons"] = size.core_electrons;
+    }
+    if (!size.no_functions.empty()) {
+        object["unknown"]["functions"] = size.no_functions;
+    }
+    if (!size.no_electrons.empty()) {
+        object["unknown"]["electrons"] = size.no_electrons;
+    }
+}
+
 Json json_of_job(const GJFData& job) {
     Json object;
     object["link0"] = json_of_link0(job.control);
@@ -152,6 +171,7 @@ Json json_of_job(const GJFData& job) {
     object["title"] = job.title;
     object["molecule"] = json_of_molecule(job.geom);
     object["sections"] = list_of(job.extra_inputs, json_of_section);
+    set_size(object, job_size(job));
     return object;
 }
 
