@@ -37,6 +37,7 @@ set(quor_public_headers
     gjf/core/basis/job_size.hpp
     gjf/core/check/checker.hpp
     gjf/core/check/finding.hpp
+    gjf/core/check/fix_text.hpp
     gjf/core/document/fixed_layout.hpp
     gjf/core/document/gjf_document.hpp
     gjf/core/editor/edit_record.hpp

@@ -1,12 +1,38 @@
-"""Checking jobs before they are run."""
+"""Checking jobs before they are run, and mending what is found."""
 from __future__ import annotations
 
 import os
-from typing import Iterable, List, NamedTuple, Union
+from typing import Any, Iterable, List, NamedTuple, Tuple, Union
 
 from . import _core
 from .errors import ParseError, file_error
 from .job import Job, Jobs
+
+
+class TextEdit(NamedTuple):
+    """One change of a text: the bytes from ``begin`` to ``end`` (from 0, ``end`` not included) give way to ``text``."""
+
+    begin: int
+    end: int
+    text: str
+
+
+class Fix(NamedTuple):
+    """One way to mend what was found."""
+
+    title: str
+    safety: str
+    """``"safe"``, ``"unsafe"`` (the likely one) or ``"choice"`` (one of several, never applied unasked)."""
+    edits: Tuple[TextEdit, ...]
+
+
+class RelatedPlace(NamedTuple):
+    """Another place that a finding speaks of."""
+
+    message: str
+    line: int
+    column: int
+    length: int
 
 
 class Finding(NamedTuple):
@@ -23,13 +49,62 @@ class Finding(NamedTuple):
     length: int
     hint: str
     """What would mend it; may be empty."""
+    begin: int = 0
+    """The same place in bytes of the text, from 0; ``end`` is not included."""
+    end: int = 0
+    related: Tuple[RelatedPlace, ...] = ()
+    fixes: Tuple[Fix, ...] = ()
 
     def __str__(self) -> str:
         place = f"{self.line}:{self.column}: " if self.column else f"{self.line}: " if self.line else ""
         return f"{place}{self.severity}: {self.message} [{self.code}]"
 
 
-def check(source: Union[str, "os.PathLike[str]", Job, Jobs], ignore: Iterable[str] = ()) -> List[Finding]:
+class FixReport(NamedTuple):
+    """A fix that was applied or dropped, with the code and the line of its finding when it was tried."""
+
+    code: str
+    line: int
+    title: str
+    safety: str
+
+
+class FixedText(NamedTuple):
+    """A text that was mended."""
+
+    text: str
+    findings: List[Finding]
+    """What is found in it still."""
+    applied: List[FixReport]
+    dropped: List[FixReport]
+    """With them, something would be found that was not before."""
+
+
+Source = Union[str, "os.PathLike[str]", Job, Jobs]
+
+
+def _text_of(source: Source) -> str:
+    if isinstance(source, (Job, Jobs)) or (isinstance(source, str) and "\n" in source):
+        return str(source)
+    path = os.fspath(source)
+    try:
+        return _core.read_text(path)
+    except ParseError as error:
+        raise file_error(error, path) from None
+
+
+def _findings(rows: Iterable[Tuple[Any, ...]]) -> List[Finding]:
+    return [
+        Finding(
+            *row[:10],
+            related=tuple(RelatedPlace(*place) for place in row[10]),
+            fixes=tuple(Fix(title, safety, tuple(TextEdit(*edit) for edit in edits)) for title, safety, edits in row[11]),
+        )
+        for row in rows
+    ]
+
+
+def check(source: Source, ignore: Iterable[str] = ()) -> List[Finding]:
     """Check a file, a text or a job, and return what was found, in the order of places.
 
     A ``str`` with a line break is a text, another one a path. ``ignore``: codes that are not reported.
@@ -40,15 +115,19 @@ def check(source: Union[str, "os.PathLike[str]", Job, Jobs], ignore: Iterable[st
     ...     print(finding.severity, finding.line)
     error 5
     """
-    if isinstance(source, (Job, Jobs)) or (isinstance(source, str) and "\n" in source):
-        text = str(source)
-    else:
-        path = os.fspath(source)
-        try:
-            text = _core.read_text(path)
-        except ParseError as error:
-            raise file_error(error, path) from None
-    return [Finding(*finding) for finding in _core.check_text(text, list(ignore))]
+    return _findings(_core.check_text(_text_of(source), list(ignore)))
+
+
+def fix(source: Source, unsafe: bool = False, ignore: Iterable[str] = ()) -> FixedText:
+    """Mend what is found in a file, a text or a job, and return the new text; nothing is written.
+
+    Safe fixes are applied, with ``unsafe=True`` the likely ones too; a fix that would make the text worse is dropped.
+
+    >>> gjf.fix("# hf/sto-3g\\n\\nt\\n\\n0 1\\nHe 0 0 0\\n").text
+    '# hf/sto-3g\\n\\nt\\n\\n0 1\\nHe 0 0 0\\n\\n'
+    """
+    text, findings, applied, dropped = _core.fix_text(_text_of(source), unsafe, list(ignore))
+    return FixedText(text, _findings(findings), [FixReport(*each) for each in applied], [FixReport(*each) for each in dropped])
 
 
 def check_codes() -> "dict[str, str]":

@@ -1,7 +1,7 @@
 // The checker.
 #include "bindings.hpp"
 
-#include <gjf/core/check/checker.hpp>
+#include <gjf/core/check/fix_text.hpp>
 
 #include <string>
 #include <utility>
@@ -11,6 +11,44 @@ namespace quor_python {
 
 using namespace quor::input::gaussian;
 
+namespace {
+
+py::tuple to_tuple(const TextEdit& edit) { return py::make_tuple(edit.begin, edit.end, to_python(edit.text)); }
+
+py::tuple to_tuple(const RelatedPlace& place) {
+    return py::make_tuple(to_python(place.message), place.line, place.column, place.length);
+}
+
+py::tuple to_tuple(const Fix& fix);
+py::tuple to_tuple(const FixReport& fix);
+py::tuple to_tuple(const Finding& finding);
+
+// Returns a tuple of the tuples of all items.
+template <typename Items>
+py::tuple to_tuples(const Items& items) {
+    py::list list;
+    for (const auto& item : items) {
+        list.append(to_tuple(item));
+    }
+    return list;
+}
+
+py::tuple to_tuple(const Fix& fix) {
+    return py::make_tuple(to_python(fix.title), fix_safety_name(fix.safety), to_tuples(fix.edits));
+}
+
+py::tuple to_tuple(const FixReport& fix) {
+    return py::make_tuple(to_python(fix.code), fix.line, to_python(fix.title), fix_safety_name(fix.safety));
+}
+
+py::tuple to_tuple(const Finding& finding) {
+    return py::make_tuple(to_python(finding.code), severity_name(finding.severity), to_python(finding.message), finding.job,
+                          finding.line, finding.column, finding.length, to_python(finding.hint), finding.begin, finding.end,
+                          to_tuples(finding.related), to_tuples(finding.fixes));
+}
+
+}  // namespace
+
 void bind_checks(py::module_& module) {
     module.def("check_text", [](const Text& text, std::vector<Text> ignored_codes) {
         std::vector<Finding> findings;
@@ -19,12 +57,19 @@ void bind_checks(py::module_& module) {
             const py::gil_scoped_release released;
             findings = check_text(text.value, options);
         }
-        py::list list;
-        for (const Finding& finding : findings) {
-            list.append(py::make_tuple(to_python(finding.code), severity_name(finding.severity), to_python(finding.message),
-                                       finding.job, finding.line, finding.column, finding.length, to_python(finding.hint)));
+        return to_tuples(findings);
+    });
+    module.def("fix_text", [](const Text& text, bool unsafe, std::vector<Text> ignored_codes) {
+        FixedText fixed;
+        {
+            FixOptions options;
+            options.unsafe = unsafe;
+            options.check.ignored_codes = to_strings(std::move(ignored_codes));
+            const py::gil_scoped_release released;
+            fixed = fix_text(text.value, options);
         }
-        return list;
+        return py::make_tuple(to_python(fixed.text), to_tuples(fixed.findings), to_tuples(fixed.applied),
+                              to_tuples(fixed.dropped));
     });
     module.def("check_descriptions", [] {
         py::list list;

@@ -154,6 +154,21 @@ def test_frame(job):
 # --- The checker
 
 
+def test_fixes_are_told_and_applied(folder):
+    text = "\ufeff# hf/sto-3g\n\nt\n\n0 1\nHe 0.0 0.0 0.0\n"
+    mark, end = gjf.check(text)
+    assert (mark.code, mark.begin, mark.end, [fix.safety for fix in mark.fixes]) == ("GJF-T008", 3, 14, ["safe"])
+    assert end.fixes == (("put a blank line behind it", "safe", ((37, 37, "\n"),)),)
+    fixed = gjf.fix(text)
+    assert fixed.text == text[1:] + "\n" and fixed.findings == [] and fixed.dropped == []
+    assert [(each.code, each.line) for each in fixed.applied] == [("GJF-T008", 1), ("GJF-T001", 6)]
+    assert gjf.fix(text, ignore=["GJF-T008"]).text == text + "\n"
+    (folder / "a.gjf").write_text(text, encoding="utf-8")
+    assert gjf.fix("a.gjf") == fixed
+    with pytest.raises(gjf.FileError):
+        gjf.fix("nowhere.gjf")
+
+
 def test_check_takes_files_texts_and_jobs(tmp_path, job):
     wrong = WATER.replace("0 1\n", "0 2\n").replace("opt freq", "opt freqq")
     path = tmp_path / "wrong.gjf"

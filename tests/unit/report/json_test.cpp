@@ -82,10 +82,24 @@ TEST(ReportJson, CountsFindingsBySeverity) {
     finding.message = "m";
     finding.job = 2;
     finding.line = 3;
+    finding.begin = 10;
+    finding.end = 15;
     EXPECT_EQ(check_json("-", {finding}),
               R"({"version":1,"file":"-","errors":0,"warnings":0,"notes":1,"findings":[{"code":"GJF-X","severity":"note",)"
-              R"("message":"m","job":2,"line":3,"column":0,"length":0,"hint":""}]})"
+              R"("message":"m","job":2,"line":3,"column":1,"length":5,"begin":10,"end":15,"hint":""}]})"
               "\n");
+    finding.column = 4;
+    finding.length = 2;
+    finding.begin = 13;
+    finding.related = {{"first here", 1, 2, 3}};
+    finding.fixes = {{"write a", FixSafety::Choice, {{13, 15, "a"}, {16, 16, "\n"}}}};
+    const std::string text = check_json("-", {finding});
+    EXPECT_NE(text.find(R"("line":3,"column":4,"length":2,"begin":13,"end":15,"hint":"",)"
+                        R"("related":[{"message":"first here","line":1,"column":2,"length":3}],)"
+                        R"("fixes":[{"title":"write a","safety":"choice",)"
+                        R"("edits":[{"begin":13,"end":15,"text":"a"},{"begin":16,"end":16,"text":"\n"}]}]}]})"),
+              std::string::npos)
+        << text;
 }
 
 TEST(ReportJson, TellsWhereReadingEnds) {

@@ -3,6 +3,7 @@
 
 #include <gjf/core/basis/job_size.hpp>
 #include <gjf/core/check/checker.hpp>
+#include <gjf/core/check/fix_text.hpp>
 #include <gjf/core/chemistry/elements.hpp>
 #include <gjf/core/chemistry/layers.hpp>
 #include <gjf/core/document/fixed_layout.hpp>

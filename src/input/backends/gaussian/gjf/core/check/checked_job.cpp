@@ -52,6 +52,36 @@ TextPlace CheckedJob::place_in(std::size_t line_number, std::string_view part) c
     return {line_number, static_cast<std::size_t>(part.data() - text.data()) + 1, part.size()};
 }
 
+TextEdit CheckedJob::replacing(const TextPlace& place, std::string text) const {
+    const std::size_t begin = span_of(piece_.text, line(place.line)).begin + (place.column == 0 ? 0 : place.column - 1);
+    return {begin, begin + place.length, std::move(text)};
+}
+
+TextEdit CheckedJob::behind_line(std::size_t line_number, std::string_view text) const {
+    const Span line_place = span_of(piece_.text, line(line_number));
+    // A last line without an end takes that of the first line.
+    const std::size_t end = std::min(piece_.text.find('\n', line_place.end()), piece_.text.find('\n'));
+    const bool returns = end != std::string_view::npos && end > 0 && piece_.text[end - 1] == '\r';
+    std::string added;
+    for (const char c : text) {
+        added += returns && c == '\n' ? "\r\n" : std::string(1, c);
+    }
+    return {line_place.end(), line_place.end(), std::move(added)};
+}
+
+TextEdit CheckedJob::blank_line_behind(std::size_t line_number) const {
+    const bool is_ended = piece_.text.find('\n', span_of(piece_.text, line(line_number)).end()) != std::string_view::npos;
+    // The line end of a line that has none itself is put there too.
+    return behind_line(line_number, is_ended ? "\n" : "\n\n");
+}
+
+TextEdit CheckedJob::without_lines(const LineRange& lines) const {
+    const std::size_t begin = span_of(piece_.text, line(lines.first)).begin;
+    const std::size_t last_end = span_of(piece_.text, line(lines.last)).end();
+    const std::size_t line_end = piece_.text.find('\n', last_end);
+    return {begin, line_end == std::string_view::npos ? piece_.text.size() : line_end + 1, {}};
+}
+
 WrittenSegment CheckedJob::written_segment(const RouteTree::Segment& read) const {
     const auto text = [this](Span span) { return std::string(span.in(layout.route.text)); };
     WrittenSegment segment{

@@ -75,6 +75,14 @@ class CheckedJob {
     TextPlace route_place(Span of_route_text) const;
     /// Returns where a view into one of the job's lines stands.
     TextPlace place_in(std::size_t line_number, std::string_view part) const noexcept;
+    /// Returns the change that puts `text` in a place, counted in bytes of the whole text.
+    TextEdit replacing(const TextPlace& place, std::string text) const;
+    /// Returns the change that puts `text` behind a line, before its line end; lines of it end as that line does.
+    TextEdit behind_line(std::size_t line_number, std::string_view text) const;
+    /// Returns the change that puts a blank line behind a line.
+    TextEdit blank_line_behind(std::size_t line_number) const;
+    /// Returns the change that takes whole lines away.
+    TextEdit without_lines(const LineRange& lines) const;
 
     /// Returns the first keyword of this name in the route, or null.
     const WrittenKeyword* find_keyword(std::string_view canonical) const noexcept;
@@ -110,13 +118,15 @@ class Findings {
    public:
     Findings(std::vector<Finding>& list, std::size_t job) noexcept : list_(list), job_(job) {}
 
-    void add(const char* code, Severity severity, std::string message, const TextPlace& place, std::string hint = {}) {
+    /// Adds a finding and returns it, for what else is known: fixes and related places. It may move when the next is added.
+    Finding& add(const char* code, Severity severity, std::string message, const TextPlace& place, std::string hint = {}) {
         // Where something is missing there is nothing to point at: the finding is about the line.
         const std::size_t column = place.length == 0 ? 0 : place.column;
-        list_.push_back({code, severity, std::move(message), job_, place.line, column, place.length, std::move(hint)});
+        return list_.emplace_back(Finding{
+            code, severity, std::move(message), job_, place.line, column, place.length, std::move(hint), 0, 0, {}, {}});
     }
-    void add(const char* code, Severity severity, std::string message, std::size_t line, std::string hint = {}) {
-        add(code, severity, std::move(message), TextPlace{line, 0, 0}, std::move(hint));
+    Finding& add(const char* code, Severity severity, std::string message, std::size_t line, std::string hint = {}) {
+        return add(code, severity, std::move(message), TextPlace{line, 0, 0}, std::move(hint));
     }
 
     /// Tells whether names near to an unknown word may be looked for: in a text that is no job file at all, every word is

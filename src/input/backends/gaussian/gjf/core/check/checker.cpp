@@ -214,6 +214,35 @@ void sort_by_place(std::vector<Finding>& findings) {
     });
 }
 
+std::vector<TextEdit> line_feeds_for_returns(std::string_view text) {
+    std::vector<TextEdit> edits;
+    for (std::size_t at = text.find('\r'); at != std::string_view::npos; at = text.find('\r', at + 1)) {
+        edits.push_back({at, at + 1, "\n"});
+    }
+    return edits;
+}
+
+// Gives findings, sorted by place, their bytes of the text.
+void count_bytes(std::string_view text, std::vector<Finding>& findings) {
+    const std::size_t mark = text.size() - skip_byte_order_mark(text).size();
+    std::size_t begin = mark;
+    std::size_t line = 1;
+    for (Finding& finding : findings) {
+        for (; line < finding.line && begin < text.size(); ++line) {
+            begin = std::min(text.find('\n', begin), text.size() - 1) + 1;
+        }
+        if (finding.line == 0) {
+            continue;
+        }
+        finding.begin = begin + (finding.column == 0 ? 0 : finding.column - 1);
+        finding.end = finding.begin + finding.length;
+        if (finding.column == 0) {
+            finding.end = std::min(text.find('\n', begin), text.size());
+            finding.end -= finding.end > begin && text[finding.end - 1] == '\r' ? 1 : 0;
+        }
+    }
+}
+
 void check_jobs(std::string_view text, std::vector<Finding>& findings) {
     const SimpleYAMLParser& schema = default_route_schema();
     CheckpointChain chain;
@@ -235,6 +264,11 @@ void check_jobs(std::string_view text, std::vector<Finding>& findings) {
 
 }  // namespace
 
+const char* fix_safety_name(FixSafety safety) noexcept {
+    constexpr const char* names[] = {"safe", "unsafe", "choice"};
+    return names[static_cast<std::size_t>(safety)];
+}
+
 const char* severity_name(Severity severity) noexcept {
     constexpr const char* names[] = {"note", "warning", "error"};
     return names[static_cast<std::size_t>(severity)];
@@ -244,7 +278,10 @@ std::vector<Finding> check_text(std::string_view text, const CheckOptions& optio
     std::vector<Finding> findings;
     Findings of_file(findings, 0);
     if (const std::optional<ForeignText> foreign = find_foreign_text(text)) {
-        of_file.add("GJF-P001", Severity::Error, foreign->message, foreign->line, foreign->hint);
+        Finding& finding = of_file.add("GJF-P001", Severity::Error, foreign->message, foreign->line, foreign->hint);
+        if (foreign->has_lone_returns) {
+            finding.fixes = {{"end all lines in line feeds", FixSafety::Safe, line_feeds_for_returns(text)}};
+        }
     } else {
         check_jobs(text, findings);
         check_whole_text(text, of_file);
@@ -254,6 +291,7 @@ std::vector<Finding> check_text(std::string_view text, const CheckOptions& optio
                    to_lower_copy);
     drop_codes(findings, 0, ignored);
     sort_by_place(findings);
+    count_bytes(text, findings);
     return findings;
 }
 
@@ -267,6 +305,7 @@ std::vector<Finding> check_route(std::string_view route) {
         check_route_sense(job, of_route);
     });
     sort_by_place(findings);
+    count_bytes(route, findings);
     return findings;
 }
 

@@ -104,7 +104,7 @@ std::optional<ForeignText> find_foreign_text(std::string_view text) {
     }
     if (has_lone_returns(text)) {
         return ForeignText{"the lines end in carriage returns alone, so that all is one line",
-                           "convert all line ends to line feeds", 1};
+                           "convert all line ends to line feeds", 1, true};
     }
     const LineList lines = first_lines(skip_byte_order_mark(text));
     for (const auto& kind : foreign_kinds) {

@@ -11,7 +11,8 @@ namespace quor::input::gaussian {
 struct ForeignText {
     const char* message;
     const char* hint;
-    std::size_t line;  ///< that shows it, from 1
+    std::size_t line;               ///< that shows it, from 1
+    bool has_lone_returns = false;  ///< line feeds in the place of its carriage returns may make it a job file
 };
 
 /// Recognises an output, coordinates, input of another program or another encoding; nothing in a text that may be a job

@@ -62,12 +62,10 @@ void check_final_blank_line(const CheckedJob& job, Findings& findings) {
         return;
     }
     const Severity severity = part == LastPart::Atoms ? Severity::Error : Severity::Note;
-    if (job.separated()) {
-        findings.add("GJF-T005", severity, "no blank line stands before --Link1--", last,
-                     "put a blank line behind this line");
-    } else {
-        findings.add("GJF-T001", severity, "no blank line ends the job", last, "put a blank line behind this line");
-    }
+    Finding& finding = job.separated() ? findings.add("GJF-T005", severity, "no blank line stands before --Link1--", last)
+                                       : findings.add("GJF-T001", severity, "no blank line ends the job", last);
+    finding.hint = "put a blank line behind this line";
+    finding.fixes = {{"put a blank line behind it", FixSafety::Safe, {job.blank_line_behind(last)}}};
 }
 
 // Reports brackets and quotes of the route that have no partner.
@@ -150,6 +148,15 @@ void check_variable_values(const std::vector<ZMatrixVariable>& variables, const 
     }
 }
 
+// Changes each line end of carriage return and line feed to a line feed.
+std::vector<TextEdit> without_returns(std::string_view text) {
+    std::vector<TextEdit> edits;
+    for (std::size_t at = text.find("\r\n"); at != std::string_view::npos; at = text.find("\r\n", at + 2)) {
+        edits.push_back({at, at + 1, {}});
+    }
+    return edits;
+}
+
 }  // namespace
 
 bool is_fortran_number(std::string_view field) {
@@ -188,8 +195,11 @@ void check_characters(const CheckedJob& job, Findings& findings) {
 
 void check_whole_text(std::string_view text, Findings& findings) {
     if (skip_byte_order_mark(text).size() != text.size()) {
-        findings.add("GJF-T008", Severity::Warning, "the file begins with a byte order mark", std::size_t{1},
-                     "save it as plain ASCII or as UTF-8 without a byte order mark");
+        findings
+            .add("GJF-T008", Severity::Warning, "the file begins with a byte order mark", std::size_t{1},
+                 "save it as plain ASCII or as UTF-8 without a byte order mark")
+            .fixes = {
+            {"remove the byte order mark", FixSafety::Safe, {{0, text.size() - skip_byte_order_mark(text).size(), {}}}}};
     }
     std::size_t line = 0;
     std::size_t first_of[2] = {0, 0};  // the first line that ends in a line feed alone, and with a carriage return before it
@@ -205,10 +215,12 @@ void check_whole_text(std::string_view text, Findings& findings) {
     }
     if (first_of[0] != 0 && first_of[1] != 0) {
         const bool later_is_crlf = first_of[1] > first_of[0];
-        findings.add("GJF-T004", Severity::Warning,
-                     later_is_crlf ? "this line ends in carriage return and line feed, those before it in a line feed alone"
-                                   : "this line ends in a line feed alone, those before it in carriage return and line feed",
-                     std::max(first_of[0], first_of[1]), "convert all line ends to line feeds");
+        findings
+            .add("GJF-T004", Severity::Warning,
+                 later_is_crlf ? "this line ends in carriage return and line feed, those before it in a line feed alone"
+                               : "this line ends in a line feed alone, those before it in carriage return and line feed",
+                 std::max(first_of[0], first_of[1]), "convert all line ends to line feeds")
+            .fixes = {{"end all lines in line feeds", FixSafety::Safe, without_returns(text)}};
     }
 }
 

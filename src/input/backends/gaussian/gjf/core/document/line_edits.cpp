@@ -85,19 +85,4 @@ std::vector<TextEdit> LineEdits::text_edits(const TextLines& lines) const {
     return edits;
 }
 
-std::string with_edits(std::string_view text, const std::vector<TextEdit>& edits) {
-    std::size_t size = text.size();
-    for (const TextEdit& edit : edits) {
-        size += edit.text.size();
-    }
-    std::string result;
-    result.reserve(size);
-    std::size_t done = 0;
-    for (const TextEdit& edit : edits) {
-        result.append(text.substr(done, edit.begin - done)).append(edit.text);
-        done = edit.end;
-    }
-    return result.append(text.substr(done));
-}
-
 }  // namespace quor::input::gaussian

@@ -58,7 +58,4 @@ class LineEdits {
     std::map<std::size_t, Change> changes_;
 };
 
-/// Makes changes that are in the order of their places and do not overlap.
-std::string with_edits(std::string_view text, const std::vector<TextEdit>& edits);
-
 }  // namespace quor::input::gaussian

@@ -4,6 +4,41 @@
 #include <algorithm>
 
 namespace quor::input::gaussian {
+namespace {
+
+Json json_of_edit(const TextEdit& edit) { return {{"begin", edit.begin}, {"end", edit.end}, {"text", edit.text}}; }
+
+Json json_of_fix(const Fix& fix) {
+    return {{"title", fix.title}, {"safety", fix_safety_name(fix.safety)}, {"edits", list_of(fix.edits, json_of_edit)}};
+}
+
+Json json_of_place(const RelatedPlace& place) {
+    return {{"message", place.message}, {"line", place.line}, {"column", place.column}, {"length", place.length}};
+}
+
+}  // namespace
+
+Json json_of_finding(const Finding& finding) {
+    const bool whole_line = finding.column == 0;
+    Json object = {{"code", finding.code},
+                   {"severity", severity_name(finding.severity)},
+                   {"message", finding.message},
+                   {"job", finding.job},
+                   {"line", std::max<std::size_t>(finding.line, 1)},
+                   {"column", whole_line ? 1 : finding.column},
+                   {"length", whole_line ? finding.end - finding.begin : finding.length},
+                   {"begin", finding.begin},
+                   {"end", finding.end},
+                   {"hint", finding.hint}};
+    if (!finding.related.empty()) {
+        object["related"] = list_of(finding.related, json_of_place);
+    }
+    if (!finding.fixes.empty()) {
+        object["fixes"] = list_of(finding.fixes, json_of_fix);
+    }
+    return object;
+}
+
 std::string error_json(const std::string& path, const std::string& message) {
     Json object = about_file(path);
     object["error"] = message;

@@ -37,12 +37,8 @@ inline Json json_of_kind(ExtraInputSectionKind kind) {
     return object;
 }
 
-inline Json json_of_finding(const Finding& finding) {
-    return {{"code", finding.code},       {"severity", severity_name(finding.severity)},
-            {"message", finding.message}, {"job", finding.job},
-            {"line", finding.line},       {"column", finding.column},
-            {"length", finding.length},   {"hint", finding.hint}};
-}
+/// Returns a finding; one about a whole line, or the whole file, is told from column 1.
+Json json_of_finding(const Finding& finding);
 
 /// Returns a list of what a function makes of each item.
 template <typename Items, typename ToJson>

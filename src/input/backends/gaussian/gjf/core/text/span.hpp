@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quor::input::gaussian {
 
@@ -43,6 +44,9 @@ struct TextEdit {
     std::size_t end = 0;
     std::string text;
 };
+
+/// Makes changes that are in the order of their places and do not overlap.
+QUOR_GJF_API std::string with_edits(std::string_view text, const std::vector<TextEdit>& edits);
 
 /// A place for people: both count from 1; columns are bytes of the line, a byte order mark not counted.
 struct LineAndColumn {
