@@ -168,6 +168,15 @@ TEST(Facts, AnswerByTraitAndPrefix) {
     EXPECT_FALSE(has_trait("", "needs no basis set"));
 }
 
+TEST(Facts, AreNotesWhereNobodyVerifiedThem) {
+    for (const char* name : {"excludes", "needs", "option_values", "method_requests"}) {
+        const FactTable table(name, {"severity", "source"});
+        for (std::size_t i = 0; i < table.size(); ++i) {
+            EXPECT_TRUE(table.row(i)[1] != "unverified" || table.row(i)[0] == "note") << name << ":" << i + 2;
+        }
+    }
+}
+
 TEST(Facts, KnowSolventsByNameFormulaAndBeginning) {
     for (const char* name : {"water", "WATER", "h2o", "Generic", "1", "1,4-dioxane", "n", "dmso"}) {
         EXPECT_TRUE(is_solvent(name)) << name;
