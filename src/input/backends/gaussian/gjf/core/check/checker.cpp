@@ -196,7 +196,7 @@ void check_job(const CheckedJob& job, const JobReading& reading, Findings& findi
         return;
     }
     const OniomLayers layers = oniom_layers(job, atoms);
-    check_blank_lines_behind(job, findings);
+    check_molecule_form(job, findings);
     check_atoms(job, atoms, findings);
     check_electrons(job, atoms, layers, findings);
     check_zmatrix(job, atoms, findings);

@@ -2,6 +2,7 @@
 #include <gjf/core/check/molecule_view.hpp>
 
 #include <algorithm>
+#include <array>
 
 namespace quor::input::gaussian {
 namespace {
@@ -32,6 +33,17 @@ void check_letters(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms
     if (medium.count > 0) {
         findings.add("GJF-M012", Severity::Warning, medium.text() + " in layer M, but the route has two levels",
                      medium.first_line, "two layers are H and L");
+    }
+    std::array<bool, 3> used{};
+    for (const MoleculeAtom& atom : atoms) {
+        used[layer_depth(atom)] = true;
+    }
+    const auto count = static_cast<std::size_t>(std::count(used.begin(), used.end(), true));
+    if (count < levels && medium.count == 0) {
+        findings.add("GJF-M012", Severity::Error,
+                     "the atoms stand in " + std::to_string(count) + (count == 1 ? " layer" : " layers") +
+                         ", but the route has " + std::to_string(levels) + " levels",
+                     atoms.front().line, "write H, M or L behind the coordinates");
     }
     if (missing.count > 0) {
         findings.add("GJF-M011", Severity::Warning, missing.text() + " without ONIOM layer: Gaussian takes the high layer",

@@ -76,6 +76,7 @@ std::size_t layer_depth(const MoleculeAtom& atom) noexcept;
 void check_atoms(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings);
 void check_electrons(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, const OniomLayers& layers,
                      Findings& findings);
+void check_molecule_form(const CheckedJob& job, Findings& findings);
 void check_zmatrix(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings);
 void check_connectivity(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings);
 void check_basis_sections(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings);

@@ -24,6 +24,8 @@ constexpr Kind indispensable[] = {Kind::Connectivity,
                                   Kind::BasisSet,
                                   Kind::ECP,
                                   Kind::DensityFittingBasis,
+                                  Kind::PCMInput,
+                                  Kind::PCMSolvation,
                                   Kind::NBOInput};
 
 // Sections that Gaussian reads only in some cases, which the route alone does not tell.
@@ -36,7 +38,8 @@ bool is_one_of(const Kind (&list)[N], Kind kind) noexcept {
 }
 
 // Sections that may be empty, so that a blank line alone stands for them.
-constexpr Kind empty_kinds[] = {Kind::ECP, Kind::OrbitalSpecifications, Kind::OrbitalAlterations, Kind::OrbitalReordering};
+constexpr Kind empty_kinds[] = {Kind::PCMInput,           Kind::PCMSolvation,     Kind::ECP, Kind::OrbitalSpecifications,
+                                Kind::OrbitalAlterations, Kind::OrbitalReordering};
 
 bool includes_file(const CheckedJob& job, const SectionLayout& section) {
     bool any = false;
@@ -178,7 +181,7 @@ std::string likely_request(const CheckedJob& job, const LineRange& lines) {
             return "it looks like a basis set (gen)";
         }
     }
-    if (first.substr(0, 2) == "--") {
+    if (first.substr(0, 2) == "--" || first.substr(0, 1) == "#" || first.substr(0, 1) == "%") {
         return "the line between two jobs is --Link1--";
     }
     if (all_lines(job, lines, is_atom_line)) {

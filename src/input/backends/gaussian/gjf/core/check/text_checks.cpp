@@ -142,7 +142,11 @@ void check_variable_values(const std::vector<ZMatrixVariable>& variables, const 
     Fields fields;
     for (std::size_t i = 0; i < std::min(variables.size(), lines.size()); ++i) {
         cut_fields(variables[i].value, fields);
-        if (!fields.empty() && is_spoilt_number(fields[0])) {
+        if (fields.size() == 2 && variables[i].value.find_first_of(" \t") == std::string::npos &&
+            variables[i].value.find('.') == std::string::npos && is_integer_text(fields[0]) && is_integer_text(fields[1])) {
+            findings.add("GJF-T006", Severity::Warning, "'" + variables[i].value + "' has a decimal comma", lines[i],
+                         "a comma separates fields; write a decimal point");
+        } else if (!fields.empty() && is_spoilt_number(fields[0])) {
             findings.add("GJF-T006", Severity::Error, "'" + std::string(fields[0]) + "' is no number", lines[i]);
         }
     }

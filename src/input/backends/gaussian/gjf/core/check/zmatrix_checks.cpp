@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace quor::input::gaussian {
 namespace {
@@ -56,13 +57,30 @@ void check_row(const CheckedJob& job, std::size_t row, Findings& findings) {
     }
 }
 
-// Reports rows whose references can be followed, but lead nowhere.
-void check_places(const std::vector<MoleculeAtom>& atoms, Findings& findings) {
+// Returns the line where a variable of this name, perhaps with a sign, gets its value; 0 for none.
+std::size_t line_of_variable(const CheckedJob& job, std::string_view name) {
+    const GeomSection& geom = job.job.geom;
+    for (const auto& [list, lines] :
+         {std::pair(&geom.variables, &job.layout.variables), std::pair(&geom.constants, &job.layout.constants)}) {
+        for (std::size_t i = 0; i < list->size(); ++i) {
+            if (equals_folded((*list)[i].name, without_sign(trim_view(name)))) {
+                return line_at(*lines, i);
+            }
+        }
+    }
+    return 0;
+}
+
+// Reports rows whose references can be followed, but lead nowhere; an angle where its value stands.
+void check_places(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings) {
     constexpr PositionFault faults[] = {PositionFault::SelfReference, PositionFault::AngleRange, PositionFault::Collinear,
                                         PositionFault::ImpossibleAngles};
     for (std::size_t i = 0; i < atoms.size(); ++i) {
         if (std::find(std::begin(faults), std::end(faults), atoms[i].fault) != std::end(faults)) {
-            findings.add("GJF-M009", Severity::Warning, position_fault_text(atoms[i], i + 1), atoms[i].line);
+            const bool is_angle = atoms[i].fault == PositionFault::AngleRange;
+            const std::size_t of_variable = is_angle ? line_of_variable(job, atoms[i].cause) : 0;
+            findings.add("GJF-M009", is_angle ? Severity::Error : Severity::Warning, position_fault_text(atoms[i], i + 1),
+                         of_variable != 0 ? of_variable : atoms[i].line);
         }
     }
 }
@@ -128,8 +146,10 @@ void check_unused(const CheckedJob& job, const std::vector<ZMatrixVariable>& var
         }
         const std::string name = to_lower_copy(variables[i].name);
         if (used.count(name) == 0) {
-            findings.add("GJF-M008", Severity::Warning, "variable '" + variables[i].name + "' is used nowhere",
-                         line_at(lines, i));
+            // Beside lines that may be rows, or go unread, a name may be used there.
+            const bool is_certain = job.layout.sections.empty() && !has_unread_rows(job);
+            findings.add("GJF-M008", is_certain ? Severity::Error : Severity::Warning,
+                         "variable '" + variables[i].name + "' is used nowhere", line_at(lines, i));
         }
         if (!defined.insert(name).second) {
             findings.add("GJF-M008", Severity::Warning, "variable '" + variables[i].name + "' is given a value twice",
@@ -146,7 +166,7 @@ void check_zmatrix(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms
         check_row(job, row, findings);
     }
     if (!geom.zmatrix_entries.empty()) {
-        check_places(atoms, findings);
+        check_places(job, atoms, findings);
     }
     check_variable_lines(job, geom.variables, job.layout.variables, findings);
     check_variable_lines(job, geom.constants, job.layout.constants, findings);

@@ -1,0 +1,107 @@
+// Checks of what stands where a molecule is read: atoms that the checkpoint brings already, a number too many, and
+// coordinates that leave nothing to vary.
+#include <gjf/core/check/molecule_view.hpp>
+
+#include <gjf/core/text/number.hpp>
+#include <gjf/core/text/text.hpp>
+
+#include <algorithm>
+
+namespace quor::input::gaussian {
+namespace {
+
+// With geom=check nothing but charge and multiplicity is read; a line directly behind them must be blank or a comment.
+void check_atoms_beside_checkpoint(const CheckedJob& job, Findings& findings) {
+    const std::size_t line = job.layout.charge_line + 1;
+    if (job.layout.charge_line == 0 || !job.molecule_from_checkpoint() || job.all_from_checkpoint() || job.restarts() ||
+        job.has_option("geom", "modify")) {
+        return;
+    }
+    Fields fields;
+    cut_fields(without_comment(job.line(line)), fields);
+    if (!fields.empty()) {
+        const bool is_atom = species_of_name(fields[0]).kind != SpeciesKind::Unknown;
+        findings.add("GJF-M017", is_atom ? Severity::Error : Severity::Warning,
+                     "atoms stand here, but geom=check takes them from the checkpoint", line,
+                     "remove the atoms, or geom=check");
+    }
+}
+
+// Behind the coordinates stand a layer, or the number of a fragment; no number with a decimal point.
+void check_fourth_numbers(const CheckedJob& job, Findings& findings) {
+    const std::vector<AtomCoord>& atoms = job.job.geom.atoms;
+    for (std::size_t i = 0; i < atoms.size(); ++i) {
+        const std::optional<std::string>& layer = atoms[i].layer;
+        if (layer && layer->find('.') != std::string::npos && is_number_text(*layer)) {
+            findings.add("GJF-M018", Severity::Error, "'" + *layer + "' is a fourth number behind the name of an atom",
+                         line_at(job.layout.atoms, i),
+                         "an atom has three coordinates, and before them perhaps a freeze code");
+            return;
+        }
+    }
+}
+
+// What stands behind the value on the line of a variable: the steps of a scan and their size.
+Fields fields_behind_value(std::string_view line) {
+    std::string text(without_comment(line));
+    std::replace(text.begin(), text.end(), '=', ' ');
+    Fields fields;
+    cut_fields(text, fields);
+    const std::size_t count = std::min<std::size_t>(fields.size(), 2);
+    Fields rest;
+    for (std::size_t i = count; i < fields.size(); ++i) {
+        // The copy ends with this function.
+        rest.push_back(line.substr(static_cast<std::size_t>(fields[i].data() - text.data()), fields[i].size()));
+    }
+    return rest;
+}
+
+// A scan goes along variables that have a number of steps and their size behind their value.
+void check_scan(const CheckedJob& job, const WrittenKeyword& scan, Findings& findings) {
+    const GeomSection& geom = job.job.geom;
+    bool any = false;
+    for (const auto* list : {&geom.variables, &geom.cartesian_variables}) {
+        const std::vector<std::size_t>& lines =
+            list == &geom.variables ? job.layout.variables : job.layout.cartesian_variables;
+        for (std::size_t i = 0; i < list->size(); ++i) {
+            const Fields rest = fields_behind_value(job.line(line_at(lines, i)));
+            any = any || !rest.empty();
+            if (rest.size() == 1 && is_integer_text(rest[0])) {
+                findings.add("GJF-M019", Severity::Warning,
+                             "variable '" + (*list)[i].name + "' has a number of steps, but no step size", line_at(lines, i),
+                             "a value, the number of steps and their size, as in r 0.96 4 0.05");
+            }
+        }
+    }
+    if (!any) {
+        findings.add("GJF-M019", Severity::Error, "scan has no variable with a number of steps and their size", scan.place,
+                     "write them behind the variable's value, as in r 0.96 4 0.05");
+    }
+}
+
+void check_anything_to_vary(const CheckedJob& job, Findings& findings) {
+    const GeomSection& geom = job.job.geom;
+    if (geom.atom_count() == 0 || job.restarts() || job.molecule_from_checkpoint() || job.has_keyword("geom")) {
+        return;
+    }
+    const WrittenOption* by_variables = job.find_option("opt", "z-matrix");
+    if (by_variables != nullptr && geom.zmatrix_entries.empty() && geom.cartesian_variables.empty()) {
+        findings.add("GJF-M019", Severity::Error, "opt=z-matrix has no variables: the molecule is in Cartesian coordinates",
+                     by_variables->place, "write it as a Z-matrix with variables, or remove the option");
+    }
+    const WrittenKeyword* scan = job.find_keyword("scan");
+    if (scan != nullptr && scan->options.empty() && !job.has_keyword("opt")) {
+        check_scan(job, *scan, findings);
+    }
+}
+
+}  // namespace
+
+void check_molecule_form(const CheckedJob& job, Findings& findings) {
+    check_blank_lines_behind(job, findings);
+    check_atoms_beside_checkpoint(job, findings);
+    check_fourth_numbers(job, findings);
+    check_anything_to_vary(job, findings);
+}
+
+}  // namespace quor::input::gaussian
