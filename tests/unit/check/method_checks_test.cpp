@@ -71,8 +71,8 @@ TEST(MethodChecks, FindWhatTheMethodLacks) {
          "mn15 is not listed with parameters for empiricaldispersion=gd3bj"},
         {"# wb97xd/6-31g em=gd3bj", "GJF-R019", Severity::Warning,
          "wb97xd has a dispersion of its own, beside empiricaldispersion=gd3bj"},
-        {"# b3lyp/6-31g guess=mix", "GJF-R020", Severity::Warning, "guess=mix does nothing to a restricted singlet"},
-        {"# rhf/6-31g guess=(mix,always)", "GJF-R020", Severity::Warning, "guess=mix does nothing to a restricted singlet"},
+        {"# b3lyp/6-31g guess=mix", "GJF-R020", Severity::Note, "guess=mix does nothing to a restricted singlet"},
+        {"# rhf/6-31g guess=(mix,always)", "GJF-R020", Severity::Note, "guess=mix does nothing to a restricted singlet"},
     };
     for (const MethodCase& wanted : cases) {
         const std::vector<Finding> findings = of_method(wanted.route + water);

@@ -110,7 +110,7 @@ void check_mixed_guess(const CheckedJob& job, const std::string& method, Finding
     const bool may_break = method.empty() || method.front() == 'u' || method.front() == 'g' || method == "casscf" ||
                            job.has_any_word("gvb stable complex external");
     if (mix != nullptr && !may_break && job.job.geom.multiplicity == 1 && job.job.geom.additional_pairs.empty()) {
-        findings.add("GJF-R020", Severity::Warning, "guess=mix does nothing to a restricted singlet", mix->place,
+        findings.add("GJF-R020", Severity::Note, "guess=mix does nothing to a restricted singlet", mix->place,
                      "write u" + (method.front() == 'r' ? method.substr(1) : method) + " for two sets of orbitals");
     }
 }
