@@ -81,6 +81,37 @@ TEST(RouteWords, WithOptionsOfABasisSetAreNotes) {
     EXPECT_EQ(worst_of("# hf/6-31g(d) genn=(nzcore)"), Severity::Warning);
 }
 
+TEST(RouteWords, OfLevelsAreLookedAt) {
+    for (const char* route :
+         {"# oniom(b3lyp/6-31g(d):pm6)", "# oniom=(mp2/6-31g(d):hf/3-21g:uff)", "# oniom(b3lyp/gen:uff=qeq)",
+          "# oniom(b3lyp/6-31g(d):amber=softonly)=embedcharge", "# oniom(b3lyp/6-31g(d)/auto:pm6)",
+          "# oniom(ccsd(t)/cc-pvtz:mp2=full/cc-pvdz:pm6)=(scalecharge=555555)", "# oniom(external='a b':uff)",
+          "# oniom(cis=(nstates=3)/6-31g*:hf/sto-3g)", "# oniom(casscf(4,4)/6-31g*:hf/sto-3g)",
+          "# oniom(td=(nstates=3)/6-31g*:hf/sto-3g)", "# oniom(b3lyp/6-31g(d) td:pm6) opt"}) {
+        EXPECT_EQ(worst_of(route), std::nullopt) << route;
+    }
+    EXPECT_EQ(worst_of("# oniom(hf/def2-tzvp:uff)"), Severity::Error);
+    EXPECT_EQ(worst_of("# oniom(hf/6-31g(d):uff2)"), Severity::Warning);
+    EXPECT_EQ(worst_of("# oniom(hf/6-31g(d),uff)"), Severity::Warning);
+    const std::vector<Finding> findings = check_route("# opt oniom(b3lyp/6-31g(d):wb97x-d/3-21g:uff)");
+    ASSERT_EQ(findings.size(), 1U);
+    EXPECT_EQ(findings[0].message, "'wb97x-d' is no route keyword, method or basis set");
+    EXPECT_EQ(findings[0].column, 28U);
+    EXPECT_EQ(findings[0].length, 7U);
+}
+
+TEST(RouteWords, WithSignsThatStandForNoFunctionsAreErrors) {
+    for (const char* route : {"# hf/6-31g(x)", "# hf/6-31g(d;p)", "# hf/6-311+g(q)", "# hf/cc-pvtz(x)"}) {
+        EXPECT_EQ(worst_of(route), Severity::Error) << route;
+    }
+    for (const char* route : {"# hf/6-31g(dd)", "# hf/6-311g(4df)", "# hf/cc-pvtz(d)", "# hf/def2tzvp(x)"}) {
+        EXPECT_EQ(worst_of(route), Severity::Warning) << route;
+    }
+    for (const char* route : {"# hf/6-31g(d')", "# hf/6-311+g(3df,3pd)", "# hf/6-311g(3d2f,2df,p)", "# hf/cc-pv(t+d)z"}) {
+        EXPECT_EQ(worst_of(route), std::nullopt) << route;
+    }
+}
+
 TEST(RouteWords, OfAPathNeedForceConstantsFromSomewhere) {
     EXPECT_EQ(worst_of("# hf/6-31g(d) irc"), Severity::Error);
     EXPECT_EQ(worst_of("# hf/6-31g(d) irc=maxpoints=10"), Severity::Error);

@@ -1,6 +1,7 @@
 // Checks of the route word by word: words and options that nobody knows, and those that may mean several things.
 #include <gjf/core/check/checked_job.hpp>
 
+#include <gjf/core/check/molecule_view.hpp>
 #include <gjf/core/check/near_names.hpp>
 #include <gjf/core/knowledge/facts.hpp>
 #include <gjf/core/text/text.hpp>
@@ -147,6 +148,40 @@ void check_unknown_words(const CheckedJob& job, const WrittenSegment& segment, c
     }
 }
 
+// Each level of ONIOM is a model chemistry of its own.
+void check_level_words(const CheckedJob& job, const RouteTree::Segment& segment, Findings& findings) {
+    std::size_t begin = segment.place.begin;
+    const std::vector<std::string> levels = oniom_levels(job);
+    if (levels.size() < 2) {
+        findings.add("GJF-R009", Severity::Warning, "oniom has less than two levels", job.route_place(segment.place),
+                     "two or three model chemistries stand in its first parentheses, with colons between");
+    }
+    for (const std::string& level : levels) {
+        begin = job.route_text().find(level, begin);
+        if (level.empty() || begin == std::string::npos) {
+            return;
+        }
+        const RouteTree tree = read_route(level, job.schema).tree;
+        for (const RouteTree::Segment& part : tree.segments) {
+            for (const RouteTree::Keyword& keyword : part.keywords) {
+                if (keyword.match == RouteMatch::Unknown) {
+                    report_unknown_word(job, std::string(keyword.head.in(level)),
+                                        job.route_place(span_between(begin + keyword.head.begin,
+                                                                     begin + keyword.head.begin + keyword.head.length)),
+                                        findings);
+                }
+            }
+        }
+        begin += level.size();
+    }
+}
+
+// Tells whether what follows the name of a basis set in parentheses has signs that stand for no functions.
+bool has_odd_functions(std::string_view basis) {
+    const std::size_t open = std::min(basis.find('('), basis.size());
+    return basis.find_first_not_of("(0123456789spdfgh,'+*)", open) != std::string_view::npos;
+}
+
 // Reports a basis set that begins as one does but goes on as none.
 void check_basis_suffix(const CheckedJob& job, const WrittenSegment& segment, Findings& findings) {
     if (segment.basis.empty() || job.schema.knows_basis_exact(segment.basis)) {
@@ -157,7 +192,9 @@ void check_basis_suffix(const CheckedJob& job, const WrittenSegment& segment, Fi
     if (at != std::string::npos && at + segment.basis.size() <= place.length) {
         place = {place.line, place.column + at, segment.basis.size()};
     }
-    findings.add("GJF-W005", Severity::Warning, "'" + segment.basis + "' begins like a basis set but is none", place,
+    const bool is_polarized = segment.basis.starts_with("6-31") || segment.basis.starts_with("cc-pv");
+    findings.add("GJF-W005", is_polarized && has_odd_functions(segment.basis) ? Severity::Error : Severity::Warning,
+                 "'" + segment.basis + "' begins like a basis set but is none", place,
                  "look at what follows the name in parentheses");
 }
 
@@ -220,6 +257,11 @@ void check_route_words(const CheckedJob& job, Findings& findings) {
     }
     check_warnings(job, findings);
     const AmbiguousWords told = told_ambiguous(job);
+    for (const RouteTree::Segment& segment : job.layout.route.segments) {
+        if (segment.is_oniom) {
+            check_level_words(job, segment, findings);
+        }
+    }
     for (const WrittenSegment& segment : job.segments) {
         check_unknown_words(job, segment, told, findings);
         check_basis_suffix(job, segment, findings);
