@@ -1,22 +1,41 @@
 // Reads a table of facts from the folder that lies beside the vocabulary.
 #include <gjf/core/knowledge/fact_table.hpp>
 
+#include <core/resource/resource.hpp>
 #include <gjf/core/route_schema_paths.hpp>
 
 #include <algorithm>
 #include <fstream>
-#include <iterator>
 
 namespace quor::input::gaussian {
 namespace {
 
-std::vector<std::string_view> cells_of(std::string_view line) {
-    std::vector<std::string_view> cells;
+void split_cells(std::string_view line, std::vector<std::string_view>& cells) {
+    cells.clear();
     for (bool more = true; more;) {
         more = line.find('\t') != std::string_view::npos;
         cells.push_back(take(line, '\t'));
     }
-    return cells;
+}
+
+// Returns the whole file; nothing when it cannot be read.
+std::string text_of(const std::string& path) {
+    if (!quor::core::resource::is_regular_file_path(path)) {
+        return {};
+    }
+    std::ifstream file(path, std::ios::binary | std::ios::ate);
+    const std::streamoff size = file ? static_cast<std::streamoff>(file.tellg()) : -1;
+    std::string text(size > 0 ? static_cast<std::size_t>(size) : 0, '\0');
+    file.seekg(0);
+    file.read(text.data(), static_cast<std::streamsize>(text.size()));
+    text.resize(static_cast<std::size_t>(file.gcount()));
+    return text;
+}
+
+// Where all tables lie; looked for once.
+const std::string& knowledge_folder() {
+    static const std::string folder = resolve_knowledge_folder();
+    return folder;
 }
 
 }  // namespace
@@ -35,11 +54,11 @@ FactTable::FactTable(std::string_view name, std::initializer_list<std::string_vi
 }
 
 void FactTable::read(std::string_view name, std::initializer_list<std::string_view> columns) {
-    const std::string path = resolve_knowledge_folder() + "/" + std::string(name) + ".tsv";
-    std::ifstream file(path, std::ios::binary);
-    text_.assign(std::istreambuf_iterator<char>(file), {});
+    const std::string path = knowledge_folder() + "/" + std::string(name) + ".tsv";
+    text_ = text_of(path);
     std::string_view rest = text_;
-    const std::vector<std::string_view> header = cells_of(take(rest, '\n'));
+    std::vector<std::string_view> header;
+    split_cells(take(rest, '\n'), header);
     std::vector<std::size_t> places;
     for (const std::string_view column : columns) {
         const auto found = std::find(header.begin(), header.end(), column);
@@ -50,8 +69,9 @@ void FactTable::read(std::string_view name, std::initializer_list<std::string_vi
         places.push_back(static_cast<std::size_t>(found - header.begin()));
     }
     columns_ = places.size();
+    std::vector<std::string_view> cells;
     for (std::size_t line = 2; !rest.empty(); ++line) {
-        const std::vector<std::string_view> cells = cells_of(take(rest, '\n'));
+        split_cells(take(rest, '\n'), cells);
         if (cells.size() != header.size()) {
             problem_ = path + ", line " + std::to_string(line) + ": " + std::to_string(cells.size()) + " cells below " +
                        std::to_string(header.size()) + " headings";
