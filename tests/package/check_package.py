@@ -43,8 +43,8 @@ def main():
     vocabulary = moved / VOCABULARY
     if not vocabulary.is_file():
         sys.exit("no vocabulary was installed")
-    if vocabulary.read_bytes() not in pathlib.Path(f"{vocabulary}.image").read_bytes():
-        sys.exit("the image that was installed is none of the vocabulary")
+    if not pathlib.Path(f"{vocabulary}.image").read_bytes().startswith(b"vocabulary of quor-gjf"):
+        sys.exit("no image of the vocabulary was installed")
     for header in ("gjf/core/text/text.hpp", "gjf/core/reader/reading.hpp", "gjf/core/schema/schema_tables.hpp"):
         if (moved / "include/quor" / header).exists():
             sys.exit(f"the private header {header} was installed")

@@ -1,6 +1,8 @@
 // Words against entries: exact spellings, abbreviations, options and basis sets.
 #include "vocabulary.hpp"
 
+#include <thread>
+
 namespace quor::input::gaussian {
 namespace {
 
@@ -279,6 +281,48 @@ TEST(Normalization, TrimsAndFoldsAndNothingElse) {
     EXPECT_EQ(folding.normalize_state_name(" "), " ");
     EXPECT_EQ(folding.normalize_state_name("  "), "");
     EXPECT_EQ(folding.normalize_state_name("\t"), "");
+}
+
+TEST(GroupList, MayBeAskedFirstByManyThreadsAtOnce) {
+    std::vector<CandidateGroup> groups(200);
+    for (std::size_t i = 0; i < groups.size(); ++i) {
+        groups[i].forms = {"word" + std::to_string(i), "other" + std::to_string(i)};
+        groups[i].canonical = groups[i].forms.front();
+    }
+    for (int turn = 0; turn < 20; ++turn) {
+        const GroupList list(groups);
+        std::vector<int> right(8, 0);
+        std::vector<std::thread> threads;
+        for (int& count : right) {
+            threads.emplace_back([&list, &count] {
+                for (std::size_t i = 0; i < list.size(); ++i) {
+                    count += list.match("other" + std::to_string(i)).group == &list[i] ? 1 : 0;
+                }
+            });
+        }
+        for (std::thread& thread : threads) {
+            thread.join();
+        }
+        EXPECT_EQ(right, std::vector<int>(8, 200));
+    }
+}
+
+TEST(GroupList, AnswersAlikeAfterItWasMoved) {
+    std::vector<CandidateGroup> groups(2);
+    groups[0].forms = {"freq("};
+    groups[0].canonical = "freq";
+    groups[1].forms = {"frequency", "fr"};
+    groups[1].canonical = "fr";
+    GroupList list(groups);
+    EXPECT_TRUE(list.match_exact("freq").found());
+    GroupList moved(std::move(list));
+    EXPECT_EQ(moved.match("freq").canonical, "freq");
+    EXPECT_EQ(moved.match("frequ").canonical, "fr");
+    GroupList other;
+    EXPECT_FALSE(other.match("freq").found());
+    other = std::move(moved);
+    EXPECT_TRUE(other.match_exact("frequency").found());
+    EXPECT_FALSE(other.match("f").found());
 }
 
 }  // namespace

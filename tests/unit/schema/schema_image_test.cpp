@@ -26,6 +26,8 @@ std::string first_line() {
     return image.substr(0, image.find('\n') + 1);
 }
 
+std::string behind_first_line(const std::string& image) { return image.substr(first_line().size()); }
+
 /// Puts the right sum before changed content.
 std::string with_sum(const std::string& content) {
     std::string sum;
@@ -136,9 +138,10 @@ TEST(SchemaImage, SurvivesAnyNumberUnderARightSum) {
     const std::string image = image_of(document);
     const std::size_t begin = first_line().size() + 8;
     const std::string content = image.substr(begin);
+    constexpr std::size_t identity = 2 + 8;  // size and sum of the document
     std::mt19937 random(5);
     std::size_t refused = 0;
-    for (std::size_t place = 4 + document.size(); place < content.size(); ++place) {
+    for (std::size_t place = identity; place < content.size(); ++place) {
         std::string changed = content;
         changed[place] = static_cast<char>(random() % 3 == 0 ? 0xFF : random() % 256);
         const auto tables = std::make_shared<Tables>();
@@ -160,12 +163,14 @@ TEST(SchemaImage, SurvivesAnyNumberUnderARightSum) {
 }
 
 TEST(SchemaImage, NeverTrustsACount) {
-    const std::string flag_and_names = std::string(1, '\0') + std::string(12, '\0');
-    const std::string huge("\xFF\xFF\xFF\xFF", 4);
-    std::string content = std::string(4, '\0') + flag_and_names;
+    const std::string identity = behind_first_line(image_of("states: {}\n")).substr(8, 1 + 8);
+    const std::string flag_and_names(4, '\0');
+    std::string content = identity + flag_and_names;
     for (std::size_t table = 0; table < 16; ++table) {
-        expect_refused(with_sum(content + huge), "");
-        content += std::string(4, '\0');
+        for (const char* huge : {"\xFF\xFF\xFF\xFF\x0F", "\xFF\xFF\xFF\xFF\x7F", "\xFF\xFF\xFF\xFF\xFF\x01", "\x80"}) {
+            expect_refused(with_sum(content + huge), "states: {}\n");
+        }
+        content += '\0';
     }
 }
 

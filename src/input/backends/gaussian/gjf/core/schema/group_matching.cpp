@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <memory>
 #include <numeric>
 #include <utility>
 
@@ -16,80 +17,137 @@ bool begins_with(std::string_view text, std::string_view prefix) { return text.s
 
 }  // namespace
 
-GroupList::GroupList(Groups groups, std::vector<std::uint32_t> order)
-    : groups_(std::move(groups)), order_(std::move(order)) {
-    index_spellings();
-}
+/// All spellings of a list: as they stand in the entries, sorted, and by word.
+struct GroupList::Index {
+    struct Spelling {
+        std::string_view form;
+        std::uint32_t group;
+    };
 
-GroupList::GroupList(std::vector<CandidateGroup> groups) : own_(std::move(groups)) {
-    for (const CandidateGroup& group : own_) {
-        groups_.push_back(&group);
-    }
-    index_spellings();
-}
+    Index(const Groups& groups, Order given_order);
 
-void GroupList::index_spellings() {
-    spellings_.reserve(order_.size());
-    for (std::uint32_t index = 0; index < groups_.size(); ++index) {
-        for (const std::string_view form : groups_[index]->forms) {
-            spellings_.push_back({form, index});
+    std::string_view word_in(std::uint32_t slot) const;
+    std::size_t slot_of(std::string_view word) const;
+    Order::const_iterator first_with_prefix(std::string_view prefix) const;
+
+    std::vector<Spelling> spellings;
+    Order order;  ///< numbers of the spellings, sorted
+    /// A hash table of exact words: 0 is free, else twice the number of a spelling and 2, or 3 where its "(" is left out.
+    Order slots;
+
+   private:
+    void sort_spellings();
+};
+
+GroupList::Index::Index(const Groups& groups, Order given_order) : order(std::move(given_order)) {
+    spellings.reserve(order.size());
+    std::size_t words = 1;  // at least one slot stays free
+    const auto has_parenthesis = [](std::string_view form) { return form.size() > 1 && form.back() == '('; };
+    for (std::uint32_t index = 0; index < groups.size(); ++index) {
+        for (const std::string_view form : groups[index]->forms) {
+            spellings.push_back({form, index});
+            words += has_parenthesis(form) ? 2 : 1;
         }
     }
     sort_spellings();
-    slots_.resize(std::bit_ceil(4 * spellings_.size() + 1));  // a spelling may give two words; at most half are taken
-    for (std::uint32_t index = 0; index < spellings_.size(); ++index) {
-        const std::string_view form = spellings_[index].form;
-        const auto take = [this](std::string_view word, std::uint32_t slot) {
-            std::uint32_t& place = slots_[slot_of(word)];
-            place = place == 0 ? slot : place;  // the first in order stays
-        };
+    slots.resize(std::bit_ceil(words + words / 2));
+    const auto take = [this](std::string_view word, std::size_t slot) {
+        std::uint32_t& place = slots[slot_of(word)];
+        place = place == 0 ? static_cast<std::uint32_t>(slot) : place;  // the first in order stays
+    };
+    for (std::size_t index = 0; index < spellings.size(); ++index) {
+        const std::string_view form = spellings[index].form;
         take(form, 2 * index + 2);
-        if (form.size() > 1 && form.back() == '(') {
+        if (has_parenthesis(form)) {
             take(form.substr(0, form.size() - 1), 2 * index + 3);
         }
     }
 }
 
 /// Makes the order, unless the one that was given is right.
-void GroupList::sort_spellings() {
+void GroupList::Index::sort_spellings() {
     const auto before = [this](std::uint32_t a, std::uint32_t b) {
-        const int order = spellings_[a].form.compare(spellings_[b].form);
-        return order != 0 ? order < 0 : a < b;
+        const int difference = spellings[a].form.compare(spellings[b].form);
+        return difference != 0 ? difference < 0 : a < b;
     };
-    const std::size_t count = spellings_.size();
-    bool sorted = order_.size() == count;
+    const std::size_t count = spellings.size();
+    bool sorted = order.size() == count;
     for (std::size_t place = 0; sorted && place < count; ++place) {
-        sorted = order_[place] < count && (place == 0 || before(order_[place - 1], order_[place]));
+        sorted = order[place] < count && (place == 0 || before(order[place - 1], order[place]));
     }
     if (!sorted) {
-        order_.resize(count);
-        std::iota(order_.begin(), order_.end(), 0U);
-        std::sort(order_.begin(), order_.end(), before);
+        order.resize(count);
+        std::iota(order.begin(), order.end(), 0U);
+        std::sort(order.begin(), order.end(), before);
     }
 }
 
-std::string_view GroupList::word_in(std::uint32_t slot) const {
-    const std::string_view form = spellings_[slot / 2 - 1].form;
+std::string_view GroupList::Index::word_in(std::uint32_t slot) const {
+    const std::string_view form = spellings[slot / 2 - 1].form;
     return form.substr(0, form.size() - slot % 2);
 }
 
 /// Returns the slot that holds the word, or the free one where it would stand.
-std::size_t GroupList::slot_of(std::string_view word) const {
-    const std::size_t mask = slots_.size() - 1;
+std::size_t GroupList::Index::slot_of(std::string_view word) const {
+    const std::size_t mask = slots.size() - 1;
     std::size_t place = TextHash()(word) & mask;
-    while (slots_[place] != 0 && word_in(slots_[place]) != word) {
+    while (slots[place] != 0 && word_in(slots[place]) != word) {
         place = (place + 1) & mask;
     }
     return place;
 }
 
+GroupList::Order::const_iterator GroupList::Index::first_with_prefix(std::string_view prefix) const {
+    return std::lower_bound(order.begin(), order.end(), prefix, [this](std::uint32_t spelling, std::string_view word) {
+        return spellings[spelling].form < word;
+    });
+}
+
+GroupList::GroupList(Groups groups, std::vector<std::uint32_t> order)
+    : groups_(std::move(groups)), order_(std::move(order)) {}
+
+GroupList::GroupList(std::vector<CandidateGroup> groups) : own_(std::move(groups)) {
+    for (const CandidateGroup& group : own_) {
+        groups_.push_back(&group);
+    }
+}
+
+GroupList::GroupList(GroupList&& other) noexcept { *this = std::move(other); }
+
+GroupList& GroupList::operator=(GroupList&& other) noexcept {
+    own_.swap(other.own_);
+    groups_.swap(other.groups_);
+    order_.swap(other.order_);
+    index_.store(other.index_.exchange(index_.load()));
+    return *this;
+}
+
+GroupList::~GroupList() { delete index_.load(); }
+
+const GroupList::Index& GroupList::index() const {
+    const Index* index = index_.load(std::memory_order_acquire);
+    if (index == nullptr) {
+        auto fresh = std::make_unique<const Index>(groups_, order_);
+        if (index_.compare_exchange_strong(index, fresh.get(), std::memory_order_acq_rel)) {
+            index = fresh.release();
+        }
+    }
+    return *index;
+}
+
+const std::vector<std::uint32_t>& GroupList::order() const { return index().order; }
+
 GroupHit GroupList::match_exact(std::string_view word) const {
-    const std::uint32_t slot = word.empty() || slots_.empty() ? 0 : slots_[slot_of(word)];
+    if (word.empty() || empty()) {
+        return {};
+    }
+    const Index& all = index();
+    const std::uint32_t slot = all.slots[all.slot_of(word)];
     if (slot == 0) {
         return {};
     }
-    const CandidateGroup& group = *groups_[spellings_[slot / 2 - 1].group];
-    return {&group, true, slot % 2 != 0 ? word_in(slot) : std::string_view(group.canonical)};
+    const CandidateGroup& group = *groups_[all.spellings[slot / 2 - 1].group];
+    return {&group, true, slot % 2 != 0 ? all.word_in(slot) : std::string_view(group.canonical)};
 }
 
 GroupHit GroupList::match(std::string_view word) const {
@@ -97,10 +155,11 @@ GroupHit GroupList::match(std::string_view word) const {
     if (exact.found() || word.empty()) {
         return exact;
     }
+    const Index& all = index();
     const CandidateGroup* only = nullptr;
-    for (auto place = first_with_prefix(word); place != order_.end() && begins_with(spellings_[*place].form, word);
+    for (auto place = all.first_with_prefix(word); place != all.order.end() && begins_with(all.spellings[*place].form, word);
          ++place) {
-        const CandidateGroup* const group = groups_[spellings_[*place].group];
+        const CandidateGroup* const group = groups_[all.spellings[*place].group];
         if (only != nullptr && group != only) {
             return {};  // ambiguous
         }
@@ -113,16 +172,11 @@ void GroupList::append_completions(std::string_view prefix, std::vector<std::str
     if (prefix.empty()) {
         return;
     }
-    for (auto place = first_with_prefix(prefix); place != order_.end() && begins_with(spellings_[*place].form, prefix);
-         ++place) {
-        words.push_back(groups_[spellings_[*place].group]->canonical);
+    const Index& all = index();
+    for (auto place = all.first_with_prefix(prefix);
+         place != all.order.end() && begins_with(all.spellings[*place].form, prefix); ++place) {
+        words.push_back(groups_[all.spellings[*place].group]->canonical);
     }
-}
-
-GroupList::Order::const_iterator GroupList::first_with_prefix(std::string_view prefix) const {
-    return std::lower_bound(order_.begin(), order_.end(), prefix, [this](std::uint32_t spelling, std::string_view word) {
-        return spellings_[spelling].form < word;
-    });
 }
 
 MatchResult SimpleYAMLParser::Impl::match_group(std::string_view token, const GroupList& groups) const {

@@ -8,6 +8,7 @@
 #include <gjf/core/schema/candidate_group.hpp>
 #include <gjf/core/text/text_map.hpp>
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -54,15 +55,15 @@ class GroupList {
     explicit GroupList(std::vector<CandidateGroup> groups);
 
     // The index points into the entries: they may move together, and not be copied.
-    GroupList(GroupList&&) noexcept = default;
-    GroupList& operator=(GroupList&&) noexcept = default;
+    GroupList(GroupList&& other) noexcept;
+    GroupList& operator=(GroupList&& other) noexcept;
     GroupList(const GroupList&) = delete;
     GroupList& operator=(const GroupList&) = delete;
-    ~GroupList() = default;
+    ~GroupList();
 
     const Groups& groups() const noexcept { return groups_; }
     /// Returns the numbers of all spellings, sorted by spelling.
-    const std::vector<std::uint32_t>& order() const noexcept { return order_; }
+    const std::vector<std::uint32_t>& order() const;
     Iterator begin() const noexcept { return Iterator(groups_.begin()); }
     Iterator end() const noexcept { return Iterator(groups_.end()); }
     std::size_t size() const noexcept { return groups_.size(); }
@@ -81,24 +82,16 @@ class GroupList {
     void append_completions(std::string_view prefix, std::vector<std::string>& words) const;
 
    private:
-    struct Spelling {
-        std::string_view form;
-        std::uint32_t group;
-    };
+    struct Index;
     using Order = std::vector<std::uint32_t>;
 
-    void index_spellings();
-    void sort_spellings();
-    std::string_view word_in(std::uint32_t slot) const;
-    std::size_t slot_of(std::string_view word) const;
-    Order::const_iterator first_with_prefix(std::string_view prefix) const;
+    const Index& index() const;
 
     std::vector<CandidateGroup> own_;
     Groups groups_;
-    std::vector<Spelling> spellings_;  ///< as they stand in the entries
-    Order order_;                      ///< numbers of the spellings, sorted
-    /// A hash table of exact words: 0 is free, else twice the number of a spelling and 2, or 3 where its "(" is left out.
-    Order slots_;
+    Order order_;  ///< as it was given
+    /// Made at the first question, of whichever thread: most commands ask for few of the two hundred lists.
+    mutable std::atomic<const Index*> index_{nullptr};
 };
 
 }  // namespace quor::input::gaussian

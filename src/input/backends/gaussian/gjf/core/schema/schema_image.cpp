@@ -1,7 +1,8 @@
 // Reader and writer of images share one walk over the tables, so that they cannot differ.
 //
-// A number is four bytes, the lowest first; a text its length and its bytes; a list or a table its count and its items. A
-// list of entries names them by their place among all states' entries, and gives the order of their spellings.
+// A number is written by seven bits a byte, the lowest first, each byte but the last with its highest bit set; a text is its
+// length and its bytes; a list or a table its count and its items. A list of entries names them by their place among all
+// states' entries, and gives the order of their spellings.
 #include <gjf/core/schema/schema_image.hpp>
 
 #include <core/resource/resource.hpp>
@@ -71,9 +72,10 @@ void append_number(std::string& bytes, std::size_t value) {
     if (value > UINT32_MAX) {
         throw std::length_error("the vocabulary is too large for an image");
     }
-    for (unsigned byte = 0; byte < 4; ++byte) {
-        bytes += static_cast<char>((value >> (8 * byte)) & 0xFF);
+    for (; value > 0x7F; value >>= 7) {
+        bytes += static_cast<char>(0x80 | (value & 0x7F));
     }
+    bytes += static_cast<char>(value);
 }
 
 class ImageWriter {
@@ -141,9 +143,16 @@ class ImageReader {
         return bytes;
     }
     std::uint32_t number() {
-        const std::string_view bytes = take(4);
-        const auto byte = [bytes](std::size_t index) { return std::uint32_t{static_cast<unsigned char>(bytes[index])}; };
-        return bytes.empty() ? 0 : byte(0) | byte(1) << 8 | byte(2) << 16 | byte(3) << 24;
+        std::uint64_t value = 0;
+        for (unsigned shift = 0; shift < 35; shift += 7) {
+            const std::string_view byte = take(1);
+            value |= std::uint64_t{byte.empty() ? 0U : byte.front() & 0x7FU} << shift;
+            if (byte.empty() || (byte.front() & 0x80) == 0) {
+                break;
+            }
+        }
+        ok_ = ok_ && value <= UINT32_MAX;
+        return ok_ ? static_cast<std::uint32_t>(value) : 0;
     }
     void flag(bool& value) { value = take(1) == std::string_view("\1", 1); }
     void integer(std::int64_t& value) {
@@ -206,11 +215,14 @@ class ImageReader {
     std::vector<const CandidateGroup*> entries_;
 };
 
+/// Returns eight bytes that differ where the bytes do: for certain where one stretch of eight bytes differs, else but for
+/// one case in 2^64.
 std::string sum_of(std::string_view bytes) {
     std::string sum;
-    const std::uint64_t hash = TextHash()(bytes);
-    append_number(sum, hash & UINT32_MAX);
-    append_number(sum, hash >> 32);
+    std::uint64_t hash = TextHash()(bytes);
+    for (unsigned byte = 0; byte < 8; ++byte, hash >>= 8) {
+        sum += static_cast<char>(hash & 0xFF);
+    }
     return sum;
 }
 
@@ -218,9 +230,10 @@ std::string sum_of(std::string_view bytes) {
 
 std::string write_schema_image(const SimpleYAMLParser::Impl& schema, std::string_view document) {
     ImageWriter image;
-    image.text(document);
     walk_tables(image, schema);
-    const std::string content = image.take();
+    std::string content;
+    append_number(content, document.size());
+    content += sum_of(document) + image.take();
     return std::string(first_line) + sum_of(content) + content;
 }
 
@@ -228,7 +241,8 @@ bool read_schema_image(std::string_view image, std::string_view document, Simple
     ImageReader reader(image);
     const bool is_image = reader.take(first_line.size()) == first_line;
     const std::string_view sum = reader.take(8);
-    if (!is_image || sum != sum_of(reader.rest()) || reader.take(reader.number()) != document) {
+    if (!is_image || sum != sum_of(reader.rest()) || reader.number() != document.size() ||
+        reader.take(8) != sum_of(document)) {
         return false;
     }
     walk_tables(reader, schema);

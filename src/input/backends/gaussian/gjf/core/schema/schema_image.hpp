@@ -1,9 +1,9 @@
 // The image of a vocabulary: all tables of a loaded document in one file, which is read in a tenth of the document's time.
 // Private to the library.
 //
-// It holds the document's own bytes too, so that it serves that document alone, and a sum over all that follows, so that
-// what was damaged is known. It lies beside its document, or beside the library, under the document's name with ".image"
-// behind.
+// It holds the size and a sum of the document's bytes, so that it serves that document alone, and a sum over all that
+// follows, so that what was damaged is known. It lies beside its document, or beside the library, under the document's name
+// with ".image" behind.
 #pragma once
 
 #include <gjf/core/schema/schema_tables.hpp>
