@@ -294,8 +294,8 @@ class SectionWalk {
         if (i > 0 && i < siblings.size()) {
             edits_.push_back({siblings[0].span.begin, siblings[i].span.begin, {}});
         }
-        for (std::size_t behind = i; i < siblings.size(); i = behind) {
-            behind = i + 1;
+        while (i < siblings.size()) {
+            std::size_t behind = i + 1;
             while (behind < siblings.size() && siblings[behind].gone()) {
                 ++behind;
             }
@@ -305,6 +305,7 @@ class SectionWalk {
             if (behind > i + 1) {
                 edits_.push_back({siblings[i].span.end(), gap + taken, {}});
             }
+            i = behind;
         }
     }
 
