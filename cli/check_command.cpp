@@ -1,5 +1,6 @@
 // quor-gjf check: prints what the checker finds in job files, each finding with its line and a hint.
 #include "batch.hpp"
+#include "check_codes.hpp"
 #include "commands.hpp"
 #include "input.hpp"
 #include "plain_text.hpp"
@@ -33,6 +34,7 @@ struct CheckArguments {
     bool exit_zero = false;
     bool statistics = false;
     bool list = false;
+    std::vector<std::string> explained;
 };
 
 // Escape sequences around parts of a finding; all empty without colour.
@@ -108,16 +110,6 @@ void print_statistics(const std::map<std::string, std::size_t>& codes) {
     }
 }
 
-// Returns how long the longest of some beginnings of a code is, 0 when it begins with none.
-std::size_t longest_beginning(const std::string& code, const std::vector<std::string>& beginnings) {
-    std::size_t longest = 0;
-    const std::string lower = SimpleYAMLParser::to_lower(code);
-    for (const std::string& beginning : beginnings) {
-        longest = lower.starts_with(SimpleYAMLParser::to_lower(beginning)) ? std::max(longest, beginning.size()) : longest;
-    }
-    return longest;
-}
-
 bool is_wanted(const std::string& code, const CheckArguments& arguments) {
     const std::size_t selected = longest_beginning(code, arguments.selected);
     const std::size_t ignored = longest_beginning(code, arguments.ignored);
@@ -147,28 +139,6 @@ FileResult check_file(const std::string& path, const CheckArguments& arguments, 
     return result;
 }
 
-void require_codes(const char* option, const std::vector<std::string>& beginnings) {
-    const std::vector<CheckDescription>& all = check_descriptions();
-    for (const std::string& beginning : beginnings) {
-        if (std::none_of(all.begin(), all.end(), [&](const CheckDescription& description) {
-                return longest_beginning(description.code, {beginning}) != 0;
-            })) {
-            throw CLI::ValidationError(option, "there is no check " + beginning + "; quor-gjf check --list names all");
-        }
-    }
-}
-
-int list_codes(bool json) {
-    for (const CheckDescription& description : check_descriptions()) {
-        if (json) {
-            std::fputs(check_code_json(description).c_str(), stdout);
-        } else {
-            std::printf("%s  %s\n", description.code, description.title);
-        }
-    }
-    return exit_success;
-}
-
 std::string missing_for_checks() {
     std::string problem = default_route_schema_problem();
     if (problem.empty()) {
@@ -185,22 +155,33 @@ void print_summary(std::size_t files, const std::array<std::size_t, 3>& counts) 
                  counted(counts[index_of(Severity::Note)], "note").c_str());
 }
 
-int check(const CheckArguments& arguments) {
-    if (arguments.list) {
-        return list_codes(arguments.batch.json);
+bool tells_what_is_missing(const CheckArguments& arguments) {
+    const std::string problem = missing_for_checks();
+    if (problem.empty()) {
+        return false;
     }
-    if (arguments.batch.paths.empty()) {
+    // A job that passes without vocabulary and facts was hardly checked.
+    std::fprintf(stderr, "quor-gjf: %s\n", printable(problem).c_str());
+    if (arguments.batch.json && !arguments.batch.paths.empty()) {
+        std::fputs(error_json(arguments.batch.paths.front(), problem).c_str(), stdout);
+    }
+    return true;
+}
+
+int check(const CheckArguments& arguments) {
+    const bool asks_for_codes = arguments.list || !arguments.explained.empty();
+    if (arguments.batch.paths.empty() && !asks_for_codes) {
         throw CLI::RequiredError("FILE");
     }
     require_codes("--select", arguments.selected);
     require_codes("--ignore", arguments.ignored);
-    // A job that passes without vocabulary and facts was hardly checked.
-    if (const std::string problem = missing_for_checks(); !problem.empty()) {
-        std::fprintf(stderr, "quor-gjf: %s\n", printable(problem).c_str());
-        if (arguments.batch.json) {
-            std::fputs(error_json(arguments.batch.paths.front(), problem).c_str(), stdout);
-        }
+    require_codes("--explain", arguments.explained);
+    if (tells_what_is_missing(arguments)) {
         return exit_usage;
+    }
+    if (asks_for_codes) {
+        print_codes(arguments.explained, arguments.batch.json);
+        return exit_success;
     }
     const Colours& colours = output_has_colour() ? terminal_colours : no_colours;
     std::size_t files = 0;
@@ -243,6 +224,8 @@ void add_check_command(CLI::App& command, int& exit_code) {
     command.add_flag("--exit-zero", arguments->exit_zero, "Exit with 0 although there are findings");
     command.add_flag("--statistics", arguments->statistics, "Tell how often each code was found, instead of the findings");
     command.add_flag("--list", arguments->list, "List all codes with their titles");
+    add_codes("--explain", arguments->explained,
+              "Explain a code, with a wrong and a right job; list those of one cut short");
     command.callback([arguments, &exit_code] { exit_code = check(*arguments); });
 }
 

@@ -74,7 +74,7 @@ void bind_checks(py::module_& module) {
     module.def("check_descriptions", [] {
         py::list list;
         for (const CheckDescription& description : check_descriptions()) {
-            list.append(py::make_tuple(description.code, description.title));
+            list.append(py::make_tuple(to_python(description.code), to_python(description.title)));
         }
         return list;
     });

@@ -19,7 +19,7 @@ PRODUCT = ("src/", "cli/", "python/quor_gjf/", "python/src/")
 LENGTH_LIMIT, PRODUCT_LENGTH_LIMIT = 600, 450
 FUNCTION_LIMIT = 40
 # What was longer when these limits came; the list only becomes shorter.
-LONG_FUNCTIONS = {"check_descriptions", "check_electrons", "check_model_chemistry", "check_coordinate_line", "check_structure",
+LONG_FUNCTIONS = {"check_electrons", "check_model_chemistry", "check_coordinate_line", "check_structure",
                   "renumbered"}
 CODE = {".cpp", ".hpp", ".h", ".c", ".py"}
 # Where a header's reach is told.

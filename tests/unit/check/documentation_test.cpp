@@ -1,35 +1,90 @@
-// The documentation of the checks explains every code, under the heading that the library knows it by, and no other.
+// What is said of the codes: each has its text and its jobs, the jobs behave as told, and no other code is given or told of.
 #include <gjf/core/check/checker.hpp>
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <filesystem>
 #include <fstream>
-#include <map>
+#include <iterator>
+#include <regex>
+#include <set>
 #include <string>
+#include <vector>
 
 using namespace quor::input::gaussian;
 
-TEST(CheckDocumentation, HasAParagraphForEveryCode) {
-    std::ifstream file(std::string(QUOR_GJF_SOURCE_DIR) + "/docs/checks.md");
-    ASSERT_TRUE(file.is_open());
-    std::map<std::string, std::string> titles;
-    std::map<std::string, std::string> paragraphs;
-    std::string code;
-    for (std::string line; std::getline(file, line);) {
-        if (line.rfind("### GJF-", 0) == 0) {
-            code = line.substr(4, 8);
-            titles[code] = line.substr(13);
-        } else if (line.rfind("## ", 0) == 0) {
-            code.clear();
-        } else if (!code.empty()) {
-            paragraphs[code] += line + "\n";
+namespace {
+
+const std::filesystem::path source_root = QUOR_GJF_SOURCE_DIR;
+
+// Returns what the first group of a pattern matches in a file.
+std::set<std::string> all_matches(const std::filesystem::path& path, const std::string& pattern) {
+    std::ifstream file(path, std::ios::binary);
+    EXPECT_TRUE(file.is_open()) << path;
+    const std::string text(std::istreambuf_iterator<char>(file), {});
+    const std::regex regex(pattern);
+    std::set<std::string> found;
+    for (std::sregex_iterator match(text.begin(), text.end(), regex), end; match != end; ++match) {
+        found.insert((*match)[1]);
+    }
+    return found;
+}
+
+std::set<std::string> registered() {
+    std::set<std::string> codes;
+    for (const CheckDescription& description : check_descriptions()) {
+        EXPECT_TRUE(codes.insert(description.code).second) << description.code;
+    }
+    return codes;
+}
+
+bool raises(const std::string& text, const std::string& code) {
+    const std::vector<Finding> findings = check_text(text);
+    return std::any_of(findings.begin(), findings.end(), [&](const Finding& finding) { return finding.code == code; });
+}
+
+}  // namespace
+
+TEST(CheckTexts, TellOfTheRegisteredCodesAlone) {
+    EXPECT_EQ(all_matches(source_root / "resources/knowledge/checks.md", "\n### (GJF-[A-Z][0-9]{3}) "), registered());
+}
+
+TEST(CheckTexts, AreThereForEveryCode) {
+    for (const CheckDescription& description : check_descriptions()) {
+        EXPECT_FALSE(description.title.empty()) << description.code;
+        EXPECT_GT(description.explanation.size(), 80U) << description.code;
+        EXPECT_EQ(description.explanation.find('#' + std::string("##")), std::string::npos) << description.code;
+    }
+}
+
+TEST(CheckTexts, RaiseTheCodeByTheWrongJobAndNotByTheRightOne) {
+    for (const CheckDescription& description : check_descriptions()) {
+        EXPECT_TRUE(raises(description.wrong_job, description.code)) << description.code << " in\n" << description.wrong_job;
+        EXPECT_FALSE(raises(description.right_job, description.code)) << description.code << " in\n"
+                                                                      << description.right_job;
+    }
+}
+
+TEST(CheckTexts, HaveRightJobsThatGaussianTakes) {
+    for (const CheckDescription& description : check_descriptions()) {
+        for (const Finding& finding : check_text(description.right_job)) {
+            EXPECT_NE(finding.severity, Severity::Error)
+                << description.code << ": " << finding.code << " " << finding.message;
         }
     }
-    EXPECT_EQ(titles.size(), check_descriptions().size());
-    for (const CheckDescription& description : check_descriptions()) {
-        EXPECT_EQ(titles[description.code], description.title) << description.code;
-        EXPECT_NE(paragraphs[description.code].find("Example: "), std::string::npos) << description.code;
-        EXPECT_NE(paragraphs[description.code].find("Silence: "), std::string::npos) << description.code;
-        EXPECT_GT(paragraphs[description.code].size(), 120U) << description.code;
+}
+
+// The list of a family stands at the end of its source, so a code that is given and not listed would be known to nobody.
+TEST(CheckTexts, NameEveryCodeThatASourceGives) {
+    std::set<std::string> given;
+    for (const auto& entry :
+         std::filesystem::directory_iterator(source_root / "src/input/backends/gaussian/gjf/core/check")) {
+        given.merge(all_matches(entry.path(), "add\\(\\s*\"(GJF-[A-Z][0-9]{3})\""));
+    }
+    const std::set<std::string> known = registered();
+    EXPECT_GT(given.size(), 60U);
+    for (const std::string& code : given) {
+        EXPECT_EQ(known.count(code), 1U) << code;
     }
 }

@@ -1,7 +1,5 @@
 // Checks of single atoms and of their distances: elements, freeze codes, atoms on one spot, units.
-#include <gjf/core/check/checked_job.hpp>
-
-#include <gjf/core/check/molecule_view.hpp>
+#include <gjf/core/check/rule.hpp>
 #include <gjf/core/text/number.hpp>
 
 #include <algorithm>
@@ -210,9 +208,8 @@ void check_units(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, 
     }
 }
 
-}  // namespace
-
-void check_atoms(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings) {
+void check_atoms(const CheckedMolecule& molecule, Findings& findings) {
+    const auto& [job, atoms, layers] = molecule;
     check_elements(job, atoms, findings);
     check_freeze_codes(job, findings);
     check_all_frozen(job, findings);
@@ -220,5 +217,9 @@ void check_atoms(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, 
     check_close_atoms(job, atoms, findings);
     check_units(job, atoms, findings);
 }
+
+}  // namespace
+
+const Family atom_family = {Known::Labels, check_atoms, {"GJF-M001", "GJF-M005", "GJF-M006", "GJF-M015", "GJF-M016"}};
 
 }  // namespace quor::input::gaussian

@@ -1,5 +1,5 @@
 // Checks the basis set of the route against the elements of the molecule.
-#include <gjf/core/check/molecule_view.hpp>
+#include <gjf/core/check/rule.hpp>
 
 #include <gjf/core/knowledge/basis_facts.hpp>
 #include <gjf/core/knowledge/facts.hpp>
@@ -39,9 +39,8 @@ std::string sets_that_cover(int element) {
     return names.empty() ? names : "sets that have it: " + names;
 }
 
-}  // namespace
-
-void check_basis_elements(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings) {
+void check_basis_elements(const CheckedMolecule& molecule, Findings& findings) {
+    const auto& [job, atoms, layers] = molecule;
     const BasisElements* known = job.schema.is_loaded() ? basis_elements(only_basis(job)) : nullptr;
     std::set<int> seen;
     for (std::size_t i = 0; known != nullptr && known->severity != "note" && i < atoms.size(); ++i) {
@@ -55,5 +54,9 @@ void check_basis_elements(const CheckedJob& job, const std::vector<MoleculeAtom>
                      atoms[i].line, sets_that_cover(element));
     }
 }
+
+}  // namespace
+
+const Family basis_element_family = {Known::Molecule, check_basis_elements, {"GJF-R013"}};
 
 }  // namespace quor::input::gaussian

@@ -1,5 +1,5 @@
 // Checks of general basis sets and effective core potentials against the atoms of the molecule.
-#include <gjf/core/check/molecule_view.hpp>
+#include <gjf/core/check/rule.hpp>
 
 #include <gjf/core/check/near_names.hpp>
 #include <gjf/core/knowledge/basis_facts.hpp>
@@ -281,9 +281,8 @@ void check_order_of_potentials(const CheckedJob& job, Findings& findings) {
     }
 }
 
-}  // namespace
-
-void check_basis_sections(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings) {
+void check_basis_sections(const CheckedMolecule& molecule, Findings& findings) {
+    const auto& [job, atoms, layers] = molecule;
     if (atoms.empty()) {
         return;
     }
@@ -306,5 +305,12 @@ void check_basis_sections(const CheckedJob& job, const std::vector<MoleculeAtom>
     }
     check_order_of_potentials(job, findings);
 }
+
+}  // namespace
+
+const Family basis_section_family = {
+    Known::Molecule,
+    check_basis_sections,
+    {"GJF-S007", "GJF-S008", "GJF-S009", "GJF-S010", "GJF-S011", "GJF-S012", "GJF-S024", "GJF-S026"}};
 
 }  // namespace quor::input::gaussian

@@ -1,6 +1,6 @@
 // Checks of what blank lines part: route, title, charge line, molecule and sections. Gaussian ends a part at each blank
 // line, so that one too many stands for an empty part, and all behind it is read as something else.
-#include <gjf/core/check/checked_job.hpp>
+#include <gjf/core/check/rule.hpp>
 
 #include <gjf/core/reader/molecule_fields.hpp>
 #include <gjf/core/sections/section_kinds.hpp>
@@ -149,17 +149,21 @@ void check_route_line(const CheckedJob& job, Findings& findings) {
                  "the route stands behind the Link 0 lines, as in # hf/6-31g(d) opt");
 }
 
-}  // namespace
-
-void check_blank_lines(const CheckedJob& job, Findings& findings) {
+void check_blank_lines(const CheckedMolecule& molecule, Findings& findings) {
+    const CheckedJob& job = molecule.job;
     check_route_line(job, findings);
     check_route_apart(job, findings);
     check_head(job, findings);
 }
 
-void check_blank_lines_behind(const CheckedJob& job, Findings& findings) {
-    check_variables(job, findings);
-    check_sections_apart(job, findings);
+void check_blank_lines_behind(const CheckedMolecule& molecule, Findings& findings) {
+    check_variables(molecule.job, findings);
+    check_sections_apart(molecule.job, findings);
 }
+
+}  // namespace
+
+const Family blank_line_family = {Known::Control, check_blank_lines, {"GJF-T009", "GJF-T010", "GJF-T011", "GJF-T012"}};
+const Family later_blank_line_family = {Known::Molecule, check_blank_lines_behind, {"GJF-T009", "GJF-T013"}};
 
 }  // namespace quor::input::gaussian

@@ -64,6 +64,7 @@ class CheckedJob {
     /// Returns a line by its number in the whole text, without its line end; empty for one outside the job.
     std::string_view line(std::size_t number) const noexcept;
     LineSpan lines() const noexcept { return piece_.lines; }
+    const JobReading& reading() const noexcept { return reading_; }
     /// Returns the stretch of the text from one line of the job to another.
     std::string_view text(const LineRange& lines) const noexcept;
     /// Tells whether a --Link1-- line follows the job.
@@ -145,19 +146,6 @@ class Findings {
 inline Severity severity_named(std::string_view name) noexcept {
     return name == "error" ? Severity::Error : name == "warning" ? Severity::Warning : Severity::Note;
 }
-
-// The families of checks. Those of molecule and sections are asked only when the whole job was read.
-void check_characters(const CheckedJob& job, Findings& findings);
-void check_blank_lines(const CheckedJob& job, Findings& findings);
-void check_blank_lines_behind(const CheckedJob& job, Findings& findings);
-void check_link0(const CheckedJob& job, Findings& findings);
-void check_route_words(const CheckedJob& job, Findings& findings);
-/// Checks the values of one keyword's options.
-void check_option_values(const CheckedJob& job, const WrittenKeyword& keyword, Findings& findings);
-void check_route_sense(const CheckedJob& job, Findings& findings);
-/// Checks what the route asks of its method.
-void check_method(const CheckedJob& job, Findings& findings);
-void check_sections(const CheckedJob& job, Findings& findings);
 
 /// Tells whether a text is a number with a Fortran exponent, as in 1.0D-03.
 bool is_fortran_number(std::string_view field);

@@ -11,10 +11,15 @@
 
 namespace quor::input::gaussian {
 
-/// One code that `check_text` may give, and its heading in the documentation.
+/// One code that `check_text` may give, and what is said of it. All but the code is empty where `missing_knowledge` tells
+/// that the text is missing.
 struct CheckDescription {
-    const char* code;
-    const char* title;
+    std::string code;
+    std::string title = {};
+    std::string explanation = {};    ///< what it means, how bad it is and when; Markdown, in paragraphs
+    std::string gaussian_says = {};  ///< what Gaussian prints when it meets the fault, as far as known
+    std::string wrong_job = {};      ///< a text that raises the code
+    std::string right_job = {};      ///< the text mended
 };
 
 /// Returns every code, sorted, each once; static.

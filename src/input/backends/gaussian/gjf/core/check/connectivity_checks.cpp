@@ -1,5 +1,5 @@
 // Checks of the connectivity rows: every atom one row, bonds between two atoms, each given in one way.
-#include <gjf/core/check/molecule_view.hpp>
+#include <gjf/core/check/rule.hpp>
 
 #include <gjf/core/sections/section_tokens.hpp>
 #include <gjf/core/text/number.hpp>
@@ -98,14 +98,17 @@ void check_rows(const CheckedJob& job, const LineRange& lines, std::size_t atom_
     check_bonds(bonds, findings);
 }
 
-}  // namespace
-
-void check_connectivity(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings) {
+void check_connectivity(const CheckedMolecule& molecule, Findings& findings) {
+    const auto& [job, atoms, layers] = molecule;
     for (const SectionLayout& section : job.layout.sections) {
         if (section.kind == ExtraInputSectionKind::Connectivity && !atoms.empty()) {
             check_rows(job, section.lines, atoms.size(), findings);
         }
     }
 }
+
+}  // namespace
+
+const Family connectivity_family = {Known::Molecule, check_connectivity, {"GJF-S003", "GJF-S004", "GJF-S005", "GJF-S006"}};
 
 }  // namespace quor::input::gaussian

@@ -1,6 +1,6 @@
 // Checks of charge and multiplicity against the electrons that the atoms bring: of the molecule, its ONIOM models, its
 // fragments.
-#include <gjf/core/check/molecule_view.hpp>
+#include <gjf/core/check/rule.hpp>
 
 #include <gjf/core/knowledge/facts.hpp>
 #include <gjf/core/text/number.hpp>
@@ -228,10 +228,8 @@ void check_oniom_pairs(const CheckedJob& job, const std::vector<MoleculeAtom>& a
     }
 }
 
-}  // namespace
-
-void check_electrons(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, const OniomLayers& layers,
-                     Findings& findings) {
+void check_electrons(const CheckedMolecule& molecule, Findings& findings) {
+    const auto& [job, atoms, layers] = molecule;
     const std::vector<ChargeSpinPair> pairs = job.job.geom.charge_spin_pairs();
     const std::size_t line = job.layout.charge_line;
     if (line == 0 || atoms.empty()) {
@@ -274,5 +272,9 @@ void check_electrons(const CheckedJob& job, const std::vector<MoleculeAtom>& ato
             line, "only the first is used");
     }
 }
+
+}  // namespace
+
+const Family electron_family = {Known::Molecule, check_electrons, {"GJF-M002", "GJF-M003", "GJF-M004"}};
 
 }  // namespace quor::input::gaussian

@@ -1,5 +1,5 @@
 // Checks of ONIOM layers: atoms without one, letters without a level, link atoms and the bonds that are cut.
-#include <gjf/core/check/molecule_view.hpp>
+#include <gjf/core/check/rule.hpp>
 
 #include <algorithm>
 #include <array>
@@ -147,8 +147,10 @@ OniomLayers oniom_layers(const CheckedJob& job, const std::vector<MoleculeAtom>&
     return layers;
 }
 
-void check_layers(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, const OniomLayers& layers,
-                  Findings& findings) {
+namespace {
+
+void check_layers(const CheckedMolecule& molecule, Findings& findings) {
+    const auto& [job, atoms, layers] = molecule;
     const std::size_t levels = layers.levels.size();
     if (levels < 2 || job.job.geom.atoms.empty()) {
         return;
@@ -157,5 +159,9 @@ void check_layers(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms,
     check_link_hosts(job, atoms, findings);
     check_cut_bonds(atoms, layers.unlinked, findings);
 }
+
+}  // namespace
+
+const Family layer_family = {Known::Molecule, check_layers, {"GJF-M011", "GJF-M012", "GJF-M013", "GJF-M014"}};
 
 }  // namespace quor::input::gaussian

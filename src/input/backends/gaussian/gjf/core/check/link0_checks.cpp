@@ -1,5 +1,5 @@
 // Checks of Link 0 lines, and of the checkpoint files that lead from job to job.
-#include <gjf/core/check/checked_job.hpp>
+#include <gjf/core/check/rule.hpp>
 
 #include <gjf/core/check/near_names.hpp>
 #include <gjf/core/job/link0_keys.hpp>
@@ -212,15 +212,21 @@ std::string checkpoint_path(std::string_view value) {
     return path;
 }
 
-}  // namespace
-
-void check_link0(const CheckedJob& job, Findings& findings) {
+void check_link0(const CheckedMolecule& molecule, Findings& findings) {
+    const CheckedJob& job = molecule.job;
     const std::vector<Link0Line> lines = link0_lines_of(job);
     for (const Link0Line& line : lines) {
         check_command(job, line, findings);
     }
     check_memory(job, lines, check_cores(job, lines, findings), findings);
 }
+
+}  // namespace
+
+const Family link0_family = {
+    Known::Control,
+    check_link0,
+    {"GJF-L001", "GJF-L002", "GJF-L003", "GJF-L004", "GJF-L005", "GJF-L006", "GJF-L007", "GJF-L008", "GJF-L009"}};
 
 void CheckpointChain::add(const CheckedJob& job, Findings& findings) {
     const std::vector<Link0Line> lines = link0_lines_of(job);

@@ -1,6 +1,6 @@
 // Checks of what a route asks of its method: derivatives and properties that it lacks, what is then made from many energies,
 // dispersion that it has no parameters for, a guess that cannot act.
-#include <gjf/core/check/checked_job.hpp>
+#include <gjf/core/check/rule.hpp>
 
 #include <gjf/core/knowledge/route_facts.hpp>
 #include <gjf/core/text/text.hpp>
@@ -115,9 +115,8 @@ void check_mixed_guess(const CheckedJob& job, const std::string& method, Finding
     }
 }
 
-}  // namespace
-
-void check_method(const CheckedJob& job, Findings& findings) {
+void check_method(const CheckedMolecule& molecule, Findings& findings) {
+    const CheckedJob& job = molecule.job;
     const std::string method = method_of(job);
     if (method.empty()) {
         return;
@@ -130,5 +129,9 @@ void check_method(const CheckedJob& job, Findings& findings) {
     check_dispersion(job, method, findings);
     check_mixed_guess(job, method, findings);
 }
+
+}  // namespace
+
+const Family method_family = {Known::Route, check_method, {"GJF-R017", "GJF-R018", "GJF-R019", "GJF-R020"}};
 
 }  // namespace quor::input::gaussian

@@ -1,6 +1,6 @@
 // Checks of what stands where a molecule is read: atoms that the checkpoint brings already, a number too many, and
 // coordinates that leave nothing to vary.
-#include <gjf/core/check/molecule_view.hpp>
+#include <gjf/core/check/rule.hpp>
 
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
@@ -95,13 +95,15 @@ void check_anything_to_vary(const CheckedJob& job, Findings& findings) {
     }
 }
 
-}  // namespace
-
-void check_molecule_form(const CheckedJob& job, Findings& findings) {
-    check_blank_lines_behind(job, findings);
+void check_molecule_form(const CheckedMolecule& molecule, Findings& findings) {
+    const CheckedJob& job = molecule.job;
     check_atoms_beside_checkpoint(job, findings);
     check_fourth_numbers(job, findings);
     check_anything_to_vary(job, findings);
 }
+
+}  // namespace
+
+const Family molecule_form_family = {Known::Molecule, check_molecule_form, {"GJF-M017", "GJF-M018", "GJF-M019"}};
 
 }  // namespace quor::input::gaussian

@@ -72,17 +72,4 @@ OniomLayers oniom_layers(const CheckedJob& job, const std::vector<MoleculeAtom>&
 /// and 2 for the low one, whether or not the job has a medium one.
 std::size_t layer_depth(const MoleculeAtom& atom) noexcept;
 
-// The checks of the molecule.
-void check_atoms(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings);
-void check_electrons(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, const OniomLayers& layers,
-                     Findings& findings);
-void check_molecule_form(const CheckedJob& job, Findings& findings);
-void check_zmatrix(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings);
-void check_connectivity(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings);
-void check_basis_sections(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings);
-void check_basis_elements(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings);
-void check_section_contents(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings);
-void check_layers(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, const OniomLayers& layers,
-                  Findings& findings);
-
 }  // namespace quor::input::gaussian

@@ -1,5 +1,5 @@
 // Checks of the values of options: of the wrong kind, missing, or given where none is taken.
-#include <gjf/core/check/checked_job.hpp>
+#include <gjf/core/check/rule.hpp>
 
 #include <gjf/core/knowledge/facts.hpp>
 #include <gjf/core/knowledge/route_facts.hpp>
@@ -152,8 +152,6 @@ void check_own_value(const CheckedJob& job, const WrittenKeyword& keyword, const
     }
 }
 
-}  // namespace
-
 void check_option_values(const CheckedJob& job, const WrittenKeyword& keyword, Findings& findings) {
     if (!keyword.known) {
         return;
@@ -170,5 +168,17 @@ void check_option_values(const CheckedJob& job, const WrittenKeyword& keyword, F
         }
     }
 }
+
+void check_all_option_values(const CheckedMolecule& molecule, Findings& findings) {
+    for (const WrittenSegment& segment : molecule.job.segments) {
+        for (const WrittenKeyword& keyword : segment.keywords) {
+            check_option_values(molecule.job, keyword, findings);
+        }
+    }
+}
+
+}  // namespace
+
+const Family option_value_family = {Known::Route, check_all_option_values, {"GJF-R014", "GJF-R015", "GJF-R016"}};
 
 }  // namespace quor::input::gaussian

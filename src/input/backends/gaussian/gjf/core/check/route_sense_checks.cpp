@@ -1,5 +1,5 @@
 // Checks of the route as a whole: words that contradict each other, need each other, or are missing.
-#include <gjf/core/check/checked_job.hpp>
+#include <gjf/core/check/rule.hpp>
 
 #include <gjf/core/knowledge/facts.hpp>
 #include <gjf/core/text/number.hpp>
@@ -216,9 +216,8 @@ void check_model_chemistry(const CheckedJob& job, Findings& findings) {
     }
 }
 
-}  // namespace
-
-void check_route_sense(const CheckedJob& job, Findings& findings) {
+void check_route_sense(const CheckedMolecule& molecule, Findings& findings) {
+    const CheckedJob& job = molecule.job;
     if (!job.schema.is_loaded() || job.has_keyword("nonstd")) {
         return;
     }
@@ -228,7 +227,13 @@ void check_route_sense(const CheckedJob& job, Findings& findings) {
     check_contradicting_words(job, findings);
     check_needs(job, findings);
     check_job_types(job, findings);
-    check_method(job, findings);
 }
+
+}  // namespace
+
+const Family route_sense_family = {
+    Known::Route,
+    check_route_sense,
+    {"GJF-R002", "GJF-R003", "GJF-R004", "GJF-R005", "GJF-R006", "GJF-R007", "GJF-R008", "GJF-R009", "GJF-R010"}};
 
 }  // namespace quor::input::gaussian

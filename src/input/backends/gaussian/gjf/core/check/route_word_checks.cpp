@@ -1,7 +1,6 @@
 // Checks of the route word by word: words and options that nobody knows, and those that may mean several things.
-#include <gjf/core/check/checked_job.hpp>
+#include <gjf/core/check/rule.hpp>
 
-#include <gjf/core/check/molecule_view.hpp>
 #include <gjf/core/check/near_names.hpp>
 #include <gjf/core/knowledge/facts.hpp>
 #include <gjf/core/text/text.hpp>
@@ -248,9 +247,8 @@ void check_warnings(const CheckedJob& job, Findings& findings) {
     }
 }
 
-}  // namespace
-
-void check_route_words(const CheckedJob& job, Findings& findings) {
+void check_route_words(const CheckedMolecule& molecule, Findings& findings) {
+    const CheckedJob& job = molecule.job;
     // The overlays of a route that is not standard are no words.
     if (!job.schema.is_loaded() || job.has_keyword("nonstd")) {
         return;
@@ -267,12 +265,18 @@ void check_route_words(const CheckedJob& job, Findings& findings) {
         check_basis_suffix(job, segment, findings);
         for (const WrittenKeyword& keyword : segment.keywords) {
             check_option_words(job, keyword, findings);
-            check_option_values(job, keyword, findings);
             if (keyword.name == "scrf") {
                 check_solvent(keyword, findings);
             }
         }
     }
 }
+
+}  // namespace
+
+const Family route_word_family = {Known::Route,
+                                  check_route_words,
+                                  {"GJF-R001", "GJF-R003", "GJF-R004", "GJF-R011", "GJF-R012", "GJF-W001", "GJF-W002",
+                                   "GJF-W003", "GJF-W004", "GJF-W005"}};
 
 }  // namespace quor::input::gaussian

@@ -1,6 +1,6 @@
 // Checks of the sections after the molecule as a whole: those that the route asks for and the job lacks, and those that are
 // left over.
-#include <gjf/core/check/checked_job.hpp>
+#include <gjf/core/check/rule.hpp>
 
 #include <gjf/core/chemistry/elements.hpp>
 #include <gjf/core/reader/molecule_fields.hpp>
@@ -228,11 +228,14 @@ void check_left_over(const CheckedJob& job, Findings& findings) {
     }
 }
 
-}  // namespace
-
-void check_sections(const CheckedJob& job, Findings& findings) {
+void check_sections(const CheckedMolecule& molecule, Findings& findings) {
+    const CheckedJob& job = molecule.job;
     check_missing(job, findings);
     check_left_over(job, findings);
 }
+
+}  // namespace
+
+const Family section_family = {Known::Rows, check_sections, {"GJF-S001", "GJF-S002"}};
 
 }  // namespace quor::input::gaussian

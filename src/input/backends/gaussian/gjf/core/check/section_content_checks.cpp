@@ -1,5 +1,5 @@
 // Checks of what stands in single kinds of section: coordinate changes, NBO and solvent input, charges, further structures.
-#include <gjf/core/check/molecule_view.hpp>
+#include <gjf/core/check/rule.hpp>
 
 #include <gjf/core/check/near_names.hpp>
 #include <gjf/core/sections/section_tokens.hpp>
@@ -374,9 +374,8 @@ constexpr ContentCheck content_checks[] = {
     {Kind::ThirdTitleAndTSStructure, check_structure},
 };
 
-}  // namespace
-
-void check_section_contents(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings) {
+void check_section_contents(const CheckedMolecule& molecule, Findings& findings) {
+    const auto& [job, atoms, layers] = molecule;
     for (const SectionLayout& section : job.layout.sections) {
         for (const ContentCheck& row : content_checks) {
             if (row.kind == section.kind) {
@@ -385,5 +384,12 @@ void check_section_contents(const CheckedJob& job, const std::vector<MoleculeAto
         }
     }
 }
+
+}  // namespace
+
+const Family section_content_family = {Known::Molecule,
+                                       check_section_contents,
+                                       {"GJF-S013", "GJF-S014", "GJF-S015", "GJF-S016", "GJF-S017", "GJF-S018", "GJF-S019",
+                                        "GJF-S020", "GJF-S021", "GJF-S022", "GJF-S023", "GJF-S025"}};
 
 }  // namespace quor::input::gaussian

@@ -1,5 +1,5 @@
 // Checks of the bare text: its characters, line ends, and the blank lines that end a job.
-#include <gjf/core/check/checked_job.hpp>
+#include <gjf/core/check/rule.hpp>
 
 #include <gjf/core/reader/molecule_fields.hpp>
 #include <gjf/core/sections/section_kinds.hpp>
@@ -184,7 +184,10 @@ void check_numbers_of_line(const CheckedJob& job, std::size_t line_number, Findi
     }
 }
 
-void check_characters(const CheckedJob& job, Findings& findings) {
+namespace {
+
+void check_characters(const CheckedMolecule& molecule, Findings& findings) {
+    const CheckedJob& job = molecule.job;
     for (std::size_t line = job.layout.lines.first; line <= job.layout.lines.last; ++line) {
         check_line_characters(job, line, findings);
     }
@@ -196,6 +199,13 @@ void check_characters(const CheckedJob& job, Findings& findings) {
     check_variable_values(geom.constants, job.layout.constants, findings);
     check_variable_values(geom.cartesian_variables, job.layout.cartesian_variables, findings);
 }
+
+}  // namespace
+
+const Family text_family = {
+    Known::Control,
+    check_characters,
+    {"GJF-T001", "GJF-T002", "GJF-T003", "GJF-T004", "GJF-T005", "GJF-T006", "GJF-T007", "GJF-T008"}};
 
 void check_whole_text(std::string_view text, Findings& findings) {
     if (skip_byte_order_mark(text).size() != text.size()) {

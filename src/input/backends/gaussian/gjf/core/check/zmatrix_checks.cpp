@@ -1,5 +1,5 @@
 // Checks of Z-matrix rows, their references, and the variables of symbolic coordinates.
-#include <gjf/core/check/molecule_view.hpp>
+#include <gjf/core/check/rule.hpp>
 
 #include <gjf/core/reader/molecule_fields.hpp>
 #include <gjf/core/text/number.hpp>
@@ -158,9 +158,8 @@ void check_unused(const CheckedJob& job, const std::vector<ZMatrixVariable>& var
     }
 }
 
-}  // namespace
-
-void check_zmatrix(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings) {
+void check_zmatrix(const CheckedMolecule& molecule, Findings& findings) {
+    const auto& [job, atoms, layers] = molecule;
     const GeomSection& geom = job.job.geom;
     for (std::size_t row = 0; row < geom.zmatrix_entries.size(); ++row) {
         check_row(job, row, findings);
@@ -177,5 +176,9 @@ void check_zmatrix(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms
     check_unused(job, geom.constants, job.layout.constants, used, defined, findings);
     check_unused(job, geom.cartesian_variables, job.layout.cartesian_variables, used, defined, findings);
 }
+
+}  // namespace
+
+const Family zmatrix_family = {Known::Rows, check_zmatrix, {"GJF-M007", "GJF-M008", "GJF-M009", "GJF-M010"}};
 
 }  // namespace quor::input::gaussian

@@ -18,20 +18,6 @@ void split_cells(std::string_view line, std::vector<std::string_view>& cells) {
     }
 }
 
-// Returns the whole file; nothing when it cannot be read.
-std::string text_of(const std::string& path) {
-    if (!quor::core::resource::is_regular_file_path(path)) {
-        return {};
-    }
-    std::ifstream file(path, std::ios::binary | std::ios::ate);
-    const std::streamoff size = file ? static_cast<std::streamoff>(file.tellg()) : -1;
-    std::string text(size > 0 ? static_cast<std::size_t>(size) : 0, '\0');
-    file.seekg(0);
-    file.read(text.data(), static_cast<std::streamsize>(text.size()));
-    text.resize(static_cast<std::size_t>(file.gcount()));
-    return text;
-}
-
 // Where all tables lie; looked for once.
 const std::string& knowledge_folder() {
     static const std::string folder = resolve_knowledge_folder();
@@ -46,6 +32,21 @@ std::string_view take(std::string_view& rest, char separator) {
     return part;
 }
 
+std::string path_of_facts(std::string_view file_name) { return knowledge_folder() + "/" + std::string(file_name); }
+
+std::string read_facts(const std::string& path) {
+    if (!quor::core::resource::is_regular_file_path(path)) {
+        return {};
+    }
+    std::ifstream file(path, std::ios::binary | std::ios::ate);
+    const std::streamoff size = file ? static_cast<std::streamoff>(file.tellg()) : -1;
+    std::string text(size > 0 ? static_cast<std::size_t>(size) : 0, '\0');
+    file.seekg(0);
+    file.read(text.data(), static_cast<std::streamsize>(text.size()));
+    text.resize(static_cast<std::size_t>(file.gcount()));
+    return text;
+}
+
 FactTable::FactTable(std::string_view name, std::initializer_list<std::string_view> columns) {
     read(name, columns);
     if (!problem_.empty()) {
@@ -54,8 +55,8 @@ FactTable::FactTable(std::string_view name, std::initializer_list<std::string_vi
 }
 
 void FactTable::read(std::string_view name, std::initializer_list<std::string_view> columns) {
-    const std::string path = knowledge_folder() + "/" + std::string(name) + ".tsv";
-    text_ = text_of(path);
+    const std::string path = path_of_facts(std::string(name) + ".tsv");
+    text_ = read_facts(path);
     std::string_view rest = text_;
     std::vector<std::string_view> header;
     split_cells(take(rest, '\n'), header);

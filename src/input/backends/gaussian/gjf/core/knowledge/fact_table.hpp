@@ -11,6 +11,10 @@ namespace quor::input::gaussian {
 
 /// Cuts off and returns what stands before the next separator, or all that is left.
 std::string_view take(std::string_view& rest, char separator);
+/// Returns where a file of the folder of facts is looked for.
+std::string path_of_facts(std::string_view file_name);
+/// Returns the text of a file; empty for one that cannot be read.
+std::string read_facts(const std::string& path);
 
 class FactTable {
    public:

@@ -13,6 +13,8 @@
 namespace quor::input::gaussian {
 namespace {
 
+constexpr const char* file_of_checks = "checks.md";
+
 using Pair = std::pair<std::string_view, std::string_view>;
 
 const Facts<Pair>& traits() {
@@ -133,12 +135,20 @@ std::span<const Need> needs() { return all_needs().rows; }
 
 std::span<const CheckpointRead> checkpoint_reads() { return all_checkpoint_reads().rows; }
 
+const std::string& check_pages() {
+    static const std::string text = read_facts(path_of_facts(file_of_checks));
+    return text;
+}
+
 std::string missing_knowledge() {
     for (const FactTable* table : {&traits().table, &other_names().table, &solvents().table, &all_exclusions().table,
                                    &all_needs().table, &all_checkpoint_reads().table}) {
         if (!table->problem().empty()) {
             return table->problem();
         }
+    }
+    if (check_pages().empty()) {
+        return path_of_facts(file_of_checks) + " cannot be read";
     }
     const std::string missing = missing_route_facts();
     return missing.empty() ? missing_basis_facts() : missing;

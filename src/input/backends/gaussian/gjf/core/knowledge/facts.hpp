@@ -59,4 +59,7 @@ struct CheckpointRead {
 };
 std::span<const CheckpointRead> checkpoint_reads();
 
+/// Returns the text that explains every code of the checker, checks.md; empty when it is missing.
+const std::string& check_pages();
+
 }  // namespace quor::input::gaussian

@@ -2,6 +2,7 @@
 #include <gjf/core/report/json_values.hpp>
 
 #include <algorithm>
+#include <utility>
 
 namespace quor::input::gaussian {
 namespace {
@@ -61,6 +62,14 @@ std::string check_code_json(const CheckDescription& description) {
     Json object = versioned();
     object["code"] = description.code;
     object["title"] = description.title;
+    for (const auto& [name, text] : {std::pair{"explanation", &description.explanation},
+                                     {"gaussian_says", &description.gaussian_says},
+                                     {"wrong", &description.wrong_job},
+                                     {"right", &description.right_job}}) {
+        if (!text->empty()) {
+            object[name] = *text;
+        }
+    }
     return json_line(object);
 }
 

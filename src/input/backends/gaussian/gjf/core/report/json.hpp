@@ -31,7 +31,7 @@ QUOR_GJF_API std::string error_json(const std::string& path, const std::string& 
 /// Returns the line about what was found in a file.
 QUOR_GJF_API std::string check_json(const std::string& path, const std::vector<Finding>& findings);
 
-/// Returns a line about one code of the checker.
+/// Returns a line about one code of the checker: its code, its title, and what else of it is not empty.
 QUOR_GJF_API std::string check_code_json(const CheckDescription& description);
 
 /// Returns the line about which lines of a file hold what.

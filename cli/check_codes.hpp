@@ -1,0 +1,19 @@
+// Codes of the checker as they are given on a command line: whole, or cut short, as GJF-M.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace quor_gjf {
+
+/// Returns how long the longest of some beginnings of a code is, 0 when it begins with none.
+std::size_t longest_beginning(const std::string& code, const std::vector<std::string>& beginnings);
+
+/// Refuses what begins no code, naming the option that it was given to.
+void require_codes(const char* option, const std::vector<std::string>& beginnings);
+
+/// Prints the codes that begin as given, or all of them with none: their titles, or of a single one all that is known.
+void print_codes(const std::vector<std::string>& beginnings, bool json);
+
+}  // namespace quor_gjf
