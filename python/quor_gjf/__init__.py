@@ -12,7 +12,7 @@ is a water molecule with two bonds.
 from ._core import Keyword, RouteWarning
 from .atoms import Atom, Atoms
 from .bonds import Bond, Bonds
-from .checks import Finding, Fix, FixedText, check, check_codes, fix
+from .checks import Finding, Fix, FixedText, check, check_codes, check_many, fix
 from .errors import FileError, MissingFileError, ParseError, WriteError
 from .head import ChargeSpin
 from .job import Job, Jobs
@@ -26,5 +26,6 @@ __version__ = "0.2.0"
 __all__ = [
     "Atom", "Atoms", "Bond", "Bonds", "ChargeSpin", "FileError", "Finding", "Fix", "FixedText", "Job", "Jobs", "Keyword", "Keywords",
     "MissingFileError", "ParseError", "Route", "RouteWarning", "Section", "SectionKind", "Sections", "Selection", "WriteError", "check",
-    "check_codes", "edit", "edit_all", "fix", "from_ase", "loads", "loads_all", "read", "read_all", "read_many", "route", "vocabulary_path",
+    "check_codes", "check_many", "edit", "edit_all", "fix", "from_ase", "loads", "loads_all", "read", "read_all", "read_many", "route",
+    "vocabulary_path",
 ]

@@ -2,10 +2,10 @@
 from __future__ import annotations
 
 import os
-from typing import Any, Iterable, List, NamedTuple, Tuple, Union
+from typing import Any, Iterable, List, NamedTuple, Optional, Tuple, Union
 
 from . import _core
-from .errors import ParseError, file_error
+from .errors import ParseError, file_error, refuse_odd_arguments
 from .job import Job, Jobs
 
 
@@ -95,11 +95,11 @@ def _text_of(source: Source) -> str:
 
 def _findings(rows: Iterable[Tuple[Any, ...]]) -> List[Finding]:
     return [
-        Finding(
+        Finding._make((
             *row[:10],
-            related=tuple(RelatedPlace(*place) for place in row[10]),
-            fixes=tuple(Fix(title, safety, tuple(TextEdit(*edit) for edit in edits)) for title, safety, edits in row[11]),
-        )
+            tuple(RelatedPlace(*place) for place in row[10]),
+            tuple(Fix(title, safety, tuple(TextEdit(*edit) for edit in edits)) for title, safety, edits in row[11]),
+        ))
         for row in rows
     ]
 
@@ -116,6 +116,32 @@ def check(source: Source, ignore: Iterable[str] = ()) -> List[Finding]:
     error 5
     """
     return _findings(_core.check_text(_text_of(source), list(ignore)))
+
+
+def check_many(paths: "Iterable[Union[str, os.PathLike[str]]]", threads: Optional[int] = None, *, ignore: Iterable[str] = (),
+               on_error: str = "raise") -> "List[Union[List[Finding], ParseError, None]]":
+    """Check many files at once, and return what was found in each, in the order of the paths.
+
+    ``threads``: how many work at the same time; as many as the machine has processors when it is None. ``ignore``: codes that are not
+    reported. ``on_error``, for files that cannot be opened: ``"raise"`` the first error, ``"return"`` errors in the places of their files,
+    or ``"skip"``, which puts None there.
+
+    >>> job.save("water.gjf")
+    >>> gjf.check_many(["water.gjf", "missing.gjf"], threads=2, on_error="skip")
+    [[], None]
+    """
+    refuse_odd_arguments(threads, on_error)
+    names = [os.fsdecode(path) for path in paths]
+    results: List[Union[List[Finding], ParseError, None]] = []
+    for name, (rows, message) in zip(names, _core.check_many(names, list(ignore), threads or 0)):
+        if not message:
+            results.append(_findings(rows))
+            continue
+        error = file_error(ParseError(message), name)
+        if on_error == "raise":
+            raise error
+        results.append(error if on_error == "return" else None)
+    return results
 
 
 def fix(source: Source, unsafe: bool = False, ignore: Iterable[str] = ()) -> FixedText:

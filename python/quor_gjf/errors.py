@@ -2,10 +2,11 @@
 from __future__ import annotations
 
 import os
+from typing import Optional
 
 from ._core import ParseError, WriteError
 
-__all__ = ["FileError", "MissingFileError", "ParseError", "WriteError", "file_error"]
+__all__ = ["FileError", "MissingFileError", "ParseError", "WriteError", "file_error", "refuse_odd_arguments"]
 
 for _error in (ParseError, WriteError):
     _error.__module__ = "quor_gjf"
@@ -42,3 +43,11 @@ def file_error(error: ParseError, path: str) -> ParseError:
     found = (MissingFileError if gone else FileError)(message)
     found.filename = path
     return found
+
+
+def refuse_odd_arguments(threads: Optional[int], on_error: str) -> None:
+    """Raise ValueError unless what works on many files can go by these."""
+    if on_error not in ("raise", "return", "skip"):
+        raise ValueError('on_error is "raise", "return" or "skip"')
+    if threads is not None and threads < 1:
+        raise ValueError("threads must be at least 1")

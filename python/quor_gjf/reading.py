@@ -7,7 +7,7 @@ from typing import TYPE_CHECKING, Any, Iterable, Iterator, List, Optional, Union
 
 from . import _core
 from .atoms import Atom
-from .errors import ParseError, file_error
+from .errors import ParseError, file_error, refuse_odd_arguments
 from .friends import TRANSLATION_VECTOR
 from .job import Job, Jobs, PathLike
 
@@ -70,10 +70,7 @@ def read_many(paths: Iterable[PathLike], threads: Optional[int] = None, *, all_j
     is a ``Jobs`` of all jobs instead of the first job. ``on_error``: ``"raise"`` the first error, ``"return"`` errors in the places of
     their files, or ``"skip"``, which puts None there.
     """
-    if on_error not in ("raise", "return", "skip"):
-        raise ValueError('on_error is "raise", "return" or "skip"')
-    if threads is not None and threads < 1:
-        raise ValueError("threads must be at least 1")
+    refuse_odd_arguments(threads, on_error)
     names = [os.fsdecode(path) for path in paths]
     results: List[Union[Job, Jobs, ParseError, None]] = []
     for name, (natives, message, line) in zip(names, _core.read_many(names, all_jobs, threads or 0)):

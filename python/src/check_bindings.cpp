@@ -1,5 +1,6 @@
 // The checker.
 #include "bindings.hpp"
+#include "threads.hpp"
 
 #include <gjf/core/check/fix_text.hpp>
 
@@ -47,9 +48,41 @@ py::tuple to_tuple(const Finding& finding) {
                           to_tuples(finding.related), to_tuples(finding.fixes));
 }
 
+/// What became of one file: what was found in it, or why it cannot be read.
+struct CheckedFile {
+    std::vector<Finding> findings;
+    std::string error;
+};
+
+CheckedFile check_file(const std::string& path, const CheckOptions& options) noexcept {
+    CheckedFile checked;
+    try {
+        checked.findings = check_text(read_file_text(path), options);
+    } catch (const std::exception& error) {
+        checked.error = error.what();
+    }
+    return checked;
+}
+
+py::list check_many(std::vector<Text> paths, std::vector<Text> ignored_codes, unsigned threads) {
+    const std::vector<std::string> names = to_strings(std::move(paths));
+    const CheckOptions options{to_strings(std::move(ignored_codes))};
+    std::vector<CheckedFile> files(names.size());
+    {
+        const py::gil_scoped_release released;
+        in_threads(names.size(), threads, [&](std::size_t i) { files[i] = check_file(names[i], options); });
+    }
+    py::list results;
+    for (const CheckedFile& file : files) {
+        results.append(py::make_tuple(to_tuples(file.findings), to_python(file.error)));
+    }
+    return results;
+}
+
 }  // namespace
 
 void bind_checks(py::module_& module) {
+    module.def("check_many", &check_many);
     module.def("check_text", [](const Text& text, std::vector<Text> ignored_codes) {
         std::vector<Finding> findings;
         {

@@ -1,15 +1,12 @@
 // Reads files and texts, many at once too, and tells where the vocabulary is.
 #include "bindings.hpp"
+#include "threads.hpp"
 
 #include <gjf/core/reader/gjf_parser.hpp>
 #include <gjf/core/report/json.hpp>
 #include <gjf/core/route_schema_paths.hpp>
 
-#include <algorithm>
-#include <atomic>
 #include <string>
-#include <system_error>
-#include <thread>
 #include <utility>
 #include <vector>
 
@@ -43,37 +40,12 @@ Outcome read_one(const std::string& path, bool all_jobs) noexcept {
     return outcome;
 }
 
-// Threads take the next path that nobody has taken; each writes to its own places of the result alone.
-std::vector<Outcome> read_paths(const std::vector<std::string>& paths, bool all_jobs, unsigned thread_count) {
-    std::vector<Outcome> outcomes(paths.size());
-    std::atomic<std::size_t> next{0};
-    const auto work = [&] {
-        for (std::size_t i = next++; i < paths.size(); i = next++) {
-            outcomes[i] = read_one(paths[i], all_jobs);
-        }
-    };
-    std::vector<std::thread> threads;
-    const std::size_t helpers = std::min<std::size_t>(thread_count, paths.size());
-    try {
-        for (std::size_t i = 1; i < helpers; ++i) {
-            threads.emplace_back(work);
-        }
-    } catch (const std::system_error&) {
-        // The system gives no more threads: those there are do it.
-    }
-    work();
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
-    return outcomes;
-}
-
 py::list read_many(std::vector<Text> paths, bool all_jobs, unsigned threads) {
     const std::vector<std::string> names = to_strings(std::move(paths));
-    std::vector<Outcome> outcomes;
+    std::vector<Outcome> outcomes(names.size());
     {
         const py::gil_scoped_release released;
-        outcomes = read_paths(names, all_jobs, threads != 0 ? threads : std::max(1U, std::thread::hardware_concurrency()));
+        in_threads(names.size(), threads, [&](std::size_t i) { outcomes[i] = read_one(names[i], all_jobs); });
     }
     py::list results;
     for (Outcome& outcome : outcomes) {

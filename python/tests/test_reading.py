@@ -147,9 +147,45 @@ def test_read_many_keeps_errors_in_their_places(tmp_path, examples):
 
 
 @pytest.mark.parametrize("arguments", [{"threads": 0}, {"threads": -1}, {"on_error": "ignore"}])
-def test_read_many_refuses_odd_arguments(arguments):
-    with pytest.raises(ValueError):
-        gjf.read_many([], **arguments)
+def test_what_works_on_many_refuses_odd_arguments(arguments):
+    for work in (gjf.read_many, gjf.check_many):
+        with pytest.raises(ValueError):
+            work([], **arguments)
+
+
+def test_check_many_finds_what_check_finds(tmp_path, examples):
+    wrong = tmp_path / "wrong.gjf"
+    wrong.write_text("# hf/sto-3g opt=calfc\n\nt\n\n0 2\nHe 0. 0. 0.\n\n")
+    paths = [wrong, *examples, wrong]
+    expected = [gjf.check(path) for path in paths]
+    assert expected[0] and expected[0] == expected[-1]
+    for threads in (None, 1, 2, 7):
+        assert gjf.check_many(paths, threads=threads) == expected
+    codes = {finding.code for finding in expected[0]}
+    assert gjf.check_many([wrong], ignore=codes) == [[]]
+    assert gjf.check_many([]) == []
+
+
+def test_check_many_keeps_errors_in_their_places(tmp_path, examples):
+    paths = [examples[0], tmp_path / "no.gjf", tmp_path]
+    with pytest.raises(gjf.MissingFileError, match="no.gjf"):
+        gjf.check_many(paths)
+    results = gjf.check_many(paths, on_error="return")
+    assert results[0] == gjf.check(examples[0]) and [isinstance(each, gjf.ParseError) for each in results] == [False, True, True]
+    assert gjf.check_many(paths, on_error="skip")[1:] == [None, None]
+
+
+def test_reading_and_checking_many_leave_python_running(tmp_path):
+    path = tmp_path / "many.gjf"
+    path.write_text("\n--Link1--\n".join(["# hf/sto-3g\n\nt\n\n0 1\nHe 0. 0. 0.\n\n"] * 300))
+    for work in (lambda: gjf.check_many([path] * 20, threads=1), lambda: gjf.read_many([path] * 20, threads=1, all_jobs=True)):
+        thread = threading.Thread(target=work)
+        thread.start()
+        turns = 0
+        while thread.is_alive():
+            turns += 1
+            time.sleep(0.0005)
+        assert turns > 5
 
 
 def test_many_threads_read_and_write_at_once(tmp_path):
