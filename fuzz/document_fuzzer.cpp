@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <string>
 
+#include "../tests/support/written_by_comparison.hpp"
+
 namespace quor::fuzz {
 namespace {
 
@@ -64,20 +66,6 @@ void edit(GJFDocument& document, Choices& choices) {
     }
 }
 
-// Writes the jobs of a document without the record of what was done to them, so that all their parts are compared.
-std::string written_by_comparison(const std::string& text, const GJFDocument& edited) {
-    GJFDocument document(text);
-    for (std::size_t i = 0; i < edited.job_count(); ++i) {
-        if (!edited.readable(i)) {
-            continue;
-        }
-        const GJFEditor& job = edited.job(i);
-        document.job(i) = job;
-        document.job(i).set_data(job.get_data(), job.atom_origins(), job.section_numberings());
-    }
-    return document.to_text();
-}
-
 bool all_small(const GJFDocument& document) {
     for (std::size_t i = 0; i < document.job_count(); ++i) {
         if (document.readable(i) && !is_small(document.job(i).get_data())) {
@@ -101,7 +89,8 @@ int document(const std::uint8_t* data, std::size_t size) {
             return 0;
         }
         const std::string written = opened.to_text();
-        hold(written_by_comparison(text, opened) == written, "the record of edits tells what comparing would find");
+        hold(quor::input::gaussian::test::written_by_comparison(text, opened) == written,
+             "the record of edits tells what comparing would find");
         const GJFDocument again(written);
         hold(again.to_text() == written, "what is written is written again alike");
         hold(again.job_count() == opened.job_count(), "no job is lost");

@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "../support/files.hpp"
+#include "../support/written_by_comparison.hpp"
 #include "many_jobs.hpp"
 
 namespace quor::input::gaussian {
@@ -252,20 +253,6 @@ void random_edit(GJFEditor& editor, std::mt19937& random) {
     }
 }
 
-// Writes the jobs of a document without the record of what was done to them, so that all their parts are compared.
-std::string written_by_comparison(const std::string& text, const GJFDocument& edited) {
-    GJFDocument document(text);
-    for (std::size_t i = 0; i < edited.job_count(); ++i) {
-        if (!edited.readable(i)) {
-            continue;
-        }
-        const GJFEditor& job = edited.job(i);
-        document.job(i) = job;
-        document.job(i).set_data(job.get_data(), job.atom_origins(), job.section_numberings());
-    }
-    return document.to_text();
-}
-
 TEST(RealDocuments, ReadToTheMeantJobAfterRandomEdits) {
     std::vector<const NamedText*> small;
     for (const NamedText& file : all_texts()) {
@@ -291,11 +278,12 @@ TEST(RealDocuments, ReadToTheMeantJobAfterRandomEdits) {
             // same.
             const std::string text = document.to_text();
             EXPECT_EQ(GJFDocument(text).to_text(), text) << file.name << ", sequence " << sequence;
-            EXPECT_EQ(written_by_comparison(file.text, document), text) << file.name << ", sequence " << sequence;
+            EXPECT_EQ(test::written_by_comparison(file.text, document), text) << file.name << ", sequence " << sequence;
             ++written;
         } catch (const GJFParseException& error) {
             ++refused;
-            EXPECT_THROW(written_by_comparison(file.text, document), GJFParseException) << file.name << ": " << error.what();
+            EXPECT_THROW(test::written_by_comparison(file.text, document), GJFParseException)
+                << file.name << ": " << error.what();
             EXPECT_EQ(std::string(error.what()).find("otherwise than meant: atom"), std::string::npos)
                 << file.name << ": " << error.what();
         }

@@ -228,9 +228,36 @@ void check_oniom_pairs(const CheckedJob& job, const std::vector<MoleculeAtom>& a
     }
 }
 
+// Checks the electrons of a job without layers; `fragments` is 0 in one without fragments.
+void check_pairs(const CheckedMolecule& molecule, std::int64_t fragments, bool spins_have_directions, Findings& findings) {
+    const CheckedJob& job = molecule.job;
+    const std::vector<MoleculeAtom>& atoms = molecule.atoms;
+    const std::vector<ChargeSpinPair> pairs = job.job.geom.charge_spin_pairs();
+    const std::size_t line = job.layout.charge_line;
+    if (pairs.empty()) {
+        findings.add("GJF-M002", Severity::Error, "a multiplicity of 0 is impossible", line,
+                     "it is the number of unpaired electrons and one more");
+        return;
+    }
+    if (has_trait(job.route.method, "is a force field")) {
+        return;
+    }
+    NuclearCharge nuclei = charge_of_all(atoms);
+    nuclei.known = nuclei.known && !job.has_keyword("massage");  // which may change nuclear charges
+    check_pair(pairs.front(), nuclei, {}, line, findings);
+    if (fragments > 0) {
+        check_fragment_pairs(job, atoms, fragments, pairs, spins_have_directions, findings);
+    } else if (pairs.size() > 1 && std::none_of(atoms.begin(), atoms.end(),
+                                                [](const MoleculeAtom& atom) { return atom.fragment.has_value(); })) {
+        findings.add(
+            "GJF-M003", Severity::Warning,
+            std::to_string(pairs.size()) + " pairs of charge and multiplicity stand in a job without layers and fragments",
+            line, "only the first is used");
+    }
+}
+
 void check_electrons(const CheckedMolecule& molecule, Findings& findings) {
     const auto& [job, atoms, layers] = molecule;
-    const std::vector<ChargeSpinPair> pairs = job.job.geom.charge_spin_pairs();
     const std::size_t line = job.layout.charge_line;
     if (line == 0 || atoms.empty()) {
         return;
@@ -245,32 +272,13 @@ void check_electrons(const CheckedMolecule& molecule, Findings& findings) {
         return;
     }
     if (!layers.levels.empty()) {
-        check_oniom_pairs(job, atoms, layers, pairs, findings);
+        check_oniom_pairs(job, atoms, layers, job.job.geom.charge_spin_pairs(), findings);
         return;
     }
     if (fragments > 0) {
         check_fragments(job, atoms, fragments, counterpoise > 0 ? "counterpoise" : "guess=fragment", findings);
     }
-    if (pairs.empty()) {
-        findings.add("GJF-M002", Severity::Error, "a multiplicity of 0 is impossible", line,
-                     "it is the number of unpaired electrons and one more");
-        return;
-    }
-    if (has_trait(job.route.method, "is a force field")) {
-        return;
-    }
-    NuclearCharge nuclei = charge_of_all(atoms);
-    nuclei.known = nuclei.known && !job.has_keyword("massage");  // which may change nuclear charges
-    check_pair(pairs.front(), nuclei, {}, line, findings);
-    if (fragments > 0) {
-        check_fragment_pairs(job, atoms, fragments, pairs, counterpoise == 0, findings);
-    } else if (pairs.size() > 1 && std::none_of(atoms.begin(), atoms.end(),
-                                                [](const MoleculeAtom& atom) { return atom.fragment.has_value(); })) {
-        findings.add(
-            "GJF-M003", Severity::Warning,
-            std::to_string(pairs.size()) + " pairs of charge and multiplicity stand in a job without layers and fragments",
-            line, "only the first is used");
-    }
+    check_pairs(molecule, fragments, counterpoise == 0, findings);
 }
 
 }  // namespace

@@ -160,35 +160,46 @@ bool needs_no_model(const CheckedJob& job) {
            });
 }
 
-void check_model_chemistry(const CheckedJob& job, Findings& findings) {
+// The segments of the route that name its method and its basis set; null for none.
+struct ModelChemistry {
     const WrittenSegment* method = nullptr;
     const WrittenSegment* basis = nullptr;
-    bool has_oniom = false;
+};
+
+// A second-order correction goes with a multi-configuration method.
+bool go_together(const std::string& a, const std::string& b) {
+    return a == b || (a.starts_with("cas") && b.find("mp2") != std::string::npos);
+}
+
+// Finds method and basis set, and reports those that are named twice.
+ModelChemistry model_chemistry_of(const CheckedJob& job, Findings& findings) {
+    ModelChemistry model;
     for (const WrittenSegment& segment : job.segments) {
-        has_oniom = has_oniom || segment.is_oniom;
         if (!segment.method.empty()) {
-            // A second-order correction goes with a multi-configuration method.
-            const auto is_pair = [](const std::string& a, const std::string& b) {
-                return a.find("cas") == 0 && b.find("mp2") != std::string::npos;
-            };
-            const bool clash = method != nullptr && method->method != segment.method &&
-                               !is_pair(method->method, segment.method) && !is_pair(segment.method, method->method);
-            if (clash) {
+            if (model.method != nullptr && !go_together(model.method->method, segment.method) &&
+                !go_together(segment.method, model.method->method)) {
                 findings.add("GJF-R003", Severity::Warning,
-                             "two methods: '" + method->method + "' and '" + segment.method + "'", segment.place,
+                             "two methods: '" + model.method->method + "' and '" + segment.method + "'", segment.place,
                              "keep one");
             }
-            method = method == nullptr ? &segment : method;
+            model.method = model.method == nullptr ? &segment : model.method;
         }
         if (!segment.basis.empty() && !has_trait(segment.basis, "stands beside a basis set")) {
-            if (basis != nullptr && basis->basis != segment.basis) {
+            if (model.basis != nullptr && model.basis->basis != segment.basis) {
                 findings.add("GJF-R004", Severity::Warning,
-                             "two basis sets: '" + basis->basis + "' and '" + segment.basis + "'", segment.place,
+                             "two basis sets: '" + model.basis->basis + "' and '" + segment.basis + "'", segment.place,
                              "keep one; different sets for different elements are given with gen");
             }
-            basis = basis == nullptr ? &segment : basis;
+            model.basis = model.basis == nullptr ? &segment : model.basis;
         }
     }
+    return model;
+}
+
+void check_model_chemistry(const CheckedJob& job, Findings& findings) {
+    const auto [method, basis] = model_chemistry_of(job, findings);
+    const bool has_oniom = std::any_of(job.segments.begin(), job.segments.end(),
+                                       [](const WrittenSegment& segment) { return segment.is_oniom; });
     const bool any_unknown = std::any_of(job.segments.begin(), job.segments.end(), [](const WrittenSegment& segment) {
         return std::any_of(segment.keywords.begin(), segment.keywords.end(),
                            [](const WrittenKeyword& keyword) { return !keyword.known; });

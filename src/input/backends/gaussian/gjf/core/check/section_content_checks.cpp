@@ -280,13 +280,19 @@ void check_charges(const CheckedJob& job, const SectionLayout& section, const st
     text.for_each(LineForm::Plain, [&](std::size_t line, Tokens tokens) { check_charge(text, line, tokens, findings); });
 }
 
-// Compares a second or third structure with the first: as many atoms, in the same order.
-void check_structure(const CheckedJob& job, const SectionLayout& section, const std::vector<MoleculeAtom>& atoms,
-                     Findings& findings) {
-    if (atoms.empty()) {
-        return;
+std::vector<const AtomInfo*> labels_of(const GeomSection& geom) {
+    std::vector<const AtomInfo*> labels;
+    for (const AtomCoord& atom : geom.atoms) {
+        labels.push_back(&atom.info);
     }
-    const LineRange& lines = section.lines;
+    for (const ZMatrixEntry& row : geom.zmatrix_entries) {
+        labels.push_back(&row.info);
+    }
+    return labels;
+}
+
+// Returns the line at which the molecule of a further structure begins: behind its title, if it has one.
+std::size_t line_of_structure(const CheckedJob& job, const LineRange& lines) {
     std::size_t line = lines.first;
     while (line <= lines.last && !is_blank_line(job.line(line))) {
         ++line;
@@ -295,12 +301,20 @@ void check_structure(const CheckedJob& job, const SectionLayout& section, const 
         ++line;
     }
     // Without a blank line inside, there is a molecule without a title.
-    line = line > lines.last ? lines.first : line;
+    return line > lines.last ? lines.first : line;
+}
+
+// Compares a second or third structure with the first: as many atoms, in the same order.
+void check_structure(const CheckedJob& job, const SectionLayout& section, const std::vector<MoleculeAtom>& atoms,
+                     Findings& findings) {
+    if (atoms.empty()) {
+        return;
+    }
+    const std::size_t line = line_of_structure(job, section.lines);
     std::vector<std::string> text;
-    for (std::size_t i = line; i <= lines.last && !is_blank_line(job.line(i)); ++i) {
+    for (std::size_t i = line; i <= section.lines.last && !is_blank_line(job.line(i)); ++i) {
         text.emplace_back(job.line(i));
     }
-    std::vector<const AtomInfo*> labels;
     GeomSection geom;
     try {
         geom = GJFParser::parse_geometry_section(text);
@@ -308,12 +322,7 @@ void check_structure(const CheckedJob& job, const SectionLayout& section, const 
         findings.add("GJF-S021", Severity::Warning, std::string("this structure cannot be read: ") + error.what(), line);
         return;
     }
-    for (const AtomCoord& atom : geom.atoms) {
-        labels.push_back(&atom.info);
-    }
-    for (const ZMatrixEntry& row : geom.zmatrix_entries) {
-        labels.push_back(&row.info);
-    }
+    const std::vector<const AtomInfo*> labels = labels_of(geom);
     if (labels.size() != atoms.size()) {
         findings.add(
             "GJF-S019", Severity::Error,

@@ -3,6 +3,7 @@
 
 #include <core/fs/write_text_file.hpp>
 #include <gjf/core/editor/job_writer.hpp>
+#include <gjf/core/reader/job_text.hpp>
 
 #include <utility>
 
@@ -68,7 +69,7 @@ std::string GJFMultiEditor::to_gjf_string() const {
     std::string text;
     for (const GJFEditor& editor : editors_) {
         if (&editor != &editors_.front()) {
-            text += "\n\n--Link1--\n";
+            text.append("\n\n").append(job_separator) += '\n';
         }
         text += without_trailing_breaks(editor.to_gjf_string());
     }
