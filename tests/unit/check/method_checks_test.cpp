@@ -52,6 +52,9 @@ TEST(MethodChecks, FindWhatTheMethodLacks) {
         {"# uohse2pbe/6-31g utd opt", "GJF-R017", Severity::Warning,
          "'td opt' needs third derivatives, which uohse2pbe lacks"},
         {"# mp2/6-31g td", "GJF-R017", Severity::Warning, "'td' needs a Hartree-Fock or DFT reference, which mp2 lacks"},
+        {"# mp2/6-31g freq=vcd", "GJF-R017", Severity::Warning, "'freq=vcd' needs rotational strengths, which mp2 lacks"},
+        {"# uccsd(t)/6-31g em=gd3", "GJF-R019", Severity::Warning, "uccsd(t) has no parameters for empiricaldispersion=gd3"},
+        {"# hf/6-31g em=gd2", "GJF-R019", Severity::Warning, "hf has no parameters for empiricaldispersion=gd2"},
         {"# casscf(4,4)/6-31g polar", "GJF-R017", Severity::Warning,
          "'polar' needs analytic polarizabilities, which casscf lacks"},
         {"# casscf(4,4)/6-31g freq scrf=(solvent=water)", "GJF-R017", Severity::Warning,
@@ -119,7 +122,10 @@ TEST(MethodChecks, AreQuietWhereTheMethodHasIt) {
                               "# uhf/6-31g guess=(mix,always)",
                               "# hf/6-31g guess=mix stable=opt",
                               "# casscf(4,4)/6-31g guess=mix",
-                              "# hf/6-31g guess=read"}) {
+                              "# hf/6-31g guess=read",
+                              "# hf/6-31g freq=vcd",
+                              "# hf/6-31g em=pfd",
+                              "# ub3lyp/6-31g opt=(calcall,vcd)"}) {
         EXPECT_EQ(of_method("%chk=a\n" + (route + water)).size(), 0U) << route;
     }
     std::string triplet = water;

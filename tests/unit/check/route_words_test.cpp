@@ -76,6 +76,22 @@ TEST(RouteWords, WithALetterMoreInFrontOrBehindAreWarnings) {
 }
 
 // NZCore stands in the vendor's list as an option of Gen; options of basis sets are not in the vocabulary.
+TEST(RouteWords, ThatNeedOthersAreWarnings) {
+    for (const char* route :
+         {"# hf/6-31g(d) opt=(qst3,path=6)", "# oniom(hf/6-31g(d):uff)=embedcharge opt scrf=(oniompcm=a)",
+          "# hf/6-31g(d) opt=noraman", "# hf/6-31g(d) opt=conical", "# hf/6-31g(d) geom=step=3", "# ccsd(e4t)/6-31g(d)",
+          "# casscf(4,4)/6-31g(d) opt=conical casscf=stateaverage", "# hf/6-31g(d) pop=(mk,chelpg)"}) {
+        EXPECT_EQ(worst_of(route), Severity::Warning) << route;
+    }
+    for (const char* route :
+         {"# hf/6-31g(d) opt=(qst3,path=5)", "# hf/6-31g(d) opt=(qst2,path=6)", "# ccsd(t,e4t)/6-31g(d)",
+          "# oniom(hf/6-31g(d):uff)=embedcharge opt scrf=(oniompcm=c)", "# oniom(hf/6-31g(d):uff) scrf=(oniompcm=a)",
+          "# hf/6-31g(d) opt=(calcall,noraman)", "# casscf(4,4)/6-31g(d) opt=conical", "# hf/6-31g(d) geom=(check,step=3)",
+          "# hf/6-31g(d) pop=(mk,nbo)"}) {
+        EXPECT_EQ(worst_of(route), std::nullopt) << route;
+    }
+}
+
 TEST(RouteWords, WithOptionsOfABasisSetAreNotes) {
     EXPECT_EQ(worst_of("# hf/6-31g(d) gen=(nzcore)"), Severity::Note);
     EXPECT_EQ(worst_of("# hf/6-31g(d) genn=(nzcore)"), Severity::Warning);

@@ -71,7 +71,7 @@ void check_job_types(const CheckedJob& job, Findings& findings) {
         }
     }
     if (job.has_keyword("opt") && job.has_keyword("polar") && !job.has_keyword("freq")) {
-        findings.add("GJF-R010", Severity::Warning, "'polar' goes with 'opt' only where 'freq' stands too",
+        findings.add("GJF-R010", Severity::Note, "'polar' goes with 'opt' only where 'freq' stands too",
                      last_keyword(job, "polar")->place, "add freq, or make two jobs of them");
     }
 }
@@ -87,6 +87,24 @@ void check_active_space(const CheckedJob& job, Findings& findings) {
             findings.add("GJF-R009", Severity::Warning, "casscf has no active space", segment.place,
                          "give the numbers of electrons and orbitals, as in casscf(4,4)");
         }
+    }
+}
+
+// A path through three structures has one in its middle.
+void check_path(const CheckedJob& job, Findings& findings) {
+    const WrittenOption* path = job.find_option("opt", "path");
+    if (job.has_option("opt", "qst3") && integer_value(path).value_or(1) % 2 == 0) {
+        findings.add("GJF-R009", Severity::Warning, "opt=path takes an odd number beside opt=qst3", path->place);
+    }
+}
+
+// Two ways of joining a solvent to layers give no gradient.
+void check_layers_in_solution(const CheckedJob& job, Findings& findings) {
+    const WrittenOption* layers = job.find_option("scrf", "oniompcm");
+    const std::string way = layers == nullptr ? std::string() : to_lower_copy(layers->value);
+    if ((way == "a" || way == "b") && job.has_any_word("opt freq force")) {
+        findings.add("GJF-R008", Severity::Warning, "scrf=(oniompcm=" + way + ") is for energies alone", layers->place,
+                     "oniompcm=c and oniompcm=x have gradients");
     }
 }
 
@@ -106,6 +124,7 @@ void check_needs(const CheckedJob& job, Findings& findings) {
                      option == nullptr ? keyword->place : option->place, std::string(need.hint));
     }
     check_active_space(job, findings);
+    check_path(job, findings);
     for (const char* keyword : {"td", "tda"}) {
         const WrittenOption* root = job.find_option(keyword, "root");
         const std::int64_t states = integer_value(job.find_option(keyword, "nstates")).value_or(3);
@@ -236,6 +255,7 @@ void check_route_sense(const CheckedMolecule& molecule, Findings& findings) {
     check_model_chemistry(job, findings);
     check_conflicts(job, findings);
     check_contradicting_words(job, findings);
+    check_layers_in_solution(job, findings);
     check_needs(job, findings);
     check_job_types(job, findings);
 }
