@@ -85,9 +85,10 @@ bench-check: bench-build
 bench-growth: bench-build
 	$(python) benchmarks/instructions.py build/bench --growth
 
-# Every target of docs/performance.md: wanted, measured, met or not. record="what changed" keeps the figures.
+# Every target of docs/performance.md: wanted, measured, met or not. record="what changed" keeps the figures; rules=1 prints the costs of
+# the checks instead, which needs valgrind.
 bench-report: bench-build
-	$(python) benchmarks/report.py build/bench $(if $(record),--record "$(record)")
+	$(python) benchmarks/report.py build/bench $(if $(record),--record "$(record)") $(if $(rules),--rules)
 
 # Needs clang-14 and libclang-rt-14-dev.
 fuzz: setup

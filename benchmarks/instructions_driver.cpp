@@ -36,6 +36,10 @@ std::size_t read_and_write(const std::string& text) {
     return GJFEditor(GJFParser::parse_string(text)).to_gjf_string().size();
 }
 
+std::size_t small_read() { return GJFParser::parse_string(input_text("small.gjf")).geom.atoms.size(); }
+// An answer of its own for nothing found, which is what is to be found.
+std::size_t small_check() { return 1 + check_text(input_text("small.gjf")).size(); }
+std::size_t cartesian_check() { return 1 + check_text(input_text("cartesian_10000.gjf")).size(); }
 std::size_t small_job() { return read_and_write(input_text("small.gjf")); }
 std::size_t cartesian_job() { return GJFParser::parse_string(input_text("cartesian_10000.gjf")).geom.atoms.size(); }
 std::size_t oniom_job() { return GJFParser::parse_string(input_text("oniom_10000.gjf")).geom.atoms.size(); }
@@ -53,8 +57,13 @@ std::size_t routes() {
 const struct {
     const char* name;
     std::size_t (*run)();
-} pieces[] = {
-    {"small_read_write", small_job}, {"cartesian_read", cartesian_job}, {"oniom_read", oniom_job}, {"routes", routes}};
+} pieces[] = {{"small_read", small_read},
+              {"small_check", small_check},
+              {"small_read_write", small_job},
+              {"cartesian_read", cartesian_job},
+              {"cartesian_check", cartesian_check},
+              {"oniom_read", oniom_job},
+              {"routes", routes}};
 
 // Reads the inputs and does a small job, so that files, vocabulary and the binding of functions are not counted.
 void warm_up() {
@@ -62,6 +71,7 @@ void warm_up() {
     input_text("oniom_10000.gjf");
     routes();
     small_job();
+    small_check();
 }
 
 void run_editor_operations(const std::string& atoms) {
@@ -98,6 +108,6 @@ int main(int argc, char** argv) {
             return result == 0 ? 1 : 0;
         }
     }
-    std::fputs("Usage: instructions_driver small_read_write|cartesian_read|oniom_read|routes|edit ATOMS\n", stderr);
+    std::fputs("Usage: instructions_driver PIECE, or edit ATOMS\n", stderr);
     return 1;
 }

@@ -194,7 +194,10 @@ def main():
     parser.add_argument("--record", metavar="WHAT")
     parser.add_argument("--commit", default=None)
     parser.add_argument("--repetitions", type=int, default=9)
+    parser.add_argument("--rules", action="store_true", help="print what each family of checks takes, and nothing else")
     arguments = parser.parse_args()
+    if arguments.rules:
+        return instructions.print_rules(arguments.build)
     table, peers = measure(arguments.build, arguments.repetitions)
     if arguments.record:
         record(table, arguments.record, arguments.commit or commit_name())
