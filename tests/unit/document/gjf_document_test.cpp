@@ -31,6 +31,29 @@ std::string message_of(const GJFDocument& document) {
 // Water with one stretch of its text replaced.
 std::string water_with(const std::string& from, const std::string& to) { return replaced(water, from, to); }
 
+// A carriage return at the end of a text belongs to the end of its last line, as everywhere in reading.
+TEST(Documents, WriteNothingBehindACarriageReturnThatEndsTheText) {
+    const std::string restart = "%chk=a\n# hf/sto-3g geom=allcheck\r";
+    const std::string hydrogen = "# hf/sto-3g\n\nt\n\n0 1\nH 0 0 0\nH 0 0 0.7\r";
+    const std::string windows = "# hf/sto-3g\r\n\r\nt\r\n\r\n0 1\r\nH 0 0 0\r";
+    AtomCoord atom;
+    atom.info.element = "He";
+    atom.x = atom.y = atom.z = 1.0;
+    const EditCase cases[] = {
+        {"a keyword", restart, [](GJFEditor& job) { job.add_keyword("freq"); }, "%chk=a\n# hf/sto-3g geom=allcheck freq\r"},
+        {"a Link 0 line", "# hf/sto-3g geom=allcheck\r", [](GJFEditor& job) { job.set_mem("1GB"); },
+         "%mem=1GB\n# hf/sto-3g geom=allcheck\r"},
+        {"an atom", hydrogen, [&](GJFEditor& job) { job.add_atom(atom); },
+         "# hf/sto-3g\n\nt\n\n0 1\nH 0 0 0\nH 0 0 0.7\r\nHe 1.000000 1.000000 1.000000\n"},
+        {"an atom of many lines", windows, [&](GJFEditor& job) { job.add_atom(atom); },
+         "# hf/sto-3g\r\n\r\nt\r\n\r\n0 1\r\nH 0 0 0\r\nHe 1.000000 1.000000 1.000000\r\n"},
+        {"the last atom", hydrogen, [](GJFEditor& job) { job.remove_atom(1); }, "# hf/sto-3g\n\nt\n\n0 1\nH 0 0 0\n"},
+    };
+    for (const EditCase& row : cases) {
+        EXPECT_EQ(edited(row.text, row.edit), row.wanted) << row.name;
+    }
+}
+
 TEST(Documents, KeepTheirBytes) {
     const std::string texts[] = {
         water,

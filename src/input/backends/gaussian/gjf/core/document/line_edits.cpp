@@ -1,6 +1,8 @@
 // Cuts a text into lines with their ends, and turns changes of lines into changes of the text.
 #include <gjf/core/document/line_edits.hpp>
 
+#include <gjf/core/text/text.hpp>
+
 #include <algorithm>
 
 namespace quor::input::gaussian {
@@ -27,16 +29,13 @@ std::string_view TextLines::line(std::size_t number) const noexcept {
 
 std::string_view TextLines::line_end(std::size_t number) const noexcept {
     const std::string_view whole = with_end(number);
-    if (whole.empty() || whole.back() != '\n') {
-        return {};
-    }
-    const std::size_t length = whole.size() >= 2 && whole[whole.size() - 2] == '\r' ? 2 : 1;
-    return whole.substr(whole.size() - length);
+    std::string_view rest = whole;
+    return whole.substr(take_line(rest).size());
 }
 
 std::string_view TextLines::usual_end() const noexcept {
     const std::string_view end = line_end(1);
-    return end.empty() ? std::string_view("\n") : end;
+    return end.ends_with('\n') ? end : std::string_view("\n");
 }
 
 void LineEdits::replace(std::size_t line, std::string text) {
@@ -73,9 +72,11 @@ std::vector<TextEdit> LineEdits::text_edits(const TextLines& lines) const {
             before.text += change.text;
         }
         TextEdit after{end, end, {}};
-        // The last line of a text may have no end yet.
-        const bool is_open = line_end == end && change.state != State::Removed;
-        after.text += is_open && !change.after.empty() ? usual_end : std::string_view();
+        // The last line of a text may have no end yet, or the first half of one.
+        const std::string_view own_end = lines.line_end(number);
+        if (!own_end.ends_with('\n') && change.state != State::Removed && !change.after.empty()) {
+            after.text += own_end.empty() ? usual_end : std::string_view("\n");
+        }
         for (const std::string& line : change.after) {
             after.text.append(line).append(usual_end);
         }

@@ -22,7 +22,7 @@ class TextLines {
     std::size_t begin_of(std::size_t number) const noexcept;
     /// Returns a line without its end; empty for one that is not there.
     std::string_view line(std::size_t number) const noexcept;
-    /// Returns a line end: "\n", "\r\n", or nothing for the last line of a text without one.
+    /// Returns a line end: "\n", "\r\n", or of the last line of a text perhaps "\r" or nothing.
     std::string_view line_end(std::size_t number) const noexcept;
     /// Returns the line end that new lines take: that of the first line, or a line feed.
     std::string_view usual_end() const noexcept;
