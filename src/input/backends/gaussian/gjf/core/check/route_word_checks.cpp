@@ -198,7 +198,7 @@ void check_basis_suffix(const CheckedJob& job, const WrittenSegment& segment, Fi
 }
 
 void check_option_words(const CheckedJob& job, const WrittenKeyword& keyword, Findings& findings) {
-    if (!keyword.known || job.schema.options_of(keyword.name).empty() || has_trait(keyword.name, "takes free text")) {
+    if (!keyword.known || has_trait(keyword.name, "takes free text")) {
         return;
     }
     for (std::size_t i = 0; i < keyword.options.size(); ++i) {
@@ -212,6 +212,9 @@ void check_option_words(const CheckedJob& job, const WrittenKeyword& keyword, Fi
         if (is_value || ends_solvent || is_model || job.schema.knows_option(keyword.name, option.name) ||
             job.schema.option_completions(keyword.name, option.name).size() > 1) {
             continue;
+        }
+        if (job.schema.options_of(keyword.name).empty()) {
+            return;  // asked last: the list is long, and most options are known
         }
         const std::vector<std::string> near =
             findings.may_look_for_names() ? near_names(to_lower_copy(option.name), all_options(job.schema, keyword.name))
