@@ -5,6 +5,7 @@
 #include <gjf/core/basis/job_size.hpp>
 
 #include <gjf/core/basis/atom_population.hpp>
+#include <gjf/core/chemistry/elements.hpp>
 #include <gjf/core/knowledge/basis_facts.hpp>
 #include <gjf/core/knowledge/facts.hpp>
 #include <gjf/core/schema/route_schema_cache.hpp>
