@@ -1,6 +1,10 @@
 // Checks of single atoms and of their distances: elements, freeze codes, atoms on one spot, units.
 #include <gjf/core/check/rule.hpp>
+
+#include <gjf/core/check/fixes.hpp>
+#include <gjf/core/reader/molecule_fields.hpp>
 #include <gjf/core/text/number.hpp>
+#include <gjf/core/text/text.hpp>
 
 #include <algorithm>
 #include <charconv>
@@ -28,10 +32,14 @@ void check_elements(const CheckedJob& job, const std::vector<MoleculeAtom>& atom
             const std::string_view label = line.substr(begin, line.find_first_of(" \t,", begin) - begin);
             const std::string_view element = atom.info->element.empty() ? label : std::string_view(atom.info->element);
             const bool is_isotope = atom.species.element == 1;
-            findings.add("GJF-M001", is_isotope ? Severity::Warning : Severity::Error,
-                         "'" + std::string(element) + "' is no element",
-                         TextPlace{atom.line, begin + 1, std::max<std::size_t>(element.size(), 1)},
-                         is_isotope ? "write an isotope as in H(Iso=2)" : "");
+            const TextPlace place{atom.line, begin + 1, std::max<std::size_t>(element.size(), 1)};
+            Finding& finding = findings.add("GJF-M001", is_isotope ? Severity::Warning : Severity::Error,
+                                            "'" + std::string(element) + "' is no element", place,
+                                            is_isotope ? "write an isotope as in H(Iso=2)" : "");
+            if (is_isotope && label == element) {
+                const bool is_tritium = to_lower_ascii(element.front()) == 't';
+                offer_words(job, place, element, {is_tritium ? "H(Iso=3)" : "H(Iso=2)"}, FixSafety::Unsafe, finding);
+            }
         }
     }
 }
@@ -43,11 +51,19 @@ void check_freeze_codes(const CheckedJob& job, Findings& findings) {
             continue;
         }
         const bool is_atomic_number = species_of(atom.info).element == *atom.freeze;
-        findings.add(
+        Finding& finding = findings.add(
             "GJF-M015", Severity::Warning,
             "freeze code " + std::to_string(*atom.freeze) + " is neither 0, -1 nor the number of a rigid block",
             job.layout.atoms[i],
             is_atomic_number ? "it is the atomic number: remove the column" : "use 0 for a free atom, -1 for a frozen one");
+        Fields fields;
+        cut_fields(without_comment(job.line(job.layout.atoms[i])), fields);
+        if (is_atomic_number && fields.size() > 4) {
+            // Up to the next field, so that the columns behind it stay apart.
+            const auto length = static_cast<std::size_t>(fields[2].data() - fields[1].data());
+            const TextPlace place{job.layout.atoms[i], job.place_in(job.layout.atoms[i], fields[1]).column, length};
+            offer(finding, "remove the atomic number", FixSafety::Unsafe, {job.replacing(place, {})});
+        }
     }
 }
 
@@ -128,11 +144,12 @@ void check_close_atoms(const CheckedJob& job, const std::vector<MoleculeAtom>& a
                 return;
             }
             close = true;
-            findings.add(
+            Finding& finding = findings.add(
                 "GJF-M005", Severity::Error,
                 "atoms " + std::to_string(j + 1) + " and " + std::to_string(i + 1) +
                     (length < 1e-3 ? std::string(" stand on one spot") : " are " + shown(length) + " \xC3\x85 apart"),
                 atoms[i].line, "Gaussian stops when atoms are closer than 0.5 \xC3\x85");
+            finding.related.push_back({"the other atom", atoms[j].line, 1, job.line(atoms[j].line).size()});
         });
         count += close;
         // Atoms on one spot are not put in again, so that no cube grows without bound.
@@ -198,13 +215,20 @@ void check_units(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, 
     const double middle = ratios[ratios.size() / 2];
     const double high = ratios[ratios.size() * 3 / 4];
     if (!in_bohr && low > 1.65 && middle > 1.7 && middle < 2.1 && high < 2.15) {
-        findings.add("GJF-M006", Severity::Warning,
-                     "the distances look like bohr: all atoms are almost twice as far apart as bonded atoms are",
-                     atoms.front().line, "add units=au, or convert the coordinates to \xC3\xA5ngstr\xC3\xB6m");
+        Finding& finding =
+            findings.add("GJF-M006", Severity::Warning,
+                         "the distances look like bohr: all atoms are almost twice as far apart as bonded atoms are",
+                         atoms.front().line, "add units=au, or convert the coordinates to \xC3\xA5ngstr\xC3\xB6m");
+        offer(finding, "add units=au", FixSafety::Unsafe, with_word(job, "units=au"));
     } else if (in_bohr && high < 0.6 && middle > 0.45) {
-        findings.add("GJF-M006", Severity::Warning,
-                     "the distances look like \xC3\xA5ngstr\xC3\xB6m, but the route says that they are in bohr",
-                     atoms.front().line, "remove the units keyword");
+        Finding& finding =
+            findings.add("GJF-M006", Severity::Warning,
+                         "the distances look like \xC3\xA5ngstr\xC3\xB6m, but the route says that they are in bohr",
+                         atoms.front().line, "remove the units keyword");
+        const WrittenKeyword* units = job.find_keyword("units");
+        if (units != nullptr && units->options.size() == 1) {
+            offer(finding, "remove " + units->raw, FixSafety::Unsafe, without_keyword(job, *units));
+        }
     }
 }
 

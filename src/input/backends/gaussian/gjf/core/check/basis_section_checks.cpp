@@ -1,6 +1,7 @@
 // Checks of general basis sets and effective core potentials against the atoms of the molecule.
 #include <gjf/core/check/rule.hpp>
 
+#include <gjf/core/check/fixes.hpp>
 #include <gjf/core/check/near_names.hpp>
 #include <gjf/core/knowledge/basis_facts.hpp>
 #include <gjf/core/sections/section_tokens.hpp>
@@ -71,8 +72,9 @@ class BasisWalk {
         }
         close_shell();
         if (open_block_ != 0 && !includes_) {
-            findings_.add("GJF-S010", Severity::Warning, "the last block of the basis set is not closed", layout.lines.last,
-                          "end every block with ****");
+            Finding& finding = findings_.add("GJF-S010", Severity::Warning, "the last block of the basis set is not closed",
+                                             layout.lines.last, "end every block with ****");
+            offer(finding, "close it with ****", FixSafety::Unsafe, {job_.behind_line(layout.lines.last, "\n****")});
         }
     }
 
@@ -141,10 +143,11 @@ class BasisWalk {
             open_block_ = 0;
         } else if (line.form == LineForm::Centers) {
             if (open_block_ != 0) {
-                findings_.add(
+                Finding& finding = findings_.add(
                     "GJF-S010", Severity::Error,
                     "a new block begins here, but the one of line " + std::to_string(open_block_) + " is not closed", number,
                     "end every block with ****");
+                offer(finding, "close it with ****", FixSafety::Unsafe, {job_.behind_line(number - 1, "\n****")});
             }
             open(read_centers(section, line), number);
         } else if (line.form == LineForm::Shell) {
@@ -184,8 +187,13 @@ class BasisWalk {
     void cover(int number, const TextPlace& place) {
         const auto element = static_cast<std::size_t>(std::abs(number));
         if (number > 0 && !in_molecule_[element]) {
-            findings_.add("GJF-S011", Severity::Warning, std::string(element_symbol(number)) + " is not in the molecule",
-                          place, "remove it, or write -" + std::string(element_symbol(number)));
+            Finding& finding =
+                findings_.add("GJF-S011", Severity::Warning, std::string(element_symbol(number)) + " is not in the molecule",
+                              place, "remove it, or write -" + std::string(element_symbol(number)));
+            if (place.column != 0) {
+                offer(finding, "write -" + std::string(element_symbol(number)), FixSafety::Unsafe,
+                      {job_.replacing({place.line, place.column, 0}, "-")});
+            }
         }
         block_elements_.push_back({element, place});
         covered_[element] = true;
@@ -207,8 +215,10 @@ class BasisWalk {
         const std::vector<std::string> near = findings_.may_look_for_names()
                                                   ? near_names(to_lower_copy(name), all_basis_sets(job_.schema))
                                                   : std::vector<std::string>();
-        findings_.add("GJF-S009", is_misspelt(name, near) ? Severity::Error : Severity::Warning,
-                      "'" + name + "' is no basis set", job_.place_in(line, text), did_you_mean(near));
+        const TextPlace place = job_.place_in(line, text);
+        Finding& finding = findings_.add("GJF-S009", is_misspelt(name, near) ? Severity::Error : Severity::Warning,
+                                         "'" + name + "' is no basis set", place, did_you_mean(near));
+        offer_near(job_, place, text, near, finding);
     }
 
     const CheckedJob& job_;

@@ -2,6 +2,8 @@
 // line, so that one too many stands for an empty part, and all behind it is read as something else.
 #include <gjf/core/check/rule.hpp>
 
+#include <gjf/core/check/fixes.hpp>
+
 #include <gjf/core/reader/molecule_fields.hpp>
 #include <gjf/core/sections/section_kinds.hpp>
 #include <gjf/core/text/text.hpp>
@@ -35,9 +37,12 @@ std::size_t blank_line_between(const CheckedJob& job, std::size_t before, std::s
     return 0;
 }
 
-void report_blank_line(std::size_t line, Severity severity, const std::string& what, Findings& findings) {
-    findings.add("GJF-T009", severity, "a blank line too many stands before " + what, line,
-                 "remove it: a blank line ends a part, so that Gaussian reads an empty one here");
+void report_blank_line(const CheckedJob& job, std::size_t line, Severity severity, const std::string& what,
+                       Findings& findings) {
+    Finding& finding = findings.add("GJF-T009", severity, "a blank line too many stands before " + what, line,
+                                    "remove it: a blank line ends a part, so that Gaussian reads an empty one here");
+    offer(finding, "remove it", severity == Severity::Error ? FixSafety::Safe : FixSafety::Unsafe,
+          {job.without_lines({line, line})});
 }
 
 // Before the title and the charge line: what follows is read as the charge line, or as an atom, and is none. With charge and
@@ -50,10 +55,10 @@ void check_head(const CheckedJob& job, Findings& findings) {
     }
     const Severity severity = job.molecule_from_checkpoint() || job.restarts() ? Severity::Warning : Severity::Error;
     if (const std::size_t line = blank_line_between(job, control, layout.title.first, 2); line != 0) {
-        report_blank_line(line, severity, "the title", findings);
+        report_blank_line(job, line, severity, "the title", findings);
     }
     if (const std::size_t line = blank_line_between(job, layout.title.last, layout.charge_line, 2); line != 0) {
-        report_blank_line(line, severity, "charge and multiplicity", findings);
+        report_blank_line(job, line, severity, "charge and multiplicity", findings);
     }
     if (layout.title.last - layout.title.first >= most_title_lines) {
         findings.add("GJF-T012", Severity::Warning, "the title has more than five lines",
@@ -81,11 +86,13 @@ void check_variables(const CheckedJob& job, Findings& findings) {
             continue;
         }
         if (const std::size_t line = blank_line_between(job, before, list->front(), 2); line != 0) {
-            report_blank_line(line, Severity::Error, "variables of the molecule", findings);
+            report_blank_line(job, line, Severity::Error, "variables of the molecule", findings);
         } else if (before == rows.back() && blank_line_between(job, before, list->front(), 1) == 0 &&
                    !has_header_between(job, before, list->front())) {
-            findings.add("GJF-T013", Severity::Error, "no blank line stands before the variables of the molecule",
-                         list->front(), "put one before this line, which is read as an atom");
+            Finding& finding =
+                findings.add("GJF-T013", Severity::Error, "no blank line stands before the variables of the molecule",
+                             list->front(), "put one before this line, which is read as an atom");
+            offer(finding, "put a blank line before it", FixSafety::Safe, {job.blank_line_behind(list->front() - 1)});
         }
         before = list->back();
     }
@@ -103,7 +110,7 @@ void check_sections_apart(const CheckedJob& job, Findings& findings) {
     for (const SectionLayout& section : layout.sections) {
         const bool is_asked = section.kind != Kind::Unknown && section.kind != Kind::NBOInput;
         if (const std::size_t line = blank_line_between(job, before, section.lines.first, most + 1); is_asked && line != 0) {
-            report_blank_line(line, Severity::Warning,
+            report_blank_line(job, line, Severity::Warning,
                               "the section '" + std::string(extra_input_kind_name(section.kind)) + "'", findings);
         }
         before = section.lines.last;
@@ -131,8 +138,12 @@ void check_route_apart(const CheckedJob& job, Findings& findings) {
         (!is_of_route_words(job, job.line(title.first)) && !has_open_bracket(job.route_text()))) {
         return;
     }
-    findings.add("GJF-T010", Severity::Error, "a blank line stands inside the route: what follows is read as the title",
-                 title.first - 1, "remove it");
+    Finding& finding =
+        findings.add("GJF-T010", Severity::Error, "a blank line stands inside the route: what follows is read as the title",
+                     title.first - 1, "remove it");
+    if (is_blank_line(job.line(title.first - 1))) {
+        offer(finding, "remove it", FixSafety::Unsafe, {job.without_lines({title.first - 1, title.first - 1})});
+    }
 }
 
 void check_route_line(const CheckedJob& job, Findings& findings) {
@@ -145,8 +156,11 @@ void check_route_line(const CheckedJob& job, Findings& findings) {
            (is_blank_line(without_comment(job.line(line))) || std::find(link0.begin(), link0.end(), line) != link0.end())) {
         ++line;
     }
-    findings.add("GJF-T011", Severity::Error, "the job has no route: no line begins with #", line,
-                 "the route stands behind the Link 0 lines, as in # hf/6-31g(d) opt");
+    Finding& finding = findings.add("GJF-T011", Severity::Error, "the job has no route: no line begins with #", line,
+                                    "the route stands behind the Link 0 lines, as in # hf/6-31g(d) opt");
+    if (is_of_route_words(job, job.line(line))) {
+        offer(finding, "put # before it", FixSafety::Unsafe, {job.replacing({line, 1, 0}, "# ")});
+    }
 }
 
 void check_blank_lines(const CheckedMolecule& molecule, Findings& findings) {

@@ -1,6 +1,7 @@
 // Runs the families of checks over every job of a text: what each may look at, suppression, and the order of findings.
 #include <gjf/core/check/checker.hpp>
 
+#include <gjf/core/check/fixes.hpp>
 #include <gjf/core/check/foreign_texts.hpp>
 #include <gjf/core/check/rule.hpp>
 #include <gjf/core/schema/route_schema_cache.hpp>
@@ -62,8 +63,11 @@ void check_job(const CheckedJob& job, Findings& findings) {
         return;  // of a restart, all that a section would be about is in the checkpoint
     }
     if (has_pasted_xyz(job)) {
-        findings.add("GJF-P001", Severity::Error, "an .xyz file stands here with its count of atoms and its title",
-                     job.layout.charge_line + 1, "remove this line and the next one");
+        const std::size_t line = job.layout.charge_line + 1;
+        Finding& finding =
+            findings.add("GJF-P001", Severity::Error, "an .xyz file stands here with its count of atoms and its title", line,
+                         "remove this line and the next one");
+        offer(finding, "remove both lines", FixSafety::Unsafe, {job.without_lines({line, line + 1})});
         return;
     }
     const Known known = job.reading().atoms_uncertain ? Known::Labels : has_unread_rows(job) ? Known::Rows : Known::Molecule;

@@ -1,6 +1,7 @@
 // Checks of the connectivity rows: every atom one row, bonds between two atoms, each given in one way.
 #include <gjf/core/check/rule.hpp>
 
+#include <gjf/core/check/fixes.hpp>
 #include <gjf/core/sections/section_tokens.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
@@ -90,10 +91,19 @@ void check_rows(const CheckedJob& job, const LineRange& lines, std::size_t atom_
     const auto missing = std::count(has_row.begin() + 1, has_row.end(), 0);
     if (missing > 0) {
         const auto first = std::find(has_row.begin() + 1, has_row.end(), 0) - has_row.begin();
-        findings.add("GJF-S005", Severity::Warning,
-                     std::to_string(missing) + " of " + std::to_string(atom_count) +
-                         " atoms have no row in the connectivity; the first is atom " + std::to_string(first),
-                     lines.last, "give every atom a row, with its number alone when it has no bonds");
+        Finding& finding =
+            findings.add("GJF-S005", Severity::Warning,
+                         std::to_string(missing) + " of " + std::to_string(atom_count) +
+                             " atoms have no row in the connectivity; the first is atom " + std::to_string(first),
+                         lines.last, "give every atom a row, with its number alone when it has no bonds");
+        // Rows in the order of the atoms: only those behind the last one can be told.
+        std::string rows;
+        for (std::size_t atom = atom_count + 1 - static_cast<std::size_t>(missing); atom <= atom_count; ++atom) {
+            rows += has_row[atom] == 0 ? "\n " + std::to_string(atom) : std::string();
+        }
+        if (std::cmp_equal(first + missing, atom_count + 1)) {
+            offer(finding, "add rows with the numbers alone", FixSafety::Unsafe, {job.behind_line(lines.last, rows)});
+        }
     }
     check_bonds(bonds, findings);
 }

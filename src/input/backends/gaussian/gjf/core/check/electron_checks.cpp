@@ -2,7 +2,9 @@
 // fragments.
 #include <gjf/core/check/rule.hpp>
 
+#include <gjf/core/check/fixes.hpp>
 #include <gjf/core/knowledge/facts.hpp>
+#include <gjf/core/reader/molecule_fields.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
 
@@ -24,8 +26,31 @@ struct NuclearCharge {
     }
 };
 
-void check_pair(const ChargeSpinPair& pair, const NuclearCharge& nuclei, const std::string& whose, std::size_t line,
-                Findings& findings, Severity severity = Severity::Error) {
+// Offers the neighbouring multiplicities and charges of a job's only pair.
+void offer_pairs(const CheckedJob& job, const ChargeSpinPair& pair, std::int64_t electrons, std::size_t line,
+                 Finding& finding) {
+    Fields fields;
+    cut_fields(without_comment(job.line(line)), fields);
+    if (fields.size() != 2 || pair.multiplicity < 1) {
+        return;
+    }
+    const std::int64_t multiplicity = pair.multiplicity;
+    for (const std::int64_t other : {multiplicity - 1, multiplicity + 1}) {
+        if (other >= 1 && electrons >= other - 1) {
+            offer(finding, "multiplicity " + std::to_string(other), FixSafety::Choice,
+                  {job.replacing(job.place_in(line, fields[1]), std::to_string(other))});
+        }
+    }
+    for (const std::int32_t charge : {pair.charge - 1, pair.charge + 1}) {
+        if (electrons + pair.charge - charge >= multiplicity - 1) {
+            offer(finding, "charge " + std::to_string(charge), FixSafety::Choice,
+                  {job.replacing(job.place_in(line, fields[0]), std::to_string(charge))});
+        }
+    }
+}
+
+void check_pair(const CheckedJob& job, const ChargeSpinPair& pair, const NuclearCharge& nuclei, const std::string& whose,
+                std::size_t line, Findings& findings, Severity severity = Severity::Error) {
     // Fragments of a broken-symmetry guess have a negative multiplicity where their spin points down.
     const std::int64_t multiplicity = std::abs(static_cast<std::int64_t>(pair.multiplicity));
     if (multiplicity == 0) {
@@ -42,12 +67,15 @@ void check_pair(const ChargeSpinPair& pair, const NuclearCharge& nuclei, const s
     if (electrons < 0) {
         findings.add("GJF-M002", severity, text + " leave fewer than no electrons" + whose, line);
     } else if (electrons < multiplicity - 1 || (electrons - multiplicity + 1) % 2 != 0) {
-        findings.add("GJF-M002", severity,
-                     text + " are impossible for " + std::to_string(electrons) +
-                         (electrons == 1 ? " electron" : " electrons") + whose,
-                     line,
-                     electrons % 2 == 0 ? "an even number of electrons has an odd multiplicity"
-                                        : "an odd number of electrons has an even multiplicity");
+        Finding& finding = findings.add("GJF-M002", severity,
+                                        text + " are impossible for " + std::to_string(electrons) +
+                                            (electrons == 1 ? " electron" : " electrons") + whose,
+                                        line,
+                                        electrons % 2 == 0 ? "an even number of electrons has an odd multiplicity"
+                                                           : "an odd number of electrons has an even multiplicity");
+        if (whose.empty()) {
+            offer_pairs(job, pair, electrons, line, finding);
+        }
     }
 }
 
@@ -148,7 +176,7 @@ void check_fragment_pairs(const CheckedJob& job, const std::vector<MoleculeAtom>
         }
     }
     for (std::size_t i = 1; i < pairs.size() && i <= static_cast<std::size_t>(count); ++i) {
-        check_pair(pairs[i], nuclei[i], " in fragment " + std::to_string(i), line, findings,
+        check_pair(job, pairs[i], nuclei[i], " in fragment " + std::to_string(i), line, findings,
                    is_guess ? Severity::Warning : Severity::Error);
     }
 }
@@ -206,7 +234,7 @@ void check_models(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms,
         if (has_trait(method, "is a force field")) {
             continue;
         }
-        check_pair(pairs[i], charge_of_model(job, atoms, models[i], layers.unlinked),
+        check_pair(job, pairs[i], charge_of_model(job, atoms, models[i], layers.unlinked),
                    std::string(" (") + models[i].name + ")", job.layout.charge_line, findings);
     }
 }
@@ -244,7 +272,7 @@ void check_pairs(const CheckedMolecule& molecule, std::int64_t fragments, bool s
     }
     NuclearCharge nuclei = charge_of_all(atoms);
     nuclei.known = nuclei.known && !job.has_keyword("massage");  // which may change nuclear charges
-    check_pair(pairs.front(), nuclei, {}, line, findings);
+    check_pair(job, pairs.front(), nuclei, {}, line, findings);
     if (fragments > 0) {
         check_fragment_pairs(job, atoms, fragments, pairs, spins_have_directions, findings);
     } else if (pairs.size() > 1 && std::none_of(atoms.begin(), atoms.end(),

@@ -1,6 +1,8 @@
 // Applies fixes in passes: all at once, and where that makes a text worse, in halves until the guilty ones are alone.
 #include <gjf/core/check/fix_text.hpp>
 
+#include <gjf/core/check/rule.hpp>
+
 #include <algorithm>
 #include <map>
 #include <set>
@@ -97,9 +99,12 @@ std::map<std::size_t, std::size_t> reading_ends(const std::vector<Finding>& find
     return ends;
 }
 
-// Molecule, basis sets and sections are checked only in jobs that were read whole.
+// Tells whether a code is looked for only in jobs that were read whole.
 bool is_about_the_whole_job(const std::string& code) {
-    return std::string_view("MSB").find(code[4]) != std::string_view::npos || code == "GJF-R013";
+    return std::any_of(families().begin(), families().end(), [&](const Family* family) {
+        return family->needs > Known::Control &&
+               std::find(family->codes.begin(), family->codes.end(), code) != family->codes.end();
+    });
 }
 
 // Tells whether nothing is found that was not found before, in what could be checked before.

@@ -1,8 +1,14 @@
 // Checks of ONIOM layers: atoms without one, letters without a level, link atoms and the bonds that are cut.
 #include <gjf/core/check/rule.hpp>
 
+#include <gjf/core/check/fixes.hpp>
+
+#include <gjf/core/reader/molecule_fields.hpp>
+#include <gjf/core/text/text.hpp>
+
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace quor::input::gaussian {
 namespace {
@@ -15,6 +21,24 @@ struct Faulty {
     void add(std::size_t line) noexcept { first_line = count++ == 0 ? line : first_line; }
     std::string text() const { return std::to_string(count) + (count == 1 ? " atom" : " atoms"); }
 };
+
+// Puts a text behind the last field of a line, before its comment.
+TextEdit behind_fields(const CheckedJob& job, std::size_t line, std::string text) {
+    const std::string_view fields = without_comment(job.line(line));
+    const std::size_t end = fields.find_last_not_of(" \t") + 1;
+    return job.replacing({line, end + 1, 0}, std::move(text));
+}
+
+// Offers the letter of the layer that Gaussian takes atoms without one for.
+void offer_high_layer(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Finding& finding) {
+    std::vector<TextEdit> edits;
+    for (const MoleculeAtom& atom : atoms) {
+        if (atom.layer == 0) {
+            edits.push_back(behind_fields(job, atom.line, " H"));
+        }
+    }
+    offer(finding, "write H, as Gaussian takes it", FixSafety::Safe, std::move(edits));
+}
 
 void check_letters(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, std::size_t levels, Findings& findings) {
     Faulty missing;
@@ -46,8 +70,10 @@ void check_letters(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms
                      atoms.front().line, "write H, M or L behind the coordinates");
     }
     if (missing.count > 0) {
-        findings.add("GJF-M011", Severity::Warning, missing.text() + " without ONIOM layer: Gaussian takes the high layer",
-                     missing.first_line, "write H, M or L behind the coordinates");
+        Finding& finding = findings.add("GJF-M011", Severity::Warning,
+                                        missing.text() + " without ONIOM layer: Gaussian takes the high layer",
+                                        missing.first_line, "write H, M or L behind the coordinates");
+        offer_high_layer(job, atoms, finding);
     }
 }
 
@@ -73,12 +99,23 @@ void check_link_hosts(const CheckedJob& job, const std::vector<MoleculeAtom>& at
     }
 }
 
-void check_cut_bonds(const std::vector<MoleculeAtom>& atoms, const std::vector<UnlinkedBond>& unlinked, Findings& findings) {
+void check_cut_bonds(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms,
+                     const std::vector<UnlinkedBond>& unlinked, Findings& findings) {
     for (const UnlinkedBond& bond : unlinked) {
-        findings.add("GJF-M013", Severity::Warning,
-                     "the bond between atoms " + std::to_string(bond.upper + 1) + " and " + std::to_string(bond.lower + 1) +
-                         " is cut by the layers, but atom " + std::to_string(bond.lower + 1) + " names no link atom",
-                     atoms[bond.lower].line, "write it behind the layer, as in L H " + std::to_string(bond.upper + 1));
+        Finding& finding = findings.add(
+            "GJF-M013", Severity::Warning,
+            "the bond between atoms " + std::to_string(bond.upper + 1) + " and " + std::to_string(bond.lower + 1) +
+                " is cut by the layers, but atom " + std::to_string(bond.lower + 1) + " names no link atom",
+            atoms[bond.lower].line, "write it behind the layer, as in L H " + std::to_string(bond.upper + 1));
+        Fields fields;
+        cut_fields(without_comment(job.line(atoms[bond.lower].line)), fields);
+        if (!fields.empty() && fields.back().size() == 1 &&
+            to_lower_ascii(fields.back().front()) == atoms[bond.lower].layer) {
+            offer(finding, "write the link atom H " + std::to_string(bond.upper + 1), FixSafety::Unsafe,
+                  {behind_fields(job, atoms[bond.lower].line, " H " + std::to_string(bond.upper + 1))});
+        }
+        finding.related.push_back(
+            {"the other atom of the bond", atoms[bond.upper].line, 1, job.line(atoms[bond.upper].line).size()});
     }
 }
 
@@ -157,7 +194,7 @@ void check_layers(const CheckedMolecule& molecule, Findings& findings) {
     }
     check_letters(job, atoms, levels, findings);
     check_link_hosts(job, atoms, findings);
-    check_cut_bonds(atoms, layers.unlinked, findings);
+    check_cut_bonds(job, atoms, layers.unlinked, findings);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // Checks of Link 0 lines, and of the checkpoint files that lead from job to job.
 #include <gjf/core/check/rule.hpp>
 
+#include <gjf/core/check/fixes.hpp>
 #include <gjf/core/check/near_names.hpp>
 #include <gjf/core/job/link0_keys.hpp>
 #include <gjf/core/knowledge/facts.hpp>
@@ -48,9 +49,11 @@ void check_command(const CheckedJob& job, const Link0Line& line, Findings& findi
     if (const Link0Key* known = find_link0_key(line.key)) {
         // %nprocs stands in many jobs that ran.
         if (!known->is_spelt_out(to_lower_copy(line.key)) && !equals_folded(line.key, "nprocs")) {
-            findings.add("GJF-L001", Severity::Note,
-                         "'%" + std::string(line.key) + "' is short for %" + std::string(known->name),
-                         job.place_in(line.line, line.key));
+            const TextPlace place = job.place_in(line.line, line.key);
+            Finding& finding =
+                findings.add("GJF-L001", Severity::Note,
+                             "'%" + std::string(line.key) + "' is short for %" + std::string(known->name), place);
+            offer_words(job, place, line.key, {std::string(known->name)}, FixSafety::Safe, finding);
         }
         return;
     }
@@ -59,9 +62,10 @@ void check_command(const CheckedJob& job, const Link0Line& line, Findings& findi
         names.emplace_back(key.name);
     }
     const std::vector<std::string> near = near_names(to_lower_copy(line.key), names);
-    findings.add("GJF-L001", is_misspelt(line.key, near) ? Severity::Error : Severity::Warning,
-                 "unknown Link 0 command '%" + std::string(line.key) + "'", job.place_in(line.line, line.key),
-                 did_you_mean(near));
+    const TextPlace place = job.place_in(line.line, line.key);
+    Finding& finding = findings.add("GJF-L001", is_misspelt(line.key, near) ? Severity::Error : Severity::Warning,
+                                    "unknown Link 0 command '%" + std::string(line.key) + "'", place, did_you_mean(near));
+    offer_near(job, place, line.key, near, finding);
 }
 
 // An amount of memory: its number, and how many bytes one of its units has (0 for a unit that is none).
@@ -91,6 +95,32 @@ std::optional<Memory> read_memory(std::string_view text) {
         }
     }
     return Memory{*amount, 0, true};
+}
+
+// Offers an amount without blanks, with the letter that its unit lacks, or as a whole number of the next smaller unit.
+void offer_memory(const CheckedJob& job, const TextPlace& place, std::string_view value, Finding& finding) {
+    const auto reads = [](const std::string& text) {
+        const std::optional<Memory> memory = read_memory(text);
+        return memory && memory->unit != 0 && memory->amount != 0 && memory->has_unit;
+    };
+    std::string text(value);
+    text.erase(std::remove_if(text.begin(), text.end(), is_trim_character), text.end());
+    const std::size_t digits = text.find_first_not_of("0123456789");
+    const bool has_unit = digits != std::string::npos;
+    constexpr std::string_view units = "kmgt";
+    const std::size_t unit = has_unit ? units.find(to_lower_ascii(text.back())) : std::string::npos;
+    if (reads(text)) {
+        offer_words(job, place, value, {text}, FixSafety::Safe, finding);
+    } else if (unit != std::string::npos && reads(text + "B")) {
+        offer_words(job, place, value, {text + "B"}, FixSafety::Unsafe, finding);
+    } else if (const std::size_t point = text.find('.'); has_unit && point == digits && text.size() > point + 3) {
+        const std::size_t letter = units.find(to_lower_ascii(text[text.size() - 2]));
+        const std::optional<double> amount = to_number(text.substr(0, text.size() - 2));
+        if (amount && letter != std::string::npos && letter > 0 && to_lower_ascii(text.back()) == 'b' && *amount < 1e6) {
+            const auto smaller = static_cast<std::int64_t>(*amount * 1024);
+            offer_words(job, place, value, {std::to_string(smaller) + "KMGT"[letter - 1] + "B"}, FixSafety::Unsafe, finding);
+        }
+    }
 }
 
 // Counts the cores of a list such as 0-3,8,12-14; nothing for a malformed one.
@@ -149,11 +179,15 @@ std::int64_t check_cores(const CheckedJob& job, const std::vector<Link0Line>& li
     const std::int64_t listed = cores_listed(job, cpu, findings);
     if (nproc != nullptr && cpu != nullptr) {
         const bool conflict = asked != 0 && listed != 0 && asked != listed;
-        findings.add("GJF-L005", conflict ? Severity::Warning : Severity::Note,
-                     conflict
-                         ? "%nprocshared asks for " + std::to_string(asked) + " cores, %cpu lists " + std::to_string(listed)
-                         : std::string("both %nprocshared and %cpu are given"),
-                     std::max(nproc->line, cpu->line), "keep one of the two");
+        Finding& finding = findings.add(
+            "GJF-L005", conflict ? Severity::Warning : Severity::Note,
+            conflict ? "%nprocshared asks for " + std::to_string(asked) + " cores, %cpu lists " + std::to_string(listed)
+                     : std::string("both %nprocshared and %cpu are given"),
+            std::max(nproc->line, cpu->line), "keep one of the two");
+        for (const Link0Line* line : {nproc, cpu}) {
+            offer(finding, "remove %" + std::string(line->key), FixSafety::Choice,
+                  {job.without_lines({line->line, line->line})});
+        }
     }
     return listed != 0 ? listed : asked;
 }
@@ -169,14 +203,17 @@ void check_memory(const CheckedJob& job, const std::vector<Link0Line>& lines, st
     const std::optional<Memory> memory = read_memory(line->value);
     if (!memory || memory->unit == 0 || memory->amount == 0) {
         const bool begins_as_number = !line->value.empty() && line->value.front() >= '0' && line->value.front() <= '9';
-        findings.add("GJF-L002", begins_as_number ? Severity::Warning : Severity::Error,
-                     "'" + std::string(line->value) + "' is no amount of memory", place,
-                     "write a whole number and a unit without a blank, as in %mem=8GB");
+        Finding& finding = findings.add("GJF-L002", begins_as_number ? Severity::Warning : Severity::Error,
+                                        "'" + std::string(line->value) + "' is no amount of memory", place,
+                                        "write a whole number and a unit without a blank, as in %mem=8GB");
+        offer_memory(job, place, line->value, finding);
         return;
     }
     if (!memory->has_unit) {
-        findings.add("GJF-L003", Severity::Warning, "%mem has no unit: it counts words of 8 bytes", place,
-                     "write the unit, as in %mem=8GB");
+        Finding& finding = findings.add("GJF-L003", Severity::Warning, "%mem has no unit: it counts words of 8 bytes", place,
+                                        "write the unit, as in %mem=8GB");
+        const std::string value(line->value);
+        offer_words(job, place, line->value, {value + "W", value + "MB", value + "GB"}, FixSafety::Choice, finding);
     }
     const std::int64_t share = least_per_core / memory->unit * std::max<std::int64_t>(cores, 1);
     const bool unit_is_large = memory->unit > least_per_core;

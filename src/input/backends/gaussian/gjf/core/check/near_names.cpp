@@ -137,10 +137,12 @@ std::vector<std::string> near_names(std::string_view word, const std::vector<std
     return found;
 }
 
+bool differ_in_dashes_alone(std::string_view a, std::string_view b) { return without_dashes(a) == without_dashes(b); }
+
 bool is_misspelt(std::string_view word, const std::vector<std::string>& near) {
     const std::string wanted = to_lower_copy(word);
     return std::any_of(near.begin(), near.end(), [&](const std::string& name) {
-        return without_dashes(wanted) == without_dashes(name) || is_slip_of_abbreviation(wanted, name);
+        return differ_in_dashes_alone(wanted, name) || is_slip_of_abbreviation(wanted, name);
     });
 }
 

@@ -14,6 +14,9 @@ namespace quor::input::gaussian {
 /// missing, doubled, or swapped with its neighbour. A letter added in front or behind may make another word.
 bool is_misspelt(std::string_view word, const std::vector<std::string>& near);
 
+/// Tells whether two words are equal but for dashes and letter case.
+bool differ_in_dashes_alone(std::string_view a, std::string_view b);
+
 /// Returns at most three of `names` that are nearest to a word: equal but for dashes, or a few letters away.
 ///
 /// A letter left out, put in, changed, or two neighbours exchanged count as one step; more steps are allowed for longer

@@ -1,6 +1,7 @@
 // What of a job cannot be read: each fault of the reading, with what it usually comes from.
 #include <gjf/core/check/rule.hpp>
 
+#include <gjf/core/check/fixes.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
 
@@ -38,17 +39,34 @@ bool is_charge_line(std::string_view line) {
     return fields.size() >= 2 && fields.size() % 2 == 0 && std::all_of(fields.begin(), fields.end(), is_integer_text);
 }
 
-// A job without molecule often has its title or the blank line behind it missing, so that the molecule is its title.
-std::string hint_at_title(const CheckedJob& job) {
+// A job without molecule often has its title or the blank line behind it missing, so that the molecule is its title: returns
+// the charge line in it, or 0.
+std::size_t charge_line_in_title(const CheckedJob& job) {
     const LineRange& title = job.layout.title;
     for (std::size_t line = title.first; !title.empty() && line <= title.last; ++line) {
         if (is_charge_line(job.line(line))) {
-            return line == title.first ? "the title is missing: a title and a blank line stand before this line"
-                                       : "a blank line is missing before line " + std::to_string(line) +
-                                             ", which is read as a part of the title";
+            return line;
         }
     }
-    return {};
+    return 0;
+}
+
+std::string hint_at_title(const CheckedJob& job) {
+    const std::size_t line = charge_line_in_title(job);
+    return line == 0 ? std::string()
+           : line == job.layout.title.first
+               ? "the title is missing: a title and a blank line stand before this line"
+               : "a blank line is missing before line " + std::to_string(line) + ", which is read as a part of the title";
+}
+
+void offer_title(const CheckedJob& job, Finding& finding) {
+    const std::size_t line = charge_line_in_title(job);
+    if (line > 1 && line == job.layout.title.first) {
+        offer(finding, "put a title before it", FixSafety::Unsafe, {job.behind_line(line - 1, "\ntitle\n")});
+    } else if (line > 1) {
+        offer(finding, "put a blank line before line " + std::to_string(line), FixSafety::Unsafe,
+              {job.blank_line_behind(line - 1)});
+    }
 }
 
 std::string hint_at_failure(const CheckedJob& job, const std::string& message) {
@@ -104,7 +122,10 @@ void add_fault(const CheckedJob& job, const ReadingFault& fault, const TextPlace
     // Gaussian passes over the $ line that old files begin with; and where rows were not read, atoms may be missing.
     const bool is_uncertain = (in_molecule && has_unread_rows(job)) || trim_view(line).substr(0, 1) == "$";
     const Severity severity = is_uncertain ? Severity::Warning : Severity::Error;
-    findings.add("GJF-P001", severity, fault.message, told, hint_at_failure(job, fault.message));
+    Finding& finding = findings.add("GJF-P001", severity, fault.message, told, hint_at_failure(job, fault.message));
+    if (fault.message.starts_with("Missing geometry section")) {
+        offer_title(job, finding);
+    }
     if (in_molecule) {
         check_numbers_of_line(job, place.line, findings);
     }

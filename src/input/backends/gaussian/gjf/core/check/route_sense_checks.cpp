@@ -1,6 +1,7 @@
 // Checks of the route as a whole: words that contradict each other, need each other, or are missing.
 #include <gjf/core/check/rule.hpp>
 
+#include <gjf/core/check/fixes.hpp>
 #include <gjf/core/knowledge/facts.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
@@ -20,15 +21,39 @@ const WrittenKeyword* last_keyword(const CheckedJob& job, std::string_view name)
     return found;
 }
 
+void relate(const TextPlace& place, const char* message, Finding& finding) {
+    finding.related.push_back({message, place.line, std::max<std::size_t>(place.column, 1), place.length});
+}
+
+bool is_option_of(const WrittenOption& option, const WrittenKeyword& keyword) noexcept {
+    return &option >= keyword.options.data() && &option < keyword.options.data() + keyword.options.size();
+}
+
+// Offers to leave out one of two keywords, and names the place of the first.
+void offer_one_of(const CheckedJob& job, const Exclusion& pair, Finding& finding) {
+    const WrittenKeyword* first = job.find_keyword(pair.first);
+    const WrittenKeyword* second = last_keyword(job, pair.second);
+    relate(first->place, "first here", finding);
+    offer(finding, "leave out " + first->raw, FixSafety::Choice, without_keyword(job, *first));
+    offer(finding, "leave out " + second->raw, FixSafety::Choice, without_keyword(job, *second));
+}
+
 // Finds the options of all keywords of one name that contradict each other.
 void check_contradicting_options(const CheckedJob& job, const WrittenKeyword& keyword, Findings& findings) {
     for (const Exclusion& pair : exclusions("options", keyword.name)) {
+        const WrittenOption* first = job.find_option(keyword.name, pair.first);
         const WrittenOption* second = job.find_option(keyword.name, pair.second);
-        if (second != nullptr && job.has_option(keyword.name, pair.first)) {
-            findings.add("GJF-R008", severity_named(pair.severity),
-                         keyword.name + ": '" + std::string(pair.first) + "' and '" + std::string(pair.second) +
-                             "' contradict each other",
-                         second->place, "keep the one that is meant");
+        if (second != nullptr && first != nullptr) {
+            Finding& finding = findings.add("GJF-R008", severity_named(pair.severity),
+                                            keyword.name + ": '" + std::string(pair.first) + "' and '" +
+                                                std::string(pair.second) + "' contradict each other",
+                                            second->place, "keep the one that is meant");
+            relate(first->place, "first here", finding);
+            for (const WrittenOption* option : {first, second}) {
+                if (is_option_of(*option, keyword)) {
+                    offer(finding, "leave out " + option->name, FixSafety::Choice, without_option(job, keyword, *option));
+                }
+            }
         }
     }
 }
@@ -43,9 +68,11 @@ void check_conflicts(const CheckedJob& job, Findings& findings) {
     }
     for (const Exclusion& pair : exclusions("keywords")) {
         if (job.has_keyword(pair.first) && job.has_keyword(pair.second)) {
-            findings.add("GJF-R008", severity_named(pair.severity),
-                         "'" + std::string(pair.first) + "' and '" + std::string(pair.second) + "' contradict each other",
-                         last_keyword(job, pair.second)->place, "keep the one that is meant");
+            offer_one_of(job, pair,
+                         findings.add("GJF-R008", severity_named(pair.severity),
+                                      "'" + std::string(pair.first) + "' and '" + std::string(pair.second) +
+                                          "' contradict each other",
+                                      last_keyword(job, pair.second)->place, "keep the one that is meant"));
         }
     }
 }
@@ -65,9 +92,12 @@ void check_contradicting_words(const CheckedJob& job, Findings& findings) {
 void check_job_types(const CheckedJob& job, Findings& findings) {
     for (const Exclusion& pair : exclusions("jobs")) {
         if (job.has_keyword(pair.first) && job.has_keyword(pair.second)) {
-            findings.add("GJF-R010", severity_named(pair.severity),
-                         "one route cannot ask for '" + std::string(pair.first) + "' and '" + std::string(pair.second) + "'",
-                         last_keyword(job, pair.second)->place, "make two jobs of them, with --Link1-- between");
+            offer_one_of(
+                job, pair,
+                findings.add(
+                    "GJF-R010", severity_named(pair.severity),
+                    "one route cannot ask for '" + std::string(pair.first) + "' and '" + std::string(pair.second) + "'",
+                    last_keyword(job, pair.second)->place, "make two jobs of them, with --Link1-- between"));
         }
     }
     if (job.has_keyword("opt") && job.has_keyword("polar") && !job.has_keyword("freq")) {
@@ -108,6 +138,32 @@ void check_layers_in_solution(const CheckedJob& job, Findings& findings) {
     }
 }
 
+// Offers to compute as many states as the root that is asked for.
+void offer_states(const CheckedJob& job, const WrittenKeyword& keyword, std::int64_t states, Finding& finding) {
+    const std::string number = std::to_string(states);
+    const auto given = std::find_if(keyword.options.begin(), keyword.options.end(),
+                                    [](const WrittenOption& option) { return option.canonical == "nstates"; });
+    const RouteTree::Keyword* node = node_of(job, keyword);
+    if (given == keyword.options.end()) {
+        offer(finding, "add nstates=" + number, FixSafety::Unsafe, with_option(job, keyword, "nstates=" + number));
+    } else if (node != nullptr) {
+        offer(finding, "write nstates=" + number, FixSafety::Unsafe,
+              route_edits(job, node->options[static_cast<std::size_t>(given - keyword.options.begin())].value, number));
+    }
+}
+
+// Offers what an option or a keyword needs: the usual one where it is among them, else each as a choice.
+void offer_needed(const CheckedJob& job, const WrittenKeyword& keyword, const Need& need, Finding& finding) {
+    constexpr std::string_view usual = "calcfc";
+    const bool has_usual = std::find(need.any_of.begin(), need.any_of.end(), usual) != need.any_of.end();
+    for (const std::string_view option : need.any_of) {
+        if (!has_usual || option == usual) {
+            const FixSafety safety = has_usual || need.any_of.size() == 1 ? FixSafety::Unsafe : FixSafety::Choice;
+            offer(finding, "add " + std::string(option), safety, with_option(job, keyword, std::string(option)));
+        }
+    }
+}
+
 void check_needs(const CheckedJob& job, Findings& findings) {
     for (const Need& need : needs()) {
         const WrittenKeyword* keyword = job.find_keyword(need.keyword);
@@ -120,8 +176,10 @@ void check_needs(const CheckedJob& job, Findings& findings) {
         }
         // What an earlier job left in the checkpoint is perhaps all that is needed.
         const bool is_given = need.option.empty() && job.molecule_from_checkpoint();
-        findings.add("GJF-R009", is_given ? Severity::Note : severity_named(need.severity), std::string(need.message),
-                     option == nullptr ? keyword->place : option->place, std::string(need.hint));
+        Finding& finding =
+            findings.add("GJF-R009", is_given ? Severity::Note : severity_named(need.severity), std::string(need.message),
+                         option == nullptr ? keyword->place : option->place, std::string(need.hint));
+        offer_needed(job, *keyword, need, finding);
     }
     check_active_space(job, findings);
     check_path(job, findings);
@@ -129,10 +187,11 @@ void check_needs(const CheckedJob& job, Findings& findings) {
         const WrittenOption* root = job.find_option(keyword, "root");
         const std::int64_t states = integer_value(job.find_option(keyword, "nstates")).value_or(3);
         if (const std::optional<std::int64_t> wanted = integer_value(root); wanted && *wanted > states) {
-            findings.add(
+            Finding& finding = findings.add(
                 "GJF-R009", Severity::Warning,
                 "root " + std::to_string(*wanted) + " is asked for, but " + std::to_string(states) + " states are computed",
                 root->place, "raise nstates");
+            offer_states(job, *job.find_keyword(keyword), *wanted, finding);
         }
     }
 }
@@ -144,6 +203,33 @@ std::vector<std::string> option_texts(const WrittenKeyword& keyword) {
     }
     std::sort(texts.begin(), texts.end());
     return texts;
+}
+
+// Offers to write the options of the second keyword behind those of the first.
+void offer_merged(const CheckedJob& job, const WrittenKeyword& first, const WrittenKeyword& second, Finding& finding) {
+    const RouteTree::Keyword* node = node_of(job, second);
+    std::string more;
+    for (std::size_t i = 0; node != nullptr && i < second.options.size(); ++i) {
+        const WrittenOption& option = second.options[i];
+        const bool is_there = std::any_of(first.options.begin(), first.options.end(),
+                                          [&](const WrittenOption& other) { return other.canonical == option.canonical; });
+        more += is_there ? "" : (more.empty() ? "" : ",") + std::string(node->options[i].place.in(job.route_text()));
+    }
+    std::vector<TextEdit> removal = without_keyword(job, second);
+    if (more.empty()) {
+        offer(finding, "write it once", FixSafety::Unsafe, std::move(removal));
+        return;
+    }
+    if (removal.empty()) {
+        return;
+    }
+    std::vector<TextEdit> edits =
+        with_option(job, first, more.find(',') == more.npos || !first.options.empty() ? more : "(" + more + ")");
+    if (!edits.empty()) {
+        edits.push_back(std::move(removal.front()));
+        std::sort(edits.begin(), edits.end(), [](const TextEdit& a, const TextEdit& b) { return a.begin < b.begin; });
+        offer(finding, "write all options at the first", FixSafety::Unsafe, std::move(edits));
+    }
 }
 
 void check_repeats(const CheckedJob& job, Findings& findings) {
@@ -161,12 +247,19 @@ void check_repeats(const CheckedJob& job, Findings& findings) {
             }
             const bool equal = option_texts(**same) == option_texts(keyword);
             const bool is_deadly = has_trait(keyword.name, "must not be repeated");
-            findings.add("GJF-R002",
-                         is_deadly ? Severity::Error
-                         : equal   ? Severity::Note
-                                   : Severity::Warning,
-                         "'" + keyword.name + "' stands twice in the route" + (equal ? "" : ", with different options"),
-                         keyword.place, "write it once, with all its options in parentheses");
+            Finding& finding =
+                findings.add("GJF-R002",
+                             is_deadly ? Severity::Error
+                             : equal   ? Severity::Note
+                                       : Severity::Warning,
+                             "'" + keyword.name + "' stands twice in the route" + (equal ? "" : ", with different options"),
+                             keyword.place, "write it once, with all its options in parentheses");
+            relate((*same)->place, "first here", finding);
+            if (equal) {
+                offer(finding, "write it once", FixSafety::Safe, without_keyword(job, keyword));
+            } else {
+                offer_merged(job, **same, keyword, finding);
+            }
         }
     }
 }
@@ -177,6 +270,19 @@ bool needs_no_model(const CheckedJob& job) {
                return std::any_of(segment.keywords.begin(), segment.keywords.end(),
                                   [](const WrittenKeyword& keyword) { return has_trait(keyword.name, "needs no method"); });
            });
+}
+
+// Offers to leave out a basis set, which stands behind the method or alone.
+void offer_no_basis(const CheckedJob& job, const WrittenSegment& method, const WrittenSegment& basis, Finding& finding) {
+    const Span place = job.layout.route.segments[static_cast<std::size_t>(&basis - job.segments.data())].place;
+    const std::size_t slash = basis.text.find('/');
+    if (&method != &basis && basis.keywords.empty() && slash == std::string::npos) {
+        offer(finding, "leave out " + basis.text, FixSafety::Unsafe, without_word(job, place));
+    } else if (&method == &basis && basis.keywords.empty() && slash != std::string::npos &&
+               basis.text.find('/', slash + 1) == std::string::npos) {
+        offer(finding, "leave out " + basis.text.substr(slash + 1), FixSafety::Unsafe,
+              route_edits(job, span_between(place.begin + slash, place.end()), {}));
+    }
 }
 
 // The segments of the route that name its method and its basis set; null for none.
@@ -237,9 +343,11 @@ void check_model_chemistry(const CheckedJob& job, Findings& findings) {
     }
     const bool self_contained = method_has_trait(method->method, "needs no basis set");
     if (self_contained && basis != nullptr && basis->basis != "chkbasis") {
-        findings.add("GJF-R006", Severity::Warning,
-                     "basis set '" + basis->basis + "' stands beside '" + method->method + "', which needs none",
-                     basis->place, "leave it out");
+        Finding& finding =
+            findings.add("GJF-R006", Severity::Warning,
+                         "basis set '" + basis->basis + "' stands beside '" + method->method + "', which needs none",
+                         basis->place, "leave it out");
+        offer_no_basis(job, *method, *basis, finding);
     }
     if (!self_contained && basis == nullptr && !any_unknown) {
         findings.add("GJF-R007", Severity::Warning, "the route names no basis set: Gaussian takes STO-3G", method->place);

@@ -1,6 +1,7 @@
 // Checks of the route word by word: words and options that nobody knows, and those that may mean several things.
 #include <gjf/core/check/rule.hpp>
 
+#include <gjf/core/check/fixes.hpp>
 #include <gjf/core/check/near_names.hpp>
 #include <gjf/core/knowledge/facts.hpp>
 #include <gjf/core/text/text.hpp>
@@ -13,16 +14,19 @@
 namespace quor::input::gaussian {
 namespace {
 
-// Returns what Gaussian calls a functional that papers name otherwise, empty for none; nothing for any other word.
-std::optional<std::string_view> paper_name_of(std::string_view word) {
+// Returns u, ro or r where they stand before a paper's name for a functional, else nothing.
+std::string_view paper_prefix(std::string_view word) {
     for (const std::string_view prefix : {"", "u", "ro", "r"}) {
-        if (equals_folded(word.substr(0, prefix.size()), prefix)) {
-            if (const std::optional<std::string_view> meant = other_name("functional", word.substr(prefix.size()))) {
-                return meant;
-            }
+        if (equals_folded(word.substr(0, prefix.size()), prefix) && other_name("functional", word.substr(prefix.size()))) {
+            return prefix;
         }
     }
-    return std::nullopt;
+    return {};
+}
+
+// Returns what Gaussian calls a functional that papers name otherwise, empty for none; nothing for any other word.
+std::optional<std::string_view> paper_name_of(std::string_view word) {
+    return other_name("functional", word.substr(paper_prefix(word).size()));
 }
 
 // Tells whether a word is a known method in a form that the vocabulary may lack: complex, generalised, or long-range
@@ -44,8 +48,26 @@ std::string hint_at_form(std::string_view word) {
     return place ? "write " + std::string(*place) : std::string();
 }
 
+// Offers to write an option, which stands as a word of its own, behind its keyword.
+void offer_option(const CheckedJob& job, const WrittenKeyword& keyword, Finding& finding) {
+    const std::optional<std::string_view> meant = other_name("option", keyword.head);
+    if (!meant || meant->find('(') != std::string_view::npos || keyword.raw != keyword.head) {
+        return;
+    }
+    const std::string word(*meant);
+    const WrittenKeyword* owner = job.find_keyword(word.substr(0, word.find('=')));
+    std::vector<TextEdit> edits = owner == nullptr ? std::vector<TextEdit>{job.replacing(keyword.place, word)}
+                                                   : with_option(job, *owner, word.substr(word.find('=') + 1));
+    const std::vector<TextEdit> removal = owner == nullptr ? edits : without_keyword(job, keyword);
+    if (owner != nullptr && !edits.empty() && !removal.empty()) {
+        edits.insert(edits.begin() + (removal.front().begin > edits.front().begin ? 1 : 0), removal.front());
+    }
+    offer(finding, "write " + word, FixSafety::Unsafe, removal.empty() ? std::vector<TextEdit>() : std::move(edits));
+}
+
 // Reports a word that is neither keyword nor method nor basis set.
-void report_unknown_word(const CheckedJob& job, const std::string& word, const TextPlace& place, Findings& findings) {
+void report_unknown_word(const CheckedJob& job, const std::string& word, const TextPlace& place, Findings& findings,
+                         const WrittenKeyword* keyword = nullptr) {
     if (word.empty()) {
         findings.add("GJF-W005", Severity::Warning, "a sign stands alone, without a keyword before it",
                      TextPlace{place.line, place.column, 1}, hint_at_form(word));
@@ -56,15 +78,44 @@ void report_unknown_word(const CheckedJob& job, const std::string& word, const T
         return;
     }
     if (const std::string hint = hint_at_form(word); !hint.empty()) {
-        findings.add("GJF-W005", Severity::Warning, "'" + word + "' is no route keyword, method or basis set", place, hint);
+        Finding& finding = findings.add("GJF-W005", Severity::Warning,
+                                        "'" + word + "' is no route keyword, method or basis set", place, hint);
+        if (keyword != nullptr) {
+            offer_option(job, *keyword, finding);
+        }
         return;
     }
     const std::vector<std::string> near = findings.may_look_for_names()
                                               ? near_names(to_lower_copy(word), all_route_words(job.schema))
                                               : std::vector<std::string>();
     const bool is_sure = is_misspelt(word, near) && !is_method_variant(job, word);
-    findings.add("GJF-W005", is_sure ? Severity::Error : Severity::Warning,
-                 "'" + word + "' is no route keyword, method or basis set", place, did_you_mean(near));
+    Finding& finding = findings.add("GJF-W005", is_sure ? Severity::Error : Severity::Warning,
+                                    "'" + word + "' is no route keyword, method or basis set", place, did_you_mean(near));
+    offer_near(job, place, word, near, finding);
+}
+
+// Offers to leave out the second of two methods or basis sets of a segment, or to put it in the place of the first.
+void offer_one_model(const CheckedJob& job, const WrittenSegment& segment, const WrittenKeyword& second,
+                     const std::string& first, Finding& finding) {
+    const RouteTree::Keyword* node = node_of(job, second);
+    const std::string& text = job.route_text();
+    if (node == nullptr || node->place.begin == 0 || text[node->place.begin - 1] != '/') {
+        return;
+    }
+    offer(finding, "leave out " + second.raw, FixSafety::Choice,
+          route_edits(job, span_between(node->place.begin - 1, node->place.end()), {}));
+    const Span whole = job.layout.route.segments[static_cast<std::size_t>(&segment - job.segments.data())].place;
+    const std::size_t at = to_lower_copy(whole.in(text)).find(first);
+    if (at == std::string::npos || whole.begin + at + first.size() >= node->place.begin) {
+        return;
+    }
+    std::vector<TextEdit> edits =
+        route_edits(job, span_between(whole.begin + at, whole.begin + at + first.size()), second.raw);
+    const std::vector<TextEdit> removal = route_edits(job, span_between(node->place.begin - 1, node->place.end()), {});
+    if (!edits.empty() && !removal.empty()) {
+        edits.push_back(removal.front());
+        offer(finding, "leave out " + first, FixSafety::Choice, std::move(edits));
+    }
 }
 
 // Reports a word that a piece of a segment was left with, since a method or a basis set stands there already; tells whether
@@ -73,19 +124,43 @@ bool check_second_model(const CheckedJob& job, const WrittenSegment& segment, co
                         Findings& findings) {
     const TextPlace place{keyword.place.line, keyword.place.column, keyword.raw.size()};
     if (!keyword.is_method && !segment.method.empty() && job.schema.knows_method_exact(keyword.head)) {
-        findings.add("GJF-R003", Severity::Warning, "two methods: '" + segment.method + "' and '" + keyword.raw + "'", place,
-                     "keep one; a second model chemistry stands behind '//', with its basis set");
+        Finding& finding =
+            findings.add("GJF-R003", Severity::Warning, "two methods: '" + segment.method + "' and '" + keyword.raw + "'",
+                         place, "keep one; a second model chemistry stands behind '//', with its basis set");
+        offer_one_model(job, segment, keyword, segment.method, finding);
         return true;
     }
     if (!keyword.is_method && !keyword.known && !segment.basis.empty() && job.schema.knows_basis(keyword.raw)) {
-        findings.add("GJF-R004", Severity::Warning, "two basis sets: '" + segment.basis + "' and '" + keyword.raw + "'",
-                     place, "keep one; different sets for different elements are given with gen");
+        Finding& finding =
+            findings.add("GJF-R004", Severity::Warning, "two basis sets: '" + segment.basis + "' and '" + keyword.raw + "'",
+                         place, "keep one; different sets for different elements are given with gen");
+        offer_one_model(job, segment, keyword, segment.basis, finding);
         return true;
     }
     return false;
 }
 
 using AmbiguousWords = std::unordered_set<std::string>;
+
+// The word that a warning calls ambiguous, and what it may stand for; no candidates where not all are told.
+struct AmbiguousWord {
+    std::string word;
+    std::vector<std::string> candidates;
+};
+
+AmbiguousWord words_of_warning(const std::string& message) {
+    constexpr std::string_view mark = "'; candidates: ";
+    const std::size_t end = message.rfind(mark);
+    if (end == std::string::npos || message.find("...") != std::string::npos) {
+        return {};
+    }
+    const std::size_t begin = message.rfind('\'', end - 1) + 1;
+    AmbiguousWord found{message.substr(begin, end - begin), {}};
+    std::vector<std::string_view> words;
+    split_fields(std::string_view(message).substr(end + mark.size()), FieldSeparators::WhiteSpaceAndComma, true, words);
+    found.candidates.assign(words.begin(), words.end());
+    return found;
+}
 
 // Collects the words that the route's own warnings call ambiguous.
 AmbiguousWords told_ambiguous(const CheckedJob& job) {
@@ -109,6 +184,39 @@ std::vector<std::string> candidates_of(const CheckedJob& job, const std::string&
     return candidates;
 }
 
+// Offers the words that one may begin, unless they are too many to choose from.
+void offer_choices(const CheckedJob& job, const TextPlace& place, std::string_view written,
+                   const std::vector<std::string>& candidates, Finding& finding) {
+    constexpr std::size_t most_choices = 6;
+    if (candidates.size() <= most_choices) {
+        offer_words(job, place, written, candidates, FixSafety::Choice, finding);
+    }
+}
+
+// Offers Gaussian's name for a functional; a dispersion correction stands behind the segment as a word of its own.
+void offer_functional(const CheckedJob& job, const WrittenSegment& segment, const std::string& word, const TextPlace& place,
+                      std::string_view meant, FixSafety safety, Finding& finding) {
+    const std::string prefix = word.substr(0, paper_prefix(word).size());
+    const std::size_t blank = meant.find(' ');
+    std::vector<TextEdit> edits = {job.replacing(place, prefix + std::string(meant.substr(0, blank)))};
+    if (blank != std::string_view::npos) {
+        const auto index = static_cast<std::size_t>(&segment - job.segments.data());
+        const Span end =
+            span_between(job.layout.route.segments[index].place.end() - 1, job.layout.route.segments[index].place.end());
+        const std::vector<TextPlace> last = route_places(job.layout, end);
+        if (last.size() != 1) {
+            return;
+        }
+        const std::string more(meant.substr(blank));
+        if (last.front().line == place.line && last.front().column + 1 == place.column + place.length) {
+            edits.front().text += more;
+        } else {
+            edits.push_back(job.replacing({last.front().line, last.front().column + 1, 0}, more));
+        }
+    }
+    offer(finding, "write " + prefix + std::string(meant), safety, std::move(edits));
+}
+
 // Reports a paper's name for a functional; tells whether it was one.
 bool check_paper_name(const CheckedJob& job, const WrittenSegment& segment, const std::string& word, const TextPlace& place,
                       Findings& findings) {
@@ -119,10 +227,14 @@ bool check_paper_name(const CheckedJob& job, const WrittenSegment& segment, cons
     }
     // A word that begins one of Gaussian's own may be taken for its abbreviation.
     const bool may_be_taken = !job.schema.method_completions(to_lower_copy(word)).empty();
-    findings.add(
+    Finding& finding = findings.add(
         "GJF-R011", may_be_taken ? Severity::Warning : Severity::Error,
         "'" + word + "' is the name of a functional in papers, not in Gaussian", place,
         name->empty() ? std::string("Gaussian 16 has no such functional") : "Gaussian calls it " + std::string(*name));
+    if (!name->empty() && place.length == word.size()) {
+        const bool is_sure = !may_be_taken && name->find(' ') == std::string_view::npos;
+        offer_functional(job, segment, word, place, *name, is_sure ? FixSafety::Safe : FixSafety::Unsafe, finding);
+    }
     return true;
 }
 
@@ -135,10 +247,12 @@ void check_unknown_words(const CheckedJob& job, const WrittenSegment& segment, c
         }
         const std::vector<std::string> candidates = candidates_of(job, keyword.head);
         if (candidates.size() < 2) {
-            report_unknown_word(job, keyword.head, keyword.place, findings);
+            report_unknown_word(job, keyword.head, keyword.place, findings, &keyword);
         } else if (told.count(keyword.head) == 0) {
-            findings.add("GJF-W005", Severity::Warning, "'" + keyword.head + "' is no route keyword, method or basis set",
-                         keyword.place, "it may begin " + format_warning_candidates(candidates, 6));
+            Finding& finding = findings.add("GJF-W005", Severity::Warning,
+                                            "'" + keyword.head + "' is no route keyword, method or basis set", keyword.place,
+                                            "it may begin " + format_warning_candidates(candidates, 6));
+            offer_choices(job, keyword.place, keyword.head, candidates, finding);
         }
     }
     // A word before "=" that is no keyword makes the segment a basis set assignment, and the word is lost.
@@ -219,14 +333,31 @@ void check_option_words(const CheckedJob& job, const WrittenKeyword& keyword, Fi
         const std::vector<std::string> near =
             findings.may_look_for_names() ? near_names(to_lower_copy(option.name), all_options(job.schema, keyword.name))
                                           : std::vector<std::string>();
-        findings.add(
-            "GJF-R001", is_misspelt(option.name, near) ? Severity::Error : Severity::Warning,
-            "'" + option.name + "' is no option of " + keyword.name, option.place,
-            keyword.name == "scrf" && is_solvent(option.name) ? "write solvent=" + option.name : did_you_mean(near));
+        const bool names_solvent = keyword.name == "scrf" && is_solvent(option.name);
+        Finding& finding = findings.add("GJF-R001", is_misspelt(option.name, near) ? Severity::Error : Severity::Warning,
+                                        "'" + option.name + "' is no option of " + keyword.name, option.place,
+                                        names_solvent ? "write solvent=" + option.name : did_you_mean(near));
+        if (names_solvent) {
+            offer_words(job, option.place, option.name, {"solvent=" + option.name}, FixSafety::Unsafe, finding);
+        } else {
+            offer_near(job, option.place, option.name, near, finding);
+        }
     }
 }
 
-void check_solvent(const WrittenKeyword& keyword, Findings& findings) {
+// Offers to write another name of a solvent: Gaussian's own where it is known, else the nearest.
+void offer_solvent(const CheckedJob& job, const WrittenKeyword& keyword, const WrittenOption& option,
+                   const std::vector<std::string>& names, FixSafety safety, Finding& finding) {
+    const RouteTree::Keyword* node = node_of(job, keyword);
+    for (const std::string& name : names) {
+        if (node != nullptr) {
+            offer(finding, "write " + name, names.size() == 1 ? safety : FixSafety::Choice,
+                  route_edits(job, node->options[static_cast<std::size_t>(&option - keyword.options.data())].value, name));
+        }
+    }
+}
+
+void check_solvent(const CheckedJob& job, const WrittenKeyword& keyword, Findings& findings) {
     for (const WrittenOption& option : keyword.options) {
         const std::string_view value = trim_view(option.value);
         if (option.canonical != "solvent" || value.empty() || is_solvent(value)) {
@@ -234,9 +365,11 @@ void check_solvent(const WrittenKeyword& keyword, Findings& findings) {
         }
         const std::vector<std::string> near = near_names(to_lower_copy(value), solvent_names());
         const std::optional<std::string_view> abbreviated = abbreviated_solvent(value);
-        findings.add("GJF-R012", is_misspelt(value, near) ? Severity::Error : Severity::Warning,
-                     "'" + std::string(value) + "' is no solvent of Gaussian", option.place,
-                     abbreviated ? "Gaussian calls it " + std::string(*abbreviated) : did_you_mean(near));
+        Finding& finding = findings.add("GJF-R012", is_misspelt(value, near) ? Severity::Error : Severity::Warning,
+                                        "'" + std::string(value) + "' is no solvent of Gaussian", option.place,
+                                        abbreviated ? "Gaussian calls it " + std::string(*abbreviated) : did_you_mean(near));
+        offer_solvent(job, keyword, option, abbreviated ? std::vector<std::string>{std::string(*abbreviated)} : near,
+                      abbreviated ? FixSafety::Safe : FixSafety::Unsafe, finding);
     }
 }
 
@@ -244,8 +377,12 @@ void check_solvent(const WrittenKeyword& keyword, Findings& findings) {
 void check_warnings(const CheckedJob& job, Findings& findings) {
     for (const ParseWarning& warning : job.route.warnings) {
         if (warning.code != "GJF-W005") {
-            findings.add(warning.code.c_str(), Severity::Warning, warning.message,
-                         warning.span ? job.route_place(span_between(warning.span->begin, warning.span->end)) : TextPlace{});
+            const TextPlace place =
+                warning.span ? job.route_place(span_between(warning.span->begin, warning.span->end)) : TextPlace{};
+            Finding& finding = findings.add(warning.code.c_str(), Severity::Warning, warning.message, place);
+            if (const auto [word, candidates] = words_of_warning(warning.message); !candidates.empty()) {
+                offer_choices(job, place, word, candidates, finding);
+            }
         }
     }
 }
@@ -269,7 +406,7 @@ void check_route_words(const CheckedMolecule& molecule, Findings& findings) {
         for (const WrittenKeyword& keyword : segment.keywords) {
             check_option_words(job, keyword, findings);
             if (keyword.name == "scrf") {
-                check_solvent(keyword, findings);
+                check_solvent(job, keyword, findings);
             }
         }
     }

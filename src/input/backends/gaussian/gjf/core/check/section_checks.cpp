@@ -2,6 +2,7 @@
 // left over.
 #include <gjf/core/check/rule.hpp>
 
+#include <gjf/core/check/fixes.hpp>
 #include <gjf/core/chemistry/elements.hpp>
 #include <gjf/core/reader/molecule_fields.hpp>
 #include <gjf/core/sections/section_kinds.hpp>
@@ -10,6 +11,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace quor::input::gaussian {
 namespace {
@@ -81,11 +83,16 @@ void check_missing(const CheckedJob& job, Findings& findings) {
         const Severity severity = is_one_of(indispensable, kind)    ? Severity::Error
                                   : is_one_of(optional_kinds, kind) ? Severity::Note
                                                                     : Severity::Warning;
-        findings.add("GJF-S001", severity,
-                     std::string("the section '") + extra_input_kind_name(kind) +
-                         "' is missing, which the route asks for with " + extra_input_request(kind),
-                     job.layout.lines.last,
-                     "sections stand behind the molecule in a fixed order, each ended by a blank line");
+        Finding& finding = findings.add("GJF-S001", severity,
+                                        std::string("the section '") + extra_input_kind_name(kind) +
+                                            "' is missing, which the route asks for with " + extra_input_request(kind),
+                                        job.layout.lines.last,
+                                        "sections stand behind the molecule in a fixed order, each ended by a blank line");
+        if (const WrittenOption* option = job.find_option("geom", "connectivity");
+            kind == Kind::Connectivity && option != nullptr) {
+            offer(finding, "leave out geom=connectivity", FixSafety::Unsafe,
+                  without_option(job, *job.find_keyword("geom"), *option));
+        }
     }
 }
 
@@ -167,33 +174,91 @@ bool has_atom_lines(const CheckedJob& job, const LineRange& lines) {
     return false;
 }
 
+bool has_line_with(const CheckedJob& job, const LineRange& lines, std::string_view text) {
+    for (std::size_t line = lines.first; line <= lines.last; ++line) {
+        if (contains_folded(job.line(line), text)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// Writes genecp in the place of the gen that ends a segment of the route.
+std::vector<TextEdit> with_genecp(const CheckedJob& job) {
+    for (std::size_t i = 0; i < job.segments.size(); ++i) {
+        const WrittenSegment& segment = job.segments[i];
+        const Span place = job.layout.route.segments[i].place;
+        if (segment.basis == "gen" && segment.text.size() >= 3 &&
+            equals_folded(std::string_view(segment.text).substr(segment.text.size() - 3), "gen")) {
+            return route_edits(job, span_between(place.end() - 3, place.end()), "genecp");
+        }
+    }
+    return {};
+}
+
+// A guess at what a left-over section is: what is said of it, and what would mend the job.
+struct LikelyRequest {
+    std::string hint;
+    std::string title = {};
+    std::vector<TextEdit> edits = {};
+};
+
+// The blank lines between the molecule and a section behind it.
+std::vector<TextEdit> without_blank_lines_before(const CheckedJob& job, std::size_t line) {
+    std::size_t first = line;
+    while (first > job.layout.charge_line + 1 && is_blank_line(job.line(first - 1))) {
+        --first;
+    }
+    const bool behind_molecule = job.layout.molecule.last + 1 >= first && first < line;
+    return behind_molecule ? std::vector<TextEdit>{job.without_lines({first, line - 1})} : std::vector<TextEdit>();
+}
+
+// Potentials may be given to the sets that the route takes from the input.
+LikelyRequest request_of_basis(const CheckedJob& job, const LineRange& lines) {
+    const bool has_potentials = has_line_with(job, lines, "ecp");
+    if (!job.names_basis("gen") || !has_potentials) {
+        return {"it looks like a basis set (gen)"};
+    }
+    return {"it looks like core potentials (genecp)", "write genecp", with_genecp(job)};
+}
+
 // Guesses the request that a left-over section belongs to, from its lines.
-std::string likely_request(const CheckedJob& job, const LineRange& lines) {
+LikelyRequest likely_request(const CheckedJob& job, const LineRange& lines) {
     if (job.all_from_checkpoint()) {
-        return "geom=allcheck takes title, charge and molecule from the checkpoint";
+        return {"geom=allcheck takes title, charge and molecule from the checkpoint"};
     }
     const std::string_view first = trim_view(job.line(lines.first));
     if (contains_folded(first, "$nbo")) {
-        return "it looks like NBO input (pop=nboread)";
+        return {"it looks like NBO input (pop=nboread)", "add pop=nboread", with_word(job, "pop=nboread")};
     }
     for (std::size_t line = lines.first; line <= lines.last; ++line) {
         if (trim_view(job.line(line)).substr(0, 4) == "****") {
-            return "it looks like a basis set (gen)";
+            return request_of_basis(job, lines);
         }
     }
-    if (first.substr(0, 2) == "--" || first.substr(0, 1) == "#" || first.substr(0, 1) == "%") {
-        return "the line between two jobs is --Link1--";
+    if (first.substr(0, 2) == "--") {
+        return {"the line between two jobs is --Link1--",
+                "write --Link1--",
+                {job.replacing(job.place_in(lines.first, job.line(lines.first)), "--Link1--")}};
+    }
+    if (first.substr(0, 1) == "#" || first.substr(0, 1) == "%") {
+        return {"the line between two jobs is --Link1--",
+                "put --Link1-- before it",
+                {job.behind_line(lines.first - 1, "\n--Link1--")}};
     }
     if (all_lines(job, lines, is_atom_line)) {
-        return "it looks like atoms: the blank line before it ends the molecule";
+        return {"it looks like atoms: the blank line before it ends the molecule", "remove the blank line",
+                without_blank_lines_before(job, lines.first)};
     }
     if (all_lines(job, lines, is_coordinate_line)) {
-        return "it looks like changes of coordinates (opt=modredundant)";
+        return {"it looks like changes of coordinates (opt=modredundant)", "add opt=modredundant",
+                with_word(job, "opt=modredundant")};
     }
     if (all_lines(job, lines, is_bond_row)) {
-        return "it looks like connectivity (geom=connectivity)";
+        return {"it looks like connectivity (geom=connectivity)", "add geom=connectivity",
+                with_word(job, "geom=connectivity")};
     }
-    return "a keyword is missing from the route, or a blank line is one too many";
+    return {"a keyword is missing from the route, or a blank line is one too many"};
 }
 
 // NBO reads on behind its first list, as long as keys begin with "$".
@@ -219,12 +284,14 @@ void check_left_over(const CheckedJob& job, Findings& findings) {
                                   return s.kind == Kind::Unknown && has_atom_lines(job, s.lines);
                               });
         const Severity severity = is_title || job.has_keyword("iop") ? Severity::Note : Severity::Warning;
-        findings.add(
+        LikelyRequest likely = likely_request(job, section.lines);
+        Finding& finding = findings.add(
             "GJF-S002", severity,
             "nothing in the route asks for what stands here" +
                 (section.lines.first == section.lines.last ? std::string()
                                                            : " (to line " + std::to_string(section.lines.last) + ")"),
-            section.lines.first, likely_request(job, section.lines));
+            section.lines.first, std::move(likely.hint));
+        offer(finding, std::move(likely.title), FixSafety::Unsafe, std::move(likely.edits));
     }
 }
 

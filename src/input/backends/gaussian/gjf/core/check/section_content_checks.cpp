@@ -1,6 +1,7 @@
 // Checks of what stands in single kinds of section: coordinate changes, NBO and solvent input, charges, further structures.
 #include <gjf/core/check/rule.hpp>
 
+#include <gjf/core/check/fixes.hpp>
 #include <gjf/core/check/near_names.hpp>
 #include <gjf/core/sections/section_tokens.hpp>
 #include <gjf/core/text/number.hpp>
@@ -150,7 +151,9 @@ void check_nbo(const CheckedJob& job, const SectionLayout& section, const std::v
             return;
         }
     }
-    findings.add("GJF-S016", Severity::Error, "the NBO input has no $end", lines.last, "close each $NBO list with $END");
+    Finding& finding =
+        findings.add("GJF-S016", Severity::Error, "the NBO input has no $end", lines.last, "close each $NBO list with $END");
+    offer(finding, "close it with $END", FixSafety::Safe, {job.behind_line(lines.last, "\n$END")});
 }
 
 // What may stand in the input of SCRF=Read.
@@ -246,8 +249,12 @@ void check_solvation_words(const SectionText& text, std::size_t line, Tokens tok
             if (findings.may_look_for_names()) {
                 names.assign(std::begin(solvation_words), std::end(solvation_words));
             }
-            findings.add("GJF-S017", Severity::Warning, "'" + std::string(word) + "' is no word of the solvent input",
-                         text.job.place_in(line, word), did_you_mean(near_names(to_lower_copy(word), names)));
+            const std::vector<std::string> near = near_names(to_lower_copy(word), names);
+            const TextPlace place = text.job.place_in(line, word);
+            Finding& finding =
+                findings.add("GJF-S017", Severity::Warning, "'" + std::string(word) + "' is no word of the solvent input",
+                             place, did_you_mean(near));
+            offer_near(text.job, place, word, near, finding);
         }
     }
 }

@@ -1,6 +1,8 @@
 // Checks of the bare text: its characters, line ends, and the blank lines that end a job.
 #include <gjf/core/check/rule.hpp>
 
+#include <gjf/core/check/fixes.hpp>
+
 #include <gjf/core/reader/molecule_fields.hpp>
 #include <gjf/core/sections/section_kinds.hpp>
 #include <gjf/core/text/number.hpp>
@@ -17,13 +19,49 @@ bool is_outside_ascii(char c) noexcept { return static_cast<unsigned char>(c) >=
 
 bool holds(const LineRange& range, std::size_t line) noexcept { return line >= range.first && line <= range.last; }
 
+// Characters that text processors put in the place of others.
+constexpr struct {
+    std::string_view character;
+    std::string_view meant;
+} typographic[] = {
+    {"\xC2\xA0", " "},      {"\xE2\x80\x87", " "}, {"\xE2\x80\xAF", " "}, {"\xE3\x80\x80", " "}, {"\xE2\x80\x83", " "},
+    {"\xE2\x80\x82", " "},  {"\xE2\x80\x89", " "}, {"\xE2\x80\x8B", ""},  {"\xEF\xBB\xBF", ""},  {"\xC2\xAD", ""},
+    {"\xE2\x88\x92", "-"},  {"\xE2\x80\x90", "-"}, {"\xE2\x80\x91", "-"}, {"\xE2\x80\x92", "-"}, {"\xE2\x80\x93", "-"},
+    {"\xE2\x80\x94", "-"},  {"\xE2\x80\x98", "'"}, {"\xE2\x80\x99", "'"}, {"\xE2\x80\xB2", "'"}, {"\xE2\x80\x9C", "\""},
+    {"\xE2\x80\x9D", "\""}, {"\xEF\xBC\x8C", ","}, {"\xEF\xBC\x88", "("}, {"\xEF\xBC\x89", ")"}, {"\xEF\xBC\x9D", "="},
+};
+
+// Offers the ASCII characters for typographic ones. Blanks and the signs of a route can be nothing else; a dash among
+// coordinates changes one of them.
+void offer_plain_characters(const CheckedJob& job, const TextPlace& place, Finding& finding) {
+    std::string_view rest = job.line(place.line).substr(place.column - 1, place.length);
+    std::string text;
+    while (!rest.empty()) {
+        const auto known = std::find_if(std::begin(typographic), std::end(typographic),
+                                        [&](const auto& row) { return rest.starts_with(row.character); });
+        if (known == std::end(typographic)) {
+            return;
+        }
+        text += known->meant;
+        rest.remove_prefix(known->character.size());
+    }
+    const bool is_blank = text.find_first_not_of(' ') == std::string::npos;
+    const bool in_head = job.layout.charge_line == 0 || place.line < job.layout.charge_line;
+    offer(finding, is_blank ? "write blanks" : "write " + text, is_blank || in_head ? FixSafety::Safe : FixSafety::Unsafe,
+          {job.replacing(place, text)});
+}
+
 void check_line_characters(const CheckedJob& job, std::size_t number, Findings& findings) {
     const std::string_view line = job.line(number);
     const auto control = std::find_if(line.begin(), line.end(), is_control_character);
     if (control != line.end()) {
         const auto column = static_cast<std::size_t>(control - line.begin()) + 1;
-        findings.add("GJF-T002", Severity::Warning, "a control character stands here", TextPlace{number, column, 1},
-                     "remove it; editors often do not show it");
+        const TextPlace place{number, column, 1};
+        Finding& finding = findings.add("GJF-T002", Severity::Warning, "a control character stands here", place,
+                                        "remove it; editors often do not show it");
+        const bool is_blank = *control == '\f' || *control == '\v';
+        offer(finding, is_blank ? "write a blank" : "remove it", FixSafety::Unsafe,
+              {job.replacing(place, is_blank ? " " : "")});
     }
     // A title may hold anything; every other part ends where its comment begins.
     const std::string_view text = holds(job.layout.title, number) ? std::string_view() : without_comment(line);
@@ -31,9 +69,10 @@ void check_line_characters(const CheckedJob& job, std::size_t number, Findings& 
     if (first != text.end()) {
         const auto last = std::find_if_not(first, text.end(), is_outside_ascii);
         const auto column = static_cast<std::size_t>(first - text.begin()) + 1;
-        findings.add("GJF-T003", Severity::Warning, "a character outside ASCII stands here",
-                     TextPlace{number, column, static_cast<std::size_t>(last - first)},
-                     "write it with the letters, digits and signs of ASCII");
+        const TextPlace place{number, column, static_cast<std::size_t>(last - first)};
+        Finding& finding = findings.add("GJF-T003", Severity::Warning, "a character outside ASCII stands here", place,
+                                        "write it with the letters, digits and signs of ASCII");
+        offer_plain_characters(job, place, finding);
     }
 }
 
@@ -68,6 +107,26 @@ void check_final_blank_line(const CheckedJob& job, Findings& findings) {
     finding.fixes = {{"put a blank line behind it", FixSafety::Safe, {job.blank_line_behind(last)}}};
 }
 
+// Offers the partner of the only bracket that has none: behind the last option of a list at the end of the route, or before
+// the first one behind "=".
+void offer_balance(const CheckedJob& job, std::size_t at, Finding& finding) {
+    const std::string& text = job.route_text();
+    const auto count = [&](char c) { return std::count(text.begin(), text.end(), c); };
+    if (text[at] == '(' && count('(') == count(')') + 1 && text.find(' ', at) == std::string::npos) {
+        offer(finding, "close it at the end", FixSafety::Unsafe,
+              route_edits(job, span_between(text.size() - 1, text.size()), text.substr(text.size() - 1) + ")"));
+    } else if (text[at] == ')' && count('(') + 1 == count(')')) {
+        const std::size_t sign = std::min(text.rfind('=', at), at);
+        const TextPlace from = job.route_place(span_between(sign, sign + 1));
+        const TextPlace to = job.route_place(span_between(at, at + 1));
+        const std::string_view list =
+            from.line == to.line ? job.line(from.line).substr(from.column - 1, to.column - from.column) : " ";
+        if (sign < at && list.find_first_of(" \t(") == std::string_view::npos) {
+            offer(finding, "open it behind =", FixSafety::Unsafe, route_edits(job, span_between(sign, sign + 1), "=("));
+        }
+    }
+}
+
 // Reports brackets and quotes of the route that have no partner.
 void check_route_balance(const CheckedJob& job, Findings& findings) {
     constexpr std::string_view opening = "([{";
@@ -76,8 +135,9 @@ void check_route_balance(const CheckedJob& job, Findings& findings) {
     std::vector<std::size_t> open;
     std::size_t quote = std::string::npos;
     const auto report = [&](std::size_t at, const char* what) {
-        findings.add("GJF-T007", Severity::Error, std::string("'") + text[at] + "' " + what,
-                     job.route_place(span_between(at, at + 1)));
+        Finding& finding = findings.add("GJF-T007", Severity::Error, std::string("'") + text[at] + "' " + what,
+                                        job.route_place(span_between(at, at + 1)));
+        offer_balance(job, at, finding);
     };
     for (std::size_t i = 0; i < text.size(); ++i) {
         const char c = text[i];
@@ -126,12 +186,37 @@ bool is_spoilt_number(std::string_view field) {
     return !is_number_text(field) && !is_fortran_number(field) && (begins_as_number || odd_sign);
 }
 
+// Puts points in the place of the commas between digits, in this line and all below that are written so.
+std::vector<TextEdit> decimal_points(const CheckedJob& job, std::size_t line) {
+    const auto is_digit = [](char c) { return c >= '0' && c <= '9'; };
+    std::vector<TextEdit> edits;
+    for (; line <= job.layout.molecule.last; ++line) {
+        const std::string_view text = without_comment(job.line(line));
+        for (std::size_t i = 1; has_decimal_commas(text) && i + 1 < text.size(); ++i) {
+            if (text[i] == ',' && is_digit(text[i - 1]) && is_digit(text[i + 1])) {
+                edits.push_back(job.replacing({line, i + 1, 1}, "."));
+            }
+        }
+    }
+    return edits;
+}
+
+// Writes a number without the letters that look like its digits; empty where that gives none.
+std::string with_digits(std::string_view field) {
+    std::string number(field);
+    for (char& c : number) {
+        c = c == 'O' || c == 'o' ? '0' : c == 'l' || c == 'I' ? '1' : c;
+    }
+    return number != field && is_number_text(number) ? number : std::string();
+}
+
 void check_decimal_commas(const CheckedJob& job, Findings& findings) {
     const LineRange& molecule = job.layout.molecule;
     for (std::size_t line = molecule.first; !molecule.empty() && line <= molecule.last; ++line) {
         if (has_decimal_commas(without_comment(job.line(line)))) {
-            findings.add("GJF-T006", Severity::Error, "the numbers of this line have decimal commas", line,
-                         "a comma separates fields; write decimal points");
+            Finding& finding = findings.add("GJF-T006", Severity::Error, "the numbers of this line have decimal commas",
+                                            line, "a comma separates fields; write decimal points");
+            offer(finding, "write decimal points", FixSafety::Unsafe, decimal_points(job, line));
             return;
         }
     }
@@ -178,8 +263,12 @@ void check_numbers_of_line(const CheckedJob& job, std::size_t line_number, Findi
     cut_fields(without_comment(job.line(line_number)), fields);
     for (std::size_t i = 1; i < fields.size(); ++i) {
         if (is_spoilt_number(fields[i])) {
-            findings.add("GJF-T006", Severity::Error, "'" + std::string(fields[i]) + "' is no number",
-                         job.place_in(line_number, fields[i]), "look for letters such as O and l among the digits");
+            const TextPlace place = job.place_in(line_number, fields[i]);
+            Finding& finding = findings.add("GJF-T006", Severity::Error, "'" + std::string(fields[i]) + "' is no number",
+                                            place, "look for letters such as O and l among the digits");
+            if (const std::string number = with_digits(fields[i]); !number.empty()) {
+                offer_words(job, place, fields[i], {number}, FixSafety::Unsafe, finding);
+            }
         }
     }
 }
