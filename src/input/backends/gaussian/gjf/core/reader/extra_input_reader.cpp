@@ -7,7 +7,9 @@
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
+#include <charconv>
 #include <optional>
+#include <system_error>
 #include <utility>
 
 namespace quor::input::gaussian {
@@ -23,6 +25,19 @@ bool is_connectivity_kind(Kind kind) noexcept {
     throw GJFParseException(std::to_string(number) + " references atom index outside the geometry atom count");
 }
 
+// Returns the number that a row of connectivity begins with; 0 for none. Nearly all rows begin with plain digits.
+std::int64_t first_number(std::string_view line) {
+    constexpr std::string_view ends = " \t\v\f!";
+    line.remove_prefix(std::min(line.find_first_not_of(' '), line.size()));
+    std::uint32_t number = 0;
+    const auto [end, error] = std::from_chars(line.data(), line.data() + line.size(), number);
+    if (error == std::errc() && (end == line.data() + line.size() || *end == ' ')) {
+        return number;
+    }
+    const std::string_view row = trim_view(line);
+    return to_int64(row.substr(0, row.find_first_of(ends))).value_or(0);
+}
+
 // Refuses bonds, and then rows without any, of atoms that are not there. The lines are read already.
 void check_atom_numbers(const ConnectivitySection& connectivity, LineSpan lines, std::size_t atom_count) {
     for (const Bond& bond : connectivity.bonds) {
@@ -31,8 +46,7 @@ void check_atom_numbers(const ConnectivitySection& connectivity, LineSpan lines,
         }
     }
     for (const std::string_view line : lines) {
-        const std::string_view row = trim_view(line);
-        const std::int64_t atom = to_int64(row.substr(0, row.find_first_of(" \t\v\f!"))).value_or(0);
+        const std::int64_t atom = first_number(line);
         if (std::cmp_greater(atom, atom_count)) {
             refuse_atom(static_cast<std::uint64_t>(atom));
         }
