@@ -181,17 +181,28 @@ double bond_ratio(const MoleculeAtom& a, const MoleculeAtom& b, double slip) {
     return is_multiple ? slip : ratio;
 }
 
+// Tells whether two places are farther apart than `length` for certain, which takes no root.
+bool is_farther(const Position& a, const Position& b, double length) noexcept {
+    const double x = a[0] - b[0];
+    const double y = a[1] - b[1];
+    const double z = a[2] - b[2];
+    return x * x + y * y + z * z > length * length;
+}
+
 // The bond ratio of each of some atoms with its nearest neighbour. About 1 in ångström, 1.9 in bohr.
 std::vector<double> bond_ratios(const std::vector<MoleculeAtom>& atoms, double slip) {
     constexpr std::size_t sample = 40;
+    constexpr double reach = 3;  // no covalent radius is larger
     std::vector<double> ratios;
     for (std::size_t i = 0; i < atoms.size() && ratios.size() < sample; ++i) {
         if (!has_nucleus(atoms[i]) || is_noble_gas(atoms[i].species.element)) {
             continue;
         }
+        const double radius = covalent_radius(atoms[i].species.element);
         double best = 0;
         for (std::size_t j = 0; j < atoms.size(); ++j) {
-            if (j != i && has_nucleus(atoms[j])) {
+            if (j != i && has_nucleus(atoms[j]) &&
+                (best == 0 || !is_farther(*atoms[i].position, *atoms[j].position, best * (radius + reach)))) {
                 const double ratio = bond_ratio(atoms[i], atoms[j], slip);
                 best = best == 0 || ratio < best ? ratio : best;
             }

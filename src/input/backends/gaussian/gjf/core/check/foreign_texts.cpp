@@ -64,6 +64,9 @@ std::size_t line_of_pdb(const LineList& lines) {
 // ORCA's keywords stand behind "!", its coordinates behind "* xyz CHARGE MULTIPLICITY".
 std::size_t line_of_orca(const LineList& lines) {
     const auto is_coordinates = [](std::string_view line) {
+        if (line.find('*') == std::string_view::npos) {
+            return false;
+        }
         Fields fields;
         cut_fields(line, fields);
         const bool apart = !fields.empty() && fields[0] == "*";
