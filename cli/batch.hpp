@@ -14,6 +14,15 @@ class App;
 
 namespace quor_gjf {
 
+/// How many fixes of findings could be applied, and were.
+struct FixCounts {
+    std::size_t safe = 0;
+    std::size_t unsafe = 0;  ///< with --unsafe-fixes alone
+    std::size_t applied = 0;
+
+    FixCounts& operator+=(const FixCounts& other) noexcept;
+};
+
 /// What a command has to say about one file.
 struct FileResult {
     std::string out;
@@ -21,6 +30,7 @@ struct FileResult {
     int code = 0;                              ///< the file's share in the exit code; the greatest counts
     std::array<std::size_t, 3> counts{};       ///< findings by severity
     std::map<std::string, std::size_t> codes;  ///< and by code
+    FixCounts fixes;
 };
 
 /// The arguments that all commands over many files share.

@@ -1,6 +1,7 @@
 // quor-gjf check: prints what the checker finds in job files, each finding with its line and a hint.
 #include "batch.hpp"
 #include "check_codes.hpp"
+#include "check_fixing.hpp"
 #include "commands.hpp"
 #include "input.hpp"
 #include "plain_text.hpp"
@@ -35,6 +36,7 @@ struct CheckArguments {
     bool statistics = false;
     bool list = false;
     std::vector<std::string> explained;
+    FixArguments fixing;
 };
 
 // Escape sequences around parts of a finding; all empty without colour.
@@ -110,31 +112,51 @@ void print_statistics(const std::map<std::string, std::size_t>& codes) {
     }
 }
 
-bool is_wanted(const std::string& code, const CheckArguments& arguments) {
-    const std::size_t selected = longest_beginning(code, arguments.selected);
-    const std::size_t ignored = longest_beginning(code, arguments.ignored);
-    return ignored == 0 ? arguments.selected.empty() || selected != 0 : selected > ignored;
+// Prints what was found; what the text of standard input goes to is not mixed with it, nor is a difference.
+void tell_findings(const std::string& path, const FixedFile& file, const CheckArguments& arguments, const Colours& colours,
+                   FileResult& result) {
+    std::string text;
+    NumberedLines lines(file.text);
+    for (const Finding& finding : file.findings) {
+        text += arguments.batch.json ? std::string() : text_of(path, finding, lines, colours);
+    }
+    text = arguments.batch.json ? check_json(path, file.findings) : text;
+    const bool prints_text = arguments.fixing.fix && path == "-" && !arguments.fixing.diff;
+    if (prints_text) {
+        result.err += text;
+    } else if (!arguments.fixing.diff) {
+        result.out += text;
+    }
 }
 
-FileResult check_file(const std::string& path, const CheckArguments& arguments, const Colours& colours) {
+FileResult check_file(const std::string& path, const CheckArguments& arguments, const Colours& colours,
+                      quor::core::fs::FolderFlushes& folders) {
+    const auto is_wanted = [&](const Finding& finding) {
+        return is_chosen(finding.code, arguments.selected, arguments.ignored);
+    };
     const std::string content = read_text(path);
-    std::vector<Finding> findings = check_text(content);
-    findings.erase(std::remove_if(findings.begin(), findings.end(),
-                                  [&](const Finding& finding) { return !is_wanted(finding.code, arguments); }),
-                   findings.end());
+    FixedFile file;
+    if (arguments.fixing.works()) {
+        file = fix_file(path, content, arguments.fixing, is_wanted, folders);
+    } else {
+        file.text = content;
+        file.findings = check_text(content);
+    }
+    std::erase_if(file.findings, [&](const Finding& finding) { return !is_wanted(finding); });
     const Severity fail_on = severity_of(arguments.fail_on);
     FileResult result;
-    NumberedLines lines(content);
-    for (const Finding& finding : findings) {
+    result.out = std::move(file.out);
+    result.err = std::move(file.err);
+    result.fixes = count_fixes(file.findings, arguments.fixing);
+    result.fixes.applied = file.applied;
+    result.code = arguments.fixing.diff && !result.out.empty() ? exit_failure : exit_success;
+    for (const Finding& finding : file.findings) {
         ++result.counts[index_of(finding.severity)];
         ++result.codes[finding.code];
         result.code = finding.severity >= fail_on ? exit_failure : result.code;
-        if (!arguments.batch.json && !arguments.statistics) {
-            result.out += text_of(path, finding, lines, colours);
-        }
     }
-    if (arguments.batch.json && !arguments.statistics) {
-        result.out = check_json(path, findings);
+    if (!arguments.statistics) {
+        tell_findings(path, file, arguments, colours, result);
     }
     return result;
 }
@@ -168,6 +190,23 @@ bool tells_what_is_missing(const CheckArguments& arguments) {
     return true;
 }
 
+// What is counted over all files.
+struct Totals {
+    std::size_t files = 0;
+    std::array<std::size_t, 3> counts{};
+    std::map<std::string, std::size_t> codes;
+    FixCounts fixes;
+
+    void add(const FileResult& result) {
+        files += result.code == exit_usage ? 0 : 1;
+        std::transform(counts.begin(), counts.end(), result.counts.begin(), counts.begin(), std::plus<>());
+        for (const auto& [code, count] : result.codes) {
+            codes[code] += count;
+        }
+        fixes += result.fixes;
+    }
+};
+
 int check(const CheckArguments& arguments) {
     const bool asks_for_codes = arguments.list || !arguments.explained.empty();
     if (arguments.batch.paths.empty() && !asks_for_codes) {
@@ -176,6 +215,7 @@ int check(const CheckArguments& arguments) {
     require_codes("--select", arguments.selected);
     require_codes("--ignore", arguments.ignored);
     require_codes("--explain", arguments.explained);
+    check_fix_options(arguments.fixing);
     if (tells_what_is_missing(arguments)) {
         return exit_usage;
     }
@@ -184,24 +224,19 @@ int check(const CheckArguments& arguments) {
         return exit_success;
     }
     const Colours& colours = output_has_colour() ? terminal_colours : no_colours;
-    std::size_t files = 0;
-    std::array<std::size_t, 3> counts{};
-    std::map<std::string, std::size_t> codes;
+    Totals totals;
+    quor::core::fs::FolderFlushes folders;
     Batch batch;
-    batch.work = [&](const std::string& path) { return check_file(path, arguments, colours); };
-    batch.note = [&](const FileResult& result) {
-        files += result.code == exit_usage ? 0 : 1;
-        std::transform(counts.begin(), counts.end(), result.counts.begin(), counts.begin(), std::plus<>());
-        for (const auto& [code, count] : result.codes) {
-            codes[code] += count;
-        }
-    };
+    batch.work = [&](const std::string& path) { return check_file(path, arguments, colours, folders); };
+    batch.note = [&](const FileResult& result) { totals.add(result); };
     const int exit_code = run_batch(arguments.batch, batch);
+    folders.flush();
     if (arguments.statistics) {
-        print_statistics(codes);
+        print_statistics(totals.codes);
     }
     if (!arguments.batch.json) {
-        print_summary(files, counts);
+        print_summary(totals.files, totals.counts);
+        std::fputs(fix_summary(totals.fixes, arguments.fixing).c_str(), stderr);
     }
     return arguments.exit_zero && exit_code == exit_failure ? exit_success : exit_code;
 }
@@ -211,21 +246,20 @@ int check(const CheckArguments& arguments) {
 void add_check_command(CLI::App& command, int& exit_code) {
     const auto arguments = std::make_shared<CheckArguments>();
     add_batch_options(command, arguments->batch);
-    const auto add_codes = [&](const char* name, std::vector<std::string>& codes, const char* description) {
-        command.add_option(name, codes, description)->type_name("CODE")->delimiter(',')->allow_extra_args(false);
-    };
-    add_codes("--select", arguments->selected,
-              "Report these codes alone; a code may be cut short, as GJF-M; may be given several times, or with commas");
-    add_codes("--ignore", arguments->ignored,
-              "Do not report these codes; of --select and --ignore the one that names more of a code holds");
+    add_code_option(
+        command, "--select", arguments->selected,
+        "Report these codes alone; a code may be cut short, as GJF-M; may be given several times, or with commas");
+    add_code_option(command, "--ignore", arguments->ignored,
+                    "Do not report these codes; of --select and --ignore the one that names more of a code holds");
     command.add_option("--fail-on", arguments->fail_on, "Exit with 1 from this severity on: error (default), warning, note")
         ->type_name("SEVERITY")
         ->check(CLI::IsMember({"error", "warning", "note"}));
+    add_fix_options(command, arguments->fixing);
     command.add_flag("--exit-zero", arguments->exit_zero, "Exit with 0 although there are findings");
     command.add_flag("--statistics", arguments->statistics, "Tell how often each code was found, instead of the findings");
     command.add_flag("--list", arguments->list, "List all codes with their titles");
-    add_codes("--explain", arguments->explained,
-              "Explain a code, with a wrong and a right job; list those of one cut short");
+    add_code_option(command, "--explain", arguments->explained,
+                    "Explain a code, with a wrong and a right job; list those of one cut short");
     command.callback([arguments, &exit_code] { exit_code = check(*arguments); });
 }
 

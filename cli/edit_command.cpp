@@ -82,17 +82,6 @@ std::string edited_text(GJFDocument& document, const std::string& path, const Ed
     }
 }
 
-void write_in_place(const std::string& path, const std::string& before, const std::string& after, bool force,
-                    quor::core::fs::FolderFlushes& folders) {
-    if (after == before) {
-        return;
-    }
-    if (!force && read_text(path) != before) {
-        throw std::runtime_error("the file has changed since it was read; --force writes it all the same");
-    }
-    write_file(path, after, true, folders);
-}
-
 void write_to_folder(const std::string& output, const std::string& text, bool force,
                      quor::core::fs::FolderFlushes& folders) {
     std::error_code error;
@@ -141,7 +130,7 @@ FileResult edit_file(const std::string& path, const EditArguments& arguments, co
         return result;
     }
     if (arguments.in_place) {
-        write_in_place(path, before, after, arguments.force, output.folders);
+        replace_file(path, before, after, arguments.force, output.folders);
     } else {
         write_to_folder(outputs.path_of(path), after, arguments.force, output.folders);
     }

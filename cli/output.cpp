@@ -51,6 +51,17 @@ void write_file(const std::string& path, const std::string& text, bool force, qu
     }
 }
 
+void replace_file(const std::string& path, const std::string& before, const std::string& after, bool force,
+                  quor::core::fs::FolderFlushes& folders) {
+    if (after == before) {
+        return;
+    }
+    if (!force && read_text(path) != before) {
+        throw std::runtime_error("the file has changed since it was read; --force writes it all the same");
+    }
+    write_file(path, after, true, folders);
+}
+
 int guarded(const std::string& input, const std::function<int()>& work) {
     try {
         return work();

@@ -26,6 +26,11 @@ void write_output(const std::string& path, const std::string& text, bool force);
 /// The same for a file, whose folder is left to `folders` to flush.
 void write_file(const std::string& path, const std::string& text, bool force, quor::core::fs::FolderFlushes& folders);
 
+/// Replaces a file's text, read as `before`, where it differs from `after`. Throws `std::runtime_error` when the file holds
+/// something else by now, unless `force` is set.
+void replace_file(const std::string& path, const std::string& before, const std::string& after, bool force,
+                  quor::core::fs::FolderFlushes& folders);
+
 /// Runs a command's work on one input; what it throws is told on standard error, after "INPUT: ". Returns the work's exit
 /// code, or 2 for input that cannot be opened and output that is there already, and 1 for any other failure.
 int guarded(const std::string& input, const std::function<int()>& work);
