@@ -7,6 +7,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
@@ -39,17 +40,41 @@ std::string size_of(const GJFData& job) {
     return text + '\n';
 }
 
+std::string report_of(const JobReading& reading) {
+    return reading.error.empty() ? GJFParser::format_full_gjf(reading.job) + size_of(reading.job) + warnings_of(reading.job)
+                                 : "line " + std::to_string(reading.error_line) + ": not read: " + reading.error + "\n";
+}
+
 // The reports of a file's jobs, each under its number when there are several.
-std::string report_of(const GJFMultiData& file) {
+std::string report_of(const std::vector<JobReading>& readings) {
     std::string text;
-    for (std::size_t i = 0; i < file.jobs.size(); ++i) {
-        if (file.jobs.size() > 1) {
-            text += (i == 0 ? "--- Job " : "\n--- Job ") + std::to_string(i + 1) + " of " +
-                    std::to_string(file.jobs.size()) + " ---\n";
+    for (std::size_t i = 0; i < readings.size(); ++i) {
+        if (readings.size() > 1) {
+            text += (i == 0 ? "--- Job " : "\n--- Job ") + std::to_string(i + 1) + " of " + std::to_string(readings.size()) +
+                    " ---\n";
         }
-        text += GJFParser::format_full_gjf(file.jobs[i]) + size_of(file.jobs[i]) + warnings_of(file.jobs[i]);
+        text += report_of(readings[i]);
     }
     return text;
+}
+
+FileResult report_file(const std::string& path, bool with_heading, bool json) {
+    const std::string text = read_text(path);
+    const std::vector<JobReading> readings = read_jobs_with_layout(text);
+    const auto is_read = [](const JobReading& reading) { return reading.error.empty(); };
+    if (std::none_of(readings.begin(), readings.end(), is_read)) {
+        GJFParser::parse_string_multi(text);  // throws what it says of such a file
+    }
+    FileResult result;
+    result.out = json ? readings_json(path, readings)
+                      : (with_heading ? "==> " + path + " <==\n" : std::string()) + report_of(readings);
+    for (const JobReading& reading : readings) {
+        if (!is_read(reading)) {
+            result.err += path + ": Job " + std::to_string(reading.layout.number) + ": " + reading.error + "\n";
+            result.code = exit_failure;
+        }
+    }
+    return result;
 }
 
 int report(const BatchOptions& options) {
@@ -58,13 +83,7 @@ int report(const BatchOptions& options) {
     Batch batch;
     batch.output_name = "the report";
     batch.separator = options.json ? "" : "\n";
-    batch.work = [&](const std::string& path) {
-        const GJFMultiData file = GJFParser::parse_string_multi(read_text(path));
-        FileResult result;
-        result.out = options.json ? report_json(path, file.jobs)
-                                  : (with_heading ? "==> " + path + " <==\n" : std::string()) + report_of(file);
-        return result;
-    };
+    batch.work = [&](const std::string& path) { return report_file(path, with_heading, options.json); };
     return run_batch(options, batch);
 }
 

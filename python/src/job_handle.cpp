@@ -35,6 +35,15 @@ auto read_guarded(const std::string& text, Read read) {
     }
 }
 
+bool is_read_whole(const JobReading& reading) { return reading.error.empty(); }
+
+// Reads the first job. What cannot be read is told as the class interface does.
+GJFData first_job(const std::string& text) {
+    std::vector<JobReading> readings = read_jobs_with_layout(text);
+    const bool readable = !readings.empty() && readings.front().layout.number == 1 && is_read_whole(readings.front());
+    return readable ? std::move(readings.front().job) : read_guarded(text, GJFParser::parse_string);
+}
+
 bool is_blank(std::string_view text) { return text.find_first_not_of(" \t\r\n\v\f") == std::string_view::npos; }
 
 // Tells whether a text may have separator lines at all. Coordinates have no "k", so that nearly nothing is looked at twice.
@@ -60,7 +69,7 @@ void keep_digits(CoordinateValue& text, double& value, const CoordinateValue& ol
 // Reads one job of a text; the others of it may not be readable.
 JobHandle read_job_of(std::string text, std::size_t index) {
     const Source source = std::make_shared<SourceText>(std::move(text));
-    GJFData data = read_guarded(source->job_text(index), GJFParser::parse_string);
+    GJFData data = first_job(source->job_text(index));
     return {GJFEditor(std::move(data)), source, index};
 }
 
@@ -116,12 +125,20 @@ SourceText::SourceText(std::string whole) : text(std::move(whole)) {
 }
 
 JobHandle read_first_job(std::string text) {
-    GJFData data = read_guarded(text, GJFParser::parse_string);
+    GJFData data = first_job(text);
     return {GJFEditor(std::move(data)), std::make_shared<SourceText>(std::move(text)), 0};
 }
 
 std::vector<JobHandle> read_all_jobs(std::string text) {
-    GJFMultiData data = read_guarded(text, GJFParser::parse_string_multi);
+    std::vector<JobReading> readings = read_jobs_with_layout(text);
+    GJFMultiData data;
+    if (readings.empty() || !std::all_of(readings.begin(), readings.end(), is_read_whole)) {
+        data = read_guarded(text, GJFParser::parse_string_multi);
+        readings.clear();
+    }
+    for (JobReading& reading : readings) {
+        data.jobs.push_back(std::move(reading.job));
+    }
     const Source source = std::make_shared<SourceText>(std::move(text));
     std::vector<JobHandle> jobs;
     jobs.reserve(data.jobs.size());
@@ -143,7 +160,7 @@ bool is_as_read(const JobHandle& job) {
     if (job.source == nullptr) {
         return false;
     }
-    const GJFData read = GJFParser::parse_string(job.source->job_text(job.index));
+    const GJFData read = first_job(job.source->job_text(job.index));
     return first_difference(job.editor.get_data(), read, JobComparison::Coordinates::AsText) == nullptr;
 }
 

@@ -336,7 +336,8 @@ TEST(Checker, ReadsOnBehindWhatItCannotRead) {
               "P001 9:0+0 error\nP001 10:0+0 error\nP001 11:0+0 error\nP001 12:0+0 error\n");
     // Without charge line or title there is nothing to go on with.
     EXPECT_EQ(places_of("# hf/sto-3g\n\nt\n\n0 x\nHe 0 0 0y\n\n"), "P001 5:3+1 error\n");
-    EXPECT_EQ(places_of("# hf/sto-3g\n\nt\n\n0 1\nHe 0.0 0.0 1.0D+00\n\n"), "P001 6:12+7 warning\n");
+    EXPECT_EQ(places_of("# hf/sto-3g\n\nt\n\n0 1\nHe 0.0 0.0 1.0D+00\n\n"), "");
+    EXPECT_EQ(places_of("# hf/sto-3g\n\nt\n\n0 1\nHe 0.0 0.0 1.0D+\n\n"), "P001 6:12+5 error\nT006 6:12+5 error\n");
 }
 
 TEST(Checker, ChecksEveryJob) {

@@ -162,8 +162,9 @@ TEST(Layers, HaveLettersAndNames) {
     const struct {
         std::string_view name;
         char letter;
-    } cases[] = {{"H", 'h'},  {"m", 'm'}, {"L", 'l'}, {"High", 'h'}, {"MEDIUM", 'm'}, {"low", 'l'}, {"", 0},
-                 {"hi", '?'}, {"0", '?'}, {"X", '?'}, {"L ", '?'},   {"lowest", '?'}, {"-1", '?'},  {"HH", '?'}};
+    } cases[] = {{"H", 'h'},  {"m", 'm'},      {"L", 'l'},   {"High", 'h'}, {"MEDIUM", 'm'}, {"low", 'l'},
+                 {"", 0},     {"hi", 'h'},     {"Med", 'm'}, {"LO", 'l'},   {"0", '?'},      {"X", '?'},
+                 {"L ", '?'}, {"lowest", '?'}, {"-1", '?'},  {"HH", '?'}};
     for (const auto& [name, letter] : cases) {
         EXPECT_EQ(layer_letter(name), letter) << name;
     }

@@ -108,7 +108,10 @@ void check_sections_apart(const CheckedJob& job, Findings& findings) {
     // Sections that may be empty stand in a job as a blank line, and which one it is cannot always be told.
     const std::size_t most = layout.missing.size() + 1;
     for (const SectionLayout& section : layout.sections) {
-        const bool is_asked = section.kind != Kind::Unknown && section.kind != Kind::NBOInput;
+        // Before a structure, the reading may have taken blank lines for sections of the one before it.
+        const bool may_be_empty = extra_input_class(section.kind) == ExtraInputClass::TitleAndMolecule &&
+                                  (job.has_option("opt", "modredundant") || job.has_option("opt", "readopt"));
+        const bool is_asked = section.kind != Kind::Unknown && section.kind != Kind::NBOInput && !may_be_empty;
         if (const std::size_t line = blank_line_between(job, before, section.lines.first, most + 1); is_asked && line != 0) {
             report_blank_line(job, line, Severity::Warning,
                               "the section '" + std::string(extra_input_kind_name(section.kind)) + "'", findings);

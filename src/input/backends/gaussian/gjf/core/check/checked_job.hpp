@@ -147,9 +147,6 @@ inline Severity severity_named(std::string_view name) noexcept {
     return name == "error" ? Severity::Error : name == "warning" ? Severity::Warning : Severity::Note;
 }
 
-/// Tells whether a text is a number with a Fortran exponent, as in 1.0D-03.
-bool is_fortran_number(std::string_view field);
-
 /// Reports a field of a molecule line that looks like a number but holds an odd character.
 void check_numbers_of_line(const CheckedJob& job, std::size_t line_number, Findings& findings);
 

@@ -108,10 +108,18 @@ void check_rows(const CheckedJob& job, const LineRange& lines, std::size_t atom_
     check_bonds(bonds, findings);
 }
 
+// Rows may name their neighbours alone, each with an order; they then belong to the atoms in turn.
+bool names_neighbours_alone(std::string_view row) {
+    std::vector<std::string_view> fields;
+    split_fields(without_comment(row), FieldSeparators::WhiteSpaceAndComma, true, fields);
+    return fields.size() >= 2 && fields.size() % 2 == 0 && fields[1].find('.') != std::string_view::npos;
+}
+
 void check_connectivity(const CheckedMolecule& molecule, Findings& findings) {
     const auto& [job, atoms, layers] = molecule;
     for (const SectionLayout& section : job.layout.sections) {
-        if (section.kind == ExtraInputSectionKind::Connectivity && !atoms.empty()) {
+        if (section.kind == ExtraInputSectionKind::Connectivity && !atoms.empty() &&
+            !names_neighbours_alone(job.line(section.lines.first))) {
             check_rows(job, section.lines, atoms.size(), findings);
         }
     }

@@ -2,7 +2,7 @@
 #include <gjf/core/check/molecule_view.hpp>
 
 #include <gjf/core/chemistry/layers.hpp>
-#include <gjf/core/reader/molecule_fields.hpp>
+#include <gjf/core/reader/row_form.hpp>
 #include <gjf/core/route/route_scanner.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
@@ -16,6 +16,19 @@ namespace {
 std::optional<std::int64_t> fragment_of(const AtomInfo& info) {
     const std::string* fragment = find_parameter(info, "fragment");
     return fragment == nullptr ? std::nullopt : std::optional<std::int64_t>(to_int64(*fragment).value_or(0));
+}
+
+// Looks at what stands behind a Z-matrix row: fragment and layer, which the job model has no place for.
+void look_behind_row(const CheckedJob& job, MoleculeAtom& atom) {
+    Fields fields;
+    cut_fields(without_comment(job.line(atom.line)), fields);
+    const std::optional<RowForm> form = find_row_form(fields);
+    if (form && form->layer != 0) {
+        atom.layer = layer_letter(fields[form->layer]);
+    }
+    if (form && form->has_fragment && !atom.fragment) {
+        atom.fragment = to_int64(fields[form->rest]);
+    }
 }
 
 void note_names(const std::string& text, NameSet& names) { names.insert(to_lower_copy(without_sign(trim_view(text)))); }
@@ -85,8 +98,11 @@ std::vector<MoleculeAtom> atoms_of(const CheckedJob& job) {
         atoms[i].info = is_row ? &geom.zmatrix_entries[i - geom.atoms.size()].info : &geom.atoms[i].info;
         atoms[i].line = is_row ? line_at(job.layout.zmatrix_rows, i - geom.atoms.size()) : line_at(job.layout.atoms, i);
         atoms[i].fragment = fragment_of(*atoms[i].info);
-        const std::optional<std::string> no_layer;
-        const std::optional<std::string>& layer = is_row ? no_layer : geom.atoms[i].layer;
+        if (is_row) {
+            look_behind_row(job, atoms[i]);
+            continue;
+        }
+        const std::optional<std::string>& layer = geom.atoms[i].layer;
         atoms[i].layer = layer ? layer_letter(*layer) : '\0';
         // Older counterpoise input has the fragment's number where the layer stands.
         if (!atoms[i].fragment && layer) {
@@ -116,11 +132,13 @@ std::vector<std::string> oniom_levels(const CheckedJob& job) {
 std::optional<LinkAtom> link_atom_of(const CheckedJob& job, const MoleculeAtom& atom) {
     Fields fields;
     cut_fields(without_comment(job.line(atom.line)), fields);
-    const auto layer = std::find_if(fields.begin() + std::min<std::ptrdiff_t>(4, std::ssize(fields)), fields.end(),
-                                    [](std::string_view field) {
-                                        const char letter = layer_letter(field);
-                                        return letter != 0 && letter != '?';
-                                    });
+    const std::optional<RowForm> row = job.job.geom.atoms.empty() ? find_row_form(fields) : std::nullopt;
+    const std::ptrdiff_t before_layer = row ? static_cast<std::ptrdiff_t>(row->rest) : 4;
+    const auto layer =
+        std::find_if(fields.begin() + std::min(before_layer, std::ssize(fields)), fields.end(), [](std::string_view field) {
+            const char letter = layer_letter(field);
+            return letter != 0 && letter != '?';
+        });
     if (layer == fields.end() || layer + 1 == fields.end()) {
         return std::nullopt;
     }

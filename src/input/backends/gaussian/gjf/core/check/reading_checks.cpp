@@ -13,13 +13,6 @@ namespace {
 // Of what cannot be read in a job, so much is told: in a text that is no job at all, no line can be read.
 constexpr std::size_t most_faults_told = 21;
 
-// Numbers with Fortran exponents, which Gaussian takes, are not read here.
-bool fails_at_fortran_number(const CheckedJob& job, std::size_t line) {
-    Fields fields;
-    cut_fields(without_comment(job.line(line)), fields);
-    return std::any_of(fields.begin(), fields.end(), is_fortran_number);
-}
-
 // What a failure of reading usually comes from; by how its message begins.
 constexpr struct {
     std::string_view message;
@@ -108,11 +101,6 @@ bool is_taken_by_gaussian(const CheckedJob& job, std::string_view line, const st
 void add_fault(const CheckedJob& job, const ReadingFault& fault, const TextPlace& place, Findings& findings) {
     const std::string_view line = job.line(place.line);
     const TextPlace told = place.length == line.size() ? TextPlace{place.line, 0, 0} : place;
-    if (fails_at_fortran_number(job, place.line)) {
-        findings.add("GJF-P001", Severity::Warning, fault.message, told,
-                     "Gaussian reads D exponents, this tool does not; write the number without one to have the job checked");
-        return;
-    }
     if (is_taken_by_gaussian(job, line, fault.message)) {
         findings.add("GJF-P001", Severity::Note, fault.message, told,
                      "Gaussian may take it; the rest of the job is checked less");

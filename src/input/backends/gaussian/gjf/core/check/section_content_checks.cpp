@@ -268,9 +268,8 @@ void check_solvation(const CheckedJob& job, const SectionLayout& section, const 
 
 void check_charge(const SectionText& text, std::size_t line, Tokens tokens, Findings& findings) {
     constexpr std::size_t columns = 4;
-    const auto odd = std::find_if_not(tokens.begin(), tokens.end(), [&](const SectionToken& token) {
-        return is_number_text(text[token]) || is_fortran_number(text[token]);
-    });
+    const auto odd = std::find_if_not(tokens.begin(), tokens.end(),
+                                      [&](const SectionToken& token) { return to_fortran_number(text[token]).has_value(); });
     if (odd != tokens.end()) {
         findings.add("GJF-S018", Severity::Error, "'" + std::string(text[*odd]) + "' is no number", text.place(line, *odd),
                      "a background charge is x, y, z and the charge");
@@ -318,18 +317,20 @@ void check_structure(const CheckedJob& job, const SectionLayout& section, const 
         return;
     }
     const std::size_t line = line_of_structure(job, section.lines);
-    std::vector<std::string> text;
+    std::string text = "#\n\nt\n\n";
     for (std::size_t i = line; i <= section.lines.last && !is_blank_line(job.line(i)); ++i) {
-        text.emplace_back(job.line(i));
+        text.append(job.line(i)).append("\n");
     }
-    GeomSection geom;
-    try {
-        geom = GJFParser::parse_geometry_section(text);
-    } catch (const std::exception& error) {
-        findings.add("GJF-S021", Severity::Warning, std::string("this structure cannot be read: ") + error.what(), line);
+    const JobReading reading = read_jobs_with_layout(text).at(0);
+    if (!reading.error.empty()) {
+        findings.add("GJF-S021", Severity::Warning, "this structure cannot be read: GJF Parse Error: " + reading.error,
+                     line);
         return;
     }
-    const std::vector<const AtomInfo*> labels = labels_of(geom);
+    if (reading.atoms_uncertain) {
+        return;
+    }
+    const std::vector<const AtomInfo*> labels = labels_of(reading.job.geom);
     if (labels.size() != atoms.size()) {
         findings.add(
             "GJF-S019", Severity::Error,

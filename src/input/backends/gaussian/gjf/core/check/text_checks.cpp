@@ -187,7 +187,7 @@ bool has_decimal_commas(std::string_view text) {
     return count >= 2 && blanks >= 2 && text.find_first_of(".()") == std::string_view::npos;
 }
 
-// A field that begins like a number and is none, and is no number with a Fortran exponent either.
+// A field that begins like a number and is none.
 bool is_spoilt_number(std::string_view field) {
     std::string_view digits = without_sign(field);
     if (!digits.empty() && digits.front() == '.') {
@@ -195,7 +195,7 @@ bool is_spoilt_number(std::string_view field) {
     }
     const bool begins_as_number = !digits.empty() && digits.front() >= '0' && digits.front() <= '9';
     const bool odd_sign = !field.empty() && is_outside_ascii(field.front());
-    return !is_number_text(field) && !is_fortran_number(field) && (begins_as_number || odd_sign);
+    return !to_fortran_number(field) && (begins_as_number || odd_sign);
 }
 
 // Puts points in the place of the commas between digits, in this line and all below that are written so.
@@ -259,16 +259,6 @@ std::vector<TextEdit> without_returns(std::string_view text) {
 }
 
 }  // namespace
-
-bool is_fortran_number(std::string_view field) {
-    const std::size_t mark = field.find_first_of("dD");
-    if (mark == std::string_view::npos) {
-        return false;
-    }
-    std::string with_e(field);
-    with_e[mark] = 'e';
-    return is_number_text(with_e);
-}
 
 void check_numbers_of_line(const CheckedJob& job, std::size_t line_number, Findings& findings) {
     Fields fields;

@@ -21,37 +21,37 @@ TextPlace field_place(const CheckedJob& job, std::size_t line, std::size_t field
     return field < fields.size() ? job.place_in(line, fields[field]) : TextPlace{line, 0, 0};
 }
 
-bool is_cartesian(const ZMatrixEntry& row) noexcept { return row.bond && row.bond->atom == 0 && row.angle; }
-
 void check_row(const CheckedJob& job, std::size_t row, Findings& findings) {
     const ZMatrixEntry& entry = job.job.geom.zmatrix_entries[row];
     const std::size_t line = line_at(job.layout.zmatrix_rows, row);
     const std::optional<ZMatrixReference>* references[] = {&entry.bond, &entry.angle, &entry.dihedral};
     const std::string number = std::to_string(row + 1);
-    // A zero where the first reference stands begins Cartesian coordinates among rows, which are not read here.
-    const Severity severity = is_cartesian(entry) ? Severity::Warning : Severity::Error;
+    if (is_cartesian(entry)) {
+        return;
+    }
     for (std::size_t i = 0; i < 3; ++i) {
         const TextPlace place = field_place(job, line, 2 * i + 1);
         if (!*references[i]) {
             if (i < row) {
-                findings.add("GJF-M009", severity, "row " + number + " has no " + reference_names[i], TextPlace{line, 0, 0});
+                findings.add("GJF-M009", Severity::Error, "row " + number + " has no " + reference_names[i],
+                             TextPlace{line, 0, 0});
             }
             return;
         }
         const std::int32_t atom = (*references[i])->atom;
         if (i >= row) {
-            findings.add("GJF-M009", severity,
+            findings.add("GJF-M009", Severity::Error,
                          "row " + number + " has a " + reference_names[i] + ", but too few atoms stand before it", place);
             return;
         }
         if (atom < 1 || static_cast<std::size_t>(atom) > row) {
-            findings.add("GJF-M009", severity,
+            findings.add("GJF-M009", Severity::Error,
                          "row " + number + " refers to atom " + std::to_string(atom) + ", which is not before it", place);
         }
         for (std::size_t j = 0; j < i; ++j) {
             if ((*references[j])->atom == atom) {
-                findings.add("GJF-M009", severity, "row " + number + " refers to atom " + std::to_string(atom) + " twice",
-                             place);
+                findings.add("GJF-M009", Severity::Error,
+                             "row " + number + " refers to atom " + std::to_string(atom) + " twice", place);
             }
         }
     }
@@ -93,7 +93,7 @@ void check_variable_lines(const CheckedJob& job, const std::vector<ZMatrixVariab
         if (rows[i]) {
             findings.add("GJF-M010", Severity::Warning,
                          "this line is read as variable '" + variables[i].name + "', not as an atom", line_at(lines, i),
-                         "rows have 1, 3, 5 or 7 fields, and refer to atoms by number");
+                         "rows have 1, 3, 5 or 7 fields, and refer to atoms by number or by the label of an earlier row");
         }
     }
 }
@@ -120,8 +120,6 @@ void check_undefined(const CheckedJob& job, Findings& findings) {
     }
     const LineRange& molecule = job.layout.molecule;
     const NameSet left_over = names_left_over(job);
-    const std::vector<ZMatrixEntry>& rows = job.job.geom.zmatrix_entries;
-    const bool any_cartesian = std::any_of(rows.begin(), rows.end(), is_cartesian);
     Fields fields;
     NameSet found;
     for (std::size_t line = molecule.first; !molecule.empty() && line <= molecule.last; ++line) {
@@ -129,8 +127,7 @@ void check_undefined(const CheckedJob& job, Findings& findings) {
         for (const std::string_view field : fields) {
             const std::string name = to_lower_copy(without_sign(field));
             if (names.count(name) > 0 && found.insert(name).second) {
-                const bool is_uncertain = left_over.count(name) > 0 || any_cartesian;
-                findings.add("GJF-M007", is_uncertain ? Severity::Warning : Severity::Error,
+                findings.add("GJF-M007", left_over.count(name) > 0 ? Severity::Warning : Severity::Error,
                              "variable '" + std::string(without_sign(field)) + "' has no value", job.place_in(line, field));
             }
         }

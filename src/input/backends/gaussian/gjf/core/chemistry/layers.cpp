@@ -9,8 +9,8 @@ char layer_letter(std::string_view name) noexcept {
     if (name.empty()) {
         return 0;
     }
-    for (const std::string_view known : {"h", "high", "m", "medium", "l", "low"}) {
-        if (equals_folded(name, known)) {
+    for (const std::string_view known : {"high", "medium", "low"}) {
+        if (equals_folded(name, known.substr(0, name.size()))) {
             return known.front();
         }
     }

@@ -54,6 +54,9 @@ Species species_of_name(std::string_view name) noexcept {
     if (const std::optional<std::int32_t> number = to_int32(name); number && name.front() != '-' && name.front() != '+') {
         return species_of_number(*number);
     }
+    if (name == "-") {
+        return {SpeciesKind::Dummy, 0, true};
+    }
     const auto end = std::find_if_not(name.begin(), name.end(), is_letter);
     const std::string_view letters = name.substr(0, static_cast<std::size_t>(end - name.begin()));
     if (Species whole = species_of_symbol(letters); whole.kind != SpeciesKind::Unknown) {

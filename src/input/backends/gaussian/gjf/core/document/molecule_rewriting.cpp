@@ -5,7 +5,8 @@
 #include <gjf/core/editor/job_writer.hpp>
 #include <gjf/core/job/gjf_parse_exception.hpp>
 #include <gjf/core/job/job_comparison.hpp>
-#include <gjf/core/reader/molecule_fields.hpp>
+#include <gjf/core/reader/reading.hpp>
+#include <gjf/core/reader/row_form.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
 
@@ -313,7 +314,11 @@ void rewrite_row(JobRewriting& job, std::size_t row) {
     const ZMatrixEntry& after = job.after.geom.zmatrix_entries[row];
     const std::optional<ZMatrixReference>* old_references[] = {&before.bond, &before.angle, &before.dihedral};
     const std::optional<ZMatrixReference>* new_references[] = {&after.bond, &after.angle, &after.dihedral};
-    FieldLine line(job.lines.line(job.before.layout.zmatrix_rows[row]));
+    const std::string_view old_line = job.lines.line(job.before.layout.zmatrix_rows[row]);
+    Fields fields;
+    cut_fields(without_comment(old_line), fields);
+    const RowForm form = find_row_form(fields).value_or(RowForm());
+    FieldLine line(old_line);
     for (std::size_t i = 0; i < 3; ++i) {
         if (old_references[i]->has_value() != new_references[i]->has_value()) {
             throw GJFParseException("The references of a Z-matrix row can be changed, but neither be added nor removed");
@@ -322,10 +327,10 @@ void rewrite_row(JobRewriting& job, std::size_t row) {
             continue;
         }
         if ((*old_references[i])->atom != (*new_references[i])->atom) {
-            line.set_text(2 * i + 1, std::to_string((*new_references[i])->atom));
+            line.set_text(form.atom(i), std::to_string((*new_references[i])->atom));
         }
         if ((*old_references[i])->value != (*new_references[i])->value) {
-            line.set_number(2 * i + 2, (*new_references[i])->value);
+            line.set_number(form.value(i), (*new_references[i])->value);
         }
     }
     if (!same_label(before.info, after.info)) {
@@ -357,6 +362,11 @@ void rewrite_molecule(JobRewriting& job) {
     if (job.before.may_differ(JobPart::Format) && job.before.job.geom.format != after.format) {
         throw GJFParseException(
             "A molecule cannot be turned from Cartesian coordinates into a Z-matrix, nor back, in a document");
+    }
+    if (const GeomSection& before = job.before.job.geom;
+        (job.before.may_differ(JobPart::AtomCount) || !keep_their_order(job)) &&
+        std::any_of(before.molecule_lines.begin(), before.molecule_lines.end(), is_include_line)) {
+        throw GJFParseException("A part of the molecule stands in another file: its atoms can neither be added nor removed");
     }
     if (after.format == GeometryFormat::ZMatrix) {
         rewrite_zmatrix(job);

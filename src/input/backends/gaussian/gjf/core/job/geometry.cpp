@@ -27,6 +27,10 @@ void GeomSection::set_charge_spin_pairs(const std::vector<ChargeSpinPair>& pairs
     additional_pairs = std::move(rest);
 }
 
+bool is_cartesian(const ZMatrixEntry& row) noexcept {
+    return row.dihedral && row.dihedral->atom == 0 && row.bond->atom == 0;
+}
+
 std::size_t GeomSection::atom_count() const noexcept {
     return format == GeometryFormat::ZMatrix ? zmatrix_entries.size() : atoms.size();
 }

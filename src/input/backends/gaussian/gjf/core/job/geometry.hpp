@@ -23,7 +23,8 @@ struct ChargeSpinPair {
     std::int32_t multiplicity = 0;
 };
 
-/// A reference of a Z-matrix row: an atom number counted from 1, and a number or a variable name as written.
+/// A reference of a Z-matrix row: an atom number counted from 1 (0 where the row gives coordinates), and a number or a
+/// variable name as written.
 struct ZMatrixReference {
     std::int32_t atom = 0;
     std::string value;
@@ -43,6 +44,9 @@ struct QUOR_GJF_API ZMatrixEntry {
     std::optional<ZMatrixReference> angle;     ///< degrees
     std::optional<ZMatrixReference> dihedral;  ///< degrees
 };
+
+/// Tells whether a row gives coordinates: its three values are x, y and z, and each atom is 0.
+QUOR_GJF_API bool is_cartesian(const ZMatrixEntry& row) noexcept;
 
 /// A named value of the molecule specification, kept as written.
 struct ZMatrixVariable {

@@ -53,7 +53,7 @@ class Values {
         std::string_view name;
         text = trim_view(text);
         for (std::size_t steps = 0; steps <= values_.size(); ++steps) {
-            if (const std::optional<double> number = to_number(text)) {
+            if (const std::optional<double> number = to_fortran_number(text)) {
                 return finite(sign * *number, text);
             }
             const bool has_sign = !text.empty() && (text.front() == '-' || text.front() == '+');
@@ -154,7 +154,7 @@ std::vector<int> dihedral_codes(const GeomSection& geom) {
             break;
         }
         const std::optional<ZMatrixReference>& dihedral = geom.zmatrix_entries[row].dihedral;
-        if (fields.size() == 8 && dihedral && to_int32(fields[5]) == dihedral->atom && fields[6] == dihedral->value) {
+        if (fields.size() >= 8 && dihedral && fields[6] == dihedral->value) {
             codes[row] = to_int32(fields[7]).value_or(0);
         }
         ++row;
@@ -250,8 +250,12 @@ class PositionFinder {
         const ZMatrixEntry& entry = geom_.zmatrix_entries[row];
         const auto at = [](const std::optional<ZMatrixReference>& reference) { return reference ? &*reference : nullptr; };
         const References references = {at(entry.bond), at(entry.angle), at(entry.dihedral)};
+        if (is_cartesian(entry)) {
+            return place({values_.resolve(entry.bond->value), values_.resolve(entry.angle->value),
+                          values_.resolve(entry.dihedral->value)});
+        }
         if (references[0] != nullptr && references[0]->atom == 0 && references[1] != nullptr) {
-            // A zero where the first reference stands begins Cartesian coordinates.
+            // As the class interface reads coordinates of which y is a whole number.
             const Resolved y{static_cast<double>(references[1]->atom)};
             return place({values_.resolve(references[0]->value), y, values_.resolve(references[1]->value)});
         }

@@ -69,6 +69,12 @@ void read_atom_label(std::string_view label, AtomInfo& info) {
     }
 }
 
+void name_dummy(AtomInfo& info) {
+    if (info.element.empty() && !info.mm_charge && !info.mm_type && info.params.empty()) {
+        info.element = "-";
+    }
+}
+
 AtomInfo GJFParser::parse_atom_info(const std::string& label) {
     AtomInfo info;
     read_atom_label(label, info);

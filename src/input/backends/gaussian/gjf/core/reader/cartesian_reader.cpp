@@ -2,20 +2,23 @@
 #include <gjf/core/reader/cartesian_reader.hpp>
 
 #include <core/memory/reserve_large.hpp>
+#include <gjf/core/reader/row_form.hpp>
 #include <gjf/core/sections/route_questions.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 namespace quor::input::gaussian {
 namespace {
 
 // Reads one coordinate; tells whether it is a finite number or the name of a variable, and keeps it only then.
-bool read_coordinate(std::string_view field, double& number, CoordinateValue& coordinate) {
+bool read_coordinate(std::string_view field, bool fortran, double& number, CoordinateValue& coordinate) {
     const std::string_view text = trim_view(field);
-    const std::optional<double> value = to_number(text);
+    const std::optional<double> value = fortran ? to_fortran_number(text) : to_number(text);
     if (value ? !std::isfinite(*value) : !is_variable_name(without_sign(text))) {
         return false;
     }
@@ -23,6 +26,12 @@ bool read_coordinate(std::string_view field, double& number, CoordinateValue& co
     coordinate.text = text;
     number = value.value_or(0.0);
     return true;
+}
+
+// Tells whether a code of one letter, and perhaps numbers, stand behind the value of a variable.
+bool has_code(const Fields& fields) {
+    return fields[2].size() == 1 && is_variable_name(fields[2]) &&
+           std::all_of(fields.begin() + 3, fields.end(), [](std::string_view field) { return to_fortran_number(field); });
 }
 
 UnreadField unread_coordinate(std::string_view field, std::string_view line) {
@@ -45,7 +54,7 @@ bool is_cartesian_line(const Fields& fields) noexcept {
     return is_number_text(fields[begin]) && is_number_text(fields[begin + 1]) && is_number_text(fields[begin + 2]);
 }
 
-std::optional<UnreadField> read_atom_fields(const Fields& fields, std::string_view line, AtomCoord& atom) {
+std::optional<UnreadField> read_atom_fields(const Fields& fields, std::string_view line, AtomCoord& atom, bool fortran) {
     read_atom_label(fields[0], atom.info);
     const std::size_t begin = coordinate_begin(fields);
     if (begin == 2) {
@@ -57,7 +66,7 @@ std::optional<UnreadField> read_atom_fields(const Fields& fields, std::string_vi
     const std::array<std::pair<double*, CoordinateValue*>, 3> coordinates = {
         {{&atom.x, &atom.x_ref}, {&atom.y, &atom.y_ref}, {&atom.z, &atom.z_ref}}};
     for (std::size_t i = 0; i < coordinates.size(); ++i) {
-        if (!read_coordinate(fields[begin + i], *coordinates[i].first, *coordinates[i].second)) {
+        if (!read_coordinate(fields[begin + i], fortran, *coordinates[i].first, *coordinates[i].second)) {
             AtomCoord label_alone;
             label_alone.info = std::move(atom.info);
             atom = std::move(label_alone);
@@ -75,7 +84,8 @@ NameAndValue cut_cartesian_variable(std::string_view text) {
     const std::size_t equals = text.find('=');
     if (equals == std::string_view::npos) {
         cut_fields(text, fields);
-        const bool is_variable = fields.size() == 2 && is_variable_name(fields[0]) && is_number_text(fields[1]);
+        const bool is_variable = fields.size() >= 2 && is_variable_name(fields[0]) && to_fortran_number(fields[1]) &&
+                                 (fields.size() == 2 || has_code(fields));
         return is_variable ? NameAndValue{fields[0], fields[1]} : NameAndValue{};
     }
     NameAndValue entry = cut_at_equals(text, equals);
@@ -105,6 +115,9 @@ void CartesianReader::read(LineSpan lines) {
             atoms.pop_back();
         }
         take(line);
+        if (has_rows_) {
+            return;
+        }
     }
 }
 
@@ -113,20 +126,37 @@ void CartesianReader::leave_out(const char* what, std::string_view line) {
     note_doubt(recorder_, &JobReading::atoms_uncertain);
 }
 
-bool CartesianReader::is_in_use(std::string_view name) {
-    if (!names_in_use_) {
-        names_in_use_ = undefined_names(molecule_.geom);
+bool CartesianReader::is_in_use(std::string_view name) const { return names_in_use_.count(to_lower_copy(name)) > 0; }
+
+// Tells whether fields are a row of a Z-matrix behind coordinates. Numbers that may be an atom with a freeze code are none.
+bool CartesianReader::is_row() const {
+    const std::size_t count = molecule_.geom.atoms.size();
+    const std::optional<RowForm> form = count == 0 || is_cartesian_line(fields_) ? std::nullopt : find_row_form(fields_);
+    if (!form || form->cartesian || form->values == 0) {
+        return false;
     }
-    return names_in_use_->count(to_lower_copy(name)) > 0;
+    for (std::size_t i = 0; i < form->values; ++i) {
+        const std::optional<std::int64_t> atom = to_int64(fields_[form->atom(i)]);
+        if (!atom || std::cmp_greater(*atom, count)) {
+            return false;
+        }
+    }
+    return !is_in_use(fields_[0]);
+}
+
+// Tells whether a line gives a value to a variable, with more fields than these lines have in the class interface.
+bool CartesianReader::is_variable(std::string_view text) const {
+    const NameAndValue entry = cut_cartesian_variable(text);
+    return !entry.name.empty() && (text.find('=') != std::string_view::npos || is_in_use(entry.name));
 }
 
 void CartesianReader::take_variable(std::string_view text, std::string_view line) {
     const bool by_blank = text.find('=') == std::string_view::npos;
-    if (by_blank && (recorder_ == nullptr || !is_in_use(cut_cartesian_variable(text).name))) {
+    if (by_blank && (recorder_ == nullptr || (!has_header_ && !is_in_use(cut_cartesian_variable(text).name)))) {
         leave_out("Invalid coordinate line: ", line);
         return;
     }
-    if (by_blank) {
+    if (by_blank || fields_.size() > 3) {
         report_departure(recorder_, {}, "Invalid coordinate line: " + std::string(line));
     }
     take_section_variable(text, line);
@@ -151,21 +181,53 @@ void CartesianReader::take(std::string_view line) {
         note_doubt(recorder_, &JobReading::atoms_uncertain);
         return;
     }
-    if (fields_.size() <= 3) {
+    if (recorder_ != nullptr && is_row()) {
+        has_rows_ = true;
+        return;
+    }
+    if (recorder_ != nullptr && has_variables_ && variable_header(text, true) != VariableHeader::None) {
+        report_departure(recorder_, {}, "Invalid coordinate line: " + std::string(line));
+        has_header_ = true;
+        return;
+    }
+    if (fields_.size() <= 3 || (recorder_ != nullptr && is_variable(text))) {
         if (!is_blank_line(text)) {
             take_variable(text, line);
         }
         return;
     }
     AtomCoord& atom = molecule_.geom.atoms.emplace_back();
-    if (std::optional<UnreadField> unread = read_atom_fields(fields_, line, atom)) {
-        report_fault(recorder_, unread->field, std::move(unread->message));
+    read_atom(line, atom);
+    for (const CoordinateValue* coordinate : {&atom.x_ref, &atom.y_ref, &atom.z_ref}) {
+        has_variables_ = has_variables_ || !coordinate->value;
+        if (!coordinate->value && !coordinate->text.empty() && recorder_ != nullptr) {
+            names_in_use_.insert(to_lower_copy(without_sign(coordinate->text)));
+        }
     }
-    has_variables_ = has_variables_ || !atom.x_ref.value || !atom.y_ref.value || !atom.z_ref.value;
     note_atom(atom);
 }
 
-void CartesianReader::note_atom(const AtomCoord& atom) {
+// Numbers with D exponents are read where the class interface refuses them.
+void CartesianReader::read_atom(std::string_view line, AtomCoord& atom) {
+    std::optional<UnreadField> unread = read_atom_fields(fields_, line, atom);
+    if (!unread) {
+        return;
+    }
+    if (recorder_ != nullptr) {
+        AtomCoord again;
+        if (!read_atom_fields(fields_, line, again, true)) {
+            atom = std::move(again);
+            report_departure(recorder_, unread->field, std::move(unread->message));
+            return;
+        }
+    }
+    report_fault(recorder_, unread->field, std::move(unread->message));
+}
+
+void CartesianReader::note_atom(AtomCoord& atom) {
+    if (recorder_ != nullptr) {
+        name_dummy(atom.info);
+    }
     molecule_.has_residues = molecule_.has_residues || has_residue(atom.info);
     note_line(recorder_, &JobPlaces::atoms);
 }

@@ -16,6 +16,8 @@ class CartesianReader {
 
     /// Tells whether a coordinate read so far is a variable.
     bool has_variables() const noexcept { return has_variables_; }
+    /// Tells whether a row of a Z-matrix stood behind an atom; reading stopped there.
+    bool has_rows() const noexcept { return has_rows_; }
 
     void read(LineSpan lines);
     /// Reads the line of a variable in a section of its own; `text` is the line without its comment.
@@ -24,15 +26,20 @@ class CartesianReader {
    private:
     void take_variable(std::string_view text, std::string_view line);
     void take(std::string_view line);
-    void note_atom(const AtomCoord& atom);
+    void read_atom(std::string_view line, AtomCoord& atom);
+    void note_atom(AtomCoord& atom);
     void leave_out(const char* what, std::string_view line);
-    bool is_in_use(std::string_view name);
+    bool is_in_use(std::string_view name) const;
+    bool is_row() const;
+    bool is_variable(std::string_view text) const;
 
     MoleculeReading& molecule_;
     ReadingRecorder* recorder_;
     Fields fields_;
     bool has_variables_ = false;
-    std::optional<NameSet> names_in_use_;  // those that nothing gave a value when they were first asked for
+    bool has_rows_ = false;
+    bool has_header_ = false;  // of variables
+    NameSet names_in_use_;     // in lower case; of the reading alone
 };
 
 }  // namespace quor::input::gaussian

@@ -86,10 +86,10 @@ class ControlReader {
     }
 
    private:
-    // Gaussian passes over the line that files for old systems begin with.
+    // Gaussian passes over the line that files for old systems begin with, and reads a file that is named.
     void refuse(std::string_view line, std::string_view raw) {
         const std::string message = "Invalid control line: " + std::string(raw);
-        if (equals_folded(line, "$rungauss")) {
+        if (equals_folded(line, "$rungauss") || is_include_line(line)) {
             report_departure(recorder_, raw, message);
         } else {
             report_fault(recorder_, raw, message);

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <iterator>
 #include <optional>
 #include <system_error>
 #include <utility>
@@ -89,6 +90,46 @@ ConnectivitySection read_readable_lines(LineSpan lines, std::size_t atom_count, 
     return connectivity;
 }
 
+// Puts its own number before each row that names its neighbours alone, each with an order; returns none when a row has
+// another form.
+std::vector<std::string> numbered_rows(LineSpan lines) {
+    std::vector<std::string> rows;
+    std::vector<std::string_view> fields;
+    for (const std::string_view line : lines) {
+        if (is_comment_line(line)) {
+            continue;
+        }
+        split_fields(without_comment(line), FieldSeparators::WhiteSpaceAndComma, true, fields);
+        if (fields.empty() || fields.size() % 2 != 0 || fields[1].find('.') == std::string_view::npos) {
+            return {};
+        }
+        rows.push_back(std::to_string(rows.size() + 1) + " " + std::string(line));
+    }
+    return rows;
+}
+
+// Reads what stands in a connectivity block that the class interface refuses with a message: a file, rows without their own
+// number, or rows of which some cannot be read.
+ConnectivitySection read_refused_lines(LineSpan lines, std::size_t atom_count, const std::string& message,
+                                       ReadingRecorder& recorder) {
+    const auto include = std::find_if(lines.begin(), lines.end(), is_include_line);
+    const std::vector<std::string> rows = numbered_rows(lines);
+    try {
+        ConnectivitySection connectivity;
+        if (include == lines.end()) {
+            const std::vector<std::string_view> views = views_of(rows);
+            connectivity.parse_from_views(views.data(), views.size());
+            check_atom_numbers(connectivity, views, atom_count);
+        }
+        if (include != lines.end() || !rows.empty()) {
+            report_departure(&recorder, include != lines.end() ? *include : lines.front(), message);
+            return connectivity;
+        }
+    } catch (const GJFParseException&) {
+    }
+    return read_readable_lines(lines, atom_count, recorder);
+}
+
 // Reads a connectivity block. Bonds of the molecule itself are kept as bonds; those of a second or third one are checked and
 // kept as text.
 void add_connectivity(LineSpan lines, Kind kind, GJFData& job, bool atoms_known, ReadingRecorder* recorder) {
@@ -97,16 +138,18 @@ void add_connectivity(LineSpan lines, Kind kind, GJFData& job, bool atoms_known,
     try {
         connectivity.parse_from_views(lines.data(), lines.size());
         check_atom_numbers(connectivity, lines, atom_count);
-    } catch (const GJFParseException&) {
+    } catch (const GJFParseException& error) {
         if (recorder == nullptr) {
             throw;
         }
-        connectivity = read_readable_lines(lines, atom_count, *recorder);
+        connectivity = read_refused_lines(lines, atom_count, message_of(error), *recorder);
     }
-    if (kind == Kind::Connectivity) {
+    // Bonds that stand in a file are not known: their section is kept as text.
+    const bool in_file = std::any_of(lines.begin(), lines.end(), is_include_line);
+    if (kind == Kind::Connectivity && !in_file) {
         job.extra_inputs.push_back(ExtraInputSection::from_connectivity(std::move(connectivity)));
     } else {
-        job.extra_inputs.emplace_back(kind, joined(lines));
+        job.extra_inputs.emplace_back(in_file ? Kind::Unknown : kind, joined(lines));
     }
 }
 
@@ -120,7 +163,11 @@ std::optional<std::string> take_title_and_molecule(LineCursor& cursor, Kind kind
     }
     const bool untitled = opens_molecule_without_title(cursor, blank_lines);
     std::string text = untitled ? std::string() : joined(cursor.take_section());
-    const LineSpan molecule = cursor.take_section_past_comments();
+    const bool is_file = recorder != nullptr && !untitled && is_include_line(text);
+    const LineSpan molecule = is_file ? LineSpan() : cursor.take_section_past_comments();
+    if (is_file) {
+        return text;  // title and molecule
+    }
     if (molecule.empty()) {
         const char* name = kind == Kind::ThirdTitleAndTSStructure ? "QST3 third title and molecule section"
                                                                   : "QST2/QST3 second title and molecule section";
@@ -132,7 +179,8 @@ std::optional<std::string> take_title_and_molecule(LineCursor& cursor, Kind kind
     text += "\n\n";
     text += joined(molecule);
     const std::size_t end = cursor.position();
-    take_variable_sections(cursor, molecule, [sections_expected] { return sections_expected; });
+    take_variable_sections(
+        cursor, molecule, [sections_expected] { return sections_expected; }, recorder);
     const LineSpan variables = cursor.range(end, cursor.position());
     return variables.empty() ? text : text + '\n' + joined(variables);
 }
@@ -189,6 +237,19 @@ void read_expected(LineCursor& cursor, GJFData& job, Kind kind, bool atoms_known
     }
 }
 
+// Tells whether a section before a structure is empty: two blank lines stand there, and behind them title and molecule, of
+// which one would be missing otherwise.
+bool is_empty_before_structure(LineCursor cursor, const std::vector<Kind>& kinds, std::size_t i) {
+    const auto is_structure = [](Kind kind) { return extra_input_class(kind) == ExtraInputClass::TitleAndMolecule; };
+    const auto structure = std::find_if(kinds.begin() + static_cast<std::ptrdiff_t>(i), kinds.end(), is_structure);
+    if (is_structure(kinds[i]) || structure == kinds.end() || cursor.skip_blank_lines() < 2) {
+        return false;
+    }
+    cursor.take_section();
+    return opens_like_molecule(cursor.take_section_past_comments()) &&
+           !opens_like_molecule(cursor.take_section_past_comments());
+}
+
 // Notes the lines of the sections read since `begin`, from the first line that is not blank to the last.
 void note_section(const LineCursor& cursor, std::size_t begin, Kind kind, ReadingRecorder& recorder) {
     LineCursor walk = cursor;
@@ -201,14 +262,55 @@ void note_section(const LineCursor& cursor, std::size_t begin, Kind kind, Readin
     recorder.reading.places.sections.push_back({kind, recorder.place_of(lines)});
 }
 
+// Tells whether a list of NBO keys that may follow, beside the one that is expected, is not there.
+bool ends_key_lists(LineCursor cursor, const std::vector<Kind>& kinds, std::size_t i, const std::vector<Kind>& expected) {
+    const auto is_keys = [](Kind kind) { return kind == Kind::NBOInput; };
+    const bool is_first = i == 0 || !is_keys(kinds[i - 1]);
+    if (!is_keys(kinds[i]) || (is_first && std::any_of(expected.begin(), expected.end(), is_keys))) {
+        return false;
+    }
+    cursor.skip_blank_lines();
+    return cursor.at_end() || trim_view(cursor.peek_line()).substr(0, 1) != "$";
+}
+
+// Lists the kinds of the blocks that there are: where some would be left over, others than the expected ones are among them.
+std::vector<Kind> kinds_of_blocks(LineCursor cursor, const GJFData& job, const KindsOfRoute& asked, bool atoms_known,
+                                  const ReadingRecorder& recorder) {
+    std::vector<Kind> kinds = asked.expected;
+    if (asked.for_left_over.empty()) {
+        return kinds;
+    }
+    GJFData trial;
+    trial.geom = job.geom;
+    JobReading unheard;
+    ReadingRecorder aside = recorder.beside(unheard);
+    read_extra_inputs(cursor, trial, {asked.expected, {}}, atoms_known, &aside);
+    auto left_over = std::count_if(trial.extra_inputs.begin(), trial.extra_inputs.end(),
+                                   [](const ExtraInputSection& section) { return section.kind == Kind::Unknown; });
+    const bool any = left_over > 0;
+    for (const Kind kind : asked.for_left_over) {
+        // Lists of NBO keys are told by their first character, and several may be one block.
+        const bool is_keys = kind == Kind::NBOInput;
+        if (left_over > 0 || (is_keys && any)) {
+            kinds.push_back(kind);
+            left_over -= is_keys ? 0 : 1;
+        }
+    }
+    std::stable_sort(kinds.begin(), kinds.end());
+    return kinds;
+}
+
 ParsedKeywords interpret(const ControlSection& control) {
     return control.route_keywords.empty() ? ParsedKeywords() : GJFParser::parse_keywords(control.route_keywords, {});
 }
 
 }  // namespace
 
-void read_extra_inputs(LineCursor& cursor, GJFData& job, const std::vector<Kind>& kinds, bool atoms_known,
+void read_extra_inputs(LineCursor& cursor, GJFData& job, const KindsOfRoute& asked, bool atoms_known,
                        ReadingRecorder* recorder) {
+    const std::vector<Kind> kinds =
+        recorder == nullptr ? asked.expected : kinds_of_blocks(cursor, job, asked, atoms_known, *recorder);
+    bool any_empty = false;  // one section may be, and then others
     for (std::size_t i = 0; i < kinds.size(); ++i) {
         const std::size_t begin = cursor.position();
         const std::size_t count = job.extra_inputs.size();
@@ -219,13 +321,20 @@ void read_extra_inputs(LineCursor& cursor, GJFData& job, const std::vector<Kind>
             }
             cursor.move_to(begin);
         }
+        if (recorder != nullptr && is_empty_before_structure(cursor, kinds, i)) {
+            any_empty = true;
+            continue;
+        }
+        if (recorder != nullptr && ends_key_lists(cursor, kinds, i, asked.expected)) {
+            continue;
+        }
         read_expected(cursor, job, kinds[i], atoms_known, i + 1 < kinds.size(), recorder);
         if (recorder == nullptr) {
             continue;
         }
         if (job.extra_inputs.size() > count) {
-            note_section(cursor, begin, kinds[i], *recorder);
-        } else {
+            note_section(cursor, begin, job.extra_inputs.back().kind, *recorder);
+        } else if (!any_empty || extra_input_class(kinds[i]) != ExtraInputClass::Block) {
             recorder->reading.layout.missing.push_back(kinds[i]);
         }
     }

@@ -1,7 +1,7 @@
 // Finds the fields of lines again, by the functions that the reading cuts them with.
 #include <gjf/core/reader/job_places.hpp>
 
-#include <gjf/core/reader/molecule_fields.hpp>
+#include <gjf/core/reader/row_form.hpp>
 #include <gjf/core/text/text.hpp>
 
 namespace quor::input::gaussian {
@@ -68,10 +68,17 @@ RowFields row_fields(std::string_view text, std::uint32_t line) {
     const PlacedFields placed(text, line_at(text, line));
     RowFields row;
     row.label = placed[0];
-    for (std::size_t i = 0; i < row.references.size(); ++i) {
-        row.references[i] = {placed[2 * i + 1], placed[2 * i + 2]};
+    const std::optional<RowForm> form = find_row_form(placed.fields);
+    if (!form) {
+        return row;
     }
-    row.code = placed[7];
+    for (std::size_t i = 0; i < form->values; ++i) {
+        row.references[i] = {form->cartesian ? Span() : placed[form->atom(i)], placed[form->value(i)]};
+    }
+    row.code = form->code == 0 ? Span() : placed[form->code];
+    for (std::size_t i = form->rest; i < placed.fields.size(); ++i) {
+        row.rest.push_back(placed[i]);
+    }
     return row;
 }
 

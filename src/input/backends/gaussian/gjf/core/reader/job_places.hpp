@@ -71,8 +71,9 @@ struct RowFields {
     };
 
     Span label;
-    std::array<Reference, 3> references;  ///< bond, angle and dihedral
+    std::array<Reference, 3> references;  ///< bond, angle and dihedral; or coordinates, whose atoms are empty
     Span code;                            ///< behind the dihedral
+    std::vector<Span> rest;               ///< behind all this: the fragment, the layer, the link atom
 };
 
 /// Returns the fields of the Z-matrix row that begins at an offset.

@@ -3,6 +3,7 @@
 #include <gjf/core/reader/gjf_parser.hpp>
 
 #include <core/memory/reserve_large.hpp>
+#include <gjf/core/reader/molecule_fields.hpp>
 #include <gjf/core/reader/reading.hpp>
 #include <gjf/core/sections/section_row.hpp>
 #include <gjf/core/text/number.hpp>
@@ -42,6 +43,8 @@ struct RouteShape {
     bool has_overlays = false;
     bool molecule_from_checkpoint = false;  // geom=check: charge and multiplicity alone are read
     bool all_from_checkpoint = false;       // geom=allcheck: neither title nor molecule is read
+    bool changes_checkpoint = false;        // geom=modify: changes of the checkpoint's molecule stand behind the charge
+    bool builds_model = false;              // geom=modela and modelb: atoms by their bonds stand behind the charge
 };
 
 RouteShape shape_of(const ParsedKeywords& route, const RouteQuestions& questions) {
@@ -49,14 +52,24 @@ RouteShape shape_of(const ParsedKeywords& route, const RouteQuestions& questions
     shape.has_overlays = route.has_keyword("extraoverlays");
     shape.molecule_from_checkpoint = questions.option("geom", {"chk"});
     shape.all_from_checkpoint = questions.option("geom", {"allchk"});
+    shape.changes_checkpoint = questions.option("geom", {"modify"});
+    shape.builds_model = questions.option("geom", {"modela", "modelb"});
     return shape;
+}
+
+// Words that no vocabulary has: LST=Restart, and the IOp(1/29) of a non-standard route that reads the molecule.
+bool names_checkpoint(const std::string& word) {
+    const std::string text = to_lower_copy(word);
+    const std::string_view setting = std::string_view(text).substr(text.starts_with("1/") ? 2 : 0);
+    return text == "lst=restart" || text == "lst(restart)" || (setting.starts_with("29=") && setting != "29=0");
 }
 
 // Tells whether the route goes on with what a checkpoint holds: it may then stand alone, or with a title, or with a title
 // and a charge line. A job that gives more is read as it stands.
-bool goes_on_from_checkpoint(const ParsedKeywords& route, const RouteQuestions& questions) {
+bool goes_on_from_checkpoint(const ControlSection& control, const ParsedKeywords& route, const RouteQuestions& questions) {
     const Words words = {"restart", "startmp2", "startfreq"};
-    return route.has_keyword("restart") || route.has_keyword("rearchive") || questions.any_option(words) ||
+    return std::any_of(control.route_keywords.begin(), control.route_keywords.end(), names_checkpoint) ||
+           route.has_keyword("restart") || route.has_keyword("rearchive") || questions.any_option(words) ||
            questions.word_in_method_options(words) || questions.option("geom", {"modify"});
 }
 
@@ -83,6 +96,17 @@ GeomSection read_charge_line_alone(LineSpan section, ReadingRecorder* recorder) 
     geom.set_charge_spin_pairs(read_charge_line(*line, recorder));
     geom.molecule_lines.assign(behind.begin(), behind.end());
     return geom;
+}
+
+// Tells whether atoms stand behind the charge line, not changes of coordinates such as "B 1 2 F" or "r1 0.96".
+bool holds_atoms(LineSpan section) {
+    const auto charge_line = std::find_if_not(section.begin(), section.end(), is_comment_line);
+    const auto first = charge_line == section.end() ? charge_line : std::find_if(charge_line + 1, section.end(), holds_text);
+    Fields fields;
+    if (first != section.end()) {
+        cut_fields(without_comment(*first), fields);
+    }
+    return fields.size() == 1 || (is_cartesian_line(fields) && !is_integer_text(fields[2]));
 }
 
 bool begins_with(std::string_view line, char mark) noexcept {
@@ -129,7 +153,7 @@ LineSpan take_control_lines(LineCursor& cursor, bool goes_on) {
 // Reads one job, section by section.
 class JobReader {
    public:
-    JobReader(LineSpan lines, ReadingRecorder* recorder) noexcept : cursor_(lines), recorder_(recorder) {}
+    JobReader(LineSpan lines, ReadingRecorder* recorder) noexcept : lines_(lines), cursor_(lines), recorder_(recorder) {}
 
     GJFData job;
 
@@ -151,13 +175,17 @@ class JobReader {
         const bool from_checkpoint = shape.all_from_checkpoint || shape.molecule_from_checkpoint || charge_line_alone_;
         const bool atoms_known = (!from_checkpoint || job.geom.atom_count() > 0) && !in_doubt();
         questions.set_molecule({is_open_shell(job.geom), has_residues_});
-        read_extra_inputs(cursor_, job, expected_kinds(questions), atoms_known, recorder_);
+        read_extra_inputs(cursor_, job, kinds_of(questions), atoms_known, recorder_);
     }
 
    private:
-    // Reports that something is missing, of which nothing behind it can be told.
+    // Reports that something is missing, of which nothing behind it can be told. It may stand in a file that is named.
     void fail(const char* message) {
-        report_fault(recorder_, {}, message);
+        if (recorder_ != nullptr && std::any_of(lines_.begin(), lines_.end(), is_include_line)) {
+            report_departure(recorder_, {}, message);
+        } else {
+            report_fault(recorder_, {}, message);
+        }
         note_doubt(recorder_, &JobReading::structure_uncertain);
     }
 
@@ -166,9 +194,14 @@ class JobReader {
         return job.control.parsed_keywords ? *job.control.parsed_keywords : none;
     }
 
+    KindsOfRoute kinds_of(const RouteQuestions& questions) const {
+        return {expected_kinds(questions),
+                recorder_ == nullptr ? std::vector<ExtraInputSectionKind>() : kinds_for_blocks_left_over(questions)};
+    }
+
     // Reports that something is missing, which matters only where no checkpoint holds it.
     void miss(const char* message, const RouteQuestions& questions) {
-        if (goes_on_from_checkpoint(route(), questions)) {
+        if (goes_on_from_checkpoint(job.control, route(), questions)) {
             report_departure(recorder_, {}, message);
         } else {
             fail(message);
@@ -219,6 +252,20 @@ class JobReader {
         return true;
     }
 
+    // Takes a molecule section that begins with a file: its charge and its atoms are not known.
+    void keep_molecule_of_file(LineSpan section) {
+        report_departure(recorder_, section.front(), "Geometry section must have at least 2 lines");
+        recorder_->reading.atoms_uncertain = true;
+        recorder_->reading.places.molecule = recorder_->place_of(section);
+        job.geom.molecule_lines.assign(section.begin(), section.end());
+    }
+
+    // Tells whether a section holds a charge line, and what a checkpoint or a model builder makes a molecule of.
+    bool stands_for_molecule(LineSpan section, const RouteShape& shape, const RouteQuestions& questions) const {
+        return shape.builds_model || (shape.changes_checkpoint && !holds_atoms(section)) ||
+               (is_charge_line_alone(section) && goes_on_from_checkpoint(job.control, route(), questions));
+    }
+
     void read_molecule_section(const RouteShape& shape, const RouteQuestions& questions) {
         const LineSpan section = take(&LineCursor::take_section_past_comments);
         if (shape.molecule_from_checkpoint) {
@@ -229,18 +276,30 @@ class JobReader {
             miss("Missing geometry section", questions);
             return;
         }
-        if (recorder_ != nullptr && is_charge_line_alone(section) && goes_on_from_checkpoint(route(), questions)) {
-            report_departure(recorder_, {}, "Geometry section must have at least 2 lines");
-            job.geom = read_charge_line_alone(section, recorder_);
-            charge_line_alone_ = true;
+        if (recorder_ != nullptr && is_include_line(section.front())) {
+            keep_molecule_of_file(section);
             return;
         }
-        const SectionsExpected sections_expected = [&questions] { return !expected_kinds(questions).empty(); };
+        if (recorder_ != nullptr && stands_for_molecule(section, shape, questions)) {
+            const bool alone = is_charge_line_alone(section);
+            report_departure(recorder_, {},
+                             alone ? std::string("Geometry section must have at least 2 lines")
+                                   : "Invalid coordinate line: " + std::string(section.back()));
+            job.geom = read_charge_line_alone(section, recorder_);
+            charge_line_alone_ = true;
+            recorder_->reading.atoms_uncertain = shape.builds_model;
+            return;
+        }
+        const SectionsExpected sections_expected = [&] {
+            const KindsOfRoute kinds = kinds_of(questions);
+            return !kinds.expected.empty() || !kinds.for_left_over.empty();
+        };
         MoleculeReading molecule = read_molecule(cursor_, section, sections_expected, recorder_);
         job.geom = std::move(molecule.geom);
         has_residues_ = molecule.has_residues;
     }
 
+    LineSpan lines_;
     LineCursor cursor_;
     ReadingRecorder* recorder_;
     bool has_residues_ = false;

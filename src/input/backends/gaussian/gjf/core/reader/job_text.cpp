@@ -59,6 +59,10 @@ void for_each_job_piece(std::string_view text, const std::function<void(JobPiece
         std::vector<std::string_view> lines;
         take_job_lines(rest, separated, lines);
         const std::size_t count = lines.size();
+        // Old editors end a file with this character, which is no part of its text.
+        if (!separated && count > 0 && lines.back().ends_with('\x1a')) {
+            lines.back().remove_suffix(1);
+        }
         if (!are_blank(lines)) {
             take({number, first_line, separated, text, std::move(lines)});
         }

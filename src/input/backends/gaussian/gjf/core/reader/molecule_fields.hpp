@@ -21,6 +21,9 @@ void cut_fields(std::string_view line, Fields& fields);
 /// Reads an atom label into an empty `info`.
 void read_atom_label(std::string_view label, AtomInfo& info);
 
+/// Gives the label "-", of which nothing is left once it is read, to what has neither element, type, charge nor parameters.
+void name_dummy(AtomInfo& info);
+
 /// Reads a Cartesian atom line of the plain form into an empty `atom`, as the general reading would; returns false, with
 /// `atom` untouched, for a line of any other form. Only while `rounds_to_nearest()`.
 bool read_plain_atom_line(std::string_view line, AtomCoord& atom);
@@ -40,9 +43,10 @@ struct UnreadField {
     std::string message;
 };
 
-/// Reads the four fields or more of a Cartesian atom line into an empty `atom`; `line` is for messages. Returns the first
-/// field that cannot be read; the atom then has its label alone.
-std::optional<UnreadField> read_atom_fields(const Fields& fields, std::string_view line, AtomCoord& atom);
+/// Reads the four fields or more of a Cartesian atom line into an empty `atom`; `line` is for messages, and `fortran` takes
+/// exponents with D. Returns the first field that cannot be read; the atom then has its label alone.
+std::optional<UnreadField> read_atom_fields(const Fields& fields, std::string_view line, AtomCoord& atom,
+                                            bool fortran = false);
 
 /// Tells whether a text is a letter or underscore followed by letters, digits and underscores.
 bool is_variable_name(std::string_view name) noexcept;

@@ -46,6 +46,19 @@ class MoleculeReader {
         if (first != lines.end()) {
             read_specification(lines.subspan(static_cast<std::size_t>(first - lines.begin())));
         }
+        if (zmatrix_.has_other_forms()) {
+            note_refusal(section);
+        }
+    }
+
+    // Notes what the class interface says of rows in forms that it does not take.
+    void note_refusal(LineSpan section) {
+        try {
+            MoleculeReader(nullptr).read_section(section);
+        } catch (const GJFParseException& error) {
+            report_departure(recorder_, {}, std::string(error.what()).substr(std::string_view("GJF Parse Error: ").size()));
+        } catch (const std::out_of_range&) {
+        }
     }
 
     // Takes the sections at the cursor that give values to the molecule's variables.
@@ -53,7 +66,7 @@ class MoleculeReader {
         if (geom_.format == GeometryFormat::ZMatrix) {
             take_zmatrix_sections(cursor, sections_expected);
         } else {
-            take_cartesian_section(cursor);
+            take_cartesian_sections(cursor, sections_expected);
         }
     }
 
@@ -68,14 +81,42 @@ class MoleculeReader {
         place = place.empty() ? added : Span{place.begin, added.end() - place.begin};
     }
 
-    // Reads the lines from the first row or atom on; that line tells a Z-matrix from Cartesian coordinates.
+    // Reads the lines from the first row or atom on. That line tells a Z-matrix from Cartesian coordinates; but coordinates
+    // are rows of a Z-matrix too where other rows follow them.
     void read_specification(LineSpan lines) {
-        Fields fields;
-        cut_fields(without_comment(lines.front()), fields);
-        if (!is_zmatrix_line(fields) || (recorder_ != nullptr && is_include_line(lines.front()))) {
-            cartesian_.read(lines);
-            return;
+        if (opens_zmatrix(lines.front()) || !read_cartesian(lines)) {
+            read_zmatrix(lines);
         }
+    }
+
+    // A first row may have a fragment or a layer behind its label, which no atom has.
+    bool opens_zmatrix(std::string_view line) const {
+        Fields fields;
+        cut_fields(without_comment(line), fields);
+        if (recorder_ == nullptr) {
+            return is_zmatrix_line(fields);
+        }
+        return !is_include_line(line) && (is_zmatrix_line(fields) || (fields.size() == 2 && find_row_form(fields)));
+    }
+
+    // Returns false, with nothing read, where rows of a Z-matrix follow coordinates.
+    bool read_cartesian(LineSpan lines) {
+        const std::size_t faults = recorder_ == nullptr ? 0 : recorder_->reading.faults.size();
+        cartesian_.read(lines);
+        if (!cartesian_.has_rows()) {
+            return true;
+        }
+        geom_.atoms.clear();
+        geom_.cartesian_variables.clear();
+        JobReading& reading = recorder_->reading;
+        reading.places.atoms.clear();
+        reading.places.cartesian_variables.clear();
+        reading.faults.resize(faults);
+        reading.atoms_uncertain = false;
+        return false;
+    }
+
+    void read_zmatrix(LineSpan lines) {
         geom_.format = GeometryFormat::ZMatrix;
         for (const std::string_view line : lines) {
             zmatrix_.take(line);
@@ -84,6 +125,11 @@ class MoleculeReader {
             report_fault(recorder_, {}, "Invalid Z-matrix geometry section");
             note_doubt(recorder_, &JobReading::structure_uncertain);
         }
+    }
+
+    // Tells whether a section is the name of a file, which gives values to the names that have none.
+    bool holds_values_in_file(LineSpan section) const {
+        return recorder_ != nullptr && is_include_line(section.front()) && !undefined_names(geom_).empty();
     }
 
     // The first section holds variables, the next constants, unless headers say otherwise; one that neither has a header nor
@@ -97,8 +143,9 @@ class MoleculeReader {
                 return;
             }
             const VariableBlock block = examine_variables(section, forms_, undefined_names(geom_));
-            const bool belongs = block.has_header || block.defines_wanted_name || (first && !sections_expected());
-            if (!block.well_formed || !belongs) {
+            const bool belongs = holds_values_in_file(section) || block.has_header || block.defines_wanted_name ||
+                                 (first && !sections_expected());
+            if ((!block.well_formed && !holds_values_in_file(section)) || !belongs) {
                 cursor.move_to(begin);
                 return;
             }
@@ -110,35 +157,54 @@ class MoleculeReader {
         }
     }
 
-    bool holds_cartesian_variables(LineSpan section) {
+    // In the reading, a section that neither has a header nor gives a value to a name in use is left when the route asks for
+    // sections; there, values may stand behind blanks where all lines give one to a name in use.
+    bool holds_cartesian_variables(LineSpan section, const SectionsExpected& sections_expected) {
         const NameSet wanted = undefined_names(geom_);
+        const VariableBlock block = examine_variables(section, VariableLines::WithEquals, wanted);
+        if (holds_values_in_file(section)) {
+            return true;
+        }
+        if (recorder_ == nullptr) {
+            return block.well_formed;
+        }
         const auto defines_wanted_name = [&wanted](std::string_view line) {
             const std::string_view text = without_comment(line);
-            return is_blank_line(text) || wanted.count(to_lower_copy(cut_cartesian_variable(text).name)) > 0;
+            return is_blank_line(text) || variable_header(text, true) != VariableHeader::None ||
+                   wanted.count(to_lower_copy(cut_cartesian_variable(text).name)) > 0;
         };
-        return examine_variables(section, VariableLines::WithEquals, wanted).well_formed ||
-               (recorder_ != nullptr && std::all_of(section.begin(), section.end(), defines_wanted_name));
+        return (block.well_formed && (block.has_header || block.defines_wanted_name || !sections_expected())) ||
+               std::all_of(section.begin(), section.end(), defines_wanted_name);
     }
 
-    void take_cartesian_section(LineCursor& cursor) {
-        if (!cartesian_.has_variables() || undefined_names(geom_).empty()) {
-            return;
-        }
+    bool take_cartesian_section(LineCursor& cursor, const SectionsExpected& sections_expected) {
         const std::size_t begin = cursor.position();
         const LineSpan section = cursor.take_section_past_comments();
-        if (section.empty() || !holds_cartesian_variables(section)) {
+        if (section.empty() || !holds_cartesian_variables(section, sections_expected)) {
             cursor.move_to(begin);
-            return;
+            return false;
         }
         keep_lines(cursor.range(begin, cursor.position()));
         for (const std::string_view line : section) {
             const std::string_view text = without_comment(line);
-            if (holds_text(line) && variable_header(text) == VariableHeader::None) {
+            if (holds_text(line) && variable_header(text, recorder_ != nullptr) == VariableHeader::None) {
                 if (recorder_ != nullptr) {
                     recorder_->at(line);
                 }
-                cartesian_.take_section_variable(text, line);
+                if (recorder_ != nullptr && is_include_line(text)) {
+                    recorder_->reading.atoms_uncertain = true;
+                } else {
+                    cartesian_.take_section_variable(text, line);
+                }
             }
+        }
+        return true;
+    }
+
+    // The class interface takes one section, the reading all that give values to names in use.
+    void take_cartesian_sections(LineCursor& cursor, const SectionsExpected& sections_expected) {
+        while (cartesian_.has_variables() && !undefined_names(geom_).empty() &&
+               take_cartesian_section(cursor, sections_expected) && recorder_ != nullptr) {
         }
     }
 
@@ -174,7 +240,14 @@ bool opens_like_molecule(LineSpan section) {
     return is_zmatrix_line(fields) || (fields.size() >= 4 && !read_atom_fields(fields, *atom, read));
 }
 
-void take_variable_sections(LineCursor& cursor, LineSpan section, const SectionsExpected& sections_expected) {
+void take_variable_sections(LineCursor& cursor, LineSpan section, const SectionsExpected& sections_expected,
+                            const ReadingRecorder* recorder) {
+    if (recorder != nullptr) {
+        JobReading unheard;
+        ReadingRecorder aside = recorder->beside(unheard);
+        read_molecule(cursor, section, sections_expected, &aside);
+        return;
+    }
     MoleculeReader reader(nullptr);
     try {
         reader.read_section(section);

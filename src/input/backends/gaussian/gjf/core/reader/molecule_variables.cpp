@@ -43,7 +43,7 @@ namespace {
 
 void add_name(std::string_view text, NameSet& names) {
     const std::string_view name = without_sign(trim_view(text));
-    if (!is_number_text(name) && is_variable_name(name)) {
+    if (!name.empty() && is_variable_name(name.substr(0, 1)) && !is_number_text(name)) {
         names.insert(to_lower_copy(name));
     }
 }
@@ -54,24 +54,30 @@ void remove_names(const std::vector<ZMatrixVariable>& variables, NameSet& names)
     }
 }
 
-bool is_number_or_code(std::string_view field) noexcept {
+bool is_fortran_number(std::string_view field) { return to_fortran_number(field).has_value(); }
+
+bool is_number_or_code(std::string_view field) {
     const bool is_code = field.size() == 1 && to_lower_ascii(field[0]) >= 'a' && to_lower_ascii(field[0]) <= 'z';
-    return is_code || is_number_text(field);
+    return is_code || is_fortran_number(field);
 }
 
-// Returns the name of a variable line, or nothing.
-std::string_view variable_line_name(std::string_view text, VariableLines forms, Fields& fields) {
+// Returns the name of a variable line, or nothing. With codes, a name in use may hold any character.
+std::string_view variable_line_name(std::string_view text, VariableLines forms, const NameSet& wanted, Fields& fields) {
+    const bool any_form = forms == VariableLines::WithCodes;
+    const auto is_name = [&](std::string_view name) {
+        return is_variable_name(name) || (any_form && wanted.count(to_lower_copy(name)) > 0);
+    };
     const std::size_t equals = text.find('=');
     if (equals != std::string_view::npos) {
         const NameAndValue entry = cut_at_equals(text, equals);
-        return is_variable_name(entry.name) && !entry.value.empty() ? entry.name : std::string_view{};
+        return is_name(entry.name) && !entry.value.empty() ? entry.name : std::string_view{};
     }
     cut_fields(text, fields);
-    if (forms == VariableLines::WithEquals || fields.size() < 2 || !is_variable_name(fields[0]) ||
-        !is_number_text(fields[1])) {
+    const auto is_number = any_form ? is_fortran_number : [](std::string_view field) { return is_number_text(field); };
+    if (forms == VariableLines::WithEquals || fields.size() < 2 || !is_name(fields[0]) || !is_number(fields[1])) {
         return {};
     }
-    const auto may_follow = forms == VariableLines::WithCodes ? is_number_or_code : is_number_text;
+    const auto may_follow = any_form ? is_number_or_code : is_number;
     return std::all_of(fields.begin() + 2, fields.end(), may_follow) ? fields[0] : std::string_view{};
 }
 
@@ -111,7 +117,7 @@ VariableBlock examine_variables(LineSpan section, VariableLines forms, const Nam
             block.has_header = true;
             continue;
         }
-        const std::string_view name = variable_line_name(text, forms, fields);
+        const std::string_view name = variable_line_name(text, forms, wanted, fields);
         if (name.empty()) {
             block.well_formed = false;
             return block;

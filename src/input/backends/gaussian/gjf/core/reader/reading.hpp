@@ -28,6 +28,8 @@ class ReadingRecorder {
     ReadingRecorder(std::string_view text, JobReading& target) noexcept : reading(target), text_(text) {}
 
     Span place_of(std::string_view part) const noexcept { return span_of(text_, part); }
+    /// Returns a recorder of the same text that notes everything elsewhere.
+    ReadingRecorder beside(JobReading& target) const noexcept { return {text_, target}; }
     /// Returns the place of lines, from the first to the last.
     Span place_of(LineSpan lines) const noexcept;
     /// Notes the line that is being read, so that the lists of lines and a fault can tell it.
@@ -143,17 +145,25 @@ struct MoleculeReading {
 MoleculeReading read_molecule(LineCursor& cursor, LineSpan section, const SectionsExpected& sections_expected,
                               ReadingRecorder* recorder);
 
-/// Takes the variable sections after a Z-matrix that is kept as text; nothing for any other molecule, or a malformed one.
-void take_variable_sections(LineCursor& cursor, LineSpan section, const SectionsExpected& sections_expected);
+/// Takes the variable sections after a molecule that is kept as text. Without a recorder, only those of a Z-matrix, and
+/// nothing after a malformed one.
+void take_variable_sections(LineCursor& cursor, LineSpan section, const SectionsExpected& sections_expected,
+                            const ReadingRecorder* recorder);
 
 /// Reads one or more charge and multiplicity pairs.
 std::vector<ChargeSpinPair> read_charge_line(std::string_view line, ReadingRecorder* recorder);
 
 bool is_valid_geometry_first_line(std::string_view line);
 
+/// The kinds of section that a route asks for, in their order; and those that blocks left over may be.
+struct KindsOfRoute {
+    std::vector<ExtraInputSectionKind> expected;
+    std::vector<ExtraInputSectionKind> for_left_over;
+};
+
 /// Gives each expected kind its section and keeps what is left as sections of unknown kind. `atoms_known` tells whether atom
-/// numbers of connectivity are bounded by the job's own molecule.
-void read_extra_inputs(LineCursor& cursor, GJFData& job, const std::vector<ExtraInputSectionKind>& kinds, bool atoms_known,
+/// numbers of connectivity are bounded by the job's own molecule. Kinds for blocks left over are the reading's alone.
+void read_extra_inputs(LineCursor& cursor, GJFData& job, const KindsOfRoute& kinds, bool atoms_known,
                        ReadingRecorder* recorder);
 
 /// Tells whether a section opens with a charge line that an atom follows.

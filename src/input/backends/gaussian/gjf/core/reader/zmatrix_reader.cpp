@@ -1,6 +1,7 @@
 // Reads Z-matrix rows, and the variables and constants behind them.
 #include <gjf/core/reader/zmatrix_reader.hpp>
 
+#include <gjf/core/reader/row_form.hpp>
 #include <gjf/core/sections/route_questions.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
@@ -8,47 +9,6 @@
 #include <array>
 
 namespace quor::input::gaussian {
-namespace {
-
-// A field such as r=0.96 is a variable and no atom; a label has "=" among its parameters alone.
-bool is_assignment(std::string_view field) noexcept {
-    return field.substr(0, field.find('(')).find('=') != std::string_view::npos;
-}
-
-// A label, and up to three pairs of an atom number and a value.
-bool has_row_shape(const Fields& fields) noexcept {
-    if (fields.size() % 2 == 0 || fields.size() > 7 || is_assignment(fields[0])) {
-        return false;
-    }
-    for (std::size_t i = 1; i < fields.size(); i += 2) {
-        if (!is_integer_text(fields[i])) {
-            return false;
-        }
-    }
-    return true;
-}
-
-// Below other rows, H 1 0.96 2 104.5 is a row too, though alone it might be an atom with a freeze code: it names atoms.
-bool is_row_below_others(const Fields& fields) noexcept {
-    if (!has_row_shape(fields)) {
-        return false;
-    }
-    for (std::size_t i = 1; i < fields.size(); i += 2) {
-        if (to_int64(fields[i]).value_or(0) < 1) {
-            return !is_cartesian_line(fields);
-        }
-    }
-    return true;
-}
-
-}  // namespace
-
-bool is_zmatrix_line(const Fields& fields) noexcept { return has_row_shape(fields) && !is_cartesian_line(fields); }
-
-bool has_dihedral_code(const Fields& fields) noexcept {
-    return fields.size() == 8 && (fields[7] == "0" || fields[7] == "1" || fields[7] == "-1");
-}
-
 NameAndValue cut_zmatrix_variable(std::string_view text, const Fields& fields) noexcept {
     const std::size_t equals = text.find('=');
     if (equals != std::string_view::npos) {
@@ -78,12 +38,8 @@ void ZMatrixReader::take(std::string_view line) {
         return;
     }
     cut_fields(text, fields_);
-    if (rows_ && has_dihedral_code(fields_)) {
-        fields_.pop_back();
-    }
-    const bool first = molecule_.geom.zmatrix_entries.empty();
-    if (rows_ && (first ? is_zmatrix_line(fields_) : is_row_below_others(fields_))) {
-        read_row();
+    if (const std::optional<RowForm> form = rows_ ? find_row() : std::nullopt) {
+        read_row(*form);
     } else {
         read_variable(text, line);
     }
@@ -99,20 +55,51 @@ void ZMatrixReader::begin_section(VariableHeader header) noexcept {
     in_section_ = true;
 }
 
-void ZMatrixReader::read_row() {
+// Returns the number of the atom that a field names, by its number or by the label of its row.
+std::optional<std::int32_t> ZMatrixReader::atom_of(std::string_view field) {
+    if (is_integer_text(field)) {
+        return to_int32(field);
+    }
+    for (; labels_known_ < row_labels_.size(); ++labels_known_) {
+        const std::string_view label = row_labels_[labels_known_];
+        row_of_label_.emplace(to_lower_copy(label.substr(0, label.find('('))), static_cast<std::int32_t>(labels_known_ + 1));
+    }
+    const auto row = row_of_label_.find(to_lower_copy(field));
+    return row == row_of_label_.end() ? std::nullopt : std::optional(row->second);
+}
+
+// A fragment or a layer may follow the first label; anywhere else, a name and a number are a variable.
+std::optional<RowForm> ZMatrixReader::find_row() {
+    const bool first = molecule_.geom.zmatrix_entries.empty();
+    std::optional<RowForm> form = recorder_ == nullptr ? std::nullopt : find_row_form(fields_);
+    bool known = form && (first || form->values > 0 || form->rest == fields_.size());
+    for (std::size_t i = 0; known && !form->cartesian && i < form->values; ++i) {
+        const std::string_view field = fields_[form->atom(i)];
+        known = is_integer_text(field) || atom_of(field);
+    }
+    std::optional<RowForm> plain = find_plain_row_form(fields_, first);
+    has_other_forms_ = has_other_forms_ || (known && !plain);
+    return known ? form : plain;
+}
+
+void ZMatrixReader::read_row(const RowForm& form) {
     ZMatrixEntry& entry = molecule_.geom.zmatrix_entries.emplace_back();
     note_line(recorder_, &JobPlaces::zmatrix_rows);
     read_atom_label(fields_[0], entry.info);
     molecule_.has_residues = molecule_.has_residues || has_residue(entry.info);
     const std::array<std::optional<ZMatrixReference>*, 3> references = {&entry.bond, &entry.angle, &entry.dihedral};
-    for (std::size_t i = 0; i < references.size() && 2 * i + 2 < fields_.size(); ++i) {
-        const std::optional<std::int32_t> atom = to_int32(fields_[2 * i + 1]);
+    for (std::size_t i = 0; i < form.values; ++i) {
+        const std::optional<std::int32_t> atom = form.cartesian ? 0 : atom_of(fields_[form.atom(i)]);
         if (!atom) {
-            report_fault(recorder_, fields_[2 * i + 1], "Invalid Z-matrix geometry section");
+            report_fault(recorder_, fields_[form.atom(i)], "Invalid Z-matrix geometry section");
             note_doubt(recorder_, &JobReading::atoms_uncertain);
-            return;
+            break;
         }
-        *references[i] = ZMatrixReference{*atom, std::string(fields_[2 * i + 2])};
+        *references[i] = ZMatrixReference{*atom, std::string(fields_[form.value(i)])};
+    }
+    if (recorder_ != nullptr) {
+        name_dummy(entry.info);
+        row_labels_.push_back(fields_[0]);
     }
 }
 

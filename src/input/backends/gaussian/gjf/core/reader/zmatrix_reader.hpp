@@ -3,15 +3,16 @@
 
 #include <gjf/core/reader/molecule_fields.hpp>
 #include <gjf/core/reader/reading.hpp>
+#include <gjf/core/reader/row_form.hpp>
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace quor::input::gaussian {
-
-/// Tells whether fields, the first of a molecule, are a Z-matrix row: a label and up to three pairs of an atom number and a
-/// value, and no Cartesian atom.
-bool is_zmatrix_line(const Fields& fields) noexcept;
-
-/// Tells whether the last of eight fields is a code that tells how the dihedral field is meant.
-bool has_dihedral_code(const Fields& fields) noexcept;
 
 /// Reads Z-matrix rows until something else comes, and variables from there on, into the list that the last header names.
 class ZMatrixReader {
@@ -20,12 +21,16 @@ class ZMatrixReader {
         : molecule_(molecule), recorder_(recorder) {}
 
     void take(std::string_view line);
+    /// Tells whether a row has a form that the class interface does not take for one.
+    bool has_other_forms() const noexcept { return has_other_forms_; }
     /// Begins a section of its own, of variables or constants.
     void begin_section(VariableHeader header) noexcept;
 
    private:
     void begin_variables(VariableHeader header) noexcept;
-    void read_row();
+    std::optional<std::int32_t> atom_of(std::string_view field);
+    std::optional<RowForm> find_row();
+    void read_row(const RowForm& form);
     void read_variable(std::string_view text, std::string_view line);
 
     MoleculeReading& molecule_;
@@ -33,7 +38,11 @@ class ZMatrixReader {
     bool constants_ = false;  // variables go to the constants
     bool rows_ = true;
     bool in_section_ = false;
+    bool has_other_forms_ = false;
     Fields fields_;
+    std::vector<std::string_view> row_labels_;
+    std::map<std::string, std::int32_t, std::less<>> row_of_label_;  // of the first rows, in lower case
+    std::size_t labels_known_ = 0;
 };
 
 }  // namespace quor::input::gaussian

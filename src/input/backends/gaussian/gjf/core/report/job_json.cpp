@@ -185,6 +185,15 @@ std::string report_json(const std::string& path, const std::vector<GJFData>& job
     return json_line(object);
 }
 
+std::string readings_json(const std::string& path, const std::vector<JobReading>& readings) {
+    Json object = about_file(path);
+    object["jobs"] = list_of(readings, [](const JobReading& reading) {
+        return reading.error.empty() ? json_of_job(reading.job)
+                                     : Json{{"error", {{"line", reading.error_line}, {"message", reading.error}}}};
+    });
+    return json_line(object);
+}
+
 std::string route_json(const std::string& text, const ParsedKeywords& route,
                        const std::vector<ExtraInputSectionKind>& sections, const std::vector<Finding>& findings) {
     Json object = versioned();

@@ -22,8 +22,9 @@ inline constexpr int json_version = 1;
 /// Returns one job as an object; what it does not have has no key. Its route must have been interpreted to be told.
 QUOR_GJF_API std::string job_json(const GJFData& job);
 
-/// Returns the line about the jobs of a file.
+/// Returns the line about the jobs of a file; of one that cannot be read, it has the first fault alone.
 QUOR_GJF_API std::string report_json(const std::string& path, const std::vector<GJFData>& jobs);
+QUOR_GJF_API std::string readings_json(const std::string& path, const std::vector<JobReading>& readings);
 
 /// Returns the line about a file that cannot be used.
 QUOR_GJF_API std::string error_json(const std::string& path, const std::string& message);

@@ -21,15 +21,14 @@ bool is_word_character(char c) noexcept {
     return (lower >= 'a' && lower <= 'z') || (c >= '0' && c <= '9') || c == '-' || c == '_';
 }
 
-bool occurs_as_whole_word(std::string_view text, std::string_view word) noexcept {
+std::size_t count_whole_word(std::string_view text, std::string_view word) noexcept {
+    std::size_t count = 0;
     for (std::size_t at = text.find(word); at != std::string_view::npos; at = text.find(word, at + 1)) {
         const std::size_t end = at + word.size();
         const bool begins = at == 0 || !is_word_character(text[at - 1]);
-        if (begins && (end == text.size() || !is_word_character(text[end]))) {
-            return true;
-        }
+        count += begins && (end == text.size() || !is_word_character(text[end]));
     }
-    return false;
+    return count;
 }
 
 bool any_whole_word(const std::string& text, Words words) {
@@ -37,7 +36,7 @@ bool any_whole_word(const std::string& text, Words words) {
         return false;
     }
     const std::string lower = folded(text);
-    return std::any_of(words.begin(), words.end(), [&](std::string_view word) { return occurs_as_whole_word(lower, word); });
+    return std::any_of(words.begin(), words.end(), [&](std::string_view word) { return count_whole_word(lower, word) > 0; });
 }
 
 bool is_residue_parameter(const std::string& key) {
@@ -138,6 +137,10 @@ bool RouteQuestions::basis(Words names) const {
 bool RouteQuestions::word_in_method_options(Words words) const { return any_whole_word(route_.method_options, words); }
 
 bool RouteQuestions::word_in_oniom(Words words) const { return any_whole_word(route_.oniom_expression, words); }
+
+std::size_t RouteQuestions::count_in_oniom(std::string_view word) const {
+    return count_whole_word(folded(route_.oniom_expression), word);
+}
 
 bool RouteQuestions::option_text(AskedKeyword keyword, const char* text) const {
     return std::any_of(keywords_.begin(), keywords_.end(), [&](const Keyword& candidate) {

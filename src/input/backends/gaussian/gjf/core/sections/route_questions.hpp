@@ -41,6 +41,7 @@ inline constexpr std::string_view asked_keywords[] = {"admp",
                                                       "input",
                                                       "iop",
                                                       "irc",
+                                                      "lst",
                                                       "massage",
                                                       "modconnect",
                                                       "modify",
@@ -116,6 +117,8 @@ class RouteQuestions {
     /// Tells whether one of these words stands in the method's options or in the ONIOM expression.
     bool word_in_method_options(Words words) const;
     bool word_in_oniom(Words words) const;
+    /// Counts how often a word stands in the ONIOM expression.
+    std::size_t count_in_oniom(std::string_view word) const;
     /// Tells whether a keyword has an option whose name or value is exactly this, case folded.
     bool option_text(AskedKeyword keyword, const char* text) const;
     /// Tells whether the method, or a keyword that is a method, is spin-unrestricted by its name.

@@ -26,4 +26,8 @@ const SectionRow& section_row(ExtraInputSectionKind kind) noexcept;
 /// Lists the kinds of section that are asked for, in their order.
 std::vector<ExtraInputSectionKind> expected_kinds(const RouteQuestions& questions);
 
+/// Lists the kinds that a block may be which is left over behind these, in their order: what Gaussian reads though no
+/// condition of the first table names it.
+std::vector<ExtraInputSectionKind> kinds_for_blocks_left_over(const RouteQuestions& questions);
+
 }  // namespace quor::input::gaussian

@@ -9,6 +9,7 @@
 #include <charconv>
 #include <cstring>
 #include <limits>
+#include <string>
 
 namespace quor::input::gaussian {
 namespace {
@@ -233,6 +234,17 @@ std::optional<double> to_number(std::string_view text) noexcept {
     }
     const std::optional<double> value = to_unsigned_number(text);
     return value && minus ? std::optional<double>(-*value) : value;
+}
+
+std::optional<double> to_fortran_number(std::string_view text) {
+    const std::optional<double> number = to_number(text);
+    const std::size_t mark = text.find_first_of("dD");
+    if (number || mark == std::string_view::npos) {
+        return number;
+    }
+    std::string with_e(text);
+    with_e[mark] = 'e';
+    return to_number(with_e);
 }
 
 bool is_integer_text(std::string_view text) noexcept {

@@ -14,6 +14,9 @@ namespace quor::input::gaussian {
 /// beyond the range of double gives an infinity, one below it zero.
 std::optional<double> to_number(std::string_view text) noexcept;
 
+/// The same, with D or d also where an exponent begins, as Fortran writes and reads.
+std::optional<double> to_fortran_number(std::string_view text);
+
 /// Tells whether the whole text is a floating-point number.
 inline bool is_number_text(std::string_view text) noexcept { return to_number(text).has_value(); }
 
