@@ -35,7 +35,7 @@ constexpr std::size_t most_threads = 256;
 class OrderedWork {
    public:
     using Work = std::function<FileResult(const ListedFile&)>;
-    using HandOn = std::function<bool(const FileResult&)>;  // false: no more is wanted
+    using HandOn = std::function<bool(FileResult&)>;  // false: no more is wanted
 
     OrderedWork(FileList& files, const Work& work, const HandOn& hand_on) : files_(files), work_(work), hand_on_(hand_on) {}
 
@@ -96,7 +96,7 @@ class OrderedWork {
         }
         handing_on_ = true;
         while (slots_[given_ % slots_.size()] && !refused_) {
-            const FileResult result = *std::exchange(slots_[given_ % slots_.size()], std::nullopt);
+            FileResult result = *std::exchange(slots_[given_ % slots_.size()], std::nullopt);
             lock.unlock();
             const bool more_wanted = hand_on_(result);
             lock.lock();
@@ -211,7 +211,10 @@ int run_batch(const BatchOptions& options, const Batch& batch) {
     int exit_code = exit_success;
     std::size_t done = 0;
     bool written = false;
-    const OrderedWork::HandOn hand_on = [&](const FileResult& result) {
+    const OrderedWork::HandOn hand_on = [&](FileResult& result) {
+        if (const auto finish = std::exchange(result.in_order, nullptr)) {
+            finish(result);
+        }
         if (!result.out.empty() || !result.err.empty()) {
             progress.clear();
         }

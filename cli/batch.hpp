@@ -31,6 +31,8 @@ struct FileResult {
     std::array<std::size_t, 3> counts{};       ///< findings by severity
     std::map<std::string, std::size_t> codes;  ///< and by code
     FixCounts fixes;
+    /// What is left to do when the files before it are done, before anything is printed; may be empty.
+    std::function<void(FileResult&)> in_order;
 };
 
 /// The arguments that all commands over many files share.

@@ -5,6 +5,7 @@
 #include "commands.hpp"
 #include "input.hpp"
 #include "plain_text.hpp"
+#include "shared_checkpoints.hpp"
 #include "terminal.hpp"
 
 #include <gjf/gjf.hpp>
@@ -129,24 +130,12 @@ void tell_findings(const std::string& path, const FixedFile& file, const CheckAr
     }
 }
 
-FileResult check_file(const std::string& path, const CheckArguments& arguments, const Colours& colours,
-                      quor::core::fs::FolderFlushes& folders) {
-    const auto is_wanted = [&](const Finding& finding) {
-        return is_chosen(finding.code, arguments.selected, arguments.ignored);
-    };
-    const std::string content = read_text(path);
-    FixedFile file;
-    if (arguments.fixing.works()) {
-        file = fix_file(path, content, arguments.fixing, is_wanted, folders);
-    } else {
-        file.text = content;
-        file.findings = check_text(content);
-    }
-    std::erase_if(file.findings, [&](const Finding& finding) { return !is_wanted(finding); });
+FileResult result_of(const std::string& path, const FixedFile& file, const CheckArguments& arguments,
+                     const Colours& colours) {
     const Severity fail_on = severity_of(arguments.fail_on);
     FileResult result;
-    result.out = std::move(file.out);
-    result.err = std::move(file.err);
+    result.out = file.out;
+    result.err = file.err;
     result.fixes = count_fixes(file.findings, arguments.fixing);
     result.fixes.applied = file.applied;
     result.code = arguments.fixing.diff && !result.out.empty() ? exit_failure : exit_success;
@@ -157,6 +146,35 @@ FileResult check_file(const std::string& path, const CheckArguments& arguments, 
     }
     if (!arguments.statistics) {
         tell_findings(path, file, arguments, colours, result);
+    }
+    return result;
+}
+
+FileResult check_file(const std::string& path, const CheckArguments& arguments, const Colours& colours,
+                      quor::core::fs::FolderFlushes& folders, SharedCheckpoints& shared) {
+    const auto is_wanted = [&](const Finding& finding) {
+        return is_chosen(finding.code, arguments.selected, arguments.ignored);
+    };
+    const std::string content = read_text(path);
+    const auto file = std::make_shared<FixedFile>();
+    std::vector<BegunCheckpoint> begun;
+    if (arguments.fixing.works()) {
+        *file = fix_file(path, content, arguments.fixing, is_wanted, folders);
+    } else {
+        CheckOptions options;
+        options.begun_checkpoints =
+            is_chosen(SharedCheckpoints::code, arguments.selected, arguments.ignored) ? &begun : nullptr;
+        file->text = content;
+        file->findings = check_text(content, options);
+    }
+    std::erase_if(file->findings, [&](const Finding& finding) { return !is_wanted(finding); });
+    FileResult result = result_of(path, *file, arguments, colours);
+    if (!begun.empty()) {
+        result.in_order = [&arguments, &colours, &shared, path, file, begun](FileResult& told) {
+            if (shared.add_findings(path, file->text, begun, file->findings)) {
+                told = result_of(path, *file, arguments, colours);
+            }
+        };
     }
     return result;
 }
@@ -226,8 +244,9 @@ int check(const CheckArguments& arguments) {
     const Colours& colours = output_has_colour() ? terminal_colours : no_colours;
     Totals totals;
     quor::core::fs::FolderFlushes folders;
+    SharedCheckpoints shared;
     Batch batch;
-    batch.work = [&](const std::string& path) { return check_file(path, arguments, colours, folders); };
+    batch.work = [&](const std::string& path) { return check_file(path, arguments, colours, folders, shared); };
     batch.note = [&](const FileResult& result) { totals.add(result); };
     const int exit_code = run_batch(arguments.batch, batch);
     folders.flush();

@@ -39,24 +39,84 @@ std::string sets_that_cover(int element) {
     return names.empty() ? names : "sets that have it: " + names;
 }
 
-void check_basis_elements(const CheckedMolecule& molecule, Findings& findings) {
-    const auto& [job, atoms, layers] = molecule;
-    const BasisElements* known = job.schema.is_loaded() ? basis_elements(only_basis(job)) : nullptr;
+// Calls `report` for the first atom of each element that is not covered. Ghosts have functions, but no dispersion.
+template <class Report>
+void for_each_lacking(const ElementSet& elements, const std::vector<MoleculeAtom>& atoms, const Report& report) {
     std::set<int> seen;
-    for (std::size_t i = 0; known != nullptr && known->severity != "note" && i < atoms.size(); ++i) {
-        const auto [kind, element, certain] = atoms[i].species;
-        if (kind != SpeciesKind::Atom || !certain || known->covers(element) || !seen.insert(element).second) {
+    for (const MoleculeAtom& atom : atoms) {
+        const auto [kind, element, certain] = atom.species;
+        if (kind == SpeciesKind::Atom && certain && !elements.covers(element) && seen.insert(element).second) {
+            report(element, atom.line);
+        }
+    }
+}
+
+Severity severity_of(std::string_view name) { return name == "error" ? Severity::Error : Severity::Warning; }
+
+void check_composite(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings) {
+    const ParametersElements* known = parameters_elements("composite", job.route.method);
+    if (known == nullptr || known->severity == "note") {
+        return;
+    }
+    for_each_lacking(known->elements, atoms, [&](int element, std::size_t line) {
+        findings.add("GJF-R013", severity_of(known->severity),
+                     std::string(known->name) + " has no functions for " + std::string(element_symbol(element)), line);
+    });
+}
+
+void check_dispersion(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings) {
+    for (const char* correction : {"gd3", "gd3bj"}) {
+        const ParametersElements* known = parameters_elements("dispersion", correction);
+        if (known == nullptr || !job.has_option("empiricaldispersion", correction)) {
             continue;
         }
-        findings.add("GJF-R013", known->severity == "error" ? Severity::Error : Severity::Warning,
-                     "the basis set " + std::string(known->basis) + " has no functions for " +
-                         std::string(element_symbol(element)) + " (atom " + std::to_string(i + 1) + ")",
-                     atoms[i].line, sets_that_cover(element));
+        for_each_lacking(known->elements, atoms, [&](int element, std::size_t line) {
+            findings.add("GJF-B002", severity_of(known->severity),
+                         std::string(correction) + " has no parameters for " + std::string(element_symbol(element)), line);
+        });
+        const auto ghost = std::find_if(atoms.begin(), atoms.end(),
+                                        [](const MoleculeAtom& atom) { return atom.species.kind == SpeciesKind::Ghost; });
+        if (ghost != atoms.end()) {
+            findings.add("GJF-B002", Severity::Warning, std::string(correction) + " has no parameters for ghost atoms",
+                         ghost->line, "Gaussian stops at them with \"No Q value available\"");
+        }
     }
 }
 
 }  // namespace
 
-const Family basis_element_family = {Known::Molecule, check_basis_elements, {"GJF-R013"}};
+void report_lack(std::string_view basis, int element, const TextPlace& place, Findings& findings) {
+    const BasisElements* known = basis_elements(basis);
+    if (known != nullptr && known->severity != "note" && !known->covers(element)) {
+        findings.add(
+            "GJF-R013", severity_of(known->severity),
+            "the basis set " + std::string(known->basis) + " has no functions for " + std::string(element_symbol(element)),
+            place, sets_that_cover(element));
+    }
+}
+
+namespace {
+
+void check_basis_elements(const CheckedMolecule& molecule, Findings& findings) {
+    const auto& [job, atoms, layers] = molecule;
+    if (!job.schema.is_loaded()) {
+        return;
+    }
+    for (const std::string_view set : {only_basis(job), std::string_view(job.route.density_fitting_basis)}) {
+        if (const BasisElements* known = basis_elements(set)) {
+            for_each_lacking(known->elements, atoms, [&](int element, std::size_t line) {
+                report_lack(set, element, TextPlace{line, 0, 0}, findings);
+            });
+        }
+    }
+    if (!job.has_keyword("iop")) {
+        check_composite(job, atoms, findings);
+        check_dispersion(job, atoms, findings);
+    }
+}
+
+}  // namespace
+
+const Family basis_element_family = {Known::Molecule, check_basis_elements, {"GJF-B002", "GJF-R013"}};
 
 }  // namespace quor::input::gaussian

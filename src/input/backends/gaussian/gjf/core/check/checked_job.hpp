@@ -1,11 +1,13 @@
 // One job as the checks see it, and the list that they add their findings to. Private to the room.
 #pragma once
 
+#include <gjf/core/check/checker.hpp>
 #include <gjf/core/check/finding.hpp>
 #include <gjf/core/reader/reading.hpp>
 #include <gjf/core/schema/simple_yaml_parser.hpp>
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -156,7 +158,8 @@ void check_whole_text(std::string_view text, Findings& findings);
 /// Follows the checkpoint files through the jobs of a text.
 class CheckpointChain {
    public:
-    void add(const CheckedJob& job, Findings& findings);
+    /// Returns the checkpoint that the job begins: one that neither it nor a job before it reads or writes.
+    std::optional<BegunCheckpoint> add(const CheckedJob& job, Findings& findings);
 
    private:
     struct Checkpoint {

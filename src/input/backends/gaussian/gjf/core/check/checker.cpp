@@ -111,7 +111,7 @@ void count_bytes(std::string_view text, std::vector<Finding>& findings) {
     }
 }
 
-void check_jobs(std::string_view text, std::vector<Finding>& findings) {
+void check_jobs(std::string_view text, std::vector<BegunCheckpoint>* begun, std::vector<Finding>& findings) {
     const SimpleYAMLParser& schema = default_route_schema();
     CheckpointChain chain;
     std::size_t jobs = 0;
@@ -121,8 +121,12 @@ void check_jobs(std::string_view text, std::vector<Finding>& findings) {
         const JobReading reading = read_job_piece(piece);
         const CheckedJob job(piece, reading, schema);
         check_job(job, of_job);
-        chain.add(job, of_job);
-        drop_codes(findings, begin, silenced_codes(piece.lines));
+        const CodeList silenced = silenced_codes(piece.lines);
+        std::optional<BegunCheckpoint> checkpoint = chain.add(job, of_job);
+        if (checkpoint && begun != nullptr && silenced.count("gjf-l010") == 0) {
+            begun->push_back(std::move(*checkpoint));
+        }
+        drop_codes(findings, begin, silenced);
         ++jobs;
     });
     if (jobs == 0) {
@@ -151,7 +155,7 @@ std::vector<Finding> check_text(std::string_view text, const CheckOptions& optio
             finding.fixes = {{"end all lines in line feeds", FixSafety::Safe, line_feeds_for_returns(text)}};
         }
     } else {
-        check_jobs(text, findings);
+        check_jobs(text, options.begun_checkpoints, findings);
         check_whole_text(text, of_file);
     }
     CodeList ignored;

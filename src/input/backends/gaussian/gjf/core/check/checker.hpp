@@ -25,8 +25,20 @@ struct CheckDescription {
 /// Returns every code, sorted, each once; static.
 QUOR_GJF_API const std::vector<CheckDescription>& check_descriptions();
 
+/// A checkpoint that a job begins: it is named by %chk, and no job of the text up to this one reads it.
+struct BegunCheckpoint {
+    std::string path;  ///< as named, with .chk at its end
+    std::size_t job = 0;
+    std::size_t line = 0;  ///< of the name
+    std::size_t column = 0;
+    std::size_t length = 0;
+};
+
 struct CheckOptions {
     std::vector<std::string> ignored_codes;  ///< not reported; letter case does not matter
+    /// Where the checkpoints that a text begins are added, unless comments of its jobs silence GJF-L010: only who knows the
+    /// other files of a run can tell whether two begin the same. May be null.
+    std::vector<BegunCheckpoint>* begun_checkpoints = nullptr;
 };
 
 /// Checks every job of a text and returns all findings, in the order of their places.

@@ -260,12 +260,12 @@ void check_link0(const CheckedMolecule& molecule, Findings& findings) {
 
 }  // namespace
 
-const Family link0_family = {
-    Known::Control,
-    check_link0,
-    {"GJF-L001", "GJF-L002", "GJF-L003", "GJF-L004", "GJF-L005", "GJF-L006", "GJF-L007", "GJF-L008", "GJF-L009"}};
+const Family link0_family = {Known::Control,
+                             check_link0,
+                             {"GJF-L001", "GJF-L002", "GJF-L003", "GJF-L004", "GJF-L005", "GJF-L006", "GJF-L007", "GJF-L008",
+                              "GJF-L009", "GJF-L010"}};
 
-void CheckpointChain::add(const CheckedJob& job, Findings& findings) {
+std::optional<BegunCheckpoint> CheckpointChain::add(const CheckedJob& job, Findings& findings) {
     const std::vector<Link0Line> lines = link0_lines_of(job);
     const Link0Line* chk = find_line(lines, {"chk"});
     const Link0Line* source = find_line(lines, {"oldchk"});
@@ -274,7 +274,7 @@ void CheckpointChain::add(const CheckedJob& job, Findings& findings) {
     const std::string request = reading_request(job, fails);
     const bool is_first = jobs_++ == 0;
     if (request == "restart" && find_line(lines, {"rwf", "oldrwf"}) != nullptr) {
-        return;  // the read-write file has all
+        return std::nullopt;  // the read-write file has all
     }
     if (!request.empty() && source == nullptr) {
         const TextPlace place = job.segments.empty() ? TextPlace{job.layout.lines.first, 0, 0} : job.segments.front().place;
@@ -287,9 +287,16 @@ void CheckpointChain::add(const CheckedJob& job, Findings& findings) {
             "no job before this one writes the checkpoint '" + std::string(source->value) + "' that " + request + " reads",
             job.place_in(source->line, source->value), "it must be there when the file is run");
     }
-    if (chk != nullptr) {
-        note_written(checkpoint_path(chk->value), job, job.place_in(chk->line, chk->value), findings);
+    if (chk == nullptr) {
+        return std::nullopt;
     }
+    const std::string path = checkpoint_path(chk->value);
+    const TextPlace place = job.place_in(chk->line, chk->value);
+    const bool is_read = (!request.empty() || source != chk) && checkpoint_path(source->value) == path;
+    const bool is_begun = written_.count(path) == 0 && !is_read;
+    note_written(path, job, place, findings);
+    return is_begun ? std::optional(BegunCheckpoint{path, job.layout.number, place.line, place.column, place.length})
+                    : std::nullopt;
 }
 
 bool CheckpointChain::note_read(const std::string& path) {

@@ -72,4 +72,7 @@ OniomLayers oniom_layers(const CheckedJob& job, const std::vector<MoleculeAtom>&
 /// and 2 for the low one, whether or not the job has a medium one.
 std::size_t layer_depth(const MoleculeAtom& atom) noexcept;
 
+/// Reports an element that a basis set is known to lack.
+void report_lack(std::string_view basis, int element, const TextPlace& place, Findings& findings);
+
 }  // namespace quor::input::gaussian

@@ -31,6 +31,7 @@ constexpr const Family* all_families[] = {
     &connectivity_family,
     &basis_section_family,
     &basis_element_family,
+    &named_block_family,
     &section_family,
     &section_content_family,
 };
