@@ -1,7 +1,6 @@
 // One job as the checks see it, and the list that they add their findings to. Private to the room.
 #pragma once
 
-#include <gjf/core/check/checker.hpp>
 #include <gjf/core/check/finding.hpp>
 #include <gjf/core/reader/reading.hpp>
 #include <gjf/core/schema/simple_yaml_parser.hpp>
@@ -10,7 +9,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace quor::input::gaussian {
@@ -154,24 +152,5 @@ void check_numbers_of_line(const CheckedJob& job, std::size_t line_number, Findi
 
 /// Checks what concerns the text as a whole: its line ends and its first bytes.
 void check_whole_text(std::string_view text, Findings& findings);
-
-/// Follows the checkpoint files through the jobs of a text.
-class CheckpointChain {
-   public:
-    /// Returns the checkpoint that the job begins: one that neither it nor a job before it reads or writes.
-    std::optional<BegunCheckpoint> add(const CheckedJob& job, Findings& findings);
-
-   private:
-    struct Checkpoint {
-        std::size_t job = 0;
-        bool read_since = false;
-    };
-    /// Notes that a job reads a checkpoint; returns whether a job before it writes it.
-    bool note_read(const std::string& path);
-    void note_written(const std::string& path, const CheckedJob& job, const TextPlace& place, Findings& findings);
-
-    std::unordered_map<std::string, Checkpoint> written_;  // by path
-    std::size_t jobs_ = 0;
-};
 
 }  // namespace quor::input::gaussian

@@ -1,6 +1,7 @@
 // Runs the families of checks over every job of a text: what each may look at, suppression, and the order of findings.
 #include <gjf/core/check/checker.hpp>
 
+#include <gjf/core/check/checkpoint_chain.hpp>
 #include <gjf/core/check/fixes.hpp>
 #include <gjf/core/check/foreign_texts.hpp>
 #include <gjf/core/check/rule.hpp>
@@ -57,10 +58,23 @@ void ask(const CheckedMolecule& molecule, Known before, Known now, Findings& fin
     }
 }
 
-void check_job(const CheckedJob& job, Findings& findings) {
+// Asks of a molecule that comes from a job before this one what needs no lines of atoms. Layers and fragments stand in them.
+void check_earlier_molecule(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings) {
+    if (atoms.empty() || !job.route.oniom_expression.empty() || job.has_keyword("massage") ||
+        job.has_keyword("counterpoise") || job.has_option("guess", "fragment")) {
+        return;
+    }
+    const CheckedMolecule molecule{job, atoms, {}};
+    for (const Family* family : {&electron_family, &basis_section_family, &basis_element_family, &named_block_family}) {
+        family->find(molecule, findings);
+    }
+}
+
+// Returns the atoms of the molecule, none where it is not known for sure.
+std::vector<MoleculeAtom> check_job(const CheckedJob& job, const CheckpointChain& chain, Findings& findings) {
     ask({job, {}, {}}, Known::Nothing, Known::Control, findings);
     if (!job.read_whole() || (job.restarts() && job.job.geom.atom_count() == 0)) {
-        return;  // of a restart, all that a section would be about is in the checkpoint
+        return {};  // of a restart, all that a section would be about is in the checkpoint
     }
     if (has_pasted_xyz(job)) {
         const std::size_t line = job.layout.charge_line + 1;
@@ -68,12 +82,19 @@ void check_job(const CheckedJob& job, Findings& findings) {
             findings.add("GJF-P001", Severity::Error, "an .xyz file stands here with its count of atoms and its title", line,
                          "remove this line and the next one");
         offer(finding, "remove both lines", FixSafety::Unsafe, {job.without_lines({line, line + 1})});
-        return;
+        return {};
     }
     const Known known = job.reading().atoms_uncertain ? Known::Labels : has_unread_rows(job) ? Known::Rows : Known::Molecule;
     std::vector<MoleculeAtom> atoms = atoms_of(job);
     OniomLayers layers = known == Known::Molecule ? oniom_layers(job, atoms) : OniomLayers{};
-    ask({job, std::move(atoms), std::move(layers)}, Known::Control, known, findings);
+    CheckedMolecule molecule{job, std::move(atoms), std::move(layers)};
+    ask(molecule, Known::Control, known, findings);
+    if (!molecule.atoms.empty()) {
+        return known == Known::Molecule ? std::move(molecule.atoms) : std::vector<MoleculeAtom>();
+    }
+    std::vector<MoleculeAtom> earlier = chain.molecule_for(job);
+    check_earlier_molecule(job, earlier, findings);
+    return earlier;
 }
 
 void sort_by_place(std::vector<Finding>& findings) {
@@ -120,9 +141,9 @@ void check_jobs(std::string_view text, std::vector<BegunCheckpoint>* begun, std:
         Findings of_job(findings, piece.number);
         const JobReading reading = read_job_piece(piece);
         const CheckedJob job(piece, reading, schema);
-        check_job(job, of_job);
+        std::vector<MoleculeAtom> atoms = check_job(job, chain, of_job);
         const CodeList silenced = silenced_codes(piece.lines);
-        std::optional<BegunCheckpoint> checkpoint = chain.add(job, of_job);
+        std::optional<BegunCheckpoint> checkpoint = chain.add(job, std::move(atoms), of_job);
         if (checkpoint && begun != nullptr && silenced.count("gjf-l010") == 0) {
             begun->push_back(std::move(*checkpoint));
         }

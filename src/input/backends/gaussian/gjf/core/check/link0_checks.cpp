@@ -1,6 +1,7 @@
 // Checks of Link 0 lines, and of the checkpoint files that lead from job to job.
 #include <gjf/core/check/rule.hpp>
 
+#include <gjf/core/check/checkpoint_chain.hpp>
 #include <gjf/core/check/fixes.hpp>
 #include <gjf/core/check/near_names.hpp>
 #include <gjf/core/job/link0_keys.hpp>
@@ -14,6 +15,7 @@
 #include <iterator>
 #include <limits>
 #include <optional>
+#include <utility>
 
 namespace quor::input::gaussian {
 namespace {
@@ -265,7 +267,23 @@ const Family link0_family = {Known::Control,
                              {"GJF-L001", "GJF-L002", "GJF-L003", "GJF-L004", "GJF-L005", "GJF-L006", "GJF-L007", "GJF-L008",
                               "GJF-L009", "GJF-L010"}};
 
-std::optional<BegunCheckpoint> CheckpointChain::add(const CheckedJob& job, Findings& findings) {
+std::vector<MoleculeAtom> CheckpointChain::molecule_for(const CheckedJob& job) const {
+    const std::vector<Link0Line> lines = link0_lines_of(job);
+    const Link0Line* source = find_line(lines, {"oldchk"});
+    source = source == nullptr ? find_line(lines, {"chk"}) : source;
+    if (source == nullptr || job.segments.empty() || !job.molecule_from_checkpoint()) {
+        return {};
+    }
+    const auto known = written_.find(checkpoint_path(source->value));
+    std::vector<MoleculeAtom> atoms = known == written_.end() ? std::vector<MoleculeAtom>() : known->second.atoms;
+    for (MoleculeAtom& atom : atoms) {
+        atom.line = job.segments.front().place.line;
+    }
+    return atoms;
+}
+
+std::optional<BegunCheckpoint> CheckpointChain::add(const CheckedJob& job, std::vector<MoleculeAtom> atoms,
+                                                    Findings& findings) {
     const std::vector<Link0Line> lines = link0_lines_of(job);
     const Link0Line* chk = find_line(lines, {"chk"});
     const Link0Line* source = find_line(lines, {"oldchk"});
@@ -295,6 +313,10 @@ std::optional<BegunCheckpoint> CheckpointChain::add(const CheckedJob& job, Findi
     const bool is_read = (!request.empty() || source != chk) && checkpoint_path(source->value) == path;
     const bool is_begun = written_.count(path) == 0 && !is_read;
     note_written(path, job, place, findings);
+    for (MoleculeAtom& atom : atoms) {
+        atom.info = nullptr;
+    }
+    written_[path].atoms = std::move(atoms);
     return is_begun ? std::optional(BegunCheckpoint{path, job.layout.number, place.line, place.column, place.length})
                     : std::nullopt;
 }
@@ -310,7 +332,7 @@ bool CheckpointChain::note_read(const std::string& path) {
 
 void CheckpointChain::note_written(const std::string& path, const CheckedJob& job, const TextPlace& place,
                                    Findings& findings) {
-    const auto [known, is_new] = written_.try_emplace(path, Checkpoint{job.layout.number, false});
+    const auto [known, is_new] = written_.try_emplace(path, Checkpoint{job.layout.number, false, {}});
     if (is_new) {
         return;
     }
@@ -320,7 +342,7 @@ void CheckpointChain::note_written(const std::string& path, const CheckedJob& jo
             "this job writes over the checkpoint of job " + std::to_string(known->second.job) + ", which no job has read",
             place, "give each job a checkpoint of its own, or read the first one");
     }
-    known->second = {job.layout.number, false};
+    known->second = {job.layout.number, false, {}};
 }
 
 }  // namespace quor::input::gaussian
