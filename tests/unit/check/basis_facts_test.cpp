@@ -53,7 +53,7 @@ TEST(BasisFacts, CoreElectronsWithoutPotentialAreToldAtTheElement) {
         {"# b3lyp/gen iop(3/17=5)", iron_oxide, "Fe O 0\nLANL2DZ\n****\n", ""},
         {"# b3lyp/gen massage", iron_oxide, "Fe O 0\nLANL2DZ\n****\n", ""},
         {"# b3lyp/gen", iron_oxide, "Fe O 0\ndef2TZVP\n****\n", ""},
-        {"# b3lyp/gen", iron_oxide, "Fe O 0\nS 1 1.0\n1.0 1.0\n****\n", ""},
+        {"# b3lyp/gen", iron_oxide, "Fe O 0\nS 1 1.0\n1.0 1.0\n****\n", "B003:5"},
         {"# b3lyp/gen", iron_oxide, "Fe O 0\nMWB10\n****\n", ""},
         {"# b3lyp/gen", "0 1\nC 0.0 0.0 0.0\nO 0.0 0.0 1.13\n", "C O 0\nlanl2dz\n****\n", ""},
         {"# b3lyp/gen", "0 1\nI-Bq 0.0 0.0 0.0\nO 0.0 0.0 1.13\n", "O I 0\nlanl2dz\n****\n", ""},
@@ -100,6 +100,36 @@ TEST(BasisFacts, ElementsThatLackFunctionsAreTold) {
     };
     for (const Row& row : rows) {
         EXPECT_EQ(told(row.route, row.molecule, row.sections), row.told) << row.route << "\n" << row.sections;
+    }
+}
+
+TEST(BasisFacts, ElectronsNeedRoom) {
+    const std::string water = "0 1\nO 0.0 0.0 0.0\nH 0.0 0.76 0.59\nH 0.0 -0.76 0.59\n";
+    const std::string oxygen = "0 3\nO 0.0 0.0 0.0\nO 0.0 0.0 1.21\n";
+    const Row rows[] = {
+        {"# hf/sto-3g", "0 3\nHe 0.0 0.0 0.0\n", "", "B003:5"},
+        {"# hf/sto-3g", "-2 1\nHe 0.0 0.0 0.0\n", "", "B003:5"},
+        {"# hf/gen", water, "O H 0\nS 1 1.0\n1.0 1.0\n****\n", "B003:5"},
+        {"# casscf(5,4)/6-31g", water, "", "B004:1"},
+        {"# casscf(12,8)/6-31g", water, "", "B004:1"},
+        {"# casscf(6,2)/6-31g", water, "", "B004:1"},
+        {"# casscf(2,9)/sto-3g", water, "", "B004:1"},
+        {"# casscf(7,6)/6-31g", oxygen, "", "B004:1"},
+        {"# cas(0,2)/6-31g", oxygen, "", "B004:1"},
+        // Silent: there is room, or what there is cannot be known.
+        {"# hf/6-31g", "0 3\nHe 0.0 0.0 0.0\n", "", ""},
+        {"# hf/sto-3g", "-1 2\nH 0.0 0.0 0.0\nH 0.0 0.0 0.7\n", "", ""},
+        {"# hf/gen", water, "O H 0\nS 1 1.0\n1.0 1.0\nS 1 1.0\n0.2 1.0\n****\n", ""},
+        {"# hf/gen", water, "O H 0\nmine\n****\n", ""},
+        {"# pm6", oxygen, "", ""},
+        {"# casscf(6,6)/6-31g", water, "", ""},
+        {"# casscf(6,6,nroot=2)/6-31g", water, "", ""},
+        {"# casscf(8,6)/sto-3g", oxygen, "", ""},
+        {"# casscf(4,4)/gen", water, "O H 0\n6-31g\n****\n", ""},
+        {"# casscf(4,4)/cep-121g", water, "", ""},
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(told(row.route, row.molecule, row.sections), row.told) << row.route << "\n" << row.molecule;
     }
 }
 

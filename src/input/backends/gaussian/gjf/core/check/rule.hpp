@@ -60,6 +60,7 @@ extern const Family connectivity_family;
 extern const Family basis_section_family;
 extern const Family basis_element_family;
 extern const Family named_block_family;
+extern const Family size_family;
 extern const Family section_family;
 extern const Family section_content_family;
 
