@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 
 #include "../../support/files.hpp"
 
@@ -45,6 +46,31 @@ const std::string metadata =
 TEST(SchemaValidation, FindsNothingInARightDocument) {
     EXPECT_EQ(problems_in(whole + metadata), "");
     EXPECT_EQ(problems_in("states: {GCL: {}, Proc: {}, Basis: {}}\n"), "");
+}
+
+TEST(SchemaValidation, FindsMisspeltKeys) {
+    const std::string empty = "states: {GCL: {}, Proc: {}, Basis: {}}\n";
+    const std::pair<std::string, std::string> cases[] = {
+        {"states: {GCL: {enties: []}, Proc: {}, Basis: {}}\n", "1: key 'enties' is not known; did you mean entries?"},
+        {"states: {GCL: {Entries: []}, Proc: {}, Basis: {}}\n", "1: key 'Entries' is not known; did you mean entries?"},
+        {"states:\n  GCL: {entries: [{forms: [a], nxt: GCL}]}\n  Proc: {}\n  Basis: {}\n",
+         "2: key 'nxt' is not known; did you mean next?"},
+        {"states: {GCL: {}, Proc: {}, Basis: {syntax: {transition: []}}}\n",
+         "1: key 'transition' is not known; did you mean transitions?"},
+        {"states: {GCL: {}, Proc: {}, Basis: {}, Tail: {sepcs: []}}\n",
+         "1: key 'sepcs' is not known; did you mean specs?\n1: state 'tail' is not reached from anywhere"},
+        {empty + "metadata:\n  categorys: {}\n", "3: key 'categorys' is not known; did you mean categories?"},
+        {empty + "metdata: {}\n", "2: key 'metdata' is not known; did you mean metadata?"},
+        {empty + "toplevel: {}\n", "2: key 'toplevel' is not known; did you mean top_level?"},
+        {empty + "top_level: {entry_sate: GCL}\n", "2: key 'entry_sate' is not known; did you mean entry_state?"},
+    };
+    for (const auto& [document, problems] : cases) {
+        EXPECT_EQ(problems_in(document), problems) << document;
+    }
+    // Keys of one's own, as for anchors, and names of words and states are no misspelt keys.
+    for (const char* rest : {"actions: []\n", "authors: [someone]\n", "metadata: {categories: {}, comment: x}\n"}) {
+        EXPECT_EQ(problems_in(empty + rest), "") << rest;
+    }
 }
 
 TEST(SchemaValidation, FindsEachKindOfMistake) {

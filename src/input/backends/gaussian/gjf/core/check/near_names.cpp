@@ -1,7 +1,8 @@
-// Edit distance between words, and the vocabulary as a list of words.
+// Names near to a word, and the vocabulary as a list of words.
 #include <gjf/core/check/near_names.hpp>
 
 #include <gjf/core/schema/candidate_group.hpp>
+#include <gjf/core/text/steps_between.hpp>
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
@@ -13,8 +14,6 @@ constexpr std::size_t most_names = 3;
 constexpr std::size_t shortest_sure_word = 6;  // shorter ones are too near to each other
 constexpr std::size_t longest_word = 40;       // a longer one is no misspelt name
 
-std::size_t most_steps(std::size_t length) noexcept { return length < 4 ? 1 : length < 10 ? 2 : 3; }
-
 std::string without_dashes(std::string_view word) {
     std::string text;
     for (const char c : word) {
@@ -23,28 +22,6 @@ std::string without_dashes(std::string_view word) {
         }
     }
     return text;
-}
-
-// Counts the steps between two words row by row: letters put in, left out, changed, or exchanged with a neighbour.
-std::size_t steps_between(std::string_view a, std::string_view b) {
-    std::vector<std::size_t> before_last;
-    std::vector<std::size_t> last(b.size() + 1);
-    std::vector<std::size_t> row(b.size() + 1);
-    for (std::size_t j = 0; j <= b.size(); ++j) {
-        last[j] = j;
-    }
-    for (std::size_t i = 1; i <= a.size(); ++i) {
-        row[0] = i;
-        for (std::size_t j = 1; j <= b.size(); ++j) {
-            row[j] = std::min({last[j] + 1, row[j - 1] + 1, last[j - 1] + (a[i - 1] == b[j - 1] ? 0 : 1)});
-            if (i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1]) {
-                row[j] = std::min(row[j], before_last[j - 2] + 1);
-            }
-        }
-        before_last = last;
-        last = row;
-    }
-    return last[b.size()];
 }
 
 bool is_letter(char c) noexcept { return c >= 'a' && c <= 'z'; }

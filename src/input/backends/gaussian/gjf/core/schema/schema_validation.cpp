@@ -2,6 +2,8 @@
 #include <gjf/core/schema/schema_validation.hpp>
 
 #include <gjf/core/schema/schema_document.hpp>
+#include <gjf/core/text/steps_between.hpp>
+#include <gjf/core/text/text.hpp>
 
 #include <algorithm>
 #include <exception>
@@ -16,6 +18,35 @@ namespace {
 using Schema = SimpleYAMLParser::Impl;
 using NameSet = std::set<std::string, std::less<>>;
 
+// The keys that the grammar knows, in whatever map of its own they stand; "actions" holds what others refer to.
+constexpr std::string_view known_keys[] = {"action",
+                                           "actions",
+                                           "aliases",
+                                           "canonical_forms",
+                                           "case_sensitive",
+                                           "categories",
+                                           "consume",
+                                           "entries",
+                                           "entry_state",
+                                           "forms",
+                                           "exchange_components",
+                                           "includes",
+                                           "metadata",
+                                           "next",
+                                           "prefixes",
+                                           "option_states",
+                                           "correlation_components",
+                                           "pure_dft",
+                                           "procedure_state",
+                                           "result",
+                                           "spec",
+                                           "specs",
+                                           "states",
+                                           "syntax",
+                                           "top_level",
+                                           "transitions",
+                                           "value"};
+
 // States that stand for something outside the document: the end of a word, and words that take text from elsewhere.
 constexpr std::string_view outside_states[] = {"Exi", "Extern"};
 
@@ -25,6 +56,7 @@ class Validator {
 
     std::vector<SchemaProblem> run() {
         find_repeated_keys(root_);
+        find_misspelt_keys();
         gather_states();
         find_unknown_and_unreached_states();
         for (const auto& [role, groups] :
@@ -66,6 +98,41 @@ class Validator {
             const std::string key = schema_.normalize_state_name(map.key(i).text());
             if (!seen.insert(key).second) {
                 report(map.key(i).line(), "key '" + std::string(map.key(i).text()) + "' stands twice");
+            }
+        }
+    }
+
+    // A key that the grammar does not know is passed over in silence, and so is all below it.
+    void find_misspelt_keys_of(const DocumentNode& map) {
+        for (std::size_t i = 0; map.is_map() && i < map.size(); ++i) {
+            const std::string_view key = map.key(i).text();
+            const std::string word = to_lower_copy(key);
+            const auto steps_to = [&](std::string_view known) { return steps_between(word, known); };
+            const std::string_view near =
+                *std::min_element(std::begin(known_keys), std::end(known_keys),
+                                  [&](std::string_view a, std::string_view b) { return steps_to(a) < steps_to(b); });
+            if (near != key && steps_to(near) <= most_steps(word.size())) {
+                report(map.key(i).line(),
+                       "key '" + std::string(key) + "' is not known; did you mean " + std::string(near) + "?");
+            }
+        }
+    }
+
+    void find_misspelt_keys() {
+        const DocumentNode metadata = root_.find("metadata");
+        const DocumentNode states = root_.find("states");
+        for (const DocumentNode& map : {root_, root_.find("top_level"), metadata, metadata.find("pure_dft")}) {
+            find_misspelt_keys_of(map);
+        }
+        for (std::size_t i = 0; i < states.size(); ++i) {
+            const DocumentNode state = states.value(i);
+            const DocumentNode syntax = state.find("syntax");
+            find_misspelt_keys_of(state);
+            find_misspelt_keys_of(syntax);
+            for (const DocumentNode& list : {state.find("entries"), syntax.find("transitions"), state.find("specs")}) {
+                for (std::size_t j = 0; list.is_sequence() && j < list.size(); ++j) {
+                    find_misspelt_keys_of(list.element(j));
+                }
             }
         }
     }

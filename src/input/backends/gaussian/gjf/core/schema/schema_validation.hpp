@@ -17,9 +17,10 @@ struct SchemaProblem {
 
 /// Examines the document at `path`; the result is in the order of lines and empty when nothing is wrong.
 ///
-/// Found are: a file that does not load, keys that stand twice in a map, spellings that two words of one role share, states
-/// that are named but not defined or defined but not reached, options of unknown keywords, preferred spellings and
-/// categories of unknown words, and basis states from which no word can end. Never throws for what the document holds.
+/// Found are: a file that does not load, keys that stand twice in a map or are misspelt, spellings that two words of one
+/// role share, states that are named but not defined or defined but not reached, options of unknown keywords, preferred
+/// spellings and categories of unknown words, and basis states from which no word can end. Never throws for what the
+/// document holds.
 QUOR_GJF_API std::vector<SchemaProblem> validate_route_schema(const std::string& path);
 
 }  // namespace quor::input::gaussian
