@@ -61,6 +61,8 @@ std::string bonds(const std::string& rows) {
 
 std::string changes(const std::string& rows) { return job("# hf/sto-3g opt=modredundant", methanol, rows); }
 
+std::string gics(const std::string& rows) { return job("# hf/sto-3g opt=addgic", methanol, rows + "\n"); }
+
 const std::string plain = job("# hf/sto-3g");
 
 const std::vector<Pair>& pairs() {
@@ -328,6 +330,27 @@ const std::vector<Pair>& pairs() {
          job("# hf/genecp", hydrogen, "H 0\n6-31G\n****\n\nH 0\nsdd\n")},
         {"GJF-S026", job("# hf/genecp", hydrogen, "-H 0\nsdd\n\n1-2 0\n6-31G\n****\n"),
          job("# hf/genecp", hydrogen, "@basis\n\n-H 0\nsdd\n****\n")},
+        {"GJF-S027", job("# hf/sto-3g freq=readisotopes", hydrogen, "300K 1atm\n2\n2\n"),
+         job("# hf/sto-3g freq=readisotopes", hydrogen, "300.0 1.0 0.96\n2\n2\n")},
+        {"GJF-S027", job("# hf/sto-3g freq=readisotopes", hydrogen, "2\n2\n"),
+         job("# hf/sto-3g freq=readisotopes", hydrogen, "298.15,1.0D0\n2\n2\n")},
+        {"GJF-S028", with_basis("O H 0\nSP 1 1.0\n1.0 0.5\n****\n"), with_basis("O H 0\nSP 1 1.0\n1.0 0.5 0.5\n****\n")},
+        {"GJF-S028", with_basis("O H 0\nS 1 1.0\n1.0 0.5 0.5\n****\n"), with_basis("O H 0\nS 1 1.0\n1.0 0.5 ! 0.5\n****\n")},
+        {"GJF-S028", with_basis("O H 0\nS 1 1.0\n-1.0 0.5\n****\n"), with_basis("O H 0\nS 1 1.0\n+1.0 -0.5\n****\n")},
+        {"GJF-S028", with_basis("O H 0\nS 1 1.0\n1.0 O.5\n****\n"), with_basis("O H 0\nS 1 1.0\n1.0D+00 .5d0\n****\n")},
+        {"GJF-S028", with_basis("O H 0\nS 1 1.0\n1.0 0.5\n2.0 0.5\n****\n"),
+         with_basis("O H 0\nS 2 1.0\n1.0 0.5\n2.0 0.5\n****\n")},
+        {"GJF-S028", with_basis("O H 0\n****\n"), with_basis("O H 0\nsto-3g\n****\n")},
+        {"GJF-S014", gics("A(1,2)"), gics("A(1,2,3)")},
+        {"GJF-S014", gics("turn(freeze)=Dihedral(1,2,3)"), gics("f(value=1.5)=R(1,2)+R(2,3)")},
+        {"GJF-S015", gics("R(1,7)"), gics("R(1,6)")},
+        {"GJF-S023", gics("d = R(1,2) - R(3,3)"), gics("C1=XCntr(1,1)")},
+        {"GJF-S022", gics("B 1 2 F"), gics("B12(Freeze)=B(1,2)")},
+        {"GJF-T007", gics("R(1,2"), gics("f=(R(1,2)+R(2,3))/2")},
+        {"GJF-S022", changes("D 1 2 3 4 F 115.0\n"), changes("D 1 2 3 4 115.0 F\n")},
+        {"GJF-S017", job("# hf/sto-3g scrf=read", hydrogen, "eps=seventy\n"),
+         job("# hf/sto-3g scrf=read", hydrogen, "eps=7.0D1\nradii=uff\n")},
+        {"GJF-M002", qst("0 2\nH 0.0 0.0 0.0\nH 0.0 0.0 0.8\n"), qst("0 3\nH 0.0 0.0 0.0\nH 0.0 0.0 0.8\n")},
         {"GJF-T001", "# hf/sto-3g\n\ntitle\n\n0 1\nHe 0.0 0.0 0.0\n", "# hf/sto-3g\n\ntitle\n\n0 1\nHe 0.0 0.0 0.0\n\n"},
         {"GJF-T001", "# hf/sto-3g\n\ntitle\n\n0 1\nHe 0.0 0.0 0.0", plain},
         {"GJF-T002", job("# hf/sto-3g opt\x01"), job("# hf/sto-3g\topt")},

@@ -69,7 +69,7 @@ TEST(Checker, TellsThePlace) {
         {"# hf/sto-3g\n\nt\n\n0 1\nHe 0.0 0.0 .5x\n\n", "P001 6:12+3 error\nT006 6:12+3 error\n"},
         {"# hf/sto-3g opt=modredundant\n\nt\n\n0 1\nHe 0.0 0.0 0.0\nHe 0.0 0.0 3.0\n\nB 1 2 3.1\n! a note\nQ 1 2\nB 1\n\n",
          "S013 11:1+1 error\nS014 12:0+0 error\n"},
-        {"# hf/sto-3g opt=qst2\n\nt\n\n0 1\nH\nH 1 0.7\n\nu\n\n0 1\nH\nHe 1 0.9\n\n", "S020 11:0+0 warning\n"},
+        {"# hf/sto-3g opt=qst2\n\nt\n\n0 1\nH\nH 1 0.7\n\nu\n\n0 1\nH\nHe 1 0.9\n\n", "S020 13:0+0 warning\n"},
         {"# hf/sto-3g\n\nt\n\n0 1\nHe\nHe 1 r\n\nr=3.0\n", "T001 9:0+0 note\n"},
         {"# hf/sto-3g\n\nt\n\n0 1\nHe 0.0 0.0 0.\x07\n\n", "P001 6:12+3 error\nT006 6:12+3 error\nT002 6:14+1 warning\n"},
     };

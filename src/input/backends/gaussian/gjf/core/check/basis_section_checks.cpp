@@ -44,6 +44,16 @@ bool add_center(std::string_view field, Centers& centers) {
     return range.has_value();
 }
 
+// Tells whether a line of centers, with its 0, begins with a symbol of one or two letters that is none.
+bool is_wrong_symbol(std::string_view line) {
+    std::vector<std::string_view> fields;
+    cut_section_line(line, fields);
+    return fields.size() >= 2 && fields.back() == "0" && fields[0].size() <= 2 && !fields[0].empty() &&
+           atomic_number(fields[0]) == 0 && !equals_folded(fields[0], "bq") &&
+           std::all_of(fields[0].begin(), fields[0].end(),
+                       [](char c) { return to_lower_ascii(c) >= 'a' && to_lower_ascii(c) <= 'z'; });
+}
+
 // Reads the tokens of a line of centers; absent when one of them is neither an element nor an atom.
 std::optional<Centers> read_centers(const SectionReading& section, const SectionLine& line) {
     Centers centers;
@@ -109,6 +119,25 @@ class BasisWalk {
     }
 
    private:
+    // A primitive has an exponent above 0 and a coefficient, two for SP shells.
+    void check_primitive(const SectionReading& section, const SectionLine& line, std::size_t number) {
+        const auto tokens = section.tokens_of(line);
+        const auto odd = std::find_if_not(tokens.begin(), tokens.end(), [&](const SectionToken& token) {
+            return is_fortran_or_c_number(section[token.span]);
+        });
+        if (odd != tokens.end()) {
+            findings_.add("GJF-S028", Severity::Warning, "'" + std::string(section[odd->span]) + "' is no number",
+                          job_.place_in(number, section[odd->span]));
+        } else if (!tokens.empty() && section[tokens[0].span].front() == '-') {
+            findings_.add("GJF-S028", Severity::Warning, "an exponent is above 0", number);
+        } else if (tokens.size() != 2 + std::size_t{shell_is_sp_}) {
+            findings_.add(
+                "GJF-S028", Severity::Warning,
+                tokens.size() < 2 + std::size_t{shell_is_sp_} ? "a coefficient is missing" : "a number is one too many",
+                number, shell_is_sp_ ? "an SP shell has an exponent and two coefficients" : "an exponent and a coefficient");
+        }
+    }
+
     // Reports a shell that wants more primitives than stand behind it.
     void close_shell() {
         if (given_primitives_ < wanted_primitives_ && !includes_) {
@@ -126,12 +155,14 @@ class BasisWalk {
         // Shells that the program expands by itself give their own number in another place.
         const auto tokens = section.tokens_of(line);
         const bool is_slater = equals_folded(section[tokens[0].span], "sto");
+        shell_is_sp_ = equals_folded(section[tokens[0].span], "sp");
         wanted_primitives_ = is_slater ? 0 : to_int64(section[tokens[1].span]).value_or(0);
     }
 
     void take_line(const SectionReading& section, const SectionLine& line, std::size_t number) {
         if (line.form == LineForm::Primitive) {
             ++given_primitives_;
+            check_primitive(section, line, number);
         } else if (line.count > 0 && line.form != LineForm::Include) {
             close_shell();
         }
@@ -140,6 +171,10 @@ class BasisWalk {
             includes_ = opaque_ = true;
         } else if (line.form == LineForm::BlockEnd) {
             close_shell();
+            if (open_block_ != 0 && open_block_ + 1 == number) {
+                findings_.add("GJF-S028", Severity::Warning, "this block gives no functions to the atoms above it", number,
+                              "the name of a basis set, or shells, stand before the stars");
+            }
             open_block_ = 0;
         } else if (line.form == LineForm::Centers) {
             if (open_block_ != 0) {
@@ -162,7 +197,7 @@ class BasisWalk {
         block_has_shells_ = false;
         block_elements_.clear();
         if (!centers) {
-            findings_.add("GJF-S011", Severity::Warning,
+            findings_.add("GJF-S011", is_wrong_symbol(job_.line(line)) ? Severity::Error : Severity::Warning,
                           "this line names no atoms: elements or atom numbers, and a 0 behind them", line);
             // What cannot be followed may cover any atom.
             opaque_ = true;
@@ -200,6 +235,11 @@ class BasisWalk {
     }
 
     void take_name(std::size_t line, std::string_view text) {
+        if (is_fortran_or_c_number(text.substr(0, text.find_first_of(" \t,")))) {
+            findings_.add("GJF-S028", Severity::Warning, "the shell before has all its primitives: this is one too many",
+                          line, "the second number of a shell's line tells how many follow");
+            return;
+        }
         for (const auto& [element, place] : block_elements_) {
             if (named_[element] && !block_has_shells_) {
                 findings_.add("GJF-S008", Severity::Warning,
@@ -226,6 +266,7 @@ class BasisWalk {
     std::size_t open_block_ = 0;  // line of the centers of the block that is open
     bool block_has_shells_ = false;
     std::size_t shell_line_ = 0;
+    bool shell_is_sp_ = false;
     std::int64_t wanted_primitives_ = 0;
     std::int64_t given_primitives_ = 0;
     bool opaque_ = false;
@@ -291,6 +332,18 @@ void check_order_of_potentials(const CheckedJob& job, Findings& findings) {
     }
 }
 
+// Blocks that a blank line cuts off their section are left over; returns the line of the first, or `otherwise`.
+std::size_t first_cut_off(const CheckedJob& job, std::size_t otherwise) {
+    for (const SectionLayout& section : job.layout.sections) {
+        for (std::size_t line = section.lines.first; line <= section.lines.last; ++line) {
+            if (section.kind == ExtraInputSectionKind::Unknown && trim_view(job.line(line)).substr(0, 4) == "****") {
+                return section.lines.first;
+            }
+        }
+    }
+    return otherwise;
+}
+
 void check_basis_sections(const CheckedMolecule& molecule, Findings& findings) {
     const auto& [job, atoms, layers] = molecule;
     if (atoms.empty()) {
@@ -307,7 +360,7 @@ void check_basis_sections(const CheckedMolecule& molecule, Findings& findings) {
                 }
             }
             if (covers_all) {
-                walk.check_coverage(atoms, section.lines.first);
+                walk.check_coverage(atoms, first_cut_off(job, section.lines.first));
             }
         } else if (section.kind == ExtraInputSectionKind::ECP) {
             check_potentials(job, section, atoms, findings);
@@ -321,6 +374,6 @@ void check_basis_sections(const CheckedMolecule& molecule, Findings& findings) {
 const Family basis_section_family = {
     Known::Molecule,
     check_basis_sections,
-    {"GJF-S007", "GJF-S008", "GJF-S009", "GJF-S010", "GJF-S011", "GJF-S012", "GJF-S024", "GJF-S026"}};
+    {"GJF-S007", "GJF-S008", "GJF-S009", "GJF-S010", "GJF-S011", "GJF-S012", "GJF-S024", "GJF-S026", "GJF-S028"}};
 
 }  // namespace quor::input::gaussian

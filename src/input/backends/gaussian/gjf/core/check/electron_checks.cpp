@@ -311,6 +311,13 @@ void check_electrons(const CheckedMolecule& molecule, Findings& findings) {
 
 }  // namespace
 
+void check_further_pair(const CheckedJob& job, const std::vector<ChargeSpinPair>& pairs,
+                        const std::vector<MoleculeAtom>& atoms, std::size_t line, Findings& findings) {
+    if (!pairs.empty()) {
+        check_pair(job, pairs.front(), charge_of_all(atoms), " in this structure", line, findings, Severity::Warning);
+    }
+}
+
 const Family electron_family = {Known::Molecule, check_electrons, {"GJF-M002", "GJF-M003", "GJF-M004"}};
 
 }  // namespace quor::input::gaussian

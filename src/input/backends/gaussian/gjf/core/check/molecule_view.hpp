@@ -75,4 +75,15 @@ std::size_t layer_depth(const MoleculeAtom& atom) noexcept;
 /// Reports an element that a basis set is known to lack.
 void report_lack(std::string_view basis, int element, const TextPlace& place, Findings& findings);
 
+/// Checks charge and multiplicity of a further structure of the same atoms.
+void check_further_pair(const CheckedJob& job, const std::vector<ChargeSpinPair>& pairs,
+                        const std::vector<MoleculeAtom>& atoms, std::size_t line, Findings& findings);
+
+/// Compares a second or third structure with the first: as many atoms, in the same order.
+void check_structure(const CheckedJob& job, const SectionLayout& section, const std::vector<MoleculeAtom>& atoms,
+                     Findings& findings);
+
+/// Checks a line of generalised internal coordinates; numbers up to `atom_count` may be named.
+void check_expression(const CheckedJob& job, std::size_t line, std::size_t atom_count, Findings& findings);
+
 }  // namespace quor::input::gaussian

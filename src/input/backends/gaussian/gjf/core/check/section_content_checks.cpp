@@ -1,4 +1,4 @@
-// Checks of what stands in single kinds of section: coordinate changes, NBO and solvent input, charges, further structures.
+// Checks of what stands in single kinds of section: coordinate changes, NBO and solvent input, charges, isotopes.
 #include <gjf/core/check/rule.hpp>
 
 #include <gjf/core/check/fixes.hpp>
@@ -93,6 +93,13 @@ void check_action(const SectionText& text, std::size_t line, Tokens rest, Findin
                (rest.end() - found < 3 || !is_integer_text(text[found[1]]) || !is_number_text(text[found[2]]))) {
         findings.add("GJF-S022", Severity::Warning, "a scan has a number of steps and their size", text.place(line, *found),
                      "as in B 1 2 S 10 0.1");
+    } else if (std::string_view("abfkr").find(action) != std::string_view::npos && rest.end() - found > 1 &&
+               is_number_text(text[found[1]])) {
+        findings.add("GJF-S022", Severity::Warning,
+                     "'" + std::string(text[found[1]]) + "' stands behind the action " + std::string(field) +
+                         ", which takes no value",
+                     text.place(line, found[1]),
+                     "a value of the coordinate stands before the action, as in D 1 2 3 4 115.0 F");
     }
 }
 
@@ -135,11 +142,26 @@ std::size_t nameable_atoms(const std::vector<MoleculeAtom>& atoms) {
 
 void check_modifications(const CheckedJob& job, const SectionLayout& section, const std::vector<MoleculeAtom>& atoms,
                          Findings& findings) {
-    if (atoms.empty() || job.has_option("opt", "addgic") || job.has_option("geom", "addgic")) {
+    if (atoms.empty()) {
         return;
     }
     const SectionText text(job, section);
     const std::size_t nameable = nameable_atoms(atoms);
+    const bool is_of_expressions = job.has_option("opt", "addgic") || job.has_option("geom", "addgic");
+    for (std::size_t i = 0; i < text.reading.lines.size(); ++i) {
+        if (text.reading.lines[i].form == LineForm::Expression) {
+            check_expression(job, section.lines.first + i, nameable, findings);
+        }
+    }
+    if (is_of_expressions) {
+        text.for_each(LineForm::Coordinate, [&](std::size_t line, Tokens tokens) {
+            if (tokens.size() > 2 && find_coordinate_type(text[tokens[0]]) != nullptr) {
+                findings.add("GJF-S022", Severity::Warning, "this line has the form of opt=modredundant, beside opt=addgic",
+                             line, "write an expression, as in OO(Freeze)=B(2,3), or use opt=modredundant");
+            }
+        });
+        return;
+    }
     text.for_each(LineForm::Coordinate,
                   [&](std::size_t line, Tokens tokens) { check_coordinate(text, line, tokens, nameable, findings); });
 }
@@ -230,6 +252,22 @@ constexpr const char* solvation_words[] = {"eps",
                                            "dcosmo",
                                            "nostage"};
 
+// Words of the solvent input whose value is a number.
+constexpr const char* solvation_numbers[] = {"eps",  "epsinf", "epsinfinity", "rsolv", "density", "alpha",
+                                             "vmol", "ofac",   "rmin",        "tsnum", "tsare"};
+
+void check_solvation_value(const SectionText& text, std::size_t line, std::string_view field, Findings& findings) {
+    const std::size_t equals = field.find('=');
+    const bool is_number = std::any_of(std::begin(solvation_numbers), std::end(solvation_numbers), [&](const char* word) {
+        return equals_folded(trim_view(field.substr(0, equals)), word);
+    });
+    const std::string_view value = equals == std::string_view::npos ? "" : trim_view(field.substr(equals + 1));
+    if (is_number && !value.empty() && !is_fortran_or_c_number(value)) {
+        findings.add("GJF-S017", Severity::Warning, "'" + std::string(value) + "' is no number",
+                     text.job.place_in(line, value));
+    }
+}
+
 void check_solvation_words(const SectionText& text, std::size_t line, Tokens tokens, Findings& findings) {
     if (is_number_text(text[tokens[0]])) {
         return;
@@ -241,6 +279,7 @@ void check_solvation_words(const SectionText& text, std::size_t line, Tokens tok
         if (equals_folded(word, "solventname")) {
             return;
         }
+        check_solvation_value(text, line, field, findings);
         const bool known = word.empty() || is_number_text(field) ||
                            std::any_of(std::begin(solvation_words), std::end(solvation_words),
                                        [&](const char* w) { return equals_folded(word, w); });
@@ -286,66 +325,17 @@ void check_charges(const CheckedJob& job, const SectionLayout& section, const st
     text.for_each(LineForm::Plain, [&](std::size_t line, Tokens tokens) { check_charge(text, line, tokens, findings); });
 }
 
-std::vector<const AtomInfo*> labels_of(const GeomSection& geom) {
-    std::vector<const AtomInfo*> labels;
-    for (const AtomCoord& atom : geom.atoms) {
-        labels.push_back(&atom.info);
-    }
-    for (const ZMatrixEntry& row : geom.zmatrix_entries) {
-        labels.push_back(&row.info);
-    }
-    return labels;
-}
-
-// Returns the line at which the molecule of a further structure begins: behind its title, if it has one.
-std::size_t line_of_structure(const CheckedJob& job, const LineRange& lines) {
-    std::size_t line = lines.first;
-    while (line <= lines.last && !is_blank_line(job.line(line))) {
-        ++line;
-    }
-    while (line <= lines.last && is_blank_line(job.line(line))) {
-        ++line;
-    }
-    // Without a blank line inside, there is a molecule without a title.
-    return line > lines.last ? lines.first : line;
-}
-
-// Compares a second or third structure with the first: as many atoms, in the same order.
-void check_structure(const CheckedJob& job, const SectionLayout& section, const std::vector<MoleculeAtom>& atoms,
-                     Findings& findings) {
-    if (atoms.empty()) {
-        return;
-    }
-    const std::size_t line = line_of_structure(job, section.lines);
-    std::string text = "#\n\nt\n\n";
-    for (std::size_t i = line; i <= section.lines.last && !is_blank_line(job.line(i)); ++i) {
-        text.append(job.line(i)).append("\n");
-    }
-    const JobReading reading = read_jobs_with_layout(text).at(0);
-    if (!reading.error.empty()) {
-        findings.add("GJF-S021", Severity::Warning, "this structure cannot be read: GJF Parse Error: " + reading.error,
-                     line);
-        return;
-    }
-    if (reading.atoms_uncertain) {
-        return;
-    }
-    const std::vector<const AtomInfo*> labels = labels_of(reading.job.geom);
-    if (labels.size() != atoms.size()) {
-        findings.add(
-            "GJF-S019", Severity::Error,
-            "this structure has " + std::to_string(labels.size()) + " atoms, the first one " + std::to_string(atoms.size()),
-            line);
-        return;
-    }
-    for (std::size_t i = 0; i < labels.size(); ++i) {
-        if (species_of(*labels[i]).nuclear_charge() != atoms[i].species.nuclear_charge()) {
-            findings.add("GJF-S020", Severity::Warning,
-                         "atom " + std::to_string(i + 1) + " is " + labels[i]->element + " here, and " +
-                             atoms[i].info->element + " in the first structure",
-                         line, "the structures must list the same atoms in the same order");
-            return;
-        }
+// The first line of isotopes: temperature and pressure, and perhaps a scale factor, all plain numbers.
+void check_conditions(const SectionText& text, std::size_t number, Findings& findings) {
+    std::vector<std::string_view> fields;
+    cut_section_line(text.reading[text.reading.lines.front().span], fields);
+    const auto odd = std::find_if_not(fields.begin(), fields.end(), is_fortran_or_c_number);
+    if (odd != fields.end()) {
+        findings.add("GJF-S027", Severity::Warning, "'" + std::string(*odd) + "' is no number",
+                     text.job.place_in(number, *odd), "temperature in kelvin and pressure in atmospheres, without units");
+    } else if (fields.size() == 1) {
+        findings.add("GJF-S027", Severity::Warning, "a line of temperature and pressure is missing before the isotopes",
+                     number, "as in 298.15 1.0");
     }
 }
 
@@ -363,6 +353,7 @@ void check_isotopes(const CheckedJob& job, const SectionLayout& section, const s
         cut_section_line(mass, fields);
         given += line.form == LineForm::OfAtom ? fields.size() : 0;
     }
+    check_conditions(text, section.lines.first, findings);
     const auto wanted = static_cast<std::size_t>(std::count_if(
         atoms.begin(), atoms.end(), [](const MoleculeAtom& atom) { return atom.species.kind == SpeciesKind::Atom; }));
     if (given < wanted) {
@@ -407,6 +398,6 @@ void check_section_contents(const CheckedMolecule& molecule, Findings& findings)
 const Family section_content_family = {Known::Molecule,
                                        check_section_contents,
                                        {"GJF-S013", "GJF-S014", "GJF-S015", "GJF-S016", "GJF-S017", "GJF-S018", "GJF-S019",
-                                        "GJF-S020", "GJF-S021", "GJF-S022", "GJF-S023", "GJF-S025"}};
+                                        "GJF-S020", "GJF-S021", "GJF-S022", "GJF-S023", "GJF-S025", "GJF-S027"}};
 
 }  // namespace quor::input::gaussian

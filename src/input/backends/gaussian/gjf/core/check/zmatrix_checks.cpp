@@ -60,10 +60,11 @@ void check_row(const CheckedJob& job, std::size_t row, Findings& findings) {
 // Returns the line where a variable of this name, perhaps with a sign, gets its value; 0 for none.
 std::size_t line_of_variable(const CheckedJob& job, std::string_view name) {
     const GeomSection& geom = job.job.geom;
+    const std::string wanted = to_lower_copy(without_sign(trim_view(name)));
     for (const auto& [list, lines] :
          {std::pair(&geom.variables, &job.layout.variables), std::pair(&geom.constants, &job.layout.constants)}) {
         for (std::size_t i = 0; i < list->size(); ++i) {
-            if (equals_folded((*list)[i].name, without_sign(trim_view(name)))) {
+            if (equals_folded((*list)[i].name, wanted)) {
                 return line_at(*lines, i);
             }
         }
