@@ -389,6 +389,7 @@ const std::vector<Pair>& pairs() {
         {"GJF-T011", "%chk=a\n\ntitle\n\n0 1\nHe 0.0 0.0 0.0\n\n", "%chk=a\n\n#\n\ntitle\n\n0 1\nHe 0.0 0.0 0.0\n\n"},
         {"GJF-T012", "# hf/sto-3g\n\na\nb\nc\nd\ne\nf\n\n0 1\nHe 0.0 0.0 0.0\n\n",
          "# hf/sto-3g\n\na\nb\nc\nd\ne\n\n0 1\nHe 0.0 0.0 0.0\n\n"},
+        {"GJF-T011", "%chk=a\n\ntitle\n\n0 1\nHe 0.0 0.0 0.0\n\n", "@job.inc\n\n"},
         {"GJF-T013", job("# hf/sto-3g", "0 1\nH\nH 1 r\nr=0.74\n"),
          job("# hf/sto-3g", "0 1\nH\nH 1 r\nVariables:\nr=0.74\n")},
         {"GJF-T013", job("# hf/sto-3g", "0 1\nH\nH 1 r ! far\n! away\nr=0.74\n"),

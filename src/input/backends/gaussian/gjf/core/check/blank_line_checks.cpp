@@ -76,6 +76,7 @@ bool has_header_between(const CheckedJob& job, std::size_t before, std::size_t b
 }
 
 // Between the rows of a molecule and its variables: with two the variables are not read, with none they are read as atoms.
+// Values in the section of Cartesian atoms are a form of their own, though not one that Gaussian's manual shows.
 void check_variables(const CheckedJob& job, Findings& findings) {
     const JobLayout& layout = job.layout;
     const std::vector<std::size_t>& rows = layout.zmatrix_rows.empty() ? layout.atoms : layout.zmatrix_rows;
@@ -89,10 +90,12 @@ void check_variables(const CheckedJob& job, Findings& findings) {
             report_blank_line(job, line, Severity::Error, "variables of the molecule", findings);
         } else if (before == rows.back() && blank_line_between(job, before, list->front(), 1) == 0 &&
                    !has_header_between(job, before, list->front())) {
-            Finding& finding =
-                findings.add("GJF-T013", Severity::Error, "no blank line stands before the variables of the molecule",
-                             list->front(), "put one before this line, which is read as an atom");
-            offer(finding, "put a blank line before it", FixSafety::Safe, {job.blank_line_behind(list->front() - 1)});
+            const bool is_certain = !layout.zmatrix_rows.empty();
+            Finding& finding = findings.add("GJF-T013", is_certain ? Severity::Error : Severity::Warning,
+                                            "no blank line stands before the variables of the molecule", list->front(),
+                                            "put one before this line, which is read as an atom");
+            offer(finding, "put a blank line before it", is_certain ? FixSafety::Safe : FixSafety::Unsafe,
+                  {job.blank_line_behind(list->front() - 1)});
         }
         before = list->back();
     }
@@ -158,6 +161,9 @@ void check_route_line(const CheckedJob& job, Findings& findings) {
     while (line < job.layout.lines.last &&
            (is_blank_line(without_comment(job.line(line))) || std::find(link0.begin(), link0.end(), line) != link0.end())) {
         ++line;
+    }
+    if (trim_view(job.line(line)).starts_with('@')) {
+        return;  // the route is perhaps in the file that is named
     }
     Finding& finding = findings.add("GJF-T011", Severity::Error, "the job has no route: no line begins with #", line,
                                     "the route stands behind the Link 0 lines, as in # hf/6-31g(d) opt");

@@ -71,8 +71,7 @@ bool are_numbers(const Fields& fields) {
 // follows.
 bool take_coordinates(const Fields& fields, RowForm& form) {
     const bool layered = fields.size() >= 5 && are_numbers(fields) && is_layer(fields[4]);
-    const bool coded =
-        !layered && fields.size() >= 5 && is_integer_text(fields[1]) && to_int64(fields[1]).value_or(1) < 1;
+    const bool coded = !layered && fields.size() >= 5 && is_integer_text(fields[1]) && to_int64(fields[1]).value_or(1) < 1;
     if (coded ? !are_values(fields, 2) : !layered && (!are_numbers(fields) || is_integer_text(fields[1]))) {
         return false;
     }

@@ -156,7 +156,8 @@ bool load_schema_text(std::string document, SimpleYAMLParser::Impl& schema) {
 
 bool load_schema_document(const std::string& path, SimpleYAMLParser::Impl& schema) {
     std::string document;
-    return read_file(path, document) && (load_image_of(path, document, schema) || load_schema_text(std::move(document), schema));
+    return read_file(path, document) &&
+           (load_image_of(path, document, schema) || load_schema_text(std::move(document), schema));
 }
 
 }  // namespace quor::input::gaussian

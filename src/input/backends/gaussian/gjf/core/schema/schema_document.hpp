@@ -21,8 +21,8 @@ std::optional<SchemaProblem> read_document_or_problem(const std::string& path, D
 /// Converts "true", "yes", "on", "false" and the like as YAML does; throws for any other text.
 bool convert_boolean(std::string_view text);
 
-/// Reads a vocabulary document, given as text, into empty tables; false, with the tables in any state, when that fails. Throws
-/// std::bad_alloc alone.
+/// Reads a vocabulary document, given as text, into empty tables; false, with the tables in any state, when that fails.
+/// Throws std::bad_alloc alone.
 bool load_schema_text(std::string document, SimpleYAMLParser::Impl& schema);
 
 /// Reads the vocabulary document at `path`, or its image where one serves, into empty tables; false, with the tables in any
