@@ -355,6 +355,16 @@ void rewrite_zmatrix(JobRewriting& job) {
     }
 }
 
+bool has_atoms_in_a_file(const JobRewriting& job) {
+    const LineRange& molecule = job.before.layout.molecule;
+    for (std::size_t line = molecule.first; !molecule.empty() && line <= molecule.last; ++line) {
+        if (is_include_line(job.lines.line(line))) {
+            return true;
+        }
+    }
+    return false;
+}
+
 }  // namespace
 
 void rewrite_molecule(JobRewriting& job) {
@@ -363,9 +373,7 @@ void rewrite_molecule(JobRewriting& job) {
         throw GJFParseException(
             "A molecule cannot be turned from Cartesian coordinates into a Z-matrix, nor back, in a document");
     }
-    if (const GeomSection& before = job.before.job.geom;
-        (job.before.may_differ(JobPart::AtomCount) || !keep_their_order(job)) &&
-        std::any_of(before.molecule_lines.begin(), before.molecule_lines.end(), is_include_line)) {
+    if ((job.before.may_differ(JobPart::AtomCount) || !keep_their_order(job)) && has_atoms_in_a_file(job)) {
         throw GJFParseException("A part of the molecule stands in another file: its atoms can neither be added nor removed");
     }
     if (after.format == GeometryFormat::ZMatrix) {
