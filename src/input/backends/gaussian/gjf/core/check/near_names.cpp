@@ -24,7 +24,7 @@ std::string without_dashes(std::string_view word) {
     return text;
 }
 
-bool is_letter(char c) noexcept { return c >= 'a' && c <= 'z'; }
+bool is_small_letter(char c) noexcept { return c >= 'a' && c <= 'z'; }
 
 // Tells whether one letter inside `right` is wrong, missing, doubled or swapped with its neighbour in `word`. Where a digit
 // differs, the word is rather another name.
@@ -37,16 +37,16 @@ bool is_slip(std::string_view word, std::string_view right) {
         return false;
     }
     if (word.size() == right.size() + 1) {
-        return is_letter(rest[0]) && rest[0] == word[same - 1] && rest.substr(1) == right_rest;
+        return is_small_letter(rest[0]) && rest[0] == word[same - 1] && rest.substr(1) == right_rest;
     }
-    if (right_rest.size() < 2 || rest.empty() || !is_letter(right_rest[0])) {
+    if (right_rest.size() < 2 || rest.empty() || !is_small_letter(right_rest[0])) {
         return false;
     }
     if (word.size() + 1 == right.size()) {
         return rest == right_rest.substr(1);
     }
-    const bool is_swapped = rest[0] == right_rest[1] && rest[1] == right_rest[0] && is_letter(rest[0]);
-    return (is_letter(rest[0]) && rest.substr(1) == right_rest.substr(1)) ||
+    const bool is_swapped = rest[0] == right_rest[1] && rest[1] == right_rest[0] && is_small_letter(rest[0]);
+    return (is_small_letter(rest[0]) && rest.substr(1) == right_rest.substr(1)) ||
            (is_swapped && rest.substr(2) == right_rest.substr(2));
 }
 
