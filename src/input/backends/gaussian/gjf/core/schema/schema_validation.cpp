@@ -106,12 +106,15 @@ class Validator {
     void find_misspelt_keys_of(const DocumentNode& map) {
         for (std::size_t i = 0; map.is_map() && i < map.size(); ++i) {
             const std::string_view key = map.key(i).text();
+            if (std::find(std::begin(known_keys), std::end(known_keys), key) != std::end(known_keys)) {
+                continue;
+            }
             const std::string word = to_lower_copy(key);
             const auto steps_to = [&](std::string_view known) { return steps_between(word, known); };
             const std::string_view near =
                 *std::min_element(std::begin(known_keys), std::end(known_keys),
                                   [&](std::string_view a, std::string_view b) { return steps_to(a) < steps_to(b); });
-            if (near != key && steps_to(near) <= most_steps(word.size())) {
+            if (steps_to(near) <= most_steps(word.size())) {
                 report(map.key(i).line(),
                        "key '" + std::string(key) + "' is not known; did you mean " + std::string(near) + "?");
             }

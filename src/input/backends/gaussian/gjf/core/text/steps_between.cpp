@@ -7,7 +7,7 @@
 namespace quor::input::gaussian {
 
 std::size_t steps_between(std::string_view a, std::string_view b) {
-    std::vector<std::size_t> before_last;
+    std::vector<std::size_t> before_last(b.size() + 1);
     std::vector<std::size_t> last(b.size() + 1);
     std::vector<std::size_t> row(b.size() + 1);
     for (std::size_t j = 0; j <= b.size(); ++j) {
@@ -21,8 +21,8 @@ std::size_t steps_between(std::string_view a, std::string_view b) {
                 row[j] = std::min(row[j], before_last[j - 2] + 1);
             }
         }
-        before_last = last;
-        last = row;
+        before_last.swap(last);
+        last.swap(row);
     }
     return last[b.size()];
 }
