@@ -102,9 +102,13 @@ class Validator {
         }
     }
 
-    // A key that the grammar does not know is passed over in silence, and so is all below it.
+    // A key that the grammar does not know is passed over in silence, and so is all below it. A map with many names is
+    // looked at once.
     void find_misspelt_keys_of(const DocumentNode& map) {
-        for (std::size_t i = 0; map.is_map() && i < map.size(); ++i) {
+        if (!map.is_map() || map.size() == 0 || !searched_maps_.insert(map.key(0).text().data()).second) {
+            return;
+        }
+        for (std::size_t i = 0; i < map.size(); ++i) {
             const std::string_view key = map.key(i).text();
             if (std::find(std::begin(known_keys), std::end(known_keys), key) != std::end(known_keys)) {
                 continue;
@@ -315,6 +319,7 @@ class Validator {
     std::multimap<std::string, std::size_t> named_;
     std::map<std::string, NameSet, std::less<>> leads_to_;
     std::map<std::pair<std::string, std::string>, std::vector<std::size_t>> spelling_lines_;
+    std::set<const char*> searched_maps_;  // by where the text of the first key stands
 };
 
 }  // namespace
