@@ -100,7 +100,7 @@ class SizeCount {
             return "the basis set that the method begins with is not known";
         }
         if (!is_read_) {
-            const std::string problem = add_set(basis_, atoms_.all());
+            std::string problem = add_set(basis_, atoms_.all());
             if (!problem.empty()) {
                 return problem;
             }
@@ -108,8 +108,7 @@ class SizeCount {
         const std::size_t sections = (is_read_ ? 1U : 0U) + (has("extrabasis") ? 1U : 0U);
         for (std::size_t i = 0; i < sections; ++i) {
             const ExtraInputSection* found = section(ExtraInputSectionKind::BasisSet, i);
-            const std::string problem =
-                found == nullptr ? "a section of basis functions is not there" : add_blocks(found->text());
+            std::string problem = found == nullptr ? "a section of basis functions is not there" : add_blocks(found->text());
             if (!problem.empty()) {
                 return problem;
             }
@@ -151,7 +150,7 @@ class SizeCount {
             }
             if (line.form == LineForm::Name) {
                 const std::string name(trim_view(without_comment(section[line.span])));
-                if (const std::string problem = add_set(schema_.normalize_basis(name), counts); !problem.empty()) {
+                if (std::string problem = add_set(schema_.normalize_basis(name), counts); !problem.empty()) {
                     return problem;
                 }
             }
@@ -180,7 +179,7 @@ class SizeCount {
             return "the job has no charge of its own";
         }
         std::int64_t cores = 0;
-        if (const std::string problem = add_cores(cores); !problem.empty()) {
+        if (std::string problem = add_cores(cores); !problem.empty()) {
             return problem;
         }
         std::int64_t electrons = -cores - pairs.front().charge;
@@ -200,7 +199,7 @@ class SizeCount {
             return "the potentials that pseudo asks for are not known";
         }
         if (!is_read_ && !basis_.empty()) {
-            if (const std::string problem = add_cores_of(basis_, atoms_.nuclei(), cores); !problem.empty()) {
+            if (std::string problem = add_cores_of(basis_, atoms_.nuclei(), cores); !problem.empty()) {
                 return problem;
             }
         }
@@ -243,7 +242,7 @@ class SizeCount {
                 }
             } else if (begins && line.count > 0) {
                 begins = false;
-                if (const std::string problem = add_potential(section, line, counts, cores); !problem.empty()) {
+                if (std::string problem = add_potential(section, line, counts, cores); !problem.empty()) {
                     return problem;
                 }
             }
