@@ -146,7 +146,7 @@ class ImageReader {
         std::uint64_t value = 0;
         for (unsigned shift = 0; shift < 35; shift += 7) {
             const std::string_view byte = take(1);
-            value |= std::uint64_t{byte.empty() ? 0U : byte.front() & 0x7FU} << shift;
+            value |= std::uint64_t{byte.empty() ? 0U : static_cast<unsigned char>(byte.front()) & 0x7FU} << shift;
             if (byte.empty() || (byte.front() & 0x80) == 0) {
                 break;
             }
@@ -256,7 +256,7 @@ bool read_schema_image(std::string_view image, std::string_view document, Simple
 }
 
 std::string find_schema_image(const std::string& path) {
-    const std::string beside = path + std::string(image_ending);
+    std::string beside = path + std::string(image_ending);
     if (quor::core::resource::is_regular_file_path(beside)) {
         return beside;
     }
