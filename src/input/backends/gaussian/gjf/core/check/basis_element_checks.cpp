@@ -51,15 +51,13 @@ void for_each_lacking(const ElementSet& elements, const std::vector<MoleculeAtom
     }
 }
 
-Severity severity_of(std::string_view name) { return name == "error" ? Severity::Error : Severity::Warning; }
-
 void check_composite(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings) {
     const ParametersElements* known = parameters_elements("composite", job.route.method);
     if (known == nullptr || known->severity == "note") {
         return;
     }
     for_each_lacking(known->elements, atoms, [&](int element, std::size_t line) {
-        findings.add("GJF-R013", severity_of(known->severity),
+        findings.add("GJF-R013", severity_named(known->severity),
                      std::string(known->name) + " has no functions for " + std::string(element_symbol(element)), line);
     });
 }
@@ -71,7 +69,7 @@ void check_dispersion(const CheckedJob& job, const std::vector<MoleculeAtom>& at
             continue;
         }
         for_each_lacking(known->elements, atoms, [&](int element, std::size_t line) {
-            findings.add("GJF-B002", severity_of(known->severity),
+            findings.add("GJF-B002", severity_named(known->severity),
                          std::string(correction) + " has no parameters for " + std::string(element_symbol(element)), line);
         });
         const auto ghost = std::find_if(atoms.begin(), atoms.end(),
@@ -89,7 +87,7 @@ void report_lack(std::string_view basis, int element, const TextPlace& place, Fi
     const BasisElements* known = basis_elements(basis);
     if (known != nullptr && known->severity != "note" && !known->covers(element)) {
         findings.add(
-            "GJF-R013", severity_of(known->severity),
+            "GJF-R013", severity_named(known->severity),
             "the basis set " + std::string(known->basis) + " has no functions for " + std::string(element_symbol(element)),
             place, sets_that_cover(element));
     }

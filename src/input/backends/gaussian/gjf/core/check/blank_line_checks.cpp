@@ -162,7 +162,7 @@ void check_route_line(const CheckedJob& job, Findings& findings) {
            (is_blank_line(without_comment(job.line(line))) || std::find(link0.begin(), link0.end(), line) != link0.end())) {
         ++line;
     }
-    if (trim_view(job.line(line)).starts_with('@')) {
+    if (is_include_line(job.line(line))) {
         return;  // the route is perhaps in the file that is named
     }
     Finding& finding = findings.add("GJF-T011", Severity::Error, "the job has no route: no line begins with #", line,

@@ -5,6 +5,7 @@
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace quor::input::gaussian {
@@ -15,6 +16,15 @@ bool is_blank(char c) noexcept { return c == ' ' || c == '\t'; }
 // Tells whether a text is one list in parentheses from its first character to its last.
 bool is_one_list(std::string_view text) noexcept {
     return text.size() >= 2 && text.front() == '(' && text.find(')') == text.size() - 1 && text.find('(', 1) == text.npos;
+}
+
+// Returns the place of a stretch of the route that stands in one line; nothing for another.
+std::optional<TextPlace> place_in_one_line(const CheckedJob& job, Span of_route_text) {
+    const std::vector<TextPlace> places = route_places(job.layout, of_route_text);
+    if (places.size() != 1 || places.front().length != of_route_text.length) {
+        return std::nullopt;
+    }
+    return places.front();
 }
 
 }  // namespace
@@ -54,39 +64,35 @@ const RouteTree::Keyword* node_of(const CheckedJob& job, const WrittenKeyword& k
 }
 
 std::vector<TextEdit> route_edits(const CheckedJob& job, Span of_route_text, const std::string& text) {
-    const std::vector<TextPlace> places = route_places(job.layout, of_route_text);
-    if (places.size() != 1 || places.front().length != of_route_text.length) {
-        return {};
-    }
-    return {job.replacing(places.front(), text)};
+    const std::optional<TextPlace> place = place_in_one_line(job, of_route_text);
+    return place ? std::vector{job.replacing(*place, text)} : std::vector<TextEdit>();
 }
 
 std::vector<TextEdit> without_word(const CheckedJob& job, Span of_route_text) {
-    const std::vector<TextPlace> places = route_places(job.layout, of_route_text);
-    if (places.size() != 1 || places.front().length != of_route_text.length) {
+    const std::optional<TextPlace> place = place_in_one_line(job, of_route_text);
+    if (!place) {
         return {};
     }
-    const TextPlace& place = places.front();
-    const std::string_view line = job.line(place.line);
-    std::size_t begin = place.column - 1;
-    std::size_t end = begin + place.length;
+    const std::string_view line = job.line(place->line);
+    std::size_t begin = place->column - 1;
+    std::size_t end = begin + place->length;
     while (end < line.size() && is_blank(line[end])) {
         ++end;
     }
     const bool is_last = end == line.size();
-    end = is_last ? end : begin + place.length;
+    end = is_last ? end : begin + place->length;
     while (begin > 0 && is_blank(line[begin - 1])) {
         --begin;
     }
     if (begin == 0 && is_last) {
-        return {job.without_lines({place.line, place.line})};  // an empty line would end the route
+        return {job.without_lines({place->line, place->line})};  // an empty line would end the route
     }
     if (begin == 0 || line[begin - 1] == '#') {
         // The blanks before the word stay, those behind it go.
-        begin = place.column - 1;
+        begin = place->column - 1;
         end = std::min(line.find_first_not_of(" \t", end), line.size());
     }
-    return {job.replacing({place.line, begin + 1, end - begin}, {})};
+    return {job.replacing({place->line, begin + 1, end - begin}, {})};
 }
 
 std::vector<TextEdit> without_keyword(const CheckedJob& job, const WrittenKeyword& keyword) {
