@@ -60,7 +60,7 @@ tsan: setup
 	cmake --preset tsan && cmake --build --preset tsan && ctest --preset tsan
 
 # Needs gcovr. Branches that an exception alone would take are left out; docs/promises.md says what stays uncovered. Counting itself
-# needs code at load time, so the test that there is none is left out.
+# needs code at load time, so the test that there is none is left out, and bounds of time say nothing here.
 coverage: setup
 	cmake --preset coverage && cmake --build --preset coverage && ctest --preset coverage
 	gcovr --root . --object-directory build/coverage --filter src/ --exclude-throw-branches --exclude-unreachable-branches \

@@ -209,7 +209,7 @@ TEST(Files, AreReadOrRefused) {
 }
 
 TEST(HostileInput, IsRefusedInLinearTime) {
-    const std::string endless(5'000'000, 'x');
+    const std::string endless(1'000'000, 'x');
     std::string binary;
     for (int i = 0; i < 300'000; ++i) {
         binary += static_cast<char>(i * 131 % 256);
