@@ -368,6 +368,7 @@ const std::vector<Pair>& pairs() {
         {"GJF-T007", job("# hf/sto-3g external='run"), job("# hf/sto-3g external='run'")},
         {"GJF-T008", "\xEF\xBB\xBF" + plain, plain},
         {"GJF-T009", "# hf/sto-3g\n\n\ntitle\n\n0 1\nHe 0.0 0.0 0.0\n\n", plain},
+        {"GJF-T009", "# hf/sto-3g\n\n\n\n0 1\nHe 0.0 0.0 0.0\n\n", "# hf/sto-3g\n\n\n0 1\nHe 0.0 0.0 0.0\n\n"},
         {"GJF-T009", "# hf/sto-3g\n\ntitle\n\n\n0 1\nHe 0.0 0.0 0.0\n\n",
          "# hf/sto-3g\n\ntitle\n\n0 1\nHe 0.0 0.0 0.0\n\n\n\n"},
         {"GJF-T009", job("# hf/sto-3g", "0 1\nH\nH 1 r\n\n\nr=0.74\n"), job("# hf/sto-3g", "0 1\nH\nH 1 r\n\nr=0.74\n")},

@@ -154,7 +154,7 @@ TEST(JobPlaces, TellWhereRowsAndVariablesStand) {
         {places_head + "0 1\nC\nC 1 1.5\nC 1 1.5 2 90\nC 1 1.5 2 90 3 d -1\n\nd=5\n", "variables", {"d", "5"}},
         {places_head + water + "Variables:\n r = 0.96 \n a 104.5 2.0\n", "variables", {"r", "0.96", "a", "104.5"}},
         {places_head + water + "\nr=0.96 !c\n\na=104.5, 3", "constants", {"a", "104.5, 3"}},
-        {places_head + "0 1\nH 0 0 r\nH 0 0 -r\nr=,0.5, 2 ,\n", "variables", {"r", "0.5, 2"}},
+        {places_head + "0 1\nH 0 0 r\nH 0 0 -r\nr=,0.5, 2 ,\n", "variables", {"r", ",0.5, 2 ,"}},
         {places_head + "0 1\nH 0 0 r\n\nr=0.5\n", "variables", {"r", "0.5"}},
         {places_head + water + "\nr=0.96\n", "molecule", {"O", "H 1 r", "H 1, r, 2 a !x", "", "r=0.96"}},
     });

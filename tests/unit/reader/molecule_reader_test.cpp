@@ -147,7 +147,7 @@ TEST(CartesianAtoms, MayBeSymbolic) {
     EXPECT_EQ(geom.atoms[0].z_ref.text, "-R1");
     ASSERT_EQ(geom.cartesian_variables.size(), 2u);
     EXPECT_EQ(geom.cartesian_variables[0].name + "=" + geom.cartesian_variables[0].value, "R1=1.5");
-    EXPECT_EQ(geom.cartesian_variables[1].name + "=" + geom.cartesian_variables[1].value, "b=-2");
+    EXPECT_EQ(geom.cartesian_variables[1].name + "=" + geom.cartesian_variables[1].value, "b=-2,");
 }
 
 TEST(Molecules, RefuseMalformedLines) {
@@ -255,6 +255,7 @@ TEST(ZMatrices, TakeTheSectionsThatHoldTheirVariables) {
     };
     const Case cases[] = {
         {"# hf", "O\nH 1 r\n\nr 0.96\n", "r=0.96 ", "", 0},
+        {"# hf", "O\nH 1 r\n\nr=0.96,\n", "r=0.96, ", "", 0},
         {"# hf", "O\nH 1 r\nH 1 r 2 a\n\nr=0.96\n\na 104.5\n", "r=0.96 ", "a=104.5 ", 0},
         {"# hf", "O\nH 1 r\n\nVariables:\nr 0.96\n\nConstants:\nb 1\n", "r=0.96 ", "b=1 ", 0},
         {"# hf scrf=read", "O\nH 1 1.0\n\neps=4.9\n", "", "", 1},
@@ -285,6 +286,10 @@ TEST(SymbolicCartesians, TakeTheSectionThatDefinesThem) {
         {"# hf", "H r 0 0\n\nVariables:\nr=1.5\nConstants:\nq=2\n", "r=1.5 q=2 ", 0},
         {"# hf", "H r 0 0\n\nr 1.5\n", "", 1},
         {"# hf", "H r 0 0\n\nr=1.5\nno\n", "", 1},
+        {"# hf", "H r 0 0\n\nr=1.5,\n", "r=1.5, ", 0},
+        {"# hf scrf=(pcm,read)", "H r 0 0\n\nradii=uff\n", "", 1},
+        {"# hf scrf=(pcm,read)", "H r 0 0\n\nr=1.5\n\nradii=uff\n", "r=1.5 ", 1},
+        {"# hf", "H r 0 0\n\nradii=uff\n", "radii=uff ", 0},
     };
     for (const Case& c : cases) {
         const GJFData job = job_with(c.route, c.molecule);

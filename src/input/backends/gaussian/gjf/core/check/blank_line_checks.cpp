@@ -50,10 +50,15 @@ void report_blank_line(const CheckedJob& job, std::size_t line, Severity severit
 void check_head(const CheckedJob& job, Findings& findings) {
     const JobLayout& layout = job.layout;
     const std::size_t control = last_control_line(layout);
+    const Severity severity = job.molecule_from_checkpoint() || job.restarts() ? Severity::Warning : Severity::Error;
     if (control == 0 || layout.title.empty()) {
+        // Two blank lines stand for an empty title, a third for an empty molecule.
+        const std::size_t line = control == 0 ? 0 : blank_line_between(job, control, layout.charge_line, 3);
+        if (line != 0) {
+            report_blank_line(job, line, severity, "charge and multiplicity", findings);
+        }
         return;
     }
-    const Severity severity = job.molecule_from_checkpoint() || job.restarts() ? Severity::Warning : Severity::Error;
     if (const std::size_t line = blank_line_between(job, control, layout.title.first, 2); line != 0) {
         report_blank_line(job, line, severity, "the title", findings);
     }

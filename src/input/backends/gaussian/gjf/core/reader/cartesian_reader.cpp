@@ -93,10 +93,7 @@ NameAndValue cut_cartesian_variable(std::string_view text) {
         return {};
     }
     cut_fields(entry.value, fields);
-    const char* end = fields.empty() ? entry.value.data() : fields.back().data() + fields.back().size();
-    const char* begin = fields.empty() ? end : fields.front().data();
-    entry.value = {begin, static_cast<std::size_t>(end - begin)};
-    return entry;
+    return fields.empty() ? NameAndValue{entry.name, {}} : entry;
 }
 
 void CartesianReader::read(LineSpan lines) {

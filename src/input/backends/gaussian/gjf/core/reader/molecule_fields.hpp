@@ -66,8 +66,8 @@ NameAndValue cut_at_equals(std::string_view text, std::size_t equals) noexcept;
 NameAndValue cut_zmatrix_variable(std::string_view text, const Fields& fields) noexcept;
 
 /// Cuts the line "name=value" of a variable of Cartesian coordinates, its comment taken away; or a name and a number, which
-/// are a variable only when the name is in use. The name is empty when it is neither; commas around the value are separators
-/// and no part of it, so that the value may be empty.
+/// are a variable only when the name is in use. The name is empty when it is neither; the value
+/// is empty when it is nothing but commas, which stay with any other value though its number ends before them.
 NameAndValue cut_cartesian_variable(std::string_view text);
 
 /// The lines "Variables:" and "Constants:", with or without the colon, in any case; `singular` takes "Variable" and

@@ -157,16 +157,13 @@ class MoleculeReader {
         }
     }
 
-    // In the reading, a section that neither has a header nor gives a value to a name in use is left when the route asks for
-    // sections; there, values may stand behind blanks where all lines give one to a name in use.
+    // A section that neither has a header nor gives a value to a name in use is left when the route asks for sections. In the
+    // reading, values may stand behind blanks where all lines give one to a name in use.
     bool holds_cartesian_variables(LineSpan section, const SectionsExpected& sections_expected) {
         const NameSet wanted = undefined_names(geom_);
         const VariableBlock block = examine_variables(section, VariableLines::WithEquals, wanted);
         if (holds_values_in_file(section)) {
             return true;
-        }
-        if (recorder_ == nullptr) {
-            return block.well_formed;
         }
         const auto defines_wanted_name = [&wanted](std::string_view line) {
             const std::string_view text = without_comment(line);
@@ -174,7 +171,7 @@ class MoleculeReader {
                    wanted.count(to_lower_copy(cut_cartesian_variable(text).name)) > 0;
         };
         return (block.well_formed && (block.has_header || block.defines_wanted_name || !sections_expected())) ||
-               std::all_of(section.begin(), section.end(), defines_wanted_name);
+               (recorder_ != nullptr && std::all_of(section.begin(), section.end(), defines_wanted_name));
     }
 
     bool take_cartesian_section(LineCursor& cursor, const SectionsExpected& sections_expected) {
