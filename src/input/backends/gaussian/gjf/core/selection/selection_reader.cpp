@@ -1,7 +1,8 @@
-// Reads selections by the shunting-yard method: two stacks and no recursion, so that any nesting can be read.
+// Reads the tests of selections.
 #include <gjf/core/selection/selection.hpp>
 
 #include <gjf/core/chemistry/species.hpp>
+#include <gjf/core/selection/expression_reader.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
 
@@ -26,8 +27,6 @@ constexpr NamedTest name_tests[] = {
     {"type", SelectionTest::Type},       {"resname", SelectionTest::Residue},
 };
 
-constexpr NamedTest joining_words[] = {{"and", SelectionTest::And}, {"or", SelectionTest::Or}};
-
 const NamedTest* find_test(const NamedTest* begin, const NamedTest* end, std::string_view word) {
     const NamedTest* found = std::find_if(begin, end, [&](const NamedTest& test) { return test.word == word; });
     return found == end ? nullptr : found;
@@ -35,63 +34,33 @@ const NamedTest* find_test(const NamedTest* begin, const NamedTest* end, std::st
 
 bool is_digit(char c) noexcept { return c >= '0' && c <= '9'; }
 
-// "or" joins least tightly, what stands before its operand most tightly.
-int tightness(SelectionTest test) noexcept { return test == SelectionTest::Or ? 1 : test == SelectionTest::And ? 2 : 3; }
-
-class SelectionReader {
+class SelectionReader : public ExpressionReader<SelectionStep> {
    public:
-    explicit SelectionReader(std::string_view text) : text_(text) {}
-
-    Selection read() {
-        bool wants_operand = true;
-        for (skip_blanks(); wants_operand || at_ < text_.size(); skip_blanks()) {
-            wants_operand = wants_operand ? !read_operand() : read_joining();
-        }
-        unwind(0);
-        if (!waiting_.empty()) {
-            throw SelectionError(column_of(waiting_.back().begin), "the parenthesis is never closed");
-        }
-        return {std::move(steps_)};
-    }
+    explicit SelectionReader(std::string_view text) : ExpressionReader(text, {"the selection", "atoms are missing"}) {}
 
    private:
-    struct Waiting {
-        SelectionStep step;
-        std::size_t begin = 0;
-        bool is_parenthesis = false;
-    };
+    SelectionStep joining_step(Joining joining) const override {
+        constexpr SelectionTest tests[] = {SelectionTest::Not, SelectionTest::And, SelectionTest::Or};
+        return {tests[static_cast<std::size_t>(joining)], {}, {}, 0};
+    }
 
-    // Reads what may stand where atoms are named; returns whether that is an operand whole.
-    bool read_operand() {
-        const std::size_t begin = at_;
-        if (at_ == text_.size()) {
-            fail(begin, text_.empty() ? "the selection is empty" : "atoms are missing at the end");
-        }
-        if (text_[at_] == '(') {
-            ++at_;
-            waiting_.push_back({{}, begin, true});
-            return false;
-        }
+    bool read_test(std::size_t begin) override {
         if (is_digit(text_[at_])) {
-            steps_.push_back({SelectionTest::Numbers, {}, read_numbers(), 0});
+            add({SelectionTest::Numbers, {}, read_numbers(), 0});
             return true;
         }
         const std::string_view written = read_word();
         const std::string word = to_lower_copy(written);
-        if (word == "not") {
-            waiting_.push_back({{SelectionTest::Not, {}, {}, 0}, begin});
-            return false;
-        }
         if (word == "within") {
-            waiting_.push_back({{SelectionTest::Within, {}, {}, read_distance()}, begin});
+            add_behind_operand({SelectionTest::Within, {}, {}, read_distance()}, begin);
             return false;
         }
         if (word == "bonded") {
             read_fixed_word("to", "bonded");
-            waiting_.push_back({{SelectionTest::BondedTo, {}, {}, 0}, begin});
+            add_behind_operand({SelectionTest::BondedTo, {}, {}, 0}, begin);
             return false;
         }
-        steps_.push_back(test_of(written, word, begin));
+        add(test_of(written, word, begin));
         return true;
     }
 
@@ -111,49 +80,13 @@ class SelectionReader {
             }
             return {test->test, std::string(written.substr(colon + 1)), {}, 0};
         }
-        if (written.empty()) {
-            fail(begin, "atoms are missing before '" + std::string(text_.substr(begin, 1)) + "'");
-        }
         if (species_of_symbol(word).kind == SpeciesKind::Unknown) {
             if (word.find(',') != std::string::npos) {
                 fail(begin, "'" + std::string(written) + "': commas join atom numbers alone; write 'or' between tests");
             }
-            const bool joins = find_test(std::begin(joining_words), std::end(joining_words), word) != nullptr;
-            fail(begin, joins ? "atoms are missing before '" + word + "'"
-                              : "'" + std::string(written) + "' is neither an element nor a word of selections");
+            fail(begin, "'" + std::string(written) + "' is neither an element nor a word of selections");
         }
         return {SelectionTest::Element, word, {}, 0};
-    }
-
-    // Reads what may stand behind an operand; returns whether another operand must follow.
-    bool read_joining() {
-        const std::size_t begin = at_;
-        if (text_[at_] == ')') {
-            ++at_;
-            unwind(0);
-            if (waiting_.empty()) {
-                fail(begin, "there is no '(' for this ')'");
-            }
-            waiting_.pop_back();
-            return false;
-        }
-        const std::string_view written = read_word();
-        const NamedTest* joining = find_test(std::begin(joining_words), std::end(joining_words), to_lower_copy(written));
-        if (joining == nullptr) {
-            fail(begin, "'and' or 'or' is missing before '" +
-                            std::string(written.empty() ? text_.substr(begin, 1) : written) + "'");
-        }
-        unwind(tightness(joining->test));
-        waiting_.push_back({{joining->test, {}, {}, 0}, begin});
-        return true;
-    }
-
-    // Takes the steps that wait, back to a parenthesis or to one that joins less tightly.
-    void unwind(int least) {
-        while (!waiting_.empty() && !waiting_.back().is_parenthesis && tightness(waiting_.back().step.test) >= least) {
-            steps_.push_back(std::move(waiting_.back().step));
-            waiting_.pop_back();
-        }
     }
 
     std::vector<NumberRange> read_numbers() {
@@ -214,32 +147,6 @@ class SelectionReader {
             fail(begin, "'" + std::string(wanted) + "' is missing after '" + before + "'");
         }
     }
-
-    std::string_view read_word() {
-        const std::size_t begin = at_;
-        while (at_ < text_.size() && !is_trim_character(text_[at_]) && text_[at_] != '(' && text_[at_] != ')') {
-            ++at_;
-        }
-        return text_.substr(begin, at_ - begin);
-    }
-
-    void skip_blanks() { at_ = std::min(text_.find_first_not_of(" \t\r\n", at_), text_.size()); }
-
-    // One a character: bytes that go on with one do not count.
-    std::size_t column_of(std::size_t position) const {
-        const std::string_view before = text_.substr(0, position);
-        return static_cast<std::size_t>(
-            1 + std::count_if(before.begin(), before.end(), [](unsigned char c) { return (c & 0xC0U) != 0x80U; }));
-    }
-
-    [[noreturn]] void fail(std::size_t position, const std::string& message) const {
-        throw SelectionError(column_of(position), message);
-    }
-
-    std::string_view text_;
-    std::size_t at_ = 0;
-    std::vector<SelectionStep> steps_;
-    std::vector<Waiting> waiting_;
 };
 
 }  // namespace
@@ -251,6 +158,6 @@ SelectionError::SelectionError(std::size_t column, const std::string& message)
 
 SelectionError::~SelectionError() = default;
 
-Selection parse_selection(std::string_view text) { return SelectionReader(text).read(); }
+Selection parse_selection(std::string_view text) { return {SelectionReader(text).read()}; }
 
 }  // namespace quor::input::gaussian
