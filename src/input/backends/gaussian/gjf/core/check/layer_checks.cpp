@@ -4,6 +4,7 @@
 #include <gjf/core/check/fixes.hpp>
 
 #include <gjf/core/reader/molecule_fields.hpp>
+#include <gjf/core/route/route_scanner.hpp>
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
@@ -177,7 +178,7 @@ std::size_t layer_depth(const MoleculeAtom& atom) noexcept { return atom.layer =
 
 OniomLayers oniom_layers(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms) {
     OniomLayers layers;
-    layers.levels = oniom_levels(job);
+    layers.levels = oniom_levels(job.route.oniom_expression);
     if (layers.levels.size() >= 2) {
         layers.unlinked = unlinked_bonds(job, atoms);
     }

@@ -5,6 +5,7 @@
 #include <gjf/core/check/fixes.hpp>
 #include <gjf/core/check/near_names.hpp>
 #include <gjf/core/job/link0_keys.hpp>
+#include <gjf/core/job/memory_amount.hpp>
 #include <gjf/core/knowledge/facts.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/number_range.hpp>
@@ -70,39 +71,10 @@ void check_command(const CheckedJob& job, const Link0Line& line, Findings& findi
     offer_near(job, place, line.key, near, finding);
 }
 
-// An amount of memory: its number, and how many bytes one of its units has (0 for a unit that is none).
-struct Memory {
-    std::int64_t amount = 0;
-    std::int64_t unit = 0;
-    bool has_unit = false;
-};
-
-std::optional<Memory> read_memory(std::string_view text) {
-    const std::size_t digits = std::min(text.find_first_not_of("0123456789"), text.size());
-    const std::optional<std::int64_t> amount = to_int64(text.substr(0, digits));
-    if (digits == 0 || !amount) {
-        return std::nullopt;
-    }
-    constexpr std::int64_t word = 8;
-    constexpr struct {
-        std::string_view name;
-        std::int64_t bytes;
-    } units[] = {{"", word},         {"b", 1},           {"w", word},       {"kb", 1LL << 10},
-                 {"mb", 1LL << 20},  {"gb", 1LL << 30},  {"tb", 1LL << 40}, {"kw", word << 10},
-                 {"mw", word << 20}, {"gw", word << 30}, {"tw", word << 40}};
-    const std::string_view unit = text.substr(digits);
-    for (const auto& known : units) {
-        if (equals_folded(unit, known.name)) {
-            return Memory{*amount, known.bytes, !unit.empty()};
-        }
-    }
-    return Memory{*amount, 0, true};
-}
-
 // Offers an amount without blanks, with the letter that its unit lacks, or as a whole number of the next smaller unit.
 void offer_memory(const CheckedJob& job, const TextPlace& place, std::string_view value, Finding& finding) {
     const auto reads = [](const std::string& text) {
-        const std::optional<Memory> memory = read_memory(text);
+        const std::optional<MemoryAmount> memory = read_memory_amount(text);
         return memory && memory->unit != 0 && memory->amount != 0 && memory->has_unit;
     };
     std::string text(value);
@@ -202,7 +174,7 @@ void check_memory(const CheckedJob& job, const std::vector<Link0Line>& lines, st
         return;
     }
     const TextPlace place = job.place_in(line->line, line->value);
-    const std::optional<Memory> memory = read_memory(line->value);
+    const std::optional<MemoryAmount> memory = read_memory_amount(line->value);
     if (!memory || memory->unit == 0 || memory->amount == 0) {
         const bool begins_as_number = !line->value.empty() && line->value.front() >= '0' && line->value.front() <= '9';
         Finding& finding = findings.add("GJF-L002", begins_as_number ? Severity::Warning : Severity::Error,

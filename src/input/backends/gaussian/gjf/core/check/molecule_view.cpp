@@ -112,23 +112,6 @@ std::vector<MoleculeAtom> atoms_of(const CheckedJob& job) {
     return atoms;
 }
 
-std::vector<std::string> oniom_levels(const CheckedJob& job) {
-    const std::string& text = job.route.oniom_expression;
-    const int open = find_top_level_char(text, '(');
-    const int close = open < 0 ? -1 : find_matching_paren(text, static_cast<std::size_t>(open));
-    if (close < 0) {
-        return {};
-    }
-    const std::string inner = text.substr(static_cast<std::size_t>(open) + 1, static_cast<std::size_t>(close - open) - 1);
-    for (const std::string& item : split_top_level_list(inner, ',')) {
-        std::vector<std::string> levels = split_top_level_list(item, ':');
-        if (levels.size() > 1) {
-            return levels;
-        }
-    }
-    return {};
-}
-
 std::optional<LinkAtom> link_atom_of(const CheckedJob& job, const MoleculeAtom& atom) {
     Fields fields;
     cut_fields(without_comment(job.line(atom.line)), fields);

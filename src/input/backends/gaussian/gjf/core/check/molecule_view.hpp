@@ -39,9 +39,6 @@ bool has_unread_rows(const CheckedJob& job);
 /// Returns the names that the coordinates refer to, in lower case.
 NameSet names_in_use(const GeomSection& geom);
 
-/// Returns the levels of an ONIOM expression, highest first; none without one.
-std::vector<std::string> oniom_levels(const CheckedJob& job);
-
 /// The fields behind the layer of an ONIOM atom: the link atom that takes its place in the model, and the atom it is bonded
 /// to.
 struct LinkAtom {

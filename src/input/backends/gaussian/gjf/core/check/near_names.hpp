@@ -1,4 +1,4 @@
-// Finds the names that a misspelt word may have meant. Private to the room.
+// Finds the names that a misspelt word may have meant. Private to the library.
 #pragma once
 
 #include <gjf/core/schema/simple_yaml_parser.hpp>

@@ -4,6 +4,7 @@
 #include <gjf/core/check/fixes.hpp>
 #include <gjf/core/check/near_names.hpp>
 #include <gjf/core/knowledge/facts.hpp>
+#include <gjf/core/route/route_scanner.hpp>
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
@@ -264,7 +265,7 @@ void check_unknown_words(const CheckedJob& job, const WrittenSegment& segment, c
 // Each level of ONIOM is a model chemistry of its own.
 void check_level_words(const CheckedJob& job, const RouteTree::Segment& segment, Findings& findings) {
     std::size_t begin = segment.place.begin;
-    const std::vector<std::string> levels = oniom_levels(job);
+    const std::vector<std::string> levels = oniom_levels(job.route.oniom_expression);
     if (levels.size() < 2) {
         findings.add("GJF-R009", Severity::Warning, "oniom has less than two levels", job.route_place(segment.place),
                      "two or three model chemistries stand in its first parentheses, with colons between");
