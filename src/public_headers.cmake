@@ -42,6 +42,8 @@ set(quor_public_headers
     gjf/core/document/gjf_document.hpp
     gjf/core/editor/edit_record.hpp
     gjf/core/selection/selection.hpp
+    gjf/core/predicate/job_file.hpp
+    gjf/core/predicate/predicate.hpp
     gjf/core/report/json.hpp
     gjf/core/editor/gjf_editor.hpp
     gjf/core/editor/gjf_multi_editor.hpp

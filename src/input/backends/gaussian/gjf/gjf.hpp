@@ -16,6 +16,8 @@
 #include <gjf/core/job/positions.hpp>
 #include <gjf/core/job/link0_keys.hpp>
 #include <gjf/core/knowledge/knowledge.hpp>
+#include <gjf/core/predicate/job_file.hpp>
+#include <gjf/core/predicate/predicate.hpp>
 #include <gjf/core/reader/gjf_parser.hpp>
 #include <gjf/core/reader/job_layout.hpp>
 #include <gjf/core/reader/job_places.hpp>

@@ -1,0 +1,43 @@
+// Conditions on jobs, as in "opt=ts and atoms > 20 and charge = -1".
+//
+//     condition = operand { ("and" | "or") operand }         "and" binds more tightly than "or"
+//     operand   = "(" condition ")" | "not" operand | FIELD [SIGN VALUE] | "count(" SELECTION ")" [SIGN NUMBER] | ROUTE WORD
+//     SIGN      = "=" | "!=" | "<" | "<=" | ">" | ">=" | "~"
+//
+// A route word may have options, as in opt=(ts,calcfc); "route:" before it tells it from a field of the same name. "~" finds
+// a value within a text. A field alone asks whether it is there.
+#pragma once
+
+#include <core/export.hpp>
+#include <gjf/core/predicate/job_file.hpp>
+#include <gjf/core/selection/selection.hpp>
+
+#include <cstddef>
+#include <memory>
+#include <string_view>
+
+namespace quor::input::gaussian {
+
+/// What a condition is of a job. What is not known fits neither a comparison nor its opposite.
+enum class Truth { No, Unknown, Yes };
+
+/// A condition that was read; copies share it, and several threads may ask it.
+class QUOR_GJF_API JobPredicate {
+   public:
+    /// Reads a condition with the default vocabulary. Throws `SelectionError` with the column, and what may have been meant.
+    explicit JobPredicate(std::string_view text);
+    JobPredicate(const JobPredicate& other);
+    JobPredicate& operator=(const JobPredicate& other);
+    ~JobPredicate();
+
+    /// Tells what it is of a job, counted from 0. A part that cannot change the answer any more is not looked at.
+    Truth of(const JobFile& file, std::size_t job) const;
+    /// Tells whether a job surely fits.
+    bool fits(const JobFile& file, std::size_t job) const { return of(file, job) == Truth::Yes; }
+
+   private:
+    struct Steps;
+    std::shared_ptr<const Steps> steps_;
+};
+
+}  // namespace quor::input::gaussian
