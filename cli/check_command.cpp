@@ -179,33 +179,11 @@ FileResult check_file(const std::string& path, const CheckArguments& arguments, 
     return result;
 }
 
-std::string missing_for_checks() {
-    std::string problem = default_route_schema_problem();
-    if (problem.empty()) {
-        problem = missing_knowledge();
-        problem.insert(0, problem.empty() ? "" : "facts are missing: ");
-    }
-    return problem;
-}
-
 void print_summary(std::size_t files, const std::array<std::size_t, 3>& counts) {
     std::fprintf(stderr, "%s, %s, %s, %s\n", counted(files, "file").c_str(),
                  counted(counts[index_of(Severity::Error)], "error").c_str(),
                  counted(counts[index_of(Severity::Warning)], "warning").c_str(),
                  counted(counts[index_of(Severity::Note)], "note").c_str());
-}
-
-bool tells_what_is_missing(const CheckArguments& arguments) {
-    const std::string problem = missing_for_checks();
-    if (problem.empty()) {
-        return false;
-    }
-    // A job that passes without vocabulary and facts was hardly checked.
-    std::fprintf(stderr, "quor-gjf: %s\n", printable(problem).c_str());
-    if (arguments.batch.json && !arguments.batch.paths.empty()) {
-        std::fputs(error_json(arguments.batch.paths.front(), problem).c_str(), stdout);
-    }
-    return true;
 }
 
 // What is counted over all files.
@@ -234,9 +212,8 @@ int check(const CheckArguments& arguments) {
     require_codes("--ignore", arguments.ignored);
     require_codes("--explain", arguments.explained);
     check_fix_options(arguments.fixing);
-    if (tells_what_is_missing(arguments)) {
-        return exit_usage;
-    }
+    const bool tells_in_json = arguments.batch.json && !arguments.batch.paths.empty();
+    require_facts(tells_in_json ? arguments.batch.paths.front() : std::string());
     if (asks_for_codes) {
         print_codes(arguments.explained, arguments.batch.json);
         return exit_success;

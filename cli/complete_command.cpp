@@ -1,5 +1,6 @@
 // quor-gjf complete: lists what may complete the last word of a route, for editors and shells.
 #include "commands.hpp"
+#include "input.hpp"
 #include "route_text.hpp"
 
 #include <gjf/gjf.hpp>
@@ -21,8 +22,8 @@ struct CompleteArguments {
     bool json = false;
 };
 
-// A missing vocabulary is not told of: the words go to a program that is waiting for them.
 int complete(const CompleteArguments& arguments) {
+    require_vocabulary();
     const RouteContext context = context_at_end(text_of_arguments(arguments.text));
     const std::vector<Completion> completions = completions_of(context);
     if (arguments.json) {

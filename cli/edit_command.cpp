@@ -177,7 +177,7 @@ int edit(const EditArguments& arguments) {
     if (!conflict.empty()) {
         throw CLI::ValidationError("FILE", conflict);
     }
-    report_missing_vocabulary();
+    require_vocabulary();
     std::size_t changed = 0;
     std::size_t unchanged = 0;
     std::size_t failed = 0;

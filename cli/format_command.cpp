@@ -92,7 +92,7 @@ void check_arguments(const FormatArguments& arguments) {
 
 int format(const FormatArguments& arguments) {
     check_arguments(arguments);
-    report_missing_vocabulary();
+    require_vocabulary();
     FileList files(arguments.inputs);
     int exit_code = exit_success;
     while (const std::optional<ListedFile> file = files.next()) {

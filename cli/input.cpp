@@ -12,22 +12,42 @@
 
 namespace quor_gjf {
 
+using namespace quor::input::gaussian;
+
+namespace {
+
+void require_none(const std::string& problem, const std::string& json_path) {
+    if (!problem.empty()) {
+        std::fputs(json_path.empty() ? "" : error_json(json_path, problem).c_str(), stdout);
+        throw MissingVocabulary(problem);
+    }
+    report_missing_vocabulary();
+}
+
+}  // namespace
+
 std::string read_text(const std::string& path) {
     if (path == "-") {
-        return quor::input::gaussian::read_stream(std::cin);
+        return read_stream(std::cin);
     }
     errno = 0;
     try {
-        return quor::input::gaussian::read_whole_file(path);
-    } catch (const quor::input::gaussian::GJFParseException&) {
+        return read_whole_file(path);
+    } catch (const GJFParseException&) {
         throw UnreadableInput(std::string("Cannot open file: ") + std::strerror(errno));
     }
 }
 
 void report_missing_vocabulary() {
-    if (const std::string problem = quor::input::gaussian::default_route_schema_problem(); !problem.empty()) {
-        std::fprintf(stderr, "quor-gjf: %s\n", printable(problem).c_str());
+    for (const std::string& told : {default_route_schema_problem(), default_route_schema_warning()}) {
+        if (!told.empty()) {
+            std::fprintf(stderr, "quor-gjf: %s\n", printable(told).c_str());
+        }
     }
 }
+
+void require_vocabulary(const std::string& json_path) { require_none(default_route_schema_problem(), json_path); }
+
+void require_facts(const std::string& json_path) { require_none(missing_for_checks(), json_path); }
 
 }  // namespace quor_gjf

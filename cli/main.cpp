@@ -1,6 +1,7 @@
 // The tool's entry: declares the subcommands, reads the arguments and turns failures into exit codes.
 #include "commands.hpp"
 #include "config.hpp"
+#include "input.hpp"
 #include "terminal.hpp"
 
 #include <CLI/CLI.hpp>
@@ -125,6 +126,9 @@ int run(int argc, char** argv) {
 int main(int argc, char** argv) {
     try {
         return run(argc, argv);
+    } catch (const quor_gjf::MissingVocabulary& error) {
+        std::fprintf(stderr, "quor-gjf: %s\n", quor_gjf::printable(error.what()).c_str());
+        return quor_gjf::exit_usage;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "quor-gjf: %s\n", error.what());
         return quor_gjf::exit_failure;

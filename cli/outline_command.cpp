@@ -90,7 +90,7 @@ FileResult outline_file(const std::string& path, bool with_heading, bool json) {
 }
 
 int outline(const BatchOptions& options) {
-    report_missing_vocabulary();
+    require_vocabulary(options.json ? options.paths.front() : std::string());
     const bool with_heading = names_several_files(options.paths);
     Batch batch;
     batch.work = [&](const std::string& path) { return outline_file(path, with_heading, options.json); };

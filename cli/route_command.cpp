@@ -131,7 +131,7 @@ int explain(const RouteArguments& arguments) {
     if (routes.empty()) {
         throw CLI::ValidationError("TEXT", "it holds no route");
     }
-    report_missing_vocabulary();
+    require_vocabulary();
     for (const RouteText& text : routes) {
         const bool follows = &text != &routes.front() && !arguments.json;
         std::fputs(((follows ? "\n" : "") + explained(text, arguments.json)).c_str(), stdout);

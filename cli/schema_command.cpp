@@ -19,7 +19,7 @@ namespace {
 using namespace quor::input::gaussian;
 
 int validate(const std::string& file) {
-    const std::string path = file.empty() ? resolve_route_schema_path("") : file;
+    const std::string path = file.empty() ? default_route_schema_path() : file;
     const std::vector<SchemaProblem> problems = validate_route_schema(path);
     for (const SchemaProblem& problem : problems) {
         std::printf("%s:%zu: %s\n", path.c_str(), problem.line, problem.message.c_str());
@@ -62,7 +62,7 @@ int show_as_json(const std::string& word) {
 }
 
 int show(const std::string& word, bool json) {
-    report_missing_vocabulary();
+    require_vocabulary();
     if (json) {
         return show_as_json(word);
     }
@@ -87,11 +87,8 @@ int show(const std::string& word, bool json) {
 }
 
 int where() {
-    if (!default_route_schema().is_loaded()) {
-        report_missing_vocabulary();
-        return exit_failure;
-    }
-    const std::string path = resolve_route_schema_path("");
+    require_vocabulary();
+    const std::string path = default_route_schema_path();
     const bool is_named = path == quor::core::resource::getenv_string(route_schema_variable);
     std::printf("%s\n%s\n", path.c_str(),
                 is_named ? (std::string("named by ") + route_schema_variable).c_str() : "found by search");

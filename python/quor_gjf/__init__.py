@@ -13,7 +13,7 @@ from ._core import Keyword, RouteWarning
 from .atoms import Atom, Atoms
 from .bonds import Bond, Bonds
 from .checks import Finding, Fix, FixedText, check, check_codes, check_many, fix
-from .errors import FileError, MissingFileError, ParseError, WriteError
+from .errors import FileError, MissingFileError, ParseError, VocabularyError, WriteError
 from .head import ChargeSpin
 from .job import Job, Jobs
 from .reading import edit, edit_all, from_ase, loads, loads_all, read, read_all, read_many, vocabulary_path
@@ -25,7 +25,8 @@ __version__ = "0.2.0"
 
 __all__ = [
     "Atom", "Atoms", "Bond", "Bonds", "ChargeSpin", "FileError", "Finding", "Fix", "FixedText", "Job", "Jobs", "Keyword", "Keywords",
-    "MissingFileError", "ParseError", "Route", "RouteWarning", "Section", "SectionKind", "Sections", "Selection", "WriteError", "check",
+    "MissingFileError", "ParseError", "Route", "RouteWarning", "Section", "SectionKind", "Sections", "Selection", "VocabularyError", "WriteError",
+    "check",
     "check_codes", "check_many", "edit", "edit_all", "fix", "from_ase", "loads", "loads_all", "read", "read_all", "read_many", "route",
     "vocabulary_path",
 ]

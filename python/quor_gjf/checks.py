@@ -2,10 +2,11 @@
 from __future__ import annotations
 
 import os
+import warnings
 from typing import Any, Iterable, List, NamedTuple, Optional, Tuple, Union
 
 from . import _core
-from .errors import ParseError, file_error, refuse_odd_arguments
+from .errors import ParseError, VocabularyError, file_error, refuse_odd_arguments
 from .job import Job, Jobs
 
 
@@ -93,6 +94,16 @@ def _text_of(source: Source) -> str:
         raise file_error(error, path) from None
 
 
+def _require_vocabulary() -> None:
+    """Raise where a job that passes would hardly have been checked; warn where another vocabulary serves than was found first."""
+    problem = _core.missing_for_checks()
+    if problem:
+        raise VocabularyError(problem)
+    told = _core.vocabulary_warning()
+    if told:
+        warnings.warn(told, stacklevel=3)
+
+
 def _findings(rows: Iterable[Tuple[Any, ...]]) -> List[Finding]:
     return [
         Finding._make((
@@ -115,6 +126,7 @@ def check(source: Source, ignore: Iterable[str] = ()) -> List[Finding]:
     ...     print(finding.severity, finding.line)
     error 5
     """
+    _require_vocabulary()
     return _findings(_core.check_text(_text_of(source), list(ignore)))
 
 
@@ -131,6 +143,7 @@ def check_many(paths: "Iterable[Union[str, os.PathLike[str]]]", threads: Optiona
     [[], None]
     """
     refuse_odd_arguments(threads, on_error)
+    _require_vocabulary()
     names = [os.fsdecode(path) for path in paths]
     results: List[Union[List[Finding], ParseError, None]] = []
     for name, (rows, message) in zip(names, _core.check_many(names, list(ignore), threads or 0)):
@@ -152,6 +165,7 @@ def fix(source: Source, unsafe: bool = False, ignore: Iterable[str] = ()) -> Fix
     >>> gjf.fix("# hf/sto-3g\\n\\nt\\n\\n0 1\\nHe 0 0 0\\n").text
     '# hf/sto-3g\\n\\nt\\n\\n0 1\\nHe 0 0 0\\n\\n'
     """
+    _require_vocabulary()
     text, findings, applied, dropped = _core.fix_text(_text_of(source), unsafe, list(ignore))
     return FixedText(text, _findings(findings), [FixReport(*each) for each in applied], [FixReport(*each) for each in dropped])
 

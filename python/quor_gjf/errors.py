@@ -6,7 +6,7 @@ from typing import Optional
 
 from ._core import ParseError, WriteError
 
-__all__ = ["FileError", "MissingFileError", "ParseError", "WriteError", "file_error", "refuse_odd_arguments"]
+__all__ = ["FileError", "MissingFileError", "ParseError", "VocabularyError", "WriteError", "file_error", "refuse_odd_arguments"]
 
 for _error in (ParseError, WriteError):
     _error.__module__ = "quor_gjf"
@@ -28,6 +28,10 @@ class FileError(ParseError, OSError):
 
 class MissingFileError(FileError, FileNotFoundError):
     """A file that is not there; a ``FileNotFoundError`` too."""
+
+
+class VocabularyError(RuntimeError):
+    """No route vocabulary, or no facts, to check by; the message names the file and the line."""
 
 
 _FILE_MESSAGES = ("GJF Parse Error: Cannot open file: ", "GJF Parse Error: Cannot write file: ")

@@ -3,6 +3,7 @@
 #include "threads.hpp"
 
 #include <gjf/core/check/fix_text.hpp>
+#include <gjf/core/schema/route_schema_cache.hpp>
 
 #include <string>
 #include <utility>
@@ -82,6 +83,8 @@ py::list check_many(std::vector<Text> paths, std::vector<Text> ignored_codes, un
 }  // namespace
 
 void bind_checks(py::module_& module) {
+    module.def("missing_for_checks", [] { return to_python(missing_for_checks()); });
+    module.def("vocabulary_warning", [] { return to_python(default_route_schema_warning()); });
     module.def("check_many", &check_many);
     module.def("check_text", [](const Text& text, std::vector<Text> ignored_codes) {
         std::vector<Finding> findings;

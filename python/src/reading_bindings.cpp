@@ -4,7 +4,7 @@
 
 #include <gjf/core/reader/gjf_parser.hpp>
 #include <gjf/core/report/json.hpp>
-#include <gjf/core/route_schema_paths.hpp>
+#include <gjf/core/schema/route_schema_cache.hpp>
 
 #include <string>
 #include <utility>
@@ -120,7 +120,7 @@ void bind_reading(py::module_& module) {
         line.pop_back();
         return to_python(line);
     });
-    module.def("vocabulary_path", [] { return to_python(resolve_route_schema_path({})); });
+    module.def("vocabulary_path", [] { return to_python(default_route_schema_path()); });
 }
 
 }  // namespace quor_python

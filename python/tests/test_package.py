@@ -144,3 +144,32 @@ def test_a_script_with_wrong_types_is_refused(tmp_path):
     result = subprocess.run([sys.executable, "-m", "mypy", "--strict", "--cache-dir", os.devnull, str(script)], capture_output=True, text=True,
                             check=False)
     assert [line.split(":")[1] for line in result.stdout.splitlines() if "error" in line and "script.py" in line] == ["3", "4", "5"]
+
+
+BROKEN = {"named": ("broken.yaml", "states: [1, 2\n"), "missing": (None, None)}
+
+
+@pytest.mark.parametrize("name", BROKEN)
+@pytest.mark.parametrize("call", ["check('# hf\\n')", "check_many([])", "fix('# hf\\n')"])
+def test_does_not_check_without_a_vocabulary(tmp_path, name, call):
+    file, text = BROKEN[name]
+    path = tmp_path / (file or "missing.yaml")
+    if file:
+        path.write_text(text)
+    code = f"import quor_gjf\ntry:\n    quor_gjf.{call}\nexcept quor_gjf.VocabularyError as error:\n    print(error)"
+    told = run_python(code, QUOR_G16_ROUTE_SCHEMA_YAML=str(path))
+    assert told.startswith(f"{path}:2: " if file else f"{path}, which ")
+
+
+def test_warns_of_a_broken_vocabulary_on_the_way(tmp_path):
+    folder = tmp_path / "resources/schemas/input"
+    folder.mkdir(parents=True)
+    (folder / "gaussian_route.yaml").write_text("states: [1, 2\n")
+    code = f"""import os, warnings
+os.chdir({str(tmp_path)!r})
+import quor_gjf
+with warnings.catch_warnings(record=True) as told:
+    warnings.simplefilter("always")
+    quor_gjf.check("# hf/sto-3g\\n\\nt\\n\\n0 1\\nHe 0.0 0.0 0.0\\n\\n")
+print(*[each.message for each in told])"""
+    assert "gaussian_route.yaml:2: " in run_python(code)

@@ -23,6 +23,10 @@ QUOR_GJF_API std::string search_file(const std::vector<std::string>& file_variab
                                      const std::vector<std::string>& candidates, const std::string& base,
                                      const std::vector<std::string>& fallbacks, int depth);
 
+/// Returns the first of `candidates` below the folder that holds this library, then below each of up to `depth` parent
+/// folders, nearest first; an empty text when there is none.
+QUOR_GJF_API std::string search_near_library(const std::vector<std::string>& candidates, int depth);
+
 /// Returns the value of an environment variable, or an empty text when it is unset.
 QUOR_GJF_API std::string getenv_string(const std::string& name);
 

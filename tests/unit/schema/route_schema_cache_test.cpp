@@ -129,6 +129,22 @@ TEST_F(DefaultRouteSchema, IsLookedForWhenTheVariableNamesNoVocabulary) {
     }
 }
 
+TEST_F(DefaultRouteSchema, IsTheOneBesideTheLibraryWhenTheOneFoundDoesNotLoad) {
+    folder.write("resources/schemas/input/gaussian_route.yaml", "states: [\n");
+    EXPECT_EXIT(
+        {
+            std::filesystem::current_path(folder.path());
+            unsetenv(variable);
+            const std::string warning = default_route_schema_warning();
+            const bool told = warning.find(folder.path().string()) != std::string::npos &&
+                              warning.find("gaussian_route.yaml:2: ") != std::string::npos &&
+                              warning.find(default_route_schema_path() + " serves in its place") != std::string::npos;
+            const bool serves = default_route_schema().knows_method("b3lyp") && default_route_schema_problem().empty();
+            exit_with(told && serves ? 0 : 2);
+        },
+        testing::ExitedWithCode(0), "");
+}
+
 TEST_F(DefaultRouteSchema, IsEmptyWhenTheNamedFileIsNoVocabulary) {
     // The search takes the named file as well, so the broken one is what it finds.
     const std::string broken = folder.write("broken.yaml", "states: [\n");

@@ -67,14 +67,18 @@ std::string resolve_route_schema_path(const std::string& base) {
     return resolve_route_schema_path_of_build(base, QUOR_GJF_PATHS_SOURCE);
 }
 
+std::string route_schema_beside_library() {
+    std::string path = quor::core::resource::search_near_library({source_tree_schema, installed_schema}, parent_limit);
+    return path.empty() ? schema_in_source_tree(QUOR_GJF_PATHS_SOURCE) : path;
+}
+
 std::string resolve_knowledge_folder() {
     std::string named = quor::core::resource::getenv_string(knowledge_variable);
     if (!named.empty()) {
         return named;
     }
     // A vocabulary of one's own may stand anywhere; then the facts are those beside the default one.
-    for (const std::string& vocabulary :
-         {resolve_route_schema_path(""), find_near({}), schema_in_source_tree(QUOR_GJF_PATHS_SOURCE)}) {
+    for (const std::string& vocabulary : {resolve_route_schema_path(""), find_near({}), route_schema_beside_library()}) {
         const std::size_t end = vocabulary.rfind(vocabulary_below_resources);
         if (end != std::string::npos && quor::core::resource::is_regular_file_path(vocabulary.substr(0, end) + one_table)) {
             return vocabulary.substr(0, end) + "knowledge";

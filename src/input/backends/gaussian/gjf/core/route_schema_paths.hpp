@@ -18,6 +18,10 @@ inline constexpr const char* route_schema_variable = "QUOR_G16_ROUTE_SCHEMA_YAML
 /// .quor/lib/resources/schemas/input under HOME, or the first relative path when HOME is unset.
 QUOR_GJF_API std::string resolve_route_schema_path(const std::string& base);
 
+/// Returns the vocabulary document that lies near the library, or in the source tree that it was built from; empty when
+/// there is none.
+QUOR_GJF_API std::string route_schema_beside_library();
+
 /// Returns the folder of the tables of facts: the one that the environment variable QUOR_G16_KNOWLEDGE names; else the
 /// folder "knowledge" that lies beside the vocabulary's folder "schemas", for the vocabulary that is used or, where that
 /// has none, for the default one. It may not exist.

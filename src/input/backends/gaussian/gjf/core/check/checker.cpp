@@ -5,6 +5,7 @@
 #include <gjf/core/check/fixes.hpp>
 #include <gjf/core/check/foreign_texts.hpp>
 #include <gjf/core/check/rule.hpp>
+#include <gjf/core/knowledge/knowledge.hpp>
 #include <gjf/core/schema/route_schema_cache.hpp>
 #include <gjf/core/text/text.hpp>
 
@@ -165,6 +166,15 @@ const char* fix_safety_name(FixSafety safety) noexcept {
 const char* severity_name(Severity severity) noexcept {
     constexpr const char* names[] = {"note", "warning", "error"};
     return names[static_cast<std::size_t>(severity)];
+}
+
+std::string missing_for_checks() {
+    std::string problem = default_route_schema_problem();
+    if (problem.empty()) {
+        problem = missing_knowledge();
+        problem.insert(0, problem.empty() ? "" : "facts are missing: ");
+    }
+    return problem;
 }
 
 std::vector<Finding> check_text(std::string_view text, const CheckOptions& options) {

@@ -25,6 +25,10 @@ struct CheckDescription {
 /// Returns every code, sorted, each once; static.
 QUOR_GJF_API const std::vector<CheckDescription>& check_descriptions();
 
+/// Returns what keeps jobs from being checked: no vocabulary, or missing facts, with the file and the line; empty for
+/// nothing. A job that passes all the same was hardly checked.
+QUOR_GJF_API std::string missing_for_checks();
+
 /// A checkpoint that a job begins: it is named by %chk, and no job of the text up to this one reads it.
 struct BegunCheckpoint {
     std::string path;  ///< as named, with .chk at its end

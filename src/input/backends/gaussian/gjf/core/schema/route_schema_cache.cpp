@@ -28,9 +28,37 @@ SchemaCache& schema_cache() {
     return cache;
 }
 
-SimpleYAMLParser load_default_schema() {
-    SchemaCacheEntry entry = load_route_schema_cached(resolve_route_schema_path(""));
-    return entry.loaded ? std::move(entry.parser) : SimpleYAMLParser();
+// The default vocabulary, and where it came from.
+struct DefaultSchema {
+    SimpleYAMLParser parser;
+    std::string path;
+    std::string broken;  // the path of a document before it that does not load; may be empty
+};
+
+std::string named_path() { return quor::core::resource::getenv_string(route_schema_variable); }
+
+// A document that was named is the one that is meant; for one that merely lies on the way, another may stand in.
+DefaultSchema load_default_schema() {
+    const std::string path = resolve_route_schema_path("");
+    SchemaCacheEntry entry = load_route_schema_cached(path);
+    const std::string other = route_schema_beside_library();
+    if (entry.loaded || path == named_path() || other == path) {
+        return {std::move(entry.parser), path, {}};
+    }
+    entry = load_route_schema_cached(other);
+    return {std::move(entry.parser), entry.loaded ? other : path, entry.loaded ? path : std::string()};
+}
+
+const DefaultSchema& loaded_default() {
+    static const DefaultSchema schema = load_default_schema();
+    return schema;
+}
+
+std::string first_problem(const std::string& path) {
+    for (const SchemaProblem& problem : validate_route_schema(path)) {
+        return path + ':' + (problem.line == 0 ? std::string() : std::to_string(problem.line) + ':') + ' ' + problem.message;
+    }
+    return path + ": it holds no vocabulary";
 }
 
 }  // namespace
@@ -56,27 +84,29 @@ SchemaCacheEntry load_route_schema_cached(const std::string& path) {
 }
 
 std::string default_route_schema_problem() {
-    const std::string named = quor::core::resource::getenv_string(route_schema_variable);
+    const std::string named = named_path();
     if (!named.empty() && !quor::core::resource::is_regular_file_path(named)) {
         return named + ", which " + route_schema_variable + " names, is no file";
     }
     if (default_route_schema().is_loaded()) {
         return {};
     }
-    const std::string path = resolve_route_schema_path("");
+    const std::string path = default_route_schema_path();
     if (!quor::core::resource::is_regular_file_path(path)) {
         return std::string("no route vocabulary was found; set ") + route_schema_variable +
                " to the path of gaussian_route.yaml";
     }
-    for (const SchemaProblem& problem : validate_route_schema(path)) {
-        return path + ':' + (problem.line == 0 ? std::string() : std::to_string(problem.line) + ':') + ' ' + problem.message;
-    }
-    return path + ": it holds no vocabulary";
+    return first_problem(path);
 }
 
-const SimpleYAMLParser& default_route_schema() {
-    static const SimpleYAMLParser schema = load_default_schema();
-    return schema;
+std::string default_route_schema_warning() {
+    const DefaultSchema& schema = loaded_default();
+    return schema.broken.empty() ? std::string()
+                                 : first_problem(schema.broken) + "; " + schema.path + " serves in its place";
 }
+
+std::string default_route_schema_path() { return loaded_default().path; }
+
+const SimpleYAMLParser& default_route_schema() { return loaded_default().parser; }
 
 }  // namespace quor::input::gaussian
