@@ -157,11 +157,13 @@ TEST(PlainDecimals, EndWhereTheirDigitsDo) {
         {"0.1234567 0.5", 9, false, 0.1234567},
         {"9007199254740992", 16, true, 9007199254740992.0},
         {"0.9007199254740992", 18, false, 0.9007199254740992},
-        {"00000000000000000.001", 0, false, 0},  // 19 digits at most
+        {"00000000000000000.001", 21, false, 0.001},
         {"000000000000000.0015", 20, false, 0.0015},
-        {"9007199254740993", 0, false, 0},  // no binary number
-        {"123456789012345678901", 0, false, 0},
-        {"99999999999999999999999999999999", 0, false, 0},
+        {"9007199254740993", 16, true, 9007199254740992.0},  // no binary number: the nearest
+        {"123456789012345678901", 21, true, 123456789012345678901.0},
+        {"99999999999999999999999999999999", 32, true, 1e32},
+        {"1e5", 1, true, 1},
+        {"-1.5d3", 4, false, -1.5},
         {"", 0, false, 0},
         {"-", 0, false, 0},
         {".", 0, false, 0},
@@ -170,7 +172,12 @@ TEST(PlainDecimals, EndWhereTheirDigitsDo) {
         {" 1", 0, false, 0},
         {"x1", 0, false, 0},
         {"e5", 0, false, 0},
+        {"inf", 0, false, 0},
+        {"-nan", 0, false, 0},
     };
+    const std::string beyond_double(400, '9');
+    EXPECT_EQ(leading_plain_decimal(beyond_double).length, 0u);
+    EXPECT_EQ(leading_plain_decimal("." + std::string(400, '0') + "1").length, 0u);
     for (const Case& expected : cases) {
         const PlainDecimal decimal = leading_plain_decimal(expected.text);
         EXPECT_EQ(decimal.length, expected.length) << expected.text;

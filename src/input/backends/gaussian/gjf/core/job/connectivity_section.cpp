@@ -67,10 +67,9 @@ bool parse_plain_line(std::string_view line, std::vector<Bond>& bonds) {
     FieldWalk walk(line, FieldSeparators::WhiteSpace);
     const std::size_t count = bonds.size();
     const auto take_atom = [&walk](std::uint64_t& atom) {
-        const FieldWalk::Decimal field = walk.take_decimal();
-        const bool is_atom = !field.text.empty() && field.number.whole && field.number.value >= 1;
-        atom = is_atom ? static_cast<std::uint64_t>(field.number.value) - 1 : 0;
-        return is_atom;
+        const std::int32_t number = walk.take_whole().value_or(0);
+        atom = static_cast<std::uint64_t>(number) - 1;
+        return number >= 1;
     };
     std::uint64_t atom = 0;
     bool plain = take_atom(atom);
@@ -130,9 +129,8 @@ void ConnectivitySection::parse_from_lines(const std::vector<std::string>& lines
 void ConnectivitySection::parse_from_views(const std::string_view* lines, std::size_t count) {
     bonds.clear();
     std::vector<std::string_view> fields;
-    const bool plain_lines = rounds_to_nearest();
     for (std::size_t i = 0; i < count; ++i) {
-        if (!plain_lines || !parse_plain_line(lines[i], bonds)) {
+        if (!parse_plain_line(lines[i], bonds)) {
             parse_line(lines[i], fields, bonds);
         }
     }

@@ -99,18 +99,15 @@ NameAndValue cut_cartesian_variable(std::string_view text) {
 void CartesianReader::read(LineSpan lines) {
     std::vector<AtomCoord>& atoms = molecule_.geom.atoms;
     core::memory::reserve_large(atoms, lines.size());
-    const bool plain_lines = rounds_to_nearest();
     for (const std::string_view& line : lines) {
         if (recorder_ != nullptr) {
             recorder_->at(line);
         }
-        if (plain_lines && read_plain_atom_line(line, atoms.emplace_back())) {
+        if (read_plain_atom_line(line, atoms.emplace_back())) {
             note_atom(atoms.back());
             continue;
         }
-        if (plain_lines) {
-            atoms.pop_back();
-        }
+        atoms.pop_back();
         take(line);
         if (has_rows_) {
             return;

@@ -25,7 +25,7 @@ void read_atom_label(std::string_view label, AtomInfo& info);
 void name_dummy(AtomInfo& info);
 
 /// Reads a Cartesian atom line of the plain form into an empty `atom`, as the general reading would; returns false, with
-/// `atom` untouched, for a line of any other form. Only while `rounds_to_nearest()`.
+/// `atom` untouched, for a line of any other form.
 bool read_plain_atom_line(std::string_view line, AtomCoord& atom);
 
 /// Tells whether a line holds something once its comment is taken away.

@@ -6,6 +6,8 @@
 #include <gjf/core/text/text.hpp>
 
 #include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <string_view>
 
 namespace quor::input::gaussian {
@@ -50,12 +52,17 @@ class FieldWalk {
         return field;
     }
 
+    /// Takes a whole number without a sign; absent when there is none.
+    std::optional<std::int32_t> take_whole() noexcept {
+        return at_end() ? std::nullopt : to_int32(take(count(0, [](char c) { return c >= '0' && c <= '9'; })));
+    }
+
     struct Decimal {
         std::string_view text;
         PlainDecimal number;
     };
 
-    /// Takes a plain decimal; its text is empty when there is none. Only while `rounds_to_nearest()`.
+    /// Takes a plain decimal; its text is empty when there is none.
     Decimal take_decimal() noexcept {
         if (at_end()) {
             return {};

@@ -4,10 +4,8 @@
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
-#include <bit>
 #include <cfenv>
 #include <charconv>
-#include <cstring>
 #include <limits>
 #include <string>
 
@@ -100,62 +98,10 @@ class RoundToNearest {
     int mode_;
 };
 
-// Powers of ten that binary numbers hold exactly.
-constexpr double powers_of_ten[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,
-                                    1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19};
-
-// Reads eight characters as eight digits at a time, where they are digits all: each step joins neighbours, which stand in
-// the bytes of one word, into numbers twice as wide. Returns whether they were.
-bool take_eight_digits(const char* text, std::uint64_t& digits) noexcept {
-    std::uint64_t word = 0;
-    std::memcpy(&word, text, sizeof word);
-    constexpr std::uint64_t zeros = 0x3030303030303030;
-    // A byte is a digit when its high half is 3, and still is when 6 is added.
-    const std::uint64_t high_halves = 0xF0F0F0F0F0F0F0F0;
-    if ((word & high_halves) != zeros || ((word + 0x0606060606060606) & high_halves) != zeros) {
-        return false;
-    }
-    word -= zeros;
-    word = (word * 10 + (word >> 8)) & 0x00FF00FF00FF00FF;
-    word = (word * 100 + (word >> 16)) & 0x0000FFFF0000FFFF;
-    word = (word * 10'000 + (word >> 32)) & 0x00000000FFFFFFFF;
-    digits = digits * 100'000'000 + word;
-    return true;
-}
-
-// Reads the digits at the start of a text, with at most one point among them. Where the digits and the power are exact in
-// binary, their quotient is the nearest number, which from_chars would give as well.
-PlainDecimal leading_digits(std::string_view text) noexcept {
-    constexpr std::ptrdiff_t digit_limit = 19;
-    constexpr std::uint64_t exact_limit = std::uint64_t{1} << std::numeric_limits<double>::digits;
-    const char* const begin = text.data();
-    const char* const end = begin + text.size();
-    const char* at = begin;
-    std::uint64_t digits = 0;  // wraps only where there are too many of them
-    const auto take_digits = [&] {
-        const char* const first = at;
-        for (; at != end && is_digit(*at); ++at) {
-            digits = 10 * digits + static_cast<std::uint64_t>(*at - '0');
-        }
-        return at - first;
-    };
-    std::ptrdiff_t count = take_digits();
-    std::ptrdiff_t decimals = 0;
-    const bool whole = at == end || *at != '.';
-    if (!whole) {
-        ++at;
-        const char* const point = at;
-        if (std::endian::native == std::endian::little && end - at >= 8 && take_eight_digits(at, digits)) {
-            at += 8;
-        }
-        take_digits();
-        decimals = at - point;
-        count += decimals;
-    }
-    if (count == 0 || count > digit_limit || digits > exact_limit) {
-        return {};
-    }
-    return {static_cast<std::size_t>(at - begin), whole, static_cast<double>(digits) / powers_of_ten[decimals]};
+// Reads the number that a text begins with, as from_chars does under any rounding mode.
+std::from_chars_result read_number(std::string_view text, double& value, std::chars_format format) noexcept {
+    const RoundToNearest mode;
+    return std::from_chars(text.data(), text.data() + text.size(), value, format);
 }
 
 std::optional<double> to_unsigned_number(std::string_view text) noexcept {
@@ -168,18 +114,9 @@ std::optional<double> to_unsigned_number(std::string_view text) noexcept {
     } else if (!is_digit(text[0]) && text[0] != '.') {
         return to_special_number(text);
     }
-    // In another mode the division would round another way.
-    if (!hexadecimal && rounds_to_nearest()) {
-        if (const PlainDecimal decimal = leading_digits(text); decimal.length == text.size()) {
-            return decimal.value;
-        }
-    }
     double value = 0;
-    const RoundToNearest mode;
-    const char* end = text.data() + text.size();
-    const auto format = hexadecimal ? std::chars_format::hex : std::chars_format::general;
-    const auto result = std::from_chars(text.data(), end, value, format);
-    if (result.ec == std::errc::invalid_argument || result.ptr != end) {
+    const auto result = read_number(text, value, hexadecimal ? std::chars_format::hex : std::chars_format::general);
+    if (result.ec == std::errc::invalid_argument || result.ptr != text.data() + text.size()) {
         return std::nullopt;
     }
     if (result.ec == std::errc::result_out_of_range) {
@@ -208,21 +145,21 @@ std::optional<Integer> leading_integer(std::string_view text, bool whole) noexce
 
 }  // namespace
 
-// In any other mode one of these two sums comes out apart from 1. Asking the system takes longer than reading a number.
-bool rounds_to_nearest() noexcept {
-    static const volatile float tiny = std::numeric_limits<float>::min();
-    const float step = tiny;
-    return 1.0F + step == 1.0F - step;
-}
-
 PlainDecimal leading_plain_decimal(std::string_view text) noexcept {
     const std::size_t size = text.size();
     const bool minus = take_sign(text);
-    PlainDecimal decimal = leading_digits(text);
-    if (decimal.length > 0) {
-        decimal.length += size - text.size();
-        decimal.value = minus ? -decimal.value : decimal.value;
+    if (text.empty() || !(is_digit(text.front()) || text.front() == '.')) {
+        return {};
     }
+    PlainDecimal decimal;
+    const auto result = read_number(text, decimal.value, std::chars_format::fixed);
+    if (result.ec != std::errc{}) {
+        return {};
+    }
+    const auto length = static_cast<std::size_t>(result.ptr - text.data());
+    decimal.whole = text.substr(0, length).find('.') == std::string_view::npos;
+    decimal.length = length + size - text.size();
+    decimal.value = minus ? -decimal.value : decimal.value;
     return decimal;
 }
 

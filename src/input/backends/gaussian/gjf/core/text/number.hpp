@@ -28,12 +28,8 @@ struct PlainDecimal {
 };
 
 /// Reads the decimal that a text begins with: an optional sign, and digits with at most one point among them, in a number
-/// that `to_number` would read the same. More than 19 digits, or digits that no binary number holds exactly, are left to
-/// that. Only while `rounds_to_nearest()`.
+/// that `to_number` would read the same. What is beyond the range of double is left to that.
 PlainDecimal leading_plain_decimal(std::string_view text) noexcept;
-
-/// Tells whether sums are rounded to the nearest number, as they are unless the program set another mode.
-bool rounds_to_nearest() noexcept;
 
 /// Tells whether the whole text is a decimal integer (of any size) with an optional sign, leading white space allowed.
 bool is_integer_text(std::string_view text) noexcept;
