@@ -77,7 +77,7 @@ TEST(BasisFacts, ElementsThatLackFunctionsAreTold) {
         {"# b3lyp/6-31g/dga1", "0 1\nXe 0.0 0.0 0.0\n", "", "R013!:6"},
         {"# b3lyp/def2svp/dga2", iodide, "", "R013:6"},
         {"# b3lyp/sdd em=gd3bj", "0 1\nCm 0.0 0.0 0.0\n", "", "B002!:6"},
-        {"# b3lyp/6-31g em=gd3", "0 2\nO 0.0 0.0 0.0\nH 0.0 0.0 1.0\nH-Bq 0.0 1.0 0.0\n", "", "B002:8"},
+        {"# b3lyp/6-31g em=gd3", "0 2\nO 0.0 0.0 0.0\nH 0.0 0.0 1.0\nH-Bq 0.0 1.0 0.0\n", "", "B002!:8"},
         // Silent: covered, doubtful, or changed by other words.
         {"# b3lyp/gen", iodide, "I H 0\n3-21G\n****\n", ""},
         {"# b3lyp/gen", iodide, "I H 0\nsto-6g\n****\n", ""},

@@ -75,8 +75,9 @@ void check_dispersion(const CheckedJob& job, const std::vector<MoleculeAtom>& at
         const auto ghost = std::find_if(atoms.begin(), atoms.end(),
                                         [](const MoleculeAtom& atom) { return atom.species.kind == SpeciesKind::Ghost; });
         if (ghost != atoms.end()) {
-            findings.add("GJF-B002", Severity::Warning, std::string(correction) + " has no parameters for ghost atoms",
-                         ghost->line, "Gaussian stops at them with \"No Q value available\"");
+            findings.add("GJF-B002", severity_named(known->severity),
+                         std::string(correction) + " has no parameters for ghost atoms", ghost->line,
+                         "Gaussian stops at them with \"No Q value available\"");
         }
     }
 }

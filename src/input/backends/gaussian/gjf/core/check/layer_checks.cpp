@@ -49,8 +49,9 @@ void check_letters(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms
         if (layer == 0) {
             missing.add(atoms[i].line);
         } else if (layer == '?') {
-            findings.add("GJF-M012", Severity::Error, "'" + job.job.geom.atoms[i].layer.value_or("") + "' is no ONIOM layer",
-                         atoms[i].line, "the layers are H, M and L");
+            findings.add("GJF-M012", Severity::Warning,
+                         "'" + job.job.geom.atoms[i].layer.value_or("") + "' is no ONIOM layer", atoms[i].line,
+                         "the layers are H, M and L");
         } else if (layer == 'm' && levels == 2) {
             medium.add(atoms[i].line);
         }

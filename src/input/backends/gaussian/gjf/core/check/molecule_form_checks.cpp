@@ -33,7 +33,7 @@ void check_fourth_numbers(const CheckedJob& job, Findings& findings) {
     for (std::size_t i = 0; i < atoms.size(); ++i) {
         const std::optional<std::string>& layer = atoms[i].layer;
         if (layer && layer->find('.') != std::string::npos && is_number_text(*layer)) {
-            findings.add("GJF-M018", Severity::Error, "'" + *layer + "' is a fourth number behind the name of an atom",
+            findings.add("GJF-M018", Severity::Warning, "'" + *layer + "' is a fourth number behind the name of an atom",
                          line_at(job.layout.atoms, i),
                          "an atom has three coordinates, and before them perhaps a freeze code");
             return;
@@ -79,16 +79,42 @@ void check_scan(const CheckedJob& job, const WrittenKeyword& scan, Findings& fin
     }
 }
 
+// A full optimization by variables has as many of them as the molecule has degrees of freedom; symmetry makes these fewer,
+// and a linear molecule has one more than others.
+void check_full_optimization(const CheckedJob& job, Findings& findings) {
+    const GeomSection& geom = job.job.geom;
+    const WrittenKeyword* full = job.find_keyword("fopt");
+    const NameSet used = names_in_use(geom);
+    std::size_t free = 0;
+    for (std::size_t i = 0; i < geom.variables.size(); ++i) {
+        free += used.count(to_lower_copy(geom.variables[i].name)) > 0 &&
+                fields_behind_value(job.line(line_at(job.layout.variables, i))).empty();
+    }
+    const auto atoms = static_cast<std::size_t>(
+        std::count_if(geom.zmatrix_entries.begin(), geom.zmatrix_entries.end(),
+                      [](const ZMatrixEntry& row) { return species_of(row.info).kind != SpeciesKind::Dummy; }));
+    if (full != nullptr && atoms > 2 && free > 3 * atoms - 5) {
+        findings.add("GJF-M019", Severity::Error,
+                     "fopt has " + std::to_string(free) + " variables, but " + std::to_string(atoms) +
+                         " atoms have no more than " + std::to_string(3 * atoms - 5) + " degrees of freedom",
+                     full->place, "write opt, which needs no such count, or make some of them constants");
+    }
+}
+
 void check_anything_to_vary(const CheckedJob& job, Findings& findings) {
     const GeomSection& geom = job.job.geom;
     if (geom.atom_count() == 0 || job.restarts() || job.molecule_from_checkpoint() || job.has_keyword("geom")) {
         return;
     }
-    const WrittenOption* by_variables = job.find_option("opt", "z-matrix");
-    if (by_variables != nullptr && geom.zmatrix_entries.empty() && geom.cartesian_variables.empty()) {
-        findings.add("GJF-M019", Severity::Error, "opt=z-matrix has no variables: the molecule is in Cartesian coordinates",
-                     by_variables->place, "write it as a Z-matrix with variables, or remove the option");
+    for (const char* by_variables : {"opt=z-matrix", "fopt", "popt"}) {
+        const TextPlace* place = job.find_word(by_variables);
+        if (place != nullptr && geom.zmatrix_entries.empty() && geom.cartesian_variables.empty()) {
+            findings.add("GJF-M019", Severity::Error,
+                         std::string(by_variables) + " has no variables: the molecule is in Cartesian coordinates", *place,
+                         "write it as a Z-matrix with variables, or write opt alone");
+        }
     }
+    check_full_optimization(job, findings);
     const WrittenKeyword* scan = job.find_keyword("scan");
     if (scan != nullptr && scan->options.empty() && !job.has_keyword("opt")) {
         check_scan(job, *scan, findings);

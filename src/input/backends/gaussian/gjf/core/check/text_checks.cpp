@@ -245,6 +245,9 @@ void check_variable_values(const std::vector<ZMatrixVariable>& variables, const 
                          "a comma separates fields; write a decimal point");
         } else if (!fields.empty() && is_spoilt_number(fields[0])) {
             findings.add("GJF-T006", Severity::Error, "'" + std::string(fields[0]) + "' is no number", lines[i]);
+        } else if (!fields.empty() && !to_fortran_number(fields[0]) &&
+                   fields[0].find_first_of("0123456789") == fields[0].npos) {
+            findings.add("GJF-T006", Severity::Warning, "'" + std::string(fields[0]) + "' is no number", lines[i]);
         }
     }
 }

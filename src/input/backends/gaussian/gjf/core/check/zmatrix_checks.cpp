@@ -1,6 +1,7 @@
 // Checks of Z-matrix rows, their references, and the variables of symbolic coordinates.
 #include <gjf/core/check/rule.hpp>
 
+#include <gjf/core/chemistry/layers.hpp>
 #include <gjf/core/reader/molecule_fields.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
@@ -86,12 +87,41 @@ void check_places(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms,
     }
 }
 
+// Returns the label of an atom that a line names as a row's reference and no row before it has; empty where the line may be
+// anything else. It stands directly behind a row, so that no variable can be meant.
+std::string_view unknown_center(const CheckedJob& job, std::size_t line) {
+    const std::vector<std::size_t>& rows = job.layout.zmatrix_rows;
+    if (std::find(rows.begin(), rows.end(), line - 1) == rows.end()) {
+        return {};
+    }
+    Fields fields;
+    cut_fields(without_comment(job.line(line)), fields);
+    const auto is_row_before = [&](std::string_view label) {
+        return std::any_of(job.job.geom.zmatrix_entries.begin(), job.job.geom.zmatrix_entries.end(),
+                           [&](const ZMatrixEntry& row) { return equals_folded(row.info.element, label); });
+    };
+    for (std::size_t i = 1; i < std::min<std::size_t>(fields.size(), 6); i += 2) {
+        if (is_integer_text(fields[i]) || is_row_before(fields[i])) {
+            continue;
+        }
+        // Three names behind a label are coordinates; a layer's letter stands behind them, or behind the row.
+        const bool is_reference = i > 1 || (fields.size() >= 5 && is_integer_text(fields[3]));
+        return is_reference && !to_fortran_number(fields[i]) && layer_letter(fields[i]) == '?' ? fields[i]
+                                                                                               : std::string_view();
+    }
+    return {};
+}
+
 // Reports lines among variables that were rather meant as rows.
 void check_variable_lines(const CheckedJob& job, const std::vector<ZMatrixVariable>& variables,
                           const std::vector<std::size_t>& lines, Findings& findings) {
     const std::vector<bool> rows = lines_like_rows(job, variables, lines);
     for (std::size_t i = 0; i < variables.size(); ++i) {
-        if (rows[i]) {
+        const std::size_t line = line_at(lines, i);
+        if (const std::string_view center = rows[i] ? unknown_center(job, line) : std::string_view(); !center.empty()) {
+            findings.add("GJF-M009", Severity::Error, "'" + std::string(center) + "' is no atom before this one",
+                         job.place_in(line, center), "a row names earlier atoms by their numbers or labels");
+        } else if (rows[i]) {
             findings.add("GJF-M010", Severity::Warning,
                          "this line is read as variable '" + variables[i].name + "', not as an atom", line_at(lines, i),
                          "rows have 1, 3, 5 or 7 fields, and refer to atoms by number or by the label of an earlier row");
