@@ -33,8 +33,10 @@ Edit read_freeze(const std::string& text) {
     if (!code) {
         throw std::runtime_error("'" + wanted.value + "' is no freeze code");
     }
-    return [selection = std::move(wanted.selection), code = *code](GJFEditor& job, const std::string&) {
-        job.set_freeze_by_index(selected_atoms(selection, job.get_data()), code);
+    return [selection = std::move(wanted.selection), code = *code](GJFEditor& job, EditContext&) {
+        const std::vector<std::size_t> atoms = selected_atoms(selection, job.get_data());
+        job.set_freeze_by_index(atoms, code);
+        return !atoms.empty();
     };
 }
 
@@ -43,8 +45,10 @@ Edit read_layer(const std::string& text) {
     if (const char layer = layer_letter(wanted.value); layer == 0 || layer == '?') {
         throw std::runtime_error("'" + wanted.value + "' is not one of the layers H, M and L");
     }
-    return [wanted = std::move(wanted)](GJFEditor& job, const std::string&) {
-        job.set_oniom_layer_by_index(selected_atoms(wanted.selection, job.get_data()), wanted.value);
+    return [wanted = std::move(wanted)](GJFEditor& job, EditContext&) {
+        const std::vector<std::size_t> atoms = selected_atoms(wanted.selection, job.get_data());
+        job.set_oniom_layer_by_index(atoms, wanted.value);
+        return !atoms.empty();
     };
 }
 
@@ -53,8 +57,10 @@ Edit read_fragment(const std::string& text) {
     if (!wanted.value.empty() && number_of<int>(wanted.value).value_or(0) < 1) {
         throw std::runtime_error("'" + wanted.value + "' is no fragment number");
     }
-    return [wanted = std::move(wanted)](GJFEditor& job, const std::string&) {
-        job.set_fragment_by_index(selected_atoms(wanted.selection, job.get_data()), wanted.value);
+    return [wanted = std::move(wanted)](GJFEditor& job, EditContext&) {
+        const std::vector<std::size_t> atoms = selected_atoms(wanted.selection, job.get_data());
+        job.set_fragment_by_index(atoms, wanted.value);
+        return !atoms.empty();
     };
 }
 
@@ -77,7 +83,7 @@ std::array<double, 3> vector_of(const std::string& text) {
 
 Edit read_translate(const std::string& text) {
     const AtomsAndValue wanted = atoms_and_value(text.find('=') == std::string::npos ? "all=" + text : text, "DX,DY,DZ");
-    return [selection = wanted.selection, shift = vector_of(wanted.value)](GJFEditor& job, const std::string&) {
+    return [selection = wanted.selection, shift = vector_of(wanted.value)](GJFEditor& job, EditContext&) {
         std::vector<std::size_t> indices = selected_atoms(selection, job.get_data());
         const std::vector<AtomCoord>& atoms = job.get_data().geom.atoms;
         // The repeat of a molecule stays what it is wherever the molecule stands.
@@ -89,16 +95,18 @@ Edit read_translate(const std::string& text) {
         if (shift != std::array<double, 3>{}) {
             job.translate_atoms(indices, shift[0], shift[1], shift[2]);
         }
+        return !indices.empty();
     };
 }
 
 Edit read_remove_atoms(const std::string& text) {
-    return [selection = parse_selection(text)](GJFEditor& job, const std::string&) {
+    return [selection = parse_selection(text)](GJFEditor& job, EditContext&) {
         const std::vector<std::size_t> indices = selected_atoms(selection, job.get_data());
         if (indices.size() == job.get_data().geom.atoms.size()) {
             throw std::runtime_error("no atom would be left");
         }
         job.remove_atoms(indices);
+        return !indices.empty();
     };
 }
 

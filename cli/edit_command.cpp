@@ -3,6 +3,7 @@
 #include "commands.hpp"
 #include "edit_operations.hpp"
 #include "edit_outputs.hpp"
+#include "edit_remarks.hpp"
 #include "input.hpp"
 #include "output.hpp"
 #include "plain_text.hpp"
@@ -41,6 +42,9 @@ struct EditArguments {
     bool diff = false;
     bool force = false;
     bool list_kinds = false;
+    bool strict = false;
+    bool no_check = false;
+    bool allow_unknown = false;
     std::vector<EditOperation> operations;
 
     bool writes() const { return (in_place || !folder.empty()) && !dry_run; }
@@ -73,8 +77,9 @@ std::string unreadable_jobs(const GJFDocument& document, const std::string& path
     return text;
 }
 
-std::string edited_text(GJFDocument& document, const std::string& path, const EditArguments& arguments) {
-    apply_operations(arguments.operations, document, path, arguments.job);
+std::string edited_text(GJFDocument& document, const std::string& path, const EditArguments& arguments,
+                        std::vector<EditRemark>& remarks) {
+    remarks = apply_operations(arguments.operations, document, path, arguments.job);
     try {
         return document.to_text({arguments.force});
     } catch (const GJFParseException& error) {
@@ -94,45 +99,80 @@ struct EditOutput {
     const EditOutputs& outputs;
     std::counting_semaphore<>& turns;
     quor::core::fs::FolderFlushes& folders;
+    EditRemarks& remarks;
 };
 
+// A file before and after its edit.
+struct EditedFile {
+    std::string before;
+    std::string after;
+    std::vector<EditRemark> remarks;
+    bool refused = false;
+};
+
+// Says what the edit brings; with --strict, such a file is not written.
+void check_change(const std::string& path, const EditArguments& arguments, EditedFile& file, FileResult& result) {
+    const std::vector<EditRemark> found =
+        arguments.no_check ? std::vector<EditRemark>() : remarks_of_change(path, file.before, file.after);
+    file.remarks.insert(file.remarks.end(), found.begin(), found.end());
+    file.refused = arguments.strict && !found.empty();
+    if (file.refused) {
+        result.err += printable(path) + ": not written, since " + counted(found.size(), "finding") + " would be new\n";
+        result.code = exit_failure;
+    }
+}
+
 // Reads and edits a file; fills what there is to say of it.
-void edit_in_memory(const std::string& path, const EditArguments& arguments, std::string& before, std::string& after,
-                    FileResult& result) {
-    before = read_text(path);
-    GJFDocument document(before);
-    after = edited_text(document, path, arguments);
+EditedFile edit_in_memory(const std::string& path, const EditArguments& arguments, FileResult& result) {
+    EditedFile file;
+    file.before = read_text(path);
+    GJFDocument document(file.before);
+    file.after = edited_text(document, path, arguments, file.remarks);
     result.err = unreadable_jobs(document, path);
     result.code = result.err.empty() ? result.code : exit_failure;
-    result.counts[changed_count] = after == before ? 0 : 1;
+    check_change(path, arguments, file, result);
+    result.counts[changed_count] = file.refused || file.after == file.before ? 0 : 1;
+    return file;
+}
+
+// Shows a file that was edited, as far as it is to be shown.
+std::string shown(const std::string& path, const EditArguments& arguments, const EditedFile& file) {
+    if (arguments.diff) {
+        return unified_diff(path, file.before, file.after, output_has_colour());
+    }
+    if (arguments.prints_text()) {
+        return file.after;
+    }
+    return arguments.dry_run && file.after != file.before ? printable(path) + '\n' : std::string();
 }
 
 FileResult edit_file(const std::string& path, const EditArguments& arguments, const EditOutput& output) {
     FileResult result;
-    std::string before;
-    std::string after;
+    EditedFile file;
     {
         const Turn turn(output.turns);
-        edit_in_memory(path, arguments, before, after, result);
+        file = edit_in_memory(path, arguments, result);
+    }
+    if (!file.remarks.empty()) {
+        result.in_order = [&output, remarks = file.remarks](FileResult&) {
+            std::for_each(remarks.begin(), remarks.end(), [&](const EditRemark& each) { output.remarks.add(each); });
+        };
+    }
+    if (file.refused) {
+        return result;
     }
     const EditOutputs& outputs = output.outputs;
     if (!arguments.folder.empty()) {
         check_output(outputs.path_of(path), arguments.force);
     }
-    if (arguments.diff) {
-        result.out = unified_diff(path, before, after, output_has_colour());
-    } else if (arguments.prints_text()) {
-        result.out = after;
-    } else if (arguments.dry_run && after != before) {
-        result.out = printable(path) + '\n';
-    }
+    result.out = shown(path, arguments, file);
     if (!arguments.writes()) {
         return result;
     }
     if (arguments.in_place) {
-        replace_file(path, before, after, arguments.force, output.folders);
+        replace_file(path, file.before, file.after, arguments.force, output.folders);
     } else {
-        write_to_folder(outputs.path_of(path), after, arguments.force, output.folders);
+        write_to_folder(outputs.path_of(path), file.after, arguments.force, output.folders);
     }
     return result;
 }
@@ -183,7 +223,8 @@ int edit(const EditArguments& arguments) {
     std::size_t failed = 0;
     std::counting_semaphore<> turns(static_cast<std::ptrdiff_t>(thread_count(arguments.batch)));
     quor::core::fs::FolderFlushes folders;
-    const EditOutput output{outputs, turns, folders};
+    EditRemarks remarks;
+    const EditOutput output{outputs, turns, folders, remarks};
     Batch batch;
     batch.waiting = arguments.writes() ? flushes_at_once : 0;
     batch.work = [&](const std::string& path) { return edit_file_or_tell(path, arguments, output); };
@@ -192,6 +233,7 @@ int edit(const EditArguments& arguments) {
     };
     const int exit_code = run_batch(arguments.batch, batch);
     folders.flush();  // before it is told that they are changed
+    std::fputs(remarks.text().c_str(), stderr);
     if (!arguments.prints_text()) {
         const std::size_t files = changed + unchanged + failed;
         std::fprintf(stderr, "%zu %s: %zu %s, %zu unchanged, %zu failed\n", files, files == 1 ? "file" : "files", changed,
@@ -214,7 +256,7 @@ void add_operations(CLI::App& command) {
 }
 
 // Reads the operations in the order in which they were given.
-std::vector<EditOperation> operations_of(const CLI::App& command) {
+std::vector<EditOperation> operations_of(const CLI::App& command, bool unknown_too) {
     std::map<std::string, std::size_t> used;
     std::vector<EditOperation> operations;
     for (const CLI::Option* given : command.parse_order()) {
@@ -226,7 +268,7 @@ std::vector<EditOperation> operations_of(const CLI::App& command) {
         }
         const std::string value = row->value == nullptr ? std::string() : given->results().at(used[name]++);
         try {
-            operations.push_back({&*row, row->read(value)});
+            operations.push_back(read_operation(*row, value, unknown_too));
         } catch (const std::exception& error) {
             throw CLI::ValidationError(name, printable(bare_message(error.what())));
         }
@@ -255,10 +297,14 @@ void add_edit_command(CLI::App& command, int& exit_code) {
     command.add_flag("--force", arguments->force,
                      "Write although a section cannot follow the change, or would be read as another one; replace files "
                      "that are there already or have changed meanwhile");
+    CLI::Option* strict = command.add_flag("--strict", arguments->strict,
+                                           "Do not change a file in which check would find what it did not find before");
+    command.add_flag("--no-check", arguments->no_check, "Do not check the changed jobs")->excludes(strict);
+    command.add_flag("--allow-unknown", arguments->allow_unknown, "Take words that the vocabulary does not know");
     command.add_flag("--list-kinds", arguments->list_kinds, "List the kinds of sections with their names");
     add_thread_option(command, arguments->batch);
     command.callback([arguments, &command, &exit_code] {
-        arguments->operations = operations_of(command);
+        arguments->operations = operations_of(command, arguments->allow_unknown);
         exit_code = edit(*arguments);
     });
 }

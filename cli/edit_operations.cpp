@@ -3,10 +3,12 @@
 
 #include "number_text.hpp"
 #include "plain_text.hpp"
+#include "terminal.hpp"
 
 #include <algorithm>
 #include <filesystem>
 #include <iterator>
+#include <set>
 #include <stdexcept>
 #include <string_view>
 #include <utility>
@@ -43,35 +45,49 @@ Edit read_set(const std::string& value) {
     if (key.form == Link0Form::Count && number_of<int>(text).value_or(0) < 1) {
         throw std::runtime_error("'" + text + "' is no number of processors");
     }
-    return [&key, text](GJFEditor& job, const std::string&) { job.set_link0(key, text); };
+    return [&key, text](GJFEditor& job, EditContext&) {
+        job.set_link0(key, text);
+        return true;
+    };
 }
 
 Edit read_unset(const std::string& value) {
     const Link0Key& key = link0_key(value);
-    return [&key](GJFEditor& job, const std::string&) { job.unset_link0(key); };
+    return [&key](GJFEditor& job, EditContext&) {
+        const ControlSection& control = job.get_data().control;
+        const bool had_value = key.in_model && link0_value(control, key);
+        const std::size_t lines = control.other_link0_lines.size();
+        job.unset_link0(key);
+        return had_value || control.other_link0_lines.size() < lines;
+    };
 }
 
 Edit read_chk_from_name(const std::string&) {
-    return [](GJFEditor& job, const std::string& path) {
-        if (path == "-") {
+    return [](GJFEditor& job, EditContext& context) {
+        if (context.path == "-") {
             throw std::runtime_error("standard input has no name");
         }
-        job.set_checkpoint_file(std::filesystem::path(path).stem().string() + ".chk");
+        job.set_checkpoint_file(std::filesystem::path(context.path).stem().string() + ".chk");
+        return true;
     };
 }
 
 // --- Title and charge
 
 Edit read_title(const std::string& value) {
-    return [value](GJFEditor& job, const std::string&) { job.set_title(value); };
+    return [value](GJFEditor& job, EditContext&) {
+        job.set_title(value);
+        return true;
+    };
 }
 
 // Sets one number of the first pair; those of fragments stay.
 Edit set_in_first_pair(std::int32_t ChargeSpinPair::*member, int number) {
-    return [member, number](GJFEditor& job, const std::string&) {
+    return [member, number](GJFEditor& job, EditContext&) {
         std::vector<ChargeSpinPair> pairs = job.get_charge_spin_pairs();
         pairs.front().*member = number;
         job.set_charge_spin_pairs(pairs);
+        return true;
     };
 }
 
@@ -110,17 +126,35 @@ std::string lacking(EditTarget target) {
                                        : "there is no title and no charge: they come from a checkpoint";
 }
 
-void apply(const EditOperation& operation, GJFEditor& job, const std::string& path) {
+bool apply(const EditOperation& operation, GJFEditor& job, EditContext& context) {
     const bool wants_atoms = operation.option->target == EditTarget::Atoms;
     if (wants_atoms && job.get_data().geom.format == GeometryFormat::ZMatrix) {
         throw std::runtime_error("the molecule is a Z-matrix, and its rows cannot be changed this way");
     }
-    operation.edit(job, path);
+    return operation.edit(job, context);
 }
 
-void apply_to_jobs(const EditOperation& operation, GJFDocument& document, const std::string& path, std::size_t only) {
+std::string as_given(const EditOperation& operation) {
+    return operation.option->name + (operation.value.empty() ? std::string() : ' ' + printable(operation.value));
+}
+
+// Says once a file what an operation found to say of its jobs.
+void tell(const EditOperation& operation, const EditContext& context, bool found, std::vector<EditRemark>& remarks) {
+    std::set<std::string> texts(context.remarks.begin(), context.remarks.end());
+    if (!found) {
+        texts.insert("found nothing to change");
+    }
+    for (const std::string& text : texts) {
+        remarks.push_back({as_given(operation) + ": " + text, printable(context.path)});
+    }
+}
+
+void apply_to_jobs(const EditOperation& operation, GJFDocument& document, const std::string& path, std::size_t only,
+                   std::vector<EditRemark>& remarks) {
     const EditTarget target = operation.option->target;
     bool applied = false;
+    bool found = false;
+    EditContext context{path, 0, {}};
     const std::size_t end = only == 0 ? document.job_count() : only;
     for (std::size_t job = only == 0 ? 0 : only - 1; job < end; ++job) {
         const bool passed_over = only == 0 && !document.readable(job);
@@ -128,8 +162,9 @@ void apply_to_jobs(const EditOperation& operation, GJFDocument& document, const 
             continue;
         }
         applied = true;
+        context.job = job + 1;
         try {
-            apply(operation, document.job(job), path);
+            found = apply(operation, document.job(job), context) || found;
         } catch (const std::exception& error) {
             const std::string where = document.job_count() > 1 ? "job " + std::to_string(job + 1) + ": " : std::string();
             throw std::runtime_error(where + operation.option->name + ": " + bare_message(error.what()));
@@ -138,6 +173,7 @@ void apply_to_jobs(const EditOperation& operation, GJFDocument& document, const 
     if (!applied) {
         throw std::runtime_error(std::string(operation.option->name) + ": " + lacking(target));
     }
+    tell(operation, context, found, remarks);
 }
 
 }  // namespace
@@ -165,8 +201,21 @@ const std::vector<EditOption>& edit_options() {
     return all;
 }
 
-void apply_operations(const std::vector<EditOperation>& operations, GJFDocument& document, const std::string& path,
-                      std::size_t job) {
+EditOperation read_operation(const EditOption& option, const std::string& value, bool unknown_too) {
+    EditOperation operation{&option, value, option.read(value)};
+    const std::vector<Finding> unknown = option.route_before == nullptr || unknown_too
+                                             ? std::vector<Finding>()
+                                             : unknown_route_words(option.route_before + value);
+    if (!unknown.empty()) {
+        const Finding& first = unknown.front();
+        throw std::runtime_error(first.message + (first.hint.empty() ? "" : "; " + first.hint) +
+                                 " (--allow-unknown takes it)");
+    }
+    return operation;
+}
+
+std::vector<EditRemark> apply_operations(const std::vector<EditOperation>& operations, GJFDocument& document,
+                                         const std::string& path, std::size_t job) {
     if (job > document.job_count()) {
         throw std::runtime_error("there is no job " + std::to_string(job) + ": the file has " +
                                  std::to_string(document.job_count()));
@@ -174,9 +223,11 @@ void apply_operations(const std::vector<EditOperation>& operations, GJFDocument&
     if (job != 0 && !document.readable(job - 1)) {
         throw std::runtime_error("job " + std::to_string(job) + " cannot be read: " + document.fault(job - 1).message);
     }
+    std::vector<EditRemark> remarks;
     for (const EditOperation& operation : operations) {
-        apply_to_jobs(operation, document, path, job);
+        apply_to_jobs(operation, document, path, job, remarks);
     }
+    return remarks;
 }
 
 }  // namespace quor_gjf

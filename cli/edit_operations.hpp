@@ -1,6 +1,8 @@
 // The operations of quor-gjf edit: one row an option, each read whole before any file is touched.
 #pragma once
 
+#include "edit_remarks.hpp"
+
 #include <gjf/gjf.hpp>
 
 #include <cstddef>
@@ -13,8 +15,15 @@ namespace quor_gjf {
 /// What an operation works on. Jobs that take this from a checkpoint are passed over.
 enum class EditTarget { Head, TitleAndCharge, Atoms };
 
-/// Changes one job; `path` is that of its file. Throws when the change is refused.
-using Edit = std::function<void(quor::input::gaussian::GJFEditor& job, const std::string& path)>;
+/// Where the job that an edit changes stands, and what the edit has to say of it.
+struct EditContext {
+    const std::string& path;
+    std::size_t job = 0;               ///< its number, from 1
+    std::vector<std::string> remarks;  ///< without the name of the operation
+};
+
+/// Changes one job; returns false when the job has nothing of what the edit names. Throws when the change is refused.
+using Edit = std::function<bool(quor::input::gaussian::GJFEditor& job, EditContext& context)>;
 
 /// One kind of operation.
 struct EditOption {
@@ -23,6 +32,8 @@ struct EditOption {
     const char* description;  ///< for --help
     EditTarget target;
     Edit (*read)(const std::string& value);  ///< throws `std::runtime_error` for a value that it cannot read
+    /// What makes a route of the value, in front of it, so that its words can be looked up; null for a value without any.
+    const char* route_before = nullptr;
 };
 
 /// Lists all operations, those on the head of a job first.
@@ -37,14 +48,21 @@ std::vector<EditOption> section_edit_options();
 /// One operation as asked for.
 struct EditOperation {
     const EditOption* option = nullptr;
+    std::string value;
     Edit edit;
 };
 
-/// Applies operations in their order, each to all jobs or to one (`job` counts from 1; 0: all).
+/// Reads an operation; throws `std::runtime_error` for a value that cannot be read, and for one with a word that the
+/// vocabulary does not know, unless `unknown_too`.
+EditOperation read_operation(const EditOption& option, const std::string& value, bool unknown_too);
+
+/// Applies operations in their order, each to all jobs or to one (`job` counts from 1; 0: all); returns what is to be said
+/// of them: which found nothing to change, and what they did beside what was asked for.
 ///
 /// Throws `std::runtime_error` when a job refuses, when the job asked for is not there, and when no job of the file has what
 /// an operation works on.
-void apply_operations(const std::vector<EditOperation>& operations, quor::input::gaussian::GJFDocument& document,
-                      const std::string& path, std::size_t job);
+std::vector<EditRemark> apply_operations(const std::vector<EditOperation>& operations,
+                                         quor::input::gaussian::GJFDocument& document, const std::string& path,
+                                         std::size_t job);
 
 }  // namespace quor_gjf

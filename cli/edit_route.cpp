@@ -11,6 +11,9 @@ namespace {
 
 using namespace quor::input::gaussian;
 
+// A keyword is looked up in a route that is whole without it.
+constexpr const char* keyword_route = "# hf/sto-3g ";
+
 struct Keyword {
     std::string name;
     std::vector<RouteOption> options;
@@ -56,12 +59,13 @@ Edit read_method(const std::string& value) {
     if (find_top_level_char(method, '/') >= 0) {
         throw std::runtime_error("'" + value + "' holds more than a method; --basis sets the basis set");
     }
-    return [method](GJFEditor& job, const std::string&) {
+    return [method](GJFEditor& job, EditContext&) {
         job.ensure_parsed_keywords();
         if (job.has_parsed_keywords() && !job.get_parsed_keywords().oniom_expression.empty()) {
             throw std::runtime_error("the method of an ONIOM job stands in its oniom(...) and cannot be set");
         }
         job.set_method(method);
+        return true;
     };
 }
 
@@ -70,7 +74,7 @@ Edit read_basis(const std::string& value) {
     if (find_top_level_char(basis, '/') >= 0) {
         throw std::runtime_error("'" + value + "' holds more than a basis set");
     }
-    return [basis](GJFEditor& job, const std::string&) {
+    return [basis](GJFEditor& job, EditContext&) {
         job.ensure_parsed_keywords();
         const bool has_model =
             !job.get_method().empty() || (job.has_parsed_keywords() && !job.get_parsed_keywords().oniom_expression.empty());
@@ -79,20 +83,22 @@ Edit read_basis(const std::string& value) {
         } else {
             job.set_basis_set(basis);
         }
+        return true;
     };
 }
 
 // Adds options to the keyword where it is there, else adds it with them.
 Edit add_to_keyword(Keyword keyword) {
-    return [keyword = std::move(keyword)](GJFEditor& job, const std::string&) {
+    return [keyword = std::move(keyword)](GJFEditor& job, EditContext&) {
         job.ensure_parsed_keywords();
         if (!job.has_keyword(keyword.name)) {
             job.add_keyword_with_options(keyword.name, keyword.options);
-            return;
+            return true;
         }
         for (const RouteOption& option : keyword.options) {
             job.ensure_keyword_option(keyword.name, option);
         }
+        return true;
     };
 }
 
@@ -106,14 +112,16 @@ Edit read_option(const std::string& value) {
     return add_to_keyword(std::move(keyword));
 }
 
-// Takes out the words that begin with a name and are no keyword that the route's interpretation keeps.
-void remove_words(GJFEditor& job, const std::string& name) {
+// Takes out the words that begin with a name and are no keyword that the route's interpretation keeps; tells whether there
+// are any.
+bool remove_words(GJFEditor& job, const std::string& name) {
     const std::vector<std::string> words = job.get_data().control.route_keywords;
     for (const std::string& word : words) {
         if (SimpleYAMLParser::to_lower(word.substr(0, word.find_first_of("=("))) == SimpleYAMLParser::to_lower(name)) {
             job.remove_route_keyword(word);
         }
     }
+    return job.get_data().control.route_keywords.size() < words.size();
 }
 
 Edit read_remove_keyword(const std::string& value) {
@@ -121,13 +129,13 @@ Edit read_remove_keyword(const std::string& value) {
     if (!keyword.options.empty()) {
         throw std::runtime_error("a keyword without options is wanted, not '" + value + "'");
     }
-    return [name = keyword.name](GJFEditor& job, const std::string&) {
+    return [name = keyword.name](GJFEditor& job, EditContext&) {
         job.ensure_parsed_keywords();
-        if (job.has_keyword(name)) {
-            job.remove_keyword_by_name(name);
-        } else {
-            remove_words(job, name);
+        if (!job.has_keyword(name)) {
+            return remove_words(job, name);
         }
+        job.remove_keyword_by_name(name);
+        return true;
     };
 }
 
@@ -135,12 +143,13 @@ Edit read_remove_keyword(const std::string& value) {
 
 std::vector<EditOption> route_edit_options() {
     return {
-        {"--method", "METHOD", "Set the method", EditTarget::Head, read_method},
-        {"--basis", "BASIS", "Set the basis set", EditTarget::Head, read_basis},
+        {"--method", "METHOD", "Set the method", EditTarget::Head, read_method, "# "},
+        {"--basis", "BASIS", "Set the basis set", EditTarget::Head, read_basis, "# hf/"},
         {"--add-keyword", "KEYWORD", "Add a keyword, or its options to the one that is there", EditTarget::Head,
-         read_add_keyword},
+         read_add_keyword, keyword_route},
         {"--remove-keyword", "NAME", "Take out a keyword with its options", EditTarget::Head, read_remove_keyword},
-        {"--option", "KEYWORD=OPTION", "Give a keyword an option, or several in parentheses", EditTarget::Head, read_option},
+        {"--option", "KEYWORD=OPTION", "Give a keyword an option, or several in parentheses", EditTarget::Head, read_option,
+         keyword_route},
     };
 }
 

@@ -57,13 +57,18 @@ Edit read_section(const std::string& value) {
     if (kind == ExtraInputSectionKind::Unknown) {
         throw std::runtime_error("a section of no known kind cannot be set");
     }
-    return [kind, text = section_text(text_meant(value.substr(equals + 1)))](GJFEditor& job, const std::string&) {
+    return [kind, text = section_text(text_meant(value.substr(equals + 1)))](GJFEditor& job, EditContext&) {
         job.upsert_extra_input_section(kind, text, false);
+        return true;
     };
 }
 
 Edit read_remove_section(const std::string& value) {
-    return [kind = kind_named(value)](GJFEditor& job, const std::string&) { job.remove_extra_inputs_by_kind({kind}); };
+    return [kind = kind_named(value)](GJFEditor& job, EditContext&) {
+        const std::size_t sections = job.get_data().extra_inputs.size();
+        job.remove_extra_inputs_by_kind({kind});
+        return job.get_data().extra_inputs.size() < sections;
+    };
 }
 
 }  // namespace

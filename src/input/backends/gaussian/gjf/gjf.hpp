@@ -2,6 +2,7 @@
 #pragma once
 
 #include <gjf/core/basis/job_size.hpp>
+#include <gjf/core/check/change_checks.hpp>
 #include <gjf/core/check/checker.hpp>
 #include <gjf/core/check/fix_text.hpp>
 #include <gjf/core/chemistry/elements.hpp>

@@ -1,7 +1,7 @@
 // Applies fixes in passes: all at once, and where that makes a text worse, in halves until the guilty ones are alone.
 #include <gjf/core/check/fix_text.hpp>
 
-#include <gjf/core/check/rule.hpp>
+#include <gjf/core/check/change_checks.hpp>
 
 #include <algorithm>
 #include <map>
@@ -26,21 +26,8 @@ using Candidates = std::vector<Candidate>;
 // What is said of a fix, so that one which was dropped is not tried again.
 using FixKey = std::tuple<std::size_t, std::string, std::string, std::string>;
 
-// Line numbers in a message change with the lines before them.
-std::string without_line_numbers(const std::string& message) {
-    constexpr std::string_view mark = "line ";
-    std::string text;
-    for (std::size_t i = 0; i < message.size(); ++i) {
-        const bool is_digit = message[i] >= '0' && message[i] <= '9';
-        if (!is_digit || !std::string_view(text).ends_with(mark)) {
-            text += message[i];
-        }
-    }
-    return text;
-}
-
 FixKey key_of(const Candidate& candidate) {
-    return {candidate.finding->job, candidate.finding->code, without_line_numbers(candidate.finding->message),
+    return {candidate.finding->job, candidate.finding->code, message_without_numbers(candidate.finding->message),
             candidate.fix->title};
 }
 
@@ -88,44 +75,6 @@ std::string with_fixes(std::string_view text, const Candidates& fixes) {
     return with_edits(text, edits);
 }
 
-// Where the reading of each job ended: what lies behind could not be checked before.
-std::map<std::size_t, std::size_t> reading_ends(const std::vector<Finding>& findings) {
-    std::map<std::size_t, std::size_t> ends;
-    for (const Finding& finding : findings) {
-        if (finding.code == "GJF-P001") {
-            ends.try_emplace(finding.job, finding.line);
-        }
-    }
-    return ends;
-}
-
-// Tells whether a code is looked for only in jobs that were read whole.
-bool is_about_the_whole_job(const std::string& code) {
-    return std::any_of(families().begin(), families().end(), [&](const Family* family) {
-        return family->needs > Known::Control &&
-               std::find(family->codes.begin(), family->codes.end(), code) != family->codes.end();
-    });
-}
-
-// Tells whether nothing is found that was not found before, in what could be checked before.
-bool is_no_worse(const std::vector<Finding>& before, const std::vector<Finding>& after) {
-    std::multiset<std::tuple<std::size_t, std::string, std::string>> known;
-    const auto key = [](const Finding& f) { return std::make_tuple(f.job, f.code, without_line_numbers(f.message)); };
-    for (const Finding& finding : before) {
-        known.insert(key(finding));
-    }
-    const std::map<std::size_t, std::size_t> ends = reading_ends(before);
-    return std::all_of(after.begin(), after.end(), [&](const Finding& finding) {
-        if (const auto same = known.find(key(finding)); same != known.end()) {
-            known.erase(same);
-            return true;
-        }
-        const auto end = ends.find(finding.job);
-        return ends.count(0) > 0 ||
-               (end != ends.end() && (finding.line >= end->second || is_about_the_whole_job(finding.code)));
-    });
-}
-
 // One pass over a text: which of some fixes can be made together.
 class Pass {
    public:
@@ -137,7 +86,7 @@ class Pass {
         together.insert(together.end(), fixes.begin(), fixes.end());
         std::string new_text = with_fixes(old_.text, together);
         std::vector<Finding> found = check_text(new_text, options_);
-        if (is_no_worse(old_.findings, found)) {
+        if (new_findings(old_.findings, found).empty()) {
             taken = std::move(together);
             text = std::move(new_text);
             findings = std::move(found);
