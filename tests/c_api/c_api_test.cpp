@@ -465,6 +465,29 @@ std::string text_of(quor_gjf_document* document) {
     return buffer.c_str();
 }
 
+// The text that is told by its size is kept for the copy, and never for longer than it is true.
+TEST(CDocument, TellsTheTextAsItIsWhenItIsCopied) {
+    const Document document(gjf_document_create_from_string(document_text));
+    quor_gjf_editor* job = gjf_document_job(document.get(), 0);
+    ASSERT_NE(job, nullptr);
+    std::string buffer(4096, '?');
+    const int size = static_cast<int>(buffer.size());
+    const auto copied = [&](int force) {
+        EXPECT_EQ(gjf_document_to_string(document.get(), force, buffer.data(), size), 0);
+        return std::string(buffer.c_str());
+    };
+    const int unedited = gjf_document_text_size(document.get(), 0);
+    gjf_editor_set_charge_and_spin(job, -1, 2);
+    EXPECT_NE(copied(0).find("-1 2"), std::string::npos);
+    EXPECT_EQ(gjf_document_text_size(document.get(), 0), unedited + 1);
+    EXPECT_EQ(copied(1), copied(0));
+    EXPECT_EQ(gjf_document_text_size(document.get(), 1), unedited + 1);
+    gjf_editor_set_charge_and_spin(job, 0, 1);
+    EXPECT_EQ(gjf_document_to_string(document.get(), 1, buffer.data(), 3), -1) << "too small, and asked for again";
+    EXPECT_EQ(copied(1), document_text);
+    EXPECT_EQ(gjf_document_text_size(document.get(), 0), unedited);
+}
+
 TEST(CDocument, ChangesNothingButWhatWasEdited) {
     const Document document(gjf_document_create_from_string(document_text));
     ASSERT_NE(document, nullptr);

@@ -10,6 +10,16 @@ using namespace quor::input::gaussian::c_api;
 
 GJFWriteOptions options_from(int force) noexcept { return {force != 0}; }
 
+// Returns the text as it is now, which is made once for its size and the copy.
+const std::string& text_of(quor_gjf_document& document, int force) {
+    const bool forced = force != 0;
+    if (!document.text || document.text_is_forced != forced) {
+        document.text = document.editor.to_text(options_from(force));
+        document.text_is_forced = forced;
+    }
+    return *document.text;
+}
+
 }  // namespace
 
 extern "C" {
@@ -45,25 +55,30 @@ quor_gjf_editor* gjf_document_job(quor_gjf_document* document, int index) noexce
         document->jobs.resize(jobs.job_count());
         std::unique_ptr<quor_gjf_editor>& handle = document->jobs[job];
         if (handle == nullptr) {
-            handle = std::make_unique<quor_gjf_editor>(editor);
+            handle = std::make_unique<quor_gjf_editor>(editor, *document);
         }
         return handle.get();
     });
 }
 
 int gjf_document_text_size(quor_gjf_document* document, int force) noexcept {
-    return with_editor(document, -1, [&](const GJFDocument& jobs) {
-        return to_int(jobs.to_text(options_from(force)).size() + 1, "text size does not fit in int");
-    });
+    return with_editor(
+        document, -1,
+        [&](const GJFDocument&) { return to_int(text_of(*document, force).size() + 1, "text size does not fit in int"); },
+        KeptText::Stays);
 }
 
 int gjf_document_to_string(quor_gjf_document* document, int force, char* buffer, int buffer_size) noexcept {
-    return with_editor(document, -1, [&](const GJFDocument& jobs) {
-        const OutputBuffer output = job_text_buffer(buffer, buffer_size);
-        output.check();
-        output.fill(jobs.to_text(options_from(force)));
-        return 0;
-    });
+    return with_editor(
+        document, -1,
+        [&](const GJFDocument&) {
+            const OutputBuffer output = job_text_buffer(buffer, buffer_size);
+            output.check();
+            output.fill(text_of(*document, force));
+            document->forget_text();
+            return 0;
+        },
+        KeptText::Stays);
 }
 
 int gjf_document_save(quor_gjf_document* document, int force) noexcept {

@@ -54,12 +54,18 @@ Result guarded(std::string* handle_error, Result failure, Operation operation) n
     return failure;
 }
 
+/// Whether a document drops the text whose size it told.
+enum class KeptText { Goes, Stays };
+
 /// Runs an operation on a handle's editor, as `guarded` does; a null handle is recorded for the thread.
 template <typename Handle, typename Result, typename Operation>
-Result with_editor(Handle* handle, Result failure, Operation operation) noexcept {
+Result with_editor(Handle* handle, Result failure, Operation operation, KeptText kept = KeptText::Goes) noexcept {
     if (handle == nullptr) {
         record_error(nullptr, Handle::null_message, "handle is null");
         return failure;
+    }
+    if (kept == KeptText::Goes) {
+        handle->forget_text();
     }
     return guarded(&handle->last_error, failure, [&] { return operation(handle->editor); });
 }

@@ -263,7 +263,8 @@ QUOR_GJF_C_API int gjf_document_job_count(quor_gjf_document* document) QUOR_GJF_
 QUOR_GJF_C_API quor_gjf_editor* gjf_document_job(quor_gjf_document* document, int index) QUOR_GJF_C_NOEXCEPT;
 
 /* Returns how many bytes the changed text takes, its NUL included, or -1: NULL handle, "text size does not fit in int", or
- * why the changes cannot be written. With `force` not 0, text that cannot follow a change stays as it is. */
+ * why the changes cannot be written. With `force` not 0, text that cannot follow a change stays as it is. The text is kept
+ * until it is copied by gjf_document_to_string, or a handle of the document or of its jobs is used otherwise. */
 QUOR_GJF_C_API int gjf_document_text_size(quor_gjf_document* document, int force) QUOR_GJF_C_NOEXCEPT;
 
 /* Copies the changed text into `buffer`: all that was not edited has its bytes. Returns 0, or -1: as gjf_document_text_size,
