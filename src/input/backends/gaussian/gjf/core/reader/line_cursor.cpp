@@ -9,11 +9,6 @@ namespace quor::input::gaussian {
 
 bool is_blank_line(std::string_view line) noexcept { return std::all_of(line.begin(), line.end(), is_trim_character); }
 
-bool is_include_line(std::string_view line) noexcept {
-    const std::string_view text = trim_view(line);
-    return text.size() > 1 && text.front() == '@';
-}
-
 std::string joined(LineSpan lines) { return join_lines(lines.data(), lines.size()); }
 
 std::vector<std::string_view> views_of(const std::vector<std::string>& lines) {

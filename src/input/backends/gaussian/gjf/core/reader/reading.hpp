@@ -49,9 +49,6 @@ void report_fault(ReadingRecorder* recorder, std::string_view place, std::string
 /// Takes a form that Gaussian reads and `GJFParser` refuses: thrown without a recorder, noted as harmless with one.
 void report_departure(ReadingRecorder* recorder, std::string_view place, std::string message);
 
-/// Tells whether the content of a file takes the place of a line, as in "@molecule.txt".
-bool is_include_line(std::string_view line) noexcept;
-
 /// Notes the line that is being read in a list.
 inline void note_line(ReadingRecorder* recorder, std::vector<std::uint32_t> JobPlaces::*list) {
     if (recorder != nullptr) {

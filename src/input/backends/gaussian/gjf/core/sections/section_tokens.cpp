@@ -31,10 +31,9 @@ void cut_section_line(std::string_view line, std::vector<std::string_view>& fiel
 
 bool SectionScanner::next() {
     while (++line_ < section_.lines.size()) {
-        const std::string_view trimmed = trim_view(without_comment(line()));
-        if (!trimmed.empty() && trimmed.front() == '@') {
+        if (is_include_line(line())) {
             begin(LineForm::Include);
-            add(trimmed, TokenKind::Word);
+            add(trim_view(without_comment(line())), TokenKind::Word);
             continue;
         }
         cut_(line(), fields_);

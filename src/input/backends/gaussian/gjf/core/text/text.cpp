@@ -148,6 +148,11 @@ std::string_view without_comment(std::string_view line) noexcept {
     return line.substr(0, i);
 }
 
+bool is_include_line(std::string_view line) noexcept {
+    const std::string_view text = trim_view(line);
+    return text.size() > 1 && text.front() == '@';
+}
+
 bool is_comment_line(std::string_view line) noexcept {
     const std::string_view text = trim_view(line);
     return !text.empty() && text.front() == '!';

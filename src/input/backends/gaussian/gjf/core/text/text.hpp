@@ -88,6 +88,9 @@ std::string_view without_comment(std::string_view line) noexcept;
 /// Tells whether a line holds a comment and nothing else.
 bool is_comment_line(std::string_view line) noexcept;
 
+/// Tells whether the content of a file takes the place of a line, as in "@molecule.txt".
+bool is_include_line(std::string_view line) noexcept;
+
 enum class FieldSeparators { WhiteSpace, WhiteSpaceAndComma };
 
 /// Cuts a line into fields at separators outside quotes and brackets; empty fields are not produced.
