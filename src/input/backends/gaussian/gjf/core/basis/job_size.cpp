@@ -13,16 +13,11 @@
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
-#include <iterator>
 #include <numeric>
 #include <string_view>
 
 namespace quor::input::gaussian {
 namespace {
-
-// Internal options that choose basis sets, potentials and the form of functions.
-constexpr std::string_view basis_options[] = {"3/5",  "3/6",  "3/7",  "3/8",  "3/9", "3/10",
-                                              "3/11", "3/12", "3/16", "3/17", "3/18"};
 
 class SizeCount {
    public:
@@ -76,9 +71,9 @@ class SizeCount {
             }
         }
         for (const KeywordInfo& keyword : route_.get_keywords_by_name("iop")) {
-            for (const std::string_view option : basis_options) {
-                if (keyword.options.count(std::string(option)) != 0) {
-                    return "IOp(" + std::string(option) + ") may change them";
+            for (const auto& [option, value] : keyword.options) {
+                if (has_trait("iop=" + option, "changes the basis set")) {
+                    return "IOp(" + option + ") may change them";
                 }
             }
         }

@@ -3,6 +3,7 @@
 
 #include <gjf/core/check/fixes.hpp>
 #include <gjf/core/check/near_names.hpp>
+#include <gjf/core/knowledge/facts.hpp>
 #include <gjf/core/sections/section_tokens.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
@@ -178,91 +179,10 @@ void check_nbo(const CheckedJob& job, const SectionLayout& section, const std::v
     offer(finding, "close it with $END", FixSafety::Safe, {job.behind_line(lines.last, "\n$END")});
 }
 
-// What may stand in the input of SCRF=Read.
-constexpr const char* solvation_words[] = {"eps",
-                                           "epsinf",
-                                           "epsinfinity",
-                                           "rsolv",
-                                           "density",
-                                           "radii",
-                                           "alpha",
-                                           "vmol",
-                                           "ofac",
-                                           "rmin",
-                                           "surface",
-                                           "tsnum",
-                                           "tsare",
-                                           "addsph",
-                                           "noaddsph",
-                                           "extrasph",
-                                           "modifysph",
-                                           "nsph",
-                                           "norad",
-                                           "read",
-                                           "cav",
-                                           "nocav",
-                                           "dis",
-                                           "nodis",
-                                           "rep",
-                                           "norep",
-                                           "scaled",
-                                           "smd",
-                                           "iterative",
-                                           "inversion",
-                                           "noniterative",
-                                           "qconv",
-                                           "mxiter",
-                                           "maxiter",
-                                           "noneq",
-                                           "noneq=write",
-                                           "noneq=read",
-                                           "neq",
-                                           "geomview",
-                                           "dcav",
-                                           "ddis",
-                                           "drep",
-                                           "molvol",
-                                           "hbondacidity",
-                                           "hbondbasicity",
-                                           "surfacetensionatinterface",
-                                           "carbonaromaticity",
-                                           "electronegativehalogenicity",
-                                           "symcav",
-                                           "nosymcav",
-                                           "fitpot",
-                                           "outerlayer",
-                                           "ret",
-                                           "icomp",
-                                           "scrftype",
-                                           "rnumden",
-                                           "tabs",
-                                           "skipvdw",
-                                           "pcmdoc",
-                                           "absolute",
-                                           "relative",
-                                           "cavity",
-                                           "lastkeyword",
-                                           "stoichiometry",
-                                           "external",
-                                           "fixgrad",
-                                           "nofixgrad",
-                                           "sas",
-                                           "ses",
-                                           "vdw",
-                                           "dcosmo",
-                                           "nostage"};
-
-// Words of the solvent input whose value is a number.
-constexpr const char* solvation_numbers[] = {"eps",  "epsinf", "epsinfinity", "rsolv", "density", "alpha",
-                                             "vmol", "ofac",   "rmin",        "tsnum", "tsare"};
-
 void check_solvation_value(const SectionText& text, std::size_t line, std::string_view field, Findings& findings) {
-    const std::size_t equals = field.find('=');
-    const bool is_number = std::any_of(std::begin(solvation_numbers), std::end(solvation_numbers), [&](const char* word) {
-        return equals_folded(trim_view(field.substr(0, equals)), word);
-    });
-    const std::string_view value = equals == std::string_view::npos ? "" : trim_view(field.substr(equals + 1));
-    if (is_number && !value.empty() && !is_fortran_or_c_number(value)) {
+    const std::size_t equals = std::min(field.find('='), field.size());
+    const std::string_view value = trim_view(field.substr(std::min(equals + 1, field.size())));
+    if (!value.empty() && takes_number(trim_view(field.substr(0, equals))) && !is_fortran_or_c_number(value)) {
         findings.add("GJF-S017", Severity::Warning, "'" + std::string(value) + "' is no number",
                      text.job.place_in(line, value));
     }
@@ -280,15 +200,11 @@ void check_solvation_words(const SectionText& text, std::size_t line, Tokens tok
             return;
         }
         check_solvation_value(text, line, field, findings);
-        const bool known = word.empty() || is_number_text(field) ||
-                           std::any_of(std::begin(solvation_words), std::end(solvation_words),
-                                       [&](const char* w) { return equals_folded(word, w); });
-        if (!known) {
-            std::vector<std::string> names;
-            if (findings.may_look_for_names()) {
-                names.assign(std::begin(solvation_words), std::end(solvation_words));
-            }
-            const std::vector<std::string> near = near_names(to_lower_copy(word), names);
+        const std::vector<std::string>& words = solvent_input_words();
+        const std::string lower = to_lower_copy(word);
+        if (!word.empty() && !is_number_text(field) && std::find(words.begin(), words.end(), lower) == words.end()) {
+            const std::vector<std::string> near =
+                findings.may_look_for_names() ? near_names(lower, words) : std::vector<std::string>();
             const TextPlace place = text.job.place_in(line, word);
             Finding& finding =
                 findings.add("GJF-S017", Severity::Warning, "'" + std::string(word) + "' is no word of the solvent input",

@@ -8,6 +8,7 @@
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
+#include <map>
 #include <utility>
 
 namespace quor::input::gaussian {
@@ -19,6 +20,13 @@ using Pair = std::pair<std::string_view, std::string_view>;
 
 const Facts<Pair>& traits() {
     static const Facts<Pair> facts("words", {"word", "trait"}, [](const std::string_view* cells) {
+        return Pair{cells[0], cells[1]};
+    });
+    return facts;
+}
+
+const Facts<Pair>& solvent_input() {
+    static const Facts<Pair> facts("solvent_input", {"word", "takes"}, [](const std::string_view* cells) {
         return Pair{cells[0], cells[1]};
     });
     return facts;
@@ -94,6 +102,37 @@ bool method_has_trait(std::string_view method, std::string_view trait) {
     return false;
 }
 
+std::string_view words_with(std::string_view trait) {
+    static const std::map<std::string_view, std::string> words = [] {
+        std::map<std::string_view, std::string> lists;
+        for (const auto& [word, of_word] : traits().rows) {
+            std::string& list = lists[of_word];
+            list.append(list.empty() ? "" : " ").append(word);
+        }
+        return lists;
+    }();
+    const auto found = words.find(trait);
+    return found == words.end() ? std::string_view() : std::string_view(found->second);
+}
+
+const std::vector<std::string>& solvent_input_words() {
+    static const std::vector<std::string> words = [] {
+        std::vector<std::string> list;
+        for (const Pair& row : solvent_input().rows) {
+            list.emplace_back(row.first);
+        }
+        return list;
+    }();
+    return words;
+}
+
+bool takes_number(std::string_view solvent_input_word) {
+    const std::vector<Pair>& rows = solvent_input().rows;
+    return std::any_of(rows.begin(), rows.end(), [&](const Pair& row) {
+        return row.second == "number" && equals_folded(solvent_input_word, row.first);
+    });
+}
+
 std::optional<std::string_view> other_name(std::string_view kind, std::string_view name) {
     return find_name(other_names(), kind, name);
 }
@@ -142,7 +181,7 @@ const std::string& check_pages() {
 
 std::string missing_knowledge() {
     for (const FactTable* table : {&traits().table, &other_names().table, &solvents().table, &all_exclusions().table,
-                                   &all_needs().table, &all_checkpoint_reads().table}) {
+                                   &all_needs().table, &all_checkpoint_reads().table, &solvent_input().table}) {
         if (!table->problem().empty()) {
             return table->problem();
         }

@@ -18,6 +18,14 @@ bool has_trait(std::string_view word, std::string_view trait);
 /// The same for a method with or without r, u or ro before it.
 bool method_has_trait(std::string_view method, std::string_view trait);
 
+/// Returns the words that have a trait, with blanks between.
+std::string_view words_with(std::string_view trait);
+
+/// Returns the words of the solvent input, which SCRF=Read asks for.
+const std::vector<std::string>& solvent_input_words();
+/// Tells whether a word of the solvent input takes a number.
+bool takes_number(std::string_view solvent_input_word);
+
 /// Returns what Gaussian calls a thing that is known by another name; empty when it has no such thing. `kind` is
 /// "functional" for names in papers, "option" for options that are written as words of their own.
 std::optional<std::string_view> other_name(std::string_view kind, std::string_view name);
