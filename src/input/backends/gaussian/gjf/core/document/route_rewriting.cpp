@@ -46,10 +46,10 @@ struct OptionChanges {
     std::vector<std::string> added;
 };
 
-OptionChanges option_changes(const std::string& raw, const std::vector<RouteStretch>& items, Options options) {
+OptionChanges option_changes(const std::string& raw, const std::vector<Span>& items, Options options) {
     OptionChanges changes;
-    for (const RouteStretch stretch : items) {
-        const std::string item(stretch_text(raw, stretch));
+    for (const Span place : items) {
+        const std::string item(place.in(raw));
         const auto [name, value] = read_item(item);
         const auto wanted = options.find(name);
         std::optional<std::string>& text = changes.written.emplace_back();
@@ -79,19 +79,20 @@ std::string with_options(const std::string& raw, const Options& options) {
         }
     }
     items.insert(items.end(), changes.added.begin(), changes.added.end());
-    std::string head(stretch_text(raw, shape.head));
+    std::string head(shape.head.in(raw));
     if (items.empty()) {
         return head;
     }
-    const std::size_t open = raw.find('(', shape.head.end);
+    const std::size_t open = raw.find('(', shape.head.end());
     const bool bare_item =
         items.size() == 1 && find_top_level_char(items[0], '=') < 0 && items[0].find('(') == std::string::npos;
     if (bare_item && open == std::string::npos) {
         return head + "=" + items[0];
     }
     // "opt=(" and "opt(" keep their form; "scf=qc(…)" is written with one list.
-    const bool has_item_before = open != std::string::npos &&
-                                 trim_view(std::string_view(raw).substr(shape.head.end, open - shape.head.end)).size() > 1;
+    const bool has_item_before =
+        open != std::string::npos &&
+        trim_view(std::string_view(raw).substr(shape.head.end(), open - shape.head.end())).size() > 1;
     std::string text = open == std::string::npos || has_item_before ? head + "=(" : raw.substr(0, open + 1);
     for (std::size_t i = 0; i < items.size(); ++i) {
         text += (i == 0 ? "" : ",") + items[i];
@@ -256,21 +257,21 @@ class RouteRewriter {
             text_.replace(span_between(place.begin + begin, place.begin + end), text);
         };
         for (std::size_t i = 0; i <= last_kept; ++i) {
-            const RouteStretch item = shape.items[i];
+            const Span item = shape.items[i];
             if (!changes.written[i]) {
                 change(item.begin, shape.items[i + 1].begin, {});
-            } else if (const std::string& text = *changes.written[i]; text != stretch_text(raw, item)) {
-                const RouteStretch value = keyword_item(raw, item).value;
+            } else if (const std::string& text = *changes.written[i]; text != item.in(raw)) {
+                const Span value = keyword_item(raw, item).value;
                 const std::size_t equals = text.find('=');
-                const bool only_value = value.begin < value.end && equals != std::string::npos;
-                change(only_value ? value.begin : item.begin, item.end, only_value ? text.substr(equals + 1) : text);
+                const bool only_value = !value.empty() && equals != std::string::npos;
+                change(only_value ? value.begin : item.begin, item.end(), only_value ? text.substr(equals + 1) : text);
             }
         }
         for (const std::string& added : changes.added) {
-            change(shape.items[last_kept].end, shape.items[last_kept].end, "," + added);
+            change(shape.items[last_kept].end(), shape.items[last_kept].end(), "," + added);
         }
         if (last_kept + 1 < shape.items.size()) {
-            change(shape.items[last_kept].end, shape.items.back().end, {});
+            change(shape.items[last_kept].end(), shape.items.back().end(), {});
         }
         return true;
     }

@@ -75,10 +75,10 @@ void G16KeywordParser::parse(const std::string& route) {
     }
     const std::size_t offset = rest.empty() ? 0 : static_cast<std::size_t>(rest.data() - route.data());
     SourceSpan span;
-    for (const RouteSegment& segment : find_route_segments(rest)) {
-        const std::string_view text = rest.substr(segment.begin, segment.end - segment.begin);
+    for (const Span segment : find_route_segments(rest)) {
+        const std::string_view text = segment.in(rest);
         span.begin = offset + segment.begin;
-        span.end = offset + segment.end;
+        span.end = offset + segment.end();
         if (recorder_ != nullptr) {
             recorder_->begin_segment(result_, span_of(route, text));
         }

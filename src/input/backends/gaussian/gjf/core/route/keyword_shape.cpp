@@ -10,17 +10,17 @@ namespace quor::input::gaussian {
 namespace {
 
 // Cuts a stretch at top-level commas.
-std::vector<RouteStretch> cut_list(std::string_view text, RouteStretch list) {
-    std::vector<RouteStretch> items;
+std::vector<Span> cut_list(std::string_view text, Span list) {
+    std::vector<Span> items;
     NestingTracker nesting;
     std::size_t begin = list.begin;
-    for (std::size_t i = list.begin; i <= list.end; ++i) {
-        const bool ends = i == list.end || (nesting.advance(text[i]) && text[i] == ',');
+    for (std::size_t i = list.begin; i <= list.end(); ++i) {
+        const bool ends = i == list.end() || (nesting.advance(text[i]) && text[i] == ',');
         if (!ends) {
             continue;
         }
-        const RouteStretch item = trimmed_stretch(text, {begin, i});
-        if (item.begin < item.end) {
+        const Span item = trimmed_span(text, span_between(begin, i));
+        if (!item.empty()) {
             items.push_back(item);
         }
         begin = i + 1;
@@ -35,35 +35,23 @@ std::size_t position_of(const std::string& text, char sign) {
 }
 
 // A list without the parentheses that enclose it.
-RouteStretch within_parentheses(const std::string& text, RouteStretch list) {
-    const RouteStretch part = trimmed_stretch(text, list);
-    const bool enclosed = part.end > part.begin && text[part.begin] == '(' &&
-                          find_matching_paren(text, part.begin) + 1 == static_cast<int>(part.end);
-    return enclosed ? RouteStretch{part.begin + 1, part.end - 1} : part;
+Span within_parentheses(const std::string& text, Span list) {
+    const Span part = trimmed_span(text, list);
+    const bool enclosed = !part.empty() && find_matching_paren(text, part.begin) + 1 == static_cast<int>(part.end());
+    return enclosed ? Span{part.begin + 1, part.length - 2} : part;
 }
 
 }  // namespace
 
-RouteStretch trimmed_stretch(std::string_view text, RouteStretch part) {
-    while (part.begin < part.end && is_trim_character(text[part.begin])) {
-        ++part.begin;
-    }
-    while (part.end > part.begin && is_trim_character(text[part.end - 1])) {
-        --part.end;
-    }
-    return part;
-}
+Span trimmed_span(std::string_view text, Span part) noexcept { return span_of(text, trim_view(part.in(text))); }
 
-std::string_view stretch_text(std::string_view text, RouteStretch part) {
-    return text.substr(part.begin, part.end - part.begin);
-}
-
-KeywordItem keyword_item(std::string_view text, RouteStretch item) {
-    const std::string whole(stretch_text(text, item));
+KeywordItem keyword_item(std::string_view text, Span item) {
+    const std::string whole(item.in(text));
     const int equals = find_top_level_char(whole, '=');
     const std::size_t name_end = equals >= 0 ? static_cast<std::size_t>(equals) : std::min(whole.find('('), whole.size());
-    const std::size_t value = std::min(item.begin + name_end + (equals >= 0 ? 1 : 0), item.end);
-    return {trimmed_stretch(text, {item.begin, item.begin + name_end}), trimmed_stretch(text, {value, item.end})};
+    const std::size_t value = std::min<std::size_t>(item.begin + name_end + (equals >= 0 ? 1 : 0), item.end());
+    return {trimmed_span(text, span_between(item.begin, item.begin + name_end)),
+            trimmed_span(text, span_between(value, item.end()))};
 }
 
 KeywordShape keyword_shape(const std::string& text) {
@@ -72,15 +60,15 @@ KeywordShape keyword_shape(const std::string& text) {
     if (const int open = find_top_level_char(text, '('); open >= 0) {
         const auto at = static_cast<std::size_t>(open);
         if (find_matching_paren(text, at) + 1 == static_cast<int>(text.size())) {
-            shape.items = cut_list(text, {at + 1, text.size() - 1});
+            shape.items = cut_list(text, span_between(at + 1, text.size() - 1));
             end = at;
         }
     }
     const std::size_t mark = std::min({position_of(text, '='), position_of(text, '/'), end});
-    shape.head = trimmed_stretch(text, {0, mark});
+    shape.head = trimmed_span(text, span_between(0, mark));
     if (mark < end) {
-        const RouteStretch item = trimmed_stretch(text, {mark + 1, end});
-        if (item.begin < item.end) {
+        const Span item = trimmed_span(text, span_between(mark + 1, end));
+        if (!item.empty()) {
             shape.items.insert(shape.items.begin(), item);
         }
     }
@@ -90,12 +78,12 @@ KeywordShape keyword_shape(const std::string& text) {
 KeywordShape oniom_shape(const std::string& text) {
     KeywordShape shape;
     const std::size_t begin = std::min(text.find_first_of("(="), text.size());
-    shape.head = trimmed_stretch(text, {0, begin});
+    shape.head = trimmed_span(text, span_between(0, begin));
     const std::size_t list = begin + (begin < text.size() && text[begin] == '=' ? 1 : 0);
     const std::size_t length = std::min(position_of(text.substr(list), '='), text.size() - list);
-    shape.items = cut_list(text, within_parentheses(text, {list, list + length}));
-    const std::vector<RouteStretch> options =
-        cut_list(text, within_parentheses(text, {std::min(list + length + 1, text.size()), text.size()}));
+    shape.items = cut_list(text, within_parentheses(text, span_between(list, list + length)));
+    const std::vector<Span> options =
+        cut_list(text, within_parentheses(text, span_between(std::min(list + length + 1, text.size()), text.size())));
     shape.items.insert(shape.items.end(), options.begin(), options.end());
     return shape;
 }

@@ -1,36 +1,30 @@
 // The parts of a keyword with options as it is written in a route. Private to the library.
 #pragma once
 
-#include <cstddef>
+#include <gjf/core/text/span.hpp>
+
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace quor::input::gaussian {
 
-/// A stretch of a text: byte offsets from 0, `end` exclusive.
-struct RouteStretch {
-    std::size_t begin = 0;
-    std::size_t end = 0;
-};
-
 /// A keyword taken apart: its name, and its options with their values.
 struct KeywordShape {
-    RouteStretch head;
-    std::vector<RouteStretch> items;
+    Span head;
+    std::vector<Span> items;
 };
 
 /// Returns a stretch without the blanks at its ends.
-RouteStretch trimmed_stretch(std::string_view text, RouteStretch part);
-std::string_view stretch_text(std::string_view text, RouteStretch part);
+Span trimmed_span(std::string_view text, Span part) noexcept;
 
 /// An option taken apart: its name, and its value where it has one.
 struct KeywordItem {
-    RouteStretch name;
-    RouteStretch value;
+    Span name;
+    Span value;
 };
 
-KeywordItem keyword_item(std::string_view text, RouteStretch item);
+KeywordItem keyword_item(std::string_view text, Span item);
 
 /// Takes apart keyword, keyword=item, keyword(items), keyword=(items), keyword=item(items) and keyword/item.
 KeywordShape keyword_shape(const std::string& text);

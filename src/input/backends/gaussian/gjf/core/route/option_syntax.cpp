@@ -46,12 +46,10 @@ std::string format_oniom(const std::string& layers, const std::vector<RouteOptio
 
 std::string oniom_layers(const std::string& expression) {
     const KeywordShape shape = oniom_shape(expression);
-    const auto names_levels = [&](RouteStretch item) {
-        return find_top_level_char(std::string(stretch_text(expression, item)), ':') >= 0;
-    };
+    const auto names_levels = [&](Span item) { return find_top_level_char(std::string(item.in(expression)), ':') >= 0; };
     const auto found = std::find_if(shape.items.begin(), shape.items.end(), names_levels);
     const auto layers = found == shape.items.end() ? shape.items.begin() : found;
-    return layers == shape.items.end() ? std::string() : std::string(stretch_text(expression, *layers));
+    return layers == shape.items.end() ? std::string() : std::string(layers->in(expression));
 }
 
 std::vector<std::string> format_route(const ParsedKeywords& route) {
@@ -72,8 +70,8 @@ std::vector<std::string> unplaced_segments(const std::vector<std::string>& words
     std::string_view rest = trim_view(text);
     take_route_head(rest);
     std::vector<std::string> segments;
-    for (const RouteSegment& place : find_route_segments(rest)) {
-        const std::string segment(rest.substr(place.begin, place.end - place.begin));
+    for (const Span place : find_route_segments(rest)) {
+        const std::string segment(place.in(rest));
         const std::size_t value = static_cast<std::size_t>(find_top_level_char(segment, '=')) + 1;  // 0 without a sign
         // A sign without a word before it would take the word that comes to stand there.
         const bool is_assignment =

@@ -86,11 +86,11 @@ std::vector<std::string> split_top_level_list(const std::string& text, char sepa
     return pieces;
 }
 
-std::vector<RouteSegment> find_route_segments(std::string_view route) {
-    std::vector<RouteSegment> segments;
+std::vector<Span> find_route_segments(std::string_view route) {
+    std::vector<Span> segments;
     walk_top_level(route, is_white_space, [&](std::size_t begin, std::size_t end) {
         if (end > begin) {
-            segments.push_back({begin, end});
+            segments.push_back(span_between(begin, end));
         }
     });
     return segments;
@@ -98,8 +98,8 @@ std::vector<RouteSegment> find_route_segments(std::string_view route) {
 
 std::vector<std::string> split_route_segments_preserving_nesting(const std::string& route) {
     std::vector<std::string> texts;
-    for (const RouteSegment& segment : find_route_segments(route)) {
-        const std::string_view text = trim_view(std::string_view(route).substr(segment.begin, segment.end - segment.begin));
+    for (const Span segment : find_route_segments(route)) {
+        const std::string_view text = trim_view(segment.in(route));
         if (!text.empty()) {
             texts.emplace_back(text);
         }
