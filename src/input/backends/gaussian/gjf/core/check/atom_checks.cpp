@@ -70,11 +70,11 @@ void check_freeze_codes(const CheckedJob& job, Findings& findings) {
 // Reports an optimisation that nothing is left for. Sections of coordinates may free atoms again.
 void check_all_frozen(const CheckedJob& job, Findings& findings) {
     const std::vector<AtomCoord>& atoms = job.job.geom.atoms;
-    const WrittenKeyword* opt = job.find_keyword("opt");
+    const RouteTree::Keyword* opt = job.find_keyword("opt");
     if (opt == nullptr || atoms.empty() || job.has_keyword("geom")) {
         return;
     }
-    const bool may_free = std::any_of(opt->options.begin(), opt->options.end(), [](const WrittenOption& option) {
+    const bool may_free = std::any_of(opt->options.begin(), opt->options.end(), [](const RouteTree::Option& option) {
         return option.canonical.find("read") != std::string::npos ||
                option.canonical.find("redundant") != std::string::npos || option.canonical.find("gic") != std::string::npos;
     });
@@ -236,9 +236,9 @@ void check_units(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, 
             findings.add("GJF-M006", Severity::Warning,
                          "the distances look like \xC3\xA5ngstr\xC3\xB6m, but the route says that they are in bohr",
                          atoms.front().line, "remove the units keyword");
-        const WrittenKeyword* units = job.find_keyword("units");
+        const RouteTree::Keyword* units = job.find_keyword("units");
         if (units != nullptr && units->options.size() == 1) {
-            offer(finding, "remove " + units->raw, FixSafety::Unsafe, without_keyword(job, *units));
+            offer(finding, "remove " + job.written(units->place), FixSafety::Unsafe, without_keyword(job, *units));
         }
     }
 }

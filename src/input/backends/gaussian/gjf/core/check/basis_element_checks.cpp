@@ -10,18 +10,13 @@
 namespace quor::input::gaussian {
 namespace {
 
-// Words that bring functions or potentials of their own, or change what is read.
-constexpr const char* words_that_change_the_basis[] = {"extrabasis", "pseudo", "massage", "iop", "chkbasis", "external"};
-
 // Returns the one basis set that the route names, or an empty text: sets given in the input or by layers are seen elsewhere.
 std::string_view only_basis(const CheckedJob& job) {
-    if (!job.route.oniom_expression.empty() ||
-        std::any_of(std::begin(words_that_change_the_basis), std::end(words_that_change_the_basis),
-                    [&](const char* word) { return job.has_keyword(word); })) {
+    if (!job.route.oniom_expression.empty() || job.has_any_word(words_with("changes the basis set"))) {
         return {};
     }
     std::string_view basis;
-    for (const WrittenSegment& segment : job.segments) {
+    for (const RouteTree::Segment& segment : job.tree.segments) {
         if (method_has_trait(segment.method, "needs no basis set") || (!basis.empty() && !segment.basis.empty())) {
             return {};
         }

@@ -1,5 +1,7 @@
-// Looks at a job's route segment by segment, and tells where its parts stand.
+// Tells where the parts of a job stand, and how a change of them is written.
 #include <gjf/core/check/checked_job.hpp>
+
+#include <gjf/core/knowledge/facts.hpp>
 
 #include <algorithm>
 #include <iterator>
@@ -16,17 +18,13 @@ const ParsedKeywords& route_of(const GJFData& job) {
 }  // namespace
 
 CheckedJob::CheckedJob(const JobPiece& piece, const JobReading& reading, const SimpleYAMLParser& vocabulary)
-    : job(reading.job),
+    : RouteWords(reading.layout.route),
+      job(reading.job),
       layout(reading.layout),
       schema(vocabulary),
       route(route_of(reading.job)),
       piece_(piece),
-      reading_(reading) {
-    segments.reserve(layout.route.segments.size());
-    for (const RouteTree::Segment& segment : layout.route.segments) {
-        segments.push_back(written_segment(segment));
-    }
-}
+      reading_(reading) {}
 
 std::string_view CheckedJob::text(const LineRange& lines) const noexcept {
     const std::string_view first = line(lines.first);
@@ -82,102 +80,7 @@ TextEdit CheckedJob::without_lines(const LineRange& lines) const {
     return {begin, line_end == std::string_view::npos ? piece_.text.size() : line_end + 1, {}};
 }
 
-WrittenSegment CheckedJob::written_segment(const RouteTree::Segment& read) const {
-    const auto text = [this](Span span) { return std::string(span.in(layout.route.text)); };
-    WrittenSegment segment{
-        text(read.place),        read.method,        read.basis,          read.secondary_method,     read.is_oniom, {},
-        route_place(read.place), read.is_assignment, text(read.assigned), route_place(read.assigned)};
-    if (read.is_oniom) {
-        return segment;
-    }
-    for (const RouteTree::Keyword& node : read.keywords) {
-        WrittenKeyword& keyword = segment.keywords.emplace_back();
-        keyword = {node.name, text(node.head), text(node.place), node.known(), {}, route_place(node.head), node.is_method};
-        for (const RouteTree::Option& option : node.options) {
-            keyword.options.push_back({text(option.name), option.canonical, text(option.value), route_place(option.name),
-                                       option.name, option.value});
-        }
-    }
-    return segment;
-}
-
-const WrittenKeyword* CheckedJob::find_keyword(std::string_view canonical) const noexcept {
-    for (const WrittenSegment& segment : segments) {
-        for (const WrittenKeyword& keyword : segment.keywords) {
-            if (keyword.name == canonical) {
-                return &keyword;
-            }
-        }
-    }
-    return nullptr;
-}
-
-const WrittenOption* CheckedJob::find_option(std::string_view name, std::string_view option) const noexcept {
-    for (const WrittenSegment& segment : segments) {
-        for (const WrittenKeyword& keyword : segment.keywords) {
-            if (keyword.name != name) {
-                continue;
-            }
-            for (const WrittenOption& written : keyword.options) {
-                if (written.canonical == option) {
-                    return &written;
-                }
-            }
-        }
-    }
-    return nullptr;
-}
-
-const TextPlace* CheckedJob::find_word(std::string_view word) const noexcept {
-    const std::size_t sign = word.find('=');
-    if (sign != std::string_view::npos) {
-        const WrittenOption* option = find_option(word.substr(0, sign), word.substr(sign + 1));
-        return option == nullptr ? nullptr : &option->place;
-    }
-    for (const WrittenSegment& segment : segments) {
-        for (const WrittenKeyword& keyword : segment.keywords) {
-            const std::string_view name = keyword.name;
-            const bool has_prefix = keyword.is_method || name == "rtd" || name == "utd" || name == "rtda" || name == "utda";
-            if (name == word || (has_prefix && name.substr(1) == word)) {
-                return &keyword.place;
-            }
-        }
-        if (segment.method == word || (segment.is_oniom && word == "oniom")) {
-            return &segment.place;
-        }
-    }
-    return nullptr;
-}
-
-bool CheckedJob::has_all_words(std::string_view words) const noexcept {
-    for (std::size_t end = 0; !words.empty(); words.remove_prefix(std::min(end + 1, words.size()))) {
-        end = std::min(words.find(' '), words.size());
-        if (find_word(words.substr(0, end)) == nullptr) {
-            return false;
-        }
-    }
-    return true;
-}
-
-bool CheckedJob::has_any_word(std::string_view words) const noexcept {
-    for (std::size_t end = 0; !words.empty(); words.remove_prefix(std::min(end + 1, words.size()))) {
-        end = std::min(words.find(' '), words.size());
-        if (find_word(words.substr(0, end)) != nullptr) {
-            return true;
-        }
-    }
-    return false;
-}
-
-bool CheckedJob::names_basis(std::string_view canonical) const noexcept {
-    return std::any_of(segments.begin(), segments.end(), [&](const WrittenSegment& s) { return s.basis == canonical; });
-}
-
-bool CheckedJob::restarts() const noexcept {
-    constexpr const char* keywords[] = {"opt", "irc", "freq", "scf", "polar", "scan", "ircmax", "td", "bomd", "admp"};
-    return has_keyword("restart") || std::any_of(std::begin(keywords), std::end(keywords),
-                                                 [&](const char* name) { return has_option(name, "restart"); });
-}
+bool CheckedJob::restarts() const noexcept { return has_any_word(words_with("goes on with a job")); }
 
 bool CheckedJob::molecule_from_checkpoint() const { return has_geom_option(route, schema, "chk") || all_from_checkpoint(); }
 

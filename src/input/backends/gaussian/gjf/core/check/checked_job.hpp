@@ -3,6 +3,7 @@
 
 #include <gjf/core/check/finding.hpp>
 #include <gjf/core/reader/reading.hpp>
+#include <gjf/core/route/route_words.hpp>
 #include <gjf/core/schema/simple_yaml_parser.hpp>
 
 #include <cstddef>
@@ -13,42 +14,8 @@
 
 namespace quor::input::gaussian {
 
-/// One option of a keyword as it stands in the route.
-struct WrittenOption {
-    std::string name;       ///< as written, trimmed
-    std::string canonical;  ///< preferred spelling, or the name in lower case
-    std::string value;      ///< empty when written without one
-    TextPlace place;        ///< of the name
-    Span name_span;         ///< in the route's text
-    Span value_span;
-};
-
-/// One keyword as it stands in the route.
-struct WrittenKeyword {
-    std::string name;  ///< canonical when the vocabulary knows it
-    std::string head;  ///< as written
-    std::string raw;   ///< the whole keyword as written
-    bool known = false;
-    std::vector<WrittenOption> options;
-    TextPlace place;
-    bool is_method = false;  ///< a method that is written with options
-};
-
-/// A segment of the route: what it says by itself, whatever stands beside it.
-struct WrittenSegment {
-    std::string text;
-    std::string method;  ///< empty when the segment names none
-    std::string basis;
-    std::string secondary_method;
-    bool is_oniom = false;
-    std::vector<WrittenKeyword> keywords;
-    TextPlace place;
-    bool is_assignment = false;  ///< of a basis set to `assigned`, which should be the word basis
-    std::string assigned;
-    TextPlace assigned_place;
-};
-
-class CheckedJob {
+/// One job, with what its route asks for. What stands in the route is told by stretches of the route text.
+class CheckedJob : public RouteWords {
    public:
     /// `piece` and `reading` must outlive the object.
     CheckedJob(const JobPiece& piece, const JobReading& reading, const SimpleYAMLParser& schema);
@@ -57,7 +24,6 @@ class CheckedJob {
     const JobLayout& layout;
     const SimpleYAMLParser& schema;
     const ParsedKeywords& route;  ///< an empty one for a job without route
-    std::vector<WrittenSegment> segments;
 
     /// Tells whether the whole job was read.
     bool read_whole() const noexcept { return reading_.error.empty(); }
@@ -70,7 +36,9 @@ class CheckedJob {
     /// Tells whether a --Link1-- line follows the job.
     bool separated() const noexcept { return piece_.separated; }
     /// Returns the route as it is interpreted: its words joined.
-    const std::string& route_text() const noexcept { return layout.route.text; }
+    const std::string& route_text() const noexcept { return tree.text; }
+    /// Returns a stretch of it.
+    std::string written(Span of_route_text) const { return std::string(of_route_text.in(tree.text)); }
 
     /// Returns where a stretch of the route text begins in the job's text, as far as it is one stretch there too.
     TextPlace route_place(Span of_route_text) const;
@@ -85,22 +53,6 @@ class CheckedJob {
     /// Returns the change that takes whole lines away.
     TextEdit without_lines(const LineRange& lines) const;
 
-    /// Returns the first keyword of this name in the route, or null.
-    const WrittenKeyword* find_keyword(std::string_view canonical) const noexcept;
-    /// Returns an option of a keyword of the route by its preferred spelling, or null.
-    const WrittenOption* find_option(std::string_view keyword, std::string_view option) const noexcept;
-    bool has_keyword(std::string_view canonical) const noexcept { return find_keyword(canonical) != nullptr; }
-    bool has_option(std::string_view keyword, std::string_view option) const noexcept {
-        return find_option(keyword, option) != nullptr;
-    }
-    /// Returns where the route has a word: a keyword (td also as rtd and utd), an option, as opt=calcfc, or a method; or
-    /// null.
-    const TextPlace* find_word(std::string_view word) const noexcept;
-    /// Tells whether the route has all, or any, of some words with blanks between.
-    bool has_all_words(std::string_view words) const noexcept;
-    bool has_any_word(std::string_view words) const noexcept;
-    /// Tells whether a segment of the route names this basis set.
-    bool names_basis(std::string_view canonical) const noexcept;
     /// Tells whether the molecule is taken from a checkpoint, wholly or but for charge and multiplicity.
     bool molecule_from_checkpoint() const;
     bool all_from_checkpoint() const;
@@ -108,8 +60,6 @@ class CheckedJob {
     bool restarts() const noexcept;
 
    private:
-    WrittenSegment written_segment(const RouteTree::Segment& segment) const;
-
     const JobPiece& piece_;
     const JobReading& reading_;
 };

@@ -88,10 +88,10 @@ NuclearCharge charge_of_all(const std::vector<MoleculeAtom>& atoms) {
 }
 
 // Returns the number that a keyword is given, as in counterpoise=2; 0 for none.
-std::int64_t number_given(const WrittenKeyword* keyword) {
+std::int64_t number_given(const CheckedJob& job, const RouteTree::Keyword* keyword) {
     if (keyword != nullptr) {
-        for (const WrittenOption& option : keyword->options) {
-            if (const std::optional<std::int64_t> number = to_int64(option.name)) {
+        for (const RouteTree::Option& option : keyword->options) {
+            if (const std::optional<std::int64_t> number = to_int64(job.written(option.name))) {
                 return *number;
             }
         }
@@ -290,9 +290,9 @@ void check_electrons(const CheckedMolecule& molecule, Findings& findings) {
     if (line == 0 || atoms.empty()) {
         return;
     }
-    const std::int64_t counterpoise = number_given(job.find_keyword("counterpoise"));
-    const WrittenOption* guess = job.find_option("guess", "fragment");
-    const std::int64_t guessed = guess == nullptr ? 0 : to_int64(trim_view(guess->value)).value_or(0);
+    const std::int64_t counterpoise = number_given(job, job.find_keyword("counterpoise"));
+    const RouteTree::Option* guess = job.find_option("guess", "fragment");
+    const std::int64_t guessed = guess == nullptr ? 0 : to_int64(job.written(guess->value)).value_or(0);
     const std::int64_t fragments = std::max(counterpoise, guessed);
     if (job.job.geom.multiplicity < 0 && fragments == 0) {
         findings.add("GJF-M002", Severity::Error,

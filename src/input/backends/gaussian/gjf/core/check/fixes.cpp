@@ -53,16 +53,6 @@ void offer_near(const CheckedJob& job, const TextPlace& place, std::string_view 
     offer_words(job, place, written, near, certain ? FixSafety::Safe : FixSafety::Unsafe, finding);
 }
 
-const RouteTree::Keyword* node_of(const CheckedJob& job, const WrittenKeyword& keyword) noexcept {
-    for (std::size_t i = 0; i < job.segments.size(); ++i) {
-        const std::vector<WrittenKeyword>& keywords = job.segments[i].keywords;
-        if (!keywords.empty() && &keyword >= keywords.data() && &keyword < keywords.data() + keywords.size()) {
-            return &job.layout.route.segments[i].keywords[static_cast<std::size_t>(&keyword - keywords.data())];
-        }
-    }
-    return nullptr;
-}
-
 std::vector<TextEdit> route_edits(const CheckedJob& job, Span of_route_text, const std::string& text) {
     const std::optional<TextPlace> place = place_in_one_line(job, of_route_text);
     return place ? std::vector{job.replacing(*place, text)} : std::vector<TextEdit>();
@@ -95,24 +85,21 @@ std::vector<TextEdit> without_word(const CheckedJob& job, Span of_route_text) {
     return {job.replacing({place->line, begin + 1, end - begin}, {})};
 }
 
-std::vector<TextEdit> without_keyword(const CheckedJob& job, const WrittenKeyword& keyword) {
-    const RouteTree::Keyword* node = node_of(job, keyword);
-    const bool stands_alone =
-        node != nullptr && std::any_of(job.layout.route.segments.begin(), job.layout.route.segments.end(),
-                                       [&](const RouteTree::Segment& segment) { return segment.place == node->place; });
-    return stands_alone ? without_word(job, node->place) : std::vector<TextEdit>();
+std::vector<TextEdit> without_keyword(const CheckedJob& job, const RouteTree::Keyword& keyword) {
+    const bool stands_alone = std::any_of(job.tree.segments.begin(), job.tree.segments.end(),
+                                          [&](const auto& segment) { return segment.place == keyword.place; });
+    return stands_alone ? without_word(job, keyword.place) : std::vector<TextEdit>();
 }
 
-std::vector<TextEdit> without_option(const CheckedJob& job, const WrittenKeyword& keyword, const WrittenOption& option) {
-    const RouteTree::Keyword* node = node_of(job, keyword);
-    if (node == nullptr || node->options.size() == 1) {
-        return node == nullptr ? std::vector<TextEdit>() : without_keyword(job, keyword);
+std::vector<TextEdit> without_option(const CheckedJob& job, const RouteTree::Keyword& keyword,
+                                     const RouteTree::Option& option) {
+    if (keyword.options.size() == 1) {
+        return without_keyword(job, keyword);
     }
     const auto index = static_cast<std::size_t>(&option - keyword.options.data());
-    const Span place = node->options[index].place;
     // The comma before it goes too; behind the first one, the comma that follows.
-    const Span cut = index > 0 ? span_between(node->options[index - 1].place.end(), place.end())
-                               : span_between(place.begin, node->options[1].place.begin);
+    const Span cut = index > 0 ? span_between(keyword.options[index - 1].place.end(), option.place.end())
+                               : span_between(option.place.begin, keyword.options[1].place.begin);
     std::vector<TextEdit> edits;
     for (const TextPlace& part : route_places(job.layout, cut)) {
         edits.push_back(job.replacing(part, {}));
@@ -120,20 +107,15 @@ std::vector<TextEdit> without_option(const CheckedJob& job, const WrittenKeyword
     return edits;
 }
 
-std::vector<TextEdit> with_option(const CheckedJob& job, const WrittenKeyword& keyword, const std::string& option) {
-    const RouteTree::Keyword* node = node_of(job, keyword);
-    if (node == nullptr) {
-        return {};
-    }
+std::vector<TextEdit> with_option(const CheckedJob& job, const RouteTree::Keyword& keyword, const std::string& option) {
     const std::string& text = job.route_text();
-    const Span rest = span_between(node->head.end(), node->place.end());
-    std::string_view list = rest.in(text);
+    std::string_view list = span_between(keyword.head.end(), keyword.place.end()).in(text);
     if (list.empty()) {
-        return route_edits(job, node->head, keyword.head + "=" + option);
+        return route_edits(job, keyword.head, job.written(keyword.head) + "=" + option);
     }
     if (list.ends_with(')') && is_one_list(list.substr(list.find('(')))) {
-        const Span last = span_between(node->place.end() - 1, node->place.end());
-        return route_edits(job, last, (node->options.empty() ? "" : ",") + option + ")");
+        const Span last = span_between(keyword.place.end() - 1, keyword.place.end());
+        return route_edits(job, last, (keyword.options.empty() ? "" : ",") + option + ")");
     }
     if (list.front() != '=') {
         return {};
@@ -144,14 +126,14 @@ std::vector<TextEdit> with_option(const CheckedJob& job, const WrittenKeyword& k
 
 std::vector<TextEdit> with_word(const CheckedJob& job, const std::string& word) {
     if (const std::size_t sign = word.find('='); sign != std::string::npos) {
-        if (const WrittenKeyword* keyword = job.find_keyword(word.substr(0, sign)); keyword != nullptr) {
+        if (const RouteTree::Keyword* keyword = job.find_keyword(word.substr(0, sign)); keyword != nullptr) {
             return with_option(job, *keyword, word.substr(sign + 1));
         }
     }
-    if (job.layout.route.segments.empty()) {
+    if (job.tree.segments.empty()) {
         return {};
     }
-    const Span last = job.layout.route.segments.back().place;
+    const Span last = job.tree.segments.back().place;
     const std::vector<TextPlace> places = route_places(job.layout, span_between(last.end() - 1, last.end()));
     if (places.size() != 1) {
         return {};

@@ -22,9 +22,6 @@ void offer_words(const CheckedJob& job, const TextPlace& place, std::string_view
 void offer_near(const CheckedJob& job, const TextPlace& place, std::string_view written,
                 const std::vector<std::string>& near, Finding& finding);
 
-/// Returns the node of the route's tree that a keyword was made from; null for one of another job.
-const RouteTree::Keyword* node_of(const CheckedJob& job, const WrittenKeyword& keyword) noexcept;
-
 /// Returns the change that puts a text in the place of a stretch of the route, which must stand in one line.
 std::vector<TextEdit> route_edits(const CheckedJob& job, Span of_route_text, const std::string& text);
 
@@ -32,13 +29,14 @@ std::vector<TextEdit> route_edits(const CheckedJob& job, Span of_route_text, con
 std::vector<TextEdit> without_word(const CheckedJob& job, Span of_route_text);
 
 /// Returns the change that takes a keyword with its options out of the route.
-std::vector<TextEdit> without_keyword(const CheckedJob& job, const WrittenKeyword& keyword);
+std::vector<TextEdit> without_keyword(const CheckedJob& job, const RouteTree::Keyword& keyword);
 
 /// Returns the changes that take an option out of its list, or the keyword away that has no other.
-std::vector<TextEdit> without_option(const CheckedJob& job, const WrittenKeyword& keyword, const WrittenOption& option);
+std::vector<TextEdit> without_option(const CheckedJob& job, const RouteTree::Keyword& keyword,
+                                     const RouteTree::Option& option);
 
 /// Returns the change that gives a keyword an option more, such as "calcfc" or "nstates=5".
-std::vector<TextEdit> with_option(const CheckedJob& job, const WrittenKeyword& keyword, const std::string& option);
+std::vector<TextEdit> with_option(const CheckedJob& job, const RouteTree::Keyword& keyword, const std::string& option);
 
 /// Returns the change that puts a word behind the last one of the route; or, where the keyword before its "=" stands there,
 /// that gives this one the option.

@@ -243,13 +243,13 @@ std::vector<MoleculeAtom> CheckpointChain::molecule_for(const CheckedJob& job) c
     const std::vector<Link0Line> lines = link0_lines_of(job);
     const Link0Line* source = find_line(lines, {"oldchk"});
     source = source == nullptr ? find_line(lines, {"chk"}) : source;
-    if (source == nullptr || job.segments.empty() || !job.molecule_from_checkpoint()) {
+    if (source == nullptr || job.tree.segments.empty() || !job.molecule_from_checkpoint()) {
         return {};
     }
     const auto known = written_.find(checkpoint_path(source->value));
     std::vector<MoleculeAtom> atoms = known == written_.end() ? std::vector<MoleculeAtom>() : known->second.atoms;
     for (MoleculeAtom& atom : atoms) {
-        atom.line = job.segments.front().place.line;
+        atom.line = job.route_place(job.tree.segments.front().place).line;
     }
     return atoms;
 }
@@ -267,9 +267,10 @@ std::optional<BegunCheckpoint> CheckpointChain::add(const CheckedJob& job, std::
         return std::nullopt;  // the read-write file has all
     }
     if (!request.empty() && source == nullptr) {
-        const TextPlace place = job.segments.empty() ? TextPlace{job.layout.lines.first, 0, 0} : job.segments.front().place;
+        const std::size_t line =
+            job.tree.segments.empty() ? job.layout.lines.first : job.route_place(job.tree.segments.front().place).line;
         findings.add("GJF-L008", is_first && fails ? Severity::Error : Severity::Warning,
-                     request + " reads a checkpoint, but neither %chk nor %oldchk names one", place.line,
+                     request + " reads a checkpoint, but neither %chk nor %oldchk names one", line,
                      "name it with %oldchk or %chk");
     } else if (!request.empty() && !note_read(checkpoint_path(source->value)) && !is_first) {
         findings.add(

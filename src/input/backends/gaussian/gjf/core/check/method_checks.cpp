@@ -2,6 +2,7 @@
 // dispersion that it has no parameters for, a guess that cannot act.
 #include <gjf/core/check/rule.hpp>
 
+#include <gjf/core/knowledge/facts.hpp>
 #include <gjf/core/knowledge/route_facts.hpp>
 #include <gjf/core/text/text.hpp>
 
@@ -14,7 +15,7 @@ namespace {
 // for layers, for an energy at the structure of another method, and for several methods.
 std::string method_of(const CheckedJob& job) {
     std::string method;
-    for (const WrittenSegment& segment : job.segments) {
+    for (const RouteTree::Segment& segment : job.tree.segments) {
         if (segment.is_oniom || !segment.secondary_method.empty() ||
             (!segment.method.empty() && !method.empty() && segment.method != method)) {
             return {};
@@ -43,7 +44,7 @@ std::string in_energies(const CheckedJob& job) {
 
 void report_lack(const CheckedJob& job, const std::string& method, const MethodRequest& request, Findings& findings) {
     const std::string word = last_word(request.request);
-    const TextPlace& place = *job.find_word(word);
+    const TextPlace place = job.route_place(*job.find_word(word));
     const bool is_numerical = request.kind == "numerical";
     if (is_numerical && word == "opt" && has_no_variables(job) && !job.has_option("opt", "enonly")) {
         // Without gradients the variables are followed one by one, and Cartesian coordinates have no names.
@@ -63,28 +64,13 @@ void report_lack(const CheckedJob& job, const std::string& method, const MethodR
         place);
 }
 
-// Tells whether the route sets parameters of the dispersion itself, or switches it off.
-bool sets_dispersion(const CheckedJob& job) {
-    for (const WrittenSegment& segment : job.segments) {
-        for (const WrittenKeyword& keyword : segment.keywords) {
-            for (const WrittenOption& option : keyword.options) {
-                for (const char* item : {"3/124", "3/174", "3/175", "3/176", "3/177", "3/178"}) {
-                    if (keyword.name == "iop" && option.name == item) {
-                        return true;
-                    }
-                }
-            }
-        }
-    }
-    return false;
-}
-
 void check_dispersion(const CheckedJob& job, const std::string& method, Findings& findings) {
-    const WrittenKeyword* keyword = job.find_keyword("empiricaldispersion");
-    if (keyword == nullptr || sets_dispersion(job)) {
+    const RouteTree::Keyword* keyword = job.find_keyword("empiricaldispersion");
+    // Who sets its parameters, or switches it off, knows what it has.
+    if (keyword == nullptr || job.has_any_word(words_with("sets the dispersion"))) {
         return;
     }
-    for (const WrittenOption& option : keyword->options) {
+    for (const RouteTree::Option& option : keyword->options) {
         const Dispersion* known = find_dispersion(method, option.canonical);
         if (known == nullptr) {
             continue;
@@ -97,7 +83,7 @@ void check_dispersion(const CheckedJob& job, const std::string& method, Findings
             has_own ? method + " has a dispersion of its own, beside empiricaldispersion=" + option.canonical
                     : method + (known->status == "none" ? " has no parameters for" : " is not listed with parameters for") +
                           " empiricaldispersion=" + option.canonical,
-            option.place,
+            job.route_place(option.name),
             has_own ? "leave it out: in Gaussian 16 C.02 the name of the functional stands for both"
                     : std::string("Gaussian 16 C.02 ") + (known->severity == "warning" ? "stops" : "may stop") + " with \"" +
                           message + "\"");
@@ -106,11 +92,12 @@ void check_dispersion(const CheckedJob& job, const std::string& method, Findings
 
 // A restricted wavefunction stays one, however its first orbitals are mixed.
 void check_mixed_guess(const CheckedJob& job, const std::string& method, Findings& findings) {
-    const WrittenOption* mix = job.find_option("guess", "mix");
+    const RouteTree::Option* mix = job.find_option("guess", "mix");
     const bool may_break = method.empty() || method.front() == 'u' || method.front() == 'g' || method == "casscf" ||
                            job.has_any_word("gvb stable complex external");
     if (mix != nullptr && !may_break && job.job.geom.multiplicity == 1 && job.job.geom.additional_pairs.empty()) {
-        findings.add("GJF-R020", Severity::Note, "guess=mix does nothing to a restricted singlet", mix->place,
+        findings.add("GJF-R020", Severity::Note, "guess=mix does nothing to a restricted singlet",
+                     job.route_place(mix->name),
                      "write u" + (method.front() == 'r' ? method.substr(1) : method) + " for two sets of orbitals");
     }
 }

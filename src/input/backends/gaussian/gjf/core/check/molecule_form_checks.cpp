@@ -57,7 +57,7 @@ Fields fields_behind_value(std::string_view line) {
 }
 
 // A scan goes along variables that have a number of steps and their size behind their value.
-void check_scan(const CheckedJob& job, const WrittenKeyword& scan, Findings& findings) {
+void check_scan(const CheckedJob& job, const RouteTree::Keyword& scan, Findings& findings) {
     const GeomSection& geom = job.job.geom;
     bool any = false;
     for (const auto* list : {&geom.variables, &geom.cartesian_variables}) {
@@ -74,8 +74,8 @@ void check_scan(const CheckedJob& job, const WrittenKeyword& scan, Findings& fin
         }
     }
     if (!any) {
-        findings.add("GJF-M019", Severity::Error, "scan has no variable with a number of steps and their size", scan.place,
-                     "write them behind the variable's value, as in r 0.96 4 0.05");
+        findings.add("GJF-M019", Severity::Error, "scan has no variable with a number of steps and their size",
+                     job.route_place(scan.head), "write them behind the variable's value, as in r 0.96 4 0.05");
     }
 }
 
@@ -83,7 +83,10 @@ void check_scan(const CheckedJob& job, const WrittenKeyword& scan, Findings& fin
 // and a linear molecule has one more than others.
 void check_full_optimization(const CheckedJob& job, Findings& findings) {
     const GeomSection& geom = job.job.geom;
-    const WrittenKeyword* full = job.find_keyword("fopt");
+    const RouteTree::Keyword* full = job.find_keyword("fopt");
+    if (full == nullptr) {
+        return;
+    }
     const NameSet used = names_in_use(geom);
     std::size_t free = 0;
     for (std::size_t i = 0; i < geom.variables.size(); ++i) {
@@ -93,11 +96,11 @@ void check_full_optimization(const CheckedJob& job, Findings& findings) {
     const auto atoms = static_cast<std::size_t>(
         std::count_if(geom.zmatrix_entries.begin(), geom.zmatrix_entries.end(),
                       [](const ZMatrixEntry& row) { return species_of(row.info).kind != SpeciesKind::Dummy; }));
-    if (full != nullptr && atoms > 2 && free > 3 * atoms - 5) {
+    if (atoms > 2 && free > 3 * atoms - 5) {
         findings.add("GJF-M019", Severity::Error,
                      "fopt has " + std::to_string(free) + " variables, but " + std::to_string(atoms) +
                          " atoms have no more than " + std::to_string(3 * atoms - 5) + " degrees of freedom",
-                     full->place, "write opt, which needs no such count, or make some of them constants");
+                     job.route_place(full->head), "write opt, which needs no such count, or make some of them constants");
     }
 }
 
@@ -107,15 +110,15 @@ void check_anything_to_vary(const CheckedJob& job, Findings& findings) {
         return;
     }
     for (const char* by_variables : {"opt=z-matrix", "fopt", "popt"}) {
-        const TextPlace* place = job.find_word(by_variables);
-        if (place != nullptr && geom.zmatrix_entries.empty() && geom.cartesian_variables.empty()) {
+        const std::optional<Span> place = job.find_word(by_variables);
+        if (place && geom.zmatrix_entries.empty() && geom.cartesian_variables.empty()) {
             findings.add("GJF-M019", Severity::Error,
-                         std::string(by_variables) + " has no variables: the molecule is in Cartesian coordinates", *place,
-                         "write it as a Z-matrix with variables, or write opt alone");
+                         std::string(by_variables) + " has no variables: the molecule is in Cartesian coordinates",
+                         job.route_place(*place), "write it as a Z-matrix with variables, or write opt alone");
         }
     }
     check_full_optimization(job, findings);
-    const WrittenKeyword* scan = job.find_keyword("scan");
+    const RouteTree::Keyword* scan = job.find_keyword("scan");
     if (scan != nullptr && scan->options.empty() && !job.has_keyword("opt")) {
         check_scan(job, *scan, findings);
     }

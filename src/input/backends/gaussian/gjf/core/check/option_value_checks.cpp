@@ -117,43 +117,43 @@ void report_missing(const OptionValue& known, const std::string& of, const TextP
                  place, wanted_value(known));
 }
 
-void check_value(const CheckedJob& job, const WrittenKeyword& keyword, const WrittenOption& option, const OptionValue& known,
-                 Findings& findings) {
+void check_value(const CheckedJob& job, const RouteTree::Keyword& keyword, const RouteTree::Option& option,
+                 const OptionValue& known, Findings& findings) {
     const std::string of = keyword.name + "=" + option.canonical;
-    if (option.value.empty()) {
+    if (option.value.length == 0) {
         if (known.takes == "required") {
-            report_missing(known, of, option.place, findings);
+            report_missing(known, of, job.route_place(option.name), findings);
         }
     } else if (known.takes == "no") {
-        findings.add("GJF-R016", severity_named(known.severity), of + " takes no value", job.route_place(option.value_span),
-                     "leave '=" + option.value + "' out");
+        findings.add("GJF-R016", severity_named(known.severity), of + " takes no value", job.route_place(option.value),
+                     "leave '=" + job.written(option.value) + "' out");
     } else {
-        report_value(job, known, fit_of(option.value, known), of, option.value_span, findings);
+        report_value(job, known, fit_of(job.written(option.value), known), of, option.value, findings);
     }
 }
 
 // Checks what a keyword itself is set to: options that are no names of options.
-void check_own_value(const CheckedJob& job, const WrittenKeyword& keyword, const OptionValue& known, Findings& findings) {
+void check_own_value(const CheckedJob& job, const RouteTree::Keyword& keyword, const OptionValue& known,
+                     Findings& findings) {
     bool has_value = false;
-    for (const WrittenOption& option : keyword.options) {
-        const bool is_name = job.schema.knows_option(keyword.name, option.name);
+    for (const RouteTree::Option& option : keyword.options) {
+        const std::string name = job.written(option.name);
+        const bool is_name = job.schema.knows_option(keyword.name, name);
         has_value = has_value || !is_name;
         // Where options are known, other words are told as unknown ones.
-        if (!is_name && (has_trait(keyword.name, "takes free text") || is_number_text(option.name) ||
+        if (!is_name && (has_trait(keyword.name, "takes free text") || is_number_text(name) ||
                          job.schema.options_of(keyword.name).empty())) {
-            const Span item = option.value.empty()
-                                  ? option.name_span
-                                  : span_between(option.name_span.begin, option.value_span.begin + option.value_span.length);
+            const Span item = option.value.length == 0 ? option.name : span_between(option.name.begin, option.value.end());
             report_value(job, known, fit_of(item.in(job.route_text()), known), keyword.name, item, findings);
         }
     }
     if (!has_value) {
-        report_missing(known, keyword.name, keyword.place, findings);
+        report_missing(known, keyword.name, job.route_place(keyword.head), findings);
     }
 }
 
-void check_option_values(const CheckedJob& job, const WrittenKeyword& keyword, Findings& findings) {
-    if (!keyword.known) {
+void check_option_values(const CheckedJob& job, const RouteTree::Keyword& keyword, Findings& findings) {
+    if (!keyword.known()) {
         return;
     }
     for (const OptionValue& known : values_of(keyword.name)) {
@@ -161,7 +161,7 @@ void check_option_values(const CheckedJob& job, const WrittenKeyword& keyword, F
             check_own_value(job, keyword, known, findings);
             continue;
         }
-        for (const WrittenOption& option : keyword.options) {
+        for (const RouteTree::Option& option : keyword.options) {
             if (lists_word(known.options, option.canonical)) {
                 check_value(job, keyword, option, known, findings);
             }
@@ -170,10 +170,8 @@ void check_option_values(const CheckedJob& job, const WrittenKeyword& keyword, F
 }
 
 void check_all_option_values(const CheckedMolecule& molecule, Findings& findings) {
-    for (const WrittenSegment& segment : molecule.job.segments) {
-        for (const WrittenKeyword& keyword : segment.keywords) {
-            check_option_values(molecule.job, keyword, findings);
-        }
+    for (const RouteTree::Keyword* keyword : molecule.job.keywords) {
+        check_option_values(molecule.job, *keyword, findings);
     }
 }
 

@@ -11,47 +11,40 @@
 namespace quor::input::gaussian {
 namespace {
 
-const WrittenKeyword* last_keyword(const CheckedJob& job, std::string_view name) noexcept {
-    const WrittenKeyword* found = nullptr;
-    for (const WrittenSegment& segment : job.segments) {
-        for (const WrittenKeyword& keyword : segment.keywords) {
-            found = keyword.name == name ? &keyword : found;
-        }
-    }
-    return found;
+// Names the place of the first of two words.
+void relate(const CheckedJob& job, Span first, Finding& finding) {
+    const TextPlace place = job.route_place(first);
+    finding.related.push_back({"first here", place.line, std::max<std::size_t>(place.column, 1), place.length});
 }
 
-void relate(const TextPlace& place, const char* message, Finding& finding) {
-    finding.related.push_back({message, place.line, std::max<std::size_t>(place.column, 1), place.length});
-}
-
-bool is_option_of(const WrittenOption& option, const WrittenKeyword& keyword) noexcept {
+bool is_option_of(const RouteTree::Option& option, const RouteTree::Keyword& keyword) noexcept {
     return &option >= keyword.options.data() && &option < keyword.options.data() + keyword.options.size();
 }
 
 // Offers to leave out one of two keywords, and names the place of the first.
 void offer_one_of(const CheckedJob& job, const Exclusion& pair, Finding& finding) {
-    const WrittenKeyword* first = job.find_keyword(pair.first);
-    const WrittenKeyword* second = last_keyword(job, pair.second);
-    relate(first->place, "first here", finding);
-    offer(finding, "leave out " + first->raw, FixSafety::Choice, without_keyword(job, *first));
-    offer(finding, "leave out " + second->raw, FixSafety::Choice, without_keyword(job, *second));
+    const RouteTree::Keyword* first = job.find_keyword(pair.first);
+    const RouteTree::Keyword* second = job.last_keyword(pair.second);
+    relate(job, first->head, finding);
+    offer(finding, "leave out " + job.written(first->place), FixSafety::Choice, without_keyword(job, *first));
+    offer(finding, "leave out " + job.written(second->place), FixSafety::Choice, without_keyword(job, *second));
 }
 
 // Finds the options of all keywords of one name that contradict each other.
-void check_contradicting_options(const CheckedJob& job, const WrittenKeyword& keyword, Findings& findings) {
+void check_contradicting_options(const CheckedJob& job, const RouteTree::Keyword& keyword, Findings& findings) {
     for (const Exclusion& pair : exclusions("options", keyword.name)) {
-        const WrittenOption* first = job.find_option(keyword.name, pair.first);
-        const WrittenOption* second = job.find_option(keyword.name, pair.second);
+        const RouteTree::Option* first = job.find_option(keyword.name, pair.first);
+        const RouteTree::Option* second = job.find_option(keyword.name, pair.second);
         if (second != nullptr && first != nullptr) {
             Finding& finding = findings.add("GJF-R008", severity_named(pair.severity),
                                             keyword.name + ": '" + std::string(pair.first) + "' and '" +
                                                 std::string(pair.second) + "' contradict each other",
-                                            second->place, "keep the one that is meant");
-            relate(first->place, "first here", finding);
-            for (const WrittenOption* option : {first, second}) {
+                                            job.route_place(second->name), "keep the one that is meant");
+            relate(job, first->name, finding);
+            for (const RouteTree::Option* option : {first, second}) {
                 if (is_option_of(*option, keyword)) {
-                    offer(finding, "leave out " + option->name, FixSafety::Choice, without_option(job, keyword, *option));
+                    offer(finding, "leave out " + job.written(option->name), FixSafety::Choice,
+                          without_option(job, keyword, *option));
                 }
             }
         }
@@ -59,11 +52,9 @@ void check_contradicting_options(const CheckedJob& job, const WrittenKeyword& ke
 }
 
 void check_conflicts(const CheckedJob& job, Findings& findings) {
-    for (const WrittenSegment& segment : job.segments) {
-        for (const WrittenKeyword& keyword : segment.keywords) {
-            if (!keyword.options.empty() && job.find_keyword(keyword.name) == &keyword) {
-                check_contradicting_options(job, keyword, findings);
-            }
+    for (const RouteTree::Keyword* keyword : job.keywords) {
+        if (!keyword->options.empty() && job.find_keyword(keyword->name) == keyword) {
+            check_contradicting_options(job, *keyword, findings);
         }
     }
     for (const Exclusion& pair : exclusions("keywords")) {
@@ -72,19 +63,19 @@ void check_conflicts(const CheckedJob& job, Findings& findings) {
                          findings.add("GJF-R008", severity_named(pair.severity),
                                       "'" + std::string(pair.first) + "' and '" + std::string(pair.second) +
                                           "' contradict each other",
-                                      last_keyword(job, pair.second)->place, "keep the one that is meant"));
+                                      job.route_place(job.last_keyword(pair.second)->head), "keep the one that is meant"));
         }
     }
 }
 
 void check_contradicting_words(const CheckedJob& job, Findings& findings) {
     for (const Exclusion& pair : exclusions("words")) {
-        const TextPlace* first = job.find_word(pair.first);
-        const TextPlace* second = job.find_word(pair.second);
-        if (first != nullptr && second != nullptr) {
+        const std::optional<Span> first = job.find_word(pair.first);
+        const std::optional<Span> second = job.find_word(pair.second);
+        if (first && second) {
             findings.add("GJF-R008", severity_named(pair.severity),
                          "'" + std::string(pair.first) + "' and '" + std::string(pair.second) + "' contradict each other",
-                         *second, "keep the one that is meant");
+                         job.route_place(*second), "keep the one that is meant");
         }
     }
 }
@@ -97,24 +88,25 @@ void check_job_types(const CheckedJob& job, Findings& findings) {
                 findings.add(
                     "GJF-R010", severity_named(pair.severity),
                     "one route cannot ask for '" + std::string(pair.first) + "' and '" + std::string(pair.second) + "'",
-                    last_keyword(job, pair.second)->place, "make two jobs of them, with --Link1-- between"));
+                    job.route_place(job.last_keyword(pair.second)->head), "make two jobs of them, with --Link1-- between"));
         }
     }
     if (job.has_keyword("opt") && job.has_keyword("polar") && !job.has_keyword("freq")) {
         findings.add("GJF-R010", Severity::Note, "'polar' goes with 'opt' only where 'freq' stands too",
-                     last_keyword(job, "polar")->place, "add freq, or make two jobs of them");
+                     job.route_place(job.last_keyword("polar")->head), "add freq, or make two jobs of them");
     }
 }
 
-std::optional<std::int64_t> integer_value(const WrittenOption* option) {
-    return option == nullptr ? std::nullopt : to_int64(trim_view(option->value));
+std::optional<std::int64_t> integer_value(const CheckedJob& job, const RouteTree::Option* option) {
+    return option == nullptr ? std::nullopt : to_int64(job.written(option->value));
 }
 
 // An active space has a number of electrons and one of orbitals.
 void check_active_space(const CheckedJob& job, Findings& findings) {
-    for (const WrittenSegment& segment : job.segments) {
-        if (segment.method == "casscf" && segment.text.find_first_of("([={0123456789") >= segment.text.find('/')) {
-            findings.add("GJF-R009", Severity::Warning, "casscf has no active space", segment.place,
+    for (const RouteTree::Segment& segment : job.tree.segments) {
+        const std::string text = job.written(segment.place);
+        if (segment.method == "casscf" && text.find_first_of("([={0123456789") >= text.find('/')) {
+            findings.add("GJF-R009", Severity::Warning, "casscf has no active space", job.route_place(segment.place),
                          "give the numbers of electrons and orbitals, as in casscf(4,4)");
         }
     }
@@ -122,38 +114,36 @@ void check_active_space(const CheckedJob& job, Findings& findings) {
 
 // A path through three structures has one in its middle.
 void check_path(const CheckedJob& job, Findings& findings) {
-    const WrittenOption* path = job.find_option("opt", "path");
-    if (job.has_option("opt", "qst3") && integer_value(path).value_or(1) % 2 == 0) {
-        findings.add("GJF-R009", Severity::Warning, "opt=path takes an odd number beside opt=qst3", path->place);
+    const RouteTree::Option* path = job.find_option("opt", "path");
+    if (job.has_option("opt", "qst3") && integer_value(job, path).value_or(1) % 2 == 0) {
+        findings.add("GJF-R009", Severity::Warning, "opt=path takes an odd number beside opt=qst3",
+                     job.route_place(path->name));
     }
 }
 
 // Two ways of joining a solvent to layers give no gradient.
 void check_layers_in_solution(const CheckedJob& job, Findings& findings) {
-    const WrittenOption* layers = job.find_option("scrf", "oniompcm");
-    const std::string way = layers == nullptr ? std::string() : to_lower_copy(layers->value);
+    const RouteTree::Option* layers = job.find_option("scrf", "oniompcm");
+    const std::string way = layers == nullptr ? std::string() : to_lower_copy(job.written(layers->value));
     if ((way == "a" || way == "b") && job.has_any_word("opt freq force")) {
-        findings.add("GJF-R008", Severity::Warning, "scrf=(oniompcm=" + way + ") is for energies alone", layers->place,
-                     "oniompcm=c and oniompcm=x have gradients");
+        findings.add("GJF-R008", Severity::Warning, "scrf=(oniompcm=" + way + ") is for energies alone",
+                     job.route_place(layers->name), "oniompcm=c and oniompcm=x have gradients");
     }
 }
 
 // Offers to compute as many states as the root that is asked for.
-void offer_states(const CheckedJob& job, const WrittenKeyword& keyword, std::int64_t states, Finding& finding) {
+void offer_states(const CheckedJob& job, const RouteTree::Keyword& keyword, std::int64_t states, Finding& finding) {
     const std::string number = std::to_string(states);
-    const auto given = std::find_if(keyword.options.begin(), keyword.options.end(),
-                                    [](const WrittenOption& option) { return option.canonical == "nstates"; });
-    const RouteTree::Keyword* node = node_of(job, keyword);
-    if (given == keyword.options.end()) {
+    const RouteTree::Option* given = keyword.find_option("nstates");
+    if (given == nullptr) {
         offer(finding, "add nstates=" + number, FixSafety::Unsafe, with_option(job, keyword, "nstates=" + number));
-    } else if (node != nullptr) {
-        offer(finding, "write nstates=" + number, FixSafety::Unsafe,
-              route_edits(job, node->options[static_cast<std::size_t>(given - keyword.options.begin())].value, number));
+    } else {
+        offer(finding, "write nstates=" + number, FixSafety::Unsafe, route_edits(job, given->value, number));
     }
 }
 
 // Offers what an option or a keyword needs: the usual one where it is among them, else each as a choice.
-void offer_needed(const CheckedJob& job, const WrittenKeyword& keyword, const Need& need, Finding& finding) {
+void offer_needed(const CheckedJob& job, const RouteTree::Keyword& keyword, const Need& need, Finding& finding) {
     constexpr std::string_view usual = "calcfc";
     const bool has_usual = std::find(need.any_of.begin(), need.any_of.end(), usual) != need.any_of.end();
     for (const std::string_view option : need.any_of) {
@@ -166,11 +156,11 @@ void offer_needed(const CheckedJob& job, const WrittenKeyword& keyword, const Ne
 
 void check_needs(const CheckedJob& job, Findings& findings) {
     for (const Need& need : needs()) {
-        const WrittenKeyword* keyword = job.find_keyword(need.keyword);
-        const WrittenOption* option = need.option.empty() ? nullptr : job.find_option(need.keyword, need.option);
+        const RouteTree::Keyword* keyword = job.find_keyword(need.keyword);
+        const RouteTree::Option* option = need.option.empty() ? nullptr : job.find_option(need.keyword, need.option);
         if (keyword == nullptr || (!need.option.empty() && option == nullptr) ||
             std::any_of(need.any_of.begin(), need.any_of.end(), [&](std::string_view other) {
-                return job.has_option(need.keyword, other) || job.find_word(other) != nullptr;
+                return job.has_option(need.keyword, other) || job.find_word(other);
             })) {
             continue;
         }
@@ -178,42 +168,40 @@ void check_needs(const CheckedJob& job, Findings& findings) {
         const bool is_given = need.option.empty() && job.molecule_from_checkpoint();
         Finding& finding =
             findings.add("GJF-R009", is_given ? Severity::Note : severity_named(need.severity), std::string(need.message),
-                         option == nullptr ? keyword->place : option->place, std::string(need.hint));
+                         job.route_place(option == nullptr ? keyword->head : option->name), std::string(need.hint));
         offer_needed(job, *keyword, need, finding);
     }
     check_active_space(job, findings);
     check_path(job, findings);
     for (const char* keyword : {"td", "tda"}) {
-        const WrittenOption* root = job.find_option(keyword, "root");
-        const std::int64_t states = integer_value(job.find_option(keyword, "nstates")).value_or(3);
-        if (const std::optional<std::int64_t> wanted = integer_value(root); wanted && *wanted > states) {
+        const RouteTree::Option* root = job.find_option(keyword, "root");
+        const std::int64_t states = integer_value(job, job.find_option(keyword, "nstates")).value_or(3);
+        if (const std::optional<std::int64_t> wanted = integer_value(job, root); wanted && *wanted > states) {
             Finding& finding = findings.add(
                 "GJF-R009", Severity::Warning,
                 "root " + std::to_string(*wanted) + " is asked for, but " + std::to_string(states) + " states are computed",
-                root->place, "raise nstates");
+                job.route_place(root->name), "raise nstates");
             offer_states(job, *job.find_keyword(keyword), *wanted, finding);
         }
     }
 }
 
-std::vector<std::string> option_texts(const WrittenKeyword& keyword) {
+std::vector<std::string> option_texts(const CheckedJob& job, const RouteTree::Keyword& keyword) {
     std::vector<std::string> texts;
-    for (const WrittenOption& option : keyword.options) {
-        texts.push_back(option.canonical + "=" + to_lower_copy(option.value));
+    for (const RouteTree::Option& option : keyword.options) {
+        texts.push_back(option.canonical + "=" + to_lower_copy(job.written(option.value)));
     }
     std::sort(texts.begin(), texts.end());
     return texts;
 }
 
 // Offers to write the options of the second keyword behind those of the first.
-void offer_merged(const CheckedJob& job, const WrittenKeyword& first, const WrittenKeyword& second, Finding& finding) {
-    const RouteTree::Keyword* node = node_of(job, second);
+void offer_merged(const CheckedJob& job, const RouteTree::Keyword& first, const RouteTree::Keyword& second,
+                  Finding& finding) {
     std::string more;
-    for (std::size_t i = 0; node != nullptr && i < second.options.size(); ++i) {
-        const WrittenOption& option = second.options[i];
-        const bool is_there = std::any_of(first.options.begin(), first.options.end(),
-                                          [&](const WrittenOption& other) { return other.canonical == option.canonical; });
-        more += is_there ? "" : (more.empty() ? "" : ",") + std::string(node->options[i].place.in(job.route_text()));
+    for (const RouteTree::Option& option : second.options) {
+        const bool is_there = first.find_option(option.canonical) != nullptr;
+        more += is_there ? "" : (more.empty() ? "" : ",") + job.written(option.place);
     }
     std::vector<TextEdit> removal = without_keyword(job, second);
     if (more.empty()) {
@@ -233,62 +221,62 @@ void offer_merged(const CheckedJob& job, const WrittenKeyword& first, const Writ
 }
 
 void check_repeats(const CheckedJob& job, Findings& findings) {
-    std::vector<const WrittenKeyword*> seen;
-    for (const WrittenSegment& segment : job.segments) {
-        for (const WrittenKeyword& keyword : segment.keywords) {
-            const auto same =
-                std::find_if(seen.begin(), seen.end(), [&](const WrittenKeyword* k) { return k->name == keyword.name; });
-            if (!keyword.known || has_trait(keyword.name, "may be repeated")) {
-                continue;
-            }
-            if (same == seen.end()) {
-                seen.push_back(&keyword);
-                continue;
-            }
-            const bool equal = option_texts(**same) == option_texts(keyword);
-            const bool is_deadly = has_trait(keyword.name, "must not be repeated");
-            Finding& finding =
-                findings.add("GJF-R002",
-                             is_deadly ? Severity::Error
-                             : equal   ? Severity::Note
-                                       : Severity::Warning,
-                             "'" + keyword.name + "' stands twice in the route" + (equal ? "" : ", with different options"),
-                             keyword.place, "write it once, with all its options in parentheses");
-            relate((*same)->place, "first here", finding);
-            if (equal) {
-                offer(finding, "write it once", FixSafety::Safe, without_keyword(job, keyword));
-            } else {
-                offer_merged(job, **same, keyword, finding);
-            }
+    std::vector<const RouteTree::Keyword*> seen;
+    for (const RouteTree::Keyword* keyword : job.keywords) {
+        const auto same =
+            std::find_if(seen.begin(), seen.end(), [&](const RouteTree::Keyword* k) { return k->name == keyword->name; });
+        if (!keyword->known() || has_trait(keyword->name, "may be repeated")) {
+            continue;
+        }
+        if (same == seen.end()) {
+            seen.push_back(keyword);
+            continue;
+        }
+        const bool equal = option_texts(job, **same) == option_texts(job, *keyword);
+        const bool is_deadly = has_trait(keyword->name, "must not be repeated");
+        Finding& finding =
+            findings.add("GJF-R002",
+                         is_deadly ? Severity::Error
+                         : equal   ? Severity::Note
+                                   : Severity::Warning,
+                         "'" + keyword->name + "' stands twice in the route" + (equal ? "" : ", with different options"),
+                         job.route_place(keyword->head), "write it once, with all its options in parentheses");
+        relate(job, (*same)->head, finding);
+        if (equal) {
+            offer(finding, "write it once", FixSafety::Safe, without_keyword(job, *keyword));
+        } else {
+            offer_merged(job, **same, *keyword, finding);
         }
     }
 }
 
 // Tells whether a route may do without a method: it restarts a job, or brings its own model.
 bool needs_no_model(const CheckedJob& job) {
-    return job.restarts() || std::any_of(job.segments.begin(), job.segments.end(), [](const WrittenSegment& segment) {
-               return std::any_of(segment.keywords.begin(), segment.keywords.end(),
-                                  [](const WrittenKeyword& keyword) { return has_trait(keyword.name, "needs no method"); });
+    return job.restarts() || std::any_of(job.keywords.begin(), job.keywords.end(), [](const RouteTree::Keyword* keyword) {
+               return has_trait(keyword->name, "needs no method");
            });
 }
 
 // Offers to leave out a basis set, which stands behind the method or alone.
-void offer_no_basis(const CheckedJob& job, const WrittenSegment& method, const WrittenSegment& basis, Finding& finding) {
-    const Span place = job.layout.route.segments[static_cast<std::size_t>(&basis - job.segments.data())].place;
-    const std::size_t slash = basis.text.find('/');
-    if (&method != &basis && basis.keywords.empty() && slash == std::string::npos) {
-        offer(finding, "leave out " + basis.text, FixSafety::Unsafe, without_word(job, place));
-    } else if (&method == &basis && basis.keywords.empty() && slash != std::string::npos &&
-               basis.text.find('/', slash + 1) == std::string::npos) {
-        offer(finding, "leave out " + basis.text.substr(slash + 1), FixSafety::Unsafe,
-              route_edits(job, span_between(place.begin + slash, place.end()), {}));
+void offer_no_basis(const CheckedJob& job, const RouteTree::Segment& method, const RouteTree::Segment& basis,
+                    Finding& finding) {
+    if (!basis.keywords.empty()) {
+        return;
+    }
+    const std::string text = job.written(basis.place);
+    const std::size_t slash = text.find('/');
+    if (&method != &basis && slash == std::string::npos) {
+        offer(finding, "leave out " + text, FixSafety::Unsafe, without_word(job, basis.place));
+    } else if (&method == &basis && slash != std::string::npos && text.find('/', slash + 1) == std::string::npos) {
+        offer(finding, "leave out " + text.substr(slash + 1), FixSafety::Unsafe,
+              route_edits(job, span_between(basis.place.begin + slash, basis.place.end()), {}));
     }
 }
 
 // The segments of the route that name its method and its basis set; null for none.
 struct ModelChemistry {
-    const WrittenSegment* method = nullptr;
-    const WrittenSegment* basis = nullptr;
+    const RouteTree::Segment* method = nullptr;
+    const RouteTree::Segment* basis = nullptr;
 };
 
 // A second-order correction goes with a multi-configuration method.
@@ -299,20 +287,21 @@ bool go_together(const std::string& a, const std::string& b) {
 // Finds method and basis set, and reports those that are named twice.
 ModelChemistry model_chemistry_of(const CheckedJob& job, Findings& findings) {
     ModelChemistry model;
-    for (const WrittenSegment& segment : job.segments) {
+    for (const RouteTree::Segment& segment : job.tree.segments) {
         if (!segment.method.empty()) {
             if (model.method != nullptr && !go_together(model.method->method, segment.method) &&
                 !go_together(segment.method, model.method->method)) {
                 findings.add("GJF-R003", Severity::Warning,
-                             "two methods: '" + model.method->method + "' and '" + segment.method + "'", segment.place,
-                             "keep one");
+                             "two methods: '" + model.method->method + "' and '" + segment.method + "'",
+                             job.route_place(segment.place), "keep one");
             }
             model.method = model.method == nullptr ? &segment : model.method;
         }
         if (!segment.basis.empty() && !has_trait(segment.basis, "stands beside a basis set")) {
             if (model.basis != nullptr && model.basis->basis != segment.basis) {
                 findings.add("GJF-R004", Severity::Warning,
-                             "two basis sets: '" + model.basis->basis + "' and '" + segment.basis + "'", segment.place,
+                             "two basis sets: '" + model.basis->basis + "' and '" + segment.basis + "'",
+                             job.route_place(segment.place),
                              "keep one; different sets for different elements are given with gen");
             }
             model.basis = model.basis == nullptr ? &segment : model.basis;
@@ -323,20 +312,18 @@ ModelChemistry model_chemistry_of(const CheckedJob& job, Findings& findings) {
 
 void check_model_chemistry(const CheckedJob& job, Findings& findings) {
     const auto [method, basis] = model_chemistry_of(job, findings);
-    const bool has_oniom = std::any_of(job.segments.begin(), job.segments.end(),
-                                       [](const WrittenSegment& segment) { return segment.is_oniom; });
-    const bool any_unknown = std::any_of(job.segments.begin(), job.segments.end(), [](const WrittenSegment& segment) {
-        return std::any_of(segment.keywords.begin(), segment.keywords.end(),
-                           [](const WrittenKeyword& keyword) { return !keyword.known; });
-    });
-    if (has_oniom || needs_no_model(job) || job.segments.empty()) {
+    const bool has_oniom = std::any_of(job.tree.segments.begin(), job.tree.segments.end(),
+                                       [](const RouteTree::Segment& segment) { return segment.is_oniom; });
+    const bool any_unknown = std::any_of(job.keywords.begin(), job.keywords.end(),
+                                         [](const RouteTree::Keyword* keyword) { return !keyword->known(); });
+    if (has_oniom || needs_no_model(job) || job.tree.segments.empty()) {
         return;
     }
     const auto names_method = [](const KeywordInfo& keyword) { return keyword.category == "method"; };
     const bool keyword_is_method = std::any_of(job.route.keywords.begin(), job.route.keywords.end(), names_method);
     if (method == nullptr && !keyword_is_method && !any_unknown) {
         findings.add("GJF-R005", Severity::Warning, "the route names no method: Gaussian takes Hartree-Fock",
-                     job.segments.front().place.line);
+                     job.route_place(job.tree.segments.front().place).line);
     }
     if (method == nullptr) {
         return;
@@ -346,11 +333,12 @@ void check_model_chemistry(const CheckedJob& job, Findings& findings) {
         Finding& finding =
             findings.add("GJF-R006", Severity::Warning,
                          "basis set '" + basis->basis + "' stands beside '" + method->method + "', which needs none",
-                         basis->place, "leave it out");
+                         job.route_place(basis->place), "leave it out");
         offer_no_basis(job, *method, *basis, finding);
     }
     if (!self_contained && basis == nullptr && !any_unknown) {
-        findings.add("GJF-R007", Severity::Warning, "the route names no basis set: Gaussian takes STO-3G", method->place);
+        findings.add("GJF-R007", Severity::Warning, "the route names no basis set: Gaussian takes STO-3G",
+                     job.route_place(method->place));
     }
 }
 

@@ -50,15 +50,16 @@ std::string hint_at_form(std::string_view word) {
 }
 
 // Offers to write an option, which stands as a word of its own, behind its keyword.
-void offer_option(const CheckedJob& job, const WrittenKeyword& keyword, Finding& finding) {
-    const std::optional<std::string_view> meant = other_name("option", keyword.head);
-    if (!meant || meant->find('(') != std::string_view::npos || keyword.raw != keyword.head) {
+void offer_option(const CheckedJob& job, const RouteTree::Keyword& keyword, Finding& finding) {
+    const std::optional<std::string_view> meant = other_name("option", keyword.head.in(job.route_text()));
+    if (!meant || meant->find('(') != std::string_view::npos || keyword.place != keyword.head) {
         return;
     }
     const std::string word(*meant);
-    const WrittenKeyword* owner = job.find_keyword(word.substr(0, word.find('=')));
-    std::vector<TextEdit> edits = owner == nullptr ? std::vector<TextEdit>{job.replacing(keyword.place, word)}
-                                                   : with_option(job, *owner, word.substr(word.find('=') + 1));
+    const RouteTree::Keyword* owner = job.find_keyword(word.substr(0, word.find('=')));
+    std::vector<TextEdit> edits = owner == nullptr
+                                      ? std::vector<TextEdit>{job.replacing(job.route_place(keyword.head), word)}
+                                      : with_option(job, *owner, word.substr(word.find('=') + 1));
     const std::vector<TextEdit> removal = owner == nullptr ? edits : without_keyword(job, keyword);
     if (owner != nullptr && !edits.empty() && !removal.empty()) {
         edits.insert(edits.begin() + (removal.front().begin > edits.front().begin ? 1 : 0), removal.front());
@@ -68,7 +69,7 @@ void offer_option(const CheckedJob& job, const WrittenKeyword& keyword, Finding&
 
 // Reports a word that is neither keyword nor method nor basis set.
 void report_unknown_word(const CheckedJob& job, const std::string& word, const TextPlace& place, Findings& findings,
-                         const WrittenKeyword* keyword = nullptr) {
+                         const RouteTree::Keyword* keyword = nullptr) {
     if (word.empty()) {
         findings.add("GJF-W005", Severity::Warning, "a sign stands alone, without a keyword before it",
                      TextPlace{place.line, place.column, 1}, hint_at_form(word));
@@ -96,23 +97,19 @@ void report_unknown_word(const CheckedJob& job, const std::string& word, const T
 }
 
 // Offers to leave out the second of two methods or basis sets of a segment, or to put it in the place of the first.
-void offer_one_model(const CheckedJob& job, const WrittenSegment& segment, const WrittenKeyword& second,
+void offer_one_model(const CheckedJob& job, const RouteTree::Segment& segment, const RouteTree::Keyword& second,
                      const std::string& first, Finding& finding) {
-    const RouteTree::Keyword* node = node_of(job, second);
-    const std::string& text = job.route_text();
-    if (node == nullptr || node->place.begin == 0 || text[node->place.begin - 1] != '/') {
+    const Span place = second.place;
+    if (place.begin == 0 || job.route_text()[place.begin - 1] != '/') {
         return;
     }
-    offer(finding, "leave out " + second.raw, FixSafety::Choice,
-          route_edits(job, span_between(node->place.begin - 1, node->place.end()), {}));
-    const Span whole = job.layout.route.segments[static_cast<std::size_t>(&segment - job.segments.data())].place;
-    const std::size_t at = to_lower_copy(whole.in(text)).find(first);
-    if (at == std::string::npos || whole.begin + at + first.size() >= node->place.begin) {
+    const std::vector<TextEdit> removal = route_edits(job, span_between(place.begin - 1, place.end()), {});
+    offer(finding, "leave out " + job.written(place), FixSafety::Choice, removal);
+    const std::size_t at = segment.place.begin + to_lower_copy(job.written(segment.place)).find(first);
+    if (at < segment.place.begin || at + first.size() >= place.begin) {
         return;
     }
-    std::vector<TextEdit> edits =
-        route_edits(job, span_between(whole.begin + at, whole.begin + at + first.size()), second.raw);
-    const std::vector<TextEdit> removal = route_edits(job, span_between(node->place.begin - 1, node->place.end()), {});
+    std::vector<TextEdit> edits = route_edits(job, span_between(at, at + first.size()), job.written(place));
     if (!edits.empty() && !removal.empty()) {
         edits.push_back(removal.front());
         offer(finding, "leave out " + first, FixSafety::Choice, std::move(edits));
@@ -121,20 +118,23 @@ void offer_one_model(const CheckedJob& job, const WrittenSegment& segment, const
 
 // Reports a word that a piece of a segment was left with, since a method or a basis set stands there already; tells whether
 // it was one.
-bool check_second_model(const CheckedJob& job, const WrittenSegment& segment, const WrittenKeyword& keyword,
+bool check_second_model(const CheckedJob& job, const RouteTree::Segment& segment, const RouteTree::Keyword& keyword,
                         Findings& findings) {
-    const TextPlace place{keyword.place.line, keyword.place.column, keyword.raw.size()};
-    if (!keyword.is_method && !segment.method.empty() && job.schema.knows_method_exact(keyword.head)) {
+    const std::string head = job.written(keyword.head);
+    const std::string raw = job.written(keyword.place);
+    TextPlace place = job.route_place(keyword.head);
+    place.length = raw.size();
+    if (!keyword.is_method && !segment.method.empty() && job.schema.knows_method_exact(head)) {
         Finding& finding =
-            findings.add("GJF-R003", Severity::Warning, "two methods: '" + segment.method + "' and '" + keyword.raw + "'",
-                         place, "keep one; a second model chemistry stands behind '//', with its basis set");
+            findings.add("GJF-R003", Severity::Warning, "two methods: '" + segment.method + "' and '" + raw + "'", place,
+                         "keep one; a second model chemistry stands behind '//', with its basis set");
         offer_one_model(job, segment, keyword, segment.method, finding);
         return true;
     }
-    if (!keyword.is_method && !keyword.known && !segment.basis.empty() && job.schema.knows_basis(keyword.raw)) {
+    if (!keyword.is_method && !keyword.known() && !segment.basis.empty() && job.schema.knows_basis(raw)) {
         Finding& finding =
-            findings.add("GJF-R004", Severity::Warning, "two basis sets: '" + segment.basis + "' and '" + keyword.raw + "'",
-                         place, "keep one; different sets for different elements are given with gen");
+            findings.add("GJF-R004", Severity::Warning, "two basis sets: '" + segment.basis + "' and '" + raw + "'", place,
+                         "keep one; different sets for different elements are given with gen");
         offer_one_model(job, segment, keyword, segment.basis, finding);
         return true;
     }
@@ -195,16 +195,14 @@ void offer_choices(const CheckedJob& job, const TextPlace& place, std::string_vi
 }
 
 // Offers Gaussian's name for a functional; a dispersion correction stands behind the segment as a word of its own.
-void offer_functional(const CheckedJob& job, const WrittenSegment& segment, const std::string& word, const TextPlace& place,
-                      std::string_view meant, FixSafety safety, Finding& finding) {
+void offer_functional(const CheckedJob& job, const RouteTree::Segment& segment, const std::string& word,
+                      const TextPlace& place, std::string_view meant, FixSafety safety, Finding& finding) {
     const std::string prefix = word.substr(0, paper_prefix(word).size());
     const std::size_t blank = meant.find(' ');
     std::vector<TextEdit> edits = {job.replacing(place, prefix + std::string(meant.substr(0, blank)))};
     if (blank != std::string_view::npos) {
-        const auto index = static_cast<std::size_t>(&segment - job.segments.data());
-        const Span end =
-            span_between(job.layout.route.segments[index].place.end() - 1, job.layout.route.segments[index].place.end());
-        const std::vector<TextPlace> last = route_places(job.layout, end);
+        const std::size_t end = segment.place.end();
+        const std::vector<TextPlace> last = route_places(job.layout, span_between(end - 1, end));
         if (last.size() != 1) {
             return;
         }
@@ -219,8 +217,8 @@ void offer_functional(const CheckedJob& job, const WrittenSegment& segment, cons
 }
 
 // Reports a paper's name for a functional; tells whether it was one.
-bool check_paper_name(const CheckedJob& job, const WrittenSegment& segment, const std::string& word, const TextPlace& place,
-                      Findings& findings) {
+bool check_paper_name(const CheckedJob& job, const RouteTree::Segment& segment, const std::string& word,
+                      const TextPlace& place, Findings& findings) {
     const bool is_own = segment.is_oniom || job.schema.knows_method_exact(word) || job.schema.knows_keyword_exact(word);
     const std::optional<std::string_view> name = is_own ? std::nullopt : paper_name_of(word);
     if (!name) {
@@ -239,26 +237,28 @@ bool check_paper_name(const CheckedJob& job, const WrittenSegment& segment, cons
     return true;
 }
 
-void check_unknown_words(const CheckedJob& job, const WrittenSegment& segment, const AmbiguousWords& told,
+void check_unknown_words(const CheckedJob& job, const RouteTree::Segment& segment, const AmbiguousWords& told,
                          Findings& findings) {
-    for (const WrittenKeyword& keyword : segment.keywords) {
-        if (check_paper_name(job, segment, keyword.head, keyword.place, findings) ||
-            check_second_model(job, segment, keyword, findings) || keyword.known) {
+    for (const RouteTree::Keyword& keyword : segment.keywords) {
+        const std::string head = job.written(keyword.head);
+        const TextPlace place = job.route_place(keyword.head);
+        if (check_paper_name(job, segment, head, place, findings) || check_second_model(job, segment, keyword, findings) ||
+            keyword.known()) {
             continue;
         }
-        const std::vector<std::string> candidates = candidates_of(job, keyword.head);
+        const std::vector<std::string> candidates = candidates_of(job, head);
         if (candidates.size() < 2) {
-            report_unknown_word(job, keyword.head, keyword.place, findings, &keyword);
-        } else if (told.count(keyword.head) == 0) {
-            Finding& finding = findings.add("GJF-W005", Severity::Warning,
-                                            "'" + keyword.head + "' is no route keyword, method or basis set", keyword.place,
-                                            "it may begin " + format_warning_candidates(candidates, 6));
-            offer_choices(job, keyword.place, keyword.head, candidates, finding);
+            report_unknown_word(job, head, place, findings, &keyword);
+        } else if (told.count(head) == 0) {
+            Finding& finding =
+                findings.add("GJF-W005", Severity::Warning, "'" + head + "' is no route keyword, method or basis set", place,
+                             "it may begin " + format_warning_candidates(candidates, 6));
+            offer_choices(job, place, head, candidates, finding);
         }
     }
     // A word before "=" that is no keyword makes the segment a basis set assignment, and the word is lost.
-    if (segment.is_assignment && !equals_folded(segment.assigned, "basis")) {
-        report_unknown_word(job, segment.assigned, segment.assigned_place, findings);
+    if (segment.is_assignment && !equals_folded(segment.assigned.in(job.route_text()), "basis")) {
+        report_unknown_word(job, job.written(segment.assigned), job.route_place(segment.assigned), findings);
     }
 }
 
@@ -297,12 +297,12 @@ bool has_odd_functions(std::string_view basis) {
 }
 
 // Reports a basis set that begins as one does but goes on as none.
-void check_basis_suffix(const CheckedJob& job, const WrittenSegment& segment, Findings& findings) {
+void check_basis_suffix(const CheckedJob& job, const RouteTree::Segment& segment, Findings& findings) {
     if (segment.basis.empty() || job.schema.knows_basis_exact(segment.basis)) {
         return;
     }
-    TextPlace place = segment.place;
-    const std::size_t at = to_lower_copy(segment.text).find(segment.basis);
+    TextPlace place = job.route_place(segment.place);
+    const std::size_t at = to_lower_copy(job.written(segment.place)).find(segment.basis);
     if (at != std::string::npos && at + segment.basis.size() <= place.length) {
         place = {place.line, place.column + at, segment.basis.size()};
     }
@@ -312,64 +312,64 @@ void check_basis_suffix(const CheckedJob& job, const WrittenSegment& segment, Fi
                  "look at what follows the name in parentheses");
 }
 
-void check_option_words(const CheckedJob& job, const WrittenKeyword& keyword, Findings& findings) {
-    if (!keyword.known || has_trait(keyword.name, "takes free text")) {
+void check_option_words(const CheckedJob& job, const RouteTree::Keyword& keyword, Findings& findings) {
+    if (!keyword.known() || has_trait(keyword.name, "takes free text")) {
         return;
     }
     for (std::size_t i = 0; i < keyword.options.size(); ++i) {
-        const WrittenOption& option = keyword.options[i];
-        const char first = option.name.empty() ? '0' : option.name.front();
+        const RouteTree::Option& option = keyword.options[i];
+        const std::string name = job.written(option.name);
+        const char first = name.empty() ? '0' : name.front();
         const bool is_value = (first >= '0' && first <= '9') || first == '-' || first == '+' || first == '.';
         // The names of some solvents hold a comma; levels of theory are options of ircmax.
         const bool ends_solvent = i > 0 && keyword.options[i - 1].canonical == "solvent" &&
-                                  is_solvent(keyword.options[i - 1].value + "," + option.name);
-        const bool is_model = keyword.name == "ircmax" && option.name.find('/') != std::string::npos;
-        if (is_value || ends_solvent || is_model || job.schema.knows_option(keyword.name, option.name) ||
-            job.schema.option_completions(keyword.name, option.name).size() > 1) {
+                                  is_solvent(job.written(keyword.options[i - 1].value) + "," + name);
+        const bool is_model = keyword.name == "ircmax" && name.find('/') != std::string::npos;
+        if (is_value || ends_solvent || is_model || job.schema.knows_option(keyword.name, name) ||
+            job.schema.option_completions(keyword.name, name).size() > 1) {
             continue;
         }
         if (job.schema.options_of(keyword.name).empty()) {
             return;  // asked last: the list is long, and most options are known
         }
-        const std::vector<std::string> near =
-            findings.may_look_for_names() ? near_names(to_lower_copy(option.name), all_options(job.schema, keyword.name))
-                                          : std::vector<std::string>();
-        const bool names_solvent = keyword.name == "scrf" && is_solvent(option.name);
-        Finding& finding = findings.add("GJF-R001", is_misspelt(option.name, near) ? Severity::Error : Severity::Warning,
-                                        "'" + option.name + "' is no option of " + keyword.name, option.place,
-                                        names_solvent ? "write solvent=" + option.name : did_you_mean(near));
+        const std::vector<std::string> near = findings.may_look_for_names()
+                                                  ? near_names(to_lower_copy(name), all_options(job.schema, keyword.name))
+                                                  : std::vector<std::string>();
+        const TextPlace place = job.route_place(option.name);
+        const bool names_solvent = keyword.name == "scrf" && is_solvent(name);
+        Finding& finding = findings.add("GJF-R001", is_misspelt(name, near) ? Severity::Error : Severity::Warning,
+                                        "'" + name + "' is no option of " + keyword.name, place,
+                                        names_solvent ? "write solvent=" + name : did_you_mean(near));
         if (names_solvent) {
-            offer_words(job, option.place, option.name, {"solvent=" + option.name}, FixSafety::Unsafe, finding);
+            offer_words(job, place, name, {"solvent=" + name}, FixSafety::Unsafe, finding);
         } else {
-            offer_near(job, option.place, option.name, near, finding);
+            offer_near(job, place, name, near, finding);
         }
     }
 }
 
 // Offers to write another name of a solvent: Gaussian's own where it is known, else the nearest.
-void offer_solvent(const CheckedJob& job, const WrittenKeyword& keyword, const WrittenOption& option,
-                   const std::vector<std::string>& names, FixSafety safety, Finding& finding) {
-    const RouteTree::Keyword* node = node_of(job, keyword);
+void offer_solvent(const CheckedJob& job, const RouteTree::Option& option, const std::vector<std::string>& names,
+                   FixSafety safety, Finding& finding) {
     for (const std::string& name : names) {
-        if (node != nullptr) {
-            offer(finding, "write " + name, names.size() == 1 ? safety : FixSafety::Choice,
-                  route_edits(job, node->options[static_cast<std::size_t>(&option - keyword.options.data())].value, name));
-        }
+        offer(finding, "write " + name, names.size() == 1 ? safety : FixSafety::Choice,
+              route_edits(job, option.value, name));
     }
 }
 
-void check_solvent(const CheckedJob& job, const WrittenKeyword& keyword, Findings& findings) {
-    for (const WrittenOption& option : keyword.options) {
-        const std::string_view value = trim_view(option.value);
+void check_solvent(const CheckedJob& job, const RouteTree::Keyword& keyword, Findings& findings) {
+    for (const RouteTree::Option& option : keyword.options) {
+        const std::string_view value = option.value.in(job.route_text());
         if (option.canonical != "solvent" || value.empty() || is_solvent(value)) {
             continue;
         }
         const std::vector<std::string> near = near_names(to_lower_copy(value), solvent_names());
         const std::optional<std::string_view> abbreviated = abbreviated_solvent(value);
-        Finding& finding = findings.add("GJF-R012", is_misspelt(value, near) ? Severity::Error : Severity::Warning,
-                                        "'" + std::string(value) + "' is no solvent of Gaussian", option.place,
-                                        abbreviated ? "Gaussian calls it " + std::string(*abbreviated) : did_you_mean(near));
-        offer_solvent(job, keyword, option, abbreviated ? std::vector<std::string>{std::string(*abbreviated)} : near,
+        Finding& finding =
+            findings.add("GJF-R012", is_misspelt(value, near) ? Severity::Error : Severity::Warning,
+                         "'" + std::string(value) + "' is no solvent of Gaussian", job.route_place(option.name),
+                         abbreviated ? "Gaussian calls it " + std::string(*abbreviated) : did_you_mean(near));
+        offer_solvent(job, option, abbreviated ? std::vector<std::string>{std::string(*abbreviated)} : near,
                       abbreviated ? FixSafety::Safe : FixSafety::Unsafe, finding);
     }
 }
@@ -396,15 +396,14 @@ void check_route_words(const CheckedMolecule& molecule, Findings& findings) {
     }
     check_warnings(job, findings);
     const AmbiguousWords told = told_ambiguous(job);
-    for (const RouteTree::Segment& segment : job.layout.route.segments) {
+    for (const RouteTree::Segment& segment : job.tree.segments) {
+        check_basis_suffix(job, segment, findings);
         if (segment.is_oniom) {
             check_level_words(job, segment, findings);
+            continue;
         }
-    }
-    for (const WrittenSegment& segment : job.segments) {
         check_unknown_words(job, segment, told, findings);
-        check_basis_suffix(job, segment, findings);
-        for (const WrittenKeyword& keyword : segment.keywords) {
+        for (const RouteTree::Keyword& keyword : segment.keywords) {
             check_option_words(job, keyword, findings);
             if (keyword.name == "scrf") {
                 check_solvent(job, keyword, findings);

@@ -4,6 +4,7 @@
 
 #include <gjf/core/check/fixes.hpp>
 #include <gjf/core/chemistry/elements.hpp>
+#include <gjf/core/knowledge/facts.hpp>
 #include <gjf/core/reader/molecule_fields.hpp>
 #include <gjf/core/sections/section_kinds.hpp>
 #include <gjf/core/text/number.hpp>
@@ -88,7 +89,7 @@ void check_missing(const CheckedJob& job, Findings& findings) {
                                             "' is missing, which the route asks for with " + extra_input_request(kind),
                                         job.layout.lines.last,
                                         "sections stand behind the molecule in a fixed order, each ended by a blank line");
-        if (const WrittenOption* option = job.find_option("geom", "connectivity");
+        if (const RouteTree::Option* option = job.find_option("geom", "connectivity");
             kind == Kind::Connectivity && option != nullptr) {
             offer(finding, "leave out geom=connectivity", FixSafety::Unsafe,
                   without_option(job, *job.find_keyword("geom"), *option));
@@ -96,24 +97,14 @@ void check_missing(const CheckedJob& job, Findings& findings) {
     }
 }
 
-// Requests for input that the sections' own rules do not know: a keyword and its option.
-constexpr const char* further_requests[][2] = {
-    {"geom", "modredundant"}, {"geom", "modify"},       {"geom", "addgic"},       {"geom", "readallgic"},
-    {"geom", "gic"},          {"geom", "step"},         {"opt", "gic"},           {"opt", "readallgic"},
-    {"opt", "readharmonic"},  {"output", "wfx"},        {"pop", "nbo7read"},      {"pop", "nbo7del"},
-    {"pop", "nbodel"},        {"pop", "nbo6del"},       {"freq", "readharmonic"}, {"freq", "readdifferentharmonic"},
-    {"freq", "modredundant"}, {"freq", "readisotopes"}, {"cphf", "rdfreq"},       {"polar", "optrot"},
-    {"polar", "dcshg"},       {"opt", "nofreeze"},      {"pop", "savemixed"},     {"irc", "recorrect"},
-    {"freq", "franckcondon"}, {"freq", "ht"},           {"freq", "fcht"},         {"output", "pickett"}};
-
 // Counts the basis sets and core potentials that the levels of an ONIOM job take from the input, and a fitting set that is
 // given like a basis set.
 std::size_t count_basis_requests(const CheckedJob& job) {
     const std::string& oniom = job.route.oniom_expression;
     const std::size_t of_oniom = contains_folded(oniom, "genecp") ? 2 : contains_folded(oniom, "gen") ? 1 : 0;
-    const bool of_fitting = std::any_of(job.segments.begin(), job.segments.end(), [](const WrittenSegment& segment) {
-        return contains_folded(segment.text, "/gen/gen");
-    });
+    const bool of_fitting = std::any_of(
+        job.tree.segments.begin(), job.tree.segments.end(),
+        [&](const RouteTree::Segment& segment) { return contains_folded(job.written(segment.place), "/gen/gen"); });
     return of_oniom + (of_fitting ? 1 : 0);
 }
 
@@ -131,9 +122,7 @@ std::size_t count_sphere_lists(const CheckedJob& job) {
 }
 
 std::size_t count_further_requests(const CheckedJob& job) {
-    const auto of_options = std::count_if(std::begin(further_requests), std::end(further_requests),
-                                          [&](const auto& request) { return job.has_option(request[0], request[1]); });
-    return static_cast<std::size_t>(of_options) + count_basis_requests(job) + count_sphere_lists(job);
+    return job.count_words(words_with("may ask for input")) + count_basis_requests(job) + count_sphere_lists(job);
 }
 
 bool all_lines(const CheckedJob& job, const LineRange& lines, bool (*test)(std::string_view)) {
@@ -185,12 +174,11 @@ bool has_line_with(const CheckedJob& job, const LineRange& lines, std::string_vi
 
 // Writes genecp in the place of the gen that ends a segment of the route.
 std::vector<TextEdit> with_genecp(const CheckedJob& job) {
-    for (std::size_t i = 0; i < job.segments.size(); ++i) {
-        const WrittenSegment& segment = job.segments[i];
-        const Span place = job.layout.route.segments[i].place;
-        if (segment.basis == "gen" && segment.text.size() >= 3 &&
-            equals_folded(std::string_view(segment.text).substr(segment.text.size() - 3), "gen")) {
-            return route_edits(job, span_between(place.end() - 3, place.end()), "genecp");
+    for (const RouteTree::Segment& segment : job.tree.segments) {
+        const Span last =
+            span_between(segment.place.end() - std::min<std::size_t>(segment.place.length, 3), segment.place.end());
+        if (segment.basis == "gen" && equals_folded(last.in(job.route_text()), "gen")) {
+            return route_edits(job, last, "genecp");
         }
     }
     return {};

@@ -21,14 +21,14 @@ struct ActiveSpace {
 
 std::optional<ActiveSpace> active_space_of(const CheckedJob& job) {
     for (const char* name : {"casscf", "cas"}) {
-        const WrittenKeyword* keyword = job.find_keyword(name);
+        const RouteTree::Keyword* keyword = job.find_keyword(name);
         if (keyword == nullptr || keyword->options.size() < 2) {
             continue;
         }
-        const std::optional<std::int64_t> electrons = to_int64(keyword->options[0].name);
-        const std::optional<std::int64_t> orbitals = to_int64(keyword->options[1].name);
+        const std::optional<std::int64_t> electrons = to_int64(job.written(keyword->options[0].name));
+        const std::optional<std::int64_t> orbitals = to_int64(job.written(keyword->options[1].name));
         if (electrons && orbitals) {
-            return ActiveSpace{*electrons, *orbitals, keyword->options[0].place};
+            return ActiveSpace{*electrons, *orbitals, job.route_place(keyword->options[0].name)};
         }
     }
     return std::nullopt;

@@ -12,7 +12,7 @@
 namespace quor::input::gaussian {
 namespace {
 
-Span span_at(std::size_t begin, RouteStretch part) noexcept { return span_between(begin + part.begin, begin + part.end); }
+Span span_at(std::size_t begin, Span part) noexcept { return span_between(begin + part.begin, begin + part.end()); }
 
 RouteMatch match_of(bool exact, bool known, std::string_view written, std::string_view canonical, std::size_t candidates) {
     if (exact) {
@@ -39,6 +39,12 @@ RouteMatch match_option(const SimpleYAMLParser& schema, const std::string& keywo
 }
 
 }  // namespace
+
+const RouteTree::Option* RouteTree::Keyword::find_option(std::string_view wanted) const noexcept {
+    const auto found =
+        std::find_if(options.begin(), options.end(), [&](const Option& option) { return option.canonical == wanted; });
+    return found == options.end() ? nullptr : &*found;
+}
 
 void RouteRecorder::begin_segment(const ParsedKeywords& before, Span place) {
     had_method_ = !before.method.empty();
@@ -99,24 +105,24 @@ void RouteRecorder::enter_piece(const std::string& piece) {
 
 void RouteRecorder::take_assignment(std::size_t equals) {
     segment().is_assignment = true;
-    segment().assigned = span_at(piece_, trimmed_stretch(std::string_view(tree_.text).substr(piece_), {0, equals}));
+    segment().assigned = span_at(piece_, trimmed_span(std::string_view(tree_.text).substr(piece_), span_between(0, equals)));
 }
 
 void RouteRecorder::add_keyword(const std::string& name, const std::string& raw, bool is_method) {
     const KeywordShape shape = segment().is_oniom ? oniom_shape(raw) : keyword_shape(raw);
     RouteTree::Keyword& keyword = segment().keywords.emplace_back();
-    keyword.place = span_at(piece_, {0, raw.size()});
+    keyword.place = span_between(piece_, piece_ + raw.size());
     keyword.head = span_at(piece_, shape.head);
     keyword.name = name;
     keyword.is_method = is_method;
-    keyword.match = match_keyword(schema_, std::string(stretch_text(raw, shape.head)), name);
-    for (const RouteStretch item : shape.items) {
+    keyword.match = match_keyword(schema_, std::string(shape.head.in(raw)), name);
+    for (const Span item : shape.items) {
         const KeywordItem parts = keyword_item(raw, item);
         RouteTree::Option& option = keyword.options.emplace_back();
         option.place = span_at(piece_, item);
         option.name = span_at(piece_, parts.name);
         option.value = span_at(piece_, parts.value);
-        const std::string written(stretch_text(raw, parts.name));
+        const std::string written(parts.name.in(raw));
         option.canonical = schema_.normalize_option(name, written);
         option.match = match_option(schema_, name, written, option.canonical);
     }

@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace quor::input::gaussian {
@@ -42,6 +43,8 @@ struct QUOR_GJF_API RouteTree {
         std::vector<Option> options;
 
         bool known() const noexcept { return match != RouteMatch::Unknown && match != RouteMatch::Ambiguous; }
+        /// Returns the first option with this preferred spelling, or null.
+        const Option* find_option(std::string_view name) const noexcept;
     };
 
     /// What stands between blanks outside of brackets. What it says by itself does not depend on its neighbours; what it

@@ -1,0 +1,43 @@
+// What a route asks for, by name: keywords, options and words of its tree. Private to the library.
+#pragma once
+
+#include <core/export.hpp>
+#include <gjf/core/route/route_tree.hpp>
+
+#include <cstddef>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace quor::input::gaussian {
+
+/// Answers whether and where a route has a word. Names are preferred spellings; what stands in an ONIOM expression is no
+/// keyword of the route.
+class QUOR_GJF_API RouteWords {
+   public:
+    /// `route` must outlive the object.
+    explicit RouteWords(const RouteTree& route);
+
+    const RouteTree& tree;
+    std::vector<const RouteTree::Keyword*> keywords;  ///< in the order of the route
+
+    /// Returns the first, or the last, keyword of this name, or null.
+    const RouteTree::Keyword* find_keyword(std::string_view name) const noexcept;
+    const RouteTree::Keyword* last_keyword(std::string_view name) const noexcept;
+    /// Returns the first such option of any keyword of this name, or null.
+    const RouteTree::Option* find_option(std::string_view keyword, std::string_view option) const noexcept;
+    bool has_keyword(std::string_view name) const noexcept { return find_keyword(name) != nullptr; }
+    bool has_option(std::string_view keyword, std::string_view option) const noexcept {
+        return find_option(keyword, option) != nullptr;
+    }
+    /// Returns where the route has a word: a keyword (td also as rtd and utd), an option, as opt=calcfc, or a method.
+    std::optional<Span> find_word(std::string_view word) const noexcept;
+    /// Tells whether the route has all, or any, of some words with blanks between, and how many.
+    bool has_all_words(std::string_view words) const noexcept;
+    bool has_any_word(std::string_view words) const noexcept;
+    std::size_t count_words(std::string_view words) const noexcept;
+    /// Tells whether a segment names this basis set.
+    bool names_basis(std::string_view name) const noexcept;
+};
+
+}  // namespace quor::input::gaussian
