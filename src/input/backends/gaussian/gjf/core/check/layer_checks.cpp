@@ -4,7 +4,7 @@
 #include <gjf/core/check/fixes.hpp>
 
 #include <gjf/core/reader/molecule_fields.hpp>
-#include <gjf/core/route/route_scanner.hpp>
+#include <gjf/core/route/option_syntax.hpp>
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>

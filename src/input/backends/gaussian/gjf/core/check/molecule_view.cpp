@@ -3,7 +3,6 @@
 
 #include <gjf/core/chemistry/layers.hpp>
 #include <gjf/core/reader/row_form.hpp>
-#include <gjf/core/route/route_scanner.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
 

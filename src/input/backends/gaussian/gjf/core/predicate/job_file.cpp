@@ -5,7 +5,7 @@
 #include <gjf/core/chemistry/elements.hpp>
 #include <gjf/core/job/memory_amount.hpp>
 #include <gjf/core/reader/gjf_parser.hpp>
-#include <gjf/core/route/route_scanner.hpp>
+#include <gjf/core/route/option_syntax.hpp>
 #include <gjf/core/schema/route_schema_cache.hpp>
 #include <gjf/core/sections/section_kinds.hpp>
 #include <gjf/core/text/text.hpp>

@@ -52,6 +52,11 @@ std::string oniom_layers(const std::string& expression) {
     return layers == shape.items.end() ? std::string() : std::string(layers->in(expression));
 }
 
+std::vector<std::string> oniom_levels(const std::string& expression) {
+    std::vector<std::string> levels = split_top_level_list(oniom_layers(expression), ':');
+    return levels.size() > 1 && expression.find('(') != std::string::npos ? levels : std::vector<std::string>();
+}
+
 std::vector<std::string> format_route(const ParsedKeywords& route) {
     const std::string model = format_model_chemistry(route);
     std::vector<std::string> words = {"#" + route.print_level + (model.empty() ? "" : " " + model)};

@@ -22,6 +22,9 @@ std::string format_oniom(const std::string& layers, const std::vector<RouteOptio
 /// Returns the model of an ONIOM expression: the item of its list with the levels of the layers.
 std::string oniom_layers(const std::string& expression);
 
+/// Returns the levels of an ONIOM expression, as in oniom(b3lyp/6-31g*:uff), highest first; none of any other text.
+std::vector<std::string> oniom_levels(const std::string& expression);
+
 /// Writes the words of a route: the head with the model chemistry, and each keyword as it was written where that is known.
 std::vector<std::string> format_route(const ParsedKeywords& route);
 

@@ -107,21 +107,4 @@ std::vector<std::string> split_route_segments_preserving_nesting(const std::stri
     return texts;
 }
 
-std::vector<std::string> oniom_levels(const std::string& expression) {
-    const int open = find_top_level_char(expression, '(');
-    const int close = open < 0 ? -1 : find_matching_paren(expression, static_cast<std::size_t>(open));
-    if (close < 0) {
-        return {};
-    }
-    const auto begin = static_cast<std::size_t>(open) + 1;
-    for (const std::string& item :
-         split_top_level_list(expression.substr(begin, static_cast<std::size_t>(close) - begin), ',')) {
-        std::vector<std::string> levels = split_top_level_list(item, ':');
-        if (levels.size() > 1) {
-            return levels;
-        }
-    }
-    return {};
-}
-
 }  // namespace quor::input::gaussian

@@ -21,7 +21,4 @@ QUOR_GJF_API std::vector<std::string> split_top_level_list(const std::string& te
 /// Cuts a route at top-level white space; an option list with blanks in it stays one segment.
 QUOR_GJF_API std::vector<std::string> split_route_segments_preserving_nesting(const std::string& route);
 
-/// Returns the levels of an ONIOM expression, as in oniom(b3lyp/6-31g*:uff), highest first; none of any other text.
-QUOR_GJF_API std::vector<std::string> oniom_levels(const std::string& expression);
-
 }  // namespace quor::input::gaussian

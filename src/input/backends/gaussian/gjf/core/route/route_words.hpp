@@ -1,7 +1,6 @@
 // What a route asks for, by name: keywords, options and words of its tree. Private to the library.
 #pragma once
 
-#include <core/export.hpp>
 #include <gjf/core/route/route_tree.hpp>
 
 #include <cstddef>
@@ -13,7 +12,7 @@ namespace quor::input::gaussian {
 
 /// Answers whether and where a route has a word. Names are preferred spellings; what stands in an ONIOM expression is no
 /// keyword of the route.
-class QUOR_GJF_API RouteWords {
+class RouteWords {
    public:
     /// `route` must outlive the object.
     explicit RouteWords(const RouteTree& route);
