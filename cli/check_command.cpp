@@ -7,6 +7,7 @@
 #include "plain_text.hpp"
 #include "shared_checkpoints.hpp"
 #include "terminal.hpp"
+#include "where.hpp"
 
 #include <gjf/gjf.hpp>
 
@@ -38,6 +39,7 @@ struct CheckArguments {
     bool list = false;
     std::vector<std::string> explained;
     FixArguments fixing;
+    Where where;
 };
 
 // Escape sequences around parts of a finding; all empty without colour.
@@ -152,10 +154,11 @@ FileResult result_of(const std::string& path, const FixedFile& file, const Check
 
 FileResult check_file(const std::string& path, const CheckArguments& arguments, const Colours& colours,
                       quor::core::fs::FolderFlushes& folders, SharedCheckpoints& shared) {
-    const auto is_wanted = [&](const Finding& finding) {
-        return is_chosen(finding.code, arguments.selected, arguments.ignored);
-    };
     const std::string content = read_text(path);
+    const ChosenJobs jobs(arguments.where, path, content);
+    const auto is_wanted = [&](const Finding& finding) {
+        return is_chosen(finding.code, arguments.selected, arguments.ignored) && jobs.has(finding.job);
+    };
     const auto file = std::make_shared<FixedFile>();
     std::vector<BegunCheckpoint> begun;
     if (arguments.fixing.works()) {
@@ -251,6 +254,7 @@ void add_check_command(CLI::App& command, int& exit_code) {
         ->type_name("SEVERITY")
         ->check(CLI::IsMember({"error", "warning", "note"}));
     add_fix_options(command, arguments->fixing);
+    add_where_option(command, arguments->where);
     command.add_flag("--exit-zero", arguments->exit_zero, "Exit with 0 although there are findings");
     command.add_flag("--statistics", arguments->statistics, "Tell how often each code was found, instead of the findings");
     command.add_flag("--list", arguments->list, "List all codes with their titles");

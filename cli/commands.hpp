@@ -13,6 +13,7 @@ enum ExitCode { exit_success = 0, exit_failure = 1, exit_usage = 2 };
 /// Declares a subcommand's arguments; when it is chosen, its callback stores the exit code.
 void add_report_command(CLI::App& command, int& exit_code);
 void add_check_command(CLI::App& command, int& exit_code);
+void add_find_command(CLI::App& command, int& exit_code);
 void add_outline_command(CLI::App& command, int& exit_code);
 void add_route_command(CLI::App& command, int& exit_code);
 void add_complete_command(CLI::App& command, int& exit_code);

@@ -26,6 +26,7 @@ constexpr Command commands[] = {
     {"report", "Print what is in job files: Link 0, route, molecule, extra input and route warnings",
      quor_gjf::add_report_command},
     {"check", "Find what would make jobs fail, or give another result than meant", quor_gjf::add_check_command},
+    {"find", "Name the jobs that fit a condition on route, charge, atoms and more", quor_gjf::add_find_command},
     {"outline", "Tell which lines of a job file hold what, and what is missing or left over", quor_gjf::add_outline_command},
     {"route", "Explain a route: model chemistry, keywords, the sections it wants, warnings", quor_gjf::add_route_command},
     {"complete", "List what may complete the last word of a route", quor_gjf::add_complete_command},

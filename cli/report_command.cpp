@@ -1,14 +1,20 @@
-// quor-gjf report: prints what is in job files, with each job's route warnings under it.
+// quor-gjf report: prints what is in job files, with each job's route warnings under it, or a table of chosen fields.
 #include "batch.hpp"
 #include "commands.hpp"
+#include "field_table.hpp"
 #include "input.hpp"
+#include "terminal.hpp"
+#include "where.hpp"
 
 #include <gjf/gjf.hpp>
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <cstdio>
 #include <memory>
+#include <numeric>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -46,29 +52,68 @@ std::string report_of(const JobReading& reading) {
 }
 
 // The reports of a file's jobs, each under its number when there are several.
-std::string report_of(const std::vector<JobReading>& readings) {
+std::string report_of(const JobFile& file, const std::vector<std::size_t>& jobs) {
+    const std::string count = std::to_string(file.jobs().size());
     std::string text;
-    for (std::size_t i = 0; i < readings.size(); ++i) {
-        if (readings.size() > 1) {
-            text += (i == 0 ? "--- Job " : "\n--- Job ") + std::to_string(i + 1) + " of " + std::to_string(readings.size()) +
-                    " ---\n";
+    for (const std::size_t job : jobs) {
+        if (file.jobs().size() > 1) {
+            text += (text.empty() ? "--- Job " : "\n--- Job ") + std::to_string(job + 1) + " of " + count + " ---\n";
         }
-        text += report_of(readings[i]);
+        text += report_of(file.jobs()[job]);
     }
     return text;
 }
 
-FileResult report_file(const std::string& path, bool with_heading, bool json) {
-    const std::string text = read_text(path);
-    const std::vector<JobReading> readings = read_jobs_with_layout(text);
+struct ReportArguments {
+    BatchOptions batch;
+    Where where;
+    std::vector<std::string> field_names;
+    std::string format;
+    Fields fields;
+    TableForm form = TableForm::Text;
+
+    bool is_table() const noexcept { return !fields.empty(); }
+};
+
+std::string output_of(const JobFile& file, const std::vector<std::size_t>& jobs, const ReportArguments& arguments,
+                      bool with_heading) {
+    if (arguments.is_table()) {
+        return arguments.batch.json ? fields_json(file, jobs, arguments.fields)
+                                    : table_rows(file, jobs, arguments.fields, arguments.form);
+    }
+    if (!arguments.batch.json) {
+        return (with_heading ? "==> " + file.path() + " <==\n" : std::string()) + report_of(file, jobs);
+    }
+    if (jobs.size() == file.jobs().size()) {
+        return readings_json(file.path(), file.jobs());
+    }
+    std::vector<JobReading> readings;
+    for (const std::size_t job : jobs) {
+        readings.push_back(file.jobs()[job]);
+    }
+    return readings_json(file.path(), readings);
+}
+
+std::vector<std::size_t> jobs_to_report(const JobFile& file, const Where& where) {
+    if (where) {
+        return fitting_jobs(*where, file);
+    }
+    std::vector<std::size_t> all(file.jobs().size());
+    std::iota(all.begin(), all.end(), std::size_t{0});
+    return all;
+}
+
+FileResult report_file(const std::string& path, const ReportArguments& arguments, bool with_heading) {
+    const JobFile file(path, read_text(path));
     const auto is_read = [](const JobReading& reading) { return reading.error.empty(); };
-    if (std::none_of(readings.begin(), readings.end(), is_read)) {
-        GJFParser::parse_string_multi(text);  // throws what it says of such a file
+    if (std::none_of(file.jobs().begin(), file.jobs().end(), is_read) && !arguments.where) {
+        GJFParser::parse_string_multi(file.text());  // throws what it says of such a file
     }
     FileResult result;
-    result.out = json ? readings_json(path, readings)
-                      : (with_heading ? "==> " + path + " <==\n" : std::string()) + report_of(readings);
-    for (const JobReading& reading : readings) {
+    const std::vector<std::size_t> jobs = jobs_to_report(file, arguments.where);
+    result.out = jobs.empty() && arguments.where ? std::string() : output_of(file, jobs, arguments, with_heading);
+    for (const std::size_t job : jobs) {
+        const JobReading& reading = file.jobs()[job];
         if (!is_read(reading)) {
             result.err += path + ": Job " + std::to_string(reading.layout.number) + ": " + reading.error + "\n";
             result.code = exit_failure;
@@ -77,23 +122,54 @@ FileResult report_file(const std::string& path, bool with_heading, bool json) {
     return result;
 }
 
-int report(const BatchOptions& options) {
+// Says what --fields and --output-format ask for.
+void read_table(ReportArguments& arguments) {
+    const bool is_csv = arguments.format == "csv";
+    const bool is_markdown = arguments.format == "markdown";
+    arguments.batch.json = arguments.batch.json || arguments.format == "json";
+    arguments.form = is_csv ? TableForm::Csv : is_markdown ? TableForm::Markdown : TableForm::Text;
+    if (is_csv || is_markdown || !arguments.field_names.empty()) {
+        try {
+            arguments.fields = fields_named(arguments.field_names);
+        } catch (const std::runtime_error& error) {
+            throw CLI::ValidationError("--fields", printable(error.what()));
+        }
+    }
+}
+
+int report(ReportArguments& arguments) {
+    read_table(arguments);
     report_missing_vocabulary();
-    const bool with_heading = names_several_files(options.paths);
+    const bool with_heading = names_several_files(arguments.batch.paths);
     Batch batch;
     batch.output_name = "the report";
-    batch.separator = options.json ? "" : "\n";
-    batch.work = [&](const std::string& path) { return report_file(path, with_heading, options.json); };
-    return run_batch(options, batch);
+    batch.separator = arguments.batch.json || arguments.is_table() ? "" : "\n";
+    batch.work = [&](const std::string& path) { return report_file(path, arguments, with_heading); };
+    if (arguments.is_table() && !arguments.batch.json) {
+        std::fputs(table_head(arguments.fields, arguments.form).c_str(), stdout);
+    }
+    return run_batch(arguments.batch, batch);
 }
 
 }  // namespace
 
 void add_report_command(CLI::App& command, int& exit_code) {
-    const auto options = std::make_shared<BatchOptions>();
-    add_batch_options(command, *options);
+    const auto arguments = std::make_shared<ReportArguments>();
+    add_batch_options(command, arguments->batch);
     command.get_option("FILE")->required();
-    command.callback([options, &exit_code] { exit_code = report(*options); });
+    command
+        .add_option("--fields", arguments->field_names,
+                    "Print a table of these fields, a row a job, as in file,method,charge (find --fields lists them)")
+        ->delimiter(',')
+        ->allow_extra_args(false)
+        ->type_name("NAMES");
+    command
+        .add_option("--output-format", arguments->format,
+                    "How to print: text (default), json; tables of fields also csv, markdown")
+        ->type_name("FORMAT")
+        ->check(CLI::IsMember({"text", "json", "csv", "markdown"}));
+    add_where_option(command, arguments->where);
+    command.callback([arguments, &exit_code] { exit_code = report(*arguments); });
 }
 
 }  // namespace quor_gjf

@@ -1,15 +1,18 @@
-// quor-gjf split: writes each job of a file, byte for byte, to a file of its own.
+// quor-gjf split: writes each job of a file, or chosen ones, byte for byte, to a file of its own.
 #include "commands.hpp"
 #include "input.hpp"
 #include "output.hpp"
+#include "where.hpp"
 
 #include <gjf/gjf.hpp>
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <memory>
+#include <numeric>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -21,6 +24,8 @@ namespace {
 struct SplitArguments {
     std::string input;
     std::string folder;
+    std::vector<std::size_t> jobs;  // from 1; none for all
+    Where where;
     bool force = false;
 };
 
@@ -36,6 +41,28 @@ std::string numbered_name(const std::filesystem::path& input, std::size_t number
     return input.stem().string() + '_' + digits + (extension.empty() ? ".gjf" : extension);
 }
 
+// Returns the jobs that are wanted, counted from 0.
+std::vector<std::size_t> wanted_jobs(const SplitArguments& arguments, const std::string& text, std::size_t count) {
+    std::vector<std::size_t> wanted;
+    if (arguments.where) {
+        wanted = fitting_jobs(*arguments.where, quor::input::gaussian::JobFile(arguments.input, text));
+    } else {
+        wanted.resize(count);
+        std::iota(wanted.begin(), wanted.end(), std::size_t{0});
+    }
+    for (const std::size_t job : arguments.jobs) {
+        if (job == 0 || job > count) {
+            throw std::runtime_error("there is no job " + std::to_string(job) + ": the file has " + std::to_string(count));
+        }
+    }
+    const auto is_left_out = [&](std::size_t job) {
+        return !arguments.jobs.empty() &&
+               std::find(arguments.jobs.begin(), arguments.jobs.end(), job + 1) == arguments.jobs.end();
+    };
+    std::erase_if(wanted, is_left_out);
+    return wanted;
+}
+
 int split(const SplitArguments& arguments) {
     const std::string text = read_text(arguments.input);
     const std::vector<std::string_view> pieces = quor::input::gaussian::job_texts(text);
@@ -45,16 +72,17 @@ int split(const SplitArguments& arguments) {
     const std::filesystem::path input = arguments.input;
     const std::filesystem::path folder =
         arguments.folder.empty() ? input.parent_path() : std::filesystem::path(arguments.folder);
+    const std::vector<std::size_t> wanted = wanted_jobs(arguments, text, pieces.size());
     std::vector<std::string> names;
-    for (std::size_t i = 0; i < pieces.size(); ++i) {
-        names.push_back((folder / numbered_name(input, i + 1, pieces.size())).string());
+    for (const std::size_t job : wanted) {
+        names.push_back((folder / numbered_name(input, job + 1, pieces.size())).string());
         check_output(names.back(), arguments.force);
     }
-    for (std::size_t i = 0; i < pieces.size(); ++i) {
-        write_output(names[i], std::string(pieces[i]), arguments.force);
+    for (std::size_t i = 0; i < wanted.size(); ++i) {
+        write_output(names[i], std::string(pieces[wanted[i]]), arguments.force);
         std::printf("%s\n", names[i].c_str());
     }
-    return exit_success;
+    return wanted.empty() ? exit_failure : exit_success;
 }
 
 }  // namespace
@@ -64,6 +92,13 @@ void add_split_command(CLI::App& command, int& exit_code) {
     command.add_option("FILE", arguments->input, "A job file; - reads standard input")->required();
     command.add_option("-o,--output", arguments->folder, "Write into this folder (default: that of the file)")
         ->type_name("FOLDER");
+    command
+        .add_option("--job", arguments->jobs,
+                    "Write this job alone, counted from 1; may be given several times, or with commas")
+        ->delimiter(',')
+        ->allow_extra_args(false)
+        ->type_name("N");
+    add_where_option(command, arguments->where);
     command.add_flag("--force", arguments->force, "Replace files that are there already");
     command.callback([arguments, &exit_code] { exit_code = guarded(arguments->input, [&] { return split(*arguments); }); });
 }

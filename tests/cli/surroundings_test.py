@@ -26,7 +26,7 @@ while IFS= read -r line; do complete_line "$line"; done
 """
 # What is completed, and with what. bash itself takes "=" for a break of words.
 COMPLETIONS = {
-    "quor-gjf ": "report check outline route complete edit format split join schema completion",
+    "quor-gjf ": "report check find outline route complete edit format split join schema completion",
     "quor-gjf c": "check complete completion",
     "quor-gjf help": "",
     "quor-gjf check --fail-on=e": "error",
@@ -42,7 +42,7 @@ COMPLETIONS = {
     "quor-gjf edit --remove-": "--remove-keyword --remove-atoms --remove-section",
     "quor-gjf edit --unset nprocs": "nprocshared",
     "quor-gjf edit --remove-section nb": "nbo",
-    "quor-gjf report --json w": "",
+    "quor-gjf report --json nosuchfile": "",
     "quor-gjf route m062": "m062x",
     "quor-gjf route hf/def2tzvpp": "hf/def2tzvpp",
     "quor-gjf route opt=calcf": "calcfc",

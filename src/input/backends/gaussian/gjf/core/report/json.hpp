@@ -6,6 +6,7 @@
 
 #include <core/export.hpp>
 #include <gjf/core/check/checker.hpp>
+#include <gjf/core/predicate/job_file.hpp>
 #include <gjf/core/reader/job_layout.hpp>
 #include <gjf/core/route/route_completion.hpp>
 #include <gjf/core/schema/simple_yaml_parser.hpp>
@@ -34,6 +35,14 @@ QUOR_GJF_API std::string check_json(const std::string& path, const std::vector<F
 
 /// Returns a line about one code of the checker: its code, its title, and what else of it is not empty.
 QUOR_GJF_API std::string check_code_json(const CheckDescription& description);
+
+/// Returns the line about the jobs of a file, counted from 0, that fit a condition.
+QUOR_GJF_API std::string find_json(const JobFile& file, const std::vector<std::size_t>& jobs);
+
+/// Returns the line about chosen fields of jobs of a file: numbers, texts, and lists where a job may have several; null for
+/// what is not known or not there. Memory is in bytes.
+QUOR_GJF_API std::string fields_json(const JobFile& file, const std::vector<std::size_t>& jobs,
+                                     const std::vector<JobField>& fields);
 
 /// Returns the line about which lines of a file hold what.
 QUOR_GJF_API std::string outline_json(const std::string& path, const std::vector<JobReading>& readings);
