@@ -15,7 +15,7 @@ from .bonds import Bond, Bonds
 from .checks import Finding, Fix, FixedText, check, check_codes, check_many, fix
 from .errors import FileError, MissingFileError, ParseError, VocabularyError, WriteError
 from .head import ChargeSpin
-from .job import Job, Jobs
+from .job import Job, Jobs, UnreadableJob
 from .reading import edit, edit_all, from_ase, loads, loads_all, read, read_all, read_many, vocabulary_path
 from .route import Keywords, Route, route
 from .sections import Section, SectionKind, Sections
@@ -25,8 +25,8 @@ __version__ = "0.2.0"
 
 __all__ = [
     "Atom", "Atoms", "Bond", "Bonds", "ChargeSpin", "FileError", "Finding", "Fix", "FixedText", "Job", "Jobs", "Keyword", "Keywords",
-    "MissingFileError", "ParseError", "Route", "RouteWarning", "Section", "SectionKind", "Sections", "Selection", "VocabularyError", "WriteError",
-    "check",
-    "check_codes", "check_many", "edit", "edit_all", "fix", "from_ase", "loads", "loads_all", "read", "read_all", "read_many", "route",
+    "MissingFileError", "ParseError", "Route", "RouteWarning", "Section", "SectionKind", "Sections", "Selection", "UnreadableJob",
+    "VocabularyError", "WriteError", "check", "check_codes", "check_many", "edit", "edit_all", "fix", "from_ase", "loads", "loads_all",
+    "read", "read_all", "read_many", "route",
     "vocabulary_path",
 ]

@@ -192,10 +192,67 @@ class Job(Molecule):
         return friends.to_frame(self)
 
 
+class UnreadableJob(Job):
+    """A job of a file that cannot be read, among others that can.
+
+    It keeps its text, which ``str(job)`` returns, and its place among the others when these are saved. Any other use raises the
+    ParseError that tells why, with ``filename`` and ``line``.
+
+    >>> jobs = gjf.loads_all(str(job) + "\\n--Link1--\\n# hf/sto-3g\\n\\nbroken\\n\\n0 x\\nHe 0 0 0\\n")
+    >>> jobs[1].title
+    Traceback (most recent call last):
+        ...
+    quor_gjf.ParseError: GJF Parse Error: Job 2: GJF Parse Error: Invalid charge/spin line: 0 x
+    """
+
+    __slots__ = ("_handle",)
+    is_as_read = True  # nothing can change it
+
+    @property
+    def _native(self) -> _core.Job:  # type: ignore[override]
+        try:
+            self._handle.refuse_unreadable()
+        except ParseError as error:
+            raise (error if self.path is None else file_error(error, self.path)) from None
+        return self._handle
+
+    def __str__(self) -> str:
+        return self._handle.text(False)
+
+    def __repr__(self) -> str:
+        return "<Job that cannot be read>"
+
+    def copy(self) -> Job:
+        """Return the job itself, since nothing can change it."""
+        return self
+
+    def __reduce__(self) -> Any:
+        return _job_of_source, (self._handle.source, self._handle.index, self.path)
+
+
+def _job_of_source(source: _core.Source, index: int, path: Optional[str]) -> Job:
+    return job_of(source.job(index), path)
+
+
+def job_of(native: _core.Job, path: Optional[str]) -> Job:
+    """Return the job of a handle, also of one that cannot be read."""
+    if native.readable():
+        return Job._of(native, path)
+    job = UnreadableJob.__new__(UnreadableJob)
+    job._handle = native
+    job.path = path
+    return job
+
+
+def _handle_of(job: Job) -> _core.Job:
+    return job._handle if isinstance(job, UnreadableJob) else job._native
+
+
 class Jobs(List[Job]):
     """The jobs of a file, as a list that can be written: ``str(jobs)`` and ``save``.
 
-    What stands between jobs of one file is kept while they are in their order.
+    What stands between jobs of one file is kept while they are in their order. A job that cannot be read, among others that can, is
+    an ``UnreadableJob``.
 
     >>> jobs = gjf.Jobs([job, job.copy()])
     >>> jobs[1].route.keywords["freq"] = None
@@ -211,7 +268,7 @@ class Jobs(List[Job]):
 
     def to_text(self, *, force: bool = False) -> str:
         """Return the text of all jobs, as ``str(jobs)`` does; ``force`` as in ``Job.to_text``."""
-        return _core.file_text([job._native for job in self], force)
+        return _core.file_text([_handle_of(job) for job in self], force)
 
     def save(self, path: Optional[PathLike] = None, *, force: bool = False) -> None:
         """Write all jobs to one file, whole or not at all; without a path to the one that they were read from.
@@ -221,7 +278,7 @@ class Jobs(List[Job]):
         target = _target(path, self.path)
         own = _is_own(target, self.path)
         try:
-            self._source = _core.save_jobs([job._native for job in self], self._source, target, own, self.path is None, force)
+            self._source = _core.save_jobs([_handle_of(job) for job in self], self._source, target, own, self.path is None, force)
         except ParseError as error:
             raise file_error(error, target) from None
         if self.path is None and os.path.isfile(target):  # a pipe cannot be saved to again
@@ -229,7 +286,7 @@ class Jobs(List[Job]):
 
     def to_json(self) -> str:
         """Return all jobs as one JSON object, which is what ``quor-gjf report --json`` prints for their file."""
-        return _core.report_json(self.path or "-", [job._native for job in self])
+        return _core.report_json(self.path or "-", [_handle_of(job) for job in self])
 
 
 def _target(path: Optional[PathLike], own: Optional[str]) -> str:

@@ -9,7 +9,7 @@ from . import _core
 from .atoms import Atom
 from .errors import ParseError, file_error, refuse_odd_arguments
 from .friends import TRANSLATION_VECTOR
-from .job import Job, Jobs, PathLike
+from .job import Job, Jobs, PathLike, job_of
 
 if TYPE_CHECKING:
     import ase
@@ -33,7 +33,11 @@ def read(path: PathLike) -> Job:
 
 
 def read_all(path: PathLike) -> Jobs:
-    """Read every job of a file."""
+    """Read every job of a file.
+
+    One that cannot be read, among others that can, is an ``UnreadableJob``: it keeps its text and its place, and raises when it is
+    used. ParseError when none can be read.
+    """
     name = os.fsdecode(path)
     try:
         return _jobs(_core.read_all(name), name)
@@ -51,12 +55,12 @@ def loads(text: str) -> Job:
 
 
 def loads_all(text: str) -> Jobs:
-    """Read every job of a text."""
+    """Read every job of a text, as ``read_all`` does."""
     return _jobs(_core.loads_all(text), None)
 
 
 def _jobs(natives: "List[_core.Job]", path: Optional[str]) -> Jobs:
-    jobs = Jobs(Job._of(native, path) for native in natives)
+    jobs = Jobs(job_of(native, path) for native in natives)
     jobs.path = path
     jobs._source = natives[0].source
     return jobs

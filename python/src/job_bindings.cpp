@@ -86,7 +86,6 @@ void bind_job(JobClass& job) {
     job.def(py::init<>());
     job.def("copy", [](const JobHandle& self) { return JobHandle(self); });
     job.def("assign", [](JobHandle& self, const JobHandle& other) { self = other; });
-    job.def_property_readonly("source", [](const JobHandle& self) { return self.source; });
     job.def("text", [](const JobHandle& self, bool force) {
         const JobHandle copy = self;
         return Text{[&] {

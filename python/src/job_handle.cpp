@@ -74,6 +74,9 @@ JobHandle read_job_of(std::string text, std::size_t index) {
 }
 
 JobHandle reread(const JobHandle& written, const JobHandle& read) {
+    if (!read.readable()) {
+        return read;
+    }
     GJFData data = read.editor.get_data();
     const std::vector<AtomCoord>& atoms = written.editor.get_data().geom.atoms;
     for (std::size_t i = 0; i < std::min(atoms.size(), data.geom.atoms.size()); ++i) {
@@ -131,21 +134,28 @@ JobHandle read_first_job(std::string text) {
 
 std::vector<JobHandle> read_all_jobs(std::string text) {
     std::vector<JobReading> readings = read_jobs_with_layout(text);
-    GJFMultiData data;
-    if (readings.empty() || !std::all_of(readings.begin(), readings.end(), is_read_whole)) {
-        data = read_guarded(text, GJFParser::parse_string_multi);
-        readings.clear();
-    }
-    for (JobReading& reading : readings) {
-        data.jobs.push_back(std::move(reading.job));
+    if (std::none_of(readings.begin(), readings.end(), is_read_whole)) {
+        read_guarded(text, GJFParser::parse_string_multi);  // throws what it says of such a text
     }
     const Source source = std::make_shared<SourceText>(std::move(text));
     std::vector<JobHandle> jobs;
-    jobs.reserve(data.jobs.size());
-    for (GJFData& job : data.jobs) {
-        jobs.push_back({GJFEditor(std::move(job)), source, jobs.size()});
+    jobs.reserve(readings.size());
+    for (JobReading& reading : readings) {
+        JobHandle& job = jobs.emplace_back(JobHandle{GJFEditor(GJFData{}), source, jobs.size()});
+        if (is_read_whole(reading)) {
+            job.editor = GJFEditor(std::move(reading.job));
+        }
+        job.fault = std::move(reading.error);
+        job.fault_line = reading.error_line;
     }
     return jobs;
+}
+
+void JobHandle::refuse_unreadable() const {
+    if (!readable()) {
+        const GJFParseException of_job("Job " + std::to_string(index + 1) + ": " + GJFParseException(fault).what());
+        throw MalformedText(of_job.what(), fault_line);
+    }
 }
 
 std::string read_file_text(const std::string& path) { return read_whole_file(path); }

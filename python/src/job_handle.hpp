@@ -43,12 +43,18 @@ using Source = std::shared_ptr<SourceText>;
 /// The editor took the job from the source, so that its atom origins tell where in the source an atom stands.
 struct JobHandle {
     quor::input::gaussian::GJFEditor editor{quor::input::gaussian::GJFData{}};
-    Source source;          ///< none for a job that was not read
-    std::size_t index = 0;  ///< of the job among those of the source
+    Source source;           ///< none for a job that was not read
+    std::size_t index = 0;   ///< of the job among those of the source
+    std::string fault = {};  ///< why it cannot be read, and in which line of the source; it stays a text then, without data
+    std::size_t fault_line = 0;
+
+    bool readable() const noexcept { return fault.empty(); }
+    /// Throws `MalformedText` for a job that cannot be read.
+    void refuse_unreadable() const;
 };
 using JobPointers = std::vector<const JobHandle*>;
 
-/// Reads the first job of a text, or all of them; throws `MalformedText`.
+/// Reads the first job of a text, or all of them; throws `MalformedText` when it, or none of them, can be read.
 JobHandle read_first_job(std::string text);
 std::vector<JobHandle> read_all_jobs(std::string text);
 

@@ -69,7 +69,9 @@ std::string rewritten_source(const SourceText& source, const JobPointers& jobs, 
         std::vector<bool> kept(document.job_count(), false);
         for (const JobHandle* job : jobs) {
             if (job->source != nullptr) {
-                give(document, job->index, *job);
+                if (job->readable()) {
+                    give(document, job->index, *job);
+                }
                 kept[job->index] = true;
             }
         }
@@ -114,6 +116,9 @@ std::string joined(const JobPointers& jobs, bool force) {
 }  // namespace
 
 std::string job_text(const JobHandle& job, bool force) {
+    if (!job.readable()) {
+        return job.source->job_text(job.index);
+    }
     if (job.source == nullptr) {
         return fixed_layout(job.editor);
     }

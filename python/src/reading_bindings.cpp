@@ -92,6 +92,12 @@ Source save_handles(const std::vector<JobHandle*>& jobs, const Source& source, c
 
 void bind_reading(py::module_& module) {
     py::class_<SourceText, Source>(module, "Source", "A text that was read.")
+        .def("job",
+             [](const Source& self, std::size_t index) {
+                 JobHandle job = std::move(read_all_jobs(self->text).at(index));
+                 job.source = self;
+                 return job;
+             })
         .def(py::pickle([](const SourceText& source) { return py::make_tuple(Text{source.text}); },
                         [](const py::tuple& state) { return std::make_shared<SourceText>(state[0].cast<Text>().value); }));
     module.def(
@@ -111,12 +117,14 @@ void bind_reading(py::module_& module) {
     module.def("file_text", &file_text_of);
     module.def("save_jobs", &save_handles);
     module.def("report_json", [](const Text& path, const std::vector<JobHandle*>& jobs) {
-        std::vector<GJFData> data;
-        for (JobHandle* job : jobs) {
-            job->editor.ensure_parsed_keywords();
-            data.push_back(job->editor.get_data());
+        std::vector<JobReading> readings(jobs.size());
+        for (std::size_t i = 0; i < jobs.size(); ++i) {
+            jobs[i]->editor.ensure_parsed_keywords();
+            readings[i].job = jobs[i]->editor.get_data();
+            readings[i].error = jobs[i]->fault;
+            readings[i].error_line = jobs[i]->fault_line;
         }
-        std::string line = report_json(path.value, data);
+        std::string line = readings_json(path.value, readings);
         line.pop_back();
         return to_python(line);
     });

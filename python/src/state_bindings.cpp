@@ -301,6 +301,12 @@ JobHandle job_from(State state) {
 
 }  // namespace
 
-void bind_state(JobClass& job) { job.def(py::pickle(&state_of, &job_from)); }
+void bind_state(JobClass& job) {
+    job.def(py::pickle(&state_of, &job_from));
+    job.def_property_readonly("source", [](const JobHandle& self) { return self.source; });
+    job.def_readonly("index", &JobHandle::index);
+    job.def("readable", &JobHandle::readable);
+    job.def("refuse_unreadable", &JobHandle::refuse_unreadable);
+}
 
 }  // namespace quor_python

@@ -1,6 +1,9 @@
 """Reading: what comes, how errors come, many files at once."""
+import copy
+import json
 import os
 import pathlib
+import pickle
 import threading
 import time
 
@@ -255,7 +258,7 @@ def test_no_leak_over_ten_thousand_reads(tmp_path):
 
 WRONG_LINES = [
     ("# hf\n\nt\n\n0 one\nH 0 0 0\n\n", 5), ("\n\n", None), ("# hf\n\nt\n\n0 99999999999\nH 0 0 0\n\n", 5),
-    ("# hf\n\nt\n\n0 1\nH 0 0 0\n\n--Link1--\n# hf\n\nt\n\n0 one\nH 0 0 0\n\n", 13),
+    ("# hf\n\nt\n\n0 two\nH 0 0 0\n\n--Link1--\n# hf\n\nt\n\n0 one\nH 0 0 0\n\n", 5),
 ]
 
 
@@ -276,3 +279,63 @@ def test_errors_of_edits_have_no_place(job):
     with pytest.raises(gjf.ParseError) as caught:
         job.reorder([0, 0, 1])
     assert (caught.value.filename, caught.value.line) == (None, None)
+
+
+HALF_READ = """#p hf/sto-3g
+
+first
+
+0 1
+He 0. 0. 0.
+
+--Link1--
+# hf/sto-3g   ! broken
+
+second
+
+x 1
+He 0. 0. 0.
+
+--Link1--
+
+--Link1--
+#p hf/sto-3g
+
+third
+
+0 1
+Ne 0. 0. 0.
+
+"""
+
+
+def test_jobs_that_cannot_be_read_keep_their_text_and_place(folder):
+    (folder / "half.gjf").write_text(HALF_READ)
+    [many] = gjf.read_many(["half.gjf"], all_jobs=True)
+    for jobs in (gjf.loads_all(HALF_READ), gjf.read_all("half.gjf"), many, pickle.loads(pickle.dumps(gjf.read_all("half.gjf"))),
+                 copy.deepcopy(many)):
+        assert [isinstance(job, gjf.UnreadableJob) for job in jobs] == [False, True, False]
+        assert [jobs[0].title, jobs[2].title] == ["first", "third"]
+        assert str(jobs) == HALF_READ and str(jobs[1]) in HALF_READ and "! broken" in str(jobs[1]) and jobs[1].is_as_read
+        assert json.loads(jobs.to_json())["jobs"][1] == {"error": {"line": 13, "message": "Invalid charge/spin line: x 1"}}
+        for use in (lambda job: job.title, lambda job: job.atoms, lambda job: job.to_json(), lambda job: job == jobs[0],
+                    lambda job: setattr(job, "charge", 1), lambda job: job.report()):
+            with pytest.raises(gjf.ParseError, match="GJF Parse Error: Job 2: GJF Parse Error: Invalid charge/spin line: x 1") as caught:
+                use(jobs[1])
+            assert (caught.value.filename, caught.value.line) == (jobs[1].path, 13)
+        repr(jobs)
+        jobs[2].charge = 2
+        assert str(jobs) == HALF_READ.replace("0 1\nNe", "2 1\nNe")
+        assert str(gjf.Jobs([jobs[2], jobs[1]])).count("! broken") == 1
+    jobs.save(folder / "copy.gjf")
+    jobs = gjf.read_all("half.gjf")
+    del jobs[0]
+    jobs[1].mem = "1GB"
+    jobs.save()
+    assert (folder / "half.gjf").read_text() == HALF_READ[HALF_READ.index("# hf"):].replace("#p hf", "%mem=1GB\n#p hf")
+    assert isinstance(jobs[0], gjf.UnreadableJob) and jobs[1].title == "third"
+    with pytest.raises(gjf.ParseError):
+        gjf.read("half.gjf")
+    with gjf.edit_all("half.gjf") as jobs:
+        jobs[1].mem = None
+    assert (folder / "half.gjf").read_text() == HALF_READ[HALF_READ.index("# hf"):]

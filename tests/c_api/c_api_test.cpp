@@ -534,6 +534,15 @@ TEST(CDocument, KeepsTheTextOfAJobThatCannotBeRead) {
     EXPECT_EQ(gjf_document_job(document.get(), 0), nullptr);
     EXPECT_EQ(std::string(gjf_document_last_error(document.get())),
               "GJF Parse Error: Job 1: GJF Parse Error: Invalid coordinate value: 0x");
+    char reason[64] = "x";
+    EXPECT_EQ(gjf_document_readable(document.get(), 0), 0);
+    EXPECT_EQ(gjf_document_fault(document.get(), 0, reason, sizeof reason), 6);
+    EXPECT_STREQ(reason, "Invalid coordinate value: 0x");
+    EXPECT_EQ(gjf_document_readable(document.get(), 1), 1);
+    EXPECT_EQ(gjf_document_fault(document.get(), 1, reason, sizeof reason), 0);
+    EXPECT_STREQ(reason, "");
+    EXPECT_EQ(gjf_document_fault(document.get(), 0, reason, 8), -1);
+    EXPECT_STREQ(gjf_document_last_error(document.get()), "fault output buffer is too small");
     gjf_editor_set_charge_and_spin(gjf_document_job(document.get(), 1), 2, 3);
     EXPECT_EQ(text_of(document.get()), broken + "# hf/sto-3g\n\nt\n\n2 3\nHe 0 0 0\n\n");
 }
@@ -561,6 +570,16 @@ TEST(CDocument, ReportsEveryFailure) {
         {[&] { return gjf_document_save(none, 0) == -1; }, "document handle is null"},
         {[&] { return gjf_document_save_as(none, "x", 0) == -1; }, "document handle is null"},
         {[&] { return gjf_document_job(document.get(), -1) == nullptr; }, "job index must not be negative"},
+        {[&] { return gjf_document_readable(none, 0) == -1; }, "document handle is null"},
+        {[&] { return gjf_document_fault(none, 0, buffer, 8) == -1; }, "document handle is null"},
+        {[&] { return gjf_document_readable(document.get(), -1) == -1; }, "job index must not be negative"},
+        {[&] { return gjf_document_fault(document.get(), -1, buffer, 8) == -1; }, "job index must not be negative"},
+        {[&] { return gjf_document_fault(document.get(), 0, nullptr, 8) == -1; }, "fault output buffer is invalid"},
+        {[&] { return gjf_document_fault(document.get(), 0, buffer, 0) == -1; }, "fault output buffer is invalid"},
+        {[&] { return gjf_document_readable(document.get(), 2) == -1; },
+         "GJF Parse Error: Invalid job index: 2 (total jobs: 2)"},
+        {[&] { return gjf_document_fault(document.get(), 2, buffer, 8) == -1; },
+         "GJF Parse Error: Invalid job index: 2 (total jobs: 2)"},
         {[&] { return gjf_document_job(document.get(), 2) == nullptr; },
          "GJF Parse Error: Invalid job index: 2 (total jobs: 2)"},
         {[&] { return gjf_document_to_string(document.get(), 0, nullptr, 8) == -1; }, "GJF output buffer is invalid"},

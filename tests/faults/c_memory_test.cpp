@@ -184,6 +184,9 @@ const Function functions[] = {
      [](Handles& h) { return (h.made_document = gjf_document_open(files().input.c_str())) != nullptr; }},
     {"gjf_document_job_count", [](Handles& h) { return gjf_document_job_count(h.document) == 1; }},
     {"gjf_document_job", [](Handles& h) { return gjf_document_job(h.document, 0) != nullptr; }},
+    {"gjf_document_readable", [](Handles& h) { return gjf_document_readable(h.document, 0) == 1; }},
+    {"gjf_document_fault",
+     [](Handles& h) { return gjf_document_fault(h.document, 0, h.buffer.data(), static_cast<int>(h.buffer.size())) == 0; }},
     {"gjf_document_text_size", [](Handles& h) { return gjf_document_text_size(h.document, 0) > 0; }},
     {"gjf_document_to_string",
      [](Handles& h) {

@@ -84,10 +84,10 @@ TEST(JobLayout, CountsLinesOverAllJobsOfAText) {
     const std::vector<JobReading> readings =
         read_jobs_with_layout("\n--Link1--\n# hf/sto-3g\n\nt\n\n0 1\nH 0 0 0\n\n--Link1--\n# hf/sto-3g geom=allcheck\n");
     ASSERT_EQ(readings.size(), 2u);
-    EXPECT_EQ(readings[0].layout.number, 2u);
+    EXPECT_EQ(readings[0].layout.number, 1u);
     EXPECT_EQ(ends(readings[0].layout.lines), (Ends{3, 9}));
     EXPECT_EQ(readings[0].layout.atoms, (std::vector<std::size_t>{8}));
-    EXPECT_EQ(readings[1].layout.number, 3u);
+    EXPECT_EQ(readings[1].layout.number, 2u);
     EXPECT_EQ(readings[1].layout.route_words.front().line, 11u);
     EXPECT_EQ(readings[1].layout.charge_line, 0u);
 }

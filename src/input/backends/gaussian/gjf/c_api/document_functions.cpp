@@ -49,8 +49,7 @@ int gjf_document_job_count(quor_gjf_document* document) noexcept {
 
 quor_gjf_editor* gjf_document_job(quor_gjf_document* document, int index) noexcept {
     return with_editor(document, static_cast<quor_gjf_editor*>(nullptr), [&](GJFDocument& jobs) {
-        require(index >= 0, "job index must not be negative");
-        const auto job = static_cast<std::size_t>(index);
+        const std::size_t job = job_index(index);
         GJFEditor& editor = jobs.job(job);
         document->jobs.resize(jobs.job_count());
         std::unique_ptr<quor_gjf_editor>& handle = document->jobs[job];
@@ -58,6 +57,23 @@ quor_gjf_editor* gjf_document_job(quor_gjf_document* document, int index) noexce
             handle = std::make_unique<quor_gjf_editor>(editor, *document);
         }
         return handle.get();
+    });
+}
+
+int gjf_document_readable(quor_gjf_document* document, int index) noexcept {
+    return with_editor(document, -1, [&](const GJFDocument& jobs) { return jobs.readable(job_index(index)) ? 1 : 0; });
+}
+
+int gjf_document_fault(quor_gjf_document* document, int index, char* buffer, int buffer_size) noexcept {
+    return with_editor(document, -1, [&](const GJFDocument& jobs) {
+        const OutputBuffer output{buffer, buffer_size, "fault output buffer is invalid", "fault output buffer is too small"};
+        output.check();
+        const std::size_t job = job_index(index);
+        const ReadingFault& fault = jobs.fault(job);
+        const std::size_t line = jobs.readable(job) ? 0 : line_and_column(jobs.original_text(), fault.place.begin).line;
+        const int number = to_int(line, "line number does not fit in int");
+        output.fill(fault.message);
+        return number;
     });
 }
 

@@ -48,6 +48,11 @@ void OutputBuffer::fill(std::string_view text) const {
     data[text.size()] = '\0';
 }
 
+std::size_t job_index(int index) {
+    require(index >= 0, "job index must not be negative");
+    return static_cast<std::size_t>(index);
+}
+
 int to_int(std::size_t count, const char* message) {
     require(count <= static_cast<std::size_t>(std::numeric_limits<int>::max()), message);
     return static_cast<int>(count);

@@ -106,6 +106,9 @@ inline OutputBuffer job_text_buffer(char* data, int size) noexcept {
     return {data, size, "GJF output buffer is invalid", "GJF output buffer is too small"};
 }
 
+/// Returns the index of a job as a size; throws for a negative one.
+std::size_t job_index(int index);
+
 /// Returns a count as an int; throws with a message when it does not fit.
 int to_int(std::size_t count, const char* message);
 

@@ -9,11 +9,6 @@ namespace {
 using namespace quor::input::gaussian;
 using namespace quor::input::gaussian::c_api;
 
-std::size_t job_index(int index) {
-    require(index >= 0, "job index must not be negative");
-    return static_cast<std::size_t>(index);
-}
-
 }  // namespace
 
 extern "C" {

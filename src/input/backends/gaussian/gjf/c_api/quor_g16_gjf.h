@@ -262,6 +262,16 @@ QUOR_GJF_C_API int gjf_document_job_count(quor_gjf_document* document) QUOR_GJF_
  * this job cannot be read. */
 QUOR_GJF_C_API quor_gjf_editor* gjf_document_job(quor_gjf_document* document, int index) QUOR_GJF_C_NOEXCEPT;
 
+/* Tells whether a job can be read: 1, or 0 for one that stays the text that it is; or -1: NULL handle, "job index must not
+ * be negative", "Invalid job index: N (total jobs: M)". */
+QUOR_GJF_C_API int gjf_document_readable(quor_gjf_document* document, int index) QUOR_GJF_C_NOEXCEPT;
+
+/* Copies why a job cannot be read into `buffer`, and returns the line (from 1) where that lies; an empty text and 0 for a
+ * job that can be read. Returns -1: as gjf_document_readable, "fault output buffer is invalid", "fault output buffer is too
+ * small". */
+QUOR_GJF_C_API int gjf_document_fault(quor_gjf_document* document, int index, char* buffer,
+                                      int buffer_size) QUOR_GJF_C_NOEXCEPT;
+
 /* Returns how many bytes the changed text takes, its NUL included, or -1: NULL handle, "text size does not fit in int", or
  * why the changes cannot be written. With `force` not 0, text that cannot follow a change stays as it is. The text is kept
  * until it is copied by gjf_document_to_string, or a handle of the document or of its jobs is used otherwise. */

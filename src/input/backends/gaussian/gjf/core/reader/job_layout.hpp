@@ -38,7 +38,7 @@ struct SectionLayout {
 
 /// Where the parts of one job stand. Lines count from 1 over the whole text. Lists run parallel to those of the job.
 struct JobLayout {
-    std::size_t number = 0;                ///< of the job's piece between --Link1-- lines, from 1, blank pieces counted
+    std::size_t number = 0;                ///< of the job, from 1; blank pieces between --Link1-- lines are no jobs
     LineRange lines;                       ///< all lines of the piece, without the --Link1-- lines
     std::vector<std::size_t> link0_lines;  ///< every line taken as a Link 0 line
     std::vector<TextPlace> route_words;    ///< of ControlSection::route_keywords

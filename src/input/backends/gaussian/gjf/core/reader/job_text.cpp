@@ -55,7 +55,7 @@ void for_each_job_piece(std::string_view text, const std::function<void(JobPiece
     std::string_view rest = skip_byte_order_mark(text);
     bool separated = true;
     std::size_t first_line = 1;
-    for (std::size_t number = 1; separated || !rest.empty(); ++number) {
+    for (std::size_t number = 1; separated || !rest.empty();) {
         std::vector<std::string_view> lines;
         take_job_lines(rest, separated, lines);
         const std::size_t count = lines.size();
@@ -64,7 +64,7 @@ void for_each_job_piece(std::string_view text, const std::function<void(JobPiece
             lines.back().remove_suffix(1);
         }
         if (!are_blank(lines)) {
-            take({number, first_line, separated, text, std::move(lines)});
+            take({number++, first_line, separated, text, std::move(lines)});
         }
         first_line += count + 1;
     }

@@ -98,7 +98,7 @@ class LineCursor {
 
 /// The text between --Link1-- lines, cut into lines.
 struct JobPiece {
-    std::size_t number = 0;      ///< from 1, blank pieces counted
+    std::size_t number = 0;      ///< from 1, blank pieces not counted
     std::size_t first_line = 1;  ///< of the whole text
     bool separated = false;      ///< whether a --Link1-- line follows
     std::string_view text;       ///< the whole text, which the lines are views of
