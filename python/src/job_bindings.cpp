@@ -5,6 +5,7 @@
 
 #include <gjf/core/reader/gjf_parser.hpp>
 #include <gjf/core/basis/job_size.hpp>
+#include <gjf/core/job/link0_keys.hpp>
 #include <gjf/core/report/json.hpp>
 #include <gjf/core/route_schema_paths.hpp>
 
@@ -37,23 +38,30 @@ void set_pairs(JobHandle& job, const std::vector<Pair>& pairs) {
 }
 
 // Binds a Link 0 value that is a text: None takes it away.
-void bind_link0_text(JobClass& job, const char* name, std::optional<std::string> ControlSection::*member,
-                     void (GJFEditor::*set)(const std::string&), void (GJFEditor::*remove)()) {
+void bind_link0_text(JobClass& job, const char* name, void (GJFEditor::*set)(const std::string&),
+                     void (GJFEditor::*remove)()) {
     job.def_property(
-        name, [member](const JobHandle& self) { return to_python_or_none(self.editor.get_data().control.*member); },
+        name,
+        [key = find_link0_key(name)](const JobHandle& self) {
+            return to_python_or_none(find_link0_value(self.editor.get_data().control, *key));
+        },
         [set, remove](JobHandle& self, std::optional<Text> value) {
             value ? (self.editor.*set)(value->value) : (self.editor.*remove)();
         });
 }
 
 void bind_link0(JobClass& job) {
-    bind_link0_text(job, "chk", &ControlSection::chk, &GJFEditor::set_checkpoint_file, &GJFEditor::remove_checkpoint_file);
-    bind_link0_text(job, "oldchk", &ControlSection::oldchk, &GJFEditor::set_oldchk_file, &GJFEditor::remove_oldchk_file);
-    bind_link0_text(job, "rwf", &ControlSection::rwf, &GJFEditor::set_rwf_file, &GJFEditor::remove_rwf_file);
-    bind_link0_text(job, "mem", &ControlSection::mem, &GJFEditor::set_mem, &GJFEditor::remove_mem);
-    bind_link0_text(job, "cpu", &ControlSection::cpu, &GJFEditor::set_cpu, &GJFEditor::remove_cpu);
+    bind_link0_text(job, "chk", &GJFEditor::set_checkpoint_file, &GJFEditor::remove_checkpoint_file);
+    bind_link0_text(job, "oldchk", &GJFEditor::set_oldchk_file, &GJFEditor::remove_oldchk_file);
+    bind_link0_text(job, "rwf", &GJFEditor::set_rwf_file, &GJFEditor::remove_rwf_file);
+    bind_link0_text(job, "mem", &GJFEditor::set_mem, &GJFEditor::remove_mem);
+    bind_link0_text(job, "cpu", &GJFEditor::set_cpu, &GJFEditor::remove_cpu);
     job.def_property(
-        "nproc", [](const JobHandle& self) { return self.editor.get_nproc(); },
+        "nproc",
+        [](const JobHandle& self) -> std::optional<int> {
+            const auto count = find_link0_value(self.editor.get_data().control, *find_link0_key("nproc"));
+            return count ? std::optional(std::stoi(*count)) : std::nullopt;
+        },
         [](JobHandle& self, std::optional<int> count) {
             count ? self.editor.set_nproc(*count) : self.editor.remove_nproc();
         });

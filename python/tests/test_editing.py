@@ -1,4 +1,5 @@
 """Every edit under its Python name, and that a refused one changes nothing."""
+import json
 import math
 
 import numpy as np
@@ -29,6 +30,17 @@ def test_values_of_the_wrong_type_change_nothing(job, name, value):
 def test_values_as_a_file_has_them(job):
     job.nproc = "8"
     assert job.nproc == 8 and "%nproc" in str(job)
+
+
+def test_link0_keys_count_however_they_are_spelt():
+    text = "% nprocs = 4\n%Oldch=a.chk\n# hf/sto-3g\n\nt\n\n0 1\nHe 0 0 0\n\n"
+    job = gjf.loads(text)
+    assert (job.nproc, job.oldchk, str(job)) == (4, "a.chk", text)
+    assert json.loads(job.to_json())["link0"] == {"oldchk": "a.chk", "nproc": 4, "other": ["% nprocs = 4", "%Oldch=a.chk"]}
+    job.nproc, job.oldchk = 8, "b.chk"
+    assert str(job).count("proc") == 1 and str(job).lower().count("oldch") == 1 and (job.nproc, job.oldchk) == (8, "b.chk")
+    job.nproc = job.oldchk = None
+    assert str(job).startswith("# hf") and (job.nproc, job.oldchk) == (None, None)
     for text, line in (("hf/sto-3g opt", "# hf/sto-3g opt"), (" #p hf/sto-3g", "#p hf/sto-3g"), ("#hf/sto-3g", "#hf/sto-3g")):
         job.route = text
         assert str(job.route).rstrip() == line and job.route.method == "hf"

@@ -346,7 +346,7 @@ TEST(Checker, ChecksEveryJob) {
     ASSERT_EQ(findings.size(), 2U);
     EXPECT_EQ(findings[0].job, 1U);
     EXPECT_EQ(findings[0].line, 1U);
-    EXPECT_EQ(findings[1].job, 3U);
+    EXPECT_EQ(findings[1].job, 2U);
     EXPECT_EQ(findings[1].line, 11U);
     EXPECT_EQ(find(check_text("\n \n"), "GJF-P001")->message, "No valid jobs found in input");
     EXPECT_EQ(find(check_text("\n \n"), "GJF-P001")->job, 0U);

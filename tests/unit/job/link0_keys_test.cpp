@@ -30,6 +30,30 @@ TEST(Link0Keys, HaveSpellingsOfTheirOwn) {
     }
 }
 
+TEST(Link0Keys, HaveTheValueOfTheirLineHoweverItIsSpelt) {
+    using Lines = std::vector<std::string>;
+    const std::tuple<const char*, Lines, std::optional<std::string>> cases[] = {
+        {"nproc", {"%nprocs=8"}, "8"},
+        {"nproc", {"% NProcS = 12 ! note", "%save"}, "12"},
+        {"nproc", {"%nprocs=8", "%nprocsh=16x"}, "16"},
+        {"nproc", {"%nprocs=8", "%nprocs=x"}, "8"},
+        {"nproc", {"%nprocl=4", "%npro=4", "nprocs=4", "%nprocs", "%nprocs="}, std::nullopt},
+        {"oldchk", {"%oldch=a b.chk"}, "a b.chk"},
+        {"oldchk", {"%oldc=a"}, std::nullopt},
+        {"scr", {"%scr=a", "%SCR=b"}, "b"},
+        {"mem", {"%memory=1GB"}, std::nullopt},
+        {"save", {"%save"}, std::nullopt},
+    };
+    for (const auto& [name, lines, value] : cases) {
+        ControlSection control;
+        control.other_link0_lines = lines;
+        const Link0Key& key = *find_link0_key(name);
+        EXPECT_EQ(find_link0_value(control, key), value) << name << lines[0];
+        store_link0(control, key, "7");
+        EXPECT_EQ(find_link0_value(control, key), key.in_model ? "7" : value) << name << lines[0];
+    }
+}
+
 TEST(Link0Keys, AreSetAndTakenOut) {
     // Key, lines before, value, lines behind the edit, the value that the model then holds.
     using Lines = std::vector<std::string>;

@@ -233,8 +233,8 @@ ControlSection& GJFEditor::link0() {
 void GJFEditor::set_checkpoint_file(const std::string& path) { link0().chk = path; }
 void GJFEditor::remove_checkpoint_file() { link0().chk.reset(); }
 
-void GJFEditor::set_oldchk_file(const std::string& path) { link0().oldchk = path; }
-void GJFEditor::remove_oldchk_file() { link0().oldchk.reset(); }
+void GJFEditor::set_oldchk_file(const std::string& path) { set_link0(*find_link0_key("oldchk"), path); }
+void GJFEditor::remove_oldchk_file() { unset_link0(*find_link0_key("oldchk")); }
 std::optional<std::string> GJFEditor::get_oldchk_file() const { return data_.control.oldchk; }
 
 void GJFEditor::set_rwf_file(const std::string& path) { link0().rwf = path; }

@@ -17,13 +17,15 @@ Link0Key other(std::string_view name, Link0Form form = Link0Form::Text) { return
 
 constexpr std::size_t shortest_beginning = 5;
 
-// The key of a Link 0 line: what stands between "%" and "=" or a blank; Gaussian takes blanks behind the "%".
-std::string key_of(std::string_view line) {
+// What stands behind the "%" of a Link 0 line; Gaussian takes blanks there.
+std::string_view behind_sign(std::string_view line) {
     const std::string_view text = trim_view(without_comment(line));
-    if (text.empty() || text.front() != '%') {
-        return {};
-    }
-    const std::string_view rest = trim_view(text.substr(1));
+    return text.empty() || text.front() != '%' ? std::string_view() : trim_view(text.substr(1));
+}
+
+// The key of a Link 0 line: up to "=" or a blank.
+std::string key_of(std::string_view line) {
+    const std::string_view rest = behind_sign(line);
     return to_lower_copy(rest.substr(0, rest.find_first_of("= \t")));
 }
 
@@ -78,6 +80,24 @@ std::optional<std::string> link0_value(const ControlSection& control, const Link
         return control.*key.text;
     }
     return key.in_model && control.nproc ? std::optional(std::to_string(*control.nproc)) : std::nullopt;
+}
+
+std::optional<std::string> find_link0_value(const ControlSection& control, const Link0Key& key) {
+    std::optional<std::string> value = link0_value(control, key);
+    const std::vector<std::string>& lines = control.other_link0_lines;
+    for (auto line = lines.rbegin(); line != lines.rend() && !value; ++line) {
+        const std::string_view rest = behind_sign(*line);
+        const std::size_t equals = std::min(rest.find('='), rest.size());
+        if (equals == rest.size() || find_link0_key(key_of(*line)) != &key) {
+            continue;
+        }
+        const std::string_view text = trim_view(rest.substr(equals + 1));
+        const std::optional<std::int32_t> count = leading_int32(text);
+        value = key.form != Link0Form::Count ? std::optional(std::string(text))
+                : count                      ? std::optional(std::to_string(*count))
+                                             : std::nullopt;
+    }
+    return value;
 }
 
 void store_link0(ControlSection& control, const Link0Key& key, std::string_view value) {

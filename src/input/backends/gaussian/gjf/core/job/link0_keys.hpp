@@ -38,6 +38,10 @@ QUOR_GJF_API const Link0Key* find_link0_key(std::string_view spelling);
 /// Returns the value that the job model holds of a key in the model.
 QUOR_GJF_API std::optional<std::string> link0_value(const ControlSection& control, const Link0Key& key);
 
+/// Returns the value that a job gives a key: the model's, or that of the last line which spells the key otherwise, such as
+/// "%nprocs=8"; of a processor count its leading digits.
+QUOR_GJF_API std::optional<std::string> find_link0_value(const ControlSection& control, const Link0Key& key);
+
 /// Sets the member of a key in the model. Of a processor count the leading digits are taken; without any it stays as it is.
 QUOR_GJF_API void store_link0(ControlSection& control, const Link0Key& key, std::string_view value);
 

@@ -3,6 +3,7 @@
 
 #include <gjf/core/check/checker.hpp>
 #include <gjf/core/chemistry/elements.hpp>
+#include <gjf/core/job/link0_keys.hpp>
 #include <gjf/core/job/memory_amount.hpp>
 #include <gjf/core/reader/gjf_parser.hpp>
 #include <gjf/core/route/option_syntax.hpp>
@@ -134,7 +135,7 @@ FieldValue title_of(const JobFile& file, std::size_t job) {
 FieldValue chk_of(const JobFile& file, std::size_t job) { return texts({data_of(file, job).control.chk.value_or("")}); }
 
 FieldValue oldchk_of(const JobFile& file, std::size_t job) {
-    return texts({data_of(file, job).control.oldchk.value_or("")});
+    return texts({find_link0_value(data_of(file, job).control, *find_link0_key("oldchk")).value_or("")});
 }
 
 FieldValue mem_of(const JobFile& file, std::size_t job) {
@@ -147,8 +148,8 @@ FieldValue mem_of(const JobFile& file, std::size_t job) {
 }
 
 FieldValue nproc_of(const JobFile& file, std::size_t job) {
-    const std::optional<std::int32_t>& count = data_of(file, job).control.nproc;
-    return count ? integer(*count) : texts({});
+    const std::optional<std::string> count = find_link0_value(data_of(file, job).control, *find_link0_key("nproc"));
+    return count ? integer(std::stoi(*count)) : texts({});
 }
 
 FieldValue section_of(const JobFile& file, std::size_t job) {

@@ -1,5 +1,6 @@
 // Jobs and routes as JSON.
 #include <gjf/core/basis/job_size.hpp>
+#include <gjf/core/job/link0_keys.hpp>
 #include <gjf/core/report/json_values.hpp>
 
 #include <cstdint>
@@ -92,12 +93,12 @@ Json json_of_section(const ExtraInputSection& section) {
 
 Json json_of_link0(const ControlSection& control) {
     Json object = Json::object();
-    set_if_there(object, "chk", control.chk);
-    set_if_there(object, "oldchk", control.oldchk);
-    set_if_there(object, "rwf", control.rwf);
-    set_if_there(object, "mem", control.mem);
-    set_if_there(object, "nproc", control.nproc);
-    set_if_there(object, "cpu", control.cpu);
+    for (const char* name : {"chk", "oldchk", "rwf", "mem", "nproc", "cpu"}) {
+        const Link0Key& key = *find_link0_key(name);
+        if (const std::optional<std::string> value = find_link0_value(control, key)) {
+            object[name] = key.form == Link0Form::Count ? Json(std::stoi(*value)) : Json(*value);
+        }
+    }
     if (!control.other_link0_lines.empty()) {
         object["other"] = control.other_link0_lines;
     }
