@@ -116,7 +116,8 @@ int job_text(const std::uint8_t* data, std::size_t size) {
         std::find_if(readings.begin(), readings.end(), [](const JobReading& r) { return !r.faults.empty(); });
     if (text.find('@') == std::string::npos) {  // with "@file" lines the two differ by right
         hold(file.has_value() == (failed == readings.end() && !readings.empty()), "both ways of reading agree on failure");
-        hold(failed == readings.end() || error.ends_with(failed->faults.front().message), "both tell the same fault first");
+        hold(failed == readings.end() || error.ends_with(failed->faults.front().message.c_str()),
+             "both tell the same fault first");
     }
     if (!file || !std::all_of(file->jobs.begin(), file->jobs.end(), is_small)) {
         return 0;

@@ -205,6 +205,9 @@ TEST(RouteEditing, KeepsWhatHasNoPlaceInTheInterpretation) {
     expect_routes({
         {"#p hf/sto-3g xxx=freq opt", add, "#p hf/sto-3g | opt | freq | xxx=freq"},
         {"# hf/sto-3g sfc=(xqc, tight) optt=tight", add, "# hf/sto-3g | freq | sfc=(xqc, tight) | optt=tight"},
+        {"# hf/sto-3g xxx=freq scf=(xqc, tight", add, "# hf/sto-3g | freq | xxx=freq | scf=(xqc, tight"},
+        {"# hf/sto-3g xxx=freq scf=(xqc, tight", [](GJFEditor& e) { e.update_route_from_parsed_keywords(); },
+         "# hf/sto-3g | xxx=freq | scf=(xqc, tight"},
         {"# hf/sto-3g basis=3-21g scf=xqc oniom=x", add, "# oniom=x | scf=xqc | freq"},
         {"# hf/sto-3g xxx=freq",
          [](GJFEditor& e) {

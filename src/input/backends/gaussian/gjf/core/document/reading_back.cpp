@@ -82,10 +82,7 @@ bool same_meaning(const ParsedKeywords& x, const ParsedKeywords& y) {
 
 // Tells whether the words of a route are those that its stored interpretation is written in.
 bool is_written_from_interpretation(const ControlSection& control) {
-    std::vector<std::string> words = format_route(*control.parsed_keywords);
-    const std::vector<std::string> unplaced = unplaced_segments(control.route_keywords);
-    words.insert(words.end(), unplaced.begin(), unplaced.end());
-    return words == control.route_keywords;
+    return format_route(*control.parsed_keywords, control.route_keywords) == control.route_keywords;
 }
 
 // An edited route comes with its interpretation, with names as they were given: only where these say something else than

@@ -179,9 +179,7 @@ ParsedKeywords GJFEditor::interpreted_route() const {
 }
 
 void GJFEditor::install_route(ParsedKeywords route) {
-    std::vector<std::string> words = format_route(route);
-    const std::vector<std::string> unplaced = unplaced_segments(data_.control.route_keywords);
-    words.insert(words.end(), unplaced.begin(), unplaced.end());
+    std::vector<std::string> words = format_route(route, data_.control.route_keywords);
     install_control(std::move(words), std::move(route));
 }
 

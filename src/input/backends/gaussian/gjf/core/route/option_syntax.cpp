@@ -19,6 +19,32 @@ bool is_oniom(std::string_view segment) {
     return equals_folded(trim_view(segment.substr(0, segment.find_first_of("(="))), "oniom");
 }
 
+// Returns the segments that `parse` finds no place for, since they assign to a word what is no basis set, as xxx=freq does.
+std::vector<std::string> unplaced_segments(const std::vector<std::string>& words) {
+    const G16KeywordParser parser(default_route_schema());
+    const std::string text = join_route_words(words).text;
+    std::string_view rest = trim_view(text);
+    take_route_head(rest);
+    std::vector<std::string> segments;
+    for (const Span place : find_route_segments(rest)) {
+        const std::string segment(place.in(rest));
+        const std::size_t value = static_cast<std::size_t>(find_top_level_char(segment, '=')) + 1;  // 0 without a sign
+        // A sign without a word before it would take the word that comes to stand there.
+        const bool is_assignment =
+            value > 1 && find_top_level_char(segment, '/') < 0 && parser.is_basis_set_pattern(segment);
+        if (is_assignment && !is_oniom(segment) && !parser.is_known_basis_token(parser.trim(segment.substr(value)))) {
+            segments.push_back(segment);
+        }
+    }
+    return segments;
+}
+
+bool stays_open(std::string_view word) {
+    NestingTracker nesting;
+    std::for_each(word.begin(), word.end(), [&](char c) { nesting.advance(c); });
+    return !nesting.at_top_level();
+}
+
 }  // namespace
 
 std::string format_keyword(const std::string& name, const std::vector<RouteOption>& options) {
@@ -69,23 +95,13 @@ std::vector<std::string> format_route(const ParsedKeywords& route) {
     return words;
 }
 
-std::vector<std::string> unplaced_segments(const std::vector<std::string>& words) {
-    const G16KeywordParser parser(default_route_schema());
-    const std::string text = join_route_words(words).text;
-    std::string_view rest = trim_view(text);
-    take_route_head(rest);
-    std::vector<std::string> segments;
-    for (const Span place : find_route_segments(rest)) {
-        const std::string segment(place.in(rest));
-        const std::size_t value = static_cast<std::size_t>(find_top_level_char(segment, '=')) + 1;  // 0 without a sign
-        // A sign without a word before it would take the word that comes to stand there.
-        const bool is_assignment =
-            value > 1 && find_top_level_char(segment, '/') < 0 && parser.is_basis_set_pattern(segment);
-        if (is_assignment && !is_oniom(segment) && !parser.is_known_basis_token(parser.trim(segment.substr(value)))) {
-            segments.push_back(segment);
-        }
-    }
-    return segments;
+std::vector<std::string> format_route(const ParsedKeywords& route, const std::vector<std::string>& words_before) {
+    std::vector<std::string> words = format_route(route);
+    const std::vector<std::string> unplaced = unplaced_segments(words_before);
+    words.insert(words.end(), unplaced.begin(), unplaced.end());
+    // What has brackets that stay open would swallow all behind it.
+    std::stable_partition(words.begin() + 1, words.end(), [](const std::string& word) { return !stays_open(word); });
+    return words;
 }
 
 std::vector<RouteOption> to_route_options(const std::map<std::string, std::string>& options) {

@@ -28,9 +28,8 @@ std::vector<std::string> oniom_levels(const std::string& expression);
 /// Writes the words of a route: the head with the model chemistry, and each keyword as it was written where that is known.
 std::vector<std::string> format_route(const ParsedKeywords& route);
 
-/// Returns the segments that `parse` finds no place for, since they assign
-/// to a word what is no basis set, as xxx=freq does.
-std::vector<std::string> unplaced_segments(const std::vector<std::string>& words);
+/// The same, with what the words before had beside the interpretation: segments that assign to a word what is no basis set.
+std::vector<std::string> format_route(const ParsedKeywords& route, const std::vector<std::string>& words_before);
 
 /// Writes the model chemistry of a route: its ONIOM expression, method/basis with what goes with them, or "basis=" and a
 /// basis set without a method; empty when the route has none.
