@@ -1,6 +1,8 @@
 """Runs fuzzers one after another from their seeds and prints what each did and how much processor time it had for it.
 
-Usage: run_fuzzers.py BUILD_FOLDER SECONDS [NAME...]
+Usage: run_fuzzers.py BUILD_FOLDER SECONDS SEED [NAME...]
+
+With a seed other than 0 a run makes the same inputs as the one before, as far as its time reaches.
 
 Run it from the top of the tree. What a fuzzer finds worth keeping goes to BUILD_FOLDER/found/NAME and serves the next run; an
 input on which a property does not hold goes to BUILD_FOLDER/failed/NAME, to be mended and then kept in tests/regressions/NAME.
@@ -37,12 +39,12 @@ def seeds_of(name, build):
     return [str(folder) for folder in folders if folder.is_dir()]
 
 
-def run(name, build, seconds):
+def run(name, build, seconds, seed):
     found, failed = build / "found" / name, build / "failed" / name
     for folder in (found, failed):
         folder.mkdir(parents=True, exist_ok=True)
     environment = dict(os.environ, QUOR_G16_ROUTE_SCHEMA_YAML="resources/schemas/input/gaussian_route.yaml")
-    command = [str(build / "fuzz" / f"{name}_fuzzer"), f"-max_total_time={seconds}", f"-max_len={LONGEST}", "-timeout=20",
+    command = [str(build / "fuzz" / f"{name}_fuzzer"), f"-max_total_time={seconds}", f"-seed={seed}", f"-max_len={LONGEST}", "-timeout=20",
                "-rss_limit_mb=2500", "-print_final_stats=1", f"-artifact_prefix={failed}/", str(found), *seeds_of(name, build)]
     before = resource.getrusage(resource.RUSAGE_CHILDREN).ru_utime
     result = subprocess.run(command, env=environment, check=False, capture_output=True, text=True, errors="replace")
@@ -57,8 +59,8 @@ def run(name, build, seconds):
 
 
 def main():
-    build, seconds, *names = sys.argv[1:]
-    results = [run(name, pathlib.Path(build), int(seconds)) for name in names or NAMES]
+    build, seconds, seed, *names = sys.argv[1:]
+    results = [run(name, pathlib.Path(build), int(seconds), int(seed)) for name in names or NAMES]
     return 0 if all(results) else 1
 
 
