@@ -15,13 +15,6 @@ using namespace quor::input::gaussian;
 
 using Lines = std::vector<std::string_view>;
 
-constexpr std::string_view blanks = " \t\r\v\f";
-
-std::string_view trimmed(std::string_view text) noexcept {
-    const std::size_t begin = std::min(text.find_first_not_of(blanks), text.size());
-    return text.substr(begin, text.find_last_not_of(blanks) + 1 - begin);
-}
-
 std::string at_line(std::size_t line, const std::string& what) { return "line " + std::to_string(line) + ": " + what; }
 
 // Finds the "!" that begins a comment: the first outside quotes. A quote that nothing closes quotes nothing.
@@ -36,8 +29,6 @@ std::size_t comment_begin(std::string_view line) noexcept {
     }
     return std::string_view::npos;
 }
-
-std::string_view without_comment(std::string_view line) noexcept { return line.substr(0, comment_begin(line)); }
 
 // Tells for each line of a job whether it is kept as text, comments and all.
 std::vector<bool> kept_lines(const JobLayout& layout) {
@@ -72,13 +63,10 @@ std::string lost_comment(const JobLayout& layout, const Lines& lines) {
 std::string lost_link0(const JobReading& reading, const Lines& lines) {
     std::map<std::string, std::size_t> seen;
     for (const std::size_t number : reading.layout.link0_lines) {
-        const std::string_view line = trimmed(without_comment(lines[number - 1]));
-        const std::size_t equals = std::min(line.find('='), line.size());
-        const std::string_view written = trimmed(line.substr(1, equals - 1));
+        const auto [written, value, is_assigned] = link0_words(lines[number - 1]);
         const Link0Key* known = find_link0_key(written);
-        const bool is_line =
-            known == nullptr || !known->in_model || !known->is_spelt_out(SimpleYAMLParser::to_lower(std::string(written)));
-        if (is_line || trimmed(line.substr(equals)).size() < 2) {
+        if (known == nullptr || !known->in_model || !known->is_spelt_out(SimpleYAMLParser::to_lower(std::string(written))) ||
+            !is_assigned || value.empty()) {
             continue;  // kept as a whole line
         }
         const std::string key(known->layout_name);
@@ -86,35 +74,11 @@ std::string lost_link0(const JobReading& reading, const Lines& lines) {
             return at_line(entry->second, "%" + key + " would be lost, since it is set again below");
         }
         const std::optional<std::int32_t>& count = reading.job.control.nproc;
-        if (key == "nproc" && (!count || trimmed(line.substr(equals + 1)) != std::to_string(*count))) {
+        if (key == "nproc" && (!count || value != std::to_string(*count))) {
             return at_line(number, "the processor count is no plain number");
         }
     }
     return {};
-}
-
-// Returns the end of an atom label: the first blank or comma outside parentheses.
-std::size_t label_end(std::string_view line) noexcept {
-    std::size_t depth = 0;
-    for (std::size_t i = 0; i < line.size(); ++i) {
-        depth += line[i] == '(' ? 1 : 0;
-        depth -= line[i] == ')' && depth > 0 ? 1 : 0;
-        if (depth == 0 && (line[i] == ',' || blanks.find(line[i]) != std::string_view::npos)) {
-            return i;
-        }
-    }
-    return line.size();
-}
-
-std::size_t field_count(std::string_view text) noexcept {
-    std::size_t count = 0;
-    bool inside = false;
-    for (const char c : text) {
-        const bool separator = c == ',' || blanks.find(c) != std::string_view::npos;
-        count += !inside && !separator ? 1 : 0;
-        inside = !separator;
-    }
-    return count;
 }
 
 bool label_is_whole(std::string_view label, const AtomInfo& info) noexcept {
@@ -132,13 +96,11 @@ std::string lost_of_atoms(const JobReading& reading, const Lines& lines) {
     const std::vector<AtomCoord>& atoms = reading.job.geom.atoms;
     for (std::size_t i = 0; i < atoms.size() && i < reading.layout.atoms.size(); ++i) {
         const std::size_t number = reading.layout.atoms[i];
-        const std::string_view line = trimmed(without_comment(lines[number - 1]));
-        const std::size_t end = label_end(line);
-        const std::size_t fields = 3U + (atoms[i].freeze ? 1U : 0U) + (atoms[i].layer ? 1U : 0U);
-        if (!label_is_whole(line.substr(0, end), atoms[i].info)) {
+        const AtomLineFields fields = atom_line_fields(lines[number - 1], 0);
+        if (!label_is_whole(fields.label.in(lines[number - 1]), atoms[i].info)) {
             return at_line(number, "the fixed layout cannot carry a part of the atom label");
         }
-        if (field_count(line.substr(end)) != fields) {
+        if (!fields.rest.empty()) {
             return at_line(number, "the fixed layout cannot carry what stands behind the coordinates and the layer");
         }
     }

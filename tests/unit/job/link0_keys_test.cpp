@@ -54,6 +54,35 @@ TEST(Link0Keys, HaveTheValueOfTheirLineHoweverItIsSpelt) {
     }
 }
 
+TEST(Link0Lines, AreTakenApart) {
+    constexpr struct {
+        const char* line;
+        const char* key;
+        const char* value;
+        bool is_assigned;
+    } rows[] = {
+        {"%chk=a.chk", "chk", "a.chk", true},
+        {" %Mem = 4 GB ! much", "Mem", "4 GB", true},
+        {"% chk=a=b", "chk", "a=b", true},
+        {"%save", "save", "", false},
+        {"%nproc 4", "nproc", "4", false},
+        {"%chk a=b", "chk", "a=b", false},
+        {"%chk=", "chk", "", true},
+        {"%=a", "", "a", true},
+        {"%", "", "", false},
+        {"", "", "", false},
+        {"! %chk=a", "", "", false},
+        {"#chk=a", "", "", false},
+        {"chk=a %mem=1", "", "", false},
+    };
+    for (const auto& row : rows) {
+        const Link0Words words = link0_words(row.line);
+        EXPECT_EQ(words.key, row.key) << row.line;
+        EXPECT_EQ(words.value, row.value) << row.line;
+        EXPECT_EQ(words.is_assigned, row.is_assigned) << row.line;
+    }
+}
+
 TEST(Link0Keys, AreSetAndTakenOut) {
     // Key, lines before, value, lines behind the edit, the value that the model then holds.
     using Lines = std::vector<std::string>;

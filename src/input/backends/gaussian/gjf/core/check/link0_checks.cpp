@@ -31,11 +31,8 @@ struct Link0Line {
 std::vector<Link0Line> link0_lines_of(const CheckedJob& job) {
     std::vector<Link0Line> lines;
     for (const std::size_t number : job.layout.link0_lines) {
-        const std::string_view text = trim_view(without_comment(job.line(number)));
-        const std::size_t key_end = std::min(text.find_first_of("= \t"), text.size());
-        const std::size_t value = std::min(text.find_first_not_of("= \t", key_end), text.size());
-        lines.push_back({number, text.substr(std::min<std::size_t>(1, key_end), key_end - std::min<std::size_t>(1, key_end)),
-                         text.substr(value)});
+        const Link0Words words = link0_words(job.line(number));
+        lines.push_back({number, words.key, words.value});
     }
     return lines;
 }

@@ -15,15 +15,8 @@ namespace {
 
 // The value of a Link 0 line "%key=value", as a view into it; empty when the line has another form or key.
 std::string_view value_in(std::string_view line, const Link0Key& wanted) {
-    const std::string_view text = without_comment(line);
-    const std::size_t mark = text.find('%');
-    const std::size_t equals = text.find('=');
-    if (mark == std::string_view::npos || equals == std::string_view::npos || equals < mark) {
-        return {};
-    }
-    const std::string_view key = trim_view(text.substr(mark + 1, equals - mark - 1));
-    const bool is_wanted = wanted.is_spelt_out(to_lower_copy(key));
-    return is_wanted ? trim_view(text.substr(equals + 1)) : std::string_view();
+    const Link0Words words = link0_words(line);
+    return words.is_assigned && wanted.is_spelt_out(to_lower_copy(words.key)) ? words.value : std::string_view();
 }
 
 void insert_link0(JobRewriting& job, const std::string& text) {

@@ -17,19 +17,21 @@ Link0Key other(std::string_view name, Link0Form form = Link0Form::Text) { return
 
 constexpr std::size_t shortest_beginning = 5;
 
-// What stands behind the "%" of a Link 0 line; Gaussian takes blanks there.
-std::string_view behind_sign(std::string_view line) {
-    const std::string_view text = trim_view(without_comment(line));
-    return text.empty() || text.front() != '%' ? std::string_view() : trim_view(text.substr(1));
-}
-
-// The key of a Link 0 line: up to "=" or a blank.
-std::string key_of(std::string_view line) {
-    const std::string_view rest = behind_sign(line);
-    return to_lower_copy(rest.substr(0, rest.find_first_of("= \t")));
-}
+const Link0Key* find_key_of(std::string_view line) { return find_link0_key(link0_words(line).key); }
 
 }  // namespace
+
+Link0Words link0_words(std::string_view line) noexcept {
+    const std::string_view text = trim_view(without_comment(line));
+    if (text.empty() || text.front() != '%') {
+        return {};
+    }
+    const std::string_view rest = trim_view(text.substr(1));  // Gaussian takes blanks behind the "%"
+    const std::string_view key = rest.substr(0, rest.find_first_of("= \t"));
+    const std::string_view behind = trim_view(rest.substr(key.size()));
+    const bool is_assigned = !behind.empty() && behind.front() == '=';
+    return {key, is_assigned ? trim_view(behind.substr(1)) : behind, is_assigned};
+}
 
 const std::vector<Link0Key>& link0_keys() {
     static const std::vector<Link0Key> keys = {
@@ -86,12 +88,10 @@ std::optional<std::string> find_link0_value(const ControlSection& control, const
     std::optional<std::string> value = link0_value(control, key);
     const std::vector<std::string>& lines = control.other_link0_lines;
     for (auto line = lines.rbegin(); line != lines.rend() && !value; ++line) {
-        const std::string_view rest = behind_sign(*line);
-        const std::size_t equals = std::min(rest.find('='), rest.size());
-        if (equals == rest.size() || find_link0_key(key_of(*line)) != &key) {
+        const auto [written, text, is_assigned] = link0_words(*line);
+        if (!is_assigned || find_link0_key(written) != &key) {
             continue;
         }
-        const std::string_view text = trim_view(rest.substr(equals + 1));
         const std::optional<std::int32_t> count = leading_int32(text);
         value = key.form != Link0Form::Count ? std::optional(std::string(text))
                 : count                      ? std::optional(std::to_string(*count))
@@ -111,7 +111,7 @@ void store_link0(ControlSection& control, const Link0Key& key, std::string_view 
 void set_link0(ControlSection& control, const Link0Key& key, std::string_view value) {
     store_link0(control, key, value);
     std::vector<std::string>& lines = control.other_link0_lines;
-    const auto is_of_key = [&](const std::string& line) { return find_link0_key(key_of(line)) == &key; };
+    const auto is_of_key = [&](const std::string& line) { return find_key_of(line) == &key; };
     if (key.in_model) {
         lines.erase(std::remove_if(lines.begin(), lines.end(), is_of_key), lines.end());
         return;
@@ -129,9 +129,9 @@ void unset_link0(ControlSection& control, const Link0Key& key) {
         control.nproc.reset();
     }
     std::vector<std::string>& lines = control.other_link0_lines;
-    lines.erase(std::remove_if(lines.begin(), lines.end(),
-                               [&](const std::string& line) { return find_link0_key(key_of(line)) == &key; }),
-                lines.end());
+    lines.erase(
+        std::remove_if(lines.begin(), lines.end(), [&](const std::string& line) { return find_key_of(line) == &key; }),
+        lines.end());
 }
 
 }  // namespace quor::input::gaussian

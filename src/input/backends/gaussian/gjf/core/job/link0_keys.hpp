@@ -28,6 +28,16 @@ struct Link0Key {
     bool is_spelt_out(std::string_view lower_case) const noexcept { return lower_case == name || lower_case == layout_name; }
 };
 
+/// A Link 0 line taken apart; views into it.
+struct Link0Words {
+    std::string_view key;      ///< behind "%"; empty for a line that does not begin with it
+    std::string_view value;    ///< behind "=", or behind the blank that stands in its place
+    bool is_assigned = false;  ///< whether "=" stands behind the key
+};
+
+/// Takes a line apart; blanks around its words, and a comment, do not matter.
+QUOR_GJF_API Link0Words link0_words(std::string_view line) noexcept;
+
 /// Returns all keys; those in the model first, in the order in which they are written.
 QUOR_GJF_API const std::vector<Link0Key>& link0_keys();
 

@@ -98,8 +98,11 @@ class ControlReader {
 
     void note_link0_line(std::string_view line) {
         if (recorder_ != nullptr) {
-            const Link0Words words = link0_words(line);
-            recorder_->reading.places.link0.push_back({recorder_->place_of(words.key), recorder_->place_of(words.value)});
+            // Without "=" all of the line is the key.
+            const auto [written, behind, is_assigned] = link0_words(line);
+            const std::string_view key = is_assigned ? written : trim_view(line.substr(1));
+            const std::string_view value = is_assigned ? behind : line.substr(line.size());
+            recorder_->reading.places.link0.push_back({recorder_->place_of(key), recorder_->place_of(value)});
         }
     }
 
