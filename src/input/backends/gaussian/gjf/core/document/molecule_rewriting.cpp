@@ -5,6 +5,7 @@
 #include <gjf/core/editor/job_writer.hpp>
 #include <gjf/core/job/gjf_parse_exception.hpp>
 #include <gjf/core/job/job_comparison.hpp>
+#include <gjf/core/reader/job_places.hpp>
 #include <gjf/core/reader/reading.hpp>
 #include <gjf/core/reader/row_form.hpp>
 #include <gjf/core/text/number.hpp>
@@ -285,7 +286,8 @@ void rewrite_atoms_in_new_order(JobRewriting& job) {
 }
 
 void rewrite_variables(JobRewriting& job, const std::vector<ZMatrixVariable>& before,
-                       const std::vector<ZMatrixVariable>& after, const std::vector<std::size_t>& lines) {
+                       const std::vector<ZMatrixVariable>& after, const std::vector<std::size_t>& lines,
+                       VariableFields (*fields_of)(std::string_view, std::uint32_t) = zmatrix_variable_fields) {
     if (std::equal(before.begin(), before.end(), after.begin(), after.end(), same_variable)) {
         return;
     }
@@ -298,14 +300,11 @@ void rewrite_variables(JobRewriting& job, const std::vector<ZMatrixVariable>& be
             continue;
         }
         std::string line(job.lines.line(lines[i]));
-        const std::size_t equals = line.find('=');
-        const std::size_t name = line.find(before[i].name);
-        const std::size_t from = equals == std::string::npos ? name + before[i].name.size() : equals + 1;
-        const std::size_t value = line.find(before[i].value, from);
-        if (name == std::string::npos || value == std::string::npos) {
+        const Span value = fields_of(line, 0).value;
+        if (value.in(line) != before[i].value) {
             throw GJFParseException("The line of variable " + before[i].name + " cannot be changed");
         }
-        job.edits.replace(lines[i], line.replace(value, before[i].value.size(), after[i].value));
+        job.edits.replace(lines[i], line.replace(value.begin, value.length, after[i].value));
     }
 }
 
@@ -389,7 +388,8 @@ void rewrite_molecule(JobRewriting& job) {
         const GeomSection& before = job.before.job.geom;
         rewrite_variables(job, before.variables, after.variables, job.before.layout.variables);
         rewrite_variables(job, before.constants, after.constants, job.before.layout.constants);
-        rewrite_variables(job, before.cartesian_variables, after.cartesian_variables, job.before.layout.cartesian_variables);
+        rewrite_variables(job, before.cartesian_variables, after.cartesian_variables, job.before.layout.cartesian_variables,
+                          cartesian_variable_fields);
     }
 }
 
