@@ -1,10 +1,10 @@
 """Types of the native half. Not an interface: use the package."""
-from typing import Any, Dict, List, Optional, Sequence, Tuple
+from typing import Any, Dict, List, Optional, Sequence, Tuple, Union
 
 import numpy as np
 import numpy.typing as npt
 
-_Option = Tuple[str, Optional[str]]
+_Option = Union[str, Tuple[str, Optional[str]]]
 _Reference = Optional[Tuple[int, str]]
 
 class ParseError(ValueError):

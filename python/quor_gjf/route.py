@@ -1,7 +1,7 @@
 """The route: its words, what they mean, and their edits."""
 from __future__ import annotations
 
-from typing import Iterable, Iterator, List, Mapping, Optional, Tuple, Union
+from typing import Iterable, Iterator, List, Mapping, Optional, Union
 
 from . import _core
 from ._core import Keyword, RouteWarning
@@ -10,16 +10,12 @@ Options = Union[None, str, Iterable[str], Mapping[str, object]]
 """Options of a keyword: ``"calcfc"``, ``["ts", "maxcycles=50"]``, ``{"ts": None, "maxcycles": 50}``, or None."""
 
 
-def _option_pairs(options: Options) -> List[Tuple[str, Optional[str]]]:
+def _option_list(options: Options) -> List[_core._Option]:
     if options is None:
         return []
     if isinstance(options, Mapping):
         return [(name, None if value is None else str(value)) for name, value in options.items()]
-    pairs: List[Tuple[str, Optional[str]]] = []
-    for option in [options] if isinstance(options, str) else options:
-        name, equals, value = option.partition("=")
-        pairs.append((name.strip(), value.strip() if equals else None))
-    return pairs
+    return [options] if isinstance(options, str) else list(options)
 
 
 class Keywords(Mapping[str, Keyword]):
@@ -57,7 +53,7 @@ class Keywords(Mapping[str, Keyword]):
 
     def __setitem__(self, name: str, options: Options) -> None:
         """Put a keyword with these options, in place of one of that name or at the end."""
-        self._job.upsert_keyword(name, _option_pairs(options))
+        self._job.upsert_keyword(name, _option_list(options))
 
     def __delitem__(self, name: str) -> None:
         if name not in self:
@@ -70,7 +66,7 @@ class Keywords(Mapping[str, Keyword]):
 
     def add(self, name: str, options: Options = None) -> None:
         """Append a keyword, even when one of that name is there."""
-        self._job.add_keyword(name, _option_pairs(options))
+        self._job.add_keyword(name, _option_list(options))
 
     def option(self, name: str, option: str) -> Optional[str]:
         """Return the value of an option, ``"TRUE"`` for one without a value, None when it is not there."""
@@ -175,7 +171,7 @@ class Route:
 
     def set_method(self, method: str, options: Options = None) -> None:
         """Set the method, with options in parentheses."""
-        self._job.set_model_chemistry_method(method, _option_pairs(options))
+        self._job.set_model_chemistry_method(method, _option_list(options))
 
     def replace_method(self, method: str) -> None:
         """Set the method and drop an ONIOM expression."""

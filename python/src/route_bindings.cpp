@@ -6,18 +6,24 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <variant>
 #include <vector>
 
 namespace quor_python {
 namespace {
 
 using namespace quor::input::gaussian;
-using Option = std::pair<Text, std::optional<Text>>;
+using Option = std::variant<Text, std::pair<Text, std::optional<Text>>>;  // as it is written, or name and value
 
-std::vector<RouteOption> to_options(std::vector<Option>&& pairs) {
+std::vector<RouteOption> to_options(std::vector<Option>&& given) {
     std::vector<RouteOption> options;
-    options.reserve(pairs.size());
-    for (auto& [name, value] : pairs) {
+    options.reserve(given.size());
+    for (Option& option : given) {
+        if (const Text* written = std::get_if<Text>(&option)) {
+            options.push_back(read_route_option(written->value));
+            continue;
+        }
+        auto& [name, value] = std::get<1>(option);
         options.push_back(
             {std::move(name.value), value ? std::optional<std::string>(std::move(value->value)) : std::nullopt});
     }

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -114,6 +115,28 @@ TEST(OptionSyntax, WritesKeywords) {
     }
     const std::vector<RouteOption> options = to_route_options({{"a", "TRUE"}, {"b", ""}, {"c", "5"}, {"d", "true"}});
     EXPECT_EQ(format_keyword("k", options), "k=(a,b,c=5,d=true)");
+}
+
+TEST(RouteOptions, AreReadAsTheyAreWritten) {
+    const struct {
+        const char* text;
+        const char* name;
+        std::optional<std::string> value;
+    } rows[] = {
+        {"calcfc", "calcfc", std::nullopt},
+        {" MaxCycles = 50 ", "MaxCycles", "50"},
+        {"a=", "a", ""},
+        {"=5", "", "5"},
+        {"a=b=c", "a", "b=c"},
+        {"f(x=1)", "f(x=1)", std::nullopt},
+        {"f(x=1)=(y=2)", "f(x=1)", "(y=2)"},
+        {"", "", std::nullopt},
+    };
+    for (const auto& row : rows) {
+        const RouteOption option = read_route_option(row.text);
+        EXPECT_EQ(option.name, row.name) << row.text;
+        EXPECT_EQ(option.value, row.value) << row.text;
+    }
 }
 
 }  // namespace

@@ -29,17 +29,6 @@ std::string option_text(const std::string& name, const std::string& value) {
     return value.empty() || value == "TRUE" ? name : name + "=" + value;
 }
 
-// Cuts an item "name=value" into the name as it is stored and the value.
-std::pair<std::string, std::string> read_item(const std::string& item) {
-    const int equals = find_top_level_char(item, '=');
-    if (equals < 0) {
-        return {to_lower_copy(trim_view(item)), "TRUE"};
-    }
-    const auto at = static_cast<std::size_t>(equals);
-    return {to_lower_copy(trim_view(std::string_view(item).substr(0, at))),
-            std::string(trim_view(std::string_view(item).substr(at + 1)))};
-}
-
 // What becomes of the options of a keyword: the text of each that was written, or nothing when it goes, and new ones.
 struct OptionChanges {
     std::vector<std::optional<std::string>> written;
@@ -50,14 +39,14 @@ OptionChanges option_changes(const std::string& raw, const std::vector<Span>& it
     OptionChanges changes;
     for (const Span place : items) {
         const std::string item(place.in(raw));
-        const auto [name, value] = read_item(item);
-        const auto wanted = options.find(name);
+        const auto [name, value] = read_route_option(item);
+        const auto wanted = options.find(to_lower_copy(name));
         std::optional<std::string>& text = changes.written.emplace_back();
         if (wanted == options.end()) {
             continue;
         }
         const std::size_t equals = item.find('=');
-        text = wanted->second == value
+        text = wanted->second == value.value_or("TRUE")
                    ? item
                    : option_text(item.substr(0, item.find_last_not_of(' ', equals - 1) + 1), wanted->second);
         options.erase(wanted);

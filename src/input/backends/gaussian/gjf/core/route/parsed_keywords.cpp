@@ -1,12 +1,23 @@
 // Questions asked of an interpreted route, through the default vocabulary.
 #include <gjf/core/route/parsed_keywords.hpp>
 
+#include <gjf/core/route/route_scanner.hpp>
 #include <gjf/core/schema/route_schema_cache.hpp>
+#include <gjf/core/text/text.hpp>
 
 #include <algorithm>
 #include <iterator>
 
 namespace quor::input::gaussian {
+
+RouteOption read_route_option(std::string_view text) {
+    const int equals = find_top_level_char(std::string(text), '=');
+    if (equals < 0) {
+        return {std::string(trim_view(text)), std::nullopt};
+    }
+    const auto at = static_cast<std::size_t>(equals);
+    return {std::string(trim_view(text.substr(0, at))), std::string(trim_view(text.substr(at + 1)))};
+}
 
 ParsedKeywords::ParsedKeywords() = default;
 ParsedKeywords::ParsedKeywords(const ParsedKeywords&) = default;

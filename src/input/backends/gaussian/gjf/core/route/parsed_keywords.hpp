@@ -7,6 +7,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace quor::input::gaussian {
@@ -16,6 +17,9 @@ struct RouteOption {
     std::string name;
     std::optional<std::string> value;
 };
+
+/// Reads an option as it is written in a list: "calcfc" or "maxcycles=50".
+QUOR_GJF_API RouteOption read_route_option(std::string_view text);
 
 /// One route keyword that is not part of the model chemistry.
 struct KeywordInfo {
