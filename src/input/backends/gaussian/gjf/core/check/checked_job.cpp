@@ -82,8 +82,8 @@ TextEdit CheckedJob::without_lines(const LineRange& lines) const {
 
 bool CheckedJob::restarts() const noexcept { return has_any_word(words_with("goes on with a job")); }
 
-bool CheckedJob::molecule_from_checkpoint() const { return has_geom_option(route, schema, "chk") || all_from_checkpoint(); }
+bool CheckedJob::molecule_from_checkpoint() const { return has_option("geom", "check") || all_from_checkpoint(); }
 
-bool CheckedJob::all_from_checkpoint() const { return has_geom_option(route, schema, "allchk"); }
+bool CheckedJob::all_from_checkpoint() const { return has_option("geom", "allcheck"); }
 
 }  // namespace quor::input::gaussian

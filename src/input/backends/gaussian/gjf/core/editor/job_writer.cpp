@@ -6,7 +6,7 @@
 #include <gjf/core/job/link0_keys.hpp>
 #include <gjf/core/reader/gjf_parser.hpp>
 #include <gjf/core/reader/reading.hpp>
-#include <gjf/core/schema/route_schema_cache.hpp>
+#include <gjf/core/sections/route_questions.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
 
@@ -202,10 +202,11 @@ std::string write_job(const GJFData& data) {
         text += *data.extra_overlays;
         text += "\n\n";
     }
-    if (has_geom_option(route, default_route_schema(), "allchk")) {
+    const RouteQuestions questions(route);
+    if (questions.option("geom", {"allchk"})) {
         append_sections(text, data, "", "\n\n");
     } else {
-        append_title_and_molecule(text, data, has_geom_option(route, default_route_schema(), "chk"));
+        append_title_and_molecule(text, data, questions.option("geom", {"chk"}));
     }
     end_job_text(text);
     return text;

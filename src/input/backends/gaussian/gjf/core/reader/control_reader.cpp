@@ -6,6 +6,7 @@
 #include <gjf/core/route/joined_route.hpp>
 #include <gjf/core/route/keyword_parser.hpp>
 #include <gjf/core/schema/route_schema_cache.hpp>
+#include <gjf/core/sections/route_questions.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
 
@@ -14,17 +15,6 @@
 namespace quor::input::gaussian {
 namespace {
 
-struct Link0Words {
-    std::string_view key;
-    std::string_view value;  // empty without "="
-};
-
-// Cuts a "%key=value" line; the key of any other is all behind the sign.
-Link0Words link0_words(std::string_view line) noexcept {
-    const std::size_t equals = std::min(line.find('='), line.size());
-    return {trim_view(line.substr(1, equals - 1)), trim_view(line.substr(std::min(equals + 1, line.size())))};
-}
-
 // Stores a "%key=value" line whose key is one of the table's; returns whether it was one.
 bool store_link0_line(ControlSection& control, std::string_view line) {
     if (line.front() != '%') {
@@ -32,7 +22,8 @@ bool store_link0_line(ControlSection& control, std::string_view line) {
     }
     const Link0Words words = link0_words(line);
     const Link0Key* found = find_link0_key(words.key);
-    if (words.value.empty() || found == nullptr || !found->in_model || !found->is_spelt_out(to_lower_copy(words.key))) {
+    if (!words.is_assigned || words.value.empty() || found == nullptr || !found->in_model ||
+        !found->is_spelt_out(to_lower_copy(words.key))) {
         return false;
     }
     store_link0(control, *found, words.value);
@@ -155,18 +146,6 @@ std::vector<TextPlace> route_places(const JobLayout& layout, Span of_route_text)
     return places;
 }
 
-bool has_geom_option(const ParsedKeywords& route, const SimpleYAMLParser& schema, const std::string& option) {
-    const auto matches = [&](const std::string& name, const std::string& text) {
-        return schema.options_equivalent(name, text, option);
-    };
-    return std::any_of(route.keywords.begin(), route.keywords.end(), [&](const KeywordInfo& keyword) {
-        return schema.keywords_equivalent(keyword.name, "geom") &&
-               std::any_of(keyword.options.begin(), keyword.options.end(), [&](const auto& entry) {
-                   return matches(keyword.name, entry.first) || matches(keyword.name, entry.second);
-               });
-    });
-}
-
 bool GJFParser::is_valid_control_line(const std::string& line) {
     const std::string_view text = trim_view(line);
     return !text.empty() && (text.front() == '#' || text.front() == '%');
@@ -194,7 +173,7 @@ bool GJFParser::has_geom_option(const ControlSection& control, const std::string
         return false;
     }
     const ParsedKeywords route = parse_keywords(control.route_keywords, {});
-    return gaussian::has_geom_option(route, default_route_schema(), to_lower_copy(trim_view(option)));
+    return RouteQuestions(route).option("geom", {to_lower_copy(trim_view(option))});
 }
 
 bool GJFParser::is_geom_check(const ControlSection& control) { return has_geom_option(control, "chk"); }

@@ -122,9 +122,6 @@ void number_lines(const JobPiece& piece, JobReading& reading);
 /// Reads Link 0 lines and route. An empty line closes the route, unless blank lines are passed over.
 ControlSection read_control_section(LineSpan lines, bool pass_over_blank_lines, ReadingRecorder* recorder);
 
-/// Tells whether an interpreted route has a geom keyword with an option.
-bool has_geom_option(const ParsedKeywords& route, const SimpleYAMLParser& schema, const std::string& option);
-
 /// Tells whether the route asks for any section after the molecule. Asked only where it matters, since the answer takes
 /// time.
 using SectionsExpected = std::function<bool()>;
