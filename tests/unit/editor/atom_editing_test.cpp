@@ -12,45 +12,20 @@
 #include <vector>
 
 #include "../../support/sample_jobs.hpp"
+#include "named_atoms.hpp"
 
 namespace quor::input::gaussian {
 namespace {
 
+using test::BondList;
+using test::bonds;
 using test::expect_refused;
+using test::Indices;
+using test::make_editor;
 using test::make_job;
-using BondList = std::vector<std::tuple<std::size_t, std::size_t, double>>;
-using Indices = std::vector<std::size_t>;
-
+using test::names;
 const double infinity = std::numeric_limits<double>::infinity();
 const double nan_value = std::numeric_limits<double>::quiet_NaN();
-
-// Atoms named a, b, c… with the bonds given.
-GJFEditor make_editor(std::size_t atoms, const std::string& connectivity = "") {
-    GJFData data = make_job(atoms);
-    for (std::size_t i = 0; i < atoms; ++i) {
-        data.geom.atoms[i].info.element = std::string(1, static_cast<char>('a' + i));
-    }
-    if (!connectivity.empty()) {
-        data.extra_inputs.emplace_back(ExtraInputSectionKind::Connectivity, connectivity);
-    }
-    return GJFEditor(data);
-}
-
-std::string names(const GJFEditor& editor) {
-    std::string text;
-    for (const AtomCoord& atom : editor.get_data().geom.atoms) {
-        text += atom.info.element;
-    }
-    return text;
-}
-
-BondList bonds(const GJFEditor& editor) {
-    BondList list;
-    for (const Bond& bond : editor.get_all_bonds()) {
-        list.emplace_back(bond.atom1, bond.atom2, bond.order);
-    }
-    return list;
-}
 
 AtomCoord atom_named(const std::string& name) {
     AtomCoord atom;
@@ -383,81 +358,6 @@ TEST(AtomEditing, RemovesManyAtomsAsOneAfterTheOther) {
         EXPECT_EQ(editor.atom_origins(), one_by_one.atom_origins());
         EXPECT_EQ(editor.get_data().extra_inputs.size(), one_by_one.get_data().extra_inputs.size());
     }
-}
-
-TEST(AtomEditing, KeepsBondsValidBesideAZMatrixOrACheckpoint) {
-    const std::string rows = "1 2 1.0\n2 3 2.0\n3\n\n";
-    const std::string zmatrix = "# hf/sto-3g geom=connectivity\n\nt\n\n0 1\nO\nH 1 0.96\nH 1 0.96 2 104.5\n\n" + rows;
-    const std::string checkpoint = "%chk=a\n# hf/sto-3g geom=(check,connectivity)\n\nt\n\n0 1\n\n" + rows;
-    const BondList before = {{0, 1, 1.0}, {1, 2, 2.0}};
-    for (const std::string& text : {zmatrix, checkpoint}) {
-        GJFEditor editor(GJFParser::parse_string(text));
-        editor.add_atom(AtomCoord());
-        EXPECT_EQ(bonds(editor), before) << "what is no atom of the list keeps its number";
-        EXPECT_NO_THROW(editor.validate_connectivity_indices());
-        for (std::size_t i = 1; i < 5; ++i) {
-            editor.add_atom_with_connectivity(AtomCoord(), {{i - 1, 1.5}});
-            EXPECT_NO_THROW(editor.validate_connectivity_indices()) << i;
-        }
-        EXPECT_EQ(bonds(editor), (BondList{{0, 1, 1.5}, {1, 2, 1.5}, {2, 3, 1.5}, {3, 4, 1.5}}));
-        EXPECT_NO_THROW(GJFEditor(editor.get_data())) << "a job with such bonds can be given";
-    }
-}
-
-TEST(AtomEditing, RestoresAJobFromWhichTheAddedAtomsAreRemoved) {
-    const std::string rows = "1 2 1.0 3 1.0\n2\n3\n\n";
-    for (const std::string& text : {"# hf/sto-3g geom=connectivity\n\nt\n\n0 1\nO\nH 1 0.96\nH 1 0.96 2 104.5\n\n" + rows,
-                                    "# hf/sto-3g geom=(check,connectivity)\n\nt\n\n0 1\n\n" + rows}) {
-        GJFEditor editor(GJFParser::parse_string(text));
-        const BondList before = bonds(editor);
-        editor.add_atom(AtomCoord());
-        editor.add_atom(AtomCoord());
-        editor.move_atom(0, 1);
-        editor.reorder_atoms_with_connectivity({1, 0});
-        editor.remove_atom(0);
-        editor.remove_atoms({0});
-        EXPECT_EQ(bonds(editor), before) << text;
-    }
-}
-
-TEST(AtomEditing, StoresBondsWithTheSmallerAtomFirst) {
-    GJFData data = make_job(3);
-    data.extra_inputs.push_back(ExtraInputSection::from_connectivity({}));
-    data.extra_inputs[0].mutable_connectivity()->bonds = {{2, 0, 1.0}};
-    GJFEditor given(data);
-    GJFEditor set(make_job(3));
-    set.set_data(data);
-    for (GJFEditor* editor : {&given, &set}) {
-        EXPECT_EQ(bonds(*editor), (BondList{{0, 2, 1.0}}));
-        EXPECT_EQ(editor->get_bond_order(2, 0), 1.0);
-        editor->set_bond_order(0, 2, 2.0);
-        EXPECT_EQ(bonds(*editor), (BondList{{0, 2, 2.0}}));
-    }
-}
-
-TEST(AtomEditing, ReadsBondsThatAreGivenAsText) {
-    GJFData data = make_job(3);
-    data.extra_inputs.emplace_back();
-    data.extra_inputs[0].kind = ExtraInputSectionKind::Connectivity;
-    data.extra_inputs[0].content = std::string("1 3 1.0\n2");
-    GJFEditor editor(data);
-    EXPECT_EQ(bonds(editor), (BondList{{0, 2, 1.0}}));
-    editor.set_bond_order(0, 1, 2.0);
-    EXPECT_EQ(editor.get_data().extra_inputs.size(), 1U);
-    EXPECT_NO_THROW(editor.validate_connectivity_indices());
-    data.extra_inputs[0].content = std::string("1 x");
-    EXPECT_THROW(GJFEditor refused(data), GJFParseException);
-    EXPECT_THROW(editor.set_data(data), GJFParseException);
-    EXPECT_EQ(bonds(editor), (BondList{{0, 2, 1.0}, {0, 1, 2.0}}));
-}
-
-TEST(AtomEditing, MovesBondsThatNameWhatIsNotThereYet) {
-    GJFEditor editor = make_editor(2, "1 2 1.0\n2");
-    editor.mutable_connectivity()->bonds.push_back({1, 2, 1.0});
-    editor.add_atom(AtomCoord());
-    EXPECT_EQ(bonds(editor), (BondList{{0, 1, 1.0}, {1, 3, 1.0}}));
-    editor.add_atom_with_connectivity(AtomCoord(), {{0, 2.0}});
-    EXPECT_EQ(bonds(editor), (BondList{{0, 1, 1.0}, {1, 4, 1.0}, {0, 3, 2.0}}));
 }
 
 TEST(AtomEditing, RemovesNoRowsOfAZMatrix) {
