@@ -27,6 +27,7 @@ constexpr Command commands[] = {
      quor_gjf::add_report_command},
     {"check", "Find what would make jobs fail, or give another result than meant", quor_gjf::add_check_command},
     {"find", "Name the jobs that fit a condition on route, charge, atoms and more", quor_gjf::add_find_command},
+    {"diff", "Tell what differs between two job files by meaning", quor_gjf::add_diff_command},
     {"outline", "Tell which lines of a job file hold what, and what is missing or left over", quor_gjf::add_outline_command},
     {"route", "Explain a route: model chemistry, keywords, the sections it wants, warnings", quor_gjf::add_route_command},
     {"complete", "List what may complete the last word of a route", quor_gjf::add_complete_command},
@@ -34,6 +35,7 @@ constexpr Command commands[] = {
     {"format", "Write job files anew in the fixed layout", quor_gjf::add_format_command},
     {"split", "Write each job of a file to a file of its own", quor_gjf::add_split_command},
     {"join", "Join job files to one file of several jobs", quor_gjf::add_join_command},
+    {"convert", "Write the molecules of job files as XYZ", quor_gjf::add_convert_command},
     {"schema", "Examine the route vocabulary, or ask it about a word", quor_gjf::add_schema_command},
     {"completion", "Print what completes commands in a shell: bash, zsh or fish", quor_gjf::add_completion_command},
 };

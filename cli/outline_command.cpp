@@ -2,6 +2,7 @@
 // over.
 #include "batch.hpp"
 #include "commands.hpp"
+#include "faithful.hpp"
 #include "input.hpp"
 #include "plain_text.hpp"
 #include "terminal.hpp"
@@ -12,7 +13,9 @@
 
 #include <algorithm>
 #include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace quor_gjf {
@@ -70,40 +73,85 @@ std::string outline_of(const JobReading& reading) {
     return text;
 }
 
-FileResult outline_file(const std::string& path, bool with_heading, bool json) {
-    const std::vector<JobReading> readings = read_jobs_with_layout(read_text(path));
-    FileResult result;
-    if (json) {
-        result.out = outline_json(path, readings);
-    } else {
-        result.out = with_heading ? "==> " + path + " <==\n" : std::string();
-        for (const JobReading& reading : readings) {
-            result.out += outline_of(reading);
+struct OutlineArguments {
+    BatchOptions batch;
+    std::optional<Selection> selection;
+};
+
+// The atoms that a selection takes, each with its line.
+std::string selected_text(const JobReading& reading, const Selection& selection,
+                          const std::vector<std::string_view>& lines) {
+    const JobLayout& layout = reading.layout;
+    const std::vector<std::size_t>& places = layout.atoms.empty() ? layout.zmatrix_rows : layout.atoms;
+    const std::vector<std::size_t> atoms = selected_atoms(selection, reading.job);
+    std::string text = "job " + std::to_string(layout.number) + ", " + std::to_string(atoms.size()) + " of " +
+                       counted(reading.job.geom.atom_count(), "atom") + "\n";
+    for (const std::size_t atom : atoms) {
+        const std::string line = GJFParser::trim(std::string(lines.at(places.at(atom) - 1)));
+        text +=
+            "  line " + std::to_string(places[atom]) + ": atom " + std::to_string(atom + 1) + ": " + printable(line) + "\n";
+    }
+    return text;
+}
+
+// Fills in what is said of the jobs of a file.
+void tell_jobs(const std::string& path, const std::string& text, const std::vector<JobReading>& readings,
+               const OutlineArguments& arguments, FileResult& result) {
+    const std::vector<std::string_view> lines = arguments.selection ? lines_of(text) : std::vector<std::string_view>();
+    for (const JobReading& reading : readings) {
+        try {
+            result.out += arguments.selection ? selected_text(reading, *arguments.selection, lines) : outline_of(reading);
+        } catch (const SelectionError& error) {
+            result.err += path + ": job " + std::to_string(reading.layout.number) + ": " + printable(error.what()) + "\n";
+            result.code = exit_failure;
         }
+    }
+}
+
+FileResult outline_file(const std::string& path, const OutlineArguments& arguments, bool with_heading) {
+    const std::string text = read_text(path);
+    const std::vector<JobReading> readings = read_jobs_with_layout(text);
+    FileResult result;
+    result.out = with_heading ? "==> " + path + " <==\n" : std::string();
+    tell_jobs(path, text, readings, arguments, result);
+    if (arguments.batch.json) {
+        result.out =
+            arguments.selection ? selection_json(path, readings, *arguments.selection) : outline_json(path, readings);
     }
     if (readings.empty()) {
         result.err = path + ": no job was found\n";
     }
     const bool whole = std::all_of(readings.begin(), readings.end(), [](const JobReading& r) { return r.error.empty(); });
-    result.code = readings.empty() || !whole ? exit_failure : exit_success;
+    result.code = readings.empty() || !whole ? exit_failure : result.code;
     return result;
 }
 
-int outline(const BatchOptions& options) {
-    require_vocabulary(options.json ? options.paths.front() : std::string());
-    const bool with_heading = names_several_files(options.paths);
+int outline(const OutlineArguments& arguments) {
+    const std::vector<std::string>& paths = arguments.batch.paths;
+    require_vocabulary(arguments.batch.json ? paths.front() : std::string());
+    const bool with_heading = names_several_files(paths);
     Batch batch;
-    batch.work = [&](const std::string& path) { return outline_file(path, with_heading, options.json); };
-    return run_batch(options, batch);
+    batch.work = [&](const std::string& path) { return outline_file(path, arguments, with_heading); };
+    return run_batch(arguments.batch, batch);
 }
 
 }  // namespace
 
 void add_outline_command(CLI::App& command, int& exit_code) {
-    const auto options = std::make_shared<BatchOptions>();
-    add_batch_options(command, *options);
+    const auto arguments = std::make_shared<OutlineArguments>();
+    add_batch_options(command, arguments->batch);
     command.get_option("FILE")->required();
-    command.callback([options, &exit_code] { exit_code = outline(*options); });
+    const auto read = [arguments](const std::string& text) {
+        try {
+            arguments->selection = parse_selection(text);
+        } catch (const SelectionError& error) {
+            throw CLI::ValidationError("--select", printable(error.what()));
+        }
+    };
+    command
+        .add_option_function<std::string>("--select", read, "List the atoms that a selection takes, as in 'within 3 of Zn'")
+        ->type_name("SELECTION");
+    command.callback([arguments, &exit_code] { exit_code = outline(*arguments); });
 }
 
 }  // namespace quor_gjf

@@ -45,7 +45,9 @@ set(quor_public_headers
     gjf/core/selection/selection.hpp
     gjf/core/predicate/job_file.hpp
     gjf/core/predicate/predicate.hpp
+    gjf/core/report/job_changes.hpp
     gjf/core/report/json.hpp
+    gjf/core/report/xyz.hpp
     gjf/core/editor/gjf_editor.hpp
     gjf/core/editor/gjf_multi_editor.hpp
     gjf/c_api/quor_g16_gjf.h)

@@ -26,8 +26,8 @@ while IFS= read -r line; do complete_line "$line"; done
 """
 # What is completed, and with what. bash itself takes "=" for a break of words.
 COMPLETIONS = {
-    "quor-gjf ": "report check find outline route complete edit format split join schema completion",
-    "quor-gjf c": "check complete completion",
+    "quor-gjf ": "report check find diff outline route complete edit format split join convert schema completion",
+    "quor-gjf c": "check complete convert completion",
     "quor-gjf help": "",
     "quor-gjf check --fail-on=e": "error",
     "quor-gjf edit --set oldc": "oldchk=",

@@ -8,8 +8,10 @@
 #include <gjf/core/check/checker.hpp>
 #include <gjf/core/predicate/job_file.hpp>
 #include <gjf/core/reader/job_layout.hpp>
+#include <gjf/core/report/job_changes.hpp>
 #include <gjf/core/route/route_completion.hpp>
 #include <gjf/core/schema/simple_yaml_parser.hpp>
+#include <gjf/core/selection/selection.hpp>
 
 #include <cstddef>
 #include <string>
@@ -43,6 +45,15 @@ QUOR_GJF_API std::string find_json(const JobFile& file, const std::vector<std::s
 /// what is not known or not there. Memory is in bytes.
 QUOR_GJF_API std::string fields_json(const JobFile& file, const std::vector<std::size_t>& jobs,
                                      const std::vector<JobField>& fields);
+
+/// Returns the line about what differs between two files.
+QUOR_GJF_API std::string diff_json(const std::string& path, const std::string& other,
+                                   const std::vector<JobPairChanges>& changes);
+
+/// Returns the line about the atoms that a selection takes in each job of a file: their numbers and lines, or why it does
+/// not fit the job.
+QUOR_GJF_API std::string selection_json(const std::string& path, const std::vector<JobReading>& readings,
+                                        const Selection& selection);
 
 /// Returns the line about which lines of a file hold what.
 QUOR_GJF_API std::string outline_json(const std::string& path, const std::vector<JobReading>& readings);
