@@ -232,12 +232,7 @@ const ParametersElements* parameters_elements(std::string_view kind, std::string
 }
 
 std::string missing_basis_facts() {
-    for (const FactTable* table : {&element_table(), &function_table(), &polarization_table(), &parameter_table()}) {
-        if (!table->problem().empty()) {
-            return table->problem();
-        }
-    }
-    return {};
+    return first_problem({&element_table(), &function_table(), &polarization_table(), &parameter_table()});
 }
 
 }  // namespace quor::input::gaussian

@@ -84,4 +84,13 @@ void FactTable::read(std::string_view name, std::initializer_list<std::string_vi
     }
 }
 
+std::string first_problem(std::initializer_list<const FactTable*> tables) {
+    for (const FactTable* table : tables) {
+        if (!table->problem().empty()) {
+            return table->problem();
+        }
+    }
+    return {};
+}
+
 }  // namespace quor::input::gaussian

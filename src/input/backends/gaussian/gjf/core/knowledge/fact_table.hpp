@@ -38,6 +38,9 @@ class FactTable {
     std::vector<std::string_view> cells_;
 };
 
+/// Returns what keeps the first of some tables that cannot be read from being read; empty when all were.
+std::string first_problem(std::initializer_list<const FactTable*> tables);
+
 /// A table with its rows in a form of their own, which `make` gives each.
 template <class Row>
 struct Facts {

@@ -180,17 +180,13 @@ const std::string& check_pages() {
 }
 
 std::string missing_knowledge() {
-    for (const FactTable* table : {&traits().table, &other_names().table, &solvents().table, &all_exclusions().table,
-                                   &all_needs().table, &all_checkpoint_reads().table, &solvent_input().table}) {
-        if (!table->problem().empty()) {
-            return table->problem();
-        }
+    std::string problem = first_problem({&traits().table, &other_names().table, &solvents().table, &all_exclusions().table,
+                                         &all_needs().table, &all_checkpoint_reads().table, &solvent_input().table});
+    if (problem.empty() && check_pages().empty()) {
+        problem = path_of_facts(file_of_checks) + " cannot be read";
     }
-    if (check_pages().empty()) {
-        return path_of_facts(file_of_checks) + " cannot be read";
-    }
-    const std::string missing = missing_route_facts();
-    return missing.empty() ? missing_basis_facts() : missing;
+    problem = problem.empty() ? missing_route_facts() : problem;
+    return problem.empty() ? missing_basis_facts() : problem;
 }
 
 }  // namespace quor::input::gaussian

@@ -92,13 +92,7 @@ bool lists_word(std::string_view list, std::string_view word) noexcept {
 }
 
 std::string missing_route_facts() {
-    for (const FactTable* table :
-         {&all_option_values().table, &all_lacks().table, &all_requests().table, &all_dispersions().table}) {
-        if (!table->problem().empty()) {
-            return table->problem();
-        }
-    }
-    return {};
+    return first_problem({&all_option_values().table, &all_lacks().table, &all_requests().table, &all_dispersions().table});
 }
 
 }  // namespace quor::input::gaussian
