@@ -50,8 +50,7 @@ bool is_wrong_symbol(std::string_view line) {
     cut_section_line(line, fields);
     return fields.size() >= 2 && fields.back() == "0" && fields[0].size() <= 2 && !fields[0].empty() &&
            atomic_number(fields[0]) == 0 && !equals_folded(fields[0], "bq") &&
-           std::all_of(fields[0].begin(), fields[0].end(),
-                       [](char c) { return to_lower_ascii(c) >= 'a' && to_lower_ascii(c) <= 'z'; });
+           std::all_of(fields[0].begin(), fields[0].end(), is_letter);
 }
 
 // Reads the tokens of a line of centers; absent when one of them is neither an element nor an atom.

@@ -18,8 +18,6 @@ constexpr struct {
 } functions[] = {{"r", 2},    {"b", 2}, {"bond", 2},     {"stretch", 2}, {"a", 3}, {"angle", 3},
                  {"bend", 3}, {"d", 4}, {"dihedral", 4}, {"torsion", 4}, {"l", 4}, {"linear", 4}};
 
-bool is_letter(char c) noexcept { return to_lower_ascii(c) >= 'a' && to_lower_ascii(c) <= 'z'; }
-
 // One function and its arguments; other things stand in brackets too, as in OO(Frozen,Value=1.2).
 void check_function(const CheckedJob& job, std::size_t line, std::string_view name, std::string_view inner,
                     std::size_t atom_count, Findings& findings) {

@@ -102,7 +102,7 @@ std::optional<std::int64_t> count_cores(std::string_view list) {
         const std::string_view item = trim_view(list.substr(0, comma));
         list.remove_prefix(std::min(comma + 1, list.size()));
         const std::optional<NumberRange> cores = to_number_range(item, 0, std::numeric_limits<std::int32_t>::max());
-        const bool begins_with_digit = !item.empty() && item.front() >= '0' && item.front() <= '9';
+        const bool begins_with_digit = !item.empty() && is_digit(item.front());
         if (!begins_with_digit || !cores) {
             return std::nullopt;
         }
@@ -132,8 +132,7 @@ std::int64_t cores_listed(const CheckedJob& job, const Link0Line* cpu, Findings&
     }
     const std::int64_t count = count_cores(cpu->value).value_or(0);
     if (count < 1) {
-        const bool has_letter = std::any_of(cpu->value.begin(), cpu->value.end(),
-                                            [](char c) { return to_lower_ascii(c) >= 'a' && to_lower_ascii(c) <= 'z'; });
+        const bool has_letter = std::any_of(cpu->value.begin(), cpu->value.end(), is_letter);
         findings.add("GJF-L006", has_letter || cpu->value.empty() ? Severity::Error : Severity::Warning,
                      "'" + std::string(cpu->value) + "' is no list of cores", job.place_in(cpu->line, cpu->value),
                      "list core numbers and ranges, as in %cpu=0-7,12");
@@ -173,7 +172,7 @@ void check_memory(const CheckedJob& job, const std::vector<Link0Line>& lines, st
     const TextPlace place = job.place_in(line->line, line->value);
     const std::optional<MemoryAmount> memory = read_memory_amount(line->value);
     if (!memory || memory->unit == 0 || memory->amount == 0) {
-        const bool begins_as_number = !line->value.empty() && line->value.front() >= '0' && line->value.front() <= '9';
+        const bool begins_as_number = !line->value.empty() && is_digit(line->value.front());
         Finding& finding = findings.add("GJF-L002", begins_as_number ? Severity::Warning : Severity::Error,
                                         "'" + std::string(line->value) + "' is no amount of memory", place,
                                         "write a whole number and a unit without a blank, as in %mem=8GB");

@@ -30,8 +30,6 @@ void look_behind_row(const CheckedJob& job, MoleculeAtom& atom) {
     }
 }
 
-void note_names(const std::string& text, NameSet& names) { names.insert(to_lower_copy(without_sign(trim_view(text)))); }
-
 // Tells whether a line that gives a variable its value has the look of a Z-matrix row.
 bool looks_like_row(std::string_view line) {
     Fields fields;
@@ -47,25 +45,6 @@ bool looks_like_row(std::string_view line) {
 
 std::size_t line_at(const std::vector<std::size_t>& lines, std::size_t i) noexcept {
     return i < lines.size() ? lines[i] : 0;
-}
-
-NameSet names_in_use(const GeomSection& geom) {
-    NameSet names;
-    for (const ZMatrixEntry& entry : geom.zmatrix_entries) {
-        for (const auto* reference : {&entry.bond, &entry.angle, &entry.dihedral}) {
-            if (*reference) {
-                note_names((*reference)->value, names);
-            }
-        }
-    }
-    for (const AtomCoord& atom : geom.atoms) {
-        for (const CoordinateValue* coordinate : {&atom.x_ref, &atom.y_ref, &atom.z_ref}) {
-            if (!coordinate->value) {
-                note_names(coordinate->text, names);
-            }
-        }
-    }
-    return names;
 }
 
 std::vector<bool> lines_like_rows(const CheckedJob& job, const std::vector<ZMatrixVariable>& variables,

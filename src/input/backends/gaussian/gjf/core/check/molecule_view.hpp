@@ -36,9 +36,6 @@ std::vector<bool> lines_like_rows(const CheckedJob& job, const std::vector<ZMatr
 /// Tells whether the molecule may have atoms that the reader took for variables, so that nothing can be counted.
 bool has_unread_rows(const CheckedJob& job);
 
-/// Returns the names that the coordinates refer to, in lower case.
-NameSet names_in_use(const GeomSection& geom);
-
 /// The fields behind the layer of an ONIOM atom: the link atom that takes its place in the model, and the atom it is bonded
 /// to.
 struct LinkAtom {

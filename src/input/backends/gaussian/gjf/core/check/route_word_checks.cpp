@@ -320,7 +320,7 @@ void check_option_words(const CheckedJob& job, const RouteTree::Keyword& keyword
         const RouteTree::Option& option = keyword.options[i];
         const std::string name = job.written(option.name);
         const char first = name.empty() ? '0' : name.front();
-        const bool is_value = (first >= '0' && first <= '9') || first == '-' || first == '+' || first == '.';
+        const bool is_value = is_digit(first) || first == '-' || first == '+' || first == '.';
         // The names of some solvents hold a comma; levels of theory are options of ircmax.
         const bool ends_solvent = i > 0 && keyword.options[i - 1].canonical == "solvent" &&
                                   is_solvent(job.written(keyword.options[i - 1].value) + "," + name);

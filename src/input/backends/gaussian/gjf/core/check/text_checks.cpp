@@ -177,7 +177,6 @@ void check_route_balance(const CheckedJob& job, Findings& findings) {
 
 // Tells whether coordinates are written with decimal commas: fields such as 0,123, two or more, and no point in the line.
 bool has_decimal_commas(std::string_view text) {
-    const auto is_digit = [](char c) { return c >= '0' && c <= '9'; };
     std::size_t count = 0;
     for (std::size_t i = 1; i + 1 < text.size(); ++i) {
         count += text[i] == ',' && is_digit(text[i - 1]) && is_digit(text[i + 1]);
@@ -193,14 +192,13 @@ bool is_spoilt_number(std::string_view field) {
     if (!digits.empty() && digits.front() == '.') {
         digits.remove_prefix(1);
     }
-    const bool begins_as_number = !digits.empty() && digits.front() >= '0' && digits.front() <= '9';
+    const bool begins_as_number = !digits.empty() && is_digit(digits.front());
     const bool odd_sign = !field.empty() && is_outside_ascii(field.front());
     return !to_fortran_number(field) && (begins_as_number || odd_sign);
 }
 
 // Puts points in the place of the commas between digits, in this line and all below that are written so.
 std::vector<TextEdit> decimal_points(const CheckedJob& job, std::size_t line) {
-    const auto is_digit = [](char c) { return c >= '0' && c <= '9'; };
     std::vector<TextEdit> edits;
     for (; line <= job.layout.molecule.last; ++line) {
         const std::string_view text = without_comment(job.line(line));

@@ -25,8 +25,6 @@ constexpr SpecialName special_names[] = {{"bq", SpeciesKind::Ghost},
 // Elements whose symbols in capitals are names of carbon, hydrogen and nitrogen atoms in amino acids too.
 constexpr std::string_view protein_names[] = {"CA", "CD", "CE", "HE", "HG", "ND", "NE"};
 
-bool is_letter(char c) noexcept { return to_lower_ascii(c) >= 'a' && to_lower_ascii(c) <= 'z'; }
-
 bool is_protein_name(std::string_view letters) noexcept {
     return std::find(std::begin(protein_names), std::end(protein_names), letters) != std::end(protein_names);
 }

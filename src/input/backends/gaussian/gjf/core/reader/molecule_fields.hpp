@@ -81,6 +81,8 @@ using NameSet = std::set<std::string, std::less<>>;
 
 /// Collects the names, in lower case, that stand for coordinates and that nothing read so far gives a value.
 NameSet undefined_names(const GeomSection& geom);
+/// Returns all names that stand for coordinates or for values of rows, in lower case.
+NameSet names_in_use(const GeomSection& geom);
 
 /// Which lines are variable lines beside those of the form "name=value".
 enum class VariableLines {

@@ -13,9 +13,9 @@ void cut_fields(std::string_view line, Fields& fields) {
 }
 
 bool is_variable_name(std::string_view name) noexcept {
-    const auto is_letter = [](char c) { return (to_lower_ascii(c) >= 'a' && to_lower_ascii(c) <= 'z') || c == '_'; };
-    return !name.empty() && is_letter(name.front()) &&
-           std::all_of(name.begin(), name.end(), [&](char c) { return is_letter(c) || (c >= '0' && c <= '9'); });
+    const auto begins_name = [](char c) { return is_letter(c) || c == '_'; };
+    return !name.empty() && begins_name(name.front()) &&
+           std::all_of(name.begin(), name.end(), [&](char c) { return begins_name(c) || is_digit(c); });
 }
 
 std::string_view without_sign(std::string_view text) noexcept {
@@ -57,7 +57,7 @@ void remove_names(const std::vector<ZMatrixVariable>& variables, NameSet& names)
 bool is_fortran_number(std::string_view field) { return to_fortran_number(field).has_value(); }
 
 bool is_number_or_code(std::string_view field) {
-    const bool is_code = field.size() == 1 && to_lower_ascii(field[0]) >= 'a' && to_lower_ascii(field[0]) <= 'z';
+    const bool is_code = field.size() == 1 && is_letter(field[0]);
     return is_code || is_fortran_number(field);
 }
 
@@ -83,7 +83,7 @@ std::string_view variable_line_name(std::string_view text, VariableLines forms, 
 
 }  // namespace
 
-NameSet undefined_names(const GeomSection& geom) {
+NameSet names_in_use(const GeomSection& geom) {
     NameSet names;
     for (const ZMatrixEntry& entry : geom.zmatrix_entries) {
         for (const auto* reference : {&entry.bond, &entry.angle, &entry.dihedral}) {
@@ -99,6 +99,11 @@ NameSet undefined_names(const GeomSection& geom) {
             }
         }
     }
+    return names;
+}
+
+NameSet undefined_names(const GeomSection& geom) {
+    NameSet names = names_in_use(geom);
     remove_names(geom.variables, names);
     remove_names(geom.constants, names);
     remove_names(geom.cartesian_variables, names);

@@ -12,9 +12,7 @@
 namespace quor::input::gaussian {
 namespace {
 
-constexpr bool is_letter_or_digit(char c) noexcept {
-    return (c >= '0' && c <= '9') || (to_lower_ascii(c) >= 'a' && to_lower_ascii(c) <= 'z');
-}
+constexpr bool is_letter_or_digit(char c) noexcept { return is_digit(c) || is_letter(c); }
 
 // What may stand in a label, a bracketed list of parameters aside, and neither nests nor begins a comment.
 constexpr bool is_label_character(char c) noexcept { return is_letter_or_digit(c) || c == '-' || c == '.' || c == '_'; }

@@ -18,10 +18,7 @@ bool is_route_head(std::string_view word) noexcept {
 
 constexpr bool is_one_of(char c, std::string_view signs) noexcept { return signs.find(c) != std::string_view::npos; }
 
-bool ends_word(char c) noexcept {
-    const char lower = to_lower_ascii(c);
-    return (lower >= 'a' && lower <= 'z') || (c >= '0' && c <= '9') || c == '=';
-}
+bool ends_word(char c) noexcept { return is_letter(c) || is_digit(c) || c == '='; }
 
 // What a blank becomes, by the characters around it.
 enum class Blank { Stays, Goes, IsComma };

@@ -16,10 +16,7 @@ std::string trimmed(const std::string& text) { return std::string(trim_view(text
 
 std::string folded(const std::string& text) { return to_lower_copy(trim_view(text)); }
 
-bool is_word_character(char c) noexcept {
-    const char lower = to_lower_ascii(c);
-    return (lower >= 'a' && lower <= 'z') || (c >= '0' && c <= '9') || c == '-' || c == '_';
-}
+bool is_word_character(char c) noexcept { return is_letter(c) || is_digit(c) || c == '-' || c == '_'; }
 
 std::size_t count_whole_word(std::string_view text, std::string_view word) noexcept {
     std::size_t count = 0;

@@ -14,7 +14,7 @@ constexpr std::string_view separators = " \t\r\v\f,()=";
 bool lists_atoms(const SelectionList& list) noexcept { return list.selects() || equals_folded(list.key, "notatoms"); }
 
 bool is_numeric(std::string_view word) noexcept {
-    return (word[0] >= '0' && word[0] <= '9') || word.find_first_not_of("+-0123456789") == std::string_view::npos;
+    return is_digit(word[0]) || word.find_first_not_of("+-0123456789") == std::string_view::npos;
 }
 
 // Cuts a line into lists; each ends where the next key begins.

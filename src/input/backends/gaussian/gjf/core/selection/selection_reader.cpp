@@ -32,8 +32,6 @@ const NamedTest* find_test(const NamedTest* begin, const NamedTest* end, std::st
     return found == end ? nullptr : found;
 }
 
-bool is_digit(char c) noexcept { return c >= '0' && c <= '9'; }
-
 class SelectionReader : public ExpressionReader<SelectionStep> {
    public:
     explicit SelectionReader(std::string_view text) : ExpressionReader(text, {"the selection", "atoms are missing"}) {}

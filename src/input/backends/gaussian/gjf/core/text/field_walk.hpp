@@ -54,7 +54,7 @@ class FieldWalk {
 
     /// Takes a whole number without a sign; absent when there is none.
     std::optional<std::int32_t> take_whole() noexcept {
-        return at_end() ? std::nullopt : to_int32(take(count(0, [](char c) { return c >= '0' && c <= '9'; })));
+        return at_end() ? std::nullopt : to_int32(take(count(0, is_digit)));
     }
 
     struct Decimal {

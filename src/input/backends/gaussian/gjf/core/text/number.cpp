@@ -12,15 +12,11 @@
 namespace quor::input::gaussian {
 namespace {
 
-constexpr bool is_digit(char c) noexcept { return c >= '0' && c <= '9'; }
-
 constexpr bool is_hex_digit(char c) noexcept {
     return is_digit(c) || (to_lower_ascii(c) >= 'a' && to_lower_ascii(c) <= 'f');
 }
 
-constexpr bool is_word_character(char c) noexcept {
-    return is_digit(c) || (to_lower_ascii(c) >= 'a' && to_lower_ascii(c) <= 'z') || c == '_';
-}
+constexpr bool is_word_character(char c) noexcept { return is_digit(c) || is_letter(c) || c == '_'; }
 
 std::string_view without_leading_white_space(std::string_view text) noexcept {
     while (!text.empty() && is_white_space(text.front())) {

@@ -20,6 +20,10 @@ std::string_view trim_view(std::string_view text) noexcept;
 /// Lower-cases one ASCII letter; every other byte stays as it is.
 constexpr char to_lower_ascii(char c) noexcept { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
+/// Tells whether `c` is a digit, or a letter of ASCII.
+constexpr bool is_digit(char c) noexcept { return c >= '0' && c <= '9'; }
+constexpr bool is_letter(char c) noexcept { return to_lower_ascii(c) >= 'a' && to_lower_ascii(c) <= 'z'; }
+
 /// Lower-cases the ASCII letters of `text`.
 std::string to_lower_copy(std::string_view text);
 
