@@ -60,4 +60,62 @@ TEST(CheckpointChain, CarriesTheMolecule) {
               "L007:11");
 }
 
+// A first job with this route, and a second one that begins with its Link 0 lines and route.
+std::string two_jobs(const std::string& route, const std::string& second) {
+    return "%chk=a.chk\n# " + route + "\n\nt\n\n0 1\nH\nH 1 r\n\nr=0.74\n\n--Link1--\n" + second + "\n\n";
+}
+
+TEST(CheckpointChain, KnowsWhatIsInIt) {
+    const std::string go_on = "%chk=a.chk\n# hf/sto-3g geom=allcheck ";
+    const struct {
+        const char* first;
+        std::string second;
+        const char* told;
+    } rows[] = {
+        {"hf/sto-3g", go_on + "opt=readfc", "L011:14"},
+        {"hf/sto-3g", go_on + "opt=rcfc", "L011:14"},
+        {"hf/sto-3g td", go_on + "irc=(rcfc,maxpoints=9)", "L011:14"},
+        {"hf/sto-3g opt", go_on + "irc=rcfc", "L011:14"},
+        {"hf/sto-3g opt", go_on + "freq=readfc", "L011:14"},
+        {"uff", go_on + "guess=read", "L011:14"},
+        {"uff opt", "%chk=a.chk\n# hf chkbasis geom=allcheck", "L011:14"},
+        {"hf/sto-3g opt", "%oldchk=a.chk\n%chk=b.chk\n# hf/sto-3g geom=allcheck freq=readfc", "L011:15"},
+        // What is there, or may be: in a checkpoint that went through other jobs, or came from one that is not in the file.
+        {"hf/sto-3g opt", go_on + "opt=readfc", ""},
+        {"hf/sto-3g freq", go_on + "opt=readfc", ""},
+        {"hf/sto-3g freq", go_on + "irc=rcfc", ""},
+        {"hf/sto-3g opt=calcall", go_on + "freq=readfc", ""},
+        {"hf/sto-3g freq", go_on + "guess=read\n\n--Link1--\n" + go_on + "irc=rcfc", ""},
+        {"hf/sto-3g guess=read", go_on + "irc=rcfc", ""},
+        {"cbs-qb3", go_on + "freq=readfc", ""},
+        {"pm6", go_on + "guess=read", ""},
+        {"oniom(hf/sto-3g:uff)", go_on + "guess=read", ""},
+        {"uff", go_on, ""},
+        // Levels.
+        {"hf/sto-3g opt", "%chk=a.chk\n# hf/3-21g geom=allcheck freq", "L012:14"},
+        {"pm6 opt", go_on + "freq", "L012:14"},
+        {"b3lyp/sto-3g opt", go_on + "freq=noraman", "L012:14"},
+        {"hf/sto-3g opt", go_on + "\n\n--Link1--\n%chk=a.chk\n# mp2/sto-3g geom=allcheck freq", "L012:18"},
+        {"hf/sto-3g opt", go_on + "freq", ""},
+        {"rhf/sto-3g opt", "%chk=a.chk\n# uhf/sto-3g geom=allcheck freq", ""},
+        {"hf/sto-3g opt", "%chk=a.chk\n# hf chkbasis geom=allcheck freq", ""},
+        {"hf/gen opt", go_on + "freq", ""},
+        {"hf/sto-3g opt", "%chk=a.chk\n# mp2/sto-3g geom=allcheck opt freq", ""},
+        {"hf/sto-3g", "%chk=a.chk\n# mp2/sto-3g geom=allcheck freq", ""},
+        {"hf/sto-3g opt", "%chk=a.chk\n# mp2/sto-3g geom=allcheck", ""},
+        {"hf/sto-3g opt freq", "%chk=a.chk\n# mp2/sto-3g geom=allcheck freq=readfc", ""},
+        {"hf/sto-3g opt", "%chk=a.chk\n# mp2/sto-3g guess=read freq\n\nt\n\n0 1\nHe 0.0 0.0 0.0", ""},
+        // Names of the Z-matrix.
+        {"hf/sto-3g", "%chk=a.chk\n# hf/sto-3g geom=modify\n\nt\n\n0 1\n\nx=0.8", "M020:20"},
+        {"hf/sto-3g", "%chk=a.chk\n# hf/sto-3g geom=modify\n\nt\n\n0 1\n\nr 0.8\nr2 0.8 F", "M020:21"},
+        {"hf/sto-3g", "%chk=a.chk\n# hf/sto-3g geom=modify\n\nt\n\n0 1\n\nr 0.8 A", ""},
+        {"hf/sto-3g", "%chk=a.chk\n# hf/sto-3g geom=modify\n\nt\n\n0 1\n\nR=0.8", ""},
+        {"hf/sto-3g", "%chk=a.chk\n# hf/sto-3g geom=modify\n\nt\n\n0 1\n\nB 1 2 0.8", ""},
+        {"hf/sto-3g", "%oldchk=c.chk\n# hf/sto-3g geom=modify\n\nt\n\n0 1\n\nx=0.8", "L009:13"},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(told(two_jobs(row.first, row.second)), row.told) << row.first << "\n" << row.second;
+    }
+}
+
 }  // namespace

@@ -1,17 +1,27 @@
-// Follows the checkpoint files through the jobs of a text: which are written and read, and the molecules in them. Private
-// to the room.
+// Follows the checkpoint files through the jobs of a text: which are written and read, and what is in them. Private to the
+// room.
 #pragma once
 
 #include <gjf/core/check/checker.hpp>
+#include <gjf/core/check/link0_lines.hpp>
 #include <gjf/core/check/molecule_view.hpp>
+#include <gjf/core/knowledge/facts.hpp>
 
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
 namespace quor::input::gaussian {
+
+/// What a job computes with; empty where it is not one method alone.
+struct ModelLevel {
+    std::string method;
+    std::string basis;
+    TextPlace place = {};  ///< of the method in the route
+};
 
 class CheckpointChain {
    public:
@@ -26,12 +36,27 @@ class CheckpointChain {
    private:
     struct Checkpoint {
         std::size_t job = 0;
+        TextPlace place;  // of its route
         bool read_since = false;
+        bool has_orbitals = true;
+        bool has_force_constants = true;
+        bool has_cartesian_force_constants = true;
+        ModelLevel optimized = {};             // of its structure; empty where it is not known to be optimised
+        NameSet names = {};                    // of its Z-matrix; none where it has none
         std::vector<MoleculeAtom> atoms = {};  // without `info`, which ends with its job
+
+        bool lacks(std::string_view content) const noexcept;
     };
-    /// Notes that a job reads a checkpoint; returns whether a job before it writes it.
-    bool note_read(const std::string& path);
-    void note_written(const std::string& path, const CheckedJob& job, const TextPlace& place, Findings& findings);
+    // Tells what a job leaves in its checkpoint, which goes on from `source` where that is known.
+    static Checkpoint left_by(const CheckedJob& job, const Checkpoint* source, bool reads_unknown);
+    static void check_contents(const CheckedJob& job, const Checkpoint& source,
+                               const std::vector<const CheckpointRead*>& requests, Findings& findings);
+    // Follows what a job reads; returns the checkpoint, or null where it is not known.
+    const Checkpoint* check_source(const CheckedJob& job, const Link0Line* source,
+                                   const std::vector<const CheckpointRead*>& requests, bool is_first, Findings& findings);
+    // Notes that a job reads a checkpoint; returns what is in it, or null when no job before it writes it.
+    const Checkpoint* note_read(const std::string& path);
+    void note_written(const std::string& path, Checkpoint left, const TextPlace& place, Findings& findings);
 
     std::unordered_map<std::string, Checkpoint> written_;  // by path
     std::size_t jobs_ = 0;

@@ -29,6 +29,10 @@ std::optional<TextPlace> place_in_one_line(const CheckedJob& job, Span of_route_
 
 }  // namespace
 
+void relate(const TextPlace& place, const std::string& message, Finding& finding) {
+    finding.related.push_back({message, place.line, std::max<std::size_t>(place.column, 1), place.length});
+}
+
 void offer(Finding& finding, std::string title, FixSafety safety, std::vector<TextEdit> edits) {
     if (!edits.empty()) {
         finding.fixes.push_back({std::move(title), safety, std::move(edits)});

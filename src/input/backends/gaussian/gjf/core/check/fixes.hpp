@@ -1,4 +1,4 @@
-// Ways to mend what the rules find: what several of them offer. Private to the room.
+// What findings carry beside their message: the other place that they speak of, and ways to mend. Private to the room.
 //
 // Every function offers nothing where the text does not stand as it must, so that a fix never changes what it did not see.
 #pragma once
@@ -10,6 +10,9 @@
 #include <vector>
 
 namespace quor::input::gaussian {
+
+/// Names another place that a finding speaks of; all of a line where `place` has no column.
+void relate(const TextPlace& place, const std::string& message, Finding& finding);
 
 /// Offers changes under a title; nothing when there are none.
 void offer(Finding& finding, std::string title, FixSafety safety, std::vector<TextEdit> edits);

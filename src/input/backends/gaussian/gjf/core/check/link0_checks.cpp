@@ -1,12 +1,11 @@
-// Checks of Link 0 lines, and of the checkpoint files that lead from job to job.
+// Checks of Link 0 lines: their commands, and the memory and cores that a job asks for.
 #include <gjf/core/check/rule.hpp>
 
-#include <gjf/core/check/checkpoint_chain.hpp>
 #include <gjf/core/check/fixes.hpp>
+#include <gjf/core/check/link0_lines.hpp>
 #include <gjf/core/check/near_names.hpp>
 #include <gjf/core/job/link0_keys.hpp>
 #include <gjf/core/job/memory_amount.hpp>
-#include <gjf/core/knowledge/facts.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/number_range.hpp>
 #include <gjf/core/text/text.hpp>
@@ -20,30 +19,6 @@
 
 namespace quor::input::gaussian {
 namespace {
-
-// One Link 0 line taken apart.
-struct Link0Line {
-    std::size_t line = 0;
-    std::string_view key;
-    std::string_view value;
-};
-
-std::vector<Link0Line> link0_lines_of(const CheckedJob& job) {
-    std::vector<Link0Line> lines;
-    for (const std::size_t number : job.layout.link0_lines) {
-        const Link0Words words = link0_words(job.line(number));
-        lines.push_back({number, words.key, words.value});
-    }
-    return lines;
-}
-
-const Link0Line* find_line(const std::vector<Link0Line>& lines, std::initializer_list<std::string_view> keys) {
-    // The last line of a kind is the one that holds.
-    const auto found = std::find_if(lines.rbegin(), lines.rend(), [&](const Link0Line& line) {
-        return std::any_of(keys.begin(), keys.end(), [&](std::string_view key) { return equals_folded(line.key, key); });
-    });
-    return found == lines.rend() ? nullptr : &*found;
-}
 
 void check_command(const CheckedJob& job, const Link0Line& line, Findings& findings) {
     if (const Link0Key* known = find_link0_key(line.key)) {
@@ -195,30 +170,6 @@ void check_memory(const CheckedJob& job, const std::vector<Link0Line>& lines, st
     }
 }
 
-// Returns what asks for a checkpoint, in words; empty for nothing. `fails` tells whether the job cannot do without.
-std::string reading_request(const CheckedJob& job, bool& fails) {
-    for (const CheckpointRead& reads : checkpoint_reads()) {
-        const bool asked = reads.option.empty() ? job.has_keyword(reads.keyword) || job.names_basis(reads.keyword)
-                                                : job.has_option(reads.keyword, reads.option);
-        if (asked) {
-            fails = reads.fails_without;
-            return std::string(reads.keyword) + (reads.option.empty() ? "" : "=") + std::string(reads.option);
-        }
-    }
-    return {};
-}
-
-std::string checkpoint_path(std::string_view value) {
-    std::string path(value);
-    if (path.size() >= 2 && (path.front() == '"' || path.front() == '\'') && path.back() == path.front()) {
-        path = path.substr(1, path.size() - 2);
-    }
-    if (path.size() < 4 || !equals_folded(std::string_view(path).substr(path.size() - 4), ".chk")) {
-        path += ".chk";
-    }
-    return path;
-}
-
 void check_link0(const CheckedMolecule& molecule, Findings& findings) {
     const CheckedJob& job = molecule.job;
     const std::vector<Link0Line> lines = link0_lines_of(job);
@@ -233,85 +184,23 @@ void check_link0(const CheckedMolecule& molecule, Findings& findings) {
 const Family link0_family = {Known::Control,
                              check_link0,
                              {"GJF-L001", "GJF-L002", "GJF-L003", "GJF-L004", "GJF-L005", "GJF-L006", "GJF-L007", "GJF-L008",
-                              "GJF-L009", "GJF-L010"}};
+                              "GJF-L009", "GJF-L010", "GJF-L011", "GJF-L012", "GJF-M020"}};
 
-std::vector<MoleculeAtom> CheckpointChain::molecule_for(const CheckedJob& job) const {
-    const std::vector<Link0Line> lines = link0_lines_of(job);
-    const Link0Line* source = find_line(lines, {"oldchk"});
-    source = source == nullptr ? find_line(lines, {"chk"}) : source;
-    if (source == nullptr || job.tree.segments.empty() || !job.molecule_from_checkpoint()) {
-        return {};
+std::vector<Link0Line> link0_lines_of(const CheckedJob& job) {
+    std::vector<Link0Line> lines;
+    for (const std::size_t number : job.layout.link0_lines) {
+        const Link0Words words = link0_words(job.line(number));
+        lines.push_back({number, words.key, words.value});
     }
-    const auto known = written_.find(checkpoint_path(source->value));
-    std::vector<MoleculeAtom> atoms = known == written_.end() ? std::vector<MoleculeAtom>() : known->second.atoms;
-    for (MoleculeAtom& atom : atoms) {
-        atom.line = job.route_place(job.tree.segments.front().place).line;
-    }
-    return atoms;
+    return lines;
 }
 
-std::optional<BegunCheckpoint> CheckpointChain::add(const CheckedJob& job, std::vector<MoleculeAtom> atoms,
-                                                    Findings& findings) {
-    const std::vector<Link0Line> lines = link0_lines_of(job);
-    const Link0Line* chk = find_line(lines, {"chk"});
-    const Link0Line* source = find_line(lines, {"oldchk"});
-    source = source == nullptr ? chk : source;
-    bool fails = false;
-    const std::string request = reading_request(job, fails);
-    const bool is_first = jobs_++ == 0;
-    if (request == "restart" && find_line(lines, {"rwf", "oldrwf"}) != nullptr) {
-        return std::nullopt;  // the read-write file has all
-    }
-    if (!request.empty() && source == nullptr) {
-        const std::size_t line =
-            job.tree.segments.empty() ? job.layout.lines.first : job.route_place(job.tree.segments.front().place).line;
-        findings.add("GJF-L008", is_first && fails ? Severity::Error : Severity::Warning,
-                     request + " reads a checkpoint, but neither %chk nor %oldchk names one", line,
-                     "name it with %oldchk or %chk");
-    } else if (!request.empty() && !note_read(checkpoint_path(source->value)) && !is_first) {
-        findings.add(
-            "GJF-L009", Severity::Warning,
-            "no job before this one writes the checkpoint '" + std::string(source->value) + "' that " + request + " reads",
-            job.place_in(source->line, source->value), "it must be there when the file is run");
-    }
-    if (chk == nullptr) {
-        return std::nullopt;
-    }
-    const std::string path = checkpoint_path(chk->value);
-    const TextPlace place = job.place_in(chk->line, chk->value);
-    const bool is_read = (!request.empty() || source != chk) && checkpoint_path(source->value) == path;
-    const bool is_begun = written_.count(path) == 0 && !is_read;
-    note_written(path, job, place, findings);
-    for (MoleculeAtom& atom : atoms) {
-        atom.info = nullptr;
-    }
-    written_[path].atoms = std::move(atoms);
-    return is_begun ? std::optional(BegunCheckpoint{path, job.layout.number, place.line, place.column, place.length})
-                    : std::nullopt;
-}
-
-bool CheckpointChain::note_read(const std::string& path) {
-    const auto known = written_.find(path);
-    if (known == written_.end()) {
-        return false;
-    }
-    known->second.read_since = true;
-    return true;
-}
-
-void CheckpointChain::note_written(const std::string& path, const CheckedJob& job, const TextPlace& place,
-                                   Findings& findings) {
-    const auto [known, is_new] = written_.try_emplace(path, Checkpoint{job.layout.number, false, {}});
-    if (is_new) {
-        return;
-    }
-    if (!known->second.read_since) {
-        findings.add(
-            "GJF-L007", Severity::Warning,
-            "this job writes over the checkpoint of job " + std::to_string(known->second.job) + ", which no job has read",
-            place, "give each job a checkpoint of its own, or read the first one");
-    }
-    known->second = {job.layout.number, false, {}};
+const Link0Line* find_line(const std::vector<Link0Line>& lines, std::initializer_list<std::string_view> keys) {
+    // The last line of a kind is the one that holds.
+    const auto found = std::find_if(lines.rbegin(), lines.rend(), [&](const Link0Line& line) {
+        return std::any_of(keys.begin(), keys.end(), [&](std::string_view key) { return equals_folded(line.key, key); });
+    });
+    return found == lines.rend() ? nullptr : &*found;
 }
 
 }  // namespace quor::input::gaussian

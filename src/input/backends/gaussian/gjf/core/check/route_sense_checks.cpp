@@ -12,9 +12,8 @@ namespace quor::input::gaussian {
 namespace {
 
 // Names the place of the first of two words.
-void relate(const CheckedJob& job, Span first, Finding& finding) {
-    const TextPlace place = job.route_place(first);
-    finding.related.push_back({"first here", place.line, std::max<std::size_t>(place.column, 1), place.length});
+void relate_first(const CheckedJob& job, Span first, Finding& finding) {
+    relate(job.route_place(first), "first here", finding);
 }
 
 bool is_option_of(const RouteTree::Option& option, const RouteTree::Keyword& keyword) noexcept {
@@ -25,7 +24,7 @@ bool is_option_of(const RouteTree::Option& option, const RouteTree::Keyword& key
 void offer_one_of(const CheckedJob& job, const Exclusion& pair, Finding& finding) {
     const RouteTree::Keyword* first = job.find_keyword(pair.first);
     const RouteTree::Keyword* second = job.last_keyword(pair.second);
-    relate(job, first->head, finding);
+    relate_first(job, first->head, finding);
     offer(finding, "leave out " + job.written(first->place), FixSafety::Choice, without_keyword(job, *first));
     offer(finding, "leave out " + job.written(second->place), FixSafety::Choice, without_keyword(job, *second));
 }
@@ -40,7 +39,7 @@ void check_contradicting_options(const CheckedJob& job, const RouteTree::Keyword
                                             keyword.name + ": '" + std::string(pair.first) + "' and '" +
                                                 std::string(pair.second) + "' contradict each other",
                                             job.route_place(second->name), "keep the one that is meant");
-            relate(job, first->name, finding);
+            relate_first(job, first->name, finding);
             for (const RouteTree::Option* option : {first, second}) {
                 if (is_option_of(*option, keyword)) {
                     offer(finding, "leave out " + job.written(option->name), FixSafety::Choice,
@@ -241,7 +240,7 @@ void check_repeats(const CheckedJob& job, Findings& findings) {
                                    : Severity::Warning,
                          "'" + keyword->name + "' stands twice in the route" + (equal ? "" : ", with different options"),
                          job.route_place(keyword->head), "write it once, with all its options in parentheses");
-        relate(job, (*same)->head, finding);
+        relate_first(job, (*same)->head, finding);
         if (equal) {
             offer(finding, "write it once", FixSafety::Safe, without_keyword(job, *keyword));
         } else {

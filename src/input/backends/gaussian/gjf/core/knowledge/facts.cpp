@@ -73,9 +73,9 @@ const Facts<Need>& all_needs() {
 }
 
 const Facts<CheckpointRead>& all_checkpoint_reads() {
-    static const Facts<CheckpointRead> facts("checkpoint_reads", {"keyword", "option", "fails_without"},
+    static const Facts<CheckpointRead> facts("checkpoint_reads", {"keyword", "option", "fails_without", "content"},
                                              [](const std::string_view* cells) {
-                                                 return CheckpointRead{cells[0], cells[1], cells[2] == "yes"};
+                                                 return CheckpointRead{cells[0], cells[1], cells[2] == "yes", cells[3]};
                                              });
     return facts;
 }
