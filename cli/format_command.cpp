@@ -1,16 +1,20 @@
-// quor-gjf format: reads job files and writes them anew in the fixed layout, or refuses when that would lose something.
+// quor-gjf format: reads job files and writes them anew in the fixed layout, or refuses when that would lose something; or
+// aligns their atom lines, which loses nothing.
 #include "batch.hpp"
 #include "commands.hpp"
 #include "faithful.hpp"
 #include "file_list.hpp"
 #include "input.hpp"
 #include "output.hpp"
+#include "terminal.hpp"
+#include "unified_diff.hpp"
 
 #include <gjf/gjf.hpp>
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <cstdio>
 #include <memory>
 #include <optional>
 #include <stdexcept>
@@ -30,6 +34,11 @@ struct FormatArguments {
     bool in_place = false;
     bool force = false;
     bool drop_comments = false;
+    bool align = false;
+    bool check = false;
+    bool diff = false;
+
+    bool only_tells() const noexcept { return check || diff; }
 };
 
 // Reads what was written and compares it with what was meant, so that no fault of the layout goes unseen.
@@ -66,12 +75,27 @@ std::string formatted(const std::string& text, bool drop_comments) {
     return written;
 }
 
+// Names a file that would change, or shows how.
+int tell_changes(const std::string& path, const std::string& text, const std::string& written,
+                 const FormatArguments& arguments) {
+    if (written == text) {
+        return exit_success;
+    }
+    const std::string told =
+        arguments.diff ? unified_diff(path, text, written, output_has_colour()) : printable(path) + '\n';
+    std::fputs(told.c_str(), stdout);
+    return exit_failure;
+}
+
 int format_file(const ListedFile& file, const FormatArguments& arguments) {
     if (!file.problem.empty()) {
         throw UnreadableInput(file.problem);
     }
     const std::string text = read_text(file.path);
-    const std::string written = formatted(text, arguments.drop_comments);
+    const std::string written = arguments.align ? aligned_text(text) : formatted(text, arguments.drop_comments);
+    if (arguments.only_tells()) {
+        return tell_changes(file.path, text, written, arguments);
+    }
     if (!arguments.in_place) {
         write_output(arguments.output, written, arguments.force);
     } else if (written != text) {
@@ -82,7 +106,7 @@ int format_file(const ListedFile& file, const FormatArguments& arguments) {
 
 void check_arguments(const FormatArguments& arguments) {
     const std::vector<std::string>& inputs = arguments.inputs;
-    if (!arguments.in_place && names_several_files(inputs)) {
+    if (!arguments.in_place && !arguments.only_tells() && names_several_files(inputs)) {
         throw CLI::ValidationError("FILE", "several files are written with --in-place alone");
     }
     if (arguments.in_place && std::find(inputs.begin(), inputs.end(), "-") != inputs.end()) {
@@ -96,7 +120,14 @@ int format(const FormatArguments& arguments) {
     FileList files(arguments.inputs);
     int exit_code = exit_success;
     while (const std::optional<ListedFile> file = files.next()) {
-        exit_code = std::max(exit_code, guarded(file->path, [&] { return format_file(*file, arguments); }));
+        bool done = false;
+        const int code = guarded(file->path, [&] {
+            const int told = format_file(*file, arguments);
+            done = true;
+            return told;
+        });
+        // With --check and --diff, 1 says that there is something to do; a file that cannot be formatted is trouble.
+        exit_code = std::max(exit_code, arguments.only_tells() && !done ? int{exit_usage} : code);
     }
     return exit_code;
 }
@@ -111,10 +142,20 @@ void add_format_command(CLI::App& command, int& exit_code) {
     CLI::Option* output =
         command.add_option("-o,--output", arguments->output, "Write to this file (default: standard output)")
             ->type_name("FILE");
-    command.add_flag("--in-place", arguments->in_place, "Replace each file by what is written")->excludes(output);
+    CLI::Option* in_place =
+        command.add_flag("--in-place", arguments->in_place, "Replace each file by what is written")->excludes(output);
     command.add_flag("--force", arguments->force, "Replace an output file that is there already");
+    command.add_flag("--align", arguments->align,
+                     "Align the columns of atom lines and change nothing else: words, digits, comments and sections stay");
+    CLI::Option* check = command.add_flag("--check", arguments->check,
+                                          "Write nothing; name the files that would change, and exit with 1 for any");
+    check->excludes(in_place)->excludes(output);
+    command.add_flag("--diff", arguments->diff, "Write nothing; show the changes, and exit with 1 for any")
+        ->excludes(in_place)
+        ->excludes(output)
+        ->excludes(check);
     command.add_flag("--drop-comments", arguments->drop_comments,
-                     "Write jobs without their comments, instead of refusing them");
+                     "Write jobs without their comments, instead of refusing them (--align keeps them)");
     command.callback([arguments, &exit_code] { exit_code = format(*arguments); });
 }
 

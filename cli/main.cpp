@@ -32,7 +32,7 @@ constexpr Command commands[] = {
     {"route", "Explain a route: model chemistry, keywords, the sections it wants, warnings", quor_gjf::add_route_command},
     {"complete", "List what may complete the last word of a route", quor_gjf::add_complete_command},
     {"edit", "Change job files, and nothing in them but what is to be changed", quor_gjf::add_edit_command},
-    {"format", "Write job files anew in the fixed layout", quor_gjf::add_format_command},
+    {"format", "Write job files anew in the fixed layout, or align their atom lines", quor_gjf::add_format_command},
     {"split", "Write each job of a file to a file of its own", quor_gjf::add_split_command},
     {"join", "Join job files to one file of several jobs", quor_gjf::add_join_command},
     {"convert", "Write the molecules of job files as XYZ", quor_gjf::add_convert_command},

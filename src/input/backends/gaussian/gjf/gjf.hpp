@@ -7,6 +7,7 @@
 #include <gjf/core/check/fix_text.hpp>
 #include <gjf/core/chemistry/elements.hpp>
 #include <gjf/core/chemistry/layers.hpp>
+#include <gjf/core/document/aligned_text.hpp>
 #include <gjf/core/document/fixed_layout.hpp>
 #include <gjf/core/document/gjf_document.hpp>
 #include <gjf/core/editor/gjf_editor.hpp>
