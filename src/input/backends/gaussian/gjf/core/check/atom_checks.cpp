@@ -11,6 +11,7 @@
 #include <cmath>
 #include <cstdint>
 #include <iterator>
+#include <limits>
 #include <unordered_map>
 
 namespace quor::input::gaussian {
@@ -131,7 +132,7 @@ void check_close_atoms(const CheckedJob& job, const std::vector<MoleculeAtom>& a
     if (job.has_option("geom", "nocrowd")) {
         return;
     }
-    Cells cells(least_distance);
+    Cells cells(least_distance, 4);  // of 2 ångström, which hold an atom or two
     std::size_t count = 0;
     for (std::size_t i = 0; i < atoms.size() && count < most_close_pairs; ++i) {
         if (!has_nucleus(atoms[i])) {
@@ -181,34 +182,69 @@ double bond_ratio(const MoleculeAtom& a, const MoleculeAtom& b, double slip) {
     return is_multiple ? slip : ratio;
 }
 
-// Tells whether two places are farther apart than `length` for certain, which takes no root.
-bool is_farther(const Position& a, const Position& b, double length) noexcept {
-    const double x = a[0] - b[0];
-    const double y = a[1] - b[1];
-    const double z = a[2] - b[2];
-    return x * x + y * y + z * z > length * length;
+bool is_within(const Position& place, const Position& low, const Position& high) noexcept {
+    return place[0] >= low[0] && place[0] <= high[0] && place[1] >= low[1] && place[1] <= high[1] && place[2] >= low[2] &&
+           place[2] <= high[2];
 }
 
-// The bond ratio of each of some atoms with its nearest neighbour. About 1 in ångström, 1.9 in bohr.
-std::vector<double> bond_ratios(const std::vector<MoleculeAtom>& atoms, double slip) {
-    constexpr std::size_t sample = 40;
-    constexpr double reach = 3;  // no covalent radius is larger
-    std::vector<double> ratios;
-    for (std::size_t i = 0; i < atoms.size() && ratios.size() < sample; ++i) {
-        if (!has_nucleus(atoms[i]) || is_noble_gas(atoms[i].species.element)) {
-            continue;
+// An atom and the smallest bond ratio that it has with another.
+struct Nearest {
+    const MoleculeAtom* atom;
+    double ratio = 0;  // 0 as long as there is none
+
+    // How far away an atom may be that has a smaller one.
+    double reach() const noexcept {
+        constexpr double largest = 3;  // no covalent radius is larger
+        return ratio == 0 ? std::numeric_limits<double>::infinity()
+                          : ratio * (covalent_radius(atom->species.element) + largest);
+    }
+    void look_at(const MoleculeAtom& other, double slip) {
+        const Position& a = *atom->position;
+        const Position& b = *other.position;
+        const double x = a[0] - b[0];
+        const double y = a[1] - b[1];
+        const double z = a[2] - b[2];
+        const double length = reach();
+        if (&other != atom && x * x + y * y + z * z <= length * length) {  // which takes no root
+            const double found = bond_ratio(*atom, other, slip);
+            ratio = ratio == 0 || (found > 0 && found < ratio) ? found : ratio;
         }
-        const double radius = covalent_radius(atoms[i].species.element);
-        double best = 0;
-        for (std::size_t j = 0; j < atoms.size(); ++j) {
-            if (j != i && has_nucleus(atoms[j]) &&
-                (best == 0 || !is_farther(*atoms[i].position, *atoms[j].position, best * (radius + reach)))) {
-                const double ratio = bond_ratio(atoms[i], atoms[j], slip);
-                best = best == 0 || ratio < best ? ratio : best;
+    }
+};
+
+// The bond ratio of each of some atoms with its nearest neighbour. About 1 in Ã¥ngstrÃ¶m, 1.9 in bohr.
+std::vector<double> bond_ratios(const std::vector<MoleculeAtom>& atoms, double slip) {
+    constexpr std::size_t most = 40;
+    std::vector<Nearest> sample;
+    for (std::size_t i = 0; i < atoms.size() && sample.size() < most; ++i) {
+        if (has_nucleus(atoms[i]) && !is_noble_gas(atoms[i].species.element)) {
+            sample.push_back({&atoms[i]});
+        }
+    }
+    // What is nearest among them tells how far away others may be: most atoms of a large molecule are farther from all.
+    constexpr double infinite = std::numeric_limits<double>::infinity();
+    Position low = {infinite, infinite, infinite};
+    Position high = {-infinite, -infinite, -infinite};
+    for (Nearest& nearest : sample) {
+        for (const Nearest& other : sample) {
+            nearest.look_at(*other.atom, slip);
+        }
+        for (std::size_t k = 0; k < 3; ++k) {
+            low[k] = std::min(low[k], (*nearest.atom->position)[k] - nearest.reach());
+            high[k] = std::max(high[k], (*nearest.atom->position)[k] + nearest.reach());
+        }
+    }
+    for (const MoleculeAtom& atom : atoms) {
+        if (has_nucleus(atom) && is_within(*atom.position, low, high)) {
+            for (Nearest& nearest : sample) {
+                nearest.look_at(atom, slip);
             }
         }
-        if (best > 0) {
-            ratios.push_back(best);
+    }
+    std::vector<double> ratios;
+    for (const Nearest& nearest : sample) {
+        if (nearest.ratio > 0) {
+            ratios.push_back(nearest.ratio);
         }
     }
     std::sort(ratios.begin(), ratios.end());

@@ -49,7 +49,7 @@ std::size_t line_at(const std::vector<std::size_t>& lines, std::size_t i) noexce
 
 std::vector<bool> lines_like_rows(const CheckedJob& job, const std::vector<ZMatrixVariable>& variables,
                                   const std::vector<std::size_t>& lines) {
-    const NameSet used = names_in_use(job.job.geom);
+    const NameSet used = variables.empty() ? NameSet() : names_in_use(job.job.geom);
     std::vector<bool> rows(variables.size());
     for (std::size_t i = 0; i < variables.size(); ++i) {
         rows[i] = used.count(to_lower_copy(variables[i].name)) == 0 && looks_like_row(job.line(line_at(lines, i)));

@@ -223,7 +223,8 @@ std::string with_digits(std::string_view field) {
 void check_decimal_commas(const CheckedJob& job, Findings& findings) {
     const LineRange& molecule = job.layout.molecule;
     for (std::size_t line = molecule.first; !molecule.empty() && line <= molecule.last; ++line) {
-        if (has_decimal_commas(without_comment(job.line(line)))) {
+        const std::string_view text = job.line(line);
+        if (text.find(',') != std::string_view::npos && has_decimal_commas(without_comment(text))) {
             Finding& finding = findings.add("GJF-T006", Severity::Error, "the numbers of this line have decimal commas",
                                             line, "a comma separates fields; write decimal points");
             offer(finding, "write decimal points", FixSafety::Unsafe, decimal_points(job, line));

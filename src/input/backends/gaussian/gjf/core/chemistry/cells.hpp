@@ -12,21 +12,26 @@
 
 namespace quor::input::gaussian {
 
-/// Sorts atoms into cubes of space, as long as the distance that is looked for, so that neighbours are found in constant
-/// time.
+/// Sorts atoms into cubes of space, so that neighbours are found in constant time.
 class Cells {
    public:
-    explicit Cells(double size) noexcept : size_(size) {}
+    /// Cubes are as long as the distance that is looked for, or `cubes` times as long: where few atoms lie in a cube, fewer
+    /// cubes are then looked into.
+    explicit Cells(double reach, double cubes = 1) noexcept : reach_(reach), size_(cubes * reach) {}
 
-    /// Tells whether `test` holds for an atom put in before that may lie within one cube's length; asks no further then.
+    /// Tells whether `test` holds for an atom put in before that may lie within reach; asks no further then.
     template <typename Test>
     bool any_near(const Position& position, Test test) const {
-        const std::array<std::int64_t, 3> middle = cell_of(position);
-        for (std::int64_t i = 0; i < 27; ++i) {
-            const auto range =
-                atoms_.equal_range(key({middle[0] + i / 9 - 1, middle[1] + i / 3 % 3 - 1, middle[2] + i % 3 - 1}));
-            if (std::any_of(range.first, range.second, [&](const auto& entry) { return test(entry.second); })) {
-                return true;
+        const Cell low = cell_of({position[0] - reach_, position[1] - reach_, position[2] - reach_});
+        const Cell high = cell_of({position[0] + reach_, position[1] + reach_, position[2] + reach_});
+        for (Cell cell = low; cell[0] <= high[0]; ++cell[0]) {
+            for (cell[1] = low[1]; cell[1] <= high[1]; ++cell[1]) {
+                for (cell[2] = low[2]; cell[2] <= high[2]; ++cell[2]) {
+                    const auto range = atoms_.equal_range(key(cell));
+                    if (std::any_of(range.first, range.second, [&](const auto& entry) { return test(entry.second); })) {
+                        return true;
+                    }
+                }
             }
         }
         return false;
@@ -42,9 +47,11 @@ class Cells {
     void put(const Position& position, std::size_t atom) { atoms_.emplace(key(cell_of(position)), atom); }
 
    private:
-    std::array<std::int64_t, 3> cell_of(const Position& position) const noexcept {
+    using Cell = std::array<std::int64_t, 3>;
+
+    Cell cell_of(const Position& position) const noexcept {
         constexpr double farthest = 1e15;  // farther out, cubes are joined, which costs time alone
-        std::array<std::int64_t, 3> cell;
+        Cell cell;
         for (std::size_t i = 0; i < 3; ++i) {
             const double place = position[i] / size_;
             // What is no number has no place of its own.
@@ -52,7 +59,7 @@ class Cells {
         }
         return cell;
     }
-    static std::uint64_t key(const std::array<std::int64_t, 3>& cell) noexcept {
+    static std::uint64_t key(const Cell& cell) noexcept {
         std::uint64_t value = 0;
         for (const std::int64_t index : cell) {
             value = value * 0x9E3779B97F4A7C15U + static_cast<std::uint64_t>(index);
@@ -60,6 +67,7 @@ class Cells {
         return value;
     }
 
+    double reach_;
     double size_;
     std::unordered_multimap<std::uint64_t, std::size_t> atoms_;
 };
