@@ -64,6 +64,8 @@ TEST(Forms, OfJobsThatGoOnFromACheckpoint) {
         {"# g2=restart\n\nonly a title\n\n", no_molecule, 0, 0, 0},
         {"# hf geom=modify\n\nt\n\n0 1\n\nr1 0.96\n\n", no_atoms, 0, 0, 1},
         {"$RunGauss\n# hf\n\nt\n\n0 1\nH 0 0 0\n", "Invalid control line: $RunGauss", 1, 0, 0},
+        {"# hf\n\n\n0 1\nH 0.0 0.0 1.5D-01\n", "Invalid coordinate value: 1.5D-01", 1, 0, 0},
+        {"$RunGauss\n%mem=1GB\n\n# hf\n\nt\n\n0 1\nH 0 0 0\n", "Invalid control line: $RunGauss", 1, 0, 0},
     });
 }
 

@@ -137,7 +137,9 @@ LineSpan take_control_lines(LineCursor& cursor, bool goes_on) {
         section = cursor.take_section_past_comments();
     }
     std::size_t end = cursor.position();
-    const auto is_link0 = [](std::string_view line) { return begins_with(line, '%') || is_comment_line(line); };
+    const auto is_link0 = [](std::string_view line) {
+        return begins_with(line, '%') || is_comment_line(line) || equals_folded(trim_view(line), "$rungauss");
+    };
     while (!section.empty() && std::all_of(section.begin(), section.end(), is_link0)) {
         section = cursor.take_section_past_comments();
         const auto first = std::find_if_not(section.begin(), section.end(), is_comment_line);

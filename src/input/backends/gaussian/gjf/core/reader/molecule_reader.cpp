@@ -157,8 +157,8 @@ class MoleculeReader {
         }
     }
 
-    // A section that neither has a header nor gives a value to a name in use is left when the route asks for sections. In the
-    // reading, values may stand behind blanks where all lines give one to a name in use.
+    // A section that neither has a header nor gives a value to a name in use is left when the route asks for sections. In
+    // the reading, values may stand behind blanks where all lines give one to a name in use.
     bool holds_cartesian_variables(LineSpan section, const SectionsExpected& sections_expected) {
         const NameSet wanted = undefined_names(geom_);
         const VariableBlock block = examine_variables(section, VariableLines::WithEquals, wanted);
@@ -234,7 +234,7 @@ bool opens_like_molecule(LineSpan section) {
     Fields fields;
     cut_fields(without_comment(*atom), fields);
     AtomCoord read;
-    return is_zmatrix_line(fields) || (fields.size() >= 4 && !read_atom_fields(fields, *atom, read));
+    return is_zmatrix_line(fields) || (fields.size() >= 4 && !read_atom_fields(fields, *atom, read, true));
 }
 
 void take_variable_sections(LineCursor& cursor, LineSpan section, const SectionsExpected& sections_expected,
