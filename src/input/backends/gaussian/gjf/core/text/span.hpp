@@ -57,4 +57,10 @@ struct LineAndColumn {
 /// Returns the line and column of a byte of a text, or of its end. Takes time proportional to the text before it.
 QUOR_GJF_API LineAndColumn line_and_column(std::string_view text, std::size_t offset) noexcept;
 
+/// What a column counts: each protocol has its own unit.
+enum class ColumnUnit : std::uint8_t { Bytes, CodePoints, Utf16 };
+
+/// Returns how many columns a stretch of UTF-8 takes. A byte that belongs to no character counts as one of its own.
+QUOR_GJF_API std::size_t columns_in(std::string_view text, ColumnUnit unit) noexcept;
+
 }  // namespace quor::input::gaussian
