@@ -40,7 +40,11 @@ std::set<std::string> registered() {
 }
 
 bool raises(const std::string& text, const std::string& code) {
-    const std::vector<Finding> findings = check_text(text);
+    CheckOptions options;
+    if (code.compare(0, 5, "GJF-X") == 0) {
+        options.limits = {std::int64_t{64} << 30, 32, {"scf=qc"}, {"%chk"}};
+    }
+    const std::vector<Finding> findings = check_text(text, options);
     return std::any_of(findings.begin(), findings.end(), [&](const Finding& finding) { return finding.code == code; });
 }
 

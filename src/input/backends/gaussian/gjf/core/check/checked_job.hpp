@@ -14,6 +14,8 @@
 
 namespace quor::input::gaussian {
 
+struct CheckLimits;
+
 /// One job, with what its route asks for. What stands in the route is told by stretches of the route text.
 class CheckedJob : public RouteWords {
    public:
@@ -24,6 +26,7 @@ class CheckedJob : public RouteWords {
     const JobLayout& layout;
     const SimpleYAMLParser& schema;
     const ParsedKeywords& route;  ///< an empty one for a job without route
+    const CheckLimits* limits = nullptr;  ///< null for none
 
     /// Tells whether the whole job was read.
     bool read_whole() const noexcept { return reading_.error.empty(); }

@@ -5,45 +5,19 @@
 #include <gjf/core/check/fixes.hpp>
 #include <gjf/core/check/foreign_texts.hpp>
 #include <gjf/core/check/rule.hpp>
+#include <gjf/core/check/silencing.hpp>
 #include <gjf/core/knowledge/knowledge.hpp>
 #include <gjf/core/schema/route_schema_cache.hpp>
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
-#include <iterator>
+#include <functional>
 #include <optional>
 #include <tuple>
-#include <unordered_set>
 #include <utility>
 
 namespace quor::input::gaussian {
 namespace {
-
-using CodeList = std::unordered_set<std::string>;
-
-// Collects the codes that comments of a job silence.
-CodeList silenced_codes(LineSpan lines) {
-    constexpr std::string_view mark = "quor-gjf:";
-    CodeList codes;
-    std::vector<std::string_view> words;
-    for (const std::string_view line : lines) {
-        const std::size_t comment = line.find('!');
-        if (comment == std::string_view::npos || !contains_folded(line.substr(comment), mark)) {
-            continue;
-        }
-        split_fields(line.substr(comment + 1), FieldSeparators::WhiteSpaceAndComma, true, words);
-        if (words.size() > 2 && equals_folded(words[0], mark) && equals_folded(words[1], "ignore")) {
-            std::transform(words.begin() + 2, words.end(), std::inserter(codes, codes.end()), to_lower_copy);
-        }
-    }
-    return codes;
-}
-
-void drop_codes(std::vector<Finding>& findings, std::size_t begin, const CodeList& codes) {
-    const auto is_dropped = [&](const Finding& finding) { return codes.count(to_lower_copy(finding.code)) > 0; };
-    findings.erase(std::remove_if(findings.begin() + static_cast<std::ptrdiff_t>(begin), findings.end(), is_dropped),
-                   findings.end());
-}
 
 bool has_pasted_xyz(const CheckedJob& job) {
     const std::size_t line = job.layout.charge_line;
@@ -133,7 +107,8 @@ void count_bytes(std::string_view text, std::vector<Finding>& findings) {
     }
 }
 
-void check_jobs(std::string_view text, std::vector<BegunCheckpoint>* begun, std::vector<Finding>& findings) {
+void check_jobs(std::string_view text, const CheckOptions& options, const std::function<bool(const std::string&)>& is_on,
+                std::vector<Finding>& findings) {
     const SimpleYAMLParser& schema = default_route_schema();
     CheckpointChain chain;
     std::size_t jobs = 0;
@@ -141,14 +116,15 @@ void check_jobs(std::string_view text, std::vector<BegunCheckpoint>* begun, std:
         const std::size_t begin = findings.size();
         Findings of_job(findings, piece.number);
         const JobReading reading = read_job_piece(piece);
-        const CheckedJob job(piece, reading, schema);
+        CheckedJob job(piece, reading, schema);
+        job.limits = &options.limits;
         std::vector<MoleculeAtom> atoms = check_job(job, chain, of_job);
-        const CodeList silenced = silenced_codes(piece.lines);
+        const SilencedCodes silenced(job);
         std::optional<BegunCheckpoint> checkpoint = chain.add(job, std::move(atoms), of_job);
-        if (checkpoint && begun != nullptr && silenced.count("gjf-l010") == 0) {
-            begun->push_back(std::move(*checkpoint));
+        if (checkpoint && options.begun_checkpoints != nullptr && !silenced.has("GJF-L010")) {
+            options.begun_checkpoints->push_back(std::move(*checkpoint));
         }
-        drop_codes(findings, begin, silenced);
+        silenced.apply(job, findings, begin, is_on, of_job);
         ++jobs;
     });
     if (jobs == 0) {
@@ -178,6 +154,11 @@ std::string missing_for_checks() {
 }
 
 std::vector<Finding> check_text(std::string_view text, const CheckOptions& options) {
+    const auto is_on = [&options](const std::string& code) {
+        return (!options.reports || options.reports(code)) &&
+               std::none_of(options.ignored_codes.begin(), options.ignored_codes.end(),
+                            [&](const std::string& ignored) { return equals_folded(ignored, code); });
+    };
     std::vector<Finding> findings;
     Findings of_file(findings, 0);
     if (const std::optional<ForeignText> foreign = find_foreign_text(text)) {
@@ -186,13 +167,11 @@ std::vector<Finding> check_text(std::string_view text, const CheckOptions& optio
             finding.fixes = {{"end all lines in line feeds", FixSafety::Safe, line_feeds_for_returns(text)}};
         }
     } else {
-        check_jobs(text, options.begun_checkpoints, findings);
+        check_jobs(text, options, is_on, findings);
         check_whole_text(text, of_file);
     }
-    CodeList ignored;
-    std::transform(options.ignored_codes.begin(), options.ignored_codes.end(), std::inserter(ignored, ignored.end()),
-                   to_lower_copy);
-    drop_codes(findings, 0, ignored);
+    findings.erase(std::remove_if(findings.begin(), findings.end(), [&](const Finding& each) { return !is_on(each.code); }),
+                   findings.end());
     sort_by_place(findings);
     count_bytes(text, findings);
     return findings;

@@ -5,6 +5,8 @@
 #include <gjf/core/check/finding.hpp>
 
 #include <cstddef>
+#include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -38,11 +40,23 @@ struct BegunCheckpoint {
     std::size_t length = 0;
 };
 
+/// What a site allows and wants of its jobs; nothing by default.
+struct CheckLimits {
+    std::int64_t memory = 0;  ///< the most bytes of %mem; 0 for any number
+    std::int64_t cores = 0;   ///< the most cores; 0 for any number
+    /// Words of the route, as "opt" or "scf=qc", and Link 0 keys, as "%chk", that no job may have, or that each must have.
+    std::vector<std::string> forbidden = {};
+    std::vector<std::string> wanted = {};
+};
+
 struct CheckOptions {
     std::vector<std::string> ignored_codes;  ///< not reported; letter case does not matter
     /// Where the checkpoints that a text begins are added, unless comments of its jobs silence GJF-L010: only who knows the
     /// other files of a run can tell whether two begin the same. May be null.
     std::vector<BegunCheckpoint>* begun_checkpoints = nullptr;
+    CheckLimits limits = {};
+    /// Tells whether findings of a code are reported; empty: all are, but those ignored.
+    std::function<bool(const std::string& code)> reports = {};
 };
 
 /// Checks every job of a text and returns all findings, in the order of their places.

@@ -2,6 +2,7 @@
 #include <gjf/core/check/rule.hpp>
 
 #include <gjf/core/check/fixes.hpp>
+#include <gjf/core/check/limit_checks.hpp>
 #include <gjf/core/check/link0_lines.hpp>
 #include <gjf/core/check/near_names.hpp>
 #include <gjf/core/job/link0_keys.hpp>
@@ -201,6 +202,27 @@ const Link0Line* find_line(const std::vector<Link0Line>& lines, std::initializer
         return std::any_of(keys.begin(), keys.end(), [&](std::string_view key) { return equals_folded(line.key, key); });
     });
     return found == lines.rend() ? nullptr : &*found;
+}
+
+std::optional<AskedAmount> asked_memory(const CheckedJob& job) {
+    const std::vector<Link0Line> lines = link0_lines_of(job);
+    const Link0Line* line = find_line(lines, {"mem"});
+    const std::optional<MemoryAmount> memory = line == nullptr ? std::nullopt : read_memory_amount(line->value);
+    if (!memory || memory->unit == 0 || memory->amount > std::numeric_limits<std::int64_t>::max() / memory->unit) {
+        return std::nullopt;
+    }
+    return AskedAmount{memory->amount * memory->unit, job.place_in(line->line, line->value)};
+}
+
+std::optional<AskedAmount> asked_cores(const CheckedJob& job) {
+    const std::vector<Link0Line> lines = link0_lines_of(job);
+    if (const Link0Line* cpu = find_line(lines, {"cpu"})) {
+        const std::optional<std::int64_t> count = count_cores(cpu->value);
+        return count ? std::optional(AskedAmount{*count, job.place_in(cpu->line, cpu->value)}) : std::nullopt;
+    }
+    const Link0Line* nproc = find_line(lines, {"nproc", "nprocshared", "nprocs"});
+    const std::optional<std::int64_t> count = nproc == nullptr ? std::nullopt : to_int64(nproc->value);
+    return count ? std::optional(AskedAmount{*count, job.place_in(nproc->line, nproc->value)}) : std::nullopt;
 }
 
 }  // namespace quor::input::gaussian

@@ -21,6 +21,7 @@ constexpr const Family* all_families[] = {
     &zmatrix_family,       &layer_family,         &connectivity_family,
     &basis_section_family, &basis_element_family, &named_block_family,
     &size_family,          &section_family,       &section_content_family,
+    &limit_family,
 };
 
 constexpr std::string_view fence = "```";

@@ -63,5 +63,6 @@ extern const Family named_block_family;
 extern const Family size_family;
 extern const Family section_family;
 extern const Family section_content_family;
+extern const Family limit_family;
 
 }  // namespace quor::input::gaussian
