@@ -1,9 +1,10 @@
 # The front door. Each target is a line or two over a preset of CMakePresets.json.
 
 # All that building needs on Debian 12; and what the tests need beside it, the Python package's among them.
-packages := g++ make cmake ninja-build pkg-config libyaml-cpp-dev libcli11-dev nlohmann-json3-dev
+packages := g++ make cmake ninja-build pkg-config libyaml-cpp-dev libcli11-dev nlohmann-json3-dev libtomlplusplus-dev
 test_packages := $(packages) python3 libgtest-dev groff-base locales python3-dev python3-pip python3-venv python3-setuptools python3-wheel \
-    pybind11-dev python3-numpy python3-pytest python3-ase python3-pandas mypy
+    pybind11-dev python3-numpy python3-pytest python3-ase python3-pandas mypy \
+    python3-jsonschema pre-commit git
 verify_packages := $(test_packages) clang-14 libclang-rt-14-dev clang-format-14 clang-tidy-14 cppcheck gcovr
 wanted = $(test_packages)
 verify: wanted = $(verify_packages)

@@ -39,6 +39,8 @@ set(quor_public_headers
     gjf/core/check/checker.hpp
     gjf/core/check/finding.hpp
     gjf/core/check/fix_text.hpp
+    gjf/core/configuration/check_rules.hpp
+    gjf/core/configuration/configuration.hpp
     gjf/core/document/aligned_text.hpp
     gjf/core/document/fixed_layout.hpp
     gjf/core/document/gjf_document.hpp

@@ -11,7 +11,7 @@ from function_lengths import cpp_functions, python_functions
 from module_circles import circles, package_uses, tool_uses
 
 ROOMS = ["text", "chemistry", "schema", "knowledge", "route", "job", "sections", "reader", "basis", "editor",
-         "selection", "check", "output", "predicate", "document", "report", "language", "protocol", "c_api"]
+         "selection", "check", "output", "predicate", "configuration", "document", "report", "language", "protocol", "c_api"]
 # Rooms that do not know each other.
 STRANGERS = {frozenset(pair) for pair in itertools.combinations(("editor", "selection", "check", "output"), 2)}
 # Lines of a file: of what users get, and of all else.
@@ -40,6 +40,8 @@ def include_problems(path, includes):
     for include in includes:
         if include.startswith("yaml-cpp/") and not path.endswith("core/schema/schema_document.cpp"):
             yield f"includes {include}: only schema_document.cpp may"
+        if include.startswith("toml++/") and not path.endswith("core/configuration/toml_settings.cpp"):
+            yield f"includes {include}: only toml_settings.cpp may"
         other = room_of(include) if include.startswith("gjf/") else None
         if room not in ROOMS or other not in ROOMS:
             continue

@@ -6,7 +6,8 @@ import shutil
 import subprocess
 import sys
 
-PACKAGES = {"yaml-cpp": "libyaml-cpp-dev", "CLI11": "libcli11-dev", "nlohmann_json": "nlohmann-json3-dev", "GTest": "libgtest-dev"}
+PACKAGES = {"yaml-cpp": "libyaml-cpp-dev", "CLI11": "libcli11-dev", "nlohmann_json": "nlohmann-json3-dev", "tomlplusplus": "libtomlplusplus-dev",
+            "GTest": "libgtest-dev"}
 
 
 def main():

@@ -7,6 +7,8 @@
 #include <gjf/core/check/fix_text.hpp>
 #include <gjf/core/chemistry/elements.hpp>
 #include <gjf/core/chemistry/layers.hpp>
+#include <gjf/core/configuration/check_rules.hpp>
+#include <gjf/core/configuration/configuration.hpp>
 #include <gjf/core/document/aligned_text.hpp>
 #include <gjf/core/document/fixed_layout.hpp>
 #include <gjf/core/document/gjf_document.hpp>

@@ -1,0 +1,147 @@
+// Settings into what is reported of one file.
+#include <gjf/core/configuration/check_rules.hpp>
+
+#include <gjf/core/job/memory_amount.hpp>
+#include <gjf/core/text/number.hpp>
+#include <gjf/core/text/text.hpp>
+
+#include <algorithm>
+#include <string_view>
+
+namespace quor::input::gaussian {
+namespace {
+
+bool begins(const std::string& code, const std::string& beginning) {
+    return !beginning.empty() && beginning.size() <= code.size() &&
+           equals_folded(code.substr(0, beginning.size()), beginning);
+}
+
+void require_codes(const Setting& setting, const std::vector<std::string>& beginnings) {
+    const std::vector<CheckDescription>& all = check_descriptions();
+    for (const std::string& beginning : beginnings) {
+        if (std::none_of(all.begin(), all.end(),
+                         [&](const CheckDescription& each) { return begins(each.code, beginning); })) {
+            throw ConfigurationError(
+                setting, setting_name(setting) + ": there is no check " + beginning + "; quor-gjf check --list names all");
+        }
+    }
+}
+
+std::vector<std::string> codes_of(const Configuration& configuration, const char* name) {
+    const Setting* setting = configuration.find({"check", name});
+    if (setting == nullptr) {
+        return {};
+    }
+    std::vector<std::string> codes = items_of(*setting);
+    require_codes(*setting, codes);
+    return codes;
+}
+
+std::optional<Severity> severity_from(const std::string& name) {
+    return name == "off"       ? std::nullopt
+           : name == "error"   ? std::optional(Severity::Error)
+           : name == "warning" ? std::optional(Severity::Warning)
+                               : std::optional(Severity::Note);
+}
+
+CheckLimits limits_of(const Configuration& configuration) {
+    CheckLimits limits;
+    if (const Setting* memory = configuration.find({"limits", "memory"})) {
+        const MemoryAmount amount = read_memory_amount(memory->values.front()).value_or(MemoryAmount{});
+        limits.memory = amount.amount * amount.unit;
+    }
+    if (const Setting* cores = configuration.find({"limits", "cores"})) {
+        limits.cores = to_int64(cores->values.front()).value_or(0);
+    }
+    for (const auto& [name, words] : {std::pair("forbid", &limits.forbidden), std::pair("require", &limits.wanted)}) {
+        if (const Setting* setting = configuration.find({"limits", name})) {
+            *words = setting->values;
+        }
+    }
+    return limits;
+}
+
+}  // namespace
+
+std::size_t longest_beginning(const std::string& code, const std::vector<std::string>& beginnings) {
+    std::size_t longest = 0;
+    for (const std::string& beginning : beginnings) {
+        longest = begins(code, beginning) ? std::max(longest, beginning.size()) : longest;
+    }
+    return longest;
+}
+
+std::vector<std::string> items_of(const Setting& setting) {
+    if (setting.kind == SettingKind::List) {
+        return setting.values;
+    }
+    std::vector<std::string> items;
+    std::vector<std::string_view> words;
+    split_fields(setting.values.front(), FieldSeparators::WhiteSpaceAndComma, true, words);
+    items.assign(words.begin(), words.end());
+    return items;
+}
+
+bool names_path(const Setting& setting, const std::string& path) {
+    const std::string below = path_below(setting.folder, path);
+    return std::any_of(setting.values.begin(), setting.values.end(),
+                       [&](const std::string& pattern) { return path_matches(pattern, below); });
+}
+
+const CheckRules::SeverityRow* CheckRules::severity_row(const std::string& code) const {
+    const SeverityRow* longest = nullptr;
+    for (const SeverityRow& row : severities) {
+        if (begins(code, row.first) && (longest == nullptr || row.first.size() > longest->first.size())) {
+            longest = &row;
+        }
+    }
+    return longest;
+}
+
+bool CheckRules::reports(const std::string& code) const {
+    const SeverityRow* row = severity_row(code);
+    const std::size_t in = longest_beginning(code, selected);
+    const std::size_t out = longest_beginning(code, ignored);
+    const bool is_chosen = out == 0 ? selected.empty() || in != 0 : in > out;
+    return is_chosen && (row == nullptr || row->second) && longest_beginning(code, left_out) == 0;
+}
+
+void CheckRules::apply(std::vector<Finding>& findings) const {
+    const auto is_dropped = [&](const Finding& finding) { return !reports(finding.code); };
+    findings.erase(std::remove_if(findings.begin(), findings.end(), is_dropped), findings.end());
+    for (Finding& finding : findings) {
+        const SeverityRow* row = severity_row(finding.code);
+        finding.severity = row == nullptr ? finding.severity : *row->second;
+    }
+}
+
+CheckRules check_rules(const Configuration& configuration, const std::string& path) {
+    CheckRules rules;
+    rules.selected = codes_of(configuration, "select");
+    rules.ignored = codes_of(configuration, "ignore");
+    if (const Setting* fail_on = configuration.find({"check", "fail-on"})) {
+        const std::optional<Severity> severity = severity_from(fail_on->values.front());
+        if (!severity || severity_name(*severity) != fail_on->values.front()) {
+            throw ConfigurationError(*fail_on, "check.fail-on is \"error\", \"warning\" or \"note\"");
+        }
+        rules.fail_on = *severity;
+    }
+    for (const Setting& setting : configuration.settings()) {
+        if (setting.path.size() != 3 || setting.path[0] != "check") {
+            continue;
+        }
+        if (setting.path[1] == "severity") {
+            require_codes(setting, {setting.path[2]});
+            rules.severities.emplace_back(setting.path[2], severity_from(setting.values.front()));
+        } else if (setting.path[1] == "per-file-ignores") {
+            require_codes(setting, setting.values);
+            if (path_matches(setting.path[2], path_below(setting.folder, path))) {
+                rules.left_out.insert(rules.left_out.end(), setting.values.begin(), setting.values.end());
+            }
+        }
+    }
+    rules.limits = limits_of(configuration);
+    return rules;
+}
+
+}  // namespace quor::input::gaussian

@@ -1,0 +1,45 @@
+// What is reported of a file, and how: codes chosen, their severities, the limits of a site.
+#pragma once
+
+#include <core/export.hpp>
+#include <gjf/core/check/checker.hpp>
+#include <gjf/core/configuration/configuration.hpp>
+
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace quor::input::gaussian {
+
+/// Codes are given whole or cut short, as GJF-M; of several that name a code the longest holds.
+struct QUOR_GJF_API CheckRules {
+    std::vector<std::string> selected;  ///< empty: all
+    std::vector<std::string> ignored;
+    std::vector<std::string> left_out;  ///< whatever is selected
+    using SeverityRow = std::pair<std::string, std::optional<Severity>>;
+    std::vector<SeverityRow> severities;  ///< by code; nothing: off
+    Severity fail_on = Severity::Error;
+    CheckLimits limits;
+
+    /// Tells whether findings of a code are reported.
+    bool reports(const std::string& code) const;
+    /// Drops what is not reported and gives all else its severity.
+    void apply(std::vector<Finding>& findings) const;
+    /// Returns what is said of the severity of a code, or null.
+    const SeverityRow* severity_row(const std::string& code) const;
+};
+
+/// Returns how long the longest of some beginnings of a code is, letter case aside; 0 when it begins with none.
+QUOR_GJF_API std::size_t longest_beginning(const std::string& code, const std::vector<std::string>& beginnings);
+
+/// Returns what a configuration says of a file. Throws `ConfigurationError` for a code that is none.
+QUOR_GJF_API CheckRules check_rules(const Configuration& configuration, const std::string& path);
+
+/// Returns the items of a setting: of a list its own, of a text those between commas.
+QUOR_GJF_API std::vector<std::string> items_of(const Setting& setting);
+
+/// Tells whether a setting's patterns name a path.
+QUOR_GJF_API bool names_path(const Setting& setting, const std::string& path);
+
+}  // namespace quor::input::gaussian
