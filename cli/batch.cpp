@@ -22,6 +22,7 @@
 #include <filesystem>
 #include <mutex>
 #include <optional>
+#include <set>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -129,27 +130,49 @@ class OrderedWork {
     std::exception_ptr failure_;
 };
 
-FileResult failure_of(const std::string& path, const std::string& text, int code, bool json) {
+FileResult failure_of(const std::string& path, const std::string& text, int code, const Batch& batch, bool json) {
     const std::string message = bare_message(text);
     FileResult result;
     result.code = code;
     result.err = printable(path) + ": " + printable(message) + "\n";
-    if (json) {
+    if (batch.tell_problem) {
+        result.out = batch.tell_problem(path, message);
+    } else if (json) {
         result.out = quor::input::gaussian::error_json(path, message);
     }
     return result;
 }
 
+// Tells whether a file that may be another program's is read as a Gaussian job, or names a method in its route.
+bool holds_job(const std::string& path) {
+    const std::vector<quor::input::gaussian::JobReading> readings =
+        quor::input::gaussian::read_jobs_with_layout(read_text(path));
+    return std::any_of(readings.begin(), readings.end(), [](const quor::input::gaussian::JobReading& reading) {
+        const auto& route = reading.job.control.parsed_keywords;
+        return reading.error.empty() || (route && !route->method.empty());
+    });
+}
+
 FileResult work_on(const ListedFile& file, const Batch& batch, bool json) {
     if (!file.problem.empty()) {
-        return failure_of(file.path, file.problem, exit_usage, json);
+        return failure_of(file.path, file.problem, exit_usage, batch, json);
     }
     try {
+        if (file.is_doubtful && !holds_job(file.path)) {
+            FileResult result;
+            result.foreign = true;
+            return result;
+        }
         return batch.work(file.path);
+    } catch (const quor::input::gaussian::ConfigurationError& error) {
+        FileResult result = failure_of(file.path, error.what(), exit_usage, batch, json);
+        result.err.clear();
+        result.once = printable(error.what()) + '\n';
+        return result;
     } catch (const UnreadableInput& error) {
-        return failure_of(file.path, error.what(), exit_usage, json);
+        return failure_of(file.path, error.what(), exit_usage, batch, json);
     } catch (const std::exception& error) {
-        return failure_of(file.path, error.what(), exit_failure, json);
+        return failure_of(file.path, error.what(), exit_failure, batch, json);
     }
 }
 
@@ -167,6 +190,65 @@ std::size_t useful_threads(const BatchOptions& options, const Batch& batch) {
     return known ? std::clamp<std::size_t>(options.paths.size(), 1, wanted) : wanted;
 }
 
+std::size_t count_files(const BatchOptions& options) {
+    FileList files(options.paths, options.walk);
+    std::size_t count = 0;
+    while (files.next()) {
+        ++count;
+    }
+    return count;
+}
+
+// Prints what comes of the files, one after another.
+class Teller {
+   public:
+    Teller(const BatchOptions& options, const Batch& batch) : options_(options), batch_(batch) {}
+
+    bool print(const std::string& text) const {
+        if (!text.empty() && !write_out(text)) {
+            std::fprintf(stderr, "quor-gjf: cannot write %s\n", batch_.output_name);
+            return false;
+        }
+        return true;
+    }
+
+    bool tell(FileResult& result) {
+        if (const auto finish = std::exchange(result.in_order, nullptr)) {
+            finish(result);
+        }
+        const bool is_new = !result.once.empty() && told_.insert(result.once).second;
+        if (!result.out.empty() || !result.err.empty() || is_new) {
+            progress_.clear();
+        }
+        if (!result.out.empty() && !print((written_ ? batch_.separator : std::string()) + result.out)) {
+            return false;
+        }
+        written_ = written_ || !result.out.empty();
+        std::fputs(result.err.c_str(), stderr);
+        std::fputs(is_new ? result.once.c_str() : "", stderr);
+        foreign += result.foreign ? 1 : 0;
+        exit_code = std::max(exit_code, result.code);
+        if (batch_.note && !result.foreign) {
+            batch_.note(result);
+        }
+        progress_.show(++done_, [this] { return count_files(options_); });
+        return true;
+    }
+
+    void end() { progress_.clear(); }
+
+    int exit_code = exit_success;
+    std::size_t foreign = 0;
+
+   private:
+    const BatchOptions& options_;
+    const Batch& batch_;
+    Progress progress_;
+    std::set<std::string> told_;
+    std::size_t done_ = 0;
+    bool written_ = false;
+};
+
 }  // namespace
 
 std::size_t thread_count(const BatchOptions& options) {
@@ -177,6 +259,14 @@ std::size_t thread_count(const BatchOptions& options) {
 void add_batch_options(CLI::App& command, BatchOptions& options) {
     command.add_option("FILE", options.paths,
                        "Job files; folders with all *.gjf, *.com, *.gau and *.inp below them; - reads standard input");
+    command
+        .add_option(
+            "--exclude", options.walk.exclude,
+            "Pass over what fits these patterns below folders, as 'old/**' or '*_tmp.gjf'; may be given several times")
+        ->type_name("PATTERN")
+        ->allow_extra_args(false);
+    command.add_flag("--force-exclude", options.walk.force_exclude, "Pass over files too that are named and fit");
+    command.add_flag("--hidden", options.walk.hidden, "Take hidden files and folders too");
     command.add_flag("--json", options.json, "Print one JSON object a file and line");
     add_thread_option(command, options);
 }
@@ -205,37 +295,18 @@ void check_standard_input_once(const std::vector<std::string>& paths) {
 
 int run_batch(const BatchOptions& options, const Batch& batch) {
     check_standard_input_once(options.paths);
-    FileList files(options.paths);
+    FileList files(options.paths, options.walk);
+    Teller teller(options, batch);
     const OrderedWork::Work work = [&](const ListedFile& file) { return work_on(file, batch, options.json); };
-    Progress progress;
-    int exit_code = exit_success;
-    std::size_t done = 0;
-    bool written = false;
-    const OrderedWork::HandOn hand_on = [&](FileResult& result) {
-        if (const auto finish = std::exchange(result.in_order, nullptr)) {
-            finish(result);
-        }
-        if (!result.out.empty() || !result.err.empty()) {
-            progress.clear();
-        }
-        if (!result.out.empty() && !write_out((written ? batch.separator : std::string()) + result.out)) {
-            std::fprintf(stderr, "quor-gjf: cannot write %s\n", batch.output_name);
-            return false;
-        }
-        written = written || !result.out.empty();
-        std::fputs(result.err.c_str(), stderr);
-        exit_code = std::max(exit_code, result.code);
-        if (batch.note) {
-            batch.note(result);
-        }
-        progress.show(++done);
-        return true;
-    };
-    if (!OrderedWork(files, work, hand_on).run(useful_threads(options, batch))) {
+    const OrderedWork::HandOn hand_on = [&](FileResult& result) { return teller.tell(result); };
+    if (!teller.print(batch.head) || !OrderedWork(files, work, hand_on).run(useful_threads(options, batch))) {
         return exit_failure;
     }
-    progress.clear();
-    return exit_code;
+    teller.end();
+    if (batch.passed_over != nullptr) {
+        *batch.passed_over = {files.passed_over().hidden, files.passed_over().excluded, teller.foreign};
+    }
+    return teller.print(batch.foot) ? teller.exit_code : exit_failure;
 }
 
 }  // namespace quor_gjf

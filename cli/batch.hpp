@@ -1,6 +1,8 @@
 // Works on many files in several threads and prints the results in the order of the files.
 #pragma once
 
+#include "file_list.hpp"
+
 #include <array>
 #include <cstddef>
 #include <functional>
@@ -33,6 +35,8 @@ struct FileResult {
     FixCounts fixes;
     /// What is left to do when the files before it are done, before anything is printed; may be empty.
     std::function<void(FileResult&)> in_order;
+    std::string once;      ///< goes to standard error, once however many files say it
+    bool foreign = false;  ///< the file holds no Gaussian job and was passed over
 };
 
 /// The arguments that all commands over many files share.
@@ -40,18 +44,24 @@ struct BatchOptions {
     std::vector<std::string> paths;
     std::size_t threads = 0;  ///< 0: as many as there are cores
     bool json = false;
+    Walk walk;
 };
 
 /// What is done with the files.
 struct Batch {
     std::function<FileResult(const std::string& path)> work;  ///< called in several threads
     std::function<void(const FileResult&)> note;  ///< called in the order of the files, one at a time; may be empty
+    std::string head;                             ///< printed before all outputs
     std::string separator;                        ///< printed between outputs
-    std::size_t waiting = 0;                      ///< so many files more at once, whose work waits for the disk
-    const char* output_name = "the output";       ///< for "cannot write ..."
+    std::string foot;                             ///< printed behind them
+    /// What standard output gets for a file that cannot be used; empty: with --json an object, nothing otherwise.
+    std::function<std::string(const std::string& path, const std::string& message)> tell_problem;
+    PassedOver* passed_over = nullptr;       ///< where it is counted what was passed over; may be null
+    std::size_t waiting = 0;                 ///< so many files more at once, whose work waits for the disk
+    const char* output_name = "the output";  ///< for "cannot write ..."
 };
 
-/// Declares FILE, --json and -j.
+/// Declares FILE, what of folders is passed over, --json and -j.
 void add_batch_options(CLI::App& command, BatchOptions& options);
 
 /// Declares -j.

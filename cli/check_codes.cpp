@@ -34,15 +34,6 @@ std::string explanation_of(const CheckDescription& description) {
 
 }  // namespace
 
-std::size_t longest_beginning(const std::string& code, const std::vector<std::string>& beginnings) {
-    std::size_t longest = 0;
-    const std::string lower = SimpleYAMLParser::to_lower(code);
-    for (const std::string& beginning : beginnings) {
-        longest = lower.starts_with(SimpleYAMLParser::to_lower(beginning)) ? std::max(longest, beginning.size()) : longest;
-    }
-    return longest;
-}
-
 bool is_chosen(const std::string& code, const std::vector<std::string>& chosen, const std::vector<std::string>& left_out) {
     const std::size_t in = longest_beginning(code, chosen);
     const std::size_t out = longest_beginning(code, left_out);

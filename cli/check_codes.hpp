@@ -11,9 +11,6 @@ class App;
 
 namespace quor_gjf {
 
-/// Returns how long the longest of some beginnings of a code is, 0 when it begins with none.
-std::size_t longest_beginning(const std::string& code, const std::vector<std::string>& beginnings);
-
 /// Tells whether a code is among those chosen, all without any, and not among those left out; of two that name it the longer
 /// one holds.
 bool is_chosen(const std::string& code, const std::vector<std::string>& chosen, const std::vector<std::string>& left_out);

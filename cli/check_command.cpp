@@ -2,7 +2,9 @@
 #include "batch.hpp"
 #include "check_codes.hpp"
 #include "check_fixing.hpp"
+#include "check_formats.hpp"
 #include "commands.hpp"
+#include "config.hpp"
 #include "input.hpp"
 #include "plain_text.hpp"
 #include "shared_checkpoints.hpp"
@@ -29,17 +31,38 @@ namespace {
 
 using namespace quor::input::gaussian;
 
+Severity severity_of(const std::string& name) {
+    return name == "error" ? Severity::Error : name == "warning" ? Severity::Warning : Severity::Note;
+}
+
 struct CheckArguments {
     BatchOptions batch;
     std::vector<std::string> selected;  // codes, or how they begin, as for those ignored
     std::vector<std::string> ignored;
-    std::string fail_on = "error";
+    std::string fail_on;
+    std::string format = "text";
+    std::string stdin_name = "-";
     bool exit_zero = false;
     bool statistics = false;
+    bool quiet = false;
     bool list = false;
     std::vector<std::string> explained;
     FixArguments fixing;
     Where where;
+
+    /// Returns the form in which findings are told; null for text.
+    const CheckFormat* form() const { return find_check_format(format); }
+    /// Returns by what name a file is told of.
+    const std::string& name_of(const std::string& path) const { return path == "-" ? stdin_name : path; }
+    /// Returns what is reported of a file: what the command line says, else the nearest configuration.
+    CheckRules rules_of(const std::string& path) const {
+        const std::string& name = name_of(path);
+        CheckRules rules = check_rules(*configurations().for_file(name == "-" ? std::string() : name), name);
+        rules.selected = selected.empty() ? rules.selected : selected;
+        rules.ignored = ignored.empty() ? rules.ignored : ignored;
+        rules.fail_on = fail_on.empty() ? rules.fail_on : severity_of(fail_on);
+        return rules;
+    }
 };
 
 // Escape sequences around parts of a finding; all empty without colour.
@@ -54,33 +77,6 @@ constexpr Colours no_colours;
 constexpr Colours terminal_colours = {{"\033[1;36m", "\033[1;35m", "\033[1;31m"}, "\033[1m", "\033[1;32m", "\033[0m"};
 
 std::size_t index_of(Severity severity) noexcept { return static_cast<std::size_t>(severity); }
-
-// Finds lines of a text by number; findings mostly come in the order of lines, so the walk goes on where it ended.
-class NumberedLines {
-   public:
-    explicit NumberedLines(std::string_view text) noexcept : text_(text) {}
-
-    std::string_view line(std::size_t number) noexcept {
-        if (number < number_) {
-            number_ = 1;
-            begin_ = 0;
-        }
-        while (number_ < number && begin_ < text_.size()) {
-            begin_ = std::min(text_.find('\n', begin_), text_.size() - 1) + 1;
-            ++number_;
-        }
-        std::string_view found = text_.substr(begin_, text_.find('\n', begin_) - begin_);
-        if (!found.empty() && found.back() == '\r') {
-            found.remove_suffix(1);
-        }
-        return found;
-    }
-
-   private:
-    std::string_view text_;
-    std::size_t number_ = 1;
-    std::size_t begin_ = 0;
-};
 
 std::string place_of(const std::string& path, const Finding& finding) {
     std::string place = printable(path) + ':';
@@ -102,10 +98,6 @@ std::string text_of(const std::string& path, const Finding& finding, NumberedLin
     return finding.hint.empty() ? text : text + "  hint: " + printable(finding.hint) + '\n';
 }
 
-Severity severity_of(const std::string& name) {
-    return name == "error" ? Severity::Error : name == "warning" ? Severity::Warning : Severity::Note;
-}
-
 // The most frequent code first.
 void print_statistics(const std::map<std::string, std::size_t>& codes) {
     std::vector<std::pair<std::string, std::size_t>> rows(codes.begin(), codes.end());
@@ -116,14 +108,18 @@ void print_statistics(const std::map<std::string, std::size_t>& codes) {
 }
 
 // Prints what was found; what the text of standard input goes to is not mixed with it, nor is a difference.
-void tell_findings(const std::string& path, const FixedFile& file, const CheckArguments& arguments, const Colours& colours,
-                   FileResult& result) {
+void tell_findings(const std::string& path, const FixedFile& file, Severity fail_on, const CheckArguments& arguments,
+                   const Colours& colours, FileResult& result) {
+    const std::string& name = arguments.name_of(path);
     std::string text;
-    NumberedLines lines(file.text);
-    for (const Finding& finding : file.findings) {
-        text += arguments.batch.json ? std::string() : text_of(path, finding, lines, colours);
+    if (const CheckFormat* form = arguments.form()) {
+        text = form->part({name, file.text, file.findings, fail_on});
+    } else {
+        NumberedLines lines(file.text);
+        for (const Finding& finding : file.findings) {
+            text += text_of(name, finding, lines, colours);
+        }
     }
-    text = arguments.batch.json ? check_json(path, file.findings) : text;
     const bool prints_text = arguments.fixing.fix && path == "-" && !arguments.fixing.diff;
     if (prints_text) {
         result.err += text;
@@ -132,9 +128,8 @@ void tell_findings(const std::string& path, const FixedFile& file, const CheckAr
     }
 }
 
-FileResult result_of(const std::string& path, const FixedFile& file, const CheckArguments& arguments,
+FileResult result_of(const std::string& path, const FixedFile& file, Severity fail_on, const CheckArguments& arguments,
                      const Colours& colours) {
-    const Severity fail_on = severity_of(arguments.fail_on);
     FileResult result;
     result.out = file.out;
     result.err = file.err;
@@ -147,35 +142,37 @@ FileResult result_of(const std::string& path, const FixedFile& file, const Check
         result.code = finding.severity >= fail_on ? exit_failure : result.code;
     }
     if (!arguments.statistics) {
-        tell_findings(path, file, arguments, colours, result);
+        tell_findings(path, file, fail_on, arguments, colours, result);
     }
     return result;
 }
 
 FileResult check_file(const std::string& path, const CheckArguments& arguments, const Colours& colours,
                       quor::core::fs::FolderFlushes& folders, SharedCheckpoints& shared) {
+    const auto rules = std::make_shared<CheckRules>(arguments.rules_of(path));
     const std::string content = read_text(path);
     const ChosenJobs jobs(arguments.where, path, content);
-    const auto is_wanted = [&](const Finding& finding) {
-        return is_chosen(finding.code, arguments.selected, arguments.ignored) && jobs.has(finding.job);
-    };
+    const auto is_wanted = [&jobs](const Finding& finding) { return jobs.has(finding.job); };
     const auto file = std::make_shared<FixedFile>();
     std::vector<BegunCheckpoint> begun;
+    CheckOptions options;
+    options.limits = rules->limits;
+    options.reports = [&rules](const std::string& code) { return rules->reports(code); };
     if (arguments.fixing.works()) {
-        *file = fix_file(path, content, arguments.fixing, is_wanted, folders);
+        *file = fix_file(path, arguments.name_of(path), content, arguments.fixing, is_wanted, options, folders);
     } else {
-        CheckOptions options;
-        options.begun_checkpoints =
-            is_chosen(SharedCheckpoints::code, arguments.selected, arguments.ignored) ? &begun : nullptr;
+        options.begun_checkpoints = rules->reports(SharedCheckpoints::code) ? &begun : nullptr;
         file->text = content;
         file->findings = check_text(content, options);
     }
     std::erase_if(file->findings, [&](const Finding& finding) { return !is_wanted(finding); });
-    FileResult result = result_of(path, *file, arguments, colours);
+    rules->apply(file->findings);
+    FileResult result = result_of(path, *file, rules->fail_on, arguments, colours);
     if (!begun.empty()) {
-        result.in_order = [&arguments, &colours, &shared, path, file, begun](FileResult& told) {
-            if (shared.add_findings(path, file->text, begun, file->findings)) {
-                told = result_of(path, *file, arguments, colours);
+        result.in_order = [&arguments, &colours, &shared, rules, path, file, begun](FileResult& told) {
+            if (shared.add_findings(arguments.name_of(path), file->text, begun, file->findings)) {
+                rules->apply(file->findings);
+                told = result_of(path, *file, rules->fail_on, arguments, colours);
             }
         };
     }
@@ -206,7 +203,40 @@ struct Totals {
     }
 };
 
-int check(const CheckArguments& arguments) {
+// Puts what a form needs around the parts of the files.
+void use_format(const CheckArguments& arguments, Batch& batch) {
+    const CheckFormat* form = arguments.form();
+    if (form == nullptr || arguments.statistics || arguments.fixing.diff) {
+        return;
+    }
+    batch.head = form->head();
+    batch.separator = form->separator;
+    batch.foot = form->foot;
+    batch.tell_problem = [form](const std::string& path, const std::string& message) {
+        return form->part({path, {}, {}, Severity::Error, message});
+    };
+}
+
+void check_format_options(CheckArguments& arguments) {
+    arguments.format = arguments.batch.json ? "json" : arguments.format;
+    const CheckFormat* form = arguments.form();
+    if (form == nullptr || *form->foot == '\0') {
+        return;
+    }
+    // What else goes to standard output would stand within the document.
+    const std::vector<std::string>& paths = arguments.batch.paths;
+    const bool prints_text = arguments.fixing.fix && std::find(paths.begin(), paths.end(), "-") != paths.end();
+    const char* other = arguments.statistics    ? "--statistics"
+                        : arguments.fixing.diff ? "--diff"
+                        : prints_text           ? "--fix of standard input"
+                                                : nullptr;
+    if (other != nullptr) {
+        throw CLI::ValidationError("--output-format", arguments.format + " does not go with " + other);
+    }
+}
+
+int check(CheckArguments& arguments) {
+    check_format_options(arguments);
     const bool asks_for_codes = arguments.list || !arguments.explained.empty();
     if (arguments.batch.paths.empty() && !asks_for_codes) {
         throw CLI::RequiredError("FILE");
@@ -215,10 +245,10 @@ int check(const CheckArguments& arguments) {
     require_codes("--ignore", arguments.ignored);
     require_codes("--explain", arguments.explained);
     check_fix_options(arguments.fixing);
-    const bool tells_in_json = arguments.batch.json && !arguments.batch.paths.empty();
+    const bool tells_in_json = arguments.format == "json" && !arguments.batch.paths.empty();
     require_facts(tells_in_json ? arguments.batch.paths.front() : std::string());
     if (asks_for_codes) {
-        print_codes(arguments.explained, arguments.batch.json);
+        print_codes(arguments.explained, arguments.format == "json");
         return exit_success;
     }
     const Colours& colours = output_has_colour() ? terminal_colours : no_colours;
@@ -228,13 +258,17 @@ int check(const CheckArguments& arguments) {
     Batch batch;
     batch.work = [&](const std::string& path) { return check_file(path, arguments, colours, folders, shared); };
     batch.note = [&](const FileResult& result) { totals.add(result); };
+    use_format(arguments, batch);
+    PassedOver passed_over;
+    batch.passed_over = &passed_over;
     const int exit_code = run_batch(arguments.batch, batch);
     folders.flush();
     if (arguments.statistics) {
         print_statistics(totals.codes);
     }
-    if (!arguments.batch.json) {
+    if (arguments.format == "text" && !arguments.quiet) {
         print_summary(totals.files, totals.counts);
+        std::fputs(passed_over_summary(passed_over).c_str(), stderr);
         std::fputs(fix_summary(totals.fixes, arguments.fixing).c_str(), stderr);
     }
     return arguments.exit_zero && exit_code == exit_failure ? exit_success : exit_code;
@@ -253,6 +287,14 @@ void add_check_command(CLI::App& command, int& exit_code) {
     command.add_option("--fail-on", arguments->fail_on, "Exit with 1 from this severity on: error (default), warning, note")
         ->type_name("SEVERITY")
         ->check(CLI::IsMember({"error", "warning", "note"}));
+    command
+        .add_option("--output-format", arguments->format,
+                    "How findings are told: text (default), json, gcc, github, gitlab, sarif, junit")
+        ->type_name("FORMAT")
+        ->check(CLI::IsMember({"text", "json", "gcc", "github", "gitlab", "sarif", "junit"}));
+    command.add_option("--stdin-filename", arguments->stdin_name, "Tell of standard input by this name")->type_name("FILE");
+    add_colour_option(command);
+    command.add_flag("-q,--quiet", arguments->quiet, "Print no summary");
     add_fix_options(command, arguments->fixing);
     add_where_option(command, arguments->where);
     command.add_flag("--exit-zero", arguments->exit_zero, "Exit with 0 although there are findings");

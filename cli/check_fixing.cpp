@@ -35,10 +35,12 @@ void check_fix_options(const FixArguments& arguments) {
     require_codes("--unfixable", arguments.unfixable);
 }
 
-FixedFile fix_file(const std::string& path, const std::string& content, const FixArguments& arguments,
-                   const std::function<bool(const Finding&)>& wanted, quor::core::fs::FolderFlushes& folders) {
+FixedFile fix_file(const std::string& path, const std::string& name, const std::string& content,
+                   const FixArguments& arguments, const std::function<bool(const Finding&)>& wanted,
+                   const CheckOptions& check, quor::core::fs::FolderFlushes& folders) {
     FixOptions options;
     options.unsafe = arguments.unsafe;
+    options.check = check;
     options.applies = [&](const Finding& finding) {
         return wanted(finding) && is_chosen(finding.code, arguments.fixable, arguments.unfixable);
     };
@@ -46,11 +48,11 @@ FixedFile fix_file(const std::string& path, const std::string& content, const Fi
     FixedFile file;
     file.applied = fixed.applied.size();
     for (const FixReport& dropped : fixed.dropped) {
-        file.err += printable(path) + ':' + std::to_string(dropped.line) +
+        file.err += printable(name) + ':' + std::to_string(dropped.line) +
                     ": not fixed, since more would be found: " + printable(dropped.title) + " [" + dropped.code + "]\n";
     }
     if (arguments.diff) {
-        file.out = unified_diff(path, content, fixed.text, output_has_colour());
+        file.out = unified_diff(name, content, fixed.text, output_has_colour());
     } else if (path == "-") {
         file.out = fixed.text;
     } else {

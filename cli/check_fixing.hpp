@@ -41,10 +41,11 @@ struct FixedFile {
     std::size_t applied = 0;
 };
 
-/// Mends a text and, without --diff, writes it to its file. `wanted` tells which findings are looked at.
-FixedFile fix_file(const std::string& path, const std::string& content, const FixArguments& arguments,
-                   const std::function<bool(const quor::input::gaussian::Finding&)>& wanted,
-                   quor::core::fs::FolderFlushes& folders);
+/// Mends a text and, without --diff, writes it to its file, which is told of by its name. `wanted` tells which
+/// findings are looked at.
+FixedFile fix_file(const std::string& path, const std::string& name, const std::string& content,
+                   const FixArguments& arguments, const std::function<bool(const quor::input::gaussian::Finding&)>& wanted,
+                   const quor::input::gaussian::CheckOptions& check, quor::core::fs::FolderFlushes& folders);
 
 /// Counts the fixes that findings still offer.
 FixCounts count_fixes(const std::vector<quor::input::gaussian::Finding>& findings, const FixArguments& arguments);

@@ -194,12 +194,41 @@ Candidates listed_words(const std::string& type) {
     return candidates;
 }
 
-Candidates values_of(const CLI::Option& option) {
+// What completes the end of a route, or of a part of one; `part` is what they replace.
+Candidates completed(const RouteContext& context, std::string& part) {
+    part = context.prefix;
+    Candidates candidates;
+    for (const Completion& completion : completions_of(context)) {
+        candidates.push_back({completion.text, {}});
+    }
+    return candidates;
+}
+
+Candidates route_words(const std::string& text, std::string& part) {
+    Candidates candidates = completed(context_at_end(text), part);
+    candidates.insert(candidates.begin(), {":nospace", {}});
+    return candidates;
+}
+
+// Returns the values of an option that are words of a route; `part` is the part of the value that they replace.
+Candidates words_of_value(std::string_view option, std::string& part) {
+    if (option == "--method" || option == "--basis") {
+        return completed({option == "--basis" ? RouteEnd::Basis : RouteEnd::Method, {}, part}, part);
+    }
+    constexpr std::array<std::string_view, 4> routes = {"--option", "--remove-option", "--keyword", "--remove-keyword"};
+    const bool is_route = std::find(routes.begin(), routes.end(), option) != routes.end();
+    return is_route ? route_words(part, part) : Candidates();
+}
+
+Candidates values_of(const CLI::Option& option, std::string& part) {
     struct Source {
         std::string_view option;
         Candidates (*words)();
     };
-    static constexpr std::array<Source, 6> sources = {{{"--ignore", codes},
+    static constexpr std::array<Source, 9> sources = {{{"--ignore", codes},
+                                                       {"--fixable", codes},
+                                                       {"--unfixable", codes},
+                                                       {"--explain", codes},
                                                        {"--select", codes},
                                                        {"--set", settable_keys},
                                                        {"--unset", link0_names},
@@ -209,6 +238,10 @@ Candidates values_of(const CLI::Option& option) {
         std::find_if(sources.begin(), sources.end(), [&](const Source& each) { return each.option == long_name(option); });
     if (source != sources.end()) {
         return source->words();
+    }
+    Candidates words = words_of_value(long_name(option), part);
+    if (!words.empty()) {
+        return words;
     }
     const std::string type = option.get_type_name();
     return type.starts_with("FILE") || type.starts_with("FOLDER") ? Candidates{{":files", {}}} : listed_words(type);
@@ -228,16 +261,6 @@ Candidates commands_of(const CLI::App& command) {
     Candidates candidates;
     for (const CLI::App* below : command.get_subcommands({})) {
         candidates.push_back({below->get_name(), below->get_description()});
-    }
-    return candidates;
-}
-
-Candidates route_words(const std::string& text, std::string& part) {
-    const RouteContext context = context_at_end(text);
-    part = context.prefix;
-    Candidates candidates = {{":nospace", {}}};
-    for (const Completion& completion : completions_of(context)) {
-        candidates.push_back({completion.text, {}});
     }
     return candidates;
 }
@@ -270,7 +293,7 @@ Candidates candidates_at(const CLI::App& tool, const Words& words, std::string& 
         part = part.substr(equals + 1);
     }
     if (waiting != nullptr) {
-        return values_of(*waiting);
+        return values_of(*waiting, part);
     }
     if (part.starts_with('-')) {
         return options_of(*command);
@@ -278,7 +301,8 @@ Candidates candidates_at(const CLI::App& tool, const Words& words, std::string& 
     if (!command->get_subcommands({}).empty()) {
         return commands_of(*command);
     }
-    const bool takes_route = command->get_name() == "route" || command->get_name() == "complete";
+    const bool takes_route = command->get_name() == "route" || command->get_name() == "complete" ||
+                             (command->get_name() == "show" && command->get_parent()->get_name() == "schema");
     return takes_route ? route_words(joined(words, first), part) : Candidates{{":files", {}}};
 }
 

@@ -1,7 +1,7 @@
-// The tool's configuration file: .quor-gjf in the current folder, or in the nearest folder above it.
+// The tool's configuration: which files have a say, and what of them is options of the command that runs.
 #pragma once
 
-#include <string>
+#include <gjf/core/configuration/configuration.hpp>
 
 namespace CLI {
 class App;
@@ -9,11 +9,14 @@ class App;
 
 namespace quor_gjf {
 
-/// Lets an application read its configuration file. Keys stand under the name of their subcommand, as in [check]; a key
-/// above all sections belongs to `check`. An unknown key is a usage error.
-void read_configuration_file(CLI::App& app);
+/// Declares --config and --no-config, and gives the chosen command those options of the current folder's configuration that
+/// are not on the command line, before it runs. What is told of single files, codes above all, is left to the command.
+void read_configuration_files(CLI::App& app);
 
-/// Words what CLI11 says of a configuration file: "FILE: no such option: SECTION.KEY".
-std::string configuration_problem(CLI::App& app, std::string message);
+/// Returns the configurations of this run.
+quor::input::gaussian::Configurations& configurations();
+
+/// Declares the arguments of `quor-gjf config`.
+void add_config_command(CLI::App& command, int& exit_code);
 
 }  // namespace quor_gjf

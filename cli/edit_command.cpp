@@ -292,6 +292,7 @@ void add_edit_command(CLI::App& command, int& exit_code) {
                                           "output)")
                               ->type_name("FOLDER");
     command.add_flag("--in-place", arguments->in_place, "Replace each file that changes")->excludes(output);
+    add_colour_option(command);
     command.add_flag("--diff", arguments->diff, "Show the changes; nothing is written without --in-place or -o");
     command.add_flag("--dry-run", arguments->dry_run, "Write nothing; name the files that would change");
     command.add_flag("--force", arguments->force,

@@ -1,6 +1,11 @@
 // Walks folders without recursion.
 #include "file_list.hpp"
 
+#include "config.hpp"
+#include "plain_text.hpp"
+
+#include <gjf/gjf.hpp>
+
 #include <algorithm>
 #include <array>
 #include <filesystem>
@@ -13,33 +18,74 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::array<std::string_view, 4> job_extensions = {".gjf", ".com", ".gau", ".inp"};
+using namespace quor::input::gaussian;
 
-bool is_job_file_name(std::string name) {
-    for (char& c : name) {
-        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    }
-    return std::any_of(job_extensions.begin(), job_extensions.end(), [&](std::string_view extension) {
-        return name.size() > extension.size() && std::string_view(name).ends_with(extension);
-    });
+constexpr std::array<std::string_view, 4> job_extensions = {".gjf", ".com", ".gau", ".inp"};
+constexpr std::string_view doubtful_extension = ".inp";
+
+bool ends_in(const std::string& name, std::string_view extension) {
+    return name.size() > extension.size() &&
+           SimpleYAMLParser::to_lower(name.substr(name.size() - extension.size())) == extension;
 }
 
-// Returns the name of an entry that is walked or read, "" of any other.
-std::string name_of(const fs::directory_entry& entry) {
-    std::error_code error;
-    std::string name = entry.path().filename().string();
-    const bool link = entry.is_symlink(error);
-    if (!link && entry.is_directory(error)) {
-        return name + '/';
+bool is_job_file_name(const std::string& name) {
+    return std::any_of(job_extensions.begin(), job_extensions.end(),
+                       [&](std::string_view extension) { return ends_in(name, extension); });
+}
+
+bool is_excluded_by_file(const std::string& path) {
+    try {
+        const Setting* setting = configurations().for_file(path)->find({"files", "exclude"});
+        return setting != nullptr && names_path(*setting, path);
+    } catch (const ConfigurationError&) {
+        return false;  // told of with the files that it is for
     }
-    // A pipe would be waited on for ever; a link that leads nowhere is given, so that it is told of.
-    const bool file = entry.is_regular_file(error) || (link && !entry.exists(error));
-    return file && is_job_file_name(name) ? name : std::string();
 }
 
 }  // namespace
 
-FileList::FileList(std::vector<std::string> arguments) : arguments_(std::move(arguments)) {}
+std::string passed_over_summary(const PassedOver& counts) {
+    std::string text;
+    const auto add = [&text](std::size_t count, const char* why) {
+        text += count == 0 ? std::string() : (text.empty() ? "passed over: " : ", ") + std::to_string(count) + ' ' + why;
+    };
+    add(counts.hidden, "hidden");
+    add(counts.excluded, "excluded");
+    add(counts.foreign, "of *.inp without a Gaussian job");
+    return text.empty() ? text : text + '\n';
+}
+
+FileList::FileList(std::vector<std::string> arguments, Walk walk)
+    : arguments_(std::move(arguments)), walk_(std::move(walk)) {}
+
+bool FileList::is_excluded(const std::string& path) const {
+    std::error_code error;
+    const std::string below = walk_.exclude.empty() ? std::string() : path_below(fs::current_path(error).string(), path);
+    return std::any_of(walk_.exclude.begin(), walk_.exclude.end(),
+                       [&](const std::string& pattern) { return path_matches(pattern, below); }) ||
+           is_excluded_by_file(path);
+}
+
+std::string FileList::name_of(const fs::directory_entry& entry) {
+    std::error_code error;
+    std::string name = entry.path().filename().string();
+    const bool link = entry.is_symlink(error);
+    const bool folder = !link && entry.is_directory(error);
+    // A pipe would be waited on for ever; a link that leads nowhere is given, so that it is told of.
+    const bool file = entry.is_regular_file(error) || (link && !entry.exists(error));
+    if (!folder && !(file && is_job_file_name(name))) {
+        return {};
+    }
+    if (name.front() == '.' && !walk_.hidden) {
+        ++passed_over_.hidden;
+        return {};
+    }
+    if (is_excluded(entry.path().string())) {
+        ++passed_over_.excluded;
+        return {};
+    }
+    return folder ? name + '/' : name;
+}
 
 std::optional<ListedFile> FileList::next() {
     while (argument_ < arguments_.size() || !open_.empty()) {
@@ -56,6 +102,10 @@ std::optional<ListedFile> FileList::next_argument() {
     const std::string& path = arguments_[argument_++];
     given_ = 0;
     std::error_code error;
+    if (path != "-" && walk_.force_exclude && is_excluded(path)) {
+        ++passed_over_.excluded;
+        return std::nullopt;
+    }
     if (path == "-" || !fs::is_directory(path, error)) {
         return ListedFile{path, {}};
     }
@@ -67,7 +117,7 @@ std::optional<ListedFile> FileList::next_in_folder() {
     if (folder.next == folder.names.size()) {
         const std::string path = std::move(folder.path);
         open_.pop_back();
-        if (open_.empty() && given_ == 0) {
+        if (open_.empty() && given_ == 0 && passed_over_.hidden + passed_over_.excluded == 0) {
             return ListedFile{path, "no job file (*.gjf, *.com, *.gau, *.inp) is in this folder"};
         }
         return std::nullopt;
@@ -79,7 +129,7 @@ std::optional<ListedFile> FileList::next_in_folder() {
     }
     path += name;
     if (name.back() != '/') {
-        return ListedFile{path, {}};
+        return ListedFile{path, {}, ends_in(name, doubtful_extension)};
     }
     path.pop_back();
     return open_folder(path);

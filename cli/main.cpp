@@ -37,6 +37,7 @@ constexpr Command commands[] = {
     {"join", "Join job files to one file of several jobs", quor_gjf::add_join_command},
     {"convert", "Write the molecules of job files as XYZ", quor_gjf::add_convert_command},
     {"schema", "Examine the route vocabulary, or ask it about a word", quor_gjf::add_schema_command},
+    {"config", "Tell what configuration files say", quor_gjf::add_config_command},
     {"completion", "Print what completes commands in a shell: bash, zsh or fish", quor_gjf::add_completion_command},
 };
 
@@ -73,9 +74,27 @@ std::string wrong_command(const std::string& word) {
                                                            : "quor-gjf --help lists all");
 }
 
+// Puts the tool's own options before the command, where they are read.
+void put_first(std::vector<std::string>& arguments) {
+    std::vector<std::string> own;
+    std::vector<std::string> others;
+    const auto end = std::find(arguments.begin(), arguments.end(), "--");
+    for (auto argument = arguments.begin(); argument != end; ++argument) {
+        const bool is_own = *argument == "--config" || *argument == "--no-config" || argument->starts_with("--config=");
+        (is_own ? own : others).push_back(*argument);
+        if (*argument == "--config" && argument + 1 != end) {
+            own.push_back(*++argument);
+        }
+    }
+    own.insert(own.end(), others.begin(), others.end());
+    own.insert(own.end(), end, arguments.end());
+    arguments = std::move(own);
+}
+
 // The arguments, with "help" and no arguments at all in the form that is read.
 std::vector<std::string> arguments_of(int argc, char** argv) {
     std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
+    put_first(arguments);
     if (arguments.empty()) {
         return {"--help"};
     }
@@ -102,7 +121,7 @@ int run(int argc, char** argv) {
     CLI::App app("Reads, checks and writes Gaussian 16 job files.", "quor-gjf");
     app.set_version_flag("-V,--version", std::string("quor-gjf ") + QUOR_GJF_PROJECT_VERSION);
     app.require_subcommand(1);
-    quor_gjf::read_configuration_file(app);
+    quor_gjf::read_configuration_files(app);
     int exit_code = quor_gjf::exit_success;
     for (const Command& command : commands) {
         command.add(*app.add_subcommand(command.name, command.description), exit_code);
@@ -115,8 +134,8 @@ int run(int argc, char** argv) {
     std::reverse(arguments.begin(), arguments.end());
     try {
         app.parse(std::move(arguments));
-    } catch (const CLI::ConfigError& error) {
-        std::fprintf(stderr, "%s\n", quor_gjf::configuration_problem(app, error.what()).c_str());
+    } catch (const quor::input::gaussian::ConfigurationError& error) {
+        std::fprintf(stderr, "%s\n", quor_gjf::printable(error.what()).c_str());
         return quor_gjf::exit_usage;
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? quor_gjf::exit_success : quor_gjf::exit_usage;

@@ -1,6 +1,8 @@
 // Colour, progress and excerpts.
 #include "terminal.hpp"
 
+#include <CLI/CLI.hpp>
+
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -13,6 +15,8 @@ namespace {
 constexpr std::size_t excerpt_bytes = 120;
 constexpr std::size_t bytes_before_place = 60;
 constexpr const char* indentation = "    ";
+
+std::string wanted_colour = "auto";  // --color of this run
 
 bool is_continuation(char c) noexcept { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; }
 
@@ -52,7 +56,19 @@ std::string indentation_under(std::string_view text) {
 
 }  // namespace
 
+void add_colour_option(CLI::App& command) {
+    command
+        .add_option_function<std::string>(
+            "--color", [](const std::string& wanted) { wanted_colour = wanted; },
+            "Colour the output: auto (default: on terminals, without NO_COLOR), always, never")
+        ->type_name("WHEN")
+        ->check(CLI::IsMember({"auto", "always", "never"}));
+}
+
 bool output_has_colour() {
+    if (wanted_colour != "auto") {
+        return wanted_colour == "always";
+    }
     const char* terminal = std::getenv("TERM");
     return ::isatty(STDOUT_FILENO) == 1 && std::getenv("NO_COLOR") == nullptr && terminal != nullptr &&
            std::string_view(terminal) != "dumb";
@@ -105,14 +121,17 @@ std::string excerpt(std::string_view line, std::size_t begin, std::size_t length
     return text + '\n';
 }
 
-Progress::Progress() : terminal_(::isatty(STDERR_FILENO) == 1), next_(Clock::now() + std::chrono::seconds(1)) {}
+Progress::Progress()
+    : terminal_(::isatty(STDERR_FILENO) == 1), begin_(Clock::now()), next_(begin_ + std::chrono::seconds(1)) {}
 
-void Progress::show(std::size_t done) {
+void Progress::show(std::size_t done, const std::function<std::size_t()>& total) {
     if (!terminal_ || Clock::now() < next_) {
         return;
     }
     next_ = Clock::now() + std::chrono::milliseconds(100);
-    std::fprintf(stderr, "\r%zu files done", done);
+    total_ = total_ == 0 ? total() : total_;
+    const double seconds = std::chrono::duration<double>(Clock::now() - begin_).count();
+    std::fprintf(stderr, "\r%zu of %zu files, %.0f/s\033[K", done, total_, static_cast<double>(done) / seconds);
     std::fflush(stderr);
     shown_ = true;
 }

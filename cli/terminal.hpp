@@ -3,12 +3,21 @@
 
 #include <chrono>
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 
+namespace CLI {
+class App;
+}
+
 namespace quor_gjf {
 
-/// Tells whether standard output is a terminal that is to show colour: NO_COLOR is not set and TERM is not "dumb".
+/// Declares --color.
+void add_colour_option(CLI::App& command);
+
+/// Tells whether standard output is to show colour: as --color says; by itself where it is a terminal, NO_COLOR is not set
+/// and TERM is not "dumb".
 bool output_has_colour();
 
 /// Returns the text with "?" in the place of control characters (tabs aside) and of bytes that are not UTF-8.
@@ -23,13 +32,13 @@ std::size_t columns_of(std::string_view text) noexcept;
 std::string excerpt(std::string_view line, std::size_t begin, std::size_t length, std::string_view mark_on = {},
                     std::string_view mark_off = {});
 
-/// A line on standard error that tells how many files are done, when standard error is a terminal and the work takes more
-/// than a second.
+/// A line on standard error that tells how many files are done, of how many and how fast, when standard error is a terminal
+/// and the work takes more than a second.
 class Progress {
    public:
     Progress();
-    /// Shows the line, now and then.
-    void show(std::size_t done);
+    /// Shows the line, now and then; `total` is asked once, when it is shown first.
+    void show(std::size_t done, const std::function<std::size_t()>& total);
     /// Takes the line away, so that something else can be written.
     void clear();
 
@@ -38,6 +47,8 @@ class Progress {
 
     bool terminal_;
     bool shown_ = false;
+    std::size_t total_ = 0;  // 0 until it is known
+    Clock::time_point begin_;
     Clock::time_point next_;
 };
 

@@ -53,6 +53,10 @@ def main():
         assert code == 1 and several == one, f"-j {threads} gives another output"
         if threads == "2" and "memory" in sys.argv[3:]:
             assert memory < few_memory + ALLOWANCE, f"{few_memory} KiB for {FEWER} files, {memory} KiB for {FILES}"
+    for name in ("sarif", "gitlab", "junit"):  # documents are written as they come
+        _, _, few_memory = run(tool, work, "-j", "2", "--output-format", name, "fewer")
+        _, _, memory = run(tool, work, "-j", "2", "--output-format", name, "many")
+        assert memory < few_memory + ALLOWANCE or "memory" not in sys.argv[3:], f"{name}: {few_memory} KiB, {memory} KiB"
     places = [line.split(":")[0] for line in one.split("\n") if line.startswith("many/")]
     wrong = sorted({f"many/job_{n:04}.gjf" for n in range(FILES) if n % 3 == 0 or n % 7 == 0 or n % 11 == 0})
     assert places == sorted(places) and sorted(set(places)) == wrong, "files are missing or out of order"

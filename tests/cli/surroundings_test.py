@@ -26,8 +26,8 @@ while IFS= read -r line; do complete_line "$line"; done
 """
 # What is completed, and with what. bash itself takes "=" for a break of words.
 COMPLETIONS = {
-    "quor-gjf ": "report check find diff outline route complete edit format split join convert schema completion",
-    "quor-gjf c": "check complete convert completion",
+    "quor-gjf ": "report check find diff outline route complete edit format split join convert schema config completion",
+    "quor-gjf c": "check complete convert config completion",
     "quor-gjf help": "",
     "quor-gjf check --fail-on=e": "error",
     "quor-gjf edit --set oldc": "oldchk=",
@@ -48,6 +48,16 @@ COMPLETIONS = {
     "quor-gjf route opt=calcf": "calcfc",
     "quor-gjf route 'hf opt=(calcfc,ti": "(calcfc,tight",
     "quor-gjf route nothingatall": "",
+    "quor-gjf edit --method m062": "m062x",
+    "quor-gjf edit --method nothingatall": "",
+    "quor-gjf edit --basis def2tzvpp": "def2tzvpp",
+    "quor-gjf edit --option opt=calcf": "calcfc",
+    "quor-gjf edit --set nprocs": "nprocshared=",
+    "quor-gjf schema show calcf": "",
+    "quor-gjf schema show m062": "m062x",
+    "quor-gjf check --fixable GJF-L00": "GJF-L001 GJF-L002 GJF-L003 GJF-L004 GJF-L005 GJF-L006 GJF-L007 GJF-L008 GJF-L009",
+    "quor-gjf check --output-format s": "sarif",
+    "quor-gjf config ": "show",
 }
 
 

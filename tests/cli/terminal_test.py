@@ -5,6 +5,7 @@ Usage: terminal_test.py TOOL WORK_FOLDER
 import os
 import pathlib
 import pty
+import re
 import shutil
 import subprocess
 import sys
@@ -85,11 +86,11 @@ def run_with_slow_file(tool, work, terminal_of):
 
 def progress_problems(tool, work):
     slow = run_with_slow_file(tool, work, "stderr")
-    if "\r1 files done" not in slow or f"\r{ESCAPE}[K2 files, 0 errors" not in slow:
+    if not re.search("\r1 of 2 files, \\d+/s", slow) or f"\r{ESCAPE}[K2 files, 0 errors" not in slow:
         yield f"no progress, or it stays: {slow!r}"
-    if "done" in run_with_slow_file(tool, work, "stdout"):
+    if "of 2 files" in run_with_slow_file(tool, work, "stdout"):
         yield "progress on standard output"
-    if "done" in run([tool, "check", "job.gjf"], work, "stderr", TERM="xterm"):
+    if "of 1 files" in run([tool, "check", "job.gjf"], work, "stderr", TERM="xterm"):
         yield "progress of short work"
 
 
