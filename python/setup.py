@@ -23,8 +23,8 @@ def run(*arguments):
 
 def build_with_cmake(folder):
     run("cmake", "-S", SOURCE, "-B", folder, "-DCMAKE_BUILD_TYPE=Release", "-DQUOR_GJF_BUILD_PYTHON=ON", "-DQUOR_GJF_BUILD_TESTS=OFF",
-        "-DQUOR_GJF_BUILD_CLI=OFF", "-DQUOR_GJF_WARNINGS_AS_ERRORS=OFF", f"-DPython_EXECUTABLE={sys.executable}")
-    run("cmake", "--build", folder, "--parallel", os.cpu_count() or 1, "--target", "quor_gjf_python")
+        "-DQUOR_GJF_WARNINGS_AS_ERRORS=OFF", f"-DPython_EXECUTABLE={sys.executable}")
+    run("cmake", "--build", folder, "--parallel", os.cpu_count() or 1, "--target", "quor_gjf_python", "quor-gjf")
 
 
 def replace_links_by_their_files(folder):

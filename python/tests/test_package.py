@@ -173,3 +173,15 @@ with warnings.catch_warnings(record=True) as told:
     quor_gjf.check("# hf/sto-3g\\n\\nt\\n\\n0 1\\nHe 0.0 0.0 0.0\\n\\n")
 print(*[each.message for each in told])"""
     assert "gaussian_route.yaml:2: " in run_python(code)
+
+
+def test_brings_the_tool(tmp_path):
+    (tmp_path / "a.gjf").write_text("# hf/sto-3g\n\nt\n\n0 2\nHe 0.0 0.0 0.0\n\n")
+    for command in ([sys.executable, "-m", "quor_gjf"], [PACKAGE / "quor-gjf"]):
+        def run(*arguments):
+            return subprocess.run([*command, *arguments], capture_output=True, text=True, check=False, cwd=tmp_path,
+                                  env={name: value for name, value in os.environ.items() if not name.startswith("QUOR_")})
+        assert run("--version").stdout == f"quor-gjf {gjf.__version__}\n"
+        found = run("check", "--quiet", "--no-config", "a.gjf")
+        assert found.returncode == 1 and found.stdout.startswith("a.gjf:5: error: ")
+        assert run("chek").returncode == 2
