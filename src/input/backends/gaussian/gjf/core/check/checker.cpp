@@ -157,7 +157,7 @@ std::vector<Finding> check_text(std::string_view text, const CheckOptions& optio
     const auto is_on = [&options](const std::string& code) {
         return (!options.reports || options.reports(code)) &&
                std::none_of(options.ignored_codes.begin(), options.ignored_codes.end(),
-                            [&](const std::string& ignored) { return equals_folded(ignored, code); });
+                            [&](const std::string& ignored) { return equals_folded(ignored, to_lower_copy(code)); });
     };
     std::vector<Finding> findings;
     Findings of_file(findings, 0);

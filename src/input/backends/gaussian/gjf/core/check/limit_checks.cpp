@@ -28,7 +28,7 @@ std::size_t link0_line(const CheckedJob& job, std::string_view name) {
             continue;
         }
         const std::string_view key = text.substr(1, text.find_first_of("= \t") - 1);
-        if (equals_folded(key, name) || (wanted != nullptr && find_link0_key(key) == wanted)) {
+        if (equals_folded(key, to_lower_copy(name)) || (wanted != nullptr && find_link0_key(key) == wanted)) {
             return number;
         }
     }

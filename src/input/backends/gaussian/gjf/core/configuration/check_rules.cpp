@@ -13,7 +13,7 @@ namespace {
 
 bool begins(const std::string& code, const std::string& beginning) {
     return !beginning.empty() && beginning.size() <= code.size() &&
-           equals_folded(code.substr(0, beginning.size()), beginning);
+           to_lower_copy(code.substr(0, beginning.size())) == to_lower_copy(beginning);
 }
 
 void require_codes(const Setting& setting, const std::vector<std::string>& beginnings) {
