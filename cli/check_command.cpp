@@ -245,6 +245,7 @@ int check(CheckArguments& arguments) {
     require_codes("--ignore", arguments.ignored);
     require_codes("--explain", arguments.explained);
     check_fix_options(arguments.fixing);
+    check_rules(*configurations().for_folder({}), {});  // a mistake in them is told before any file is looked at
     const bool tells_in_json = arguments.format == "json" && !arguments.batch.paths.empty();
     require_facts(tells_in_json ? arguments.batch.paths.front() : std::string());
     if (asks_for_codes) {
