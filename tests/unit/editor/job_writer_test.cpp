@@ -2,6 +2,8 @@
 #include <gjf/core/editor/gjf_editor.hpp>
 
 #include <gjf/core/reader/gjf_parser.hpp>
+#include <gjf/core/schema/candidate_group.hpp>
+#include <gjf/core/schema/route_schema_cache.hpp>
 
 #include <gtest/gtest.h>
 
@@ -286,6 +288,21 @@ TEST(JobWriter, WritesManyAtomsAndBondsInOnePass) {
     const GJFData read = GJFParser::parse_string(written(data));
     EXPECT_EQ(read.geom.atoms.size(), count);
     EXPECT_EQ(read.connectivity()->bonds, bonds.bonds);
+}
+
+// The writer looks for geom only in routes with these letters.
+TEST(JobWriter, KnowsGeomByTheLettersOfEachSpelling) {
+    const SimpleYAMLParser& schema = default_route_schema();
+    const CandidateGroup* geom = schema.identify_keyword("geom").keyword;
+    ASSERT_NE(geom, nullptr);
+    for (const std::string& form : geom->forms) {
+        EXPECT_NE(form.find("ge"), std::string::npos) << form;
+    }
+    for (char letter = 'a'; letter <= 'z'; ++letter) {
+        EXPECT_FALSE(schema.keywords_equivalent(std::string(1, letter), "geom")) << letter;
+    }
+    const GJFData data = GJFParser::parse_string("# hf Geom=Chk\n\nt\n\n0 1\n");
+    EXPECT_EQ(GJFEditor(data).to_gjf_string(), "# hf Geom=Chk \n\nt\n\n0 1\n\n\n");
 }
 
 }  // namespace

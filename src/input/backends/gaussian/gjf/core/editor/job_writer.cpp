@@ -192,9 +192,14 @@ void end_job_text(std::string& text) {
     }
 }
 
+// Tells whether a route word may hold the keyword geom, all spellings of which have these letters.
+bool may_be_geom(const std::string& word) { return contains_folded(word, "ge"); }
+
 std::string write_job(const GJFData& data) {
     const std::vector<std::string>& words = data.control.route_keywords;
-    const ParsedKeywords route = words.empty() ? ParsedKeywords() : GJFParser::parse_keywords(words, {});
+    // The route is asked for geom alone; few have a word that may be it, and interpreting one takes as long as all else.
+    const bool may_have_geom = std::any_of(words.begin(), words.end(), may_be_geom);
+    const ParsedKeywords route = may_have_geom ? GJFParser::parse_keywords(words, {}) : ParsedKeywords();
     std::string text;
     append_link0_lines(text, data.control);
     append_route(text, data.control.route_keywords);
