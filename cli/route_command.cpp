@@ -27,11 +27,6 @@ struct RouteArguments {
     bool json = false;
 };
 
-bool is_head(const std::string& word) {
-    const std::string lower = SimpleYAMLParser::to_lower(word);
-    return lower == "#" || lower == "#n" || lower == "#p" || lower == "#t";
-}
-
 void append_line(std::string& text, const char* label, const std::string& value) {
     if (!value.empty()) {
         text += std::string(label) + ": " + printable(value) + '\n';
@@ -142,19 +137,7 @@ int explain(const RouteArguments& arguments) {
 }  // namespace
 
 RouteText read_route_text(const std::string& text) {
-    RouteText route;
-    for (const std::string& line : GJFParser::split_string(text, '\n')) {
-        for (std::string& word : GJFParser::parse_keywords_from_line(line, {})) {
-            route.words.push_back(std::move(word));
-        }
-    }
-    // A head that stands alone says nothing; one that is missing is added.
-    if (route.words.size() == 1 && is_head(route.words[0])) {
-        route.words.clear();
-    }
-    if (!route.words.empty() && route.words[0][0] != '#') {
-        route.words.insert(route.words.begin(), "#");
-    }
+    RouteText route{route_words_of(text), {}};
     route.joined = join_route_words(route.words).text;
     return route;
 }

@@ -34,6 +34,7 @@ set(quor_public_headers
     gjf/core/reader/job_layout.hpp
     gjf/core/reader/job_places.hpp
     gjf/core/reader/job_text.hpp
+    gjf/core/reader/route_lines.hpp
     gjf/core/basis/job_size.hpp
     gjf/core/check/change_checks.hpp
     gjf/core/check/checker.hpp
@@ -50,6 +51,7 @@ set(quor_public_headers
     gjf/core/predicate/predicate.hpp
     gjf/core/report/job_changes.hpp
     gjf/core/report/json.hpp
+    gjf/core/report/request.hpp
     gjf/core/report/xyz.hpp
     gjf/core/editor/gjf_editor.hpp
     gjf/core/editor/gjf_multi_editor.hpp

@@ -194,6 +194,14 @@ const Function functions[] = {
      }},
     {"gjf_document_save", [](Handles& h) { return gjf_document_save(h.file_document, 0) == 1; }},
     {"gjf_document_save_as", [](Handles& h) { return gjf_document_save_as(h.document, files().output.c_str(), 0) == 0; }},
+    {"gjf_request",
+     [](Handles&) {
+         gjf_result* result =
+             gjf_request("outline", job_text, std::strlen(job_text), "{\"stdin-filename\":\"a name of some length.gjf\"}");
+         const bool answered = gjf_result_size(result) != 0;
+         gjf_result_destroy(result);
+         return answered;
+     }},
     // These give or free what is there: no allocation can fail in them.
     {"gjf_document_destroy",
      [](Handles& h) {
@@ -216,6 +224,13 @@ const Function functions[] = {
     {"gjf_multi_editor_last_error", [](Handles& h) { return gjf_multi_editor_last_error(h.jobs)[0] == '\0'; }},
     {"gjf_editor_get_last_error", [](Handles&) { return gjf_editor_get_last_error()[0] == '\0'; }},
     {"gjf_get_last_error", [](Handles&) { return gjf_get_last_error()[0] == '\0'; }},
+    {"gjf_result_text", [](Handles&) { return gjf_result_text(nullptr)[0] == '\0'; }},
+    {"gjf_result_size", [](Handles&) { return gjf_result_size(nullptr) == 0; }},
+    {"gjf_result_destroy",
+     [](Handles&) {
+         gjf_result_destroy(nullptr);
+         return true;
+     }},
     {"quor_gjf_version", [](Handles&) { return quor_gjf_version()[0] != '\0'; }},
 };
 

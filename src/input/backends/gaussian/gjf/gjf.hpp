@@ -26,8 +26,10 @@
 #include <gjf/core/reader/job_layout.hpp>
 #include <gjf/core/reader/job_places.hpp>
 #include <gjf/core/reader/job_text.hpp>
+#include <gjf/core/reader/route_lines.hpp>
 #include <gjf/core/report/job_changes.hpp>
 #include <gjf/core/report/json.hpp>
+#include <gjf/core/report/request.hpp>
 #include <gjf/core/report/xyz.hpp>
 #include <gjf/core/route/joined_route.hpp>
 #include <gjf/core/route/keyword_parser.hpp>

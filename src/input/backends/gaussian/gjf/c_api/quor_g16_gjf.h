@@ -44,6 +44,8 @@
 #ifndef QUOR_GJF_C_API_QUOR_G16_GJF_H
 #define QUOR_GJF_C_API_QUOR_G16_GJF_H
 
+#include <stddef.h>
+
 #ifndef QUOR_GJF_C_API
 #if defined(__GNUC__) || defined(__clang__)
 #define QUOR_GJF_C_API __attribute__((visibility("default")))
@@ -67,6 +69,9 @@ typedef struct quor_gjf_multi_editor quor_gjf_multi_editor;
 
 /* A job file that keeps every byte that is not changed. Since 0.2.0. */
 typedef struct quor_gjf_document quor_gjf_document;
+
+/* The answer to a request. Since 0.2.0. */
+typedef struct quor_gjf_result gjf_result;
 
 /* --- Library
  * ------------------------------------------------------------------------------------------------------------------ */
@@ -290,6 +295,25 @@ QUOR_GJF_C_API int gjf_document_save(quor_gjf_document* document, int force) QUO
 /* Writes the changed text to another file. Returns 0, or -1: NULL handle, "filename is null", "Cannot write file: PATH", or
  * why the changes cannot be written. */
 QUOR_GJF_C_API int gjf_document_save_as(quor_gjf_document* document, const char* filename, int force) QUOR_GJF_C_NOEXCEPT;
+
+/* --- Requests: the commands of quor-gjf over one text, with its JSON as the answer. All since 0.2.0.
+ * ------------------------------------------------------------------------------------------------------------------ */
+
+/* Runs `command` (check, fix, report, route, complete, outline, select, diff, find) on the `size` bytes of `text`, which may
+ * hold NUL. `options` is a JSON object with the long names of the tool's options, or NULL. Returns a result to be freed with
+ * gjf_result_destroy; where the command fails its text is an object with "error". NULL: "command is null", "text is null", or
+ * no memory is left; see gjf_editor_last_error(NULL). */
+QUOR_GJF_C_API gjf_result* gjf_request(const char* command, const char* text, size_t size,
+                                            const char* options) QUOR_GJF_C_NOEXCEPT;
+
+/* Returns the answer: UTF-8 with a line feed and a NUL at its end, valid as long as the result. Empty for NULL. */
+QUOR_GJF_C_API const char* gjf_result_text(const gjf_result* result) QUOR_GJF_C_NOEXCEPT;
+
+/* Returns the size of the answer in bytes, its NUL not counted; 0 for NULL. */
+QUOR_GJF_C_API size_t gjf_result_size(const gjf_result* result) QUOR_GJF_C_NOEXCEPT;
+
+/* Frees a result; NULL is ignored. */
+QUOR_GJF_C_API void gjf_result_destroy(gjf_result* result) QUOR_GJF_C_NOEXCEPT;
 
 #ifdef __cplusplus
 } /* extern "C" */

@@ -17,6 +17,20 @@ Json json_of_place(const RelatedPlace& place) {
     return {{"message", place.message}, {"line", place.line}, {"column", place.column}, {"length", place.length}};
 }
 
+Json json_of_report(const FixReport& fix) {
+    return {{"code", fix.code}, {"line", fix.line}, {"title", fix.title}, {"safety", fix_safety_name(fix.safety)}};
+}
+
+void set_findings(Json& object, const std::vector<Finding>& findings) {
+    const auto count = [&](Severity severity) {
+        return std::count_if(findings.begin(), findings.end(), [&](const Finding& f) { return f.severity == severity; });
+    };
+    object["errors"] = count(Severity::Error);
+    object["warnings"] = count(Severity::Warning);
+    object["notes"] = count(Severity::Note);
+    object["findings"] = list_of(findings, json_of_finding);
+}
+
 }  // namespace
 
 Json json_of_finding(const Finding& finding) {
@@ -47,14 +61,17 @@ std::string error_json(const std::string& path, const std::string& message) {
 }
 
 std::string check_json(const std::string& path, const std::vector<Finding>& findings) {
-    const auto count = [&](Severity severity) {
-        return std::count_if(findings.begin(), findings.end(), [&](const Finding& f) { return f.severity == severity; });
-    };
     Json object = about_file(path);
-    object["errors"] = count(Severity::Error);
-    object["warnings"] = count(Severity::Warning);
-    object["notes"] = count(Severity::Note);
-    object["findings"] = list_of(findings, json_of_finding);
+    set_findings(object, findings);
+    return json_line(object);
+}
+
+std::string fix_json(const std::string& path, const FixedText& fixed) {
+    Json object = about_file(path);
+    object["text"] = fixed.text;
+    object["applied"] = list_of(fixed.applied, json_of_report);
+    object["dropped"] = list_of(fixed.dropped, json_of_report);
+    set_findings(object, fixed.findings);
     return json_line(object);
 }
 

@@ -6,6 +6,7 @@
 
 #include <core/export.hpp>
 #include <gjf/core/check/checker.hpp>
+#include <gjf/core/check/fix_text.hpp>
 #include <gjf/core/predicate/job_file.hpp>
 #include <gjf/core/reader/job_layout.hpp>
 #include <gjf/core/report/job_changes.hpp>
@@ -34,6 +35,10 @@ QUOR_GJF_API std::string error_json(const std::string& path, const std::string& 
 
 /// Returns the line about what was found in a file.
 QUOR_GJF_API std::string check_json(const std::string& path, const std::vector<Finding>& findings);
+
+/// Returns the line about a text that was mended: the text, which fixes were applied and dropped, and what `check_json` says
+/// of it. Bytes that are not UTF-8 are not kept.
+QUOR_GJF_API std::string fix_json(const std::string& path, const FixedText& fixed);
 
 /// Returns a line about one code of the checker: its code, its title, and what else of it is not empty.
 QUOR_GJF_API std::string check_code_json(const CheckDescription& description);

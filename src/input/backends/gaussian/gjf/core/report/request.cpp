@@ -1,0 +1,245 @@
+// Requests: one row a command, with the options that it knows.
+#include <gjf/core/report/request.hpp>
+
+#include <gjf/core/check/fix_text.hpp>
+#include <gjf/core/job/gjf_parse_exception.hpp>
+#include <gjf/core/predicate/predicate.hpp>
+#include <gjf/core/reader/gjf_parser.hpp>
+#include <gjf/core/reader/route_lines.hpp>
+#include <gjf/core/report/json_values.hpp>
+
+#include <algorithm>
+#include <functional>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace quor::input::gaussian {
+namespace {
+
+struct Request {
+    std::string text;
+    Json options;
+    std::string path;
+
+    std::string text_option(const char* name) const;
+    std::vector<std::string> list_option(const char* name) const;
+    bool flag(const char* name) const;
+};
+
+[[noreturn]] void refuse(const char* option, const char* wanted) {
+    throw RequestError("option '" + std::string(option) + "' takes " + wanted);
+}
+
+std::string Request::text_option(const char* name) const {
+    const auto found = options.find(name);
+    if (found != options.end() && !found->is_string()) {
+        refuse(name, "a text");
+    }
+    return found == options.end() ? std::string() : found->get<std::string>();
+}
+
+std::vector<std::string> Request::list_option(const char* name) const {
+    const auto found = options.find(name);
+    if (found == options.end()) {
+        return {};
+    }
+    if (!found->is_array() ||
+        !std::all_of(found->begin(), found->end(), [](const Json& item) { return item.is_string(); })) {
+        refuse(name, "a list of texts");
+    }
+    return found->get<std::vector<std::string>>();
+}
+
+bool Request::flag(const char* name) const {
+    const auto found = options.find(name);
+    if (found != options.end() && !found->is_boolean()) {
+        refuse(name, "true or false");
+    }
+    return found != options.end() && found->get<bool>();
+}
+
+// --- Jobs that fit a condition
+
+std::vector<std::size_t> jobs_that_fit(const JobFile& file, const std::string& condition) {
+    std::vector<std::size_t> jobs;
+    const std::optional<JobPredicate> predicate =
+        condition.empty() ? std::nullopt : std::optional<JobPredicate>(JobPredicate(condition));
+    for (std::size_t job = 0; job < file.jobs().size(); ++job) {
+        if (!predicate || predicate->fits(file, job)) {
+            jobs.push_back(job);
+        }
+    }
+    return jobs;
+}
+
+// Tells whether a finding concerns a job that fits; one about the file does where any fits.
+std::function<bool(const Finding&)> wanted_findings(const Request& request) {
+    const std::string condition = request.text_option("where");
+    if (condition.empty()) {
+        return [](const Finding&) { return true; };
+    }
+    const JobFile file(request.path, request.text);
+    std::vector<std::size_t> numbers;
+    for (const std::size_t job : jobs_that_fit(file, condition)) {
+        numbers.push_back(file.jobs()[job].layout.number);
+    }
+    return [numbers](const Finding& finding) {
+        return finding.job == 0 ? !numbers.empty() : std::find(numbers.begin(), numbers.end(), finding.job) != numbers.end();
+    };
+}
+
+std::vector<Finding> only(std::vector<Finding> findings, const std::function<bool(const Finding&)>& wanted) {
+    findings.erase(std::remove_if(findings.begin(), findings.end(), [&](const Finding& each) { return !wanted(each); }),
+                   findings.end());
+    return findings;
+}
+
+// --- Commands
+
+std::string check_request(const Request& request) {
+    return check_json(request.path,
+                      only(check_text(request.text, {request.list_option("ignore"), nullptr}), wanted_findings(request)));
+}
+
+std::string fix_request(const Request& request) {
+    FixOptions options;
+    options.unsafe = request.flag("unsafe-fixes");
+    options.applies = wanted_findings(request);
+    options.check.ignored_codes = request.list_option("ignore");
+    FixedText fixed = fix_text(request.text, options);
+    fixed.findings = only(std::move(fixed.findings), options.applies);
+    return fix_json(request.path, fixed);
+}
+
+std::string report_request(const Request& request) {
+    const JobFile file(request.path, request.text);
+    const std::vector<std::size_t> jobs = jobs_that_fit(file, request.text_option("where"));
+    std::vector<JobField> fields;
+    for (const std::string& name : request.list_option("fields")) {
+        const JobField* field = find_job_field(name);
+        if (field == nullptr) {
+            throw RequestError("'" + name + "' is no field");
+        }
+        fields.push_back(*field);
+    }
+    if (!fields.empty()) {
+        return fields_json(file, jobs, fields);
+    }
+    std::vector<JobReading> readings;
+    for (const std::size_t job : jobs) {
+        readings.push_back(file.jobs()[job]);
+    }
+    return readings_json(file.path(), readings);
+}
+
+std::string route_request(const Request& request) {
+    ControlSection control;
+    control.route_keywords = route_words_of(request.text);
+    if (control.route_keywords.empty()) {
+        throw RequestError("the text holds no route");
+    }
+    control.parsed_keywords = GJFParser::parse_keywords(control.route_keywords, {});
+    const std::string joined = join_route_words(control.route_keywords).text;
+    return route_json(joined, *control.parsed_keywords, GJFParser::expected_extra_input_order(control), check_route(joined));
+}
+
+std::string complete_request(const Request& request) {
+    const RouteContext context = context_at_end(request.text);
+    return completion_json(context, completions_of(context));
+}
+
+std::string outline_request(const Request& request) {
+    return outline_json(request.path, read_jobs_with_layout(request.text));
+}
+
+std::string select_request(const Request& request) {
+    return selection_json(request.path, read_jobs_with_layout(request.text), parse_selection(request.text_option("select")));
+}
+
+std::string diff_request(const Request& request) {
+    const std::string other = request.text_option("other");
+    const std::string name = request.text_option("other-filename");
+    return diff_json(request.path, name.empty() ? "other" : name,
+                     file_changes(read_jobs_with_layout(request.text), read_jobs_with_layout(other)));
+}
+
+std::string find_request(const Request& request) {
+    const JobFile file(request.path, request.text);
+    return find_json(file, jobs_that_fit(file, request.text_option("where")));
+}
+
+struct Command {
+    std::string_view name;
+    std::string (*run)(const Request& request);
+    std::vector<std::string_view> options;
+};
+
+const std::vector<Command>& commands() {
+    static const std::vector<Command> all = {
+        {"check", check_request, {"ignore", "stdin-filename", "where"}},
+        {"fix", fix_request, {"ignore", "stdin-filename", "unsafe-fixes", "where"}},
+        {"report", report_request, {"fields", "stdin-filename", "where"}},
+        {"route", route_request, {}},
+        {"complete", complete_request, {}},
+        {"outline", outline_request, {"stdin-filename"}},
+        {"select", select_request, {"select", "stdin-filename"}},
+        {"diff", diff_request, {"other", "other-filename", "stdin-filename"}},
+        {"find", find_request, {"stdin-filename", "where"}},
+    };
+    return all;
+}
+
+template <typename Names, typename NameOf>
+std::string listed(const Names& names, NameOf name_of) {
+    std::string text;
+    for (const auto& each : names) {
+        text += (text.empty() ? "" : ", ") + std::string(name_of(each));
+    }
+    return text;
+}
+
+const Command& command_named(std::string_view name) {
+    const auto found =
+        std::find_if(commands().begin(), commands().end(), [&](const Command& each) { return each.name == name; });
+    if (found == commands().end()) {
+        throw RequestError("no command '" + std::string(name) + "'; there are " +
+                           listed(commands(), [](const Command& each) { return each.name; }));
+    }
+    return *found;
+}
+
+Json options_of(std::string_view text, const Command& command) {
+    Json options = text.empty() ? Json::object() : Json::parse(text, nullptr, false);
+    if (!options.is_object()) {
+        throw RequestError("the options are no JSON object");
+    }
+    for (const auto& [name, value] : options.items()) {
+        if (std::find(command.options.begin(), command.options.end(), name) == command.options.end()) {
+            throw RequestError("'" + std::string(command.name) + "' has no option '" + name + "'; it has " +
+                               (command.options.empty() ? "none" : listed(command.options, [](auto each) { return each; })));
+        }
+    }
+    return options;
+}
+
+}  // namespace
+
+RequestError::~RequestError() = default;
+
+std::string request_json(std::string_view command, std::string_view text, std::string_view options) {
+    const Command& wanted = command_named(command);
+    Request request{std::string(text), options_of(options, wanted), {}};
+    request.path = request.text_option("stdin-filename");
+    request.path = request.path.empty() ? "-" : request.path;
+    return wanted.run(request);
+}
+
+std::string request_error_json(const std::string& message) {
+    Json object = versioned();
+    object["error"] = message;
+    return json_line(object);
+}
+
+}  // namespace quor::input::gaussian

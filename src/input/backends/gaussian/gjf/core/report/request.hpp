@@ -1,0 +1,31 @@
+// The tool's commands over one text, for callers that have no tool: a command, a text and options in, JSON out.
+#pragma once
+
+#include <core/export.hpp>
+
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace quor::input::gaussian {
+
+/// Tells that a request names no command, or an option that its command does not have or cannot read.
+class QUOR_GJF_API RequestError : public std::invalid_argument {
+   public:
+    using std::invalid_argument::invalid_argument;
+    ~RequestError() override;
+};
+
+/// Runs a command on a text and returns the line that the tool prints with --json.
+///
+/// `command` is one of check, fix, report, route, complete, outline, select, diff and find. `options` is a JSON object, or
+/// empty, with the long names of the tool's options: stdin-filename of all about a file; where of check, fix, report and
+/// find; ignore (a list) of check and fix; unsafe-fixes of fix; fields (a list) of report; select of select; other (a
+/// text) of diff. fix answers with the mended text among what check says. Throws `RequestError`, or `GJFParseException` for
+/// a text that cannot be read at all.
+QUOR_GJF_API std::string request_json(std::string_view command, std::string_view text, std::string_view options);
+
+/// Returns the line about a request that failed.
+QUOR_GJF_API std::string request_error_json(const std::string& message);
+
+}  // namespace quor::input::gaussian

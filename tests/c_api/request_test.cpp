@@ -1,0 +1,102 @@
+// Requests of the C interface: each command's answer is what the tool prints, and what is no request is said.
+#include <gjf/c_api/quor_g16_gjf.h>
+#include <gjf/gjf.hpp>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+namespace {
+
+using namespace quor::input::gaussian;
+
+const std::string job = "%mem=1GB\n# hf/sto-3g opt=clacfc\n\nt\n\n0 1\nO 0 0 0\nH 0 0 1\nH 0 1 0\n\n";
+
+struct DestroyResult {
+    void operator()(gjf_result* result) const { gjf_result_destroy(result); }
+};
+using Result = std::unique_ptr<gjf_result, DestroyResult>;
+
+std::string answer(const char* command, const std::string& text, const char* options) {
+    const Result result(gjf_request(command, text.data(), text.size(), options));
+    if (result == nullptr) {
+        return "null";
+    }
+    const std::string found(gjf_result_text(result.get()), gjf_result_size(result.get()));
+    EXPECT_EQ(found, gjf_result_text(result.get()));
+    return found;
+}
+
+std::string error(const std::string& message) { return "{\"version\":1,\"error\":\"" + message + "\"}\n"; }
+
+TEST(CRequest, AnswersAsTheToolDoes) {
+    const std::vector<JobReading> readings = read_jobs_with_layout(job);
+    EXPECT_EQ(answer("check", job, nullptr), check_json("-", check_text(job)));
+    EXPECT_EQ(answer("check", job, "{\"stdin-filename\":\"a.gjf\"}"), check_json("a.gjf", check_text(job)));
+    EXPECT_EQ(answer("check", job, "{\"ignore\":[\"GJF-R001\"]}"),
+              check_json("-", check_text(job, {{"GJF-R001"}, nullptr})));
+    EXPECT_EQ(answer("check", job, "{\"where\":\"charge = 1\"}"), check_json("-", {}));
+    EXPECT_EQ(answer("check", job, "{\"where\":\"opt\"}"), check_json("-", check_text(job)));
+    EXPECT_EQ(answer("report", job, ""), readings_json("-", readings));
+    EXPECT_EQ(answer("outline", job, "{}"), outline_json("-", readings));
+    EXPECT_EQ(answer("report", job, "{\"fields\":[\"charge\",\"formula\"]}"),
+              "{\"version\":1,\"file\":\"-\",\"jobs\":[{\"charge\":0,\"formula\":\"H2O\"}]}\n");
+    EXPECT_EQ(answer("select", job, "{\"select\":\"H\"}"),
+              "{\"version\":1,\"file\":\"-\",\"jobs\":[{\"job\":1,\"atoms\":[2,3],\"lines\":[8,9]}]}\n");
+    EXPECT_EQ(answer("find", job, "{\"where\":\"atoms = 3\"}"),
+              "{\"version\":1,\"file\":\"-\",\"jobs\":[{\"job\":1,\"line\":2,\"route\":\"# hf/sto-3g "
+              "opt=clacfc\",\"title\":\"t\"}]}\n");
+    EXPECT_EQ(answer("find", job, "{\"where\":\"freq\"}"), "{\"version\":1,\"file\":\"-\",\"jobs\":[]}\n");
+    EXPECT_NE(answer("route", "hf/gen opt", nullptr).find("\"text\":\"# hf/gen opt\""), std::string::npos);
+    EXPECT_NE(answer("complete", "hf opt=calcf", nullptr).find("calcfc"), std::string::npos);
+}
+
+TEST(CRequest, MendsAndCompares) {
+    const std::string fixed = answer("fix", job, "{\"unsafe-fixes\":true}");
+    EXPECT_NE(fixed.find("opt=calcfc"), std::string::npos) << fixed;
+    EXPECT_NE(fixed.find("\"applied\":[{\"code\":\"GJF-R001\""), std::string::npos) << fixed;
+    EXPECT_EQ(answer("fix", job, "{\"unsafe-fixes\":true,\"where\":\"freq\"}").find("opt=calcfc"), std::string::npos);
+    EXPECT_EQ(answer("diff", "# hf\n\nt\n\n0 1\nHe 0 0 0\n\n", "{\"other\":\"# hf\\n\\nt\\n\\n1 2\\nHe 0 0 0\\n\\n\"}"),
+              "{\"version\":1,\"file\":\"-\",\"other\":\"other\",\"same\":false,\"jobs\":[{\"job\":1,\"changes\":[{\"part\":"
+              "\"charge\","
+              "\"before\":\"0 1\",\"after\":\"1 2\"}]}]}\n");
+}
+
+TEST(CRequest, TakesNulInTexts) {
+    const std::string text("# hf/sto-3g\0\n\nt\n\n0 1\nHe 0 0 0\n\n", 31);
+    EXPECT_EQ(answer("check", text, nullptr), check_json("-", check_text(text)));
+    EXPECT_EQ(answer("check", "", nullptr), check_json("-", check_text("")));
+}
+
+TEST(CRequest, SaysWhatIsWrong) {
+    const std::string commands = "check, fix, report, route, complete, outline, select, diff, find";
+    EXPECT_EQ(answer("chek", job, nullptr), error("no command 'chek'; there are " + commands));
+    EXPECT_EQ(answer("next", job, nullptr), error("no command 'next'; there are " + commands));
+    EXPECT_EQ(answer("check", job, "[]"), error("the options are no JSON object"));
+    EXPECT_EQ(answer("check", job, "{"), error("the options are no JSON object"));
+    EXPECT_EQ(answer("check", job, "{\"wher\":\"opt\"}"),
+              error("'check' has no option 'wher'; it has ignore, stdin-filename, where"));
+    EXPECT_EQ(answer("route", "hf", "{\"where\":\"opt\"}"), error("'route' has no option 'where'; it has none"));
+    EXPECT_EQ(answer("route", " ", nullptr), error("the text holds no route"));
+    EXPECT_EQ(answer("check", job, "{\"ignore\":\"GJF-R001\"}"), error("option 'ignore' takes a list of texts"));
+    EXPECT_EQ(answer("check", job, "{\"where\":1}"), error("option 'where' takes a text"));
+    EXPECT_EQ(answer("fix", job, "{\"unsafe-fixes\":\"yes\"}"), error("option 'unsafe-fixes' takes true or false"));
+    EXPECT_EQ(answer("report", job, "{\"fields\":[\"chrge\"]}"), error("'chrge' is no field"));
+    EXPECT_EQ(answer("find", job, "{\"where\":\"opt and\"}"), error("column 8: a condition is missing at the end"));
+    EXPECT_EQ(answer("select", job, "{}"), error("column 1: the selection is empty"));
+    EXPECT_EQ(answer("diff", job, "{\"other\":\"# hf\\n\\nt\\n\\n0 1\\nHe 0 0 0\\n\\n\",\"other-filename\":2}"),
+              error("option 'other-filename' takes a text"));
+}
+
+TEST(CRequest, RefusesNull) {
+    EXPECT_EQ(gjf_request(nullptr, "", 0, nullptr), nullptr);
+    EXPECT_STREQ(gjf_get_last_error(), "command is null");
+    EXPECT_EQ(gjf_request("check", nullptr, 1, nullptr), nullptr);
+    EXPECT_STREQ(gjf_get_last_error(), "text is null");
+    EXPECT_STREQ(gjf_result_text(nullptr), "");
+    EXPECT_EQ(gjf_result_size(nullptr), 0U);
+    gjf_result_destroy(nullptr);
+}
+
+}  // namespace
