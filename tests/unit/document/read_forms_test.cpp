@@ -112,6 +112,7 @@ TEST(MoleculesOfACheckpoint, MayBeChangedOrBuilt) {
         EXPECT_EQ(reading.error, "") << text;
         EXPECT_EQ(reading.job.geom.atom_count(), 0U) << text;
         EXPECT_EQ(reading.job.geom.multiplicity, 1) << text;
+        EXPECT_TRUE(reading.layout.missing.empty()) << text;
     }
     for (const char* text : {"# hf geom=modela\n\nt\n\n0 1\no h h\n\n", "# hf geom=(modela)\n\nt\n\n0 1\nc h h f h\n\n"}) {
         const JobReading reading = read_jobs_with_layout(text).at(0);

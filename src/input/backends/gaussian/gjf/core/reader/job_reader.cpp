@@ -178,6 +178,11 @@ class JobReader {
         const bool atoms_known = (!from_checkpoint || job.geom.atom_count() > 0) && !in_doubt();
         questions.set_molecule({is_open_shell(job.geom), has_residues_});
         read_extra_inputs(cursor_, job, kinds_of(questions), atoms_known, recorder_);
+        if (recorder_ != nullptr && shape.changes_checkpoint && !job.geom.molecule_lines.empty()) {
+            // The changes stand behind the charge line already.
+            std::vector<ExtraInputSectionKind>& missing = recorder_->reading.layout.missing;
+            missing.erase(std::remove(missing.begin(), missing.end(), ExtraInputSectionKind::MMParameters), missing.end());
+        }
     }
 
    private:
