@@ -14,7 +14,8 @@ import sys
 
 GOOD = "# hf/sto-3g\n\nt\n\n0 1\nHe 0.0 0.0 0.0\n\n"
 BAD = GOOD.replace("0 1", "0 2")
-FIXABLE = GOOD.rstrip("\n") + "\n"
+ALIGNED = GOOD.replace("He 0.0 0.0 0.0", " He  0.0  0.0  0.0")
+FIXABLE = ALIGNED.rstrip("\n") + "\n"
 WARNED = GOOD + "left\nover\n\n"
 WANTED = [("bad.gjf", 5, 1, "error"), ("warned.gjf", 8, 1, "warning")]
 
@@ -143,7 +144,9 @@ def pre_commit(source, recipe, place):
         return code, out + err
 
     code, told = run("job.gjf", GOOD)
-    assert code == 0 and told.count("Passed") == 2, told
+    assert code == 1 and told.count("Passed") == 2 and (repository / "job.gjf").read_text() == ALIGNED, told
+    code, told = run("job.gjf", ALIGNED)
+    assert code == 0 and told.count("Passed") == 3, told
     code, told = run("job.com", BAD)
     assert code == 1 and "job.com:5: error: " in told and "old/bad.gjf" not in told and "bad.inp" not in told, told
     code, told = run("job.com", FIXABLE)
