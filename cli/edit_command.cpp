@@ -77,13 +77,25 @@ std::string unreadable_jobs(const GJFDocument& document, const std::string& path
     return text;
 }
 
+// Names the operation that takes out a section which nothing in the route asks for any more.
+std::string with_removal(const std::string& message) {
+    for (std::size_t i = 0; const auto kind = find_extra_input_kind(std::to_string(i)); ++i) {
+        if (message.find("the section '" + std::string(extra_input_kind_name(*kind)) +
+                         "', which would be read as the section '" +
+                         extra_input_kind_name(ExtraInputSectionKind::Unknown)) != std::string::npos) {
+            return message + "; --remove-section " + extra_input_short_name(*kind) + " takes it out";
+        }
+    }
+    return message;
+}
+
 std::string edited_text(GJFDocument& document, const std::string& path, const EditArguments& arguments,
                         std::vector<EditRemark>& remarks) {
     remarks = apply_operations(arguments.operations, document, path, arguments.job);
     try {
         return document.to_text({arguments.force});
     } catch (const GJFParseException& error) {
-        throw std::runtime_error(bare_message(error.what()));
+        throw std::runtime_error(with_removal(bare_message(error.what())));
     }
 }
 

@@ -1,6 +1,7 @@
 // Applies operations to the jobs of a document, and holds those on Link 0 lines, title and charge.
 #include "edit_operations.hpp"
 
+#include "edit_names.hpp"
 #include "number_text.hpp"
 #include "plain_text.hpp"
 #include "terminal.hpp"
@@ -42,11 +43,19 @@ Edit read_set(const std::string& value) {
     if (flag == nullptr && text.empty()) {
         throw std::runtime_error("a value is missing; --unset takes out the line");
     }
-    if (key.form == Link0Form::Count && number_of<int>(text).value_or(0) < 1) {
-        throw std::runtime_error("'" + text + "' is no number of processors");
+    const NamedText named(text);
+    const auto check = [&key](const std::string& given) {
+        if (key.form == Link0Form::Count && number_of<int>(given).value_or(0) < 1) {
+            throw std::runtime_error("'" + given + "' is no number of processors");
+        }
+    };
+    if (!named.has_names()) {
+        check(text);
     }
-    return [&key, text](GJFEditor& job, EditContext&) {
-        job.set_link0(key, text);
+    return [&key, named, check](GJFEditor& job, EditContext& context) {
+        const std::string value_here = named.text_for(context);
+        check(value_here);
+        job.set_link0(key, value_here);
         return true;
     };
 }
@@ -75,8 +84,8 @@ Edit read_chk_from_name(const std::string&) {
 // --- Title and charge
 
 Edit read_title(const std::string& value) {
-    return [value](GJFEditor& job, EditContext&) {
-        job.set_title(value);
+    return [named = NamedText(value)](GJFEditor& job, EditContext& context) {
+        job.set_title(named.text_for(context));
         return true;
     };
 }
@@ -192,7 +201,8 @@ std::vector<EditOption> head_edit_options() {
 const std::vector<EditOption>& edit_options() {
     static const std::vector<EditOption> all = [] {
         std::vector<EditOption> options;
-        for (const auto rows : {head_edit_options, route_edit_options, atom_edit_options, section_edit_options}) {
+        for (const auto rows :
+             {head_edit_options, route_edit_options, atom_edit_options, molecule_edit_options, section_edit_options}) {
             const std::vector<EditOption> topic = rows();
             options.insert(options.end(), topic.begin(), topic.end());
         }

@@ -1,6 +1,7 @@
 // The operations of quor-gjf edit: one row an option, each read whole before any file is touched.
 #pragma once
 
+#include "edit_names.hpp"
 #include "edit_remarks.hpp"
 
 #include <gjf/gjf.hpp>
@@ -14,13 +15,6 @@ namespace quor_gjf {
 
 /// What an operation works on. Jobs that take this from a checkpoint are passed over.
 enum class EditTarget { Head, TitleAndCharge, Atoms };
-
-/// Where the job that an edit changes stands, and what the edit has to say of it.
-struct EditContext {
-    const std::string& path;
-    std::size_t job = 0;               ///< its number, from 1
-    std::vector<std::string> remarks;  ///< without the name of the operation
-};
 
 /// Changes one job; returns false when the job has nothing of what the edit names. Throws when the change is refused.
 using Edit = std::function<bool(quor::input::gaussian::GJFEditor& job, EditContext& context)>;
@@ -43,6 +37,7 @@ const std::vector<EditOption>& edit_options();
 std::vector<EditOption> head_edit_options();
 std::vector<EditOption> route_edit_options();
 std::vector<EditOption> atom_edit_options();
+std::vector<EditOption> molecule_edit_options();
 std::vector<EditOption> section_edit_options();
 
 /// One operation as asked for.

@@ -1,9 +1,11 @@
 // The operations of quor-gjf edit on routes.
 #include "edit_operations.hpp"
+#include "route_text.hpp"
 
 #include <algorithm>
 #include <optional>
 #include <stdexcept>
+#include <string_view>
 #include <utility>
 
 namespace quor_gjf {
@@ -54,19 +56,76 @@ std::string word_of(const std::string& text, const char* what) {
     return GJFParser::trim(text);
 }
 
+// Returns u, ro or r where it stands before the name of a method, else nothing.
+std::string spin_prefix(const std::string& method) {
+    const SimpleYAMLParser& schema = default_route_schema();
+    const std::string name = SimpleYAMLParser::to_lower(method.substr(0, method.find('(')));
+    for (const std::string_view prefix : {"u", "ro", "r"}) {
+        if (name.starts_with(prefix) && name.size() > prefix.size() && schema.knows_method_exact(name) &&
+            schema.knows_method_exact(name.substr(prefix.size()))) {
+            return std::string(prefix);
+        }
+    }
+    return {};
+}
+
+// Gives a method the prefix of the one that stands there, where it has none and can have it.
+std::string with_prefix_of(const std::string& old, const std::string& method) {
+    const std::string prefix = spin_prefix(old);
+    const bool can_have_it = !prefix.empty() && spin_prefix(method).empty() &&
+                             default_route_schema().knows_method_exact(prefix + method.substr(0, method.find('(')));
+    return can_have_it ? prefix + method : method;
+}
+
 Edit read_method(const std::string& value) {
     const std::string method = word_of(value, "method");
     if (find_top_level_char(method, '/') >= 0) {
         throw std::runtime_error("'" + value + "' holds more than a method; --basis sets the basis set");
     }
-    return [method](GJFEditor& job, EditContext&) {
+    return [method](GJFEditor& job, EditContext& context) {
         job.ensure_parsed_keywords();
         if (job.has_parsed_keywords() && !job.get_parsed_keywords().oniom_expression.empty()) {
             throw std::runtime_error("the method of an ONIOM job stands in its oniom(...) and cannot be set");
         }
-        job.set_method(method);
+        const std::string wanted = with_prefix_of(job.get_method(), method);
+        if (wanted != method) {
+            context.remarks.push_back("set as " + wanted + ", with the prefix of " + job.get_method());
+        }
+        job.set_method(wanted);
         return true;
     };
+}
+
+// Tells whether a word that nobody knows is a basis set misspelt: it stands behind a method and a slash, or is near to one.
+bool is_misspelt_basis(const std::string& name, const std::vector<std::string>& words) {
+    const SimpleYAMLParser& schema = default_route_schema();
+    if (schema.knows_keyword_exact(name) || schema.knows_method_exact(name)) {
+        return false;
+    }
+    const bool behind_slash = std::any_of(words.begin(), words.end(), [&](const std::string& word) {
+        return SimpleYAMLParser::to_lower(word).ends_with('/' + name);
+    });
+    const std::vector<Finding> found = unknown_route_words("# hf/" + name);
+    return behind_slash || std::any_of(found.begin(), found.end(), [&](const Finding& finding) {
+               return std::any_of(finding.fixes.begin(), finding.fixes.end(),
+                                  [&](const Fix& fix) { return schema.knows_basis_exact(fix.edits.front().text); });
+           });
+}
+
+// Takes out a misspelt basis set, which reads as a keyword, where the route has no other; returns it.
+std::string take_misspelt_basis(GJFEditor& job) {
+    if (!job.has_parsed_keywords() || !job.get_basis_set().empty()) {
+        return {};
+    }
+    const std::vector<std::string> words = job.get_data().control.route_keywords;
+    for (const KeywordInfo& keyword : job.get_parsed_keywords().keywords) {
+        if (keyword.options.empty() && is_misspelt_basis(keyword.name, words)) {
+            std::string name = keyword.name;
+            job.remove_keyword_by_name(name);
+            return name;
+        }
+    }
+    return {};
 }
 
 Edit read_basis(const std::string& value) {
@@ -74,8 +133,11 @@ Edit read_basis(const std::string& value) {
     if (find_top_level_char(basis, '/') >= 0) {
         throw std::runtime_error("'" + value + "' holds more than a basis set");
     }
-    return [basis](GJFEditor& job, EditContext&) {
+    return [basis](GJFEditor& job, EditContext& context) {
         job.ensure_parsed_keywords();
+        if (const std::string misspelt = take_misspelt_basis(job); !misspelt.empty()) {
+            context.remarks.push_back("set in the place of '" + misspelt + "'");
+        }
         const bool has_model =
             !job.get_method().empty() || (job.has_parsed_keywords() && !job.get_parsed_keywords().oniom_expression.empty());
         if (has_model) {
@@ -110,6 +172,45 @@ Edit read_option(const std::string& value) {
         throw std::runtime_error("KEYWORD=OPTION is wanted, not '" + value + "'");
     }
     return add_to_keyword(std::move(keyword));
+}
+
+Edit read_remove_option(const std::string& value) {
+    Keyword keyword = keyword_of(value);
+    if (keyword.options.empty()) {
+        throw std::runtime_error("KEYWORD=OPTION is wanted, not '" + value + "'");
+    }
+    return [keyword = std::move(keyword)](GJFEditor& job, EditContext&) {
+        bool found = false;
+        for (const RouteOption& option : keyword.options) {
+            found = job.remove_keyword_option(keyword.name, option) || found;
+        }
+        return found;
+    };
+}
+
+Edit read_route(const std::string& value) {
+    std::vector<std::string> words = read_route_text(value).words;
+    if (words.empty()) {
+        throw std::runtime_error("a route is wanted, not '" + value + "'");
+    }
+    if (value.find('!') != std::string::npos) {
+        throw std::runtime_error("a route is wanted without a comment");
+    }
+    return [words = std::move(words)](GJFEditor& job, EditContext&) {
+        job.set_route_section(words);
+        return true;
+    };
+}
+
+Edit read_print_level(const std::string& value) {
+    const std::string level = SimpleYAMLParser::to_lower(value.starts_with('#') ? value.substr(1) : value);
+    if (!level.empty() && level != "n" && level != "p" && level != "t") {
+        throw std::runtime_error("'" + value + "' is none of the print levels n, p, t and #");
+    }
+    return [level](GJFEditor& job, EditContext&) {
+        job.set_output_mode(level);
+        return true;
+    };
 }
 
 // Takes out the words that begin with a name and are no keyword that the route's interpretation keeps; tells whether there
@@ -148,6 +249,10 @@ std::vector<EditOption> route_edit_options() {
         {"--add-keyword", "KEYWORD", "Add a keyword, or its options to the one that is there", EditTarget::Head,
          read_add_keyword, keyword_route},
         {"--remove-keyword", "NAME", "Take out a keyword with its options", EditTarget::Head, read_remove_keyword},
+        {"--route", "ROUTE", "Put another route in the place of the job's", EditTarget::Head, read_route, ""},
+        {"--print-level", "LEVEL", "Set the print level: n, p, t, or # for none", EditTarget::Head, read_print_level},
+        {"--remove-option", "KEYWORD=OPTION", "Take an option, or several in parentheses, from a keyword", EditTarget::Head,
+         read_remove_option},
         {"--option", "KEYWORD=OPTION", "Give a keyword an option, or several in parentheses", EditTarget::Head, read_option,
          keyword_route},
     };

@@ -32,14 +32,26 @@ std::string section_text(std::string text) {
     return text;
 }
 
+// In a text on the command line, "\\n" is a line end and "\\\\" a backslash.
+std::string with_line_ends(const std::string& value) {
+    std::string text;
+    for (std::size_t i = 0; i < value.size(); ++i) {
+        const char next = value[i] == '\\' && i + 1 < value.size() ? value[i + 1] : '\0';
+        const bool is_escape = next == 'n' || next == '\\';
+        text += !is_escape ? value[i] : next == 'n' ? '\n' : next;
+        i += is_escape ? 1 : 0;
+    }
+    return text;
+}
+
 // "@FILE" stands for what is in the file; "@@" begins a text with a "@".
 std::string text_meant(const std::string& value) {
     if (!value.starts_with('@')) {
-        return value;
+        return with_line_ends(value);
     }
-    std::string rest = value.substr(1);
+    const std::string rest = value.substr(1);
     if (rest.starts_with('@')) {
-        return rest;
+        return with_line_ends(rest);
     }
     try {
         return read_text(rest);
@@ -75,7 +87,8 @@ Edit read_remove_section(const std::string& value) {
 
 std::vector<EditOption> section_edit_options() {
     return {
-        {"--section", "KIND=TEXT", "Set an extra input section; KIND=@FILE takes its text from a file", EditTarget::Head,
+        {"--section", "KIND=TEXT",
+         "Set an extra input section, \\n between its lines; KIND=@FILE takes its text from a file", EditTarget::Head,
          read_section},
         {"--remove-section", "KIND", "Take out the extra input sections of a kind", EditTarget::Head, read_remove_section},
     };

@@ -39,7 +39,7 @@ COMPLETIONS = {
     "quor-gjf check --ignore GJF-W00": "GJF-W001 GJF-W002 GJF-W003 GJF-W004 GJF-W005",
     "quor-gjf check --l": "--list",
     "quor-gjf format --in": "--in-place",
-    "quor-gjf edit --remove-": "--remove-keyword --remove-atoms --remove-section",
+    "quor-gjf edit --remove-": "--remove-keyword --remove-option --remove-atoms --remove-section",
     "quor-gjf edit --unset nprocs": "nprocshared",
     "quor-gjf edit --remove-section nb": "nbo",
     "quor-gjf report --json nosuchfile": "",

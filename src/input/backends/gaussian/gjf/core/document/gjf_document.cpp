@@ -157,8 +157,15 @@ struct GJFDocument::Impl {
         if (before.may_differ(JobPart::AtomCount)) {
             wanted.followed = sections_to_write(editor, places, options.force);
         }
-        JobRewriting job{lines,         before, *wanted.job, wanted.sections(), editor.atom_origins(), std::move(places),
-                         options.force, edits};
+        JobRewriting job{lines,
+                         before,
+                         *wanted.job,
+                         wanted.sections(),
+                         editor.atom_origins(),
+                         editor.given_options(),
+                         std::move(places),
+                         options.force,
+                         edits};
         for (const RewritingStep& step : rewriting_steps) {
             if (step.concerns(before)) {
                 step.rewrite(job);

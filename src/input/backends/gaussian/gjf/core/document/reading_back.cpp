@@ -102,6 +102,12 @@ bool same_meaning(const ControlSection& wanted, const ControlSection& read) {
     return same_meaning(GJFParser::parse_keywords(wanted.route_keywords, {}), meaning);
 }
 
+// Says which word would ask for a section, where there is one.
+std::string missing_request(ExtraInputSectionKind kind) {
+    const std::string request = extra_input_request(kind);
+    return request.empty() ? std::string() : ": nothing in the route asks for it, as " + request + " does";
+}
+
 std::string section_name(const ExtraInputSection& section) {
     return std::string("the section '") + extra_input_kind_name(section.kind) + "'";
 }
@@ -116,7 +122,11 @@ std::string section_difference(std::size_t i, const Sections& read, const Sectio
         return section_name(wanted[i]) + ", which is not read";
     }
     const bool other_kind = read[i].kind != wanted[i].kind && wanted[i].kind != ExtraInputSectionKind::Unknown;
-    return section_name(wanted[i]) + (other_kind ? ", which would be read as " + section_name(read[i]) : std::string());
+    if (!other_kind) {
+        return section_name(wanted[i]);
+    }
+    return section_name(wanted[i]) + ", which would be read as " + section_name(read[i]) +
+           (read[i].kind == ExtraInputSectionKind::Unknown ? missing_request(wanted[i].kind) : std::string());
 }
 
 }  // namespace

@@ -35,7 +35,25 @@ struct OptionChanges {
     std::vector<std::string> added;
 };
 
-OptionChanges option_changes(const std::string& raw, const std::vector<Span>& items, Options options) {
+// Puts new options into the order, and gives them the letter case, in which they were given.
+std::vector<std::string> as_given(const Options& options, const std::vector<std::string>& given) {
+    std::vector<std::string> texts;
+    Options left = options;
+    // What was given last says where it stands: another keyword may have been given an option of this name before.
+    for (auto name = given.rbegin(); name != given.rend(); ++name) {
+        if (const auto found = left.find(to_lower_copy(*name)); found != left.end()) {
+            texts.insert(texts.begin(), option_text(*name, found->second));
+            left.erase(found);
+        }
+    }
+    for (const auto& [name, value] : left) {
+        texts.push_back(option_text(name, value));
+    }
+    return texts;
+}
+
+OptionChanges option_changes(const std::string& raw, const std::vector<Span>& items, Options options,
+                             const std::vector<std::string>& given) {
     OptionChanges changes;
     for (const Span place : items) {
         const std::string item(place.in(raw));
@@ -51,16 +69,14 @@ OptionChanges option_changes(const std::string& raw, const std::vector<Span>& it
                    : option_text(item.substr(0, item.find_last_not_of(' ', equals - 1) + 1), wanted->second);
         options.erase(wanted);
     }
-    for (const auto& [name, value] : options) {
-        changes.added.push_back(option_text(name, value));
-    }
+    changes.added = as_given(options, given);
     return changes;
 }
 
 // Writes a keyword with other options; options that stay keep their text and place.
-std::string with_options(const std::string& raw, const Options& options) {
+std::string with_options(const std::string& raw, const Options& options, const std::vector<std::string>& given) {
     const KeywordShape shape = keyword_shape(raw);
-    const OptionChanges changes = option_changes(raw, shape.items, options);
+    const OptionChanges changes = option_changes(raw, shape.items, options, given);
     std::vector<std::string> items;
     for (const std::optional<std::string>& item : changes.written) {
         if (item) {
@@ -168,10 +184,12 @@ class KeywordMatch {
 // Rewrites a route segment by segment.
 class RouteRewriter {
    public:
-    RouteRewriter(RouteText& text, const ParsedKeywords& before, const ParsedKeywords& after)
+    RouteRewriter(RouteText& text, const ParsedKeywords& before, const ParsedKeywords& after,
+                  const std::vector<std::string>& given)
         : text_(text),
           before_(before),
           after_(after),
+          given_(given),
           match_(before.keywords, after.keywords),
           segments_(segments_of(text.tree())) {}
 
@@ -193,13 +211,30 @@ class RouteRewriter {
             const KeywordInfo& keyword = after_.keywords[j];
             const bool is_model = !after_.oniom_expression.empty() && keyword.raw == after_.oniom_expression;
             if (match_.taken[j] == 0 && !is_model) {
-                text_.append(keyword.raw.empty() ? format_keyword(keyword.name, to_route_options(keyword.options))
-                                                 : keyword.raw);
+                text_.append(new_keyword(keyword));
             }
         }
     }
 
    private:
+    // Writes a keyword that was not there.
+    std::string new_keyword(const KeywordInfo& keyword) const {
+        const bool is_given = std::any_of(given_.begin(), given_.end(), [&](const std::string& name) {
+            return keyword.options.count(to_lower_copy(name)) > 0;
+        });
+        if (!is_given && !keyword.raw.empty()) {
+            return keyword.raw;
+        }
+        std::vector<RouteOption> options;
+        for (const std::string& text : as_given(keyword.options, given_)) {
+            const std::size_t equals = text.find('=');
+            options.push_back({text.substr(0, equals), equals == std::string::npos
+                                                           ? std::nullopt
+                                                           : std::optional<std::string>(text.substr(equals + 1))});
+        }
+        return format_keyword(keyword.name, options);
+    }
+
     void rewrite_segment(const Segment& segment) {
         if (segment.gives_model()) {
             rewrite_model(segment);
@@ -218,7 +253,8 @@ class RouteRewriter {
             const bool same = !gone && after_.keywords[j].options == old.options;
             changed = changed || !same;
             if (!gone) {
-                text += (text.empty() ? "" : " ") + (same ? old.raw : with_options(old.raw, after_.keywords[j].options));
+                text +=
+                    (text.empty() ? "" : " ") + (same ? old.raw : with_options(old.raw, after_.keywords[j].options, given_));
             }
         }
         const bool in_place = changed && segment.read.keyword_count == 1 && match_.partner[first] != KeywordMatch::none &&
@@ -235,7 +271,7 @@ class RouteRewriter {
         const KeywordShape shape = keyword_shape(raw);
         const bool is_list =
             raw.back() == ')' && !shape.items.empty() && raw[raw.find_last_not_of(" \t", shape.items[0].begin - 1)] == '(';
-        const OptionChanges changes = option_changes(raw, shape.items, options);
+        const OptionChanges changes = option_changes(raw, shape.items, options, given_);
         const auto stays = [](const std::optional<std::string>& item) { return item.has_value(); };
         const auto last = std::find_if(changes.written.rbegin(), changes.written.rend(), stays);
         if (!is_list || !text_.has_several_stretches(place) || last == changes.written.rend()) {
@@ -347,49 +383,13 @@ class RouteRewriter {
     RouteText& text_;
     const ParsedKeywords& before_;
     const ParsedKeywords& after_;
+    const std::vector<std::string>& given_;  // names of options
     KeywordMatch match_;
     std::vector<Segment> segments_;
     bool model_changed_ = false;
     bool model_written_ = false;
     bool basis_written_ = false;
 };
-
-// Words that were given or taken one by one: those that stay keep their place.
-void rewrite_words(RouteText& text, const std::vector<std::string>& before, const std::vector<std::string>& after) {
-    std::map<std::string_view, std::vector<std::size_t>> places;
-    for (std::size_t i = 0; i < before.size(); ++i) {
-        places[before[i]].push_back(i);
-    }
-    std::vector<char> kept(before.size());
-    std::vector<std::string> added;
-    std::size_t next = 0;
-    // The head leads, so another one takes its place.
-    const bool other_head = !after.empty() && after[0] != before[0] && after[0][0] == '#' && before[0][0] == '#';
-    if (other_head) {
-        text.replace_word(0, after[0]);
-        kept[0] = 1;
-        next = 1;
-    }
-    for (std::size_t i = other_head ? 1 : 0; i < after.size(); ++i) {
-        const std::string& word = after[i];
-        const std::vector<std::size_t>& same = places[word];
-        const auto found = std::lower_bound(same.begin(), same.end(), next);
-        if (found == same.end()) {
-            added.push_back(word);
-            continue;
-        }
-        next = *found + 1;
-        kept[next - 1] = 1;
-    }
-    for (std::size_t i = 0; i < before.size(); ++i) {
-        if (kept[i] == 0) {
-            text.replace_word(i, {});
-        }
-    }
-    for (const std::string& word : added) {
-        text.append(word);
-    }
-}
 
 // Tells whether the words are those that editing an interpreted route writes: the head, blank and model chemistry, and
 // keywords.
@@ -413,7 +413,7 @@ void rewrite_route(JobRewriting& job) {
     RouteText text(job.lines, job.before.layout, before.route_keywords);
     if (after.parsed_keywords && before.parsed_keywords &&
         written_from_interpretation(after.route_keywords, *after.parsed_keywords)) {
-        RouteRewriter(text, *before.parsed_keywords, *after.parsed_keywords).rewrite();
+        RouteRewriter(text, *before.parsed_keywords, *after.parsed_keywords, job.given_options).rewrite();
     } else {
         rewrite_words(text, before.route_keywords, after.route_keywords);
     }

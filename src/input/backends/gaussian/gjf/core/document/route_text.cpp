@@ -169,7 +169,8 @@ void RouteText::write_line(std::size_t number, const std::string& line, bool is_
             text += " " + word;
         }
     }
-    const bool too_long = text.size() > most_columns && text.size() > lines_.line(number).size();
+    // A line that was long before is left so.
+    const bool too_long = text.size() > most_columns && without_comment(lines_.line(number)).size() <= most_columns;
     const std::vector<std::string> lines = too_long ? broken(text) : std::vector<std::string>{text};
     edits.replace(number, lines.front() + comment);
     for (std::size_t i = 1; i < lines.size(); ++i) {

@@ -12,7 +12,8 @@
 namespace quor::input::gaussian {
 
 /// Notes changes of words and writes them into the lines. Lines that are left empty go; a line that a change has made longer
-/// than 80 columns is broken before a word. A text that holds a line break itself is refused with `GJFParseException`.
+/// than 80 columns is broken before a word, unless it was longer before. A text that holds a line break itself is refused
+/// with `GJFParseException`.
 class RouteText {
    public:
     /// `layout` must outlive the object.
@@ -57,5 +58,9 @@ class RouteText {
     std::size_t head_length_;  // as it is now
     std::vector<std::string> appended_;
 };
+
+/// Puts other words in the place of those of a route: those that stay keep their place. Where others were put before them,
+/// the route is written anew at the place of its first word.
+void rewrite_words(RouteText& text, const std::vector<std::string>& before, const std::vector<std::string>& after);
 
 }  // namespace quor::input::gaussian

@@ -1,8 +1,8 @@
 // Edits one job and writes it as job text.
 //
 // Members are defined by topic: gjf_editor.cpp (job, Link 0, title, charge), job_writer.cpp (text), atom_editing.cpp,
-// bond_editing.cpp, label_editing.cpp (freeze codes, layers, fragments, types), route_editing.cpp and
-// extra_input_editing.cpp.
+// bond_editing.cpp, label_editing.cpp (freeze codes, layers, fragments, types), unit_editing.cpp, route_editing.cpp
+// and extra_input_editing.cpp.
 #pragma once
 
 #include <core/export.hpp>
@@ -167,6 +167,13 @@ class QUOR_GJF_API GJFEditor {
     /// Sets the coordinates of all atoms; those that were names of variables are numbers then, and the variables go. Throws
     /// "There must be one position for each atom".
     void set_positions(const std::vector<std::array<double, 3>>& positions);
+    /// Writes all lengths of the molecule in another unit: multiplies the coordinates, and sets units=au or takes it away.
+    /// Does nothing where the unit is that already. Throws where lengths stand that would not follow: a Z-matrix, variables,
+    /// a second structure, background charges, and where the molecule comes from elsewhere.
+    void set_length_unit(bool in_bohr);
+    /// Gives an atom another element. Throws for a symbol that is none, and for an atom whose label says what holds for its
+    /// element alone: a molecular mechanics type, isotope, spin or nuclear charge.
+    void set_element(std::size_t index, const std::string& symbol);
     /// Shifts atoms.
     void translate_atoms(const std::vector<std::size_t>& indices, double dx, double dy, double dz);
     /// Multiplies all three coordinates, which scales distances from the origin.
@@ -317,6 +324,12 @@ class QUOR_GJF_API GJFEditor {
     /// Gives an option to the first keyword of a name, in place of an equivalent one; the keyword is added when missing.
     void ensure_keyword_option(const std::string& keyword, const RouteOption& option);
     void set_keyword_variable(const std::string& keyword, const std::string& variable, const std::string& value);
+    /// Takes an option from every keyword of a name, whichever way it is spelt; with a value, only where it has that value.
+    /// Returns whether there was one; a keyword without options stays.
+    bool remove_keyword_option(const std::string& keyword, const RouteOption& option);
+    /// Returns the names of options that were given to keywords, in their letter case and order: an interpreted route has
+    /// them sorted and in lower case.
+    const std::vector<std::string>& given_options() const noexcept;
     /// Removes all keywords equivalent to a name; does nothing while the route is not interpreted.
     void remove_keyword_by_name(const std::string& name);
     /// Writes the words from an interpretation given by `set_parsed_keywords`.
@@ -357,6 +370,7 @@ class QUOR_GJF_API GJFEditor {
     void install_sections(std::vector<ExtraInputSection> sections, std::vector<SectionNumbering> numberings);
     ParsedKeywords interpreted_route() const;
     void install_route(ParsedKeywords route);
+    void install_route(ParsedKeywords route, const std::vector<RouteOption>& given);
     void install_control(std::vector<std::string> words, std::optional<ParsedKeywords> route);
     ConnectivitySection* bonds_of_the_list();
     SectionNumbering numbering_of(const std::vector<std::size_t>& atom_origins) const;
@@ -366,6 +380,7 @@ class QUOR_GJF_API GJFEditor {
     std::vector<std::size_t> atom_origins_;
     std::size_t taken_atoms_;
     std::vector<SectionNumbering> section_numberings_;  // one for each extra input section
+    std::vector<std::string> given_options_;
     std::optional<EditRecord> record_;
 };
 

@@ -10,6 +10,8 @@
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
+#include <iterator>
+#include <map>
 #include <utility>
 
 namespace quor::input::gaussian {
@@ -183,6 +185,17 @@ void GJFEditor::install_route(ParsedKeywords route) {
     install_control(std::move(words), std::move(route));
 }
 
+// Options that are given now may be told from those given before by their places alone.
+void GJFEditor::install_route(ParsedKeywords route, const std::vector<RouteOption>& given) {
+    std::vector<std::string> names = given_options_;
+    std::transform(given.begin(), given.end(), std::back_inserter(names),
+                   [](const RouteOption& option) { return std::string(trim_view(option.name)); });
+    install_route(std::move(route));
+    given_options_.swap(names);
+}
+
+const std::vector<std::string>& GJFEditor::given_options() const noexcept { return given_options_; }
+
 void GJFEditor::update_route_from_parsed_keywords() {
     if (has_parsed_keywords()) {
         install_route(get_parsed_keywords());
@@ -270,7 +283,7 @@ void GJFEditor::add_keyword_with_options(const std::string& name, const std::vec
     const std::string keyword = require_keyword(name);
     ParsedKeywords route = interpreted_route();
     route.keywords.push_back(make_keyword(keyword, options));
-    install_route(std::move(route));
+    install_route(std::move(route), options);
 }
 
 void GJFEditor::upsert_keyword(const std::string& name) { upsert_keyword_with_options(name, {}); }
@@ -281,21 +294,21 @@ void GJFEditor::upsert_keyword_with_options(const std::string& name, const std::
     KeywordInfo* first = find_keyword(route, keyword);
     if (first == nullptr) {
         route.keywords.push_back(make_keyword(keyword, options));
-        install_route(std::move(route));
+        install_route(std::move(route), options);
         return;
     }
     replace_options(route, *first, keyword, options);
     const auto rest = route.keywords.begin() + (first - route.keywords.data()) + 1;
     const auto repeats = [&](const KeywordInfo& other) { return same_keyword(other.name, keyword); };
     route.keywords.erase(std::remove_if(rest, route.keywords.end(), repeats), route.keywords.end());
-    install_route(std::move(route));
+    install_route(std::move(route), options);
 }
 
 void GJFEditor::ensure_keyword_option(const std::string& keyword, const RouteOption& option) {
     const std::string name = require_keyword(keyword);
     ParsedKeywords route = interpreted_route();
     store_option(route, name, option);
-    install_route(std::move(route));
+    install_route(std::move(route), {option});
 }
 
 void GJFEditor::set_keyword_variable(const std::string& keyword, const std::string& variable, const std::string& value) {
@@ -306,6 +319,29 @@ void GJFEditor::set_keyword_variable(const std::string& keyword, const std::stri
                  {found == nullptr ? variable : spelling_in(*found, variable),
                   value.empty() ? std::nullopt : std::optional<std::string>(value)});
     install_route(std::move(route));
+}
+
+bool GJFEditor::remove_keyword_option(const std::string& keyword, const RouteOption& option) {
+    const std::string name = require_keyword(keyword);
+    ParsedKeywords route = interpreted_route();
+    bool removed = false;
+    for (KeywordInfo& info : route.keywords) {
+        if (!same_keyword(info.name, name)) {
+            continue;
+        }
+        const auto goes = [&](const auto& entry) {
+            return default_route_schema().options_equivalent(info.name, entry.first, option.name) &&
+                   (!option.value || to_lower_copy(entry.second) == to_lower_copy(*option.value));
+        };
+        if (std::erase_if(info.options, goes) > 0) {
+            write_anew(route, info);
+            removed = true;
+        }
+    }
+    if (removed) {
+        install_route(std::move(route));
+    }
+    return removed;
 }
 
 void GJFEditor::remove_keyword_by_name(const std::string& name) {
