@@ -1,0 +1,94 @@
+"""Holds the JSON Schemas of docs/schemas closed: what the tool prints has no key that they lack, and they have none that is never seen.
+
+Usage: schemas_test.py TOOL SOURCE WORK_FOLDER
+"""
+import json
+import pathlib
+import shlex
+import shutil
+import subprocess
+import sys
+
+TYPES = {"string": str, "integer": int, "number": (int, float), "boolean": bool, "array": list, "object": dict}
+SPOILT = ("# hf/sto-3g opt=clacfc opt=(ts,tight)\n\nt\n\n0 1\nO 0 0 0\nH 0 0 1\nH 0 0 1\n\n"
+          "--Link1--\n# hf/gen\n\nt\n\n0 1\nO 0 0 0x\n\n")
+FILES = {
+    "spoilt.gjf": SPOILT,
+    "rows.gjf": "%mem=1GB\n# hf/sto-3g opt=modredundant\n\nt\n\n0 1\nO\nH 1 r\nH 1 r 2 a\n\nr=0.9\n\na=104\n\nB 1 2 F\n\n",
+    "symbols.gjf": "# hf/gen extraoverlays\n\n1/38=1/1;\n\nt\n\n0 1\nHe 0 0 z\n\nz=1.0\n\n",
+    "a.gjf": "%mem=1GB\n# hf/sto-3g freq\n\na\n\n0 1\nHe 0 0 0\n\n--Link1--\n# hf/sto-3g\n\nb\n\n0 1\nNe 0 0 0\n\n",
+    "b.gjf": "# hf/sto-3g opt\n\nb\n\n0 1\nHe 0 0 1\n\n",
+}
+RUNS = (
+    ("check", ["check --json spoilt.gjf rows.gjf"]),
+    ("find", ["find --json hf ."]),
+    ("diff", ["diff --json a.gjf b.gjf"]),
+    ("select", ["outline --json --select 1-2 rows.gjf b.gjf"]),
+    ("outline", ["outline --json spoilt.gjf rows.gjf symbols.gjf"]),
+    ("error", ["check --json missing.gjf"]),
+    ("complete", ["complete --json hf", "complete --json opt=calc"]),
+    ("route", ["route --json '#p ccsd(t,maxcyc=30)/6-31g*/auto//cas(2,2)/sto-3g opt=clacfc opt=tight foo geom=connectivity 6-31g'",
+               "route --json 'oniom(b3lyp/6-31g*:uff) pop=f'"]),
+)
+
+
+def problems(value, schema, place, seen):
+    """What of a value a schema does not allow; notes in `seen` the keys that were there."""
+    if "enum" in schema:
+        if value not in schema["enum"]:
+            yield f"{place}: {value!r} is none of {schema['enum']}"
+        return
+    wanted = TYPES[schema["type"]]
+    if not isinstance(value, wanted) or (isinstance(value, bool) and wanted is not bool):
+        yield f"{place}: {value!r} is no {schema['type']}"
+    elif schema["type"] == "array":
+        for item in value:
+            yield from problems(item, schema["items"], f"{place}[]", seen)
+    elif schema["type"] == "object":
+        assert schema["additionalProperties"] is False, place
+        for key in schema["required"]:
+            if key not in value:
+                yield f"{place}: no {key}"
+        for key, item in value.items():
+            seen.add(f"{place}.{key}")
+            if key in schema["properties"]:
+                yield from problems(item, schema["properties"][key], f"{place}.{key}", seen)
+            else:
+                yield f"{place}: the schema lacks {key}"
+
+
+def keys(schema, place):
+    """All keys that a schema names."""
+    if schema.get("type") == "array":
+        yield from keys(schema["items"], f"{place}[]")
+    for key, below in schema.get("properties", {}).items():
+        yield f"{place}.{key}"
+        yield from keys(below, f"{place}.{key}")
+
+
+def main():
+    tool, source, work = sys.argv[1], pathlib.Path(sys.argv[2]), pathlib.Path(sys.argv[3])
+    shutil.rmtree(work, ignore_errors=True)
+    work.mkdir(parents=True)
+    (work / ".quor-gjf").touch()
+    for name, text in FILES.items():
+        (work / name).write_text(text, encoding="utf-8")
+    found = []
+    for kind, commands in RUNS:
+        schema = json.loads((source / f"docs/schemas/{kind}.schema.json").read_text(encoding="utf-8"))
+        lines, seen = [], set()
+        for command in commands:
+            result = subprocess.run([tool, *shlex.split(command)], cwd=work, capture_output=True, text=True, check=False)
+            lines += result.stdout.splitlines()
+            assert lines, f"{command} prints nothing: {result.stderr}"
+        for line in lines:
+            found += problems(json.loads(line), schema, kind, seen)
+        found += [f"{key} is never seen" for key in sorted(set(keys(schema, kind)) - seen)]
+    kinds = {kind for kind, _ in RUNS}
+    found += [f"{p.name} is not tested" for p in (source / "docs/schemas").glob("*.json") if p.name.split(".")[0] not in kinds]
+    print("\n".join(found) or f"{len(RUNS)} schemas hold")
+    return 1 if found else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
