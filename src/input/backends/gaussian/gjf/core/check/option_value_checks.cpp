@@ -1,6 +1,7 @@
 // Checks of the values of options: of the wrong kind, missing, or given where none is taken.
 #include <gjf/core/check/rule.hpp>
 
+#include <gjf/core/check/fixes.hpp>
 #include <gjf/core/knowledge/facts.hpp>
 #include <gjf/core/knowledge/route_facts.hpp>
 #include <gjf/core/text/number.hpp>
@@ -169,14 +170,41 @@ void check_option_values(const CheckedJob& job, const RouteTree::Keyword& keywor
     }
 }
 
+// Reports an option that its keyword has twice; numbers and texts may repeat.
+void check_doubled_options(const CheckedJob& job, const RouteTree::Keyword& keyword, Findings& findings) {
+    if (!keyword.known() || has_trait(keyword.name, "takes free text")) {
+        return;
+    }
+    for (const RouteTree::Option& option : keyword.options) {
+        const RouteTree::Option* first = keyword.find_option(option.canonical);
+        if (first == &option || first == nullptr || is_number_text(option.canonical) ||
+            !job.schema.knows_option(keyword.name, option.canonical)) {
+            continue;
+        }
+        const bool equal = equals_folded(job.written(first->value), job.written(option.value));
+        Finding& finding = findings.add(
+            "GJF-R021", equal ? Severity::Note : Severity::Warning,
+            "'" + option.canonical + "' stands twice in " + keyword.name + (equal ? "" : ", with different values"),
+            job.route_place(option.name), "write it once");
+        relate(job.route_place(first->name), "first here", finding);
+        offer(finding, "leave out " + job.written(option.place), equal ? FixSafety::Safe : FixSafety::Choice,
+              without_option(job, keyword, option));
+        if (!equal) {
+            offer(finding, "leave out " + job.written(first->place), FixSafety::Choice,
+                  without_option(job, keyword, *first));
+        }
+    }
+}
+
 void check_all_option_values(const CheckedMolecule& molecule, Findings& findings) {
     for (const RouteTree::Keyword* keyword : molecule.job.keywords) {
         check_option_values(molecule.job, *keyword, findings);
+        check_doubled_options(molecule.job, *keyword, findings);
     }
 }
 
 }  // namespace
 
-const Family option_value_family = {Known::Route, check_all_option_values, {"GJF-R014", "GJF-R015", "GJF-R016"}};
+const Family option_value_family = {Known::Route, check_all_option_values, {"GJF-R014", "GJF-R015", "GJF-R016", "GJF-R021"}};
 
 }  // namespace quor::input::gaussian

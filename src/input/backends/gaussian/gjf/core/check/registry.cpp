@@ -14,14 +14,12 @@ namespace quor::input::gaussian {
 namespace {
 
 constexpr const Family* all_families[] = {
-    &text_family,          &blank_line_family,    &link0_family,
-    &route_word_family,    &option_value_family,  &route_sense_family,
-    &method_family,        &reading_family,       &later_blank_line_family,
-    &molecule_form_family, &atom_family,          &electron_family,
-    &zmatrix_family,       &layer_family,         &connectivity_family,
-    &basis_section_family, &basis_element_family, &named_block_family,
-    &size_family,          &section_family,       &section_content_family,
-    &limit_family,
+    &text_family,          &blank_line_family,       &link0_family,         &glued_word_family,
+    &route_word_family,    &option_value_family,     &route_sense_family,   &method_family,
+    &reading_family,       &later_blank_line_family, &molecule_form_family, &atom_family,
+    &electron_family,      &zmatrix_family,          &layer_family,         &connectivity_family,
+    &basis_section_family, &basis_element_family,    &named_block_family,   &size_family,
+    &section_family,       &section_content_family,  &limit_family,
 };
 
 constexpr std::string_view fence = "```";

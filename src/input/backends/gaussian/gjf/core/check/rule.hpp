@@ -45,6 +45,7 @@ std::span<const Family* const> families() noexcept;
 extern const Family text_family;
 extern const Family blank_line_family;
 extern const Family link0_family;
+extern const Family glued_word_family;
 extern const Family route_word_family;
 extern const Family option_value_family;
 extern const Family route_sense_family;

@@ -4,6 +4,7 @@
 
 #include <gjf/core/check/fixes.hpp>
 #include <gjf/core/chemistry/elements.hpp>
+#include <gjf/core/knowledge/basis_facts.hpp>
 #include <gjf/core/knowledge/facts.hpp>
 #include <gjf/core/reader/molecule_fields.hpp>
 #include <gjf/core/sections/section_kinds.hpp>
@@ -210,6 +211,17 @@ LikelyRequest request_of_basis(const CheckedJob& job, const LineRange& lines) {
     return {"it looks like core potentials (genecp)", "write genecp", with_genecp(job)};
 }
 
+// Tells whether lines give core potentials by name.
+bool name_potentials(const CheckedJob& job, const LineRange& lines) {
+    std::vector<std::string_view> centers;
+    split_fields(without_comment(job.line(lines.first)), FieldSeparators::WhiteSpaceAndComma, true, centers);
+    const std::string set = to_lower_copy(trim_view(without_comment(job.line(lines.first + 1))));
+    return centers.size() > 1 && centers.back() == "0" &&
+           std::any_of(centers.begin(), centers.end() - 1, [&](std::string_view name) {
+               return atomic_number(name) != 0 && core_electrons(set, atomic_number(name)).value_or(0) > 0;
+           });
+}
+
 // Guesses the request that a left-over section belongs to, from its lines.
 LikelyRequest likely_request(const CheckedJob& job, const LineRange& lines) {
     if (job.all_from_checkpoint()) {
@@ -245,6 +257,9 @@ LikelyRequest likely_request(const CheckedJob& job, const LineRange& lines) {
     if (all_lines(job, lines, is_bond_row)) {
         return {"it looks like connectivity (geom=connectivity)", "add geom=connectivity",
                 with_word(job, "geom=connectivity")};
+    }
+    if (job.names_basis("gen") && name_potentials(job, lines)) {
+        return {"it looks like core potentials (genecp)", "write genecp", with_genecp(job)};
     }
     return {"a keyword is missing from the route, or a blank line is one too many"};
 }
