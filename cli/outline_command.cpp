@@ -34,17 +34,14 @@ void append_range(std::string& text, const LineRange& range, const std::string& 
     }
 }
 
-std::string molecule_text(const GeomSection& geom) {
+std::string molecule_text(const GJFData& job) {
+    const GeomSection& geom = job.geom;
+    if (geom.atom_count() == 0 && changes_checkpoint(ExtraInputSectionKind::MMParameters, job.control)) {
+        return section_name(ExtraInputSectionKind::MMParameters, job.control);
+    }
     const std::size_t rows = geom.zmatrix_entries.size();
     return "molecule, " +
            (geom.format == GeometryFormat::ZMatrix ? counted(rows, "Z-matrix row") : counted(geom.atoms.size(), "atom"));
-}
-
-std::string section_text(ExtraInputSectionKind kind) {
-    if (kind == ExtraInputSectionKind::Unknown) {
-        return "left over";
-    }
-    return std::string(extra_input_kind_name(kind)) + " (" + extra_input_request(kind) + ")";
 }
 
 std::string outline_of(const JobReading& reading) {
@@ -59,16 +56,20 @@ std::string outline_of(const JobReading& reading) {
     append_range(text, layout.overlays, "overlays");
     append_range(text, layout.title, "title");
     append_range(text, {layout.charge_line, layout.charge_line}, "charge and multiplicity");
-    append_range(text, layout.molecule, molecule_text(reading.job.geom));
+    append_range(text, layout.molecule, molecule_text(reading.job));
     for (const SectionLayout& section : layout.sections) {
-        append_range(text, section.lines, section_text(section.kind));
+        append_range(
+            text, section.lines,
+            section.kind == ExtraInputSectionKind::Unknown ? "left over" : section_name(section.kind, reading.job.control));
     }
     for (const ExtraInputSectionKind kind : layout.missing) {
-        text += "  missing: " + section_text(kind) + "\n";
+        text += "  missing: " + section_name(kind, reading.job.control) + "\n";
     }
     for (std::size_t i = 0; i < reading.faults.size(); ++i) {
-        text +=
-            "  line " + std::to_string(layout.faults[i].line) + ": not read: " + printable(reading.faults[i].message) + "\n";
+        if (!reading.faults[i].harmless) {
+            text += "  line " + std::to_string(layout.faults[i].line) +
+                    ": not read: " + printable(reading.faults[i].message) + "\n";
+        }
     }
     return text;
 }

@@ -2,6 +2,8 @@
 #include <gjf/core/document/gjf_document.hpp>
 #include <gjf/core/reader/gjf_parser.hpp>
 #include <gjf/core/reader/job_layout.hpp>
+#include <gjf/core/reader/section_name.hpp>
+#include <gjf/core/sections/section_kinds.hpp>
 
 #include <gtest/gtest.h>
 
@@ -126,6 +128,22 @@ TEST(MoleculesOfACheckpoint, MayBeChangedOrBuilt) {
     for (const char* route : {"nonstd\n1/29=0,30=1/1;\n99//99;", "lst", "hf geom=modredundant"}) {
         EXPECT_EQ(read_jobs_with_layout(std::string("# ") + route + "\n\n").at(0).error, "Missing title section") << route;
     }
+}
+
+TEST(MoleculesOfACheckpoint, HaveChangesThatAreCalledSo) {
+    const auto name_in = [](const char* route) {
+        return section_name(ExtraInputSectionKind::MMParameters, GJFParser::parse_control_section({route}));
+    };
+    for (const char* route : {"# hf geom=modify", "# hf Geom=(Check,Modify)", "# uff geom(modify) freq"}) {
+        EXPECT_EQ(name_in(route), "changes to the checkpoint's geometry (geom=modify)") << route;
+    }
+    for (const char* route : {"# uff=softfirst", "# amber=modify", "# hf geom=modredundant", "# hf geom=check", "#"}) {
+        EXPECT_EQ(name_in(route), "Molecular Mechanics parameters (hardfirst, softfirst, softonly or modify)") << route;
+    }
+    const ControlSection control = GJFParser::parse_control_section({"# hf geom=modify"});
+    EXPECT_EQ(section_name(ExtraInputSectionKind::Connectivity, control),
+              std::string(extra_input_kind_name(ExtraInputSectionKind::Connectivity)) + " (" +
+                  extra_input_request(ExtraInputSectionKind::Connectivity) + ")");
 }
 
 TEST(ConnectivityRows, MayNameTheirNeighboursAlone) {

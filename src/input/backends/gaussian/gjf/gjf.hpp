@@ -27,6 +27,7 @@
 #include <gjf/core/reader/job_places.hpp>
 #include <gjf/core/reader/job_text.hpp>
 #include <gjf/core/reader/route_lines.hpp>
+#include <gjf/core/reader/section_name.hpp>
 #include <gjf/core/report/job_changes.hpp>
 #include <gjf/core/report/json.hpp>
 #include <gjf/core/report/request.hpp>

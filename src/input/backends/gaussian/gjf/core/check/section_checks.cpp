@@ -7,6 +7,7 @@
 #include <gjf/core/knowledge/basis_facts.hpp>
 #include <gjf/core/knowledge/facts.hpp>
 #include <gjf/core/reader/molecule_fields.hpp>
+#include <gjf/core/reader/section_name.hpp>
 #include <gjf/core/sections/section_kinds.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
@@ -86,8 +87,10 @@ void check_missing(const CheckedJob& job, Findings& findings) {
                                   : is_one_of(optional_kinds, kind) ? Severity::Note
                                                                     : Severity::Warning;
         Finding& finding = findings.add("GJF-S001", severity,
-                                        std::string("the section '") + extra_input_kind_name(kind) +
-                                            "' is missing, which the route asks for with " + extra_input_request(kind),
+                                        changes_checkpoint(kind, job.job.control)
+                                            ? "changes to the checkpoint's geometry are missing, which geom=modify asks for"
+                                            : std::string("the section '") + extra_input_kind_name(kind) +
+                                                  "' is missing, which the route asks for with " + extra_input_request(kind),
                                         job.layout.lines.last,
                                         "sections stand behind the molecule in a fixed order, each ended by a blank line");
         if (const RouteTree::Option* option = job.find_option("geom", "connectivity");
