@@ -21,6 +21,7 @@ using namespace input::gaussian;
 constexpr double heap_limit = 13;     // bytes a byte of text, right after opening
 constexpr double places_limit = 0.5;  // bytes a byte of text, of atoms
 constexpr double oniom_places_limit = 1.5;
+constexpr double check_limit = 3;          // readings, the one that a check makes counted
 constexpr double copies_limit = 3;         // for writing what was not changed
 constexpr double readings_limit = 1.6;     // for writing one moved atom: the new text is read once
 constexpr double other_peak_limit = 1.01;  // texts, at the peak of writing what was not changed
@@ -103,6 +104,22 @@ TEST(DocumentCost, OfTheTextInCIsPaidOnce) {
     gjf_document_destroy(document);
     std::cout << "size and text: " << times << " texts\n";
     EXPECT_LT(times, 1.3);
+}
+
+// Atoms as far apart as those of a solvent are, so that no check stops at the first ten faults.
+TEST(DocumentCost, OfACheckIsAFewReadings) {
+    std::string text = "# hf/sto-3g\n\nt\n\n0 1\n";
+    for (int i = 0; i < 27'000; ++i) {
+        char line[64];
+        std::snprintf(line, sizeof line, " %c    %12.6f %12.6f %12.6f\n", "CHON"[i % 4], i % 30 * 1.6, i / 30 % 30 * 1.6,
+                      i / 900 * 1.6);
+        text += line;
+    }
+    text += "\n";
+    const double readings = ratio_of(
+        5, [&] { check_text(text); }, [&] { read_jobs_with_layout(text); });
+    std::cout << "check: " << readings << " readings\n";
+    EXPECT_LT(readings, check_limit);
 }
 
 TEST(DocumentCost, IsACopyWithoutAnEdit) {
