@@ -25,7 +25,7 @@ class CheckedJob : public RouteWords {
     const GJFData& job;
     const JobLayout& layout;
     const SimpleYAMLParser& schema;
-    const ParsedKeywords& route;  ///< an empty one for a job without route
+    const ParsedKeywords& route;          ///< an empty one for a job without route
     const CheckLimits* limits = nullptr;  ///< null for none
 
     /// Tells whether the whole job was read.

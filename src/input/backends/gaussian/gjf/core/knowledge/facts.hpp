@@ -64,7 +64,8 @@ struct CheckpointRead {
     std::string_view keyword;
     std::string_view option;  ///< empty for the keyword alone
     bool fails_without;
-    std::string_view content;  ///< what it reads: "molecule", "orbitals", "force constants", "Cartesian force constants", ...
+    std::string_view
+        content;  ///< what it reads: "molecule", "orbitals", "force constants", "Cartesian force constants", ...
 };
 std::span<const CheckpointRead> checkpoint_reads();
 
