@@ -12,7 +12,8 @@ is a water molecule with two bonds.
 from ._core import Keyword, RouteWarning
 from .atoms import Atom, Atoms
 from .bonds import Bond, Bonds
-from .checks import Finding, Fix, FixedText, check, check_codes, check_many, fix
+from .checks import (CheckError, CheckWarning, Finding, Fix, FixedText, check, check_change, check_codes, check_many, fix,
+                     unknown_words)
 from .errors import FileError, MissingFileError, ParseError, VocabularyError, WriteError
 from .head import ChargeSpin
 from .job import Job, Jobs, UnreadableJob
@@ -24,9 +25,8 @@ from .selection import Selection
 __version__ = "0.2.0"
 
 __all__ = [
-    "Atom", "Atoms", "Bond", "Bonds", "ChargeSpin", "FileError", "Finding", "Fix", "FixedText", "Job", "Jobs", "Keyword", "Keywords",
-    "MissingFileError", "ParseError", "Route", "RouteWarning", "Section", "SectionKind", "Sections", "Selection", "UnreadableJob",
-    "VocabularyError", "WriteError", "check", "check_codes", "check_many", "edit", "edit_all", "fix", "from_ase", "loads", "loads_all",
-    "read", "read_all", "read_many", "route",
-    "vocabulary_path",
+    "Atom", "Atoms", "Bond", "Bonds", "ChargeSpin", "CheckError", "CheckWarning", "FileError", "Finding", "Fix", "FixedText", "Job", "Jobs",
+    "Keyword", "Keywords", "MissingFileError", "ParseError", "Route", "RouteWarning", "Section", "SectionKind", "Sections", "Selection",
+    "UnreadableJob", "VocabularyError", "WriteError", "check", "check_change", "check_codes", "check_many", "edit", "edit_all", "fix",
+    "from_ase", "loads", "loads_all", "read", "read_all", "read_many", "route", "unknown_words", "vocabulary_path",
 ]

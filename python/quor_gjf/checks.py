@@ -170,6 +170,47 @@ def fix(source: Source, unsafe: bool = False, ignore: Iterable[str] = ()) -> Fix
     return FixedText(text, _findings(findings), [FixReport(*each) for each in applied], [FixReport(*each) for each in dropped])
 
 
+class CheckWarning(UserWarning):
+    """Tells what an edit brings: something that ``check`` finds in the new text and not in the old one."""
+
+
+class CheckError(ValueError):
+    """An edit that is not written, since something would be found that was not before: ``findings``."""
+
+    def __init__(self, findings: List[Finding]) -> None:
+        super().__init__("; ".join(map(str, findings)))
+        self.findings = findings
+
+
+def check_change(before: Source, after: Source) -> List[Finding]:
+    """Return what is found in ``after`` and not in ``before``; findings are the same when job, code and message are.
+
+    >>> changed = job.copy()
+    >>> changed.charge = 1
+    >>> [finding.code for finding in gjf.check_change(job, changed)]
+    ['GJF-M002']
+    """
+    return _findings(_core.findings_of_change(_text_of(before), _text_of(after)))
+
+
+def unknown_words(route: str) -> List[Finding]:
+    """Return what is found of words of a route that Gaussian does not know, with what may have been meant as the hint.
+
+    >>> [finding.hint for finding in gjf.unknown_words("# b3lpy/6-31g(d) opt=clacfc")]
+    ['did you mean b3lyp?', 'did you mean calcfc?']
+    """
+    return _findings(_core.unknown_route_words(route))
+
+
+def tell_change(before: str, after: Source, strict: bool) -> None:
+    """Warn of what a change brings, or raise CheckError. Says nothing where there is no vocabulary to check by."""
+    found = [] if _core.missing_for_checks() else check_change(before, after)
+    if found and strict:
+        raise CheckError(found)
+    for finding in found:
+        warnings.warn(str(finding), CheckWarning, stacklevel=4)
+
+
 def check_codes() -> "dict[str, str]":
     """Return every code of the checker with its title."""
     return dict(_core.check_descriptions())

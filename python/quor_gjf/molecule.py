@@ -164,6 +164,22 @@ class Molecule(Head):
         a, b, c = (float(value) for value in angles)
         self._native.rotate(select(self._native, selection), a, b, c)
 
+    def set_units(self, unit: str) -> None:
+        """Write the coordinates in ``"bohr"`` or ``"angstrom"``, and say so in the route; ParseError where lengths would not follow."""
+        if unit not in ("bohr", "angstrom"):
+            raise ValueError(f"not a unit of length: {unit!r}")
+        self._native.set_length_unit(unit == "bohr")
+
+    def set_element(self, symbol: str, selection: Selection = None) -> None:
+        """Give atoms another element; ParseError for one whose label says what holds for its element alone.
+
+        >>> job.set_element("F", "H")
+        >>> job.symbols
+        ['O', 'F', 'F']
+        """
+        for index in select(self._native, selection):
+            self._native.set_element(index, symbol)
+
     def use_numeric_coordinates(self) -> None:
         """Drop the texts of numeric coordinates, so that the numbers are written with six decimals."""
         self._native.use_numeric_coordinates()

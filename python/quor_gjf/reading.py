@@ -7,6 +7,7 @@ from typing import TYPE_CHECKING, Any, Iterable, Iterator, List, Optional, Union
 
 from . import _core
 from .atoms import Atom
+from .checks import tell_change
 from .errors import ParseError, file_error, refuse_odd_arguments
 from .friends import TRANSLATION_VECTOR
 from .job import Job, Jobs, PathLike, job_of
@@ -90,10 +91,11 @@ def read_many(paths: Iterable[PathLike], threads: Optional[int] = None, *, all_j
 
 
 @contextlib.contextmanager
-def edit(path: PathLike) -> Iterator[Job]:
+def edit(path: PathLike, *, strict: bool = False) -> Iterator[Job]:
     """Read a file of one job, and save it at the end of the ``with`` block when the job was changed; not after an error.
 
-    What was not changed keeps its bytes. WriteError when the file was changed by others meanwhile.
+    What was not changed keeps its bytes. WriteError when the file was changed by others meanwhile. What ``check`` finds in the new text
+    and not in the old one is a ``CheckWarning`` each; with ``strict`` nothing is written then, and CheckError is raised.
 
     >>> job.save("water.gjf")
     >>> with gjf.edit("water.gjf") as water:
@@ -102,20 +104,25 @@ def edit(path: PathLike) -> Iterator[Job]:
     >>> gjf.read("water.gjf").pairs
     [ChargeSpin(charge=1, multiplicity=2)]
     """
-    with edit_all(path) as jobs:
+    with edit_all(path, strict=strict) as jobs:
         if len(jobs) != 1:
             raise ValueError(f"{os.fsdecode(path)} holds {len(jobs)} jobs: use edit_all")
         yield jobs[0]
 
 
 @contextlib.contextmanager
-def edit_all(path: PathLike) -> Iterator[Jobs]:
-    """Read all jobs of a file, and save them at the end of the ``with`` block when something was changed; not after an error."""
+def edit_all(path: PathLike, *, strict: bool = False) -> Iterator[Jobs]:
+    """Read all jobs of a file, and save them at the end of the ``with`` block when something was changed; not after an error.
+
+    ``strict`` as for ``edit``.
+    """
     jobs = read_all(path)
     before = list(jobs)
+    text = _core.read_text(os.fsdecode(path))
     yield jobs
     same_jobs = len(jobs) == len(before) and all(a is b for a, b in zip(jobs, before))
     if not same_jobs or not all(job.is_as_read for job in jobs):
+        tell_change(text, jobs, strict)
         jobs.save()
 
 

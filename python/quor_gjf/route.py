@@ -83,6 +83,17 @@ class Keywords(Mapping[str, Keyword]):
         """
         self._job.ensure_keyword_option(name, option, None if value is None else str(value))
 
+    def remove_option(self, name: str, option: str, value: object = None) -> bool:
+        """Take an option from a keyword, where it has this value if one is given; return whether it was there.
+
+        >>> route = gjf.route("# hf/sto-3g opt=(ts,maxcycles=50)")
+        >>> route.keywords.remove_option("opt", "maxcyc"), route.keywords.remove_option("opt", "calcfc")
+        (True, False)
+        >>> str(route)
+        '# hf/sto-3g opt=ts'
+        """
+        return self._job.remove_keyword_option(name, option, None if value is None else str(value))
+
     def all(self, name: str) -> List[Keyword]:
         """Return every keyword of a name."""
         return self._job.keywords_by_name(name)

@@ -130,6 +130,9 @@ void bind_positions(JobClass& job) {
     job.def("position", &position_of);
     job.def("positions_in_angstrom", [](const JobHandle& self) { return found_positions(self.editor.get_data(), 1); });
     job.def("lost_atoms", &lost_atoms_of);
+    job.def("set_length_unit", [](JobHandle& self, bool in_bohr) { self.editor.set_length_unit(in_bohr); });
+    job.def("set_element",
+            [](JobHandle& self, std::size_t index, const Text& symbol) { self.editor.set_element(index, symbol.value); });
     job.def("translate", [](JobHandle& self, const Indices& indices, double x, double y, double z) {
         self.editor.translate_atoms(existing(self, indices), x, y, z);
     });

@@ -2,6 +2,7 @@
 #include "bindings.hpp"
 #include "threads.hpp"
 
+#include <gjf/core/check/change_checks.hpp>
 #include <gjf/core/check/fix_text.hpp>
 #include <gjf/core/schema/route_schema_cache.hpp>
 
@@ -95,6 +96,15 @@ void bind_checks(py::module_& module) {
         }
         return to_tuples(findings);
     });
+    module.def("findings_of_change", [](const Text& before, const Text& after) {
+        std::vector<Finding> findings;
+        {
+            const py::gil_scoped_release released;
+            findings = findings_of_change(before.value, after.value);
+        }
+        return to_tuples(findings);
+    });
+    module.def("unknown_route_words", [](const Text& route) { return to_tuples(unknown_route_words(route.value)); });
     module.def("fix_text", [](const Text& text, bool unsafe, std::vector<Text> ignored_codes) {
         FixedText fixed;
         {

@@ -110,6 +110,11 @@ void bind_route_edits(JobClass& job) {
             self.editor.ensure_keyword_option(
                 keyword.value, {option.value, value ? std::optional<std::string>(std::move(value->value)) : std::nullopt});
         });
+    job.def("remove_keyword_option",
+            [](JobHandle& self, const Text& keyword, const Text& option, std::optional<Text> value) {
+                return self.editor.remove_keyword_option(
+                    keyword.value, {option.value, value ? std::optional<std::string>(value->value) : std::nullopt});
+            });
     job.def("remove_keyword",
             [](JobHandle& self, const Text& name) { interpreted(self).remove_keyword_by_name(name.value); });
 }

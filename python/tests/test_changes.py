@@ -1,0 +1,101 @@
+"""What edits bring: warnings, errors, and edits of units, elements and options."""
+import warnings
+
+import pytest
+
+import quor_gjf as gjf
+
+ROUTE = "# hf/sto-3g opt=(ts,calcfc)"
+TEXT = ROUTE + "\n\nt\n\n0 1\nO 0.0 0.0 0.0\nH 0.0 0.76 0.59\nH 0.0 -0.76 0.59\n\n"
+
+
+@pytest.fixture
+def path(tmp_path):
+    made = tmp_path / "w.gjf"
+    made.write_text(TEXT)
+    return made
+
+
+def test_an_edit_warns_of_what_it_brings(path):
+    with pytest.warns(gjf.CheckWarning, match="GJF-M002"):
+        with gjf.edit(path) as job:
+            job.charge = 1
+    assert gjf.read(path).charge == 1
+
+
+def test_a_strict_edit_writes_nothing_then(path):
+    with pytest.raises(gjf.CheckError, match="GJF-M002") as caught:
+        with gjf.edit(path, strict=True) as job:
+            job.charge = 1
+    assert [finding.code for finding in caught.value.findings] == ["GJF-M002"]
+    assert path.read_text() == TEXT
+
+
+def test_an_edit_that_brings_nothing_is_silent(path):
+    with warnings.catch_warnings():
+        warnings.simplefilter("error")
+        with gjf.edit_all(path, strict=True) as jobs:
+            jobs[0].charge = 1
+            jobs[0].multiplicity = 2
+    assert gjf.read(path).multiplicity == 2
+
+
+@pytest.mark.parametrize("route, hints", [
+    ("# b3lpy/6-31g", ["did you mean b3lyp?"]),
+    ("# hf/sto-3g opt=clacfc frq", ["did you mean calcfc?", "did you mean freq?"]),
+    ("# hf/sto-3g opt=calcfc", []),
+    ("", []),
+])
+def test_unknown_words_have_candidates(route, hints):
+    assert sorted(finding.hint for finding in gjf.unknown_words(route)) == hints
+
+
+def test_units_and_elements_follow():
+    job = gjf.loads(TEXT)
+    job.set_units("bohr")
+    assert "units=au" in str(job) and "1.436192" in str(job)
+    job.set_units("angstrom")
+    assert "units" not in str(job)
+    job.set_element("S", 0)
+    assert job.symbols == ["S", "H", "H"]
+    for refused in ("Qq", "", "16"):
+        with pytest.raises(gjf.ParseError, match="is no element"):
+            job.set_element(refused)
+    with pytest.raises(ValueError, match="not a unit of length"):
+        job.set_units("pm")
+    with pytest.raises(gjf.ParseError, match="angles"):
+        gjf.loads("# hf/sto-3g\n\nt\n\n0 1\nO\nH 1 0.96\n\n").set_units("bohr")
+
+
+def test_options_keep_their_order_and_case():
+    job = gjf.loads(TEXT)
+    assert job.route.keywords.remove_option("opt", "CalcFC")
+    assert not job.route.keywords.remove_option("opt", "tight")
+    job.route.keywords["scf"] = ["XQC", "Conver=8"]
+    assert str(job).startswith("# hf/sto-3g opt=(ts) scf=(XQC,Conver=8)\n")
+
+
+@pytest.mark.parametrize("selection", ["Fee", "1-", "within of 1", "9", ""])
+def test_a_wrong_selection_is_an_error(selection):
+    job = gjf.loads(TEXT)
+    with pytest.raises(ValueError):
+        job.freeze(selection)
+    assert job.frozen == []
+
+
+def test_selections_are_those_of_the_tool():
+    job = gjf.loads(TEXT)
+    for selection, frozen in (("1-2", [0, 1]), ("within 1 of 1", [0, 1, 2]), ("H", [1, 2])):
+        job.freeze(None, 0)
+        job.freeze(selection)
+        assert job.frozen == frozen
+
+
+def test_values_are_looked_at_where_they_are_set():
+    job = gjf.loads(TEXT)
+    job.nproc = "8"
+    job.route = "hf/sto-3g freq"
+    assert (job.nproc, str(job.route)) == (8, "# hf/sto-3g freq")
+    for refused in ("x", "8x", "-8", ""):
+        with pytest.raises(ValueError):
+            job.nproc = refused
