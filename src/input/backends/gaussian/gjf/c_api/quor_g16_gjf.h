@@ -301,10 +301,10 @@ QUOR_GJF_C_API int gjf_document_save_as(quor_gjf_document* document, const char*
 
 /* Runs `command` (check, fix, report, route, complete, outline, select, diff, find) on the `size` bytes of `text`, which may
  * hold NUL. `options` is a JSON object with the long names of the tool's options, or NULL. Returns a result to be freed with
- * gjf_result_destroy; where the command fails its text is an object with "error". NULL: "command is null", "text is null", or
- * no memory is left; see gjf_editor_last_error(NULL). */
+ * gjf_result_destroy; where the command fails its text is an object with "error". NULL: "command is null", "text is null",
+ * or no memory is left; see gjf_editor_last_error(NULL). */
 QUOR_GJF_C_API gjf_result* gjf_request(const char* command, const char* text, size_t size,
-                                            const char* options) QUOR_GJF_C_NOEXCEPT;
+                                       const char* options) QUOR_GJF_C_NOEXCEPT;
 
 /* Returns the answer: UTF-8 with a line feed and a NUL at its end, valid as long as the result. Empty for NULL. */
 QUOR_GJF_C_API const char* gjf_result_text(const gjf_result* result) QUOR_GJF_C_NOEXCEPT;
