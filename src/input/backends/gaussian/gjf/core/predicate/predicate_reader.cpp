@@ -29,7 +29,7 @@ bool is_order(Sign sign) noexcept {
     return sign == Sign::Less || sign == Sign::LessOrEqual || sign == Sign::Greater || sign == Sign::GreaterOrEqual;
 }
 
-std::string quoted(std::string_view text) { return "'" + std::string(text) + "'"; }
+std::string in_quotes(std::string_view text) { return "'" + std::string(text) + "'"; }
 
 std::string with_hint(std::string message, const std::string& hint) {
     return hint.empty() ? message : std::move(message) + "; " + hint;
@@ -95,7 +95,7 @@ class PredicateReader : public ExpressionReader<PredicateStep> {
             open -= c == ')' ? 1U : 0U;
         }
         if (open != 0) {
-            fail(begin, "a parenthesis of " + quoted(text_.substr(begin)) + " is never closed");
+            fail(begin, "a parenthesis of " + in_quotes(text_.substr(begin)) + " is never closed");
         }
         return text_.substr(begin, at_ - begin);
     }
@@ -134,7 +134,7 @@ class PredicateReader : public ExpressionReader<PredicateStep> {
         }
         const std::string_view value = read_token(false);
         if (value.empty()) {
-            fail(begin, "a value is missing after " + quoted(trim_view(text_.substr(test_begin, begin - test_begin))));
+            fail(begin, "a value is missing after " + in_quotes(trim_view(text_.substr(test_begin, begin - test_begin))));
         }
         return std::string(value);
     }
@@ -178,7 +178,7 @@ class PredicateReader : public ExpressionReader<PredicateStep> {
     double number_of(const std::string& value, std::size_t begin) const {
         const std::optional<double> number = to_number(value);
         if (!number || *number != *number) {
-            fail(begin, quoted(value) + " is no number");
+            fail(begin, in_quotes(value) + " is no number");
         }
         return *number;
     }
@@ -206,7 +206,7 @@ class PredicateReader : public ExpressionReader<PredicateStep> {
     double bytes_of(const std::string& value, std::size_t begin) const {
         const std::optional<MemoryAmount> memory = read_memory_amount(value);
         if (!memory || memory->unit == 0) {
-            fail(begin, quoted(value) + " is no amount of memory; write a whole number and a unit, as in 8GB");
+            fail(begin, in_quotes(value) + " is no amount of memory; write a whole number and a unit, as in 8GB");
         }
         return static_cast<double>(memory->amount) * static_cast<double>(memory->unit);
     }
@@ -215,7 +215,7 @@ class PredicateReader : public ExpressionReader<PredicateStep> {
         if (step.field->form == FieldForm::Severity) {
             step.number = severity_rank(step.text);
             if (step.number == 0) {
-                fail(begin, quoted(value) + " is none of note, warning and error");
+                fail(begin, in_quotes(value) + " is none of note, warning and error");
             }
         } else if (step.field->form == FieldForm::Basis) {
             step.text = basis_to_compare(value);
@@ -233,7 +233,7 @@ class PredicateReader : public ExpressionReader<PredicateStep> {
             names.emplace_back(extra_input_short_name(*kind));
         }
         fail(begin,
-             with_hint(quoted(value) + " is no kind of section", did_you_mean(near_names(to_lower_copy(value), names))));
+             with_hint(in_quotes(value) + " is no kind of section", did_you_mean(near_names(to_lower_copy(value), names))));
     }
 
     void take_route_word(PredicateStep& step, std::string_view name, const std::string& value, std::size_t begin) const {
@@ -243,7 +243,7 @@ class PredicateReader : public ExpressionReader<PredicateStep> {
         }
         check_route_word(name, word, begin);
         if (step.sign != Sign::None && step.sign != Sign::Equal && step.sign != Sign::Unequal) {
-            fail(begin, quoted(name) + " is a word of routes: it takes = and != alone");
+            fail(begin, in_quotes(name) + " is a word of routes: it takes = and != alone");
         }
         step.test = PredicateTest::Route;
         step.route = read_route(word, default_route_schema()).meaning;
@@ -263,7 +263,8 @@ class PredicateReader : public ExpressionReader<PredicateStep> {
                 hint = near.empty() ? hint : did_you_mean(near);
             }
             fail(begin,
-                 with_hint(is_unknown ? quoted(name) + " is neither a field nor a word of routes" : finding.message, hint));
+                 with_hint(is_unknown ? in_quotes(name) + " is neither a field nor a word of routes" : finding.message,
+                           hint));
         }
     }
 };
