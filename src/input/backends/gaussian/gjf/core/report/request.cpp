@@ -9,7 +9,9 @@
 #include <gjf/core/report/json_values.hpp>
 
 #include <algorithm>
+#include <array>
 #include <functional>
+#include <iterator>
 #include <optional>
 #include <string>
 #include <utility>
@@ -173,39 +175,37 @@ std::string find_request(const Request& request) {
 struct Command {
     std::string_view name;
     std::string (*run)(const Request& request);
-    std::vector<std::string_view> options;
+    std::array<std::string_view, 4> options;  ///< empty behind the last
 };
 
-const std::vector<Command>& commands() {
-    static const std::vector<Command> all = {
-        {"check", check_request, {"ignore", "stdin-filename", "where"}},
-        {"fix", fix_request, {"ignore", "stdin-filename", "unsafe-fixes", "where"}},
-        {"report", report_request, {"fields", "stdin-filename", "where"}},
-        {"route", route_request, {}},
-        {"complete", complete_request, {}},
-        {"outline", outline_request, {"stdin-filename"}},
-        {"select", select_request, {"select", "stdin-filename"}},
-        {"diff", diff_request, {"other", "other-filename", "stdin-filename"}},
-        {"find", find_request, {"stdin-filename", "where"}},
-    };
-    return all;
-}
+constexpr Command commands[] = {
+    {"check", check_request, {"ignore", "stdin-filename", "where"}},
+    {"fix", fix_request, {"ignore", "stdin-filename", "unsafe-fixes", "where"}},
+    {"report", report_request, {"fields", "stdin-filename", "where"}},
+    {"route", route_request, {}},
+    {"complete", complete_request, {}},
+    {"outline", outline_request, {"stdin-filename"}},
+    {"select", select_request, {"select", "stdin-filename"}},
+    {"diff", diff_request, {"other", "other-filename", "stdin-filename"}},
+    {"find", find_request, {"stdin-filename", "where"}},
+};
 
 template <typename Names, typename NameOf>
 std::string listed(const Names& names, NameOf name_of) {
     std::string text;
     for (const auto& each : names) {
-        text += (text.empty() ? "" : ", ") + std::string(name_of(each));
+        const std::string name(name_of(each));
+        text += text.empty() || name.empty() ? name : ", " + name;
     }
-    return text;
+    return text.empty() ? "none" : text;
 }
 
 const Command& command_named(std::string_view name) {
     const auto found =
-        std::find_if(commands().begin(), commands().end(), [&](const Command& each) { return each.name == name; });
-    if (found == commands().end()) {
+        std::find_if(std::begin(commands), std::end(commands), [&](const Command& each) { return each.name == name; });
+    if (found == std::end(commands)) {
         throw RequestError("no command '" + std::string(name) + "'; there are " +
-                           listed(commands(), [](const Command& each) { return each.name; }));
+                           listed(commands, [](const Command& each) { return each.name; }));
     }
     return *found;
 }
@@ -216,9 +216,9 @@ Json options_of(std::string_view text, const Command& command) {
         throw RequestError("the options are no JSON object");
     }
     for (const auto& [name, value] : options.items()) {
-        if (std::find(command.options.begin(), command.options.end(), name) == command.options.end()) {
+        if (name.empty() || std::find(command.options.begin(), command.options.end(), name) == command.options.end()) {
             throw RequestError("'" + std::string(command.name) + "' has no option '" + name + "'; it has " +
-                               (command.options.empty() ? "none" : listed(command.options, [](auto each) { return each; })));
+                               listed(command.options, [](auto each) { return each; }));
         }
     }
     return options;
