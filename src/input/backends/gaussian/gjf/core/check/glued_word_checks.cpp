@@ -13,7 +13,7 @@ namespace {
 bool is_word_character(char c) noexcept { return is_letter(c) || is_digit(c) || c == '-'; }
 
 // #PM6 is read as #P and M6.
-void check_head(const CheckedJob& job, Findings& findings) {
+void check_glued_head(const CheckedJob& job, Findings& findings) {
     const RouteTree& tree = job.tree;
     if (tree.head.length != 2 || tree.segments.empty() || tree.segments.front().place.begin != tree.head.end() ||
         tree.segments.front().keywords.empty() || tree.segments.front().keywords.front().known()) {
@@ -40,7 +40,7 @@ void check_glued_words(const CheckedMolecule& molecule, Findings& findings) {
     if (!job.schema.is_loaded() || job.has_keyword("nonstd")) {
         return;
     }
-    check_head(job, findings);
+    check_glued_head(job, findings);
 }
 
 }  // namespace
