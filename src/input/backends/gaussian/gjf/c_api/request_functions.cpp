@@ -3,6 +3,7 @@
 #include <gjf/c_api/quor_g16_gjf.h>
 #include <gjf/core/report/request.hpp>
 
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -35,7 +36,9 @@ gjf_result* gjf_request(const char* command, const char* text, size_t size, cons
     return guarded(nullptr, static_cast<gjf_result*>(nullptr), [&] {
         require(command != nullptr, "command is null");
         require(text != nullptr || size == 0, "text is null");
-        return new quor_gjf_result{answer_to(command, std::string_view(size == 0 ? "" : text, size), options)};
+        auto result = std::make_unique<quor_gjf_result>();
+        result->text = answer_to(command, std::string_view(size == 0 ? "" : text, size), options);
+        return result.release();
     });
 }
 
