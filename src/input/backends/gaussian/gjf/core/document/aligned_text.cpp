@@ -107,6 +107,7 @@ void align_job(std::string_view text, const std::vector<std::string_view>& all, 
     std::vector<std::size_t> numbers = reading.layout.atoms;
     numbers.insert(numbers.end(), reading.layout.zmatrix_rows.begin(), reading.layout.zmatrix_rows.end());
     std::vector<std::optional<AlignedLine>> cut;
+    cut.reserve(numbers.size());
     for (const std::size_t number : numbers) {
         cut.push_back(cut_line(all.at(number - 1)));
     }
