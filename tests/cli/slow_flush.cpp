@@ -1,4 +1,4 @@
-// Stands between the tool and the C library: every flush of a file takes 20 ms, and at the end the file that FLUSH_COUNTS
+// Stands between the tool and the C library: every flush of a file takes 100 ms, and at the end the file that FLUSH_COUNTS
 // names holds the most flushes at one time, those of files, those of folders, and those of files behind the first of a
 // folder.
 #include <atomic>
@@ -40,7 +40,7 @@ extern "C" int fsync(int descriptor) {
     const int at_once = ++now;
     for (int before = most; before < at_once && !most.compare_exchange_weak(before, at_once);) {
     }
-    ::usleep(20'000);
+    ::usleep(100'000);
     --now;
     return 0;
 }
