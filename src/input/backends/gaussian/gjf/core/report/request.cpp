@@ -130,6 +130,7 @@ std::string report_request(const Request& request) {
         return fields_json(file, jobs, fields);
     }
     std::vector<JobReading> readings;
+    readings.reserve(jobs.size());
     for (const std::size_t job : jobs) {
         readings.push_back(file.jobs()[job]);
     }
