@@ -88,6 +88,7 @@ std::string output_of(const JobFile& file, const std::vector<std::size_t>& jobs,
         return readings_json(file.path(), file.jobs());
     }
     std::vector<JobReading> readings;
+    readings.reserve(jobs.size());
     for (const std::size_t job : jobs) {
         readings.push_back(file.jobs()[job]);
     }
