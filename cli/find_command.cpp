@@ -38,9 +38,9 @@ std::string line_of(const JobFile& file, std::size_t job) {
            printable(join_route_words(reading.job.control.route_keywords).text) + '\n';
 }
 
-FileResult find_in_file(const std::string& path, const JobPredicate& predicate, const FindArguments& arguments) {
+FileResult find_in_file(const std::string& path, const Where& condition, const FindArguments& arguments) {
     const JobFile file(path, read_text(path));
-    const std::vector<std::size_t> found = fitting_jobs(predicate, file);
+    const std::vector<std::size_t> found = fitting_jobs(condition, file);
     FileResult result;
     result.counts[found_count] = found.size();
     if (found.empty()) {
@@ -78,10 +78,10 @@ int find(FindArguments arguments) {
         arguments.batch.paths = {"."};
     }
     require_vocabulary(arguments.batch.json ? arguments.batch.paths.front() : std::string());
-    const JobPredicate predicate = read_condition("CONDITION", arguments.condition);
+    const Where condition = read_condition("CONDITION", arguments.condition);
     std::size_t found = 0;
     Batch batch;
-    batch.work = [&](const std::string& path) { return find_in_file(path, predicate, arguments); };
+    batch.work = [&](const std::string& path) { return find_in_file(path, condition, arguments); };
     batch.note = [&](const FileResult& result) { found += result.counts[found_count]; };
     // What could not be read is trouble, and not a file without such a job.
     return run_batch(arguments.batch, batch) != exit_success ? exit_usage : found == 0 ? exit_failure : exit_success;

@@ -13,7 +13,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <memory>
-#include <numeric>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -95,15 +94,6 @@ std::string output_of(const JobFile& file, const std::vector<std::size_t>& jobs,
     return readings_json(file.path(), readings);
 }
 
-std::vector<std::size_t> jobs_to_report(const JobFile& file, const Where& where) {
-    if (where) {
-        return fitting_jobs(*where, file);
-    }
-    std::vector<std::size_t> all(file.jobs().size());
-    std::iota(all.begin(), all.end(), std::size_t{0});
-    return all;
-}
-
 FileResult report_file(const std::string& path, const ReportArguments& arguments, bool with_heading) {
     const JobFile file(path, read_text(path));
     const auto is_read = [](const JobReading& reading) { return reading.error.empty(); };
@@ -111,7 +101,7 @@ FileResult report_file(const std::string& path, const ReportArguments& arguments
         GJFParser::parse_string_multi(file.text());  // throws what it says of such a file
     }
     FileResult result;
-    const std::vector<std::size_t> jobs = jobs_to_report(file, arguments.where);
+    const std::vector<std::size_t> jobs = fitting_jobs(arguments.where, file);
     result.out = jobs.empty() && arguments.where ? std::string() : output_of(file, jobs, arguments, with_heading);
     for (const std::size_t job : jobs) {
         const JobReading& reading = file.jobs()[job];

@@ -12,7 +12,6 @@
 #include <cstdio>
 #include <filesystem>
 #include <memory>
-#include <numeric>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -43,23 +42,19 @@ std::string numbered_name(const std::filesystem::path& input, std::size_t number
 
 // Returns the jobs that are wanted, counted from 0.
 std::vector<std::size_t> wanted_jobs(const SplitArguments& arguments, const std::string& text, std::size_t count) {
-    std::vector<std::size_t> wanted;
-    if (arguments.where) {
-        wanted = fitting_jobs(*arguments.where, quor::input::gaussian::JobFile(arguments.input, text));
-    } else {
-        wanted.resize(count);
-        std::iota(wanted.begin(), wanted.end(), std::size_t{0});
-    }
     for (const std::size_t job : arguments.jobs) {
         if (job == 0 || job > count) {
             throw std::runtime_error("there is no job " + std::to_string(job) + ": the file has " + std::to_string(count));
         }
     }
-    const auto is_left_out = [&](std::size_t job) {
-        return !arguments.jobs.empty() &&
-               std::find(arguments.jobs.begin(), arguments.jobs.end(), job + 1) == arguments.jobs.end();
-    };
-    std::erase_if(wanted, is_left_out);
+    const ChosenJobs fitting(arguments.where, arguments.input, text);
+    const std::vector<std::size_t>& named = arguments.jobs;
+    std::vector<std::size_t> wanted;
+    for (std::size_t job = 0; job < count; ++job) {
+        if (fitting.has(job + 1) && (named.empty() || std::find(named.begin(), named.end(), job + 1) != named.end())) {
+            wanted.push_back(job);
+        }
+    }
     return wanted;
 }
 

@@ -27,21 +27,11 @@ JobPredicate read_condition(const std::string& name, const std::string& text) {
     }
 }
 
-std::vector<std::size_t> fitting_jobs(const JobPredicate& predicate, const JobFile& file) {
-    std::vector<std::size_t> found;
-    for (std::size_t job = 0; job < file.jobs().size(); ++job) {
-        if (predicate.fits(file, job)) {
-            found.push_back(job);
-        }
-    }
-    return found;
-}
-
 ChosenJobs::ChosenJobs(const Where& where, const std::string& path, const std::string& text) {
     if (where) {
         const JobFile file(path, text);
         numbers_.emplace();
-        for (const std::size_t job : fitting_jobs(*where, file)) {
+        for (const std::size_t job : fitting_jobs(where, file)) {
             numbers_->push_back(file.jobs()[job].layout.number);
         }
     }

@@ -23,10 +23,6 @@ void add_where_option(CLI::App& command, Where& where);
 /// Reads a condition; throws `CLI::ValidationError` with its column.
 quor::input::gaussian::JobPredicate read_condition(const std::string& name, const std::string& text);
 
-/// Returns the indices of the jobs that fit, counted from 0.
-std::vector<std::size_t> fitting_jobs(const quor::input::gaussian::JobPredicate& predicate,
-                                      const quor::input::gaussian::JobFile& file);
-
 /// Which jobs of a file a command looks at: all of them, or those that fit.
 class ChosenJobs {
    public:

@@ -178,4 +178,14 @@ Truth JobPredicate::of(const JobFile& file, std::size_t job) const {
     return stack.back();
 }
 
+std::vector<std::size_t> fitting_jobs(const std::optional<JobPredicate>& condition, const JobFile& file) {
+    std::vector<std::size_t> jobs;
+    for (std::size_t job = 0; job < file.jobs().size(); ++job) {
+        if (!condition || condition->fits(file, job)) {
+            jobs.push_back(job);
+        }
+    }
+    return jobs;
+}
+
 }  // namespace quor::input::gaussian

@@ -14,7 +14,9 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string_view>
+#include <vector>
 
 namespace quor::input::gaussian {
 
@@ -39,5 +41,8 @@ class QUOR_GJF_API JobPredicate {
     struct Steps;
     std::shared_ptr<const Steps> steps_;
 };
+
+/// Returns the jobs of a file that fit a condition, counted from 0; all of them where there is none.
+QUOR_GJF_API std::vector<std::size_t> fitting_jobs(const std::optional<JobPredicate>& condition, const JobFile& file);
 
 }  // namespace quor::input::gaussian

@@ -64,27 +64,20 @@ bool Request::flag(const char* name) const {
 
 // --- Jobs that fit a condition
 
-std::vector<std::size_t> jobs_that_fit(const JobFile& file, const std::string& condition) {
-    std::vector<std::size_t> jobs;
-    const std::optional<JobPredicate> predicate =
-        condition.empty() ? std::nullopt : std::optional<JobPredicate>(JobPredicate(condition));
-    for (std::size_t job = 0; job < file.jobs().size(); ++job) {
-        if (!predicate || predicate->fits(file, job)) {
-            jobs.push_back(job);
-        }
-    }
-    return jobs;
+std::optional<JobPredicate> condition_of(const Request& request) {
+    const std::string condition = request.text_option("where");
+    return condition.empty() ? std::nullopt : std::optional(JobPredicate(condition));
 }
 
 // Tells whether a finding concerns a job that fits; one about the file does where any fits.
 std::function<bool(const Finding&)> wanted_findings(const Request& request) {
-    const std::string condition = request.text_option("where");
-    if (condition.empty()) {
+    const std::optional<JobPredicate> condition = condition_of(request);
+    if (!condition) {
         return [](const Finding&) { return true; };
     }
     const JobFile file(request.path, request.text);
     std::vector<std::size_t> numbers;
-    for (const std::size_t job : jobs_that_fit(file, condition)) {
+    for (const std::size_t job : fitting_jobs(condition, file)) {
         numbers.push_back(file.jobs()[job].layout.number);
     }
     return [numbers](const Finding& finding) {
@@ -117,7 +110,7 @@ std::string fix_request(const Request& request) {
 
 std::string report_request(const Request& request) {
     const JobFile file(request.path, request.text);
-    const std::vector<std::size_t> jobs = jobs_that_fit(file, request.text_option("where"));
+    const std::vector<std::size_t> jobs = fitting_jobs(condition_of(request), file);
     std::vector<JobField> fields;
     for (const std::string& name : request.list_option("fields")) {
         const JobField* field = find_job_field(name);
@@ -170,7 +163,7 @@ std::string diff_request(const Request& request) {
 
 std::string find_request(const Request& request) {
     const JobFile file(request.path, request.text);
-    return find_json(file, jobs_that_fit(file, request.text_option("where")));
+    return find_json(file, fitting_jobs(condition_of(request), file));
 }
 
 struct Command {
