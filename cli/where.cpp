@@ -5,8 +5,6 @@
 
 #include <CLI/CLI.hpp>
 
-#include <algorithm>
-
 namespace quor_gjf {
 
 using namespace quor::input::gaussian;
@@ -25,21 +23,6 @@ JobPredicate read_condition(const std::string& name, const std::string& text) {
     } catch (const SelectionError& error) {
         throw CLI::ValidationError(name, printable(error.what()));
     }
-}
-
-ChosenJobs::ChosenJobs(const Where& where, const std::string& path, const std::string& text) {
-    if (where) {
-        const JobFile file(path, text);
-        numbers_.emplace();
-        for (const std::size_t job : fitting_jobs(where, file)) {
-            numbers_->push_back(file.jobs()[job].layout.number);
-        }
-    }
-}
-
-bool ChosenJobs::has(std::size_t number) const noexcept {
-    return !numbers_ ||
-           (number == 0 ? !numbers_->empty() : std::find(numbers_->begin(), numbers_->end(), number) != numbers_->end());
 }
 
 }  // namespace quor_gjf

@@ -188,4 +188,19 @@ std::vector<std::size_t> fitting_jobs(const std::optional<JobPredicate>& conditi
     return jobs;
 }
 
+ChosenJobs::ChosenJobs(const std::optional<JobPredicate>& condition, const std::string& path, const std::string& text) {
+    if (condition) {
+        const JobFile file(path, text);
+        numbers_ = fitting_jobs(condition, file);
+        for (std::size_t& number : *numbers_) {
+            number = file.jobs()[number].layout.number;
+        }
+    }
+}
+
+bool ChosenJobs::has(std::size_t number) const noexcept {
+    return !numbers_ ||
+           (number == 0 ? !numbers_->empty() : std::binary_search(numbers_->begin(), numbers_->end(), number));
+}
+
 }  // namespace quor::input::gaussian

@@ -15,6 +15,7 @@
 #include <cstddef>
 #include <memory>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -44,5 +45,17 @@ class QUOR_GJF_API JobPredicate {
 
 /// Returns the jobs of a file that fit a condition, counted from 0; all of them where there is none.
 QUOR_GJF_API std::vector<std::size_t> fitting_jobs(const std::optional<JobPredicate>& condition, const JobFile& file);
+
+/// Which jobs of a text are looked at: those that fit a condition, or all where there is none.
+class QUOR_GJF_API ChosenJobs {
+   public:
+    ChosenJobs(const std::optional<JobPredicate>& condition, const std::string& path, const std::string& text);
+
+    /// Tells whether the job of a number is looked at; 0 stands for the file as a whole, which is where any of its jobs is.
+    bool has(std::size_t number) const noexcept;
+
+   private:
+    std::optional<std::vector<std::size_t>> numbers_;  // ascending; absent for all jobs
+};
 
 }  // namespace quor::input::gaussian

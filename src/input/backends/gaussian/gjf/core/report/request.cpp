@@ -69,29 +69,19 @@ std::optional<JobPredicate> condition_of(const Request& request) {
     return condition.empty() ? std::nullopt : std::optional(JobPredicate(condition));
 }
 
-// Tells whether a finding concerns a job that fits; one about the file does where any fits.
+// --- Commands
+
+// Tells of a finding whether it concerns a job that fits.
 std::function<bool(const Finding&)> wanted_findings(const Request& request) {
-    const std::optional<JobPredicate> condition = condition_of(request);
-    if (!condition) {
-        return [](const Finding&) { return true; };
-    }
-    const JobFile file(request.path, request.text);
-    std::vector<std::size_t> numbers;
-    for (const std::size_t job : fitting_jobs(condition, file)) {
-        numbers.push_back(file.jobs()[job].layout.number);
-    }
-    return [numbers](const Finding& finding) {
-        return finding.job == 0 ? !numbers.empty() : std::find(numbers.begin(), numbers.end(), finding.job) != numbers.end();
+    return [jobs = ChosenJobs(condition_of(request), request.path, request.text)](const Finding& finding) {
+        return jobs.has(finding.job);
     };
 }
 
 std::vector<Finding> only(std::vector<Finding> findings, const std::function<bool(const Finding&)>& wanted) {
-    findings.erase(std::remove_if(findings.begin(), findings.end(), [&](const Finding& each) { return !wanted(each); }),
-                   findings.end());
+    std::erase_if(findings, [&](const Finding& each) { return !wanted(each); });
     return findings;
 }
-
-// --- Commands
 
 std::string check_request(const Request& request) {
     return check_json(request.path,
