@@ -83,15 +83,7 @@ std::string output_of(const JobFile& file, const std::vector<std::size_t>& jobs,
     if (!arguments.batch.json) {
         return (with_heading ? "==> " + file.path() + " <==\n" : std::string()) + report_of(file, jobs);
     }
-    if (jobs.size() == file.jobs().size()) {
-        return readings_json(file.path(), file.jobs());
-    }
-    std::vector<JobReading> readings;
-    readings.reserve(jobs.size());
-    for (const std::size_t job : jobs) {
-        readings.push_back(file.jobs()[job]);
-    }
-    return readings_json(file.path(), readings);
+    return readings_json(file, jobs);
 }
 
 FileResult report_file(const std::string& path, const ReportArguments& arguments, bool with_heading) {

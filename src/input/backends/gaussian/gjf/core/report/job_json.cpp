@@ -176,6 +176,11 @@ Json json_of_job(const GJFData& job) {
     return object;
 }
 
+Json json_of_job_or_fault(const JobReading& reading) {
+    return reading.error.empty() ? json_of_job(reading.job)
+                                 : Json{{"error", {{"line", reading.error_line}, {"message", reading.error}}}};
+}
+
 }  // namespace
 
 std::string job_json(const GJFData& job) { return json_text(json_of_job(job)); }
@@ -188,10 +193,13 @@ std::string report_json(const std::string& path, const std::vector<GJFData>& job
 
 std::string readings_json(const std::string& path, const std::vector<JobReading>& readings) {
     Json object = about_file(path);
-    object["jobs"] = list_of(readings, [](const JobReading& reading) {
-        return reading.error.empty() ? json_of_job(reading.job)
-                                     : Json{{"error", {{"line", reading.error_line}, {"message", reading.error}}}};
-    });
+    object["jobs"] = list_of(readings, json_of_job_or_fault);
+    return json_line(object);
+}
+
+std::string readings_json(const JobFile& file, const std::vector<std::size_t>& jobs) {
+    Json object = about_file(file.path());
+    object["jobs"] = list_of(jobs, [&](std::size_t job) { return json_of_job_or_fault(file.jobs()[job]); });
     return json_line(object);
 }
 

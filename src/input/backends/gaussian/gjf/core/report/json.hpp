@@ -29,6 +29,8 @@ QUOR_GJF_API std::string job_json(const GJFData& job);
 /// Returns the line about the jobs of a file; of one that cannot be read, it has the first fault alone.
 QUOR_GJF_API std::string report_json(const std::string& path, const std::vector<GJFData>& jobs);
 QUOR_GJF_API std::string readings_json(const std::string& path, const std::vector<JobReading>& readings);
+/// The same of chosen jobs, counted from 0.
+QUOR_GJF_API std::string readings_json(const JobFile& file, const std::vector<std::size_t>& jobs);
 
 /// Returns the line about a file that cannot be used.
 QUOR_GJF_API std::string error_json(const std::string& path, const std::string& message);

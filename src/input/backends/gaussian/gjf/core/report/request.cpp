@@ -109,15 +109,7 @@ std::string report_request(const Request& request) {
         }
         fields.push_back(*field);
     }
-    if (!fields.empty()) {
-        return fields_json(file, jobs, fields);
-    }
-    std::vector<JobReading> readings;
-    readings.reserve(jobs.size());
-    for (const std::size_t job : jobs) {
-        readings.push_back(file.jobs()[job]);
-    }
-    return readings_json(file.path(), readings);
+    return fields.empty() ? readings_json(file, jobs) : fields_json(file, jobs, fields);
 }
 
 std::string route_request(const Request& request) {
