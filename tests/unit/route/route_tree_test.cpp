@@ -6,16 +6,6 @@
 namespace quor::input::gaussian::test {
 namespace {
 
-const SimpleYAMLParser& vocabulary() {
-    static const quor::test::TemporaryFolder folder;
-    static const SimpleYAMLParser schema = [] {
-        SimpleYAMLParser parser;
-        EXPECT_TRUE(parser.load_from_file(folder.write("vocabulary.yaml", small_vocabulary)));
-        return parser;
-    }();
-    return schema;
-}
-
 const char* name_of(RouteMatch match) {
     constexpr const char* names[] = {"", "~", "..", "?*", "?"};
     return names[static_cast<std::size_t>(match)];

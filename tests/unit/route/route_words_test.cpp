@@ -6,19 +6,9 @@
 namespace quor::input::gaussian::test {
 namespace {
 
-const SimpleYAMLParser& words_vocabulary() {
-    static const quor::test::TemporaryFolder folder;
-    static const SimpleYAMLParser schema = [] {
-        SimpleYAMLParser parser;
-        EXPECT_TRUE(parser.load_from_file(folder.write("vocabulary.yaml", small_vocabulary)));
-        return parser;
-    }();
-    return schema;
-}
-
 // Returns the stretch of a route where a word stands; "-" where it has none.
 std::string place_of(const char* route, const char* word) {
-    const RouteTree tree = read_route(route, words_vocabulary()).tree;
+    const RouteTree tree = read_route(route, vocabulary()).tree;
     const std::optional<Span> place = RouteWords(tree).find_word(word);
     return place ? std::string(place->in(tree.text)) : "-";
 }
@@ -64,7 +54,7 @@ TEST(RouteWords, TellsAllFromAny) {
         {"opt=tight", false, false}, {"opt=calcf", false, false}, {"opt= scf=", false, false},
         {"force g1x", false, false}, {"", true, false},
     };
-    const RouteTree tree = read_route("# hf/sto-3g opt=calcfc scf", words_vocabulary()).tree;
+    const RouteTree tree = read_route("# hf/sto-3g opt=calcfc scf", vocabulary()).tree;
     const RouteWords words(tree);
     for (const auto& row : rows) {
         EXPECT_EQ(words.has_all_words(row.words), row.all) << row.words;
@@ -75,7 +65,7 @@ TEST(RouteWords, TellsAllFromAny) {
 }
 
 TEST(RouteWords, TellsTheFirstFromTheLast) {
-    const RouteTree tree = read_route("# hf/sto-3g opt=calcfc scf opt=tight", words_vocabulary()).tree;
+    const RouteTree tree = read_route("# hf/sto-3g opt=calcfc scf opt=tight", vocabulary()).tree;
     const RouteWords words(tree);
     ASSERT_EQ(words.keywords.size(), 3u);
     EXPECT_EQ(words.find_keyword("opt"), words.keywords[0]);

@@ -76,6 +76,17 @@ metadata:
   categories: {opt: job type, mp2: method}
 )";
 
+/// Returns the small vocabulary as it is read once.
+inline const SimpleYAMLParser& vocabulary() {
+    static const quor::test::TemporaryFolder folder;
+    static const SimpleYAMLParser schema = [] {
+        SimpleYAMLParser parser;
+        EXPECT_TRUE(parser.load_from_file(folder.write("vocabulary.yaml", small_vocabulary)));
+        return parser;
+    }();
+    return schema;
+}
+
 /// Makes a parser over the small vocabulary.
 inline G16KeywordParser make_parser() {
     static const quor::test::TemporaryFolder folder;

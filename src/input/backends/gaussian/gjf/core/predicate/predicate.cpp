@@ -199,8 +199,7 @@ ChosenJobs::ChosenJobs(const std::optional<JobPredicate>& condition, const std::
 }
 
 bool ChosenJobs::has(std::size_t number) const noexcept {
-    return !numbers_ ||
-           (number == 0 ? !numbers_->empty() : std::binary_search(numbers_->begin(), numbers_->end(), number));
+    return !numbers_ || (number == 0 ? !numbers_->empty() : std::binary_search(numbers_->begin(), numbers_->end(), number));
 }
 
 }  // namespace quor::input::gaussian
