@@ -17,11 +17,10 @@ python ?= /usr/bin/python3
 run_tidy = xargs -P 2 -n 4 clang-tidy-14 -p build/tidy --quiet --extra-arg=-Wno-unknown-warning-option
 
 .DEFAULT_GOAL := setup
-.PHONY: setup demo test verify python python-bench tsan coverage bench bench-build bench-peers bench-check bench-growth bench-report fuzz fuzz-long tidy cppcheck install clean
+.PHONY: setup demo test verify python python-bench tsan coverage bench bench-build bench-peers bench-check bench-growth bench-report fuzz fuzz-long fuzz-repeated tidy cppcheck install clean
 
-# How long each fuzzer runs, in seconds, from which seed (0: another each time), and which run (all, unless named).
-fuzz_seconds ?= 60
-fuzz_seed ?= 0
+# How long each fuzzer runs, and which run (all, unless named).
+fuzz_length ?= --seconds 60
 fuzzers ?=
 
 setup:
@@ -43,9 +42,9 @@ test: setup
 	cmake --preset asan && cmake --build --preset asan && ctest --preset asan
 
 # What `make test` leaves out, in its short form: static analysis, what has threads under the thread sanitizer, coverage, fuzzing
-# from the same seed each time: what other seeds find is for who looks for it.
+# with the same inputs each time: what others find is for who looks for it.
 verify: setup
-	.ci/run cppcheck tidy tsan coverage "fuzz fuzz_seconds=20 fuzz_seed=1"
+	.ci/run cppcheck tidy tsan coverage fuzz-repeated
 
 # The wheel of the Python package: build/python/dist/quor_gjf-VERSION-....whl
 python: setup
@@ -96,10 +95,13 @@ bench-report: bench-build
 # Needs clang-14 and libclang-rt-14-dev.
 fuzz: setup
 	cmake --preset fuzz && cmake --build --preset fuzz
-	python3 fuzz/run_fuzzers.py build/fuzz $(fuzz_seconds) $(fuzz_seed) $(fuzzers)
+	python3 fuzz/run_fuzzers.py build/fuzz $(fuzz_length) $(fuzzers)
 
 fuzz-long:
-	$(MAKE) fuzz fuzz_seconds=7200
+	$(MAKE) fuzz fuzz_length="--seconds 7200"
+
+fuzz-repeated:
+	$(MAKE) fuzz fuzz_length="--inputs 600"
 
 # Needs clang-format-14 and clang-tidy-14. What was changed last is looked at first. The analyzer follows the library's paths alone: in
 # the tool and the package it follows those of CLI11, JSON and pybind11.

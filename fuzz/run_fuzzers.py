@@ -1,12 +1,13 @@
 """Runs fuzzers one after another from their seeds and prints what each did and how much processor time it had for it.
 
-Usage: run_fuzzers.py BUILD_FOLDER SECONDS SEED [NAME...]
+Usage: run_fuzzers.py BUILD_FOLDER --seconds N | --inputs N [NAME...]
 
-With a seed other than 0 a run makes the same inputs as the one before, as far as its time reaches.
-
-Run it from the top of the tree. What a fuzzer finds worth keeping goes to BUILD_FOLDER/found/NAME and serves the next run; an
-input on which a property does not hold goes to BUILD_FOLDER/failed/NAME, to be mended and then kept in tests/regressions/NAME.
+Run it from the top of the tree. With --seconds each fuzzer makes other inputs than the time before: what it finds worth keeping goes to
+BUILD_FOLDER/found/NAME and serves the next run. With --inputs it starts from the tree's seeds alone and makes the same inputs each time,
+on any machine. An input on which a property does not hold goes to BUILD_FOLDER/failed/NAME, to be mended and then kept in
+tests/regressions/NAME.
 """
+import argparse
 import base64
 import os
 import pathlib
@@ -14,6 +15,7 @@ import re
 import resource
 import subprocess
 import sys
+import tempfile
 
 NAMES = ["job_text", "multi_job", "route", "schema_document", "schema_image", "editor_operations", "check_text", "document", "c_interface"]
 LONGEST = 4000
@@ -36,16 +38,21 @@ def seeds_of(name, build):
         folders.append(JOBS)
     if name == "schema_image":
         folders[0] = image_seeds(build / "image_seeds")
-    return [str(folder) for folder in folders if folder.is_dir()]
+    return [folder for folder in folders if folder.is_dir()]
 
 
-def run(name, build, seconds, seed):
-    found, failed = build / "found" / name, build / "failed" / name
-    for folder in (found, failed):
+def seed_files(folders):
+    """In an order that no file system decides."""
+    return sorted(str(path) for folder in folders for path in folder.iterdir())
+
+
+def run(name, build, limits, kept):
+    failed = build / "failed" / name
+    for folder in (kept, failed):
         folder.mkdir(parents=True, exist_ok=True)
     environment = dict(os.environ, QUOR_G16_ROUTE_SCHEMA_YAML="resources/schemas/input/gaussian_route.yaml")
-    command = [str(build / "fuzz" / f"{name}_fuzzer"), f"-max_total_time={seconds}", f"-seed={seed}", f"-max_len={LONGEST}", "-timeout=20",
-               "-rss_limit_mb=2500", "-print_final_stats=1", f"-artifact_prefix={failed}/", str(found), *seeds_of(name, build)]
+    command = [str(build / "fuzz" / f"{name}_fuzzer"), *limits, f"-max_len={LONGEST}", "-timeout=20", "-rss_limit_mb=2500",
+               "-print_final_stats=1", f"-artifact_prefix={failed}/", f"-seed_inputs={','.join(seed_files(seeds_of(name, build)))}", str(kept)]
     before = resource.getrusage(resource.RUSAGE_CHILDREN).ru_utime
     result = subprocess.run(command, env=environment, check=False, capture_output=True, text=True, errors="replace")
     processor = resource.getrusage(resource.RUSAGE_CHILDREN).ru_utime - before
@@ -59,8 +66,19 @@ def run(name, build, seconds, seed):
 
 
 def main():
-    build, seconds, seed, *names = sys.argv[1:]
-    results = [run(name, pathlib.Path(build), int(seconds), int(seed)) for name in names or NAMES]
+    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
+    parser.add_argument("build", type=pathlib.Path)
+    length = parser.add_mutually_exclusive_group(required=True)
+    length.add_argument("--seconds", type=int)
+    length.add_argument("--inputs", type=int)
+    parser.add_argument("names", nargs="*", default=NAMES)
+    wanted = parser.parse_intermixed_args()
+    if wanted.seconds:
+        results = [run(name, wanted.build, [f"-max_total_time={wanted.seconds}"], wanted.build / "found" / name) for name in wanted.names]
+    else:
+        with tempfile.TemporaryDirectory() as folder:
+            limits = [f"-runs={wanted.inputs}", "-seed=1", "-reload=0", "-use_cmp=0"]  # neither the clock nor addresses have a say
+            results = [run(name, wanted.build, limits, pathlib.Path(folder) / name) for name in wanted.names]
     return 0 if all(results) else 1
 
 

@@ -27,7 +27,9 @@ std::vector<std::string> unplaced_segments(const std::vector<std::string>& words
     take_route_head(rest);
     std::vector<std::string> segments;
     for (const Span place : find_route_segments(rest)) {
-        const std::string segment(place.in(rest));
+        std::string_view word = place.in(rest);
+        word.remove_prefix(std::min(word.find_first_not_of('#'), word.size()));  // each reading would take one for a head
+        const std::string segment(word);
         const std::size_t value = static_cast<std::size_t>(find_top_level_char(segment, '=')) + 1;  // 0 without a sign
         // A sign without a word before it would take the word that comes to stand there.
         const bool is_assignment =
@@ -39,10 +41,24 @@ std::vector<std::string> unplaced_segments(const std::vector<std::string>& words
     return segments;
 }
 
-bool stays_open(std::string_view word) {
+// Tells whether a word takes what stands behind it: its brackets stay open, or it ends with a sign that wants a value or a
+// basis set.
+bool goes_on(std::string_view word) {
     NestingTracker nesting;
     std::for_each(word.begin(), word.end(), [&](char c) { nesting.advance(c); });
-    return !nesting.at_top_level();
+    return !nesting.at_top_level() || (!word.empty() && std::string_view("=/").find(word.back()) != std::string_view::npos);
+}
+
+// Writes a route with segments that have no place in its interpretation. What takes the words behind it comes last.
+std::vector<std::string> words_with(const ParsedKeywords& route, const std::vector<std::string>& unplaced) {
+    std::vector<std::string> words = format_route(route);
+    if (const std::string model = format_model_chemistry(route); goes_on(model)) {
+        words.front() = "#" + route.print_level;
+        words.push_back(model);
+    }
+    words.insert(words.end(), unplaced.begin(), unplaced.end());
+    std::stable_partition(words.begin() + 1, words.end(), [](const std::string& word) { return !goes_on(word); });
+    return words;
 }
 
 }  // namespace
@@ -96,11 +112,20 @@ std::vector<std::string> format_route(const ParsedKeywords& route) {
 }
 
 std::vector<std::string> format_route(const ParsedKeywords& route, const std::vector<std::string>& words_before) {
-    std::vector<std::string> words = format_route(route);
-    const std::vector<std::string> unplaced = unplaced_segments(words_before);
-    words.insert(words.end(), unplaced.begin(), unplaced.end());
-    // What has brackets that stay open would swallow all behind it.
-    std::stable_partition(words.begin() + 1, words.end(), [](const std::string& word) { return !stays_open(word); });
+    std::vector<std::string> unplaced = unplaced_segments(words_before);
+    std::vector<std::string> words = words_with(route, unplaced);
+    while (!unplaced.empty()) {
+        // A segment that its new neighbours change, as brackets alone behind a word, cannot be kept.
+        const std::vector<std::string> found = unplaced_segments(words);
+        const auto changed = std::remove_if(unplaced.begin(), unplaced.end(), [&](const std::string& segment) {
+            return std::find(found.begin(), found.end(), segment) == found.end();
+        });
+        if (changed == unplaced.end()) {
+            break;
+        }
+        unplaced.erase(changed, unplaced.end());
+        words = words_with(route, unplaced);
+    }
     return words;
 }
 
