@@ -46,6 +46,8 @@ void check_elements(const CheckedJob& job, const std::vector<MoleculeAtom>& atom
 }
 
 void check_freeze_codes(const CheckedJob& job, Findings& findings) {
+    // In further structures the numbers would stay.
+    const bool has_more_structures = job.has_option("opt", "qst2") || job.has_option("opt", "qst3");
     for (std::size_t i = 0; i < job.job.geom.atoms.size() && i < job.layout.atoms.size(); ++i) {
         const AtomCoord& atom = job.job.geom.atoms[i];
         if (!atom.freeze || *atom.freeze <= 0) {
@@ -59,7 +61,7 @@ void check_freeze_codes(const CheckedJob& job, Findings& findings) {
             is_atomic_number ? "it is the atomic number: remove the column" : "use 0 for a free atom, -1 for a frozen one");
         Fields fields;
         cut_fields(without_comment(job.line(job.layout.atoms[i])), fields);
-        if (is_atomic_number && fields.size() > 4) {
+        if (is_atomic_number && fields.size() > 4 && !has_more_structures) {
             // Up to the next field, so that the columns behind it stay apart.
             const auto length = static_cast<std::size_t>(fields[2].data() - fields[1].data());
             const TextPlace place{job.layout.atoms[i], job.place_in(job.layout.atoms[i], fields[1]).column, length};

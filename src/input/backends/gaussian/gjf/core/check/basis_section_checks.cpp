@@ -71,6 +71,7 @@ class BasisWalk {
         : job_(job), findings_(findings), coverage_steps_(atoms.size() + 1) {
         for (const MoleculeAtom& atom : atoms) {
             in_molecule_[static_cast<std::size_t>(atom.species.element)] = true;
+            has_unknown_ = has_unknown_ || atom.species.kind == SpeciesKind::Unknown;
         }
     }
 
@@ -83,7 +84,10 @@ class BasisWalk {
         if (open_block_ != 0 && !includes_) {
             Finding& finding = findings_.add("GJF-S010", Severity::Warning, "the last block of the basis set is not closed",
                                              layout.lines.last, "end every block with ****");
-            offer(finding, "close it with ****", FixSafety::Unsafe, {job_.behind_line(layout.lines.last, "\n****")});
+            // Where no block has stars, these lines are perhaps the potentials, which have none.
+            if (has_stars_ || !(job_.names_basis("genecp") || job_.has_keyword("pseudo"))) {
+                offer(finding, "close it with ****", FixSafety::Unsafe, {job_.behind_line(layout.lines.last, "\n****")});
+            }
         }
     }
 
@@ -175,6 +179,7 @@ class BasisWalk {
                               "the name of a basis set, or shells, stand before the stars");
             }
             open_block_ = 0;
+            has_stars_ = true;
         } else if (line.form == LineForm::Centers) {
             if (open_block_ != 0) {
                 Finding& finding = findings_.add(
@@ -224,7 +229,7 @@ class BasisWalk {
             Finding& finding =
                 findings_.add("GJF-S011", Severity::Warning, std::string(element_symbol(number)) + " is not in the molecule",
                               place, "remove it, or write -" + std::string(element_symbol(number)));
-            if (place.column != 0) {
+            if (place.column != 0 && !has_unknown_) {
                 offer(finding, "write -" + std::string(element_symbol(number)), FixSafety::Unsafe,
                       {job_.replacing({place.line, place.column, 0}, "-")});
             }
@@ -262,6 +267,7 @@ class BasisWalk {
 
     const CheckedJob& job_;
     Findings& findings_;
+    bool has_stars_ = false;
     std::size_t open_block_ = 0;  // line of the centers of the block that is open
     bool block_has_shells_ = false;
     std::size_t shell_line_ = 0;
@@ -272,6 +278,7 @@ class BasisWalk {
     bool includes_ = false;
     std::vector<std::pair<std::size_t, TextPlace>> block_elements_;
     std::array<bool, element_count> in_molecule_{};
+    bool has_unknown_ = false;  // an atom whose element nobody knows
     std::array<bool, element_count> covered_{};
     std::array<bool, element_count> named_{};
     std::vector<std::int64_t> coverage_steps_;  // where ranges of atom numbers begin and end

@@ -54,11 +54,12 @@ class TakenPlaces {
     std::map<std::size_t, std::size_t> ends_;  // by beginning
 };
 
-Candidates choose(const std::vector<Finding>& findings, const FixOptions& options, const std::set<FixKey>& refused) {
+Candidates choose(const std::vector<Finding>& findings, const FixOptions& options, const std::set<FixKey>& refused,
+                  bool unsafe) {
     Candidates chosen;
     TakenPlaces taken;
     for (const Finding& finding : findings) {
-        const Fix* fix = options.applies && !options.applies(finding) ? nullptr : applicable_fix(finding, options.unsafe);
+        const Fix* fix = options.applies && !options.applies(finding) ? nullptr : applicable_fix(finding, unsafe);
         if (fix != nullptr && refused.count(key_of({&finding, fix})) == 0 && taken.take(fix->edits)) {
             chosen.push_back({&finding, fix});
         }
@@ -136,7 +137,11 @@ FixedText fix_text(std::string_view text, const FixOptions& options) {
     result.findings = check_text(text, options.check);
     std::set<FixKey> refused;
     for (std::size_t passes = 0; passes < most_passes; ++passes) {
-        const Candidates chosen = choose(result.findings, options, refused);
+        // What is likely is asked again behind what is sure: a route whose words are glued together misleads.
+        Candidates chosen = choose(result.findings, options, refused, false);
+        if (chosen.empty() && options.unsafe) {
+            chosen = choose(result.findings, options, refused, true);
+        }
         if (chosen.empty()) {
             break;
         }

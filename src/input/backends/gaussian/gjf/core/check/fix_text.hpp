@@ -38,9 +38,10 @@ QUOR_GJF_API const Fix* applicable_fix(const Finding& finding, bool unsafe) noex
 
 /// Mends what is found in a text by the fixes that are sure enough.
 ///
-/// All fixes that do not overlap are made at once and the new text is checked; this is repeated while there are any, at most
-/// ten times. A fix after which something is found that was not before is dropped, unless it lies where the old text could
-/// not be read. No byte outside the fixes' changes is touched; text that was mended once is not changed again.
+/// All fixes that do not overlap are made at once, unsafe ones where no safe one is left, and the new text is checked; this
+/// is repeated while there are any, at most ten times. A fix after which something is found that was not before is dropped,
+/// unless it lies where the old text could not be read. No byte outside the fixes' changes is touched; text that was mended
+/// once is not changed again.
 QUOR_GJF_API FixedText fix_text(std::string_view text, const FixOptions& options = {});
 
 }  // namespace quor::input::gaussian

@@ -18,6 +18,12 @@ bool is_one_list(std::string_view text) noexcept {
     return text.size() >= 2 && text.front() == '(' && text.find(')') == text.size() - 1 && text.find('(', 1) == text.npos;
 }
 
+// Tells whether each bracket of the route has a partner. Where one has none, nobody knows yet which word an option is of.
+bool is_balanced(const CheckedJob& job) {
+    const std::string& text = job.route_text();
+    return std::count(text.begin(), text.end(), '(') == std::count(text.begin(), text.end(), ')');
+}
+
 // Returns the place of a stretch of the route that stands in one line; nothing for another.
 std::optional<TextPlace> place_in_one_line(const CheckedJob& job, Span of_route_text) {
     const std::vector<TextPlace> places = route_places(job.layout, of_route_text);
@@ -59,7 +65,7 @@ void offer_near(const CheckedJob& job, const TextPlace& place, std::string_view 
 
 std::vector<TextEdit> route_edits(const CheckedJob& job, Span of_route_text, const std::string& text) {
     const std::optional<TextPlace> place = place_in_one_line(job, of_route_text);
-    return place ? std::vector{job.replacing(*place, text)} : std::vector<TextEdit>();
+    return place && is_balanced(job) ? std::vector{job.replacing(*place, text)} : std::vector<TextEdit>();
 }
 
 std::vector<TextEdit> without_word(const CheckedJob& job, Span of_route_text) {

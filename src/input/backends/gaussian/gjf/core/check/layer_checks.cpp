@@ -75,7 +75,9 @@ void check_letters(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms
         Finding& finding = findings.add("GJF-M011", Severity::Warning,
                                         missing.text() + " without ONIOM layer: Gaussian takes the high layer",
                                         missing.first_line, "write H, M or L behind the coordinates");
-        offer_high_layer(job, atoms, finding);
+        if (count == levels) {
+            offer_high_layer(job, atoms, finding);  // else a layer that is wanted was perhaps not written
+        }
     }
 }
 

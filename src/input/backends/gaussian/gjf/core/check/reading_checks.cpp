@@ -52,6 +52,12 @@ std::string hint_at_title(const CheckedJob& job) {
                : "a blank line is missing before line " + std::to_string(line) + ", which is read as a part of the title";
 }
 
+// Tells whether the molecule is missing, or what is read as its first line is a section behind the true one.
+bool speaks_of_title(const CheckedJob& job, std::string_view message) {
+    return message.starts_with("Missing geometry section") ||
+           (message.starts_with("Invalid charge/spin line") && charge_line_in_title(job) != 0);
+}
+
 void offer_title(const CheckedJob& job, Finding& finding) {
     const std::size_t line = charge_line_in_title(job);
     if (line > 1 && line == job.layout.title.first) {
@@ -64,7 +70,7 @@ void offer_title(const CheckedJob& job, Finding& finding) {
 
 std::string hint_at_failure(const CheckedJob& job, const std::string& message) {
     const std::string_view told = message;
-    if (told.starts_with("Missing geometry section")) {
+    if (speaks_of_title(job, message)) {
         return hint_at_title(job);
     }
     for (const auto& known : failure_hints) {
@@ -111,7 +117,7 @@ void add_fault(const CheckedJob& job, const ReadingFault& fault, const TextPlace
     const bool is_uncertain = (in_molecule && has_unread_rows(job)) || trim_view(line).substr(0, 1) == "$";
     const Severity severity = is_uncertain ? Severity::Warning : Severity::Error;
     Finding& finding = findings.add("GJF-P001", severity, fault.message, told, hint_at_failure(job, fault.message));
-    if (fault.message.starts_with("Missing geometry section")) {
+    if (speaks_of_title(job, fault.message)) {
         offer_title(job, finding);
     }
     if (in_molecule) {

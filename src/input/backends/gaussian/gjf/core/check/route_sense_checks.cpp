@@ -130,14 +130,14 @@ void check_layers_in_solution(const CheckedJob& job, Findings& findings) {
     }
 }
 
-// Offers to compute as many states as the root that is asked for.
+// Offers to compute as many states as the root that is asked for; where a number is given, either may be wrong.
 void offer_states(const CheckedJob& job, const RouteTree::Keyword& keyword, std::int64_t states, Finding& finding) {
     const std::string number = std::to_string(states);
     const RouteTree::Option* given = keyword.find_option("nstates");
     if (given == nullptr) {
         offer(finding, "add nstates=" + number, FixSafety::Unsafe, with_option(job, keyword, "nstates=" + number));
     } else {
-        offer(finding, "write nstates=" + number, FixSafety::Unsafe, route_edits(job, given->value, number));
+        offer(finding, "write nstates=" + number, FixSafety::Choice, route_edits(job, given->value, number));
     }
 }
 

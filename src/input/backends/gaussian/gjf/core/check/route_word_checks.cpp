@@ -57,9 +57,8 @@ void offer_option(const CheckedJob& job, const RouteTree::Keyword& keyword, Find
     }
     const std::string word(*meant);
     const RouteTree::Keyword* owner = job.find_keyword(word.substr(0, word.find('=')));
-    std::vector<TextEdit> edits = owner == nullptr
-                                      ? std::vector<TextEdit>{job.replacing(job.route_place(keyword.head), word)}
-                                      : with_option(job, *owner, word.substr(word.find('=') + 1));
+    std::vector<TextEdit> edits =
+        owner == nullptr ? route_edits(job, keyword.head, word) : with_option(job, *owner, word.substr(word.find('=') + 1));
     const std::vector<TextEdit> removal = owner == nullptr ? edits : without_keyword(job, keyword);
     if (owner != nullptr && !edits.empty() && !removal.empty()) {
         edits.insert(edits.begin() + (removal.front().begin > edits.front().begin ? 1 : 0), removal.front());

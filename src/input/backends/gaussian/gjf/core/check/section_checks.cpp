@@ -77,6 +77,11 @@ bool may_be_missing(const CheckedJob& job, std::size_t n) {
            });
 }
 
+// Tells whether a force field computes with the bonds of the input, so that they cannot be left out.
+bool needs_bonds(const CheckedJob& job) {
+    return has_trait(job.route.method, "is a force field") || !job.route.oniom_expression.empty();
+}
+
 void check_missing(const CheckedJob& job, Findings& findings) {
     for (std::size_t n = 0; n < job.layout.missing.size(); ++n) {
         const Kind kind = job.layout.missing[n];
@@ -94,7 +99,7 @@ void check_missing(const CheckedJob& job, Findings& findings) {
                                         job.layout.lines.last,
                                         "sections stand behind the molecule in a fixed order, each ended by a blank line");
         if (const RouteTree::Option* option = job.find_option("geom", "connectivity");
-            kind == Kind::Connectivity && option != nullptr) {
+            kind == Kind::Connectivity && option != nullptr && !needs_bonds(job)) {
             offer(finding, "leave out geom=connectivity", FixSafety::Unsafe,
                   without_option(job, *job.find_keyword("geom"), *option));
         }

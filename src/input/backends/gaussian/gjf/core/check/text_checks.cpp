@@ -120,21 +120,20 @@ void check_final_blank_line(const CheckedJob& job, Findings& findings) {
 }
 
 // Offers the partner of the only bracket that has none: behind the last option of a list at the end of the route, or before
-// the first one behind "=".
+// the first one behind the first "=" of its word.
 void offer_balance(const CheckedJob& job, std::size_t at, Finding& finding) {
     const std::string& text = job.route_text();
     const auto count = [&](char c) { return std::count(text.begin(), text.end(), c); };
     if (text[at] == '(' && count('(') == count(')') + 1 && text.find(' ', at) == std::string::npos) {
-        offer(finding, "close it at the end", FixSafety::Unsafe,
-              route_edits(job, span_between(text.size() - 1, text.size()), text.substr(text.size() - 1) + ")"));
+        const TextPlace last = job.route_place(span_between(text.size() - 1, text.size()));
+        offer(finding, "close it at the end", FixSafety::Unsafe, {job.replacing({last.line, last.column + 1, 0}, ")")});
     } else if (text[at] == ')' && count('(') + 1 == count(')')) {
-        const std::size_t sign = std::min(text.rfind('=', at), at);
-        const TextPlace from = job.route_place(span_between(sign, sign + 1));
-        const TextPlace to = job.route_place(span_between(at, at + 1));
-        const std::string_view list =
-            from.line == to.line ? job.line(from.line).substr(from.column - 1, to.column - from.column) : " ";
-        if (sign < at && list.find_first_of(" \t(") == std::string_view::npos) {
-            offer(finding, "open it behind =", FixSafety::Unsafe, route_edits(job, span_between(sign, sign + 1), "=("));
+        // In the line itself: a comma outside brackets parts words of the interpreted route.
+        const TextPlace place = job.route_place(span_between(at, at + 1));
+        const std::string_view before = job.line(place.line).substr(0, place.column - 1);
+        const std::size_t sign = before.find('=', before.find_last_of(" \t(") + 1);
+        if (sign != std::string_view::npos) {
+            offer(finding, "open it behind =", FixSafety::Unsafe, {job.replacing({place.line, sign + 2, 0}, "(")});
         }
     }
 }
@@ -192,7 +191,9 @@ bool is_spoilt_number(std::string_view field) {
     if (!digits.empty() && digits.front() == '.') {
         digits.remove_prefix(1);
     }
-    const bool begins_as_number = !digits.empty() && is_digit(digits.front());
+    const bool has_odd_zero =
+        digits.size() > 2 && to_lower_ascii(digits[0]) == 'o' && digits[1] == '.' && is_digit(digits[2]);
+    const bool begins_as_number = has_odd_zero || (!digits.empty() && is_digit(digits.front()));
     const bool odd_sign = !field.empty() && is_outside_ascii(field.front());
     return !to_fortran_number(field) && (begins_as_number || odd_sign);
 }
