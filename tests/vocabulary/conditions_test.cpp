@@ -89,6 +89,70 @@ TEST(Conditions, HoldForNoOtherOption) {
     }
 }
 
+// Each rule must ask for one spelling at least that is the preferred one; others stand beside it where no vocabulary is.
+TEST(Conditions, AskForPreferredSpellings) {
+    const std::vector<TableRow> asked = {
+        {"geom", "connectivity"},
+        {"geom", "modconnectivity"},
+        {"geom", "check"},
+        {"geom", "allcheck"},
+        {"geom", "modify"},
+        {"geom", "modela"},
+        {"geom", "modelb"},
+        {"geom", "readopt"},
+        {"geom", "readharmonic"},
+        {"opt", "readopt"},
+        {"opt", "modredundant"},
+        {"opt", "addgic"},
+        {"opt", "qst2"},
+        {"opt", "qst3"},
+        {"scrf", "read"},
+        {"scrf", "externaliteration"},
+        {"scrf", "oniompcm"},
+        {"irc", "report"},
+        {"irc", "read"},
+        {"pseudo", "read"},
+        {"casscf", "stateaverage"},
+        {"casscf", "spin"},
+        {"external", "readinput"},
+        {"cphf", "rdfreq"},
+        {"freq", "roa"},
+        {"freq", "readisotopes"},
+        {"freq", "selectnormalmodes"},
+        {"freq", "readhinderedrotor"},
+        {"freq", "selectanharmonicmodes"},
+        {"freq", "readanharm"},
+        {"freq", "readfcht"},
+        {"field", "read"},
+        {"guess", "input"},
+        {"guess", "lowsymm"},
+        {"guess", "cards"},
+        {"guess", "alter"},
+        {"guess", "permute"},
+        {"ept", "readorbitals"},
+        {"ept", "rw"},
+        {"mp2", "rw"},
+        {"td", "rw"},
+        {"nmr", "readatoms"},
+        {"nmr", "csgt"},
+        {"pop", "readradii"},
+        {"pop", "readatradii"},
+        {"pop", "mk"},
+        {"pop", "nboread"},
+        {"pop", "nbo6read"},
+        {"prop", "read"},
+        {"prop", "opt"},
+        {"output", "pickett"},
+        {"output", "wfn"},
+        {"output", "wfx"},
+        {"output", "matrixelement"},
+        {"output", "raw"},
+    };
+    for (const TableRow& row : asked) {
+        EXPECT_EQ(vocabulary().normalize_option(row[0], row[1]), row[1]) << row[0];
+    }
+}
+
 TEST(Conditions, NameKeywordsOfTheVocabulary) {
     for (const char* const word :
          {"geom", "opt",   "external", "extralinks", "cphf",    "freq",  "charge", "bomd",

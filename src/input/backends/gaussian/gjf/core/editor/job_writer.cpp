@@ -208,10 +208,10 @@ std::string write_job(const GJFData& data) {
         text += "\n\n";
     }
     const RouteQuestions questions(route);
-    if (questions.option("geom", {"allchk"})) {
+    if (questions.option("geom", {"allcheck", "allchk"})) {
         append_sections(text, data, "", "\n\n");
     } else {
-        append_title_and_molecule(text, data, questions.option("geom", {"chk"}));
+        append_title_and_molecule(text, data, questions.option("geom", {"check", "chk"}));
     }
     end_job_text(text);
     return text;

@@ -173,7 +173,7 @@ bool GJFParser::has_geom_option(const ControlSection& control, const std::string
         return false;
     }
     const ParsedKeywords route = parse_keywords(control.route_keywords, {});
-    return RouteQuestions(route).option("geom", {to_lower_copy(trim_view(option))});
+    return RouteQuestions(route).option("geom", {default_route_schema().normalize_option("geom", option)});
 }
 
 bool GJFParser::is_geom_check(const ControlSection& control) { return has_geom_option(control, "chk"); }

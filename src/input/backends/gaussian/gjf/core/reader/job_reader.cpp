@@ -50,8 +50,8 @@ struct RouteShape {
 RouteShape shape_of(const ParsedKeywords& route, const RouteQuestions& questions) {
     RouteShape shape;
     shape.has_overlays = route.has_keyword("extraoverlays");
-    shape.molecule_from_checkpoint = questions.option("geom", {"chk"});
-    shape.all_from_checkpoint = questions.option("geom", {"allchk"});
+    shape.molecule_from_checkpoint = questions.option("geom", {"check", "chk"});
+    shape.all_from_checkpoint = questions.option("geom", {"allcheck", "allchk"});
     shape.changes_checkpoint = questions.option("geom", {"modify"});
     shape.builds_model = questions.option("geom", {"modela", "modelb"});
     return shape;

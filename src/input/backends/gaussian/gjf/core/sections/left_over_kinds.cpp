@@ -13,7 +13,7 @@ using Route = const RouteQuestions&;
 
 bool word_of_method(Route r, Words words) { return r.word_in_method_options(words) || r.word_in_oniom(words); }
 
-std::size_t modconnect(Route r) { return r.option("geom", {"modconnect", "modconnectivity"}); }
+std::size_t modconnect(Route r) { return r.option("geom", {"modconnectivity", "modconnect"}); }
 
 // geom=modredundant, popt and fopt=modredundant, freq=modredundant.
 std::size_t modredundant(Route r) { return r.any_option({"modredundant", "modredun", "modred", "addredundant"}); }

@@ -6,8 +6,10 @@
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
-#include <array>
+#include <iterator>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace quor::input::gaussian {
 namespace {
@@ -42,86 +44,75 @@ bool is_residue_parameter(const std::string& key) {
     return std::find(std::begin(keys), std::end(keys), lower) != std::end(keys);
 }
 
-using Identities = std::array<KeywordIdentity, std::size(asked_keywords)>;
-
-// The keywords that the rules ask for, looked up in the default vocabulary once.
-const Identities& identities() {
-    static const Identities found = [] {
-        Identities list;
-        std::transform(std::begin(asked_keywords), std::end(asked_keywords), list.begin(),
-                       [](std::string_view word) { return default_route_schema().identify_keyword(std::string(word)); });
-        return list;
-    }();
-    return found;
-}
-
-// Tells whether an option of the vocabulary has a spelling that a word is or abbreviates. Only then can they be the same.
-bool may_be(const CandidateGroup* option, std::string_view word) {
-    return option != nullptr && std::any_of(option->forms.begin(), option->forms.end(), [word](const std::string& form) {
-               return form.compare(0, word.size(), word) == 0;
-           });
+// The keywords of a route and their options by preferred spelling, as a tree of one segment.
+RouteTree tree_of(const ParsedKeywords& route) {
+    const SimpleYAMLParser& schema = default_route_schema();
+    RouteTree tree;
+    std::vector<RouteTree::Keyword>& keywords = tree.segments.emplace_back().keywords;
+    keywords.reserve(route.keywords.size());
+    for (const KeywordInfo& info : route.keywords) {
+        RouteTree::Keyword& keyword = keywords.emplace_back();
+        const KeywordIdentity identity = schema.identify_keyword(info.name);
+        const CandidateGroup* group = identity.keyword != nullptr ? identity.keyword : identity.method;
+        keyword.name = group == nullptr ? identity.word : group->canonical;
+        keyword.options.reserve(2 * info.options.size());
+        for (const auto& [name, value] : info.options) {
+            for (const std::string* word : {&name, &value}) {
+                if (!word->empty()) {
+                    const OptionIdentity option = schema.identify_option(info.name, *word);
+                    const bool known = option.option != nullptr;
+                    RouteTree::Option& added = keyword.options.emplace_back();
+                    added.canonical = known ? option.option->canonical : option.word;
+                    added.match = known ? RouteMatch::Exact : RouteMatch::Unknown;
+                }
+            }
+        }
+    }
+    return tree;
 }
 
 }  // namespace
 
-RouteQuestions::RouteQuestions(const ParsedKeywords& route) : route_(route), schema_(default_route_schema()) {
-    const Identities& asked = identities();
-    keywords_.reserve(route.keywords.size());
-    for (const KeywordInfo& info : route.keywords) {
-        Keyword& keyword = keywords_.emplace_back();
-        keyword.info = &info;
-        const KeywordIdentity identity = schema_.identify_keyword(info.name);
-        for (std::size_t i = 0; i < asked.size(); ++i) {
-            keyword.is[i] = SimpleYAMLParser::equivalent(identity, asked[i]);
-        }
-        present_ |= keyword.is;
-        keyword.options.reserve(2 * info.options.size());
-        for (const auto& [name, value] : info.options) {
-            keyword.options.push_back(schema_.identify_option(info.name, name));
-            keyword.options.push_back(schema_.identify_option(info.name, value));
-        }
-    }
+RouteQuestions::RouteQuestions(const ParsedKeywords& route) : route_(route), tree_(tree_of(route)), words_(tree_) {}
+
+bool RouteQuestions::keyword(Words names) const noexcept {
+    return std::any_of(names.begin(), names.end(), [&](std::string_view name) { return words_.has_keyword(name); });
 }
 
-bool RouteQuestions::has_option(const Keyword& keyword, Words options) const {
-    const auto is_one = [&](const OptionIdentity& entry, std::string_view wanted) {
-        return entry.word == wanted ||
-               (may_be(entry.option, wanted) &&
-                SimpleYAMLParser::equivalent(entry, schema_.identify_option(keyword.info->name, std::string(wanted))));
-    };
-    return std::any_of(keyword.options.begin(), keyword.options.end(), [&](const OptionIdentity& entry) {
-        return std::any_of(options.begin(), options.end(), [&](std::string_view wanted) { return is_one(entry, wanted); });
+bool RouteQuestions::option(std::string_view keyword, Words options) const noexcept {
+    return std::any_of(options.begin(), options.end(),
+                       [&](std::string_view option) { return words_.has_option(keyword, option); });
+}
+
+bool RouteQuestions::any_option(Words options) const noexcept {
+    return std::any_of(words_.keywords.begin(), words_.keywords.end(), [&](const RouteTree::Keyword* keyword) {
+        return std::any_of(options.begin(), options.end(),
+                           [&](std::string_view option) { return keyword->find_option(option) != nullptr; });
     });
 }
 
-bool RouteQuestions::keyword(Keywords names) const noexcept {
-    return std::any_of(names.begin(), names.end(), [&](AskedKeyword name) { return present_[name.index()]; });
-}
-
-bool RouteQuestions::option(AskedKeyword keyword, Words options) const {
-    return present_[keyword.index()] && std::any_of(keywords_.begin(), keywords_.end(), [&](const Keyword& candidate) {
-               return candidate.is[keyword.index()] && has_option(candidate, options);
-           });
-}
-
-bool RouteQuestions::any_option(Words options) const {
-    return std::any_of(keywords_.begin(), keywords_.end(),
-                       [&](const Keyword& keyword) { return has_option(keyword, options); });
+bool RouteQuestions::any_known_option(std::string_view name) const noexcept {
+    return std::any_of(words_.keywords.begin(), words_.keywords.end(), [&](const RouteTree::Keyword* keyword) {
+        const RouteTree::Option* option = keyword->find_option(name);
+        return option != nullptr && option->match != RouteMatch::Unknown;
+    });
 }
 
 bool RouteQuestions::iop(const char* name, const char* value) const {
-    constexpr AskedKeyword iop = "iop";
-    return present_[iop.index()] && std::any_of(keywords_.begin(), keywords_.end(), [&](const Keyword& keyword) {
-               const auto& options = keyword.info->options;
-               return keyword.is[iop.index()] && std::any_of(options.begin(), options.end(), [&](const auto& entry) {
-                          return trim_view(entry.second) == value && schema_.options_equivalent("iop", entry.first, name);
-                      });
-           });
+    for (std::size_t i = 0; i < route_.keywords.size(); ++i) {
+        const auto option = route_.keywords[i].options.find(name);
+        if (words_.keywords[i]->name == "iop" && option != route_.keywords[i].options.end() &&
+            trim_view(option->second) == value) {
+            return true;
+        }
+    }
+    return false;
 }
 
 bool RouteQuestions::method(Words names, bool by_canonical_spelling) const {
     const std::string method = folded(route_.method);
-    const std::string canonical = by_canonical_spelling && !method.empty() ? schema_.normalize_keyword(method) : method;
+    const std::string canonical =
+        by_canonical_spelling && !method.empty() ? default_route_schema().normalize_keyword(method) : method;
     return std::any_of(names.begin(), names.end(),
                        [&](std::string_view name) { return method == name || canonical == name; });
 }
@@ -139,23 +130,15 @@ std::size_t RouteQuestions::count_in_oniom(std::string_view word) const {
     return count_whole_word(folded(route_.oniom_expression), word);
 }
 
-bool RouteQuestions::option_text(AskedKeyword keyword, const char* text) const {
-    return std::any_of(keywords_.begin(), keywords_.end(), [&](const Keyword& candidate) {
-        const auto& options = candidate.info->options;
-        return candidate.is[keyword.index()] && std::any_of(options.begin(), options.end(), [&](const auto& entry) {
-                   return folded(entry.first) == text || folded(entry.second) == text;
-               });
-    });
-}
-
 bool RouteQuestions::unrestricted() const {
     const std::string method = folded(route_.method);
     if (!method.empty() && method.front() == 'u') {
         return true;
     }
+    const SimpleYAMLParser& schema = default_route_schema();
     return std::any_of(route_.keywords.begin(), route_.keywords.end(), [&](const KeywordInfo& info) {
         const std::string name = trimmed(info.name);
-        return schema_.knows_method(name) && schema_.normalize_keyword(name).substr(0, 1) == "u";
+        return schema.knows_method(name) && schema.normalize_keyword(name).substr(0, 1) == "u";
     });
 }
 

@@ -16,7 +16,7 @@ using Kind = ExtraInputSectionKind;
 using Class = ExtraInputClass;
 using Route = const RouteQuestions&;
 
-std::size_t connect(Route r) { return r.option("geom", {"connect", "connectivity"}) || r.keyword({"modconnect"}); }
+std::size_t connect(Route r) { return r.option("geom", {"connectivity", "connect"}) || r.keyword({"modconnect"}); }
 
 std::size_t frozen(Route r) {
     return r.option("geom", {"readopt", "readoptimize", "rdoptimize"}) ||
@@ -46,12 +46,11 @@ std::size_t irc_report(Route r) {
 
 std::size_t general_basis(Route r) { return r.basis({"gen", "genecp"}) || r.keyword({"gen", "genecp", "extrabasis"}); }
 
-std::size_t ecp(Route r) { return r.basis({"genecp"}) || r.keyword({"genecp"}) || r.option("pseudo", {"cards"}); }
+std::size_t ecp(Route r) { return r.basis({"genecp"}) || r.keyword({"genecp"}) || r.option("pseudo", {"read", "cards"}); }
 
 // A multi-configuration option is given to the keyword, or stands among the options of the method.
 bool multiconfiguration_option(Route r, const char* name) {
-    return r.option("casscf", {name}) || r.option("cas", {name}) ||
-           (r.method({"casscf", "cas"}, true) && r.word_in_method_options({name}));
+    return r.option("casscf", {name}) || (r.method({"casscf", "cas"}, true) && r.word_in_method_options({name}));
 }
 
 std::size_t trajectory_blocks(Route r) {
@@ -78,7 +77,7 @@ std::size_t third_modify(Route r) { return qst3(r) && modify(r); }
 std::size_t residues(Route r) { return r.has_residues(); }
 std::size_t isotopes(Route r) { return r.keyword({"readisotopes"}) || r.any_option({"readisotopes"}); }
 std::size_t external_input(Route r) { return r.option("external", {"readinput"}); }
-std::size_t link_input(Route r) { return r.option_text("extralinks", "l608"); }
+std::size_t link_input(Route r) { return r.option("extralinks", {"l608"}); }
 std::size_t frequency(Route r) { return r.option("cphf", {"rdfreq"}) || r.option("freq", {"roa"}); }
 std::size_t charges(Route r) { return r.keyword({"charge"}); }
 std::size_t constraints(Route r) { return r.option("geom", {"readharmonic"}); }
@@ -95,8 +94,8 @@ std::size_t altered_orbitals(Route r) { return once_or_twice(r, "alter", false);
 std::size_t reordered_orbitals(Route r) { return once_or_twice(r, "permute", true); }
 std::size_t gvb(Route r) { return r.keyword({"gvb"}); }
 std::size_t state_average(Route r) { return multiconfiguration_option(r, "stateaverage"); }
-std::size_t spin_orbit(Route r) { return multiconfiguration_option(r, "spinorbit"); }
-std::size_t window(Route r) { return r.keyword({"readwindow"}) || r.any_option({"readwindow"}); }
+std::size_t spin_orbit(Route r) { return r.option("casscf", {"spin"}) || multiconfiguration_option(r, "spinorbit"); }
+std::size_t window(Route r) { return r.keyword({"readwindow"}) || r.any_option({"readwindow"}) || r.any_known_option("rw"); }
 std::size_t ept(Route r) { return r.option("ept", {"readorbitals"}); }
 std::size_t spin_spin(Route r) { return r.option("nmr", {"readatoms"}); }
 std::size_t radii(Route r) { return r.option("pop", {"readradii", "readatradii"}) || r.keyword({"readatradii"}); }
@@ -104,12 +103,12 @@ std::size_t antechamber(Route r) { return r.option("pop", {"mk"}) && r.iop("6/50
 std::size_t properties(Route r) { return std::size_t{r.option("prop", {"read"})} + std::size_t{r.option("prop", {"opt"})}; }
 std::size_t nbo(Route r) { return r.option("pop", {"nboread", "nbo6read"}); }
 std::size_t modes(Route r) { return r.option("freq", {"selectnormalmodes"}); }
-std::size_t rotors(Route r) { return r.option("freq", {"readhindered"}); }
+std::size_t rotors(Route r) { return r.option("freq", {"readhinderedrotor", "readhindered"}); }
 std::size_t anharmonic_modes(Route r) { return r.option("freq", {"selectanharmonicmodes"}); }
-std::size_t anharmonic(Route r) { return r.option("freq", {"readanharmonic"}); }
+std::size_t anharmonic(Route r) { return r.option("freq", {"readanharm", "readanharmonic"}); }
 std::size_t fcht(Route r) { return r.option("freq", {"readfcht"}); }
 std::size_t pickett(Route r) { return r.option("output", {"pickett"}); }
-std::size_t acid(Route r) { return r.option("nmr", {"cgst"}) && r.iop("10/93", "1"); }
+std::size_t acid(Route r) { return r.option("nmr", {"csgt", "cgst"}) && r.iop("10/93", "1"); }
 std::size_t wave_function_file(Route r) { return r.option("output", {"wfn", "psi"}); }
 std::size_t matrix_elements(Route r) { return r.option("output", {"matrixelement", "raw"}); }
 
