@@ -152,7 +152,7 @@ void check_close_atoms(const CheckedJob& job, const std::vector<MoleculeAtom>& a
                 "atoms " + std::to_string(j + 1) + " and " + std::to_string(i + 1) +
                     (length < 1e-3 ? std::string(" stand on one spot") : " are " + shown(length) + " \xC3\x85 apart"),
                 atoms[i].line, "Gaussian stops when atoms are closer than 0.5 \xC3\x85");
-            finding.related.push_back({"the other atom", atoms[j].line, 1, job.line(atoms[j].line).size()});
+            relate_line(job, atoms[j].line, "the other atom", finding);
         });
         count += close;
         // Atoms on one spot are not put in again, so that no cube grows without bound.

@@ -186,6 +186,7 @@ class BasisWalk {
                     "GJF-S010", Severity::Error,
                     "a new block begins here, but the one of line " + std::to_string(open_block_) + " is not closed", number,
                     "end every block with ****");
+                relate_line(job_, open_block_, "the open block", finding);
                 offer(finding, "close it with ****", FixSafety::Unsafe, {job_.behind_line(number - 1, "\n****")});
             }
             open(read_centers(section, line), number);
@@ -246,10 +247,12 @@ class BasisWalk {
         }
         for (const auto& [element, place] : block_elements_) {
             if (named_[element] && !block_has_shells_) {
-                findings_.add("GJF-S008", Severity::Warning,
-                              std::string(element_symbol(static_cast<int>(element))) + " is given a basis set twice", place);
+                Finding& finding = findings_.add(
+                    "GJF-S008", Severity::Warning,
+                    std::string(element_symbol(static_cast<int>(element))) + " is given a basis set twice", place);
+                relate(*named_[element], "first here", finding);
             }
-            named_[element] = true;
+            named_[element] = place;
         }
         const std::string name(text);
         const bool is_path = text.find('/') != std::string_view::npos;
@@ -280,7 +283,7 @@ class BasisWalk {
     std::array<bool, element_count> in_molecule_{};
     bool has_unknown_ = false;  // an atom whose element nobody knows
     std::array<bool, element_count> covered_{};
-    std::array<bool, element_count> named_{};
+    std::array<std::optional<TextPlace>, element_count> named_{};
     std::vector<std::int64_t> coverage_steps_;  // where ranges of atom numbers begin and end
 };
 

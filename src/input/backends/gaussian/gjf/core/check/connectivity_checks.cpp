@@ -45,7 +45,7 @@ std::string bond_text(const std::pair<std::int64_t, std::int64_t>& bond) {
     return "the bond between atoms " + std::to_string(bond.first) + " and " + std::to_string(bond.second);
 }
 
-void check_bonds(const WrittenBonds& bonds, Findings& findings) {
+void check_bonds(const CheckedJob& job, const WrittenBonds& bonds, Findings& findings) {
     bool any_two_sided = false;
     for (auto begin = bonds.begin(); begin != bonds.end();) {
         const auto end = bonds.upper_bound(begin->first);
@@ -53,11 +53,13 @@ void check_bonds(const WrittenBonds& bonds, Findings& findings) {
         const auto from_lower = std::count_if(begin, end, [](const auto& entry) { return entry.second.from_lower; });
         const auto last = std::prev(end);
         any_two_sided = any_two_sided || (from_lower > 0 && from_lower < count);
-        if (begin->second.order != last->second.order) {
-            findings.add("GJF-S004", Severity::Warning, bond_text(begin->first) + " is given with two orders",
-                         last->second.line);
-        } else if (from_lower > 1 || count - from_lower > 1) {
-            findings.add("GJF-S004", Severity::Warning, bond_text(begin->first) + " is given twice", last->second.line);
+        const bool has_two_orders = begin->second.order != last->second.order;
+        if (has_two_orders || from_lower > 1 || count - from_lower > 1) {
+            Finding& finding =
+                findings.add("GJF-S004", Severity::Warning,
+                             bond_text(begin->first) + (has_two_orders ? " is given with two orders" : " is given twice"),
+                             last->second.line);
+            relate_line(job, begin->second.line, "first here", finding);
         }
         begin = end;
     }
@@ -74,7 +76,7 @@ void check_bonds(const WrittenBonds& bonds, Findings& findings) {
 
 void check_rows(const CheckedJob& job, const LineRange& lines, std::size_t atom_count, Findings& findings) {
     WrittenBonds bonds;
-    std::vector<char> has_row(atom_count + 1);
+    std::vector<std::size_t> row_of(atom_count + 1);  // the line of its row; 0 for none
     const SectionReading section = read_section(ExtraInputSectionKind::Connectivity, job.text(lines));
     for (std::size_t line = lines.first; line <= lines.last; ++line) {
         const std::int64_t atom = read_row(job, line, section, section.lines[line - lines.first], bonds, findings);
@@ -82,15 +84,17 @@ void check_rows(const CheckedJob& job, const LineRange& lines, std::size_t atom_
         if (atom < 1 || std::cmp_greater(atom, atom_count)) {
             continue;
         }
-        char& seen = has_row[static_cast<std::size_t>(atom)];
-        if (seen != 0) {
-            findings.add("GJF-S005", Severity::Warning, "atom " + std::to_string(atom) + " has a second row", line);
+        std::size_t& first = row_of[static_cast<std::size_t>(atom)];
+        if (first != 0) {
+            Finding& finding =
+                findings.add("GJF-S005", Severity::Warning, "atom " + std::to_string(atom) + " has a second row", line);
+            relate_line(job, first, "first here", finding);
         }
-        seen = 1;
+        first = line;
     }
-    const auto missing = std::count(has_row.begin() + 1, has_row.end(), 0);
+    const auto missing = std::count(row_of.begin() + 1, row_of.end(), std::size_t{0});
     if (missing > 0) {
-        const auto first = std::find(has_row.begin() + 1, has_row.end(), 0) - has_row.begin();
+        const auto first = std::find(row_of.begin() + 1, row_of.end(), std::size_t{0}) - row_of.begin();
         Finding& finding =
             findings.add("GJF-S005", Severity::Warning,
                          std::to_string(missing) + " of " + std::to_string(atom_count) +
@@ -99,13 +103,13 @@ void check_rows(const CheckedJob& job, const LineRange& lines, std::size_t atom_
         // Rows in the order of the atoms: only those behind the last one can be told.
         std::string rows;
         for (std::size_t atom = atom_count + 1 - static_cast<std::size_t>(missing); atom <= atom_count; ++atom) {
-            rows += has_row[atom] == 0 ? "\n " + std::to_string(atom) : std::string();
+            rows += row_of[atom] == 0 ? "\n " + std::to_string(atom) : std::string();
         }
         if (std::cmp_equal(first + missing, atom_count + 1)) {
             offer(finding, "add rows with the numbers alone", FixSafety::Unsafe, {job.behind_line(lines.last, rows)});
         }
     }
-    check_bonds(bonds, findings);
+    check_bonds(job, bonds, findings);
 }
 
 // Rows may name their neighbours alone, each with an order; they then belong to the atoms in turn.

@@ -39,6 +39,10 @@ void relate(const TextPlace& place, const std::string& message, Finding& finding
     finding.related.push_back({message, place.line, std::max<std::size_t>(place.column, 1), place.length});
 }
 
+void relate_line(const CheckedJob& job, std::size_t line, const std::string& message, Finding& finding) {
+    relate({line, 1, job.line(line).size()}, message, finding);
+}
+
 void offer(Finding& finding, std::string title, FixSafety safety, std::vector<TextEdit> edits) {
     if (!edits.empty()) {
         finding.fixes.push_back({std::move(title), safety, std::move(edits)});

@@ -14,6 +14,9 @@ namespace quor::input::gaussian {
 /// Names another place that a finding speaks of; all of a line where `place` has no column.
 void relate(const TextPlace& place, const std::string& message, Finding& finding);
 
+/// Names another line that a finding speaks of.
+void relate_line(const CheckedJob& job, std::size_t line, const std::string& message, Finding& finding);
+
 /// Offers changes under a title; nothing when there are none.
 void offer(Finding& finding, std::string title, FixSafety safety, std::vector<TextEdit> edits);
 

@@ -95,10 +95,12 @@ void check_link_hosts(const CheckedJob& job, const std::vector<MoleculeAtom>& at
                              std::string(link->host_text) + "', which is no other atom",
                          place);
         } else if (layer_depth(atoms[static_cast<std::size_t>(*link->host) - 1]) >= layer_depth(atoms[i])) {
-            findings.add("GJF-M014", Severity::Warning,
-                         "the link atom of atom " + std::to_string(i + 1) + " is bonded to atom " +
-                             std::string(link->host_text) + ", which is not in a higher layer",
-                         place);
+            Finding& finding = findings.add("GJF-M014", Severity::Warning,
+                                            "the link atom of atom " + std::to_string(i + 1) + " is bonded to atom " +
+                                                std::string(link->host_text) + ", which is not in a higher layer",
+                                            place);
+            relate_line(job, atoms[static_cast<std::size_t>(*link->host) - 1].line, "the atom that it is bonded to",
+                        finding);
         }
     }
 }
@@ -118,8 +120,7 @@ void check_cut_bonds(const CheckedJob& job, const std::vector<MoleculeAtom>& ato
             offer(finding, "write the link atom H " + std::to_string(bond.upper + 1), FixSafety::Unsafe,
                   {behind_fields(job, atoms[bond.lower].line, " H " + std::to_string(bond.upper + 1))});
         }
-        finding.related.push_back(
-            {"the other atom of the bond", atoms[bond.upper].line, 1, job.line(atoms[bond.upper].line).size()});
+        relate_line(job, atoms[bond.upper].line, "the other atom of the bond", finding);
     }
 }
 

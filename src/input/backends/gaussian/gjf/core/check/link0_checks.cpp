@@ -130,6 +130,7 @@ std::int64_t check_cores(const CheckedJob& job, const std::vector<Link0Line>& li
             conflict ? "%nprocshared asks for " + std::to_string(asked) + " cores, %cpu lists " + std::to_string(listed)
                      : std::string("both %nprocshared and %cpu are given"),
             std::max(nproc->line, cpu->line), "keep one of the two");
+        relate_line(job, std::min(nproc->line, cpu->line), "the other one", finding);
         for (const Link0Line* line : {nproc, cpu}) {
             offer(finding, "remove %" + std::string(line->key), FixSafety::Choice,
                   {job.without_lines({line->line, line->line})});

@@ -72,9 +72,11 @@ void check_contradicting_words(const CheckedJob& job, Findings& findings) {
         const std::optional<Span> first = job.find_word(pair.first);
         const std::optional<Span> second = job.find_word(pair.second);
         if (first && second) {
-            findings.add("GJF-R008", severity_named(pair.severity),
-                         "'" + std::string(pair.first) + "' and '" + std::string(pair.second) + "' contradict each other",
-                         job.route_place(*second), "keep the one that is meant");
+            Finding& finding = findings.add(
+                "GJF-R008", severity_named(pair.severity),
+                "'" + std::string(pair.first) + "' and '" + std::string(pair.second) + "' contradict each other",
+                job.route_place(*second), "keep the one that is meant");
+            relate_first(job, *first, finding);
         }
     }
 }
@@ -290,18 +292,20 @@ ModelChemistry model_chemistry_of(const CheckedJob& job, Findings& findings) {
         if (!segment.method.empty()) {
             if (model.method != nullptr && !go_together(model.method->method, segment.method) &&
                 !go_together(segment.method, model.method->method)) {
-                findings.add("GJF-R003", Severity::Warning,
-                             "two methods: '" + model.method->method + "' and '" + segment.method + "'",
-                             job.route_place(segment.place), "keep one");
+                Finding& finding = findings.add("GJF-R003", Severity::Warning,
+                                                "two methods: '" + model.method->method + "' and '" + segment.method + "'",
+                                                job.route_place(segment.place), "keep one");
+                relate_first(job, model.method->place, finding);
             }
             model.method = model.method == nullptr ? &segment : model.method;
         }
         if (!segment.basis.empty() && !has_trait(segment.basis, "stands beside a basis set")) {
             if (model.basis != nullptr && model.basis->basis != segment.basis) {
-                findings.add("GJF-R004", Severity::Warning,
-                             "two basis sets: '" + model.basis->basis + "' and '" + segment.basis + "'",
-                             job.route_place(segment.place),
-                             "keep one; different sets for different elements are given with gen");
+                Finding& finding = findings.add("GJF-R004", Severity::Warning,
+                                                "two basis sets: '" + model.basis->basis + "' and '" + segment.basis + "'",
+                                                job.route_place(segment.place),
+                                                "keep one; different sets for different elements are given with gen");
+                relate_first(job, model.basis->place, finding);
             }
             model.basis = model.basis == nullptr ? &segment : model.basis;
         }

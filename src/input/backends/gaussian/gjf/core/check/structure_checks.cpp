@@ -1,6 +1,7 @@
 // Checks of second and third structures (QST2, QST3) beside the first: that they can be read, and list the same atoms.
 #include <gjf/core/check/molecule_view.hpp>
 
+#include <gjf/core/check/fixes.hpp>
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
@@ -64,19 +65,21 @@ void check_structure(const CheckedJob& job, const SectionLayout& section, const 
         labels.push_back(&row.info);
     }
     if (labels.size() != atoms.size()) {
-        findings.add(
+        Finding& finding = findings.add(
             "GJF-S019", Severity::Error,
             "this structure has " + std::to_string(labels.size()) + " atoms, the first one " + std::to_string(atoms.size()),
             line);
+        relate_line(job, atoms.front().line, "the first structure", finding);
         return;
     }
     check_further_pair(job, geom.charge_spin_pairs(), atoms, line, findings);
     for (std::size_t i = 0; i < labels.size(); ++i) {
         if (species_of(*labels[i]).nuclear_charge() != atoms[i].species.nuclear_charge()) {
-            findings.add("GJF-S020", Severity::Warning,
-                         "atom " + std::to_string(i + 1) + " is " + labels[i]->element + " here, and " +
-                             atoms[i].info->element + " in the first structure",
-                         line + 1 + i, "the structures must list the same atoms in the same order");
+            Finding& finding = findings.add("GJF-S020", Severity::Warning,
+                                            "atom " + std::to_string(i + 1) + " is " + labels[i]->element + " here, and " +
+                                                atoms[i].info->element + " in the first structure",
+                                            line + 1 + i, "the structures must list the same atoms in the same order");
+            relate_line(job, atoms[i].line, "in the first structure", finding);
             return;
         }
     }
