@@ -20,7 +20,7 @@ TEST(Checker, TellsThePlace) {
         {"# hf/sto-3g" + helium, ""},
         {"# hf/sto-3g opt=(calcall,calfc)" + helium, "R001 1:26+5 error\n"},
         {"#p hf/sto-3g\nopt=(tight,\n  calfc)" + helium, "R001 3:3+5 error\n"},
-        {"#p\n#bl3yp/sto-3g" + helium, "W005 2:2+5 warning\n"},
+        {"#p\n#bl3yp/sto-3g" + helium, "W005 2:2+5 error\n"},
         {"%mem=x\n# hf/def2-tzvp opt" + helium, "L002 1:6+1 error\nW005 2:6+9 error\n"},
         {"# hf/sto-3g opt=(calcfc" + helium, "T007 1:17+1 error\n"},
         {"# hf/sto-3g/mp2/cc-pvdz" + helium, "R003 1:13+3 warning\nR004 1:17+7 warning\n"},

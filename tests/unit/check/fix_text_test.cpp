@@ -126,6 +126,8 @@ const std::vector<Mended>& mended_texts() {
         route_fix("GJF-R022", safe, "#PM6 opt", "# PM6 opt"),
         route_fix("GJF-R022", safe, "#TD(nstates=3) hf/sto-3g", "# TD(nstates=3) hf/sto-3g"),
         route_fix("GJF-R022", safe, "#pbepbe/sto-3g", "# pbepbe/sto-3g"),
+        route_fix("GJF-R023", safe, "# hf/sto-3g scrf=smd,solvent=water", "# hf/sto-3g scrf=(smd,solvent=water)"),
+        route_fix("GJF-R023", safe, "# hf/sto-3g opt=ts,calcfc freq", "# hf/sto-3g opt=(ts,calcfc) freq"),
         {"GJF-S002", unsafe, job_of("# hf/gen", "0 1\nKr 0.0 0.0 0.0\n", "Kr 0\nlanl2dz\n****\n\nKr 0\nlanl2dz\n"),
          job_of("# hf/genecp", "0 1\nKr 0.0 0.0 0.0\n", "Kr 0\nlanl2dz\n****\n\nKr 0\nlanl2dz\n")},
         {"GJF-T003", safe,

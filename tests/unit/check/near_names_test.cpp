@@ -51,7 +51,14 @@ TEST(Checker, IsSureOnlyOfOneSlipInsideALongName) {
         {"%nprocshard=2\n# hf/sto-3g", "GJF-L001", Severity::Error},
         {"# hf/sto-3g scrf=(solvent=acetonitrille)", "GJF-R012", Severity::Error},
         {"# hf/sto-3g frq", "GJF-W005", Severity::Warning},  // short
-        {"# b3lpy/sto-3g", "GJF-W005", Severity::Warning},
+        {"# b3lpy/sto-3g", "GJF-W005", Severity::Error},     // must be a method
+        {"# bl3yp/sto-3g", "GJF-W005", Severity::Error},
+        {"# b3yp/sto-3g", "GJF-W005", Severity::Error},
+        {"# oniom(b3lpy/sto-3g:uff)", "GJF-W005", Severity::Error},
+        {"# sto-3g b3lpy", "GJF-W005", Severity::Warning},  // may be any word
+        {"# b3lyq/sto-3g", "GJF-W005", Severity::Warning},  // another last letter
+        {"# ab3lyp/sto-3g", "GJF-W005", Severity::Warning},
+        {"# b9lyp/sto-3g", "GJF-W005", Severity::Warning},                 // another digit
         {"# hf/sto-3g opt(xmaxcycles=9)", "GJF-R001", Severity::Warning},  // added in front
         {"# hf/sto-3g opt(maxcyclesx=9)", "GJF-R001", Severity::Warning},  // added behind
         {"# hf/sto-3g opt(naxcycles=9)", "GJF-R001", Severity::Warning},   // another first letter
@@ -59,7 +66,14 @@ TEST(Checker, IsSureOnlyOfOneSlipInsideALongName) {
         {"# hf/sto-3g opt(maxcyxles=9)", "GJF-R001", Severity::Error},
         {"# hf/sto-3g opt(maxcycxles=9)", "GJF-R001", Severity::Warning},  // put in
         {"# hf/def2tzvq", "GJF-W005", Severity::Warning},                  // another last letter
-        {"# hf/6-331g", "GJF-W005", Severity::Warning},                    // a digit
+        {"# hf/6-331g", "GJF-W005", Severity::Error},                      // a digit doubled
+        {"# hf/6-13g", "GJF-W005", Severity::Error},                       // swapped
+        {"# hf/6-41g", "GJF-W005", Severity::Warning},                     // another digit
+        {"# hf/6-311+g(dp)", "GJF-W005", Severity::Error},                 // no comma
+        {"# hf/sto-3g scrf=(solvent=watr)", "GJF-R012", Severity::Error},
+        {"# hf/sto-3g scrf=(solvent=wax)", "GJF-R012", Severity::Warning},
+        {"# hf/sto-3g opt=(maxcycles100)", "GJF-R001", Severity::Error},  // a value without its sign
+        {"# hf/sto-3g opt=(foo100)", "GJF-R001", Severity::Warning},
         {"# hf/sto-3g qwertzuiop", "GJF-W005", Severity::Warning},
         {"# hf/sto-3g opt=qwertzuiop", "GJF-R001", Severity::Warning},
         {"%chkx=a\n# hf/sto-3g", "GJF-L001", Severity::Warning},

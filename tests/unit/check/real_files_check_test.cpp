@@ -57,6 +57,7 @@ const std::map<std::string, std::set<std::string>> true_errors = {
     {"tests__test_files__gaussian_input_02.com", {"GJF-T001"}},  // ends with an atom
     {"tests__g16__53_err_wrong_charge_multiplicity.com", {"GJF-M002"}},
     {"tests__g16__54_err_missing_basis_heavy_atom.com", {"GJF-R013"}},  // lead with 6-311+G(d,p)
+    {"tests__g16__57_err_syntax_route_typo.com", {"GJF-W005"}},         // B3LPY
     {"tests__g16__60_err_missing_end_blank_line.com", {"GJF-T001"}},
     {"GaussianTests__inputs__pd_genecp_ts_lastpoint_saved_from_gaussview.com",
      {"GJF-S001"}},                                                          // genecp without both sections

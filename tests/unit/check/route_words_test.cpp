@@ -70,7 +70,7 @@ TEST(RouteWords, MisspeltInsideAreErrors) {
 TEST(RouteWords, WithALetterMoreInFrontOrBehindAreWarnings) {
     for (const char* route :
          {"# hf/6-31g(d) xnosymm", "# hf/6-31g(d) opt=(cmaxcycles=50)", "# hf/6-31g(d) pop=hirshfelds",
-          "# hf/6-31g(d) nosymmx", "# hf/6-31g(d) conection", "# b3lpy/6-31g(d)", "# hf/6-31g(d) foo=bar"}) {
+          "# hf/6-31g(d) nosymmx", "# hf/6-31g(d) conection", "# b3lpyx/6-31g(d)", "# hf/6-31g(d) foo=bar"}) {
         EXPECT_EQ(worst_of(route), Severity::Warning) << route;
     }
 }

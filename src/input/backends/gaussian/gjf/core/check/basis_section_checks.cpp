@@ -80,7 +80,7 @@ class BasisWalk {
         for (std::size_t i = 0; i < section.lines.size() && !includes_; ++i) {
             take_line(section, section.lines[i], layout.lines.first + i);
         }
-        close_shell();
+        close_shell(Severity::Warning);
         if (open_block_ != 0 && !includes_) {
             Finding& finding = findings_.add("GJF-S010", Severity::Warning, "the last block of the basis set is not closed",
                                              layout.lines.last, "end every block with ****");
@@ -125,26 +125,30 @@ class BasisWalk {
     // A primitive has an exponent above 0 and a coefficient, two for SP shells.
     void check_primitive(const SectionReading& section, const SectionLine& line, std::size_t number) {
         const auto tokens = section.tokens_of(line);
+        const std::size_t wanted = 2 + std::size_t{shell_is_sp_};
         const auto odd = std::find_if_not(tokens.begin(), tokens.end(), [&](const SectionToken& token) {
             return is_fortran_or_c_number(section[token.span]);
         });
         if (odd != tokens.end()) {
-            findings_.add("GJF-S028", Severity::Warning, "'" + std::string(section[odd->span]) + "' is no number",
+            // Words behind all the numbers may go unread.
+            const bool is_read = std::cmp_less(odd - tokens.begin(), wanted);
+            findings_.add("GJF-S028", is_read ? Severity::Error : Severity::Warning,
+                          "'" + std::string(section[odd->span]) + "' is no number",
                           job_.place_in(number, section[odd->span]));
         } else if (!tokens.empty() && section[tokens[0].span].front() == '-') {
             findings_.add("GJF-S028", Severity::Warning, "an exponent is above 0", number);
-        } else if (tokens.size() != 2 + std::size_t{shell_is_sp_}) {
+        } else if (tokens.size() != wanted) {
             findings_.add(
                 "GJF-S028", Severity::Warning,
-                tokens.size() < 2 + std::size_t{shell_is_sp_} ? "a coefficient is missing" : "a number is one too many",
-                number, shell_is_sp_ ? "an SP shell has an exponent and two coefficients" : "an exponent and a coefficient");
+                tokens.size() < wanted ? "a coefficient is missing" : "a number is one too many", number,
+                shell_is_sp_ ? "an SP shell has an exponent and two coefficients" : "an exponent and a coefficient");
         }
     }
 
-    // Reports a shell that wants more primitives than stand behind it.
-    void close_shell() {
+    // Reports a shell that wants more primitives than stand behind it. Where a line follows, it is read as one and is none.
+    void close_shell(Severity severity) {
         if (given_primitives_ < wanted_primitives_ && !includes_) {
-            findings_.add("GJF-S024", Severity::Warning,
+            findings_.add("GJF-S024", severity,
                           "this shell has " + std::to_string(given_primitives_) + " of its " +
                               std::to_string(wanted_primitives_) + " primitives",
                           shell_line_, "a line of exponent and coefficients for each");
@@ -154,6 +158,7 @@ class BasisWalk {
 
     void open_shell(const SectionReading& section, const SectionLine& line, std::size_t number) {
         block_has_shells_ = true;
+        shell_is_broken_ = false;
         shell_line_ = number;
         // Shells that the program expands by itself give their own number in another place.
         const auto tokens = section.tokens_of(line);
@@ -167,13 +172,13 @@ class BasisWalk {
             ++given_primitives_;
             check_primitive(section, line, number);
         } else if (line.count > 0 && line.form != LineForm::Include) {
-            close_shell();
+            close_shell(Severity::Error);
         }
         if (line.form == LineForm::Include) {
             // What is not read may cover any atom.
             includes_ = opaque_ = true;
         } else if (line.form == LineForm::BlockEnd) {
-            close_shell();
+            close_shell(Severity::Error);
             if (open_block_ != 0 && open_block_ + 1 == number) {
                 findings_.add("GJF-S028", Severity::Warning, "this block gives no functions to the atoms above it", number,
                               "the name of a basis set, or shells, stand before the stars");
@@ -200,6 +205,7 @@ class BasisWalk {
     void open(const std::optional<Centers>& centers, std::size_t line) {
         open_block_ = line;
         block_has_shells_ = false;
+        shell_is_broken_ = false;
         block_elements_.clear();
         if (!centers) {
             findings_.add("GJF-S011", is_wrong_symbol(job_.line(line)) ? Severity::Error : Severity::Warning,
@@ -239,10 +245,37 @@ class BasisWalk {
         covered_[element] = true;
     }
 
+    // Takes a line that is laid out as that of a shell, but has no type of shell, or no number of primitives.
+    bool take_broken_shell(std::size_t line, std::string_view text) {
+        std::vector<std::string_view> fields;
+        cut_section_line(text, fields);
+        if (fields.size() < 2 || !std::all_of(fields[0].begin(), fields[0].end(), is_letter)) {
+            return false;
+        }
+        const std::string type = to_lower_copy(fields[0]);
+        const bool is_type = type == "sp" || (type.size() == 1 && type.find_first_of("spdfghijklmno") == 0);
+        const bool has_count = to_int64(fields[1]).has_value();
+        if (is_type == has_count || (!is_type && type.size() != 1)) {
+            return false;
+        }
+        const std::string_view odd = fields[is_type ? 1 : 0];
+        findings_.add("GJF-S028", Severity::Error,
+                      "'" + std::string(odd) + (is_type ? "' is no number of primitives" : "' is no type of shell"),
+                      job_.place_in(line, odd), "a shell begins as S 3 1.00: type, number of primitives, scale factor");
+        block_has_shells_ = shell_is_broken_ = true;
+        return true;
+    }
+
     void take_name(std::size_t line, std::string_view text) {
         if (is_fortran_or_c_number(text.substr(0, text.find_first_of(" \t,")))) {
-            findings_.add("GJF-S028", Severity::Warning, "the shell before has all its primitives: this is one too many",
-                          line, "the second number of a shell's line tells how many follow");
+            if (!shell_is_broken_) {
+                findings_.add("GJF-S028", block_has_shells_ ? Severity::Error : Severity::Warning,
+                              "the shell before has all its primitives: this is one too many", line,
+                              "the second number of a shell's line tells how many follow");
+            }
+            return;
+        }
+        if (take_broken_shell(line, text)) {
             return;
         }
         for (const auto& [element, place] : block_elements_) {
@@ -259,13 +292,15 @@ class BasisWalk {
         if (is_path || stuttgart_core(text) || !job_.schema.is_loaded() || job_.schema.knows_basis(name)) {
             return;
         }
+        // Words for further functions stand behind the name.
+        const std::string_view set = text.substr(0, text.find_first_of("(*"));
         const std::vector<std::string> near = findings_.may_look_for_names()
-                                                  ? near_names(to_lower_copy(name), all_basis_sets(job_.schema))
+                                                  ? near_names(to_lower_copy(set), all_basis_sets(job_.schema))
                                                   : std::vector<std::string>();
-        const TextPlace place = job_.place_in(line, text);
-        Finding& finding = findings_.add("GJF-S009", is_misspelt(name, near) ? Severity::Error : Severity::Warning,
-                                         "'" + name + "' is no basis set", place, did_you_mean(near));
-        offer_near(job_, place, text, near, finding);
+        const bool is_sure = is_misspelt(set, near) || is_misspelt_model(set, near);
+        Finding& finding = findings_.add("GJF-S009", is_sure ? Severity::Error : Severity::Warning,
+                                         "'" + name + "' is no basis set", job_.place_in(line, text), did_you_mean(near));
+        offer_near(job_, job_.place_in(line, set), set, near, finding);
     }
 
     const CheckedJob& job_;
@@ -273,6 +308,7 @@ class BasisWalk {
     bool has_stars_ = false;
     std::size_t open_block_ = 0;  // line of the centers of the block that is open
     bool block_has_shells_ = false;
+    bool shell_is_broken_ = false;  // so that what stands below it says nothing
     std::size_t shell_line_ = 0;
     bool shell_is_sp_ = false;
     std::int64_t wanted_primitives_ = 0;

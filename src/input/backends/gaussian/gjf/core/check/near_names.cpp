@@ -12,7 +12,8 @@ namespace {
 
 constexpr std::size_t most_names = 3;
 constexpr std::size_t shortest_sure_word = 6;  // shorter ones are too near to each other
-constexpr std::size_t longest_word = 40;       // a longer one is no misspelt name
+constexpr std::size_t shortest_sure_model = 4;
+constexpr std::size_t longest_word = 40;  // a longer one is no misspelt name
 
 std::string without_dashes(std::string_view word) {
     std::string text;
@@ -27,8 +28,8 @@ std::string without_dashes(std::string_view word) {
 bool is_small_letter(char c) noexcept { return c >= 'a' && c <= 'z'; }
 
 // Tells whether one letter inside `right` is wrong, missing, doubled or swapped with its neighbour in `word`. Where a digit
-// differs, the word is rather another name.
-bool is_slip(std::string_view word, std::string_view right) {
+// differs, the word is rather another name; digits count as letters where they are only doubled or swapped, and must.
+bool is_slip(std::string_view word, std::string_view right, bool may_move_digits) {
     const auto same =
         static_cast<std::size_t>(std::mismatch(word.begin(), word.end(), right.begin(), right.end()).first - word.begin());
     const std::string_view rest = word.substr(same);
@@ -37,16 +38,17 @@ bool is_slip(std::string_view word, std::string_view right) {
         return false;
     }
     if (word.size() == right.size() + 1) {
-        return is_small_letter(rest[0]) && rest[0] == word[same - 1] && rest.substr(1) == right_rest;
+        return (may_move_digits || is_small_letter(rest[0])) && rest[0] == word[same - 1] && rest.substr(1) == right_rest;
     }
-    if (right_rest.size() < 2 || rest.empty() || !is_small_letter(right_rest[0])) {
+    if (right_rest.size() < 2 || rest.empty() || (!may_move_digits && !is_small_letter(right_rest[0]))) {
         return false;
     }
     if (word.size() + 1 == right.size()) {
-        return rest == right_rest.substr(1);
+        return is_small_letter(right_rest[0]) && rest == right_rest.substr(1);
     }
-    const bool is_swapped = rest[0] == right_rest[1] && rest[1] == right_rest[0] && is_small_letter(rest[0]);
-    return (is_small_letter(rest[0]) && rest.substr(1) == right_rest.substr(1)) ||
+    const bool is_swapped = rest.size() > 1 && rest[0] == right_rest[1] && rest[1] == right_rest[0] &&
+                            (may_move_digits || is_small_letter(rest[0]));
+    return (is_small_letter(rest[0]) && is_small_letter(right_rest[0]) && rest.substr(1) == right_rest.substr(1)) ||
            (is_swapped && rest.substr(2) == right_rest.substr(2));
 }
 
@@ -54,7 +56,7 @@ bool is_slip(std::string_view word, std::string_view right) {
 bool is_slip_of_abbreviation(std::string_view word, std::string_view name) {
     for (std::size_t size = std::max<std::size_t>(word.size() - 1, shortest_sure_word);
          size <= std::min(name.size(), word.size() + 1); ++size) {
-        if (is_slip(word, name.substr(0, size))) {
+        if (is_slip(word, name.substr(0, size), false)) {
             return true;
         }
     }
@@ -121,6 +123,13 @@ bool is_misspelt(std::string_view word, const std::vector<std::string>& near) {
     return std::any_of(near.begin(), near.end(), [&](const std::string& name) {
         return differ_in_dashes_alone(wanted, name) || is_slip_of_abbreviation(wanted, name);
     });
+}
+
+bool is_misspelt_model(std::string_view word, const std::vector<std::string>& near) {
+    const std::string wanted = to_lower_copy(word);
+    return word.size() >= shortest_sure_model && std::any_of(near.begin(), near.end(), [&](const std::string& name) {
+               return is_slip(wanted, to_lower_copy(name), true);
+           });
 }
 
 std::vector<std::string> all_basis_sets(const SimpleYAMLParser& schema) {

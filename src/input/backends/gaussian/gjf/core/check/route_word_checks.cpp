@@ -66,9 +66,14 @@ void offer_option(const CheckedJob& job, const RouteTree::Keyword& keyword, Find
     offer(finding, "write " + word, FixSafety::Unsafe, removal.empty() ? std::vector<TextEdit>() : std::move(edits));
 }
 
-// Reports a word that is neither keyword nor method nor basis set.
-void report_unknown_word(const CheckedJob& job, const std::string& word, const TextPlace& place, Findings& findings,
-                         const RouteTree::Keyword* keyword = nullptr) {
+// Tells whether a word stands beside the sign between a method and a basis set.
+bool is_beside_slash(std::string_view text, Span word) noexcept {
+    return (word.begin > 0 && text[word.begin - 1] == '/') || (word.end() < text.size() && text[word.end()] == '/');
+}
+
+// Reports a word that is neither keyword nor method nor basis set; `is_model` where it must be one of the two last.
+void report_unknown_word(const CheckedJob& job, const std::string& word, const TextPlace& place, bool is_model,
+                         Findings& findings, const RouteTree::Keyword* keyword = nullptr) {
     if (word.empty()) {
         findings.add("GJF-W005", Severity::Warning, "a sign stands alone, without a keyword before it",
                      TextPlace{place.line, place.column, 1}, hint_at_form(word));
@@ -89,7 +94,8 @@ void report_unknown_word(const CheckedJob& job, const std::string& word, const T
     const std::vector<std::string> near = findings.may_look_for_names()
                                               ? near_names(to_lower_copy(word), all_route_words(job.schema))
                                               : std::vector<std::string>();
-    const bool is_sure = is_misspelt(word, near) && !is_method_variant(job, word);
+    const bool is_sure =
+        (is_misspelt(word, near) || (is_model && is_misspelt_model(word, near))) && !is_method_variant(job, word);
     Finding& finding = findings.add("GJF-W005", is_sure ? Severity::Error : Severity::Warning,
                                     "'" + word + "' is no route keyword, method or basis set", place, did_you_mean(near));
     offer_near(job, place, word, near, finding);
@@ -247,7 +253,7 @@ void check_unknown_words(const CheckedJob& job, const RouteTree::Segment& segmen
         }
         const std::vector<std::string> candidates = candidates_of(job, head);
         if (candidates.size() < 2) {
-            report_unknown_word(job, head, place, findings, &keyword);
+            report_unknown_word(job, head, place, is_beside_slash(job.route_text(), keyword.place), findings, &keyword);
         } else if (told.count(head) == 0) {
             Finding& finding =
                 findings.add("GJF-W005", Severity::Warning, "'" + head + "' is no route keyword, method or basis set", place,
@@ -257,7 +263,7 @@ void check_unknown_words(const CheckedJob& job, const RouteTree::Segment& segmen
     }
     // A word before "=" that is no keyword makes the segment a basis set assignment, and the word is lost.
     if (segment.is_assignment && !equals_folded(segment.assigned.in(job.route_text()), "basis")) {
-        report_unknown_word(job, job.written(segment.assigned), job.route_place(segment.assigned), findings);
+        report_unknown_word(job, job.written(segment.assigned), job.route_place(segment.assigned), false, findings);
     }
 }
 
@@ -281,7 +287,7 @@ void check_level_words(const CheckedJob& job, const RouteTree::Segment& segment,
                     report_unknown_word(job, std::string(keyword.head.in(level)),
                                         job.route_place(span_between(begin + keyword.head.begin,
                                                                      begin + keyword.head.begin + keyword.head.length)),
-                                        findings);
+                                        is_beside_slash(level, keyword.place), findings);
                 }
             }
         }
@@ -289,10 +295,13 @@ void check_level_words(const CheckedJob& job, const RouteTree::Segment& segment,
     }
 }
 
-// Tells whether what follows the name of a basis set in parentheses has signs that stand for no functions.
+// Tells whether what follows the name of a basis set in parentheses has signs that stand for no functions, or gives
+// functions of hydrogen before a comma: (dp) for (d,p).
 bool has_odd_functions(std::string_view basis) {
     const std::size_t open = std::min(basis.find('('), basis.size());
-    return basis.find_first_not_of("(0123456789spdfgh,'+*)", open) != std::string_view::npos;
+    const std::string_view first = basis.substr(open, basis.find(',', open) - open);
+    return basis.find_first_not_of("(0123456789spdfgh,'+*)", open) != std::string_view::npos ||
+           first.find_first_of("sp") != std::string_view::npos;
 }
 
 // Reports a basis set that begins as one does but goes on as none.
@@ -309,6 +318,13 @@ void check_basis_suffix(const CheckedJob& job, const RouteTree::Segment& segment
     findings.add("GJF-W005", is_polarized && has_odd_functions(segment.basis) ? Severity::Error : Severity::Warning,
                  "'" + segment.basis + "' begins like a basis set but is none", place,
                  "look at what follows the name in parentheses");
+}
+
+// Tells whether a name is an option with its value behind it, as maxcycles100.
+bool has_glued_value(const CheckedJob& job, const std::string& keyword, const std::string& name) {
+    constexpr std::size_t shortest = 6;
+    const std::size_t end = name.find_last_not_of("0123456789") + 1;
+    return end >= shortest && end < name.size() && job.schema.knows_option(keyword, name.substr(0, end));
 }
 
 void check_option_words(const CheckedJob& job, const RouteTree::Keyword& keyword, Findings& findings) {
@@ -336,7 +352,8 @@ void check_option_words(const CheckedJob& job, const RouteTree::Keyword& keyword
                                                   : std::vector<std::string>();
         const TextPlace place = job.route_place(option.name);
         const bool names_solvent = keyword.name == "scrf" && is_solvent(name);
-        Finding& finding = findings.add("GJF-R001", is_misspelt(name, near) ? Severity::Error : Severity::Warning,
+        const bool is_sure = is_misspelt(name, near) || has_glued_value(job, keyword.name, name);
+        Finding& finding = findings.add("GJF-R001", is_sure ? Severity::Error : Severity::Warning,
                                         "'" + name + "' is no option of " + keyword.name, place,
                                         names_solvent ? "write solvent=" + name : did_you_mean(near));
         if (names_solvent) {
@@ -364,10 +381,10 @@ void check_solvent(const CheckedJob& job, const RouteTree::Keyword& keyword, Fin
         }
         const std::vector<std::string> near = near_names(to_lower_copy(value), solvent_names());
         const std::optional<std::string_view> abbreviated = abbreviated_solvent(value);
-        Finding& finding =
-            findings.add("GJF-R012", is_misspelt(value, near) ? Severity::Error : Severity::Warning,
-                         "'" + std::string(value) + "' is no solvent of Gaussian", job.route_place(option.name),
-                         abbreviated ? "Gaussian calls it " + std::string(*abbreviated) : did_you_mean(near));
+        Finding& finding = findings.add(
+            "GJF-R012", is_misspelt(value, near) || is_misspelt_model(value, near) ? Severity::Error : Severity::Warning,
+            "'" + std::string(value) + "' is no solvent of Gaussian", job.route_place(option.name),
+            abbreviated ? "Gaussian calls it " + std::string(*abbreviated) : did_you_mean(near));
         offer_solvent(job, option, abbreviated ? std::vector<std::string>{std::string(*abbreviated)} : near,
                       abbreviated ? FixSafety::Safe : FixSafety::Unsafe, finding);
     }

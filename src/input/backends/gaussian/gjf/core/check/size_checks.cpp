@@ -38,6 +38,7 @@ void check_active_space(const ActiveSpace& active, const JobSize& size, std::int
     const std::string electrons = std::to_string(active.electrons) + " active electrons";
     const std::string orbitals = std::to_string(active.orbitals) + " active orbitals";
     std::string problem;
+    Severity severity = Severity::Error;  // no determinant can be made
     if (active.electrons > 2 * active.orbitals) {
         problem = electrons + " do not fit into " + orbitals;
     } else if (active.electrons < unpaired) {
@@ -48,9 +49,10 @@ void check_active_space(const ActiveSpace& active, const JobSize& size, std::int
         problem = electrons + " of " + std::to_string(*size.electrons) + " leave one outside alone";
     } else if (size.functions && !size.doubtful && active.orbitals > *size.functions) {
         problem = orbitals + " are more than the " + std::to_string(*size.functions) + " basis functions";
+        severity = Severity::Warning;
     }
     if (!problem.empty()) {
-        findings.add("GJF-B004", Severity::Warning, problem, active.place, "the numbers are electrons, then orbitals");
+        findings.add("GJF-B004", severity, problem, active.place, "the numbers are electrons, then orbitals");
     }
 }
 
