@@ -300,7 +300,9 @@ class BasisWalk {
         const bool is_sure = is_misspelt(set, near) || is_misspelt_model(set, near);
         Finding& finding = findings_.add("GJF-S009", is_sure ? Severity::Error : Severity::Warning,
                                          "'" + name + "' is no basis set", job_.place_in(line, text), did_you_mean(near));
-        offer_near(job_, job_.place_in(line, set), set, near, finding);
+        if (set.size() == text.size()) {
+            offer_near(job_, job_.place_in(line, set), set, near, finding);
+        }
     }
 
     const CheckedJob& job_;
