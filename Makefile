@@ -14,7 +14,9 @@ as_root = $(if $(filter 0,$(shell id -u)),,sudo)
 prefix ?= /usr/local
 # Debian's own: its NumPy and pybind11 are not there for others.
 python ?= /usr/bin/python3
-run_tidy = xargs -P 2 -n 4 clang-tidy-14 -p build/tidy --quiet --extra-arg=-Wno-unknown-warning-option
+run_tidy = xargs -P 2 -n 4 clang-tidy-14 -p build/tidy --quiet --extra-arg=-Wno-unknown-warning-option --extra-arg=-Wreserved-identifier
+compile_alone = xargs -P 2 -n 8 g++ -fsyntax-only -std=c++20 -fvisibility=hidden -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror \
+    -Wno-restrict -Isrc -Isrc/input/backends/gaussian '-DQUOR_GJF_SOURCE_DIR=""' '-DQUOR_GJF_BUILD_DIR=""'
 
 .DEFAULT_GOAL := setup
 .PHONY: setup demo test verify python python-bench tsan coverage bench bench-build bench-peers bench-check bench-growth bench-report fuzz fuzz-long fuzz-repeated tidy cppcheck install clean
@@ -65,7 +67,7 @@ tsan: setup
 # needs code at load time, so the test that there is none is left out, and bounds of time say nothing here.
 coverage: setup
 	cmake --preset coverage && cmake --build --preset coverage && ctest --preset coverage
-	gcovr --root . --object-directory build/coverage --filter src/ --exclude-throw-branches --exclude-unreachable-branches \
+	gcovr -j 2 --root . --object-directory build/coverage --filter src/ --exclude-throw-branches --exclude-unreachable-branches \
 	    --fail-under-line 95 --fail-under-branch 85 --txt build/coverage/coverage.txt --print-summary build/coverage
 
 # Needs libbenchmark-dev, as all that follows. bench_options="--benchmark_filter=read" for some of the benchmarks.
@@ -104,16 +106,17 @@ fuzz-repeated:
 	$(MAKE) fuzz fuzz_length="--inputs 600"
 
 # Needs clang-format-14 and clang-tidy-14. What was changed last is looked at first. The analyzer follows the library's paths alone: in
-# the tool and the package it follows those of CLI11, JSON and pybind11.
+# the tool and the package it follows those of CLI11, JSON and pybind11. Tests are compiled alone, each with all that it includes.
 tidy:
 	git ls-files '*.cpp' '*.hpp' '*.h' | xargs clang-format-14 --dry-run --Werror
 	cmake --preset tidy
 	ls -t $$(git ls-files 'src/*.cpp') | $(run_tidy)
 	ls -t $$(git ls-files 'cli/*.cpp' 'python/src/*.cpp') | $(run_tidy) --checks='-clang-analyzer-*'
+	ls -t $$(git ls-files 'tests/*.cpp') | $(compile_alone)
 
 # Needs cppcheck. Style is left to clang-tidy.
 cppcheck:
-	cppcheck --enable=warning,performance,portability --std=c++20 --language=c++ --quiet --error-exitcode=1 \
+	cppcheck -j 2 --enable=warning,performance,portability --std=c++20 --language=c++ --quiet --error-exitcode=1 \
 	    -Isrc -Isrc/input/backends/gaussian src cli
 
 install: build/release/cli/quor-gjf

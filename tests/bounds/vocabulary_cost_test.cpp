@@ -62,49 +62,49 @@ std::string ring(std::size_t count, const std::string& state) {
 
 const std::vector<Input>& schema_inputs() {
     static const std::vector<Input> all = {
-        {"schema entries", 100,
+        {"schema entries", 40,
          [](std::size_t n) { return "states: {GCL: {entries: [" + numbered("{forms: [a@, b@]}, ", n) + "]}}"; },
          load_and_ask},
-        {"forms of one entry", 200,
+        {"forms of one entry", 80,
          [](std::size_t n) { return "states: {GCL: {entries: [{forms: [x" + numbered(", a@", n) + "]}]}}"; }, load_and_ask},
-        {"schema states", 100,
+        {"schema states", 40,
          [](std::size_t n) {
              return "states:\n" + ring(n, "  s@: {includes: [GCL], entries: [{forms: [a@], next: s^}]}\n");
          },
          load_and_ask},
-        {"a ring of includes", 100,
+        {"a ring of includes", 40,
          [](std::size_t n) {
              return "states:\n  GCL: {includes: [s1]}\n  Basis: {includes: [s1]}\n" + ring(n, "  s@: {includes: [s^]}\n");
          },
          load_and_ask},
-        {"a ring that reads nothing", 100,
+        {"a ring that reads nothing", 40,
          [](std::size_t n) {
              return "states:\n  Basis: {includes: [s1]}\n" + ring(n, "  s@: {specs: [{spec: nul, next: s^}]}\n");
          },
          load_and_ask},
-        {"a ring of one letter", 100,
+        {"a ring of one letter", 40,
          [](std::size_t n) {
              return "states:\n  Basis: {includes: [s1]}\n" +
                     ring(n, "  s@: {specs: [{spec: a, next: s^}, {spec: b, next: Exi}]}\n");
          },
          load_and_ask},
-        {"keywords that share a chain of includes", 30,
+        {"keywords that share a chain of includes", 12,
          [](std::size_t n) {
              return "states:\n  GCL: {entries: [" + numbered("{forms: [a@]}, ", n) + "]}\n" +
                     ring(n, "  s@: {includes: [s^]}\n") + "metadata:\n  option_states:\n" + numbered("    a@: s1\n", n);
          },
          load_and_ask},
-        {"a dense graph that reads nothing", 100,
-         [](std::size_t n) { return dense_graph(n, "{spec: nul, next: s@}", true); }, load_and_ask},
-        {"a dense graph of one letter", 100, [](std::size_t n) { return dense_graph(n, "{spec: a, next: s@}", true); },
+        {"a dense graph that reads nothing", 40, [](std::size_t n) { return dense_graph(n, "{spec: nul, next: s@}", true); },
          load_and_ask},
-        {"a dense graph of two letters", 100,
+        {"a dense graph of one letter", 40, [](std::size_t n) { return dense_graph(n, "{spec: a, next: s@}", true); },
+         load_and_ask},
+        {"a dense graph of two letters", 40,
          [](std::size_t n) { return dense_graph(n, "{spec: a, next: s@}, {spec: b, next: s@}", true); }, load_and_ask},
-        {"a dense graph of letters and doubles", 100,
+        {"a dense graph of letters and doubles", 40,
          [](std::size_t n) { return dense_graph(n, "{spec: a, next: s@}, {spec: aa, next: s@}", true); }, load_and_ask},
-        {"a dense graph of many words", 100, [](std::size_t n) { return dense_graph(n, "{spec: a@, next: s@}", true); },
+        {"a dense graph of many words", 40, [](std::size_t n) { return dense_graph(n, "{spec: a@, next: s@}", true); },
          load_and_ask},
-        {"a dense graph that never ends", 100, [](std::size_t n) { return dense_graph(n, "{spec: a, next: s@}", false); },
+        {"a dense graph that never ends", 40, [](std::size_t n) { return dense_graph(n, "{spec: a, next: s@}", false); },
          load_and_ask},
         {"one map named by many aliases", 50,
          [](std::size_t n) {
@@ -127,7 +127,7 @@ const std::vector<Input>& schema_inputs() {
          },
          load_and_ask},
         {"nested lists", 20, [](std::size_t n) { return repeated("[", n) + repeated("]", n); }, load_and_ask},
-        {"keys that stand twice", 200, [](std::size_t n) { return "states: {" + repeated("GCL: {}, ", n) + "}"; },
+        {"keys that stand twice", 80, [](std::size_t n) { return "states: {" + repeated("GCL: {}, ", n) + "}"; },
          load_and_ask},
     };
     return all;

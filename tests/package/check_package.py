@@ -62,7 +62,7 @@ def main():
 
     run("cmake", "-S", package / "add_subdirectory", "-B", work / "add", f"-DLIBRARY_SOURCE={source}", f"-DCMAKE_CXX_COMPILER={compiler}",
         "-DCMAKE_BUILD_TYPE=Debug", "-DCMAKE_CXX_FLAGS_DEBUG=-O0", "-DCMAKE_UNITY_BUILD=ON", "-DCMAKE_UNITY_BUILD_BATCH_SIZE=100",
-        "-DCMAKE_CXX_COMPILER_LAUNCHER=" + (shutil.which("ccache") or ""))
+        "-DQUOR_GJF_PRECOMPILE=ON", "-DCMAKE_CXX_COMPILER_LAUNCHER=" + (shutil.which("ccache") or ""))
     run("cmake", "--build", work / "add", "--parallel", "2")
     check_run(work / "add/consumer", pathlib.Path(source) / "resources/schemas/input/gaussian_route.yaml", "add_subdirectory")
 
