@@ -28,6 +28,10 @@ RouteWords::RouteWords(const RouteTree& route) : tree(route) {
         for (const RouteTree::Keyword& keyword : segment.keywords) {
             if (!segment.is_oniom) {
                 keywords.push_back(&keyword);
+                keyword_marks_ |= mark_of(keyword.name);
+                for (const RouteTree::Option& option : keyword.options) {
+                    option_marks_ |= mark_of(option.canonical);
+                }
             }
         }
     }
@@ -54,6 +58,14 @@ const RouteTree::Option* RouteWords::find_option(std::string_view name, std::str
         }
     }
     return nullptr;
+}
+
+bool RouteWords::any_has_option(std::string_view option, bool known) const noexcept {
+    return (option_marks_ & mark_of(option)) != 0 &&
+           std::any_of(keywords.begin(), keywords.end(), [&](const RouteTree::Keyword* keyword) {
+               const RouteTree::Option* found = keyword->find_option(option);
+               return found != nullptr && (!known || found->match != RouteMatch::Unknown);
+           });
 }
 
 std::optional<Span> RouteWords::find_word(std::string_view word) const noexcept {

@@ -85,17 +85,8 @@ bool RouteQuestions::option(std::string_view keyword, Words options) const noexc
 }
 
 bool RouteQuestions::any_option(Words options) const noexcept {
-    return std::any_of(words_.keywords.begin(), words_.keywords.end(), [&](const RouteTree::Keyword* keyword) {
-        return std::any_of(options.begin(), options.end(),
-                           [&](std::string_view option) { return keyword->find_option(option) != nullptr; });
-    });
-}
-
-bool RouteQuestions::any_known_option(std::string_view name) const noexcept {
-    return std::any_of(words_.keywords.begin(), words_.keywords.end(), [&](const RouteTree::Keyword* keyword) {
-        const RouteTree::Option* option = keyword->find_option(name);
-        return option != nullptr && option->match != RouteMatch::Unknown;
-    });
+    return std::any_of(options.begin(), options.end(),
+                       [&](std::string_view option) { return words_.any_has_option(option); });
 }
 
 bool RouteQuestions::iop(const char* name, const char* value) const {

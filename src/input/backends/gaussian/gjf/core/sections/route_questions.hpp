@@ -41,7 +41,7 @@ class RouteQuestions {
     /// Tells whether any keyword at all has one of these options.
     bool any_option(Words options) const noexcept;
     /// Tells whether any keyword that the vocabulary gives this option has it.
-    bool any_known_option(std::string_view name) const noexcept;
+    bool any_known_option(std::string_view name) const noexcept { return words_.any_has_option(name, true); }
     /// Tells whether the route sets an internal option, as in IOp(6/50=1).
     bool iop(const char* name, const char* value) const;
     /// Tells whether the method is one of these; `by_canonical_spelling` compares its canonical spelling too.
