@@ -256,17 +256,21 @@ std::size_t thread_count(const BatchOptions& options) {
     return std::clamp<std::size_t>(wanted, 1, most_threads);
 }
 
-void add_batch_options(CLI::App& command, BatchOptions& options) {
-    command.add_option("FILE", options.paths,
-                       "Job files; folders with all *.gjf, *.com, *.gau and *.inp below them; - reads standard input");
+void add_walk_options(CLI::App& command, Walk& walk) {
     command
         .add_option(
-            "--exclude", options.walk.exclude,
+            "--exclude", walk.exclude,
             "Pass over what fits these patterns below folders, as 'old/**' or '*_tmp.gjf'; may be given several times")
         ->type_name("PATTERN")
         ->allow_extra_args(false);
-    command.add_flag("--force-exclude", options.walk.force_exclude, "Pass over files too that are named and fit");
-    command.add_flag("--hidden", options.walk.hidden, "Take hidden files and folders too");
+    command.add_flag("--force-exclude", walk.force_exclude, "Pass over files too that are named and fit");
+    command.add_flag("--hidden", walk.hidden, "Take hidden files and folders too");
+}
+
+void add_batch_options(CLI::App& command, BatchOptions& options) {
+    command.add_option("FILE", options.paths,
+                       "Job files; folders with all *.gjf, *.com, *.gau and *.inp below them; - reads standard input");
+    add_walk_options(command, options.walk);
     command.add_flag("--json", options.json, "Print one JSON object a file and line");
     add_thread_option(command, options);
 }

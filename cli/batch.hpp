@@ -61,6 +61,9 @@ struct Batch {
     const char* output_name = "the output";  ///< for "cannot write ..."
 };
 
+/// Declares --exclude, --force-exclude and --hidden.
+void add_walk_options(CLI::App& command, Walk& walk);
+
 /// Declares FILE, what of folders is passed over, --json and -j.
 void add_batch_options(CLI::App& command, BatchOptions& options);
 

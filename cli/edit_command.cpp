@@ -10,6 +10,7 @@
 #include "section_names.hpp"
 #include "terminal.hpp"
 #include "unified_diff.hpp"
+#include "where.hpp"
 
 #include <gjf/gjf.hpp>
 
@@ -37,6 +38,7 @@ struct EditArguments {
     BatchOptions batch;
     std::string folder;
     std::size_t job = 0;
+    Where where;
     bool in_place = false;
     bool dry_run = false;
     bool diff = false;
@@ -90,8 +92,8 @@ std::string with_removal(const std::string& message) {
 }
 
 std::string edited_text(GJFDocument& document, const std::string& path, const EditArguments& arguments,
-                        std::vector<EditRemark>& remarks) {
-    remarks = apply_operations(arguments.operations, document, path, arguments.job);
+                        const ChosenJobs& chosen, std::vector<EditRemark>& remarks) {
+    remarks = apply_operations(arguments.operations, document, path, {arguments.job, chosen});
     try {
         return document.to_text({arguments.force});
     } catch (const GJFParseException& error) {
@@ -138,9 +140,10 @@ void check_change(const std::string& path, const EditArguments& arguments, Edite
 EditedFile edit_in_memory(const std::string& path, const EditArguments& arguments, FileResult& result) {
     EditedFile file;
     file.before = read_text(path);
+    const ChosenJobs chosen(arguments.where, path, file.before);
     GJFDocument document(file.before);
-    file.after = edited_text(document, path, arguments, file.remarks);
-    result.err = unreadable_jobs(document, path);
+    file.after = edited_text(document, path, arguments, chosen, file.remarks);
+    result.err = chosen.has(0) ? unreadable_jobs(document, path) : std::string();
     result.code = result.err.empty() ? result.code : exit_failure;
     check_change(path, arguments, file, result);
     result.counts[changed_count] = file.refused || file.after == file.before ? 0 : 1;
@@ -224,7 +227,7 @@ int edit(const EditArguments& arguments) {
         return exit_success;
     }
     check_arguments(arguments);
-    const EditOutputs outputs(arguments.batch.paths, arguments.folder);
+    const EditOutputs outputs(arguments.batch.paths, arguments.batch.walk, arguments.folder);
     const std::string conflict = arguments.in_place || !arguments.folder.empty() ? outputs.conflict() : std::string();
     if (!conflict.empty()) {
         throw CLI::ValidationError("FILE", conflict);
@@ -298,6 +301,8 @@ void add_edit_command(CLI::App& command, int& exit_code) {
     command.add_option("--job", arguments->job, "Change this job of each file alone, counted from 1 (default: all jobs)")
         ->check(CLI::Range(std::size_t{1}, std::size_t{1'000'000}))
         ->type_name("N");
+    add_where_option(command, arguments->where);
+    add_walk_options(command, arguments->batch.walk);
     CLI::Option* output = command
                               .add_option("-o,--output", arguments->folder,
                                           "Write all files, changed or not, to this folder (default: one file, to standard "

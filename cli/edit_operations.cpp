@@ -158,15 +158,16 @@ void tell(const EditOperation& operation, const EditContext& context, bool found
     }
 }
 
-void apply_to_jobs(const EditOperation& operation, GJFDocument& document, const std::string& path, std::size_t only,
+void apply_to_jobs(const EditOperation& operation, GJFDocument& document, const std::string& path, const EditedJobs& jobs,
                    std::vector<EditRemark>& remarks) {
+    const std::size_t only = jobs.only;
     const EditTarget target = operation.option->target;
     bool applied = false;
     bool found = false;
     EditContext context{path, 0, {}};
     const std::size_t end = only == 0 ? document.job_count() : only;
     for (std::size_t job = only == 0 ? 0 : only - 1; job < end; ++job) {
-        const bool passed_over = only == 0 && !document.readable(job);
+        const bool passed_over = (only == 0 && !document.readable(job)) || !jobs.chosen.has(job + 1);
         if (passed_over || !has_target(document, job, target)) {
             continue;
         }
@@ -225,7 +226,8 @@ EditOperation read_operation(const EditOption& option, const std::string& value,
 }
 
 std::vector<EditRemark> apply_operations(const std::vector<EditOperation>& operations, GJFDocument& document,
-                                         const std::string& path, std::size_t job) {
+                                         const std::string& path, const EditedJobs& jobs) {
+    const std::size_t job = jobs.only;
     if (job > document.job_count()) {
         throw std::runtime_error("there is no job " + std::to_string(job) + ": the file has " +
                                  std::to_string(document.job_count()));
@@ -234,8 +236,11 @@ std::vector<EditRemark> apply_operations(const std::vector<EditOperation>& opera
         throw std::runtime_error("job " + std::to_string(job) + " cannot be read: " + document.fault(job - 1).message);
     }
     std::vector<EditRemark> remarks;
+    if (!jobs.chosen.has(0) || (job != 0 && !jobs.chosen.has(job))) {
+        return remarks;
+    }
     for (const EditOperation& operation : operations) {
-        apply_to_jobs(operation, document, path, job, remarks);
+        apply_to_jobs(operation, document, path, jobs, remarks);
     }
     return remarks;
 }

@@ -51,13 +51,19 @@ struct EditOperation {
 /// vocabulary does not know, unless `unknown_too`.
 EditOperation read_operation(const EditOption& option, const std::string& value, bool unknown_too);
 
-/// Applies operations in their order, each to all jobs or to one (`job` counts from 1; 0: all); returns what is to be said
-/// of them: which found nothing to change, and what they did beside what was asked for.
+/// Which jobs of a file are edited: all, or one, counted from 1; and of these what `chosen` has.
+struct EditedJobs {
+    std::size_t only = 0;
+    const quor::input::gaussian::ChosenJobs& chosen;
+};
+
+/// Applies operations in their order, each to all jobs that are edited; returns what is to be said of them: which found
+/// nothing to change, and what they did beside what was asked for.
 ///
 /// Throws `std::runtime_error` when a job refuses, when the job asked for is not there, and when no job of the file has what
 /// an operation works on.
 std::vector<EditRemark> apply_operations(const std::vector<EditOperation>& operations,
                                          quor::input::gaussian::GJFDocument& document, const std::string& path,
-                                         std::size_t job);
+                                         const EditedJobs& jobs);
 
 }  // namespace quor_gjf

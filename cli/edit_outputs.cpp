@@ -1,7 +1,6 @@
 // Walks the files once before the work, so that what is wrong is told before anything is written.
 #include "edit_outputs.hpp"
 
-#include "file_list.hpp"
 #include "terminal.hpp"
 
 #include <algorithm>
@@ -26,8 +25,8 @@ std::string real_name(const std::string& path) {
 
 }  // namespace
 
-EditOutputs::EditOutputs(std::vector<std::string> arguments, std::string output_folder)
-    : arguments_(std::move(arguments)), output_folder_(std::move(output_folder)) {
+EditOutputs::EditOutputs(std::vector<std::string> arguments, Walk walk, std::string output_folder)
+    : arguments_(std::move(arguments)), walk_(std::move(walk)), output_folder_(std::move(output_folder)) {
     for (const std::string& argument : arguments_) {
         std::error_code error;
         if (fs::is_directory(argument, error)) {
@@ -55,7 +54,7 @@ std::string EditOutputs::conflict() const {
     }
     std::map<std::string, std::string> inputs;
     std::map<std::string, std::string> outputs;
-    FileList files(arguments_);
+    FileList files(arguments_, walk_);
     while (const std::optional<ListedFile> file = files.next()) {
         if (!file->problem.empty()) {
             continue;

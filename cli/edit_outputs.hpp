@@ -1,6 +1,8 @@
 // Where quor-gjf edit -o writes each file.
 #pragma once
 
+#include "file_list.hpp"
+
 #include <string>
 #include <vector>
 
@@ -10,7 +12,7 @@ namespace quor_gjf {
 class EditOutputs {
    public:
     /// Takes the files and folders of the command line, and the output folder; empty when there is none.
-    EditOutputs(std::vector<std::string> arguments, std::string output_folder);
+    EditOutputs(std::vector<std::string> arguments, Walk walk, std::string output_folder);
 
     std::string path_of(const std::string& input) const;
 
@@ -20,6 +22,7 @@ class EditOutputs {
 
    private:
     std::vector<std::string> arguments_;
+    Walk walk_;
     std::vector<std::string> folders_;  // ending in "/"
     std::string output_folder_;
 };

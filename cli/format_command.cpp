@@ -31,6 +31,7 @@ using namespace quor::input::gaussian;
 struct FormatArguments {
     std::vector<std::string> inputs;
     std::string output;
+    Walk walk;
     bool in_place = false;
     bool force = false;
     bool drop_comments = false;
@@ -117,7 +118,7 @@ void check_arguments(const FormatArguments& arguments) {
 int format(const FormatArguments& arguments) {
     check_arguments(arguments);
     require_vocabulary();
-    FileList files(arguments.inputs);
+    FileList files(arguments.inputs, arguments.walk);
     int exit_code = exit_success;
     while (const std::optional<ListedFile> file = files.next()) {
         bool done = false;
@@ -139,6 +140,7 @@ void add_format_command(CLI::App& command, int& exit_code) {
     command
         .add_option("FILE", arguments->inputs, "A job file; with --in-place, job files and folders; - reads standard input")
         ->required();
+    add_walk_options(command, arguments->walk);
     CLI::Option* output =
         command.add_option("-o,--output", arguments->output, "Write to this file (default: standard output)")
             ->type_name("FILE");

@@ -190,6 +190,7 @@ TEST(Fixes, OfferNothingWhereMoreIsWrong) {
         job_of("# hf/gen", "0 1\nQ 0.0 0.0 0.0\nH 0.0 0.0 1.0\n", "O H 0\nsto-3g\n****\n"),
         job_of("# hf/sto-3g opt=(ts,calcfc scf=(tight,xqc"),
         job_of("# hf/sto-3g opt=(ts freq"),
+        "# hf/sto-3g\n\na\n1 2\nb\n\n0 x\nHe 0 0 0\n\n",
         job_of("# hf/sto-3g irc=(maxpoints=20 freq"),
     };
     for (const std::string& text : rows) {

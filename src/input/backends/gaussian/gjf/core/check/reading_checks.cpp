@@ -54,8 +54,13 @@ std::string hint_at_title(const CheckedJob& job) {
 
 // Tells whether the molecule is missing, or what is read as its first line is a section behind the true one.
 bool speaks_of_title(const CheckedJob& job, std::string_view message) {
+    const std::size_t charge = charge_line_in_title(job);
+    Fields below;
+    if (charge != 0 && charge < job.layout.title.last) {
+        cut_fields(without_comment(job.line(charge + 1)), below);
+    }
     return message.starts_with("Missing geometry section") ||
-           (message.starts_with("Invalid charge/spin line") && charge_line_in_title(job) != 0);
+           (message.starts_with("Invalid charge/spin line") && below.size() >= 4 && to_fortran_number(below.back()));
 }
 
 void offer_title(const CheckedJob& job, Finding& finding) {
