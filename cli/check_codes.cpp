@@ -34,12 +34,6 @@ std::string explanation_of(const CheckDescription& description) {
 
 }  // namespace
 
-bool is_chosen(const std::string& code, const std::vector<std::string>& chosen, const std::vector<std::string>& left_out) {
-    const std::size_t in = longest_beginning(code, chosen);
-    const std::size_t out = longest_beginning(code, left_out);
-    return out == 0 ? chosen.empty() || in != 0 : in > out;
-}
-
 void add_code_option(CLI::App& command, const char* name, std::vector<std::string>& codes, const char* description) {
     command.add_option(name, codes, description)->type_name("CODE")->delimiter(',')->allow_extra_args(false);
 }

@@ -11,10 +11,6 @@ class App;
 
 namespace quor_gjf {
 
-/// Tells whether a code is among those chosen, all without any, and not among those left out; of two that name it the longer
-/// one holds.
-bool is_chosen(const std::string& code, const std::vector<std::string>& chosen, const std::vector<std::string>& left_out);
-
 /// Declares an option that takes codes, several times or with commas.
 void add_code_option(CLI::App& command, const char* name, std::vector<std::string>& codes, const char* description);
 

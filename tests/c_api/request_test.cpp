@@ -57,6 +57,13 @@ TEST(CRequest, MendsAndCompares) {
     EXPECT_NE(fixed.find("opt=calcfc"), std::string::npos) << fixed;
     EXPECT_NE(fixed.find("\"applied\":[{\"code\":\"GJF-R001\""), std::string::npos) << fixed;
     EXPECT_EQ(answer("fix", job, "{\"unsafe-fixes\":true,\"where\":\"freq\"}").find("opt=calcfc"), std::string::npos);
+    const std::string kept = answer("fix", job, "{}");
+    EXPECT_EQ(answer("fix", job, "{\"unsafe-fixes\":true,\"unfixable\":[\"GJF-R\"]}"), kept);
+    EXPECT_EQ(answer("fix", job, "{\"unsafe-fixes\":true,\"fixable\":[\"GJF-T\"]}"), kept);
+    EXPECT_EQ(answer("fix", job, "{\"unsafe-fixes\":true,\"fixable\":[\"GJF-R001\"],\"unfixable\":[\"gjf-r\"]}"), fixed);
+    EXPECT_EQ(answer("check", job, "{\"select\":[\"GJF-T\"]}"), check_json("-", {}));
+    EXPECT_EQ(answer("check", job, "{\"select\":[\"GJF\"],\"ignore\":[\"GJF-R\"]}"), check_json("-", {}));
+    EXPECT_EQ(answer("check", job, "{\"select\":[\"GJF-R001\"],\"ignore\":[\"GJF-R\"]}"), check_json("-", check_text(job)));
     EXPECT_EQ(answer("diff", "# hf\n\nt\n\n0 1\nHe 0 0 0\n\n", "{\"other\":\"# hf\\n\\nt\\n\\n1 2\\nHe 0 0 0\\n\\n\"}"),
               "{\"version\":1,\"file\":\"-\",\"other\":\"other\",\"same\":false,\"jobs\":[{\"job\":1,\"changes\":[{\"part\":"
               "\"charge\","
@@ -76,10 +83,13 @@ TEST(CRequest, SaysWhatIsWrong) {
     EXPECT_EQ(answer("check", job, "[]"), error("the options are no JSON object"));
     EXPECT_EQ(answer("check", job, "{"), error("the options are no JSON object"));
     EXPECT_EQ(answer("check", job, "{\"wher\":\"opt\"}"),
-              error("'check' has no option 'wher'; it has ignore, stdin-filename, where"));
+              error("'check' has no option 'wher'; it has ignore, select, stdin-filename, where"));
     EXPECT_EQ(answer("route", "hf", "{\"where\":\"opt\"}"), error("'route' has no option 'where'; it has none"));
     EXPECT_EQ(answer("route", " ", nullptr), error("the text holds no route"));
     EXPECT_EQ(answer("check", job, "{\"ignore\":\"GJF-R001\"}"), error("option 'ignore' takes a list of texts"));
+    EXPECT_EQ(answer("check", job, "{\"select\":[\"GJF-R0010\"]}"), error("there is no check GJF-R0010"));
+    EXPECT_EQ(answer("fix", job, "{\"unfixable\":[\"\"]}"), error("there is no check "));
+    EXPECT_EQ(answer("fix", job, "{\"fixable\":\"GJF\"}"), error("option 'fixable' takes a list of texts"));
     EXPECT_EQ(answer("check", job, "{\"where\":1}"), error("option 'where' takes a text"));
     EXPECT_EQ(answer("fix", job, "{\"unsafe-fixes\":\"yes\"}"), error("option 'unsafe-fixes' takes true or false"));
     EXPECT_EQ(answer("report", job, "{\"fields\":[\"chrge\"]}"), error("'chrge' is no field"));

@@ -1,7 +1,8 @@
 """Holds the JSON Schemas of docs/schemas closed: what the tool prints has no key that they lack, and they have none that is never seen.
 
-Usage: schemas_test.py TOOL SOURCE WORK_FOLDER
+Usage: schemas_test.py TOOL SOURCE WORK_FOLDER [LIBRARY]    # with the library, requests too, which the tool has no command for
 """
+import ctypes
 import json
 import pathlib
 import shlex
@@ -15,10 +16,13 @@ SPOILT = ("# hf/sto-3g opt=clacfc opt=(ts,tight)\n\nt\n\n0 1\nO 0 0 0\nH 0 0 1\n
 FILES = {
     "spoilt.gjf": SPOILT,
     "rows.gjf": "%mem=1GB\n# hf/sto-3g opt=modredundant\n\nt\n\n0 1\nO\nH 1 r\nH 1 r 2 a\n\nr=0.9\n\na=104\n\nB 1 2 F\n\n",
+    "wide.gjf": "%nproc=2\n# hf/sto-3g\n\nt\n\n0 1\nO(Iso=18,ResName=WAT,ResNum=1,Fragment=1) 0 0 0\nH 0 0 1\nH 0 1 0\n\n",
     "symbols.gjf": "# hf/gen extraoverlays\n\n1/38=1/1;\n\nt\n\n0 1\nHe 0 0 z\n\nz=1.0\n\n",
     "a.gjf": "%mem=1GB\n# hf/sto-3g freq\n\na\n\n0 1\nHe 0 0 0\n\n--Link1--\n# hf/sto-3g\n\nb\n\n0 1\nNe 0 0 0\n\n",
     "b.gjf": "# hf/sto-3g opt\n\nb\n\n0 1\nHe 0 0 1\n\n",
 }
+# scf=(qc,xqc) would be worse, and nobody knows which multiplicity or charge is meant.
+DROPPED = "# hf/sto-3g scf=qc xqc\n\nt\n\n0 2\nHe 0 0 0\n\n"
 RUNS = (
     ("check", ["check --json spoilt.gjf rows.gjf"]),
     ("find", ["find --json hf ."]),
@@ -26,6 +30,7 @@ RUNS = (
     ("select", ["outline --json --select 1-2 rows.gjf b.gjf"]),
     ("outline", ["outline --json spoilt.gjf rows.gjf symbols.gjf"]),
     ("error", ["check --json missing.gjf"]),
+    ("report", ["report --json {source}/examples/jobs {source}/examples/forms wide.gjf spoilt.gjf rows.gjf"]),
     ("complete", ["complete --json hf", "complete --json opt=calc"]),
     ("route", ["route --json '#p ccsd(t,maxcyc=30)/6-31g*/auto//cas(2,2)/sto-3g opt=clacfc opt=tight foo geom=connectivity 6-31g'",
                "route --json 'oniom(b3lyp/6-31g*:uff) pop=f'"]),
@@ -38,9 +43,12 @@ def problems(value, schema, place, seen):
         if value not in schema["enum"]:
             yield f"{place}: {value!r} is none of {schema['enum']}"
         return
-    wanted = TYPES[schema["type"]]
-    if not isinstance(value, wanted) or (isinstance(value, bool) and wanted is not bool):
-        yield f"{place}: {value!r} is no {schema['type']}"
+    names = schema["type"] if isinstance(schema["type"], list) else [schema["type"]]
+    if not any(isinstance(value, TYPES[name]) and not (isinstance(value, bool) and name != "boolean") for name in names):
+        yield f"{place}: {value!r} is no {' or '.join(names)}"
+    elif schema["type"] == "object" and schema["additionalProperties"]:  # any keys, as of a label's parameters
+        for item in value.values():
+            yield from problems(item, schema["additionalProperties"], f"{place}.*", seen)
     elif schema["type"] == "array":
         for item in value:
             yield from problems(item, schema["items"], f"{place}[]", seen)
@@ -66,6 +74,18 @@ def keys(schema, place):
         yield from keys(below, f"{place}.{key}")
 
 
+def fix_answers(library):
+    """What the library answers to the request to mend texts: one with a fix that is dropped too."""
+    library = ctypes.CDLL(library)
+    library.gjf_request.restype = ctypes.c_void_p
+    library.gjf_result_text.argtypes = library.gjf_result_destroy.argtypes = [ctypes.c_void_p]
+    library.gjf_result_text.restype = ctypes.c_char_p
+    for text in (SPOILT, DROPPED):
+        result = library.gjf_request(b"fix", text.encode(), ctypes.c_size_t(len(text.encode())), b'{"unsafe-fixes": true}')
+        yield library.gjf_result_text(result).decode()
+        library.gjf_result_destroy(result)
+
+
 def main():
     tool, source, work = sys.argv[1], pathlib.Path(sys.argv[2]), pathlib.Path(sys.argv[3])
     shutil.rmtree(work, ignore_errors=True)
@@ -74,19 +94,20 @@ def main():
     for name, text in FILES.items():
         (work / name).write_text(text, encoding="utf-8")
     found = []
-    for kind, commands in RUNS:
+    runs = {**dict(RUNS), **({"fix": []} if len(sys.argv) > 4 else {})}
+    for kind, commands in runs.items():
         schema = json.loads((source / f"docs/schemas/{kind}.schema.json").read_text(encoding="utf-8"))
-        lines, seen = [], set()
+        lines, seen = list(fix_answers(sys.argv[4])) if kind == "fix" else [], set()
         for command in commands:
-            result = subprocess.run([tool, *shlex.split(command)], cwd=work, capture_output=True, text=True, check=False)
+            result = subprocess.run([tool, *shlex.split(command.replace("{source}", str(source)))], cwd=work, capture_output=True, text=True, check=False)
             lines += result.stdout.splitlines()
             assert lines, f"{command} prints nothing: {result.stderr}"
         for line in lines:
             found += problems(json.loads(line), schema, kind, seen)
         found += [f"{key} is never seen" for key in sorted(set(keys(schema, kind)) - seen)]
-    kinds = {kind for kind, _ in RUNS}
+    kinds = {"fix", *runs}
     found += [f"{p.name} is not tested" for p in (source / "docs/schemas").glob("*.json") if p.name.split(".")[0] not in kinds]
-    print("\n".join(found) or f"{len(RUNS)} schemas hold")
+    print("\n".join(found) or f"{len(runs)} schemas hold")
     return 1 if found else 0
 
 

@@ -98,12 +98,15 @@ const CheckRules::SeverityRow* CheckRules::severity_row(const std::string& code)
     return longest;
 }
 
+bool is_chosen(const std::string& code, const std::vector<std::string>& chosen, const std::vector<std::string>& left_out) {
+    const std::size_t in = longest_beginning(code, chosen);
+    const std::size_t out = longest_beginning(code, left_out);
+    return out == 0 ? chosen.empty() || in != 0 : in > out;
+}
+
 bool CheckRules::reports(const std::string& code) const {
     const SeverityRow* row = severity_row(code);
-    const std::size_t in = longest_beginning(code, selected);
-    const std::size_t out = longest_beginning(code, ignored);
-    const bool is_chosen = out == 0 ? selected.empty() || in != 0 : in > out;
-    return is_chosen && (row == nullptr || row->second) && longest_beginning(code, left_out) == 0;
+    return is_chosen(code, selected, ignored) && (row == nullptr || row->second) && longest_beginning(code, left_out) == 0;
 }
 
 void CheckRules::apply(std::vector<Finding>& findings) const {

@@ -33,6 +33,11 @@ struct QUOR_GJF_API CheckRules {
 /// Returns how long the longest of some beginnings of a code is, letter case aside; 0 when it begins with none.
 QUOR_GJF_API std::size_t longest_beginning(const std::string& code, const std::vector<std::string>& beginnings);
 
+/// Tells whether a code is among those chosen, all without any, and not among those left out; of two that name it the longer
+/// one holds.
+QUOR_GJF_API bool is_chosen(const std::string& code, const std::vector<std::string>& chosen,
+                            const std::vector<std::string>& left_out);
+
 /// Returns what a configuration says of a file. Throws `ConfigurationError` for a code that is none.
 QUOR_GJF_API CheckRules check_rules(const Configuration& configuration, const std::string& path);
 

@@ -2,6 +2,7 @@
 #include <gjf/core/report/request.hpp>
 
 #include <gjf/core/check/fix_text.hpp>
+#include <gjf/core/configuration/check_rules.hpp>
 #include <gjf/core/job/gjf_parse_exception.hpp>
 #include <gjf/core/predicate/predicate.hpp>
 #include <gjf/core/reader/gjf_parser.hpp>
@@ -83,18 +84,40 @@ std::vector<Finding> only(std::vector<Finding> findings, const std::function<boo
     return findings;
 }
 
+// Returns codes, whole or cut short; refuses what begins none.
+std::vector<std::string> codes_option(const Request& request, const char* name) {
+    std::vector<std::string> codes = request.list_option(name);
+    for (const std::string& code : codes) {
+        if (std::none_of(check_descriptions().begin(), check_descriptions().end(),
+                         [&](const CheckDescription& each) { return longest_beginning(each.code, {code}) != 0; })) {
+            throw RequestError("there is no check " + code);
+        }
+    }
+    return codes;
+}
+
+// What is reported: all codes, or those that are selected, without those that are ignored.
+CheckOptions check_options(const Request& request) {
+    CheckOptions options;
+    options.reports = [selected = codes_option(request, "select"), ignored = codes_option(request, "ignore")](
+                          const std::string& code) { return is_chosen(code, selected, ignored); };
+    return options;
+}
+
 std::string check_request(const Request& request) {
-    return check_json(request.path,
-                      only(check_text(request.text, {request.list_option("ignore"), nullptr}), wanted_findings(request)));
+    return check_json(request.path, only(check_text(request.text, check_options(request)), wanted_findings(request)));
 }
 
 std::string fix_request(const Request& request) {
     FixOptions options;
     options.unsafe = request.flag("unsafe-fixes");
-    options.applies = wanted_findings(request);
-    options.check.ignored_codes = request.list_option("ignore");
+    options.applies = [wanted = wanted_findings(request), fixable = codes_option(request, "fixable"),
+                       unfixable = codes_option(request, "unfixable")](const Finding& finding) {
+        return wanted(finding) && is_chosen(finding.code, fixable, unfixable);
+    };
+    options.check = check_options(request);
     FixedText fixed = fix_text(request.text, options);
-    fixed.findings = only(std::move(fixed.findings), options.applies);
+    fixed.findings = only(std::move(fixed.findings), wanted_findings(request));
     return fix_json(request.path, fixed);
 }
 
@@ -151,12 +174,12 @@ std::string find_request(const Request& request) {
 struct Command {
     std::string_view name;
     std::string (*run)(const Request& request);
-    std::array<std::string_view, 4> options;  ///< empty behind the last
+    std::array<std::string_view, 8> options;  ///< empty behind the last
 };
 
 constexpr Command commands[] = {
-    {"check", check_request, {"ignore", "stdin-filename", "where"}},
-    {"fix", fix_request, {"ignore", "stdin-filename", "unsafe-fixes", "where"}},
+    {"check", check_request, {"ignore", "select", "stdin-filename", "where"}},
+    {"fix", fix_request, {"fixable", "ignore", "select", "stdin-filename", "unfixable", "unsafe-fixes", "where"}},
     {"report", report_request, {"fields", "stdin-filename", "where"}},
     {"route", route_request, {}},
     {"complete", complete_request, {}},

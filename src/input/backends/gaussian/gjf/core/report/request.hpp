@@ -20,7 +20,8 @@ class QUOR_GJF_API RequestError : public std::invalid_argument {
 ///
 /// `command` is one of check, fix, report, route, complete, outline, select, diff and find. `options` is a JSON object, or
 /// empty, with the long names of the tool's options: stdin-filename of all about a file; where of check, fix, report and
-/// find; ignore (a list) of check and fix; unsafe-fixes of fix; fields (a list) of report; select of select; other (a
+/// find; select and ignore (lists of codes, whole or cut short) of check and fix; fixable, unfixable (such lists) and
+/// unsafe-fixes of fix; fields (a list) of report; select of select; other (a
 /// text) of diff. fix answers with the mended text among what check says. Throws `RequestError`, or `GJFParseException` for
 /// a text that cannot be read at all.
 QUOR_GJF_API std::string request_json(std::string_view command, std::string_view text, std::string_view options);
