@@ -14,7 +14,7 @@ namespace {
 
 const std::string lone_helium = "\n\nt\n\n0 1\nHe 0.0 0.0 0.0\n\n";
 const std::string three_atoms = "\n\nt\n\n0 1\nO 0.0 0.0 0.0\nH 0.0 0.76 0.59\nH 0.0 -0.76 0.59\n\n";
-const std::string two_layers =
+const std::string layers_of_two_places =
     "\n\nt\n\n0 1\nC 0.0 0.0 0.0 L H 5\nH -0.39 1.02 0.0 L\nH -0.39 -0.51 -0.89 L\nH -0.39 -0.51 0.89 L\n"
     "C 1.53 0.0 0.0 L H 1\nH 1.92 -1.02 0.0 H\nH 1.92 0.51 0.89 H\nH 1.92 0.51 -0.89 H\n\n";
 const std::string read_on = "--Link1--\n%chk=a\n# hf/3-21g geom=allcheck ";
@@ -44,7 +44,7 @@ TEST(RelatedPlaces, AreNamedByFindingsOfTwoPlaces) {
         {"GJF-R010", "# hf/sto-3g freq\nforce" + lone_helium, 1},
         {"GJF-R021", "# hf/sto-3g scf=(maxcycle=3,\nmaxcycle=4)" + lone_helium, 1},
         {"GJF-M005", "# hf/sto-3g\n\nt\n\n0 1\nHe 0.0 0.0 0.0\nHe 0.0 0.0 0.1\n\n", 6},
-        {"GJF-M014", "# oniom(hf/sto-3g:uff)" + two_layers, 10},
+        {"GJF-M014", "# oniom(hf/sto-3g:uff)" + layers_of_two_places, 10},
         {"GJF-S004", "# hf/sto-3g geom=connectivity" + three_atoms + "1 2 1.0\n2 1 2.0\n3\n\n", 10},
         {"GJF-S005", "# hf/sto-3g geom=connectivity" + three_atoms + "1 2 1.0\n2\n1 3 1.0\n3\n\n", 10},
         {"GJF-S008", "# hf/gen" + three_atoms + "O H 0\n3-21g\n****\nH 0\nsto-3g\n****\n\n", 10},
