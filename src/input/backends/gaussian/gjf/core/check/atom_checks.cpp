@@ -2,6 +2,7 @@
 #include <gjf/core/check/rule.hpp>
 
 #include <gjf/core/check/fixes.hpp>
+#include <gjf/core/knowledge/route_facts.hpp>
 #include <gjf/core/reader/molecule_fields.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
@@ -101,6 +102,20 @@ double volume_of(const std::vector<Position>& vectors) noexcept {
         return std::hypot(across[0], across[1], across[2]);
     }
     return std::fabs(across[0] * vectors[2][0] + across[1] * vectors[2][1] + across[2] * vectors[2][2]);
+}
+
+// Reports a method that knows single molecules alone beside translation vectors.
+void check_method_of_cell(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings) {
+    const bool is_periodic = std::any_of(atoms.begin(), atoms.end(), [](const MoleculeAtom& atom) {
+        return atom.species.kind == SpeciesKind::TranslationVector;
+    });
+    for (const RouteTree::Segment& segment : job.tree.segments) {
+        if (is_periodic && !segment.is_oniom && method_lacks(segment.method, "periodic boundaries")) {
+            findings.add("GJF-R017", Severity::Warning,
+                         "translation vectors need periodic boundaries, which " + segment.method + " lacks",
+                         job.route_place(segment.place), "Hartree-Fock and functionals have them");
+        }
+    }
 }
 
 // Reports translation vectors that span no cell.
@@ -286,6 +301,7 @@ void check_atoms(const CheckedMolecule& molecule, Findings& findings) {
     check_elements(job, atoms, findings);
     check_freeze_codes(job, findings);
     check_all_frozen(job, findings);
+    check_method_of_cell(job, atoms, findings);
     check_vectors(atoms, findings);
     check_close_atoms(job, atoms, findings);
     check_units(job, atoms, findings);
@@ -293,6 +309,7 @@ void check_atoms(const CheckedMolecule& molecule, Findings& findings) {
 
 }  // namespace
 
-const Family atom_family = {Known::Labels, check_atoms, {"GJF-M001", "GJF-M005", "GJF-M006", "GJF-M015", "GJF-M016"}};
+const Family atom_family = {
+    Known::Labels, check_atoms, {"GJF-M001", "GJF-M005", "GJF-M006", "GJF-M015", "GJF-M016", "GJF-R017"}};
 
 }  // namespace quor::input::gaussian

@@ -21,8 +21,27 @@
 namespace quor::input::gaussian {
 namespace {
 
+// Reports a command that names nothing: of amounts and numbers that are empty more is said elsewhere.
+void check_value_of(const CheckedJob& job, const Link0Key& key, const Link0Line& line, Findings& findings) {
+    const bool is_name = key.form == Link0Form::Text;
+    if (!key.in_model || (line.is_assigned && (!is_name || !line.value.empty()))) {
+        return;
+    }
+    const TextPlace place = job.place_in(line.line, line.key);
+    Finding& finding = findings.add(
+        "GJF-L013", Severity::Warning,
+        "%" + std::string(line.key) + (line.value.empty() ? " is given no value" : " is given its value without ="), place,
+        "write %" + std::string(line.key) + "=" + (is_name ? "NAME" : "VALUE"));
+    if (const TextPlace value = job.place_in(line.line, line.value); !line.is_assigned && !line.value.empty()) {
+        const std::size_t behind = place.column + place.length;
+        offer(finding, "put = before the value", FixSafety::Unsafe,
+              {job.replacing({line.line, behind, value.column - behind}, "=")});
+    }
+}
+
 void check_command(const CheckedJob& job, const Link0Line& line, Findings& findings) {
     if (const Link0Key* known = find_link0_key(line.key)) {
+        check_value_of(job, *known, line, findings);
         // %nprocs stands in many jobs that ran.
         if (!known->is_spelt_out(to_lower_copy(line.key)) && !equals_folded(line.key, "nprocs")) {
             const TextPlace place = job.place_in(line.line, line.key);
@@ -186,13 +205,13 @@ void check_link0(const CheckedMolecule& molecule, Findings& findings) {
 const Family link0_family = {Known::Control,
                              check_link0,
                              {"GJF-L001", "GJF-L002", "GJF-L003", "GJF-L004", "GJF-L005", "GJF-L006", "GJF-L007", "GJF-L008",
-                              "GJF-L009", "GJF-L010", "GJF-L011", "GJF-L012", "GJF-M020"}};
+                              "GJF-L009", "GJF-L010", "GJF-L011", "GJF-L012", "GJF-L013", "GJF-M020"}};
 
 std::vector<Link0Line> link0_lines_of(const CheckedJob& job) {
     std::vector<Link0Line> lines;
     for (const std::size_t number : job.layout.link0_lines) {
         const Link0Words words = link0_words(job.line(number));
-        lines.push_back({number, words.key, words.value});
+        lines.push_back({number, words.key, words.value, words.is_assigned});
     }
     return lines;
 }

@@ -14,6 +14,7 @@ struct Link0Line {
     std::size_t line = 0;
     std::string_view key;  ///< without %
     std::string_view value;
+    bool is_assigned = false;  ///< by a sign of equality
 };
 
 std::vector<Link0Line> link0_lines_of(const CheckedJob& job);

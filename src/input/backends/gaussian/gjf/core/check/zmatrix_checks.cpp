@@ -136,8 +136,12 @@ NameSet names_left_over(const CheckedJob& job) {
     for (const SectionLayout& section : job.layout.sections) {
         for (std::size_t line = section.lines.first; line <= section.lines.last; ++line) {
             cut_fields(without_comment(job.line(line)), fields);
-            if (section.kind == ExtraInputSectionKind::Unknown && !fields.empty()) {
-                names.insert(to_lower_copy(fields[0].substr(0, fields[0].find('='))));
+            if (section.kind != ExtraInputSectionKind::Unknown || fields.empty()) {
+                continue;
+            }
+            const std::size_t sign = fields[0].find('=');
+            if (fields.size() > 1 || (sign != std::string_view::npos && sign + 1 < fields[0].size())) {
+                names.insert(to_lower_copy(fields[0].substr(0, sign)));
             }
         }
     }
