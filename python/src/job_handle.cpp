@@ -177,12 +177,15 @@ bool is_as_read(const JobHandle& job) {
 JobHandle save_job(const JobHandle& job, const SaveTarget& target) {
     const bool over = target.is_own && job.source != nullptr;
     const bool among_others = over && !job.source->pieces.empty();
-    const std::string text = among_others ? source_text(job, target.force) : job_text(job, target.force);
+    const WrittenJob written = write_job(job, among_others, target.force);
+    const std::string& text = written.text;
     const bool backed = job.source != nullptr && (target.is_own || target.becomes_own);
     // What may fail is done before the file is written.
     JobHandle saved = job;
     if (backed) {
-        saved = reread(job, read_job_of(text, among_others ? job.index : 0));
+        const std::size_t index = among_others ? job.index : 0;
+        saved = reread(job, written.data ? JobHandle{GJFEditor(*written.data), std::make_shared<SourceText>(text), index}
+                                         : read_job_of(text, index));
     }
     over ? save_over(target, text, {job.source}) : write_file_text(target.path, text);
     return saved;

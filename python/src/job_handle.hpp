@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -75,6 +76,14 @@ bool is_as_read(const JobHandle& job);
 std::string job_text(const JobHandle& job, bool force);
 /// Makes the text of a job's whole source, with this job as it is now and the others as they were read.
 std::string source_text(const JobHandle& job, bool force);
+
+/// The text of a job, or of its whole source, and the job as it is read there; none where that is not known yet.
+struct WrittenJob {
+    std::string text;
+    std::optional<quor::input::gaussian::GJFData> data;
+};
+/// Makes the text as `source_text` does where the job stands among others, else as `job_text`.
+WrittenJob write_job(const JobHandle& job, bool among_others, bool force);
 /// Makes the text of a file of jobs. Jobs of one source, in their order, keep what stands between them.
 std::string file_text(const JobPointers& jobs, bool force);
 

@@ -24,7 +24,7 @@ std::string fixed_layout(const GJFEditor& editor) {
 
 // Makes the text of a document; what the library refuses is a write error with its message.
 template <class Make>
-std::string refusing(Make make) {
+auto refusing(Make make) {
     try {
         return make();
     } catch (const GJFParseException& error) {
@@ -114,6 +114,25 @@ std::string joined(const JobPointers& jobs, bool force) {
 }
 
 }  // namespace
+
+WrittenJob write_job(const JobHandle& job, bool among_others, bool force) {
+    if (job.source != nullptr && job.readable()) {
+        try {
+            return refusing([&] {
+                const std::size_t index = among_others ? job.index : 0;
+                GJFDocument document(among_others ? job.source->text : job.source->job_text(job.index));
+                give(document, index, job);
+                document.take_changes({force});
+                return WrittenJob{document.original_text(), document.job(index).get_data()};
+            });
+        } catch (const WriteError&) {
+            if (!force) {
+                throw;
+            }
+        }
+    }
+    return {among_others ? source_text(job, force) : job_text(job, force), std::nullopt};
+}
 
 std::string job_text(const JobHandle& job, bool force) {
     if (!job.readable()) {

@@ -104,6 +104,20 @@ struct GJFDocument::Impl {
         }
     }
 
+    // Takes over the jobs of a changed text. Editors stay where they are, for who holds them.
+    void become(Impl&& changed, std::string&& changed_text) noexcept {
+        for (std::size_t i = 0; i < changed.entries.size(); ++i) {
+            if (changed.entries[i].editor != nullptr) {
+                std::swap(*entries[i].editor, *changed.entries[i].editor);
+                changed.entries[i].editor.swap(entries[i].editor);
+            }
+        }
+        entries = std::move(changed.entries);
+        layouts = std::move(changed.layouts);
+        faults = std::move(changed.faults);
+        text = std::move(changed_text);
+    }
+
     [[noreturn]] void refuse(const Entry& entry) const {
         throw GJFParseException("Job " + std::to_string(layouts[*entry.place].number) +
                                 ": GJF Parse Error: " + faults[*entry.place].message);
@@ -368,6 +382,16 @@ std::string GJFDocument::to_text(const GJFWriteOptions& options) const {
     return changed ? std::move(changed->text) : impl_->text;
 }
 
+bool GJFDocument::take_changes(const GJFWriteOptions& options) {
+    std::optional<Impl::Rewritten> changed = impl_->rewrite(options);
+    if (changed) {
+        Impl taken;
+        taken.take(std::move(changed->readings));
+        impl_->become(std::move(taken), std::move(changed->text));
+    }
+    return changed.has_value();
+}
+
 bool GJFDocument::save(const GJFWriteOptions& options) {
     if (impl_->path.empty()) {
         throw GJFParseException("This document was not opened from a file");
@@ -385,17 +409,7 @@ bool GJFDocument::save(const GJFWriteOptions& options) {
     if (!quor::core::fs::write_text_file(impl_->path, changed->text)) {
         throw GJFParseException("Cannot write file: " + impl_->path);
     }
-    for (std::size_t i = 0; i < saved.entries.size(); ++i) {
-        // Editors stay where they are, for who holds them.
-        if (saved.entries[i].editor != nullptr) {
-            std::swap(*impl_->entries[i].editor, *saved.entries[i].editor);
-            saved.entries[i].editor.swap(impl_->entries[i].editor);
-        }
-    }
-    impl_->entries = std::move(saved.entries);
-    impl_->layouts = std::move(saved.layouts);
-    impl_->faults = std::move(saved.faults);
-    impl_->text = std::move(changed->text);
+    impl_->become(std::move(saved), std::move(changed->text));
     return true;
 }
 

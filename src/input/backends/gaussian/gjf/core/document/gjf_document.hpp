@@ -69,6 +69,8 @@ class QUOR_GJF_API GJFDocument {
 
     /// Returns the text with the changes, read again and compared with the jobs that should be there.
     std::string to_text(const GJFWriteOptions& options = {}) const;
+    /// Takes the changed text for the one that was read, with the jobs as they are read in it; returns whether it changed.
+    bool take_changes(const GJFWriteOptions& options = {});
     /// Writes the changed text to the file that was opened, whole or not at all, unless nothing changed; returns whether it
     /// wrote. Throws when the file has changed since it was opened, or cannot be written ("Cannot write file: PATH").
     bool save(const GJFWriteOptions& options = {});
