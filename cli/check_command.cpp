@@ -157,6 +157,7 @@ FileResult check_file(const std::string& path, const CheckArguments& arguments, 
     std::vector<BegunCheckpoint> begun;
     CheckOptions options;
     options.limits = rules->limits;
+    options.path = path == "-" ? std::string() : path;
     options.reports = [&rules](const std::string& code) { return rules->reports(code); };
     if (arguments.fixing.works()) {
         *file = fix_file(path, arguments.name_of(path), content, arguments.fixing, is_wanted, options, folders);

@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -45,20 +46,32 @@ std::string size_of(const GJFData& job) {
     return text + '\n';
 }
 
+std::string report_of(const std::vector<IncludedFile>& files) {
+    std::string text = files.empty() ? "" : "Included files:\n";
+    for (const IncludedFile& file : files) {
+        const std::string problem = find_problem(file);
+        text += "  line " + std::to_string(file.line) + ": " + (problem.empty() ? file.name : problem) + '\n';
+    }
+    return text;
+}
+
 std::string report_of(const JobReading& reading) {
     return reading.error.empty() ? GJFParser::format_full_gjf(reading.job) + size_of(reading.job) + warnings_of(reading.job)
                                  : "line " + std::to_string(reading.error_line) + ": not read: " + reading.error + "\n";
 }
 
-// The reports of a file's jobs, each under its number when there are several.
-std::string report_of(const JobFile& file, const std::vector<std::size_t>& jobs) {
+// The reports of a file's jobs, each under its number when there are several; files that they name stand in their places
+// where all can be had.
+std::string report_of(const JobFile& file, const std::vector<std::size_t>& jobs, const std::vector<IncludedFile>& included) {
     const std::string count = std::to_string(file.jobs().size());
     std::string text;
     for (const std::size_t job : jobs) {
         if (file.jobs().size() > 1) {
             text += (text.empty() ? "--- Job " : "\n--- Job ") + std::to_string(job + 1) + " of " + count + " ---\n";
         }
-        text += report_of(file.jobs()[job]);
+        const JobReading& reading = file.jobs()[job];
+        const std::optional<JobReading> whole = read_with_included_files(file.text(), reading, included);
+        text += report_of(whole && whole->error.empty() ? *whole : reading) + report_of(files_of_job(included, reading));
     }
     return text;
 }
@@ -80,10 +93,12 @@ std::string output_of(const JobFile& file, const std::vector<std::size_t>& jobs,
         return arguments.batch.json ? fields_json(file, jobs, arguments.fields)
                                     : table_rows(file, jobs, arguments.fields, arguments.form);
     }
+    const std::vector<IncludedFile> included =
+        read_included_files(file.text(), file.path() == "-" ? std::string() : file.path());
     if (!arguments.batch.json) {
-        return (with_heading ? "==> " + file.path() + " <==\n" : std::string()) + report_of(file, jobs);
+        return (with_heading ? "==> " + file.path() + " <==\n" : std::string()) + report_of(file, jobs, included);
     }
-    return readings_json(file, jobs);
+    return readings_json(file, jobs, included);
 }
 
 FileResult report_file(const std::string& path, const ReportArguments& arguments, bool with_heading) {

@@ -31,6 +31,7 @@ set(quor_public_headers
     gjf/core/job/link0_keys.hpp
     gjf/core/sections/section_kinds.hpp
     gjf/core/reader/gjf_parser.hpp
+    gjf/core/reader/included_files.hpp
     gjf/core/reader/job_layout.hpp
     gjf/core/reader/job_places.hpp
     gjf/core/reader/job_text.hpp

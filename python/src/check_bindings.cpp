@@ -56,9 +56,10 @@ struct CheckedFile {
     std::string error;
 };
 
-CheckedFile check_file(const std::string& path, const CheckOptions& options) noexcept {
+CheckedFile check_file(const std::string& path, CheckOptions options) noexcept {
     CheckedFile checked;
     try {
+        options.path = path;
         checked.findings = check_text(read_file_text(path), options);
     } catch (const std::exception& error) {
         checked.error = error.what();

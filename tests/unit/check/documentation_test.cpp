@@ -41,6 +41,7 @@ std::set<std::string> registered() {
 
 bool raises(const std::string& text, const std::string& code) {
     CheckOptions options;
+    options.path = (source_root / "examples/forms/included_basis.gjf").string();
     if (code.compare(0, 5, "GJF-X") == 0) {
         options.limits = {std::int64_t{64} << 30, 32, {"scf=qc"}, {"%chk"}};
     }

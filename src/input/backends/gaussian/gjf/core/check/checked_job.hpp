@@ -15,6 +15,7 @@
 namespace quor::input::gaussian {
 
 struct CheckLimits;
+struct IncludedFile;
 
 /// One job, with what its route asks for. What stands in the route is told by stretches of the route text.
 class CheckedJob : public RouteWords {
@@ -27,6 +28,8 @@ class CheckedJob : public RouteWords {
     const SimpleYAMLParser& schema;
     const ParsedKeywords& route;          ///< an empty one for a job without route
     const CheckLimits* limits = nullptr;  ///< null for none
+    /// Those that the whole text names; null where none was looked for.
+    const std::vector<IncludedFile>* included = nullptr;
 
     /// Tells whether the whole job was read.
     bool read_whole() const noexcept { return reading_.error.empty(); }

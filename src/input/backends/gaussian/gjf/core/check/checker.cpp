@@ -7,6 +7,7 @@
 #include <gjf/core/check/rule.hpp>
 #include <gjf/core/check/silencing.hpp>
 #include <gjf/core/knowledge/knowledge.hpp>
+#include <gjf/core/reader/included_files.hpp>
 #include <gjf/core/schema/route_schema_cache.hpp>
 #include <gjf/core/text/text.hpp>
 
@@ -110,6 +111,7 @@ void count_bytes(std::string_view text, std::vector<Finding>& findings) {
 void check_jobs(std::string_view text, const CheckOptions& options, const std::function<bool(const std::string&)>& is_on,
                 std::vector<Finding>& findings) {
     const SimpleYAMLParser& schema = default_route_schema();
+    const std::vector<IncludedFile> included = read_included_files(text, options.path);
     CheckpointChain chain;
     std::size_t jobs = 0;
     for_each_job_piece(text, [&](const JobPiece& piece) {
@@ -118,6 +120,7 @@ void check_jobs(std::string_view text, const CheckOptions& options, const std::f
         const JobReading reading = read_job_piece(piece);
         CheckedJob job(piece, reading, schema);
         job.limits = &options.limits;
+        job.included = &included;
         std::vector<MoleculeAtom> atoms = check_job(job, chain, of_job);
         const SilencedCodes silenced(job);
         std::optional<BegunCheckpoint> checkpoint = chain.add(job, std::move(atoms), of_job);

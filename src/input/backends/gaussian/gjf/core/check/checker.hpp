@@ -55,6 +55,8 @@ struct CheckOptions {
     /// other files of a run can tell whether two begin the same. May be null.
     std::vector<BegunCheckpoint>* begun_checkpoints = nullptr;
     CheckLimits limits = {};
+    /// Where the text is from: files that its lines "@file" name are looked for beside it. Empty: none is opened.
+    std::string path = {};
     /// Tells whether findings of a code are reported; empty: all are, but those ignored.
     std::function<bool(const std::string& code)> reports = {};
 };

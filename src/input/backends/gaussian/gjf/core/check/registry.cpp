@@ -19,7 +19,7 @@ constexpr const Family* all_families[] = {
     &reading_family,       &later_blank_line_family, &molecule_form_family, &atom_family,
     &electron_family,      &zmatrix_family,          &layer_family,         &connectivity_family,
     &basis_section_family, &basis_element_family,    &named_block_family,   &size_family,
-    &section_family,       &section_content_family,  &limit_family,
+    &section_family,       &section_content_family,  &limit_family,         &included_file_family,
 };
 
 constexpr std::string_view fence = "```";

@@ -65,5 +65,6 @@ extern const Family size_family;
 extern const Family section_family;
 extern const Family section_content_family;
 extern const Family limit_family;
+extern const Family included_file_family;
 
 }  // namespace quor::input::gaussian

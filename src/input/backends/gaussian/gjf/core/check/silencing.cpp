@@ -51,14 +51,14 @@ void SilencedCodes::apply(const CheckedJob& job, std::vector<Finding>& list, std
     std::set<std::string> used;
     const auto silenced = [&](const Finding& finding) { return has(finding.code) && (used.insert(finding.code), true); };
     list.erase(std::remove_if(list.begin() + static_cast<std::ptrdiff_t>(begin), list.end(), silenced), list.end());
-    // What could not be read could not be found; and of other files' checkpoints this one knows nothing.
+    // What could not be read could not be found; and of other files, a text alone knows nothing.
     if (!job.read_whole() || !is_on("GJF-X005") || has("GJF-X005")) {
         return;
     }
     for (const Silenced& each : codes_) {
         if (!is_code(each.code)) {
             findings.add("GJF-X005", Severity::Note, "there is no check '" + each.code + "' to silence", each.place);
-        } else if (used.count(each.code) == 0 && each.code != "GJF-L010" && is_on(each.code)) {
+        } else if (used.count(each.code) == 0 && each.code != "GJF-L010" && each.code != "GJF-I001" && is_on(each.code)) {
             findings.add("GJF-X005", Severity::Note, each.code + " is silenced here, and is not found in this job",
                          each.place);
         }

@@ -181,6 +181,16 @@ Json json_of_job_or_fault(const JobReading& reading) {
                                  : Json{{"error", {{"line", reading.error_line}, {"message", reading.error}}}};
 }
 
+Json json_of_file(const IncludedFile& file) {
+    Json object = {{"line", file.line}, {"name", file.name}};
+    if (const std::string problem = find_problem(file); !problem.empty()) {
+        object["problem"] = problem;
+    } else {
+        object["text"] = with_included_files(file.text, file.files);
+    }
+    return object;
+}
+
 }  // namespace
 
 std::string job_json(const GJFData& job) { return json_text(json_of_job(job)); }
@@ -197,9 +207,20 @@ std::string readings_json(const std::string& path, const std::vector<JobReading>
     return json_line(object);
 }
 
-std::string readings_json(const JobFile& file, const std::vector<std::size_t>& jobs) {
+std::string readings_json(const JobFile& file, const std::vector<std::size_t>& jobs,
+                          const std::vector<IncludedFile>& included) {
     Json object = about_file(file.path());
-    object["jobs"] = list_of(jobs, [&](std::size_t job) { return json_of_job_or_fault(file.jobs()[job]); });
+    object["jobs"] = list_of(jobs, [&](std::size_t number) {
+        const JobReading& reading = file.jobs()[number];
+        Json job = json_of_job_or_fault(reading);
+        if (reading.error.empty()) {
+            set_list(job, "included", files_of_job(included, reading), json_of_file);
+        }
+        if (const auto whole = read_with_included_files(file.text(), reading, included); whole && whole->error.empty()) {
+            job["whole"] = json_of_job(whole->job);
+        }
+        return job;
+    });
     return json_line(object);
 }
 

@@ -8,6 +8,7 @@
 #include <gjf/core/check/checker.hpp>
 #include <gjf/core/check/fix_text.hpp>
 #include <gjf/core/predicate/job_file.hpp>
+#include <gjf/core/reader/included_files.hpp>
 #include <gjf/core/reader/job_layout.hpp>
 #include <gjf/core/report/job_changes.hpp>
 #include <gjf/core/route/route_completion.hpp>
@@ -29,8 +30,10 @@ QUOR_GJF_API std::string job_json(const GJFData& job);
 /// Returns the line about the jobs of a file; of one that cannot be read, it has the first fault alone.
 QUOR_GJF_API std::string report_json(const std::string& path, const std::vector<GJFData>& jobs);
 QUOR_GJF_API std::string readings_json(const std::string& path, const std::vector<JobReading>& readings);
-/// The same of chosen jobs, counted from 0.
-QUOR_GJF_API std::string readings_json(const JobFile& file, const std::vector<std::size_t>& jobs);
+/// The same of chosen jobs, counted from 0, with the files that each names: those that `read_included_files` gives of the
+/// text.
+QUOR_GJF_API std::string readings_json(const JobFile& file, const std::vector<std::size_t>& jobs,
+                                       const std::vector<IncludedFile>& included = {});
 
 /// Returns the line about a file that cannot be used.
 QUOR_GJF_API std::string error_json(const std::string& path, const std::string& message);
