@@ -1,6 +1,7 @@
 // Forms that Gaussian reads and the class interface refuses: the reading takes them, and notes a harmless fault.
 #include <gjf/core/reader/gjf_parser.hpp>
 #include <gjf/core/reader/job_layout.hpp>
+#include <gjf/core/reader/job_places.hpp>
 
 #include <gtest/gtest.h>
 
@@ -67,6 +68,23 @@ TEST(Forms, OfJobsThatGoOnFromACheckpoint) {
         {"# hf\n\n\n0 1\nH 0.0 0.0 1.5D-01\n", "Invalid coordinate value: 1.5D-01", 1, 0, 0},
         {"$RunGauss\n%mem=1GB\n\n# hf\n\nt\n\n0 1\nH 0 0 0\n", "Invalid control line: $RunGauss", 1, 0, 0},
     });
+}
+
+TEST(Forms, OfChargeLines) {
+    const std::string head = "# hf\n\nt\n\n";
+    for (const std::string& line :
+         {std::string("0/1"), std::string("0 / 1 "), std::string("0/ 1 ! c"), std::string("0,1/0,1")}) {
+        const std::string text = head + line + "\nH 0 0 0\n";
+        expect_forms({{text, "Invalid charge/spin line: " + line, 1, 0, 0}});
+        const JobReading reading = read_jobs_with_layout(text).at(0);
+        EXPECT_EQ(reading.job.geom.charge_spin_pairs().at(0).charge, 0) << line;
+        EXPECT_EQ(reading.job.geom.charge_spin_pairs().at(0).multiplicity, 1) << line;
+        EXPECT_EQ(charge_places(text, reading.places.charge_line).at(1).in(text), "1") << line;
+    }
+    for (const char* line : {"0/", "/", "//", "0/1/2", "0/x", "0\\1", "0.5/1", "99999999999/x"}) {
+        const JobReading reading = read_jobs_with_layout(head + line + "\nH 0 0 0\n").at(0);
+        EXPECT_EQ(reading.error, std::string("Invalid charge/spin line: ") + line);
+    }
 }
 
 TEST(Forms, OfVariables) {

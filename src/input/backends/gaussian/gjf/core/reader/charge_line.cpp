@@ -10,6 +10,20 @@
 
 namespace quor::input::gaussian {
 
+void cut_charge_fields(std::string_view text, Fields& fields) {
+    Fields pieces;
+    cut_fields(text, pieces);
+    fields.clear();
+    for (std::string_view piece : pieces) {
+        for (std::size_t end = 0; end != std::string_view::npos; piece.remove_prefix(std::min(end + 1, piece.size()))) {
+            end = piece.find('/');
+            if (const std::string_view field = piece.substr(0, end); !field.empty()) {
+                fields.push_back(field);
+            }
+        }
+    }
+}
+
 std::vector<ChargeSpinPair> read_charge_line(std::string_view line, ReadingRecorder* recorder) {
     const auto fail = [&](std::string_view place, std::string message, FaultKind kind) {
         report_fault(recorder, place, std::move(message), kind);
@@ -17,7 +31,9 @@ std::vector<ChargeSpinPair> read_charge_line(std::string_view line, ReadingRecor
         return std::vector<ChargeSpinPair>();
     };
     Fields fields;
-    cut_fields(without_comment(line), fields);
+    const std::string_view text = without_comment(line);
+    const bool has_slash = recorder != nullptr && text.find('/') != std::string_view::npos;
+    has_slash ? cut_charge_fields(text, fields) : cut_fields(text, fields);
     if (fields.size() < 2 || fields.size() % 2 != 0) {
         return fail(line, "Invalid charge/spin line: " + std::string(line), FaultKind::Parse);
     }
@@ -34,6 +50,9 @@ std::vector<ChargeSpinPair> read_charge_line(std::string_view line, ReadingRecor
             return fail(pair[charge ? 1 : 0], "charge or multiplicity beyond 32 bits", FaultKind::OutOfRange);
         }
         pairs.push_back({*charge, *multiplicity});
+    }
+    if (has_slash) {
+        report_departure(recorder, line, "Invalid charge/spin line: " + std::string(line));
     }
     return pairs;
 }

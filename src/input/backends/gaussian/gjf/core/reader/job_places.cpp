@@ -4,6 +4,9 @@
 #include <gjf/core/reader/row_form.hpp>
 #include <gjf/core/text/text.hpp>
 
+#include <algorithm>
+#include <iterator>
+
 namespace quor::input::gaussian {
 namespace {
 
@@ -42,11 +45,11 @@ std::vector<Span> line_places(std::string_view text, Span lines) {
 }
 
 std::vector<Span> charge_places(std::string_view text, Span charge_line) {
-    const PlacedFields placed(text, without_comment(charge_line.in(text)));
+    Fields fields;
+    cut_charge_fields(without_comment(charge_line.in(text)), fields);
     std::vector<Span> places;
-    for (std::size_t i = 0; i < placed.fields.size(); ++i) {
-        places.push_back(placed[i]);
-    }
+    std::transform(fields.begin(), fields.end(), std::back_inserter(places),
+                   [text](std::string_view field) { return span_of(text, field); });
     return places;
 }
 

@@ -18,6 +18,9 @@ using Fields = std::vector<std::string_view>;
 /// Cuts a line at blanks and commas outside quotes and brackets; a quote that nothing closes is text.
 void cut_fields(std::string_view line, Fields& fields);
 
+/// Cuts a charge line, at slashes too, which Gaussian takes for blanks.
+void cut_charge_fields(std::string_view text, Fields& fields);
+
 /// Reads an atom label into an empty `info`.
 void read_atom_label(std::string_view label, AtomInfo& info);
 
