@@ -196,6 +196,15 @@ TEST(RouteEditing, GivesOptionsToAnOniomExpression) {
         {"# oniom(hf:uff) opt", [](GJFEditor& e) { e.set_keyword_variable("oniom", "scale", "7"); },
          "# oniom(hf:uff)=(scale=7) | opt"},
         {"# oniom(hf:uff, layers=3)", ensure, "# oniom(hf:uff)=(embedcharge,layers=3)"},
+        {"# oniom(hf:uff)=(layers=2, Layers=3)", ensure, "# oniom(hf:uff)=(embedcharge,layers=2,layers=3)"},
+        {"# oniom(hf:uff,layers=2)=layers=2", ensure, "# oniom(hf:uff)=(embedcharge,layers=2,layers=2)"},
+        {"# oniom(hf:uff)=(layers=2,layers=3)", [](GJFEditor& e) { e.set_keyword_variable("oniom", "layers", "4"); },
+         "# oniom(hf:uff)=(layers=4)"},
+        {"# oniom(hf:uff)=(layers=2,layers=3)",
+         [](GJFEditor& e) {
+             e.upsert_keyword_with_options("oniom", {{"b", "1"}});
+         },
+         "# oniom(hf:uff)=(b=1)"},
         {"# oniom(hf:uff)=embedcharge opt", [](GJFEditor& e) { e.remove_keyword_by_name("oniom"); }, "# | opt"},
     });
 }

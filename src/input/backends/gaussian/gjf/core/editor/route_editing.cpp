@@ -64,10 +64,18 @@ void write_anew(ParsedKeywords& route, KeywordInfo& keyword) {
     }
     std::map<std::string, std::string> options = keyword.options;
     const std::string layers = oniom_layers(route.oniom_expression);
-    if (options["layers"] == layers) {
-        options.erase("layers");
+    // Of options with the same name, the map holds the last.
+    const std::vector<RouteOption> same_name = options_called_layers(route.oniom_expression);
+    const auto stored = options.find("layers");
+    const bool is_last = stored != options.end() && !same_name.empty() && stored->second == same_name.back().value;
+    if (is_last || (stored != options.end() && stored->second == layers)) {
+        options.erase(stored);
     }
-    keyword.raw = format_oniom(layers, to_route_options(options));
+    std::vector<RouteOption> written = to_route_options(options);
+    if (is_last) {
+        written.insert(written.end(), same_name.begin(), same_name.end());
+    }
+    keyword.raw = format_oniom(layers, written);
     route.oniom_expression = keyword.raw;
 }
 

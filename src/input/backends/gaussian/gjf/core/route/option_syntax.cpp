@@ -94,6 +94,18 @@ std::string oniom_layers(const std::string& expression) {
     return layers == shape.items.end() ? std::string() : std::string(layers->in(expression));
 }
 
+std::vector<RouteOption> options_called_layers(const std::string& expression) {
+    std::vector<RouteOption> options;
+    for (const Span item : oniom_shape(expression).items) {
+        const std::string text(item.in(expression));
+        const std::size_t sign = text.find('=');
+        if (sign != std::string::npos && equals_folded(trim_view(text.substr(0, sign)), "layers")) {
+            options.push_back({"layers", std::string(trim_view(std::string_view(text).substr(sign + 1)))});
+        }
+    }
+    return options;
+}
+
 std::vector<std::string> oniom_levels(const std::string& expression) {
     std::vector<std::string> levels = split_top_level_list(oniom_layers(expression), ':');
     return levels.size() > 1 && expression.find('(') != std::string::npos ? levels : std::vector<std::string>();

@@ -19,6 +19,9 @@ std::vector<RouteOption> to_route_options(const std::map<std::string, std::strin
 /// Writes ONIOM with its layers and these other options, as in oniom(hf:uff)=(a,b=c).
 std::string format_oniom(const std::string& layers, const std::vector<RouteOption>& options);
 
+/// Returns the options of an ONIOM expression that have the name under which its model is interpreted, in order.
+std::vector<RouteOption> options_called_layers(const std::string& expression);
+
 /// Returns the model of an ONIOM expression: the item of its list with the levels of the layers.
 std::string oniom_layers(const std::string& expression);
 
