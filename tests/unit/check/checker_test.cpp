@@ -41,6 +41,7 @@ TEST(Checker, TellsThePlace) {
          "F\n\n",
          "S023 10:7+2 error\nS023 11:9+1 warning\n"},
         {"# hf/sto-3g\n\nt\n\n0 1\nHe 0.0 0.0 r\n\n", "M007 6:12+1 error\n"},
+        {"# hf/sto-3g\n\nt\n\n0 1\nHe 0.0 0.0 r\nHe 0.0 r s\n\nr=1.5 s=2.0\n\n", "M007 7:10+1 warning\n"},
         {"# hf/sto-3g\n\nt\n\n0 1\nHe 0.0 0.0 0.0\n -CT(Iso=2),0.0,0.0,3.0\n -3 0.0 0.0 6.0\n\n",
          "M001 7:2+10 error\nM001 8:2+2 error\n"},
         {"# hf/sto-3g\n\nt\n\n0 1\nHe 0.0 0.0 0.0\n", "T001 6:0+0 error\n"},

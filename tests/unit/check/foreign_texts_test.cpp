@@ -26,6 +26,9 @@ TEST(ForeignTexts, GetOneFinding) {
         {"HEADER    OXYGEN TRANSPORT\nATOM      1  N   ALA A   1\n", "this is a PDB file", 1},
         {"! B3LYP def2-SVP Opt\n%maxcore 2000\n\n* xyz 0 1\nH 0 0 0\n*\n", "this is input of ORCA", 4},
         {"!HF\n*xyz -1 2\nH 0 0 0\n*\n", "this is input of ORCA", 2},
+        {"# of a friend\n! B3LYP def2-SVP\n%pal nprocs 4 end\n* xyzfile 0 1 a.xyz\n", "this is input of ORCA", 4},
+        {"! HF\n*int 0 1\n", "this is input of ORCA", 2},
+        {"! HF\n* gzmt 0 1\n", "this is input of ORCA", 2},
         {"\xFF\xFE#\0 \0h\0f\0"s, "this text is encoded in UTF-16", 1},
         {"#\0 \0h\0f\0\n\0"s, "this text is encoded in UTF-16", 1},
         {"# hf/sto-3g\r\rt\r\r0 1\rH 0 0 0\r", "the lines end in carriage returns alone", 1},
@@ -56,6 +59,20 @@ TEST(ForeignTexts, AreNoJobs) {
         const FindingList findings = check_text(text);
         EXPECT_TRUE(findings.empty()) << text << findings.front().message;
     }
+}
+
+TEST(ForeignTexts, MayBeAnOldMarkAlone) {
+    const std::string job = "# hf/sto-3g\n\nt\n\n0 1\nHe 0.0 0.0 0.0\n\n";
+    for (const char* end : {"\x1a", "\x1a\n", "\x1a\r\n"}) {
+        const FindingList findings = check_text(job + end);
+        ASSERT_EQ(findings.size(), 1u);
+        EXPECT_EQ(findings[0].code + ' ' + severity_name(findings[0].severity), "GJF-T002 note");
+        EXPECT_EQ(findings[0].line, 8u);
+        EXPECT_EQ(findings[0].hint, "remove it");
+        ASSERT_EQ(findings[0].fixes.size(), 1u);
+        EXPECT_EQ(findings[0].fixes[0].edits[0].begin, job.size());
+    }
+    EXPECT_TRUE(check_text(job + "\n").empty());
 }
 
 TEST(ForeignTexts, CanBeSilenced) { EXPECT_TRUE(check_text("3\nwater\nO 0 0 0\n", {{"GJF-P001"}}).empty()); }

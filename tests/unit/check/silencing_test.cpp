@@ -38,7 +38,7 @@ TEST(Checker, TellsOfCommentsThatSilenceNothing) {
     EXPECT_EQ(places_of(route + "GJF-R001 GJF-M002" + helium, {{"GJF-M002"}}), "");
     EXPECT_EQ(places_of(route + "GJF-R001 GJF-M002" + helium, {{"GJF-X005"}}), "");
     EXPECT_EQ(places_of(route + "GJF-R001 GJF-M002 GJF-X005" + helium), "");
-    EXPECT_EQ(places_of(route + "GJF-R001 GJF-L010" + helium), "");
+    EXPECT_EQ(places_of(route + "GJF-R001 GJF-L010 GJF-I001" + helium), "");
     EXPECT_EQ(places_of(route + "GJF-R001 GJF-P001 GJF-M002 GJF-T006\n\nt\n\n0 1\nHe 0.0 0.0 0x\n\n"), "");
     CheckOptions options;
     options.reports = [](const std::string& code) { return code != "GJF-R001"; };

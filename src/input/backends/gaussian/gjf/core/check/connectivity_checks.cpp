@@ -74,7 +74,32 @@ void check_bonds(const CheckedJob& job, const WrittenBonds& bonds, Findings& fin
     }
 }
 
-void check_rows(const CheckedJob& job, const LineRange& lines, std::size_t atom_count, Findings& findings) {
+// Tells of atoms without a row; `row_of` holds the line of the row of each, 0 for none.
+void check_missing_rows(const CheckedJob& job, const std::vector<std::size_t>& row_of, std::size_t last_line,
+                        Findings& findings) {
+    const std::size_t atom_count = row_of.size() - 1;
+    const auto missing = std::count(row_of.begin() + 1, row_of.end(), std::size_t{0});
+    if (missing == 0) {
+        return;
+    }
+    const auto first = std::find(row_of.begin() + 1, row_of.end(), std::size_t{0}) - row_of.begin();
+    Finding& finding = findings.add("GJF-S005", Severity::Warning,
+                                    std::to_string(missing) + " of " + std::to_string(atom_count) +
+                                        " atoms have no row in the connectivity; the first is atom " + std::to_string(first),
+                                    last_line, "give every atom a row, with its number alone when it has no bonds");
+    // Rows in the order of the atoms: only those behind the last one can be told.
+    std::string rows;
+    for (std::size_t atom = atom_count + 1 - static_cast<std::size_t>(missing); atom <= atom_count; ++atom) {
+        rows += row_of[atom] == 0 ? "\n " + std::to_string(atom) : std::string();
+    }
+    if (std::cmp_equal(first + missing, atom_count + 1)) {
+        offer(finding, "add rows with the numbers alone", FixSafety::Unsafe, {job.behind_line(last_line, rows)});
+    }
+}
+
+// Translation vectors are numbered as atoms are, but need no row.
+void check_rows(const CheckedJob& job, const LineRange& lines, const std::vector<MoleculeAtom>& atoms, Findings& findings) {
+    const std::size_t atom_count = atoms.size();
     WrittenBonds bonds;
     std::vector<std::size_t> row_of(atom_count + 1);  // the line of its row; 0 for none
     const SectionReading section = read_section(ExtraInputSectionKind::Connectivity, job.text(lines));
@@ -92,23 +117,12 @@ void check_rows(const CheckedJob& job, const LineRange& lines, std::size_t atom_
         }
         first = line;
     }
-    const auto missing = std::count(row_of.begin() + 1, row_of.end(), std::size_t{0});
-    if (missing > 0) {
-        const auto first = std::find(row_of.begin() + 1, row_of.end(), std::size_t{0}) - row_of.begin();
-        Finding& finding =
-            findings.add("GJF-S005", Severity::Warning,
-                         std::to_string(missing) + " of " + std::to_string(atom_count) +
-                             " atoms have no row in the connectivity; the first is atom " + std::to_string(first),
-                         lines.last, "give every atom a row, with its number alone when it has no bonds");
-        // Rows in the order of the atoms: only those behind the last one can be told.
-        std::string rows;
-        for (std::size_t atom = atom_count + 1 - static_cast<std::size_t>(missing); atom <= atom_count; ++atom) {
-            rows += row_of[atom] == 0 ? "\n " + std::to_string(atom) : std::string();
-        }
-        if (std::cmp_equal(first + missing, atom_count + 1)) {
-            offer(finding, "add rows with the numbers alone", FixSafety::Unsafe, {job.behind_line(lines.last, rows)});
+    for (std::size_t i = 0; i < atom_count; ++i) {
+        if (atoms[i].species.kind == SpeciesKind::TranslationVector && row_of[i + 1] == 0) {
+            row_of[i + 1] = lines.last;
         }
     }
+    check_missing_rows(job, row_of, lines.last, findings);
     check_bonds(job, bonds, findings);
 }
 
@@ -124,7 +138,7 @@ void check_connectivity(const CheckedMolecule& molecule, Findings& findings) {
     for (const SectionLayout& section : job.layout.sections) {
         if (section.kind == ExtraInputSectionKind::Connectivity && !atoms.empty() &&
             !names_neighbours_alone(job.line(section.lines.first))) {
-            check_rows(job, section.lines, atoms.size(), findings);
+            check_rows(job, section.lines, atoms, findings);
         }
     }
 }

@@ -61,7 +61,7 @@ std::size_t line_of_pdb(const LineList& lines) {
     return is_pdb ? 0 : lines.size();
 }
 
-// ORCA's keywords stand behind "!", its coordinates behind "* xyz CHARGE MULTIPLICITY".
+// ORCA's keywords stand behind "!", its coordinates behind "* xyz CHARGE MULTIPLICITY", or in a file that is named there.
 std::size_t line_of_orca(const LineList& lines) {
     const auto is_coordinates = [](std::string_view line) {
         if (line.find('*') == std::string_view::npos) {
@@ -69,9 +69,12 @@ std::size_t line_of_orca(const LineList& lines) {
         }
         Fields fields;
         cut_fields(line, fields);
-        const bool apart = !fields.empty() && fields[0] == "*";
-        return fields.size() == (apart ? 4U : 3U) && equals_folded(fields[apart ? 1 : 0], apart ? "xyz" : "*xyz") &&
-               is_integer_text(fields[fields.size() - 2]) && is_integer_text(fields.back());
+        const std::size_t kind = !fields.empty() && fields[0] == "*" ? 1 : 0;
+        if (fields.size() < kind + 3 || !is_integer_text(fields[kind + 1]) || !is_integer_text(fields[kind + 2])) {
+            return false;
+        }
+        const std::string name = to_lower_copy(fields[kind].substr(kind == 0 ? 1 : 0));
+        return fields[0][0] == '*' && (name == "xyz" || name == "xyzfile" || name == "int" || name == "gzmt");
     };
     const auto found = std::find_if(lines.begin(), lines.end(), is_coordinates);
     const bool has_keywords =

@@ -294,6 +294,18 @@ void check_characters(const CheckedMolecule& molecule, Findings& findings) {
     check_variable_values(geom.cartesian_variables, job.layout.cartesian_variables, findings);
 }
 
+// Old editors end a file with Ctrl-Z, which the reading leaves out.
+void check_last_mark(std::string_view text, Findings& findings) {
+    const std::size_t end = text.find_last_not_of("\r\n");
+    if (end == std::string_view::npos || text[end] != '\x1a') {
+        return;
+    }
+    const auto line =
+        static_cast<std::size_t>(std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(end), '\n'));
+    findings.add("GJF-T002", Severity::Note, "the file ends in Ctrl-Z, as old editors wrote it", line + 1, "remove it")
+        .fixes = {{"remove it", FixSafety::Unsafe, {{end, end + 1, {}}}}};
+}
+
 }  // namespace
 
 const Family text_family = {
@@ -309,6 +321,7 @@ void check_whole_text(std::string_view text, Findings& findings) {
             .fixes = {
             {"remove the byte order mark", FixSafety::Safe, {{0, text.size() - skip_byte_order_mark(text).size(), {}}}}};
     }
+    check_last_mark(text, findings);
     std::size_t line = 0;
     std::size_t first_of[2] = {0, 0};  // the first line that ends in a line feed alone, and with a carriage return before it
     for (std::size_t begin = 0; begin < text.size();) {

@@ -129,10 +129,20 @@ void check_variable_lines(const CheckedJob& job, const std::vector<ZMatrixVariab
     }
 }
 
-// Names that stand first in a line that nothing asked for: their values may be there, in a form that is not read.
+// Names whose values may be there in a form that is not read: those that stand first in a line that nothing asked for, and
+// those behind the value of another, as in "r=0.96 a=104.5".
 NameSet names_left_over(const CheckedJob& job) {
     NameSet names;
     Fields fields;
+    const GeomSection& geom = job.job.geom;
+    for (const auto* list : {&geom.variables, &geom.constants, &geom.cartesian_variables}) {
+        for (const ZMatrixVariable& variable : *list) {
+            cut_fields(variable.value, fields);
+            for (const std::string_view field : fields) {
+                names.insert(to_lower_copy(field.substr(0, field.find('='))));
+            }
+        }
+    }
     for (const SectionLayout& section : job.layout.sections) {
         for (std::size_t line = section.lines.first; line <= section.lines.last; ++line) {
             cut_fields(without_comment(job.line(line)), fields);
@@ -162,7 +172,9 @@ void check_undefined(const CheckedJob& job, Findings& findings) {
         for (const std::string_view field : fields) {
             const std::string name = to_lower_copy(without_sign(field));
             if (names.count(name) > 0 && found.insert(name).second) {
-                findings.add("GJF-M007", left_over.count(name) > 0 ? Severity::Warning : Severity::Error,
+                // A layer behind whole numbers is read as a name.
+                const bool is_layer = !job.route.oniom_expression.empty() && layer_letter(name) != '?';
+                findings.add("GJF-M007", is_layer || left_over.count(name) > 0 ? Severity::Warning : Severity::Error,
                              "variable '" + std::string(without_sign(field)) + "' has no value", job.place_in(line, field));
             }
         }
