@@ -19,7 +19,7 @@ import tempfile
 
 NAMES = ["job_text", "multi_job", "route", "schema_document", "schema_image", "editor_operations", "check_text", "document", "c_interface"]
 LONGEST = 4000
-JOBS = pathlib.Path("examples/jobs")
+JOBS = [pathlib.Path("examples/jobs"), pathlib.Path("examples/forms")]
 SEEDS = pathlib.Path("fuzz/seeds")
 REGRESSIONS = pathlib.Path("tests/regressions")
 
@@ -34,8 +34,8 @@ def image_seeds(folder):
 
 def seeds_of(name, build):
     folders = [SEEDS / name, REGRESSIONS / name]
-    if name in ("job_text", "check_text", "document"):
-        folders.append(JOBS)
+    if name in ("job_text", "multi_job", "check_text", "document"):
+        folders.extend(JOBS)
     if name == "schema_image":
         folders[0] = image_seeds(build / "image_seeds")
     return [folder for folder in folders if folder.is_dir()]
