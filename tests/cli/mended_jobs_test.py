@@ -229,7 +229,7 @@ UNDETERMINED = {
 
 
 # What no edit of one job makes.
-NOT_MADE = {"GJF-L010": "two files write one checkpoint", "GJF-X": "rules of a site, or a comment that silences nothing"}
+NOT_MADE = {"GJF-L010": "two files write one checkpoint", "GJF-I": "files that jobs name", "GJF-X": "rules of a site, or a comment that silences nothing"}
 
 # All codes of the table of fixes in tests/unit/check/fix_text_test.cpp.
 FIXABLE = """L001 L002 L003 L005 M001 M002 M006 M011 M013 M015 P001 R001 R002 R003 R004 R006 R008 R009 R010 R011 R012 R021 R022 S001 S002 S005

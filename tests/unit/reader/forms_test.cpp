@@ -70,6 +70,17 @@ TEST(Forms, OfJobsThatGoOnFromACheckpoint) {
     });
 }
 
+TEST(Forms, OfJobsThatGoOnMissNothing) {
+    for (const char* route : {"# admp=restart", "# bomd=restart", "# freq=(restart,readisotopes)", "# hf/gen opt=restart"}) {
+        EXPECT_TRUE(read_jobs_with_layout(std::string(route) + "\n\n").at(0).layout.missing.empty()) << route;
+        EXPECT_TRUE(read_jobs_with_layout(std::string(route) + "\n\nt\n\n").at(0).layout.missing.empty()) << route;
+    }
+    for (const char* route : {"# hf/gen", "# bomd", "# hf/gen geom=check opt=restart"}) {
+        const std::string behind = "\n\nt\n\n0 1\nH 0. 0. 0.\n\n";
+        EXPECT_EQ(read_jobs_with_layout(route + behind).at(0).layout.missing.size(), 1u) << route;
+    }
+}
+
 TEST(Forms, OfChargeLines) {
     const std::string head = "# hf\n\nt\n\n";
     for (const std::string& line :

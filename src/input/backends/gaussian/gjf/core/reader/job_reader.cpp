@@ -183,6 +183,9 @@ class JobReader {
             std::vector<ExtraInputSectionKind>& missing = recorder_->reading.layout.missing;
             missing.erase(std::remove(missing.begin(), missing.end(), ExtraInputSectionKind::MMParameters), missing.end());
         }
+        if (recorder_ != nullptr && ends_early_) {
+            recorder_->reading.layout.missing.clear();  // all of it is in the checkpoint
+        }
     }
 
    private:
@@ -210,6 +213,7 @@ class JobReader {
     void miss(const char* message, const RouteQuestions& questions) {
         if (goes_on_from_checkpoint(job.control, route(), questions)) {
             report_departure(recorder_, {}, message);
+            ends_early_ = true;
         } else {
             fail(message);
         }
@@ -311,6 +315,7 @@ class JobReader {
     ReadingRecorder* recorder_;
     bool has_residues_ = false;
     bool charge_line_alone_ = false;
+    bool ends_early_ = false;  // behind the route or the title of a job that goes on from a checkpoint
 };
 
 GJFData read_job(LineSpan lines) {
