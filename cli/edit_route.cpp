@@ -77,6 +77,55 @@ std::string with_prefix_of(const std::string& old, const std::string& method) {
     return can_have_it ? prefix + method : method;
 }
 
+// Tells whether a word that nobody knows is a method or a basis set misspelt: it stands on its side of a slash, or is near
+// to one.
+bool is_misspelt(const std::string& name, bool is_method, const std::vector<std::string>& words) {
+    const SimpleYAMLParser& schema = default_route_schema();
+    if (schema.knows_keyword_exact(name) || schema.knows_method_exact(name)) {
+        return false;
+    }
+    const bool has_slash = std::any_of(words.begin(), words.end(), [&](const std::string& each) {
+        const std::string word = SimpleYAMLParser::to_lower(each);
+        return is_method ? word.starts_with(name + '/') : word.ends_with('/' + name);
+    });
+    const std::vector<Finding> found = unknown_route_words((is_method ? "# " : "# hf/") + name);
+    return has_slash || std::any_of(found.begin(), found.end(), [&](const Finding& finding) {
+               return std::any_of(finding.fixes.begin(), finding.fixes.end(), [&](const Fix& fix) {
+                   const std::string& meant = fix.edits.front().text;
+                   return is_method ? schema.knows_method_exact(meant) : schema.knows_basis_exact(meant);
+               });
+           });
+}
+
+// Finds a word of the route that nobody knows and that is a method or a basis set misspelt; none where the route has one.
+std::string misspelt_word(GJFEditor& job, bool is_method) {
+    if (!job.has_parsed_keywords() || !(is_method ? job.get_method() : job.get_basis_set()).empty()) {
+        return {};
+    }
+    const std::vector<std::string>& words = job.get_data().control.route_keywords;
+    const std::vector<KeywordInfo>& keywords = job.get_parsed_keywords().keywords;
+    const auto found = std::find_if(keywords.begin(), keywords.end(), [&](const KeywordInfo& keyword) {
+        return keyword.options.empty() && is_misspelt(keyword.name, is_method, words);
+    });
+    return found == keywords.end() ? std::string() : found->name;
+}
+
+// Puts a method in the place of a misspelt one; tells whether there was one.
+bool replace_misspelt_method(GJFEditor& job, const std::string& method, EditContext& context) {
+    const std::string misspelt = misspelt_word(job, true);
+    std::vector<std::string> words = job.get_data().control.route_keywords;
+    for (std::string& word : words) {
+        const std::string name = SimpleYAMLParser::to_lower(word.substr(0, word.find('/')));
+        if (!misspelt.empty() && name == misspelt) {
+            word.replace(0, name.size(), method);
+            job.set_route_section(words);
+            context.remarks.push_back("set in the place of '" + misspelt + "'");
+            return true;
+        }
+    }
+    return false;
+}
+
 Edit read_method(const std::string& value) {
     const std::string method = word_of(value, "method");
     if (find_top_level_char(method, '/') >= 0) {
@@ -87,6 +136,9 @@ Edit read_method(const std::string& value) {
         if (job.has_parsed_keywords() && !job.get_parsed_keywords().oniom_expression.empty()) {
             throw std::runtime_error("the method of an ONIOM job stands in its oniom(...) and cannot be set");
         }
+        if (replace_misspelt_method(job, method, context)) {
+            return true;
+        }
         const std::string wanted = with_prefix_of(job.get_method(), method);
         if (wanted != method) {
             context.remarks.push_back("set as " + wanted + ", with the prefix of " + job.get_method());
@@ -96,38 +148,6 @@ Edit read_method(const std::string& value) {
     };
 }
 
-// Tells whether a word that nobody knows is a basis set misspelt: it stands behind a method and a slash, or is near to one.
-bool is_misspelt_basis(const std::string& name, const std::vector<std::string>& words) {
-    const SimpleYAMLParser& schema = default_route_schema();
-    if (schema.knows_keyword_exact(name) || schema.knows_method_exact(name)) {
-        return false;
-    }
-    const bool behind_slash = std::any_of(words.begin(), words.end(), [&](const std::string& word) {
-        return SimpleYAMLParser::to_lower(word).ends_with('/' + name);
-    });
-    const std::vector<Finding> found = unknown_route_words("# hf/" + name);
-    return behind_slash || std::any_of(found.begin(), found.end(), [&](const Finding& finding) {
-               return std::any_of(finding.fixes.begin(), finding.fixes.end(),
-                                  [&](const Fix& fix) { return schema.knows_basis_exact(fix.edits.front().text); });
-           });
-}
-
-// Takes out a misspelt basis set, which reads as a keyword, where the route has no other; returns it.
-std::string take_misspelt_basis(GJFEditor& job) {
-    if (!job.has_parsed_keywords() || !job.get_basis_set().empty()) {
-        return {};
-    }
-    const std::vector<std::string> words = job.get_data().control.route_keywords;
-    for (const KeywordInfo& keyword : job.get_parsed_keywords().keywords) {
-        if (keyword.options.empty() && is_misspelt_basis(keyword.name, words)) {
-            std::string name = keyword.name;
-            job.remove_keyword_by_name(name);
-            return name;
-        }
-    }
-    return {};
-}
-
 Edit read_basis(const std::string& value) {
     const std::string basis = word_of(value, "basis set");
     if (find_top_level_char(basis, '/') >= 0) {
@@ -135,7 +155,8 @@ Edit read_basis(const std::string& value) {
     }
     return [basis](GJFEditor& job, EditContext& context) {
         job.ensure_parsed_keywords();
-        if (const std::string misspelt = take_misspelt_basis(job); !misspelt.empty()) {
+        if (const std::string misspelt = misspelt_word(job, false); !misspelt.empty()) {
+            job.remove_keyword_by_name(misspelt);
             context.remarks.push_back("set in the place of '" + misspelt + "'");
         }
         const bool has_model =
