@@ -131,7 +131,7 @@ bool has_target(const GJFDocument& document, std::size_t job, EditTarget target)
 }
 
 std::string lacking(EditTarget target) {
-    return target == EditTarget::Atoms ? "there are no atoms: the molecule comes from a checkpoint"
+    return target == EditTarget::Atoms ? "there are no atoms: the molecule comes from a checkpoint or another file"
                                        : "there is no title and no charge: they come from a checkpoint";
 }
 
