@@ -14,8 +14,8 @@ namespace quor::input::gaussian {
 /// missing, doubled, or swapped with its neighbour. A letter added in front or behind may make another word.
 bool is_misspelt(std::string_view word, const std::vector<std::string>& near);
 
-/// Tells the same of a word that must be a method, a basis set or a solvent, since it stands where only such a name does: the
-/// word is as long as the name was meant to be, four letters or more, and digits may be doubled or swapped.
+/// Tells the same of a word that must be a method, a basis set or a solvent, since it stands where only such a name does:
+/// the word is as long as the name was meant to be, four letters or more, and digits may be doubled or swapped.
 bool is_misspelt_model(std::string_view word, const std::vector<std::string>& near);
 
 /// Tells whether two words are equal but for dashes and letter case.
