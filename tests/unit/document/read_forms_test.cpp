@@ -1,5 +1,6 @@
 // Blocks that no condition of the first table names, files that stand for parts of a job, and molecules of a checkpoint.
 #include <gjf/core/document/gjf_document.hpp>
+#include <gjf/core/job/positions.hpp>
 #include <gjf/core/reader/gjf_parser.hpp>
 #include <gjf/core/reader/job_layout.hpp>
 #include <gjf/core/reader/section_name.hpp>
@@ -156,6 +157,21 @@ TEST(ConnectivityRows, MayNameTheirNeighboursAlone) {
     for (const char* wrong : {"2 1.0 9 1.0\n", "2 1.0\nx 1.0\n", "1 2\n2 1.0\n3 x\n"}) {
         EXPECT_NE(read_jobs_with_layout(head + wrong + "\n").at(0).error, "") << wrong;
     }
+}
+
+TEST(WholeNumbers, WithALayerBehindThemAreCoordinates) {
+    const std::string head = "# oniom(hf/sto-3g:uff)\n\nt\n\n0 1 0 1 0 1\n";
+    for (const char* rows : {"C 1 0 0 H\nO 0 0 2 L\n", "C 1. 0. 0. H\nO 0. 0. 2. L\n"}) {
+        const JobReading reading = read_jobs_with_layout(head + rows + "\n").at(0);
+        EXPECT_EQ(reading.error, "");
+        const std::vector<AtomPosition> places = positions(reading.job);
+        ASSERT_EQ(places.size(), 2U) << rows;
+        EXPECT_EQ(places[0].position, (Position{1, 0, 0})) << rows;
+        EXPECT_EQ(places[1].position, (Position{0, 0, 2})) << rows;
+    }
+    const std::vector<AtomPosition> unknown = positions(read_jobs_with_layout(head + "C 1 0 x H\nO 0 0 2 L\n\n").at(0).job);
+    ASSERT_EQ(unknown.size(), 2U);
+    EXPECT_FALSE(unknown[0].position);
 }
 
 TEST(LastLines, MayEndInAnOldMark) {
