@@ -78,16 +78,8 @@ constexpr Colours terminal_colours = {{"\033[1;36m", "\033[1;35m", "\033[1;31m"}
 
 std::size_t index_of(Severity severity) noexcept { return static_cast<std::size_t>(severity); }
 
-std::string place_of(const std::string& path, const Finding& finding) {
-    std::string place = printable(path) + ':';
-    for (const std::size_t number : {finding.line, finding.line == 0 ? 0 : finding.column}) {
-        place += number == 0 ? std::string() : std::to_string(number) + ':';
-    }
-    return place;
-}
-
 std::string text_of(const std::string& path, const Finding& finding, NumberedLines& lines, const Colours& colours) {
-    std::string text = colours.place + place_of(path, finding) + colours.off + ' ' +
+    std::string text = colours.place + shown_place(path, finding.line, finding.column) + ':' + colours.off + ' ' +
                        colours.severities[index_of(finding.severity)] + severity_name(finding.severity) + ':' + colours.off +
                        ' ' + printable(finding.message) + " [" + finding.code + "]\n";
     if (finding.line != 0) {

@@ -19,10 +19,7 @@ EditRemark remark_of(const std::string& path, const Finding& finding) {
     remark.text =
         std::string(severity_name(finding.severity)) + ": " + printable(finding.message) + " [" + finding.code + ']';
     remark.text += finding.hint.empty() ? std::string() : "\n  hint: " + printable(finding.hint);
-    remark.place = printable(path);
-    for (const std::size_t number : {finding.line, finding.line == 0 ? 0 : finding.column}) {
-        remark.place += number == 0 ? std::string() : ':' + std::to_string(number);
-    }
+    remark.place = shown_place(path, finding.line, finding.column);
     return remark;
 }
 

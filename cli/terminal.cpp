@@ -89,6 +89,14 @@ std::string printable(std::string_view text) {
     return shown;
 }
 
+std::string shown_place(const std::string& path, std::size_t line, std::size_t column) {
+    std::string place = printable(path);
+    for (const std::size_t number : {line, line == 0 ? 0 : column}) {
+        place += number == 0 ? std::string() : ':' + std::to_string(number);
+    }
+    return place;
+}
+
 std::size_t columns_of(std::string_view text) noexcept {
     return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) { return !is_continuation(c); }));
 }

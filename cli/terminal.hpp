@@ -23,6 +23,9 @@ bool output_has_colour();
 /// Returns the text with "?" in the place of control characters (tabs aside) and of bytes that are not UTF-8.
 std::string printable(std::string_view text);
 
+/// Returns a place as "PATH:LINE:COLUMN", as far as it is known: numbers from 1, 0 for none.
+std::string shown_place(const std::string& path, std::size_t line, std::size_t column);
+
 /// Returns the columns that a text takes, one a character.
 std::size_t columns_of(std::string_view text) noexcept;
 
