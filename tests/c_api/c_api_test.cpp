@@ -157,6 +157,27 @@ TEST(CEditor, TellsAnAbsentLayerFromAnEmptyOne) {
     EXPECT_STREQ(buffer, "");
 }
 
+TEST(CEditor, WritesWholeCoordinatesWithALayerSoThatTheyReadBack) {
+    const Editor editor = make_editor("# oniom(hf/sto-3g:uff)\n\nt\n\n0 1\nO 0 0 2\nH 1 0 0\n\n");
+    gjf_editor_set_oniom_layer_all(editor.get(), "H");
+    const std::string text = to_text(editor.get());
+    const Editor again = make_editor(text.c_str());
+    ASSERT_NE(again, nullptr) << text;
+    EXPECT_EQ(gjf_editor_get_atom_count(again.get()), 2) << text;
+    for (int i = 0; i < 2; ++i) {
+        double x = -1;
+        double y = -1;
+        double z = -1;
+        EXPECT_EQ(gjf_editor_get_atom_coords(again.get(), i, &x, &y, &z), 0) << text;
+        EXPECT_EQ(x, i == 0 ? 0 : 1) << text;
+        EXPECT_EQ(y, 0) << text;
+        EXPECT_EQ(z, i == 0 ? 2 : 0) << text;
+        char layer[4] = "?";
+        EXPECT_EQ(gjf_editor_get_atom_oniom_layer(again.get(), i, layer, 4), 0) << text;
+        EXPECT_STREQ(layer, "H") << text;
+    }
+}
+
 TEST(CEditor, RefusesWithItsFixedMessagesAndKeepsTheJob) {
     const Editor owner = make_editor();
     quor_gjf_editor* e = owner.get();
