@@ -1,7 +1,7 @@
-// replay_regressions REGRESSIONS SEEDS JOBS: runs stored inputs through the fuzzers' properties, which end the program where
+// replay_regressions TREE: runs stored inputs through the fuzzers' properties, which end the program where
 // one does not hold.
 //
-// Each fuzzer takes the files of the folders REGRESSIONS/NAME and SEEDS/NAME; those that read job text take JOBS too. Single
+// Each fuzzer takes what of the tree was stored for it, the fuzzers' seeds, and examples where it reads job text. Single
 // files may follow as NAME=PATH. The file under way is named before it is run.
 #include <filesystem>
 #include <iostream>
@@ -54,21 +54,24 @@ std::size_t run_folder(const Fuzzer& fuzzer, const fs::path& folder) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc < 4) {
-        std::cerr << "usage: replay_regressions REGRESSIONS SEEDS JOBS [NAME=PATH]...\n";
+    if (argc < 2) {
+        std::cerr << "usage: replay_regressions TREE [NAME=PATH]...\n";
         return 2;
     }
+    const fs::path tree = argv[1];
     std::size_t count = 0;
     for (const Fuzzer& fuzzer : fuzzers) {
-        for (int i = 4; i < argc; ++i) {
+        for (int i = 2; i < argc; ++i) {
             const std::string_view argument = argv[i];
             if (argument.substr(0, argument.find('=')) == fuzzer.name) {
                 run_file(fuzzer, argument.substr(argument.find('=') + 1));
             }
         }
-        const fs::path regressions = fs::path(argv[1]) / fuzzer.name;
-        const std::size_t found = run_folder(fuzzer, regressions) + run_folder(fuzzer, fs::path(argv[2]) / fuzzer.name) +
-                                  (fuzzer.reads_jobs ? run_folder(fuzzer, argv[3]) : 0);
+        std::size_t found = run_folder(fuzzer, tree / "tests/regressions" / fuzzer.name) +
+                            run_folder(fuzzer, tree / "fuzz/seeds" / fuzzer.name);
+        if (fuzzer.reads_jobs) {
+            found += run_folder(fuzzer, tree / "examples/jobs") + run_folder(fuzzer, tree / "examples/forms");
+        }
         if (found == 0) {
             std::cerr << fuzzer.name << ": nothing to replay\n";
             return 1;

@@ -56,10 +56,6 @@ struct WantedJob {
     const Sections& sections() const noexcept { return followed ? *followed : job->extra_inputs; }
 };
 
-std::string_view message_of(const GJFParseException& error) {
-    return std::string_view(error.what()).substr(std::string_view("GJF Parse Error: ").size());
-}
-
 }  // namespace
 
 struct GJFDocument::Impl {
@@ -278,7 +274,7 @@ struct GJFDocument::Impl {
             if (entries.size() == 1) {
                 throw;
             }
-            throw GJFParseException("Job " + std::to_string(index + 1) + ": " + std::string(message_of(error)));
+            throw GJFParseException("Job " + std::to_string(index + 1) + ": " + message_of(error));
         }
     }
 

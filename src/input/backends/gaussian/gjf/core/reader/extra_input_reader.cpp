@@ -10,6 +10,7 @@
 #include <charconv>
 #include <iterator>
 #include <optional>
+#include <stdexcept>
 #include <system_error>
 #include <utility>
 
@@ -52,10 +53,6 @@ void check_atom_numbers(const ConnectivitySection& connectivity, LineSpan lines,
             refuse_atom(static_cast<std::uint64_t>(atom));
         }
     }
-}
-
-std::string message_of(const GJFParseException& error) {
-    return std::string(error.what()).substr(std::string_view("GJF Parse Error: ").size());
 }
 
 // Reads a connectivity block line by line. Lines that cannot be read are reported first, those that name other atoms than
@@ -310,6 +307,7 @@ void read_extra_inputs(LineCursor& cursor, GJFData& job, const KindsOfRoute& ask
                        ReadingRecorder* recorder) {
     const std::vector<Kind> kinds =
         recorder == nullptr ? asked.expected : kinds_of_blocks(cursor, job, asked, atoms_known, *recorder);
+    const LineCursor start = cursor;
     bool any_empty = false;  // one section may be, and then others
     for (std::size_t i = 0; i < kinds.size(); ++i) {
         const std::size_t begin = cursor.position();
@@ -322,6 +320,13 @@ void read_extra_inputs(LineCursor& cursor, GJFData& job, const KindsOfRoute& ask
             cursor.move_to(begin);
         }
         if (recorder != nullptr && is_empty_before_structure(cursor, kinds, i)) {
+            if (!any_empty && recorder->reading.faults.empty()) {
+                note_refusal(*recorder, [&, cursor = start]() mutable {
+                    GJFData trial;
+                    trial.geom = job.geom;
+                    read_extra_inputs(cursor, trial, {asked.expected, {}}, atoms_known, nullptr);
+                });
+            }
             any_empty = true;
             continue;
         }

@@ -292,10 +292,11 @@ class JobReader {
             return;
         }
         if (recorder_ != nullptr && stands_for_molecule(section, shape, questions)) {
-            const bool alone = is_charge_line_alone(section);
-            report_departure(recorder_, {},
-                             alone ? std::string("Geometry section must have at least 2 lines")
-                                   : "Invalid coordinate line: " + std::string(section.back()));
+            note_refusal(*recorder_, [&] {
+                LineCursor ahead = cursor_;
+                read_molecule(
+                    ahead, section, [] { return true; }, nullptr);
+            });
             job.geom = read_charge_line_alone(section, recorder_);
             charge_line_alone_ = true;
             recorder_->reading.atoms_uncertain = shape.builds_model;

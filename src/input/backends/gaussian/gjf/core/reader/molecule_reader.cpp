@@ -47,17 +47,7 @@ class MoleculeReader {
             read_specification(lines.subspan(static_cast<std::size_t>(first - lines.begin())));
         }
         if (zmatrix_.has_other_forms()) {
-            note_refusal(section);
-        }
-    }
-
-    // Notes what the class interface says of rows in forms that it does not take.
-    void note_refusal(LineSpan section) {
-        try {
-            MoleculeReader(nullptr).read_section(section);
-        } catch (const GJFParseException& error) {
-            report_departure(recorder_, {}, std::string(error.what()).substr(std::string_view("GJF Parse Error: ").size()));
-        } catch (const std::out_of_range&) {
+            note_refusal(*recorder_, [section] { MoleculeReader(nullptr).read_section(section); });
         }
     }
 

@@ -49,6 +49,12 @@ void report_fault(ReadingRecorder* recorder, std::string_view place, std::string
 /// Takes a form that Gaussian reads and `GJFParser` refuses: thrown without a recorder, noted as harmless with one.
 void report_departure(ReadingRecorder* recorder, std::string_view place, std::string message);
 
+/// Returns what an exception of the reader says, without what stands before all its messages.
+std::string message_of(const GJFParseException& error);
+
+/// Notes as harmless what `read`, a reading of the same lines without a recorder, throws first.
+void note_refusal(ReadingRecorder& recorder, const std::function<void()>& read);
+
 /// Notes the line that is being read in a list.
 inline void note_line(ReadingRecorder* recorder, std::vector<std::uint32_t> JobPlaces::*list) {
     if (recorder != nullptr) {

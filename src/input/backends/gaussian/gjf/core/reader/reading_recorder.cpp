@@ -83,6 +83,20 @@ void report_departure(ReadingRecorder* recorder, std::string_view place, std::st
     }
 }
 
+std::string message_of(const GJFParseException& error) {
+    return std::string(error.what()).substr(std::string_view("GJF Parse Error: ").size());
+}
+
+void note_refusal(ReadingRecorder& recorder, const std::function<void()>& read) {
+    try {
+        read();
+    } catch (const GJFParseException& error) {
+        report_departure(&recorder, {}, message_of(error));
+    } catch (const std::out_of_range&) {
+        // Told where that number stands.
+    }
+}
+
 void note_doubt(ReadingRecorder* recorder, bool JobReading::*doubt) noexcept {
     if (recorder != nullptr) {
         recorder->reading.*doubt = true;
