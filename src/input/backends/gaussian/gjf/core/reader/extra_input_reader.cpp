@@ -297,6 +297,24 @@ std::vector<Kind> kinds_of_blocks(LineCursor cursor, const GJFData& job, const K
     return kinds;
 }
 
+// A fault of which no other line can be told stands at the next one that is not blank.
+void note_next_line(LineCursor cursor, ReadingRecorder* recorder) {
+    cursor.skip_blank_lines();
+    if (recorder != nullptr && !cursor.at_end()) {
+        recorder->at(cursor.peek_line());
+    }
+}
+
+// Takes the sections that nothing asked for.
+void keep_left_over(LineCursor& cursor, GJFData& job, ReadingRecorder* recorder) {
+    for (LineSpan lines = cursor.take_section(); !lines.empty(); lines = cursor.take_section()) {
+        job.extra_inputs.emplace_back(Kind::Unknown, joined(lines));
+        if (recorder != nullptr) {
+            recorder->reading.places.sections.push_back({Kind::Unknown, recorder->place_of(lines)});
+        }
+    }
+}
+
 ParsedKeywords interpret(const ControlSection& control) {
     return control.route_keywords.empty() ? ParsedKeywords() : GJFParser::parse_keywords(control.route_keywords, {});
 }
@@ -312,13 +330,7 @@ void read_extra_inputs(LineCursor& cursor, GJFData& job, const KindsOfRoute& ask
     for (std::size_t i = 0; i < kinds.size(); ++i) {
         const std::size_t begin = cursor.position();
         const std::size_t count = job.extra_inputs.size();
-        if (recorder != nullptr && !cursor.at_end()) {
-            cursor.skip_blank_lines();
-            if (!cursor.at_end()) {
-                recorder->at(cursor.peek_line());
-            }
-            cursor.move_to(begin);
-        }
+        note_next_line(cursor, recorder);
         if (recorder != nullptr && is_empty_before_structure(cursor, kinds, i)) {
             if (!any_empty && recorder->reading.faults.empty()) {
                 note_refusal(*recorder, [&, cursor = start]() mutable {
@@ -343,12 +355,7 @@ void read_extra_inputs(LineCursor& cursor, GJFData& job, const KindsOfRoute& ask
             recorder->reading.layout.missing.push_back(kinds[i]);
         }
     }
-    for (LineSpan lines = cursor.take_section(); !lines.empty(); lines = cursor.take_section()) {
-        job.extra_inputs.emplace_back(Kind::Unknown, joined(lines));
-        if (recorder != nullptr) {
-            recorder->reading.places.sections.push_back({Kind::Unknown, recorder->place_of(lines)});
-        }
-    }
+    keep_left_over(cursor, job, recorder);
 }
 
 std::vector<Kind> GJFParser::expected_extra_input_order(const ControlSection& control) {
