@@ -20,6 +20,8 @@
 namespace quor_gjf {
 namespace {
 
+using namespace quor::input::gaussian;
+
 struct SplitArguments {
     std::string input;
     std::string folder;
@@ -60,7 +62,7 @@ std::vector<std::size_t> wanted_jobs(const SplitArguments& arguments, const std:
 
 int split(const SplitArguments& arguments) {
     const std::string text = read_text(arguments.input);
-    const std::vector<std::string_view> pieces = quor::input::gaussian::job_texts(text);
+    const std::vector<std::string_view> pieces = job_texts(text);
     if (pieces.empty()) {
         throw std::runtime_error("no job was found");
     }
