@@ -39,16 +39,8 @@ void add_code_option(CLI::App& command, const char* name, std::vector<std::strin
 }
 
 void require_codes(const char* option, const std::vector<std::string>& beginnings) {
-    if (beginnings.empty()) {
-        return;  // the descriptions take as long to read as the rest of a check of one small job
-    }
-    const std::vector<CheckDescription>& all = check_descriptions();
-    for (const std::string& beginning : beginnings) {
-        if (std::none_of(all.begin(), all.end(), [&](const CheckDescription& description) {
-                return longest_beginning(description.code, {beginning}) != 0;
-            })) {
-            throw CLI::ValidationError(option, "there is no check " + beginning + "; quor-gjf check --list names all");
-        }
+    if (const std::string* unknown = find_unknown_code(beginnings)) {
+        throw CLI::ValidationError(option, "there is no check " + *unknown + "; quor-gjf check --list names all");
     }
 }
 

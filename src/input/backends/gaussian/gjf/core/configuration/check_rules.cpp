@@ -17,13 +17,9 @@ bool begins(const std::string& code, const std::string& beginning) {
 }
 
 void require_codes(const Setting& setting, const std::vector<std::string>& beginnings) {
-    const std::vector<CheckDescription>& all = check_descriptions();
-    for (const std::string& beginning : beginnings) {
-        if (std::none_of(all.begin(), all.end(),
-                         [&](const CheckDescription& each) { return begins(each.code, beginning); })) {
-            throw ConfigurationError(
-                setting, setting_name(setting) + ": there is no check " + beginning + "; quor-gjf check --list names all");
-        }
+    if (const std::string* unknown = find_unknown_code(beginnings)) {
+        throw ConfigurationError(
+            setting, setting_name(setting) + ": there is no check " + *unknown + "; quor-gjf check --list names all");
     }
 }
 
@@ -96,6 +92,16 @@ const CheckRules::SeverityRow* CheckRules::severity_row(const std::string& code)
         }
     }
     return longest;
+}
+
+const std::string* find_unknown_code(const std::vector<std::string>& beginnings) {
+    const auto begins_none = [](const std::string& beginning) {
+        const std::vector<CheckDescription>& all = check_descriptions();
+        return std::none_of(all.begin(), all.end(),
+                            [&](const CheckDescription& each) { return begins(each.code, beginning); });
+    };
+    const auto found = std::find_if(beginnings.begin(), beginnings.end(), begins_none);
+    return found == beginnings.end() ? nullptr : &*found;
 }
 
 bool is_chosen(const std::string& code, const std::vector<std::string>& chosen, const std::vector<std::string>& left_out) {

@@ -33,6 +33,9 @@ struct QUOR_GJF_API CheckRules {
 /// Returns how long the longest of some beginnings of a code is, letter case aside; 0 when it begins with none.
 QUOR_GJF_API std::size_t longest_beginning(const std::string& code, const std::vector<std::string>& beginnings);
 
+/// Returns the first of some codes, which may be cut short, that begins no check's code; null when each begins one.
+QUOR_GJF_API const std::string* find_unknown_code(const std::vector<std::string>& beginnings);
+
 /// Tells whether a code is among those chosen, all without any, and not among those left out; of two that name it the longer
 /// one holds.
 QUOR_GJF_API bool is_chosen(const std::string& code, const std::vector<std::string>& chosen,

@@ -87,11 +87,8 @@ std::vector<Finding> only(std::vector<Finding> findings, const std::function<boo
 // Returns codes, whole or cut short; refuses what begins none.
 std::vector<std::string> codes_option(const Request& request, const char* name) {
     std::vector<std::string> codes = request.list_option(name);
-    for (const std::string& code : codes) {
-        if (std::none_of(check_descriptions().begin(), check_descriptions().end(),
-                         [&](const CheckDescription& each) { return longest_beginning(each.code, {code}) != 0; })) {
-            throw RequestError("there is no check " + code);
-        }
+    if (const std::string* unknown = find_unknown_code(codes)) {
+        throw RequestError("there is no check " + *unknown);
     }
     return codes;
 }
@@ -109,15 +106,14 @@ std::string check_request(const Request& request) {
 }
 
 std::string fix_request(const Request& request) {
+    const std::function<bool(const Finding&)> wanted = wanted_findings(request);
     FixOptions options;
     options.unsafe = request.flag("unsafe-fixes");
-    options.applies = [wanted = wanted_findings(request), fixable = codes_option(request, "fixable"),
-                       unfixable = codes_option(request, "unfixable")](const Finding& finding) {
-        return wanted(finding) && is_chosen(finding.code, fixable, unfixable);
-    };
+    options.applies = [&wanted, fixable = codes_option(request, "fixable"), unfixable = codes_option(request, "unfixable")](
+                          const Finding& finding) { return wanted(finding) && is_chosen(finding.code, fixable, unfixable); };
     options.check = check_options(request);
     FixedText fixed = fix_text(request.text, options);
-    fixed.findings = only(std::move(fixed.findings), wanted_findings(request));
+    fixed.findings = only(std::move(fixed.findings), wanted);
     return fix_json(request.path, fixed);
 }
 
