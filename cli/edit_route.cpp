@@ -113,10 +113,13 @@ std::string misspelt_word(GJFEditor& job, bool is_method) {
 // Puts a method in the place of a misspelt one; tells whether there was one.
 bool replace_misspelt_method(GJFEditor& job, const std::string& method, EditContext& context) {
     const std::string misspelt = misspelt_word(job, true);
+    if (misspelt.empty()) {
+        return false;
+    }
     std::vector<std::string> words = job.get_data().control.route_keywords;
     for (std::string& word : words) {
         const std::string name = SimpleYAMLParser::to_lower(word.substr(0, word.find('/')));
-        if (!misspelt.empty() && name == misspelt) {
+        if (name == misspelt) {
             word.replace(0, name.size(), method);
             job.set_route_section(words);
             context.remarks.push_back("set in the place of '" + misspelt + "'");
