@@ -19,7 +19,7 @@ compile_alone = xargs -P 2 -n 8 g++ -fsyntax-only -std=c++20 -fvisibility=hidden
     -Wno-restrict -Isrc -Isrc/input/backends/gaussian '-DQUOR_GJF_SOURCE_DIR=""' '-DQUOR_GJF_BUILD_DIR=""'
 
 .DEFAULT_GOAL := setup
-.PHONY: setup demo test verify python python-bench tsan coverage bench bench-build bench-peers bench-check bench-growth bench-report fuzz fuzz-long fuzz-repeated tidy cppcheck install clean
+.PHONY: setup demo test verify power-cuts python python-bench tsan coverage bench bench-build bench-peers bench-check bench-growth bench-report fuzz fuzz-long fuzz-repeated tidy cppcheck install clean
 
 # How long each fuzzer runs, and which run (all, unless named).
 fuzz_length ?= --seconds 60
@@ -47,6 +47,12 @@ test: setup
 # with the same inputs each time: what others find is for who looks for it.
 verify: setup
 	.ci/run cppcheck tidy tsan coverage fuzz-repeated
+
+# Cuts the power 200 times while files are saved; the tests do it 25 times. Needs e2fsprogs and leave to mount.
+power-cuts: setup
+	cmake --preset dev && cmake --build --preset dev --target quor-gjf slow_flush
+	QUOR_G16_ROUTE_SCHEMA_YAML=$(CURDIR)/resources/schemas/input/gaussian_route.yaml \
+	    python3 tests/cli/power_cuts_test.py build/dev/cli/quor-gjf build/dev/tests/cli/libslow_flush.so build/dev/power_cuts 200
 
 # The wheel of the Python package: build/python/dist/quor_gjf-VERSION-....whl
 python: setup
