@@ -11,10 +11,12 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace quor_gjf {
 namespace {
@@ -118,13 +120,16 @@ int show(const std::string& path) {
 
 Configurations& configurations() { return *kept_configurations(); }
 
-void read_configuration_files(CLI::App& app) {
+void read_configuration_files(CLI::App& app, std::function<void()> declare_all) {
     const auto sources = std::make_shared<ConfigurationSources>();
     CLI::Option* file =
         app.add_option("--config", sources->file, "Read options from this file alone (default: .quor-gjf and others)")
             ->type_name("FILE");
     app.add_flag("--no-config", sources->none, "Read options from no file")->excludes(file);
-    sources->judge = [&app](const Setting& setting) { return problem_of(app, setting); };
+    sources->judge = [&app, declare_all = std::move(declare_all)](const Setting& setting) {
+        declare_all();
+        return problem_of(app, setting);
+    };
     kept_configurations().emplace(*sources);
     app.parse_complete_callback([&app, sources] {
         if (app.got_subcommand("completion")) {

@@ -3,6 +3,8 @@
 
 #include <gjf/core/configuration/configuration.hpp>
 
+#include <functional>
+
 namespace CLI {
 class App;
 }
@@ -11,7 +13,8 @@ namespace quor_gjf {
 
 /// Declares --config and --no-config, and gives the chosen command those options of the current folder's configuration that
 /// are not on the command line, before it runs. What is told of single files, codes above all, is left to the command.
-void read_configuration_files(CLI::App& app);
+/// `declare_all` declares the options of all commands, which what stands in a file is judged by.
+void read_configuration_files(CLI::App& app, std::function<void()> declare_all);
 
 /// Returns the configurations of this run.
 quor::input::gaussian::Configurations& configurations();

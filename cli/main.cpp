@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <iterator>
 #include <string>
@@ -44,6 +45,30 @@ constexpr Command commands[] = {
 bool is_command(const std::string& word) {
     return std::any_of(std::begin(commands), std::end(commands), [&](const Command& each) { return each.name == word; });
 }
+
+// Declares the options of commands, each once. All of them together take longer than all else that starting takes, so that a
+// run declares those of its own command, and the others when something asks for them.
+class Declarations {
+   public:
+    Declarations(CLI::App& app, int& exit_code) : exit_code_(exit_code) {
+        for (const Command& command : commands) {
+            waiting_.emplace_back(&command, app.add_subcommand(command.name, command.description));
+        }
+    }
+
+    // Without a name: those of all.
+    void declare(const std::string& name = {}) {
+        for (auto& [command, app] : waiting_) {
+            if (app != nullptr && (name.empty() || command->name == name)) {
+                command->add(*std::exchange(app, nullptr), exit_code_);
+            }
+        }
+    }
+
+   private:
+    int& exit_code_;
+    std::vector<std::pair<const Command*, CLI::App*>> waiting_;  ///< null where it is done
+};
 
 // How many letters differ: put in, left out, replaced, or two of them swapped.
 std::size_t letters_apart(const std::string& a, const std::string& b) {
@@ -121,15 +146,16 @@ int run(int argc, char** argv) {
     CLI::App app("Reads, checks and writes Gaussian 16 job files.", "quor-gjf");
     app.set_version_flag("-V,--version", std::string("quor-gjf ") + QUOR_GJF_PROJECT_VERSION);
     app.require_subcommand(1);
-    quor_gjf::read_configuration_files(app);
     int exit_code = quor_gjf::exit_success;
-    for (const Command& command : commands) {
-        command.add(*app.add_subcommand(command.name, command.description), exit_code);
-    }
+    Declarations declarations(app, exit_code);
+    quor_gjf::read_configuration_files(app, [&declarations] { declarations.declare(); });
     std::vector<std::string> arguments = arguments_of(argc, argv);
-    if (const std::string* name = command_in(arguments); name != nullptr && !is_command(*name)) {
-        std::fprintf(stderr, "quor-gjf: %s\n", wrong_command(*name).c_str());
-        return quor_gjf::exit_usage;
+    if (const std::string* name = command_in(arguments)) {
+        if (!is_command(*name)) {
+            std::fprintf(stderr, "quor-gjf: %s\n", wrong_command(*name).c_str());
+            return quor_gjf::exit_usage;
+        }
+        declarations.declare(*name == "completion" ? std::string() : *name);
     }
     std::reverse(arguments.begin(), arguments.end());
     try {
@@ -143,11 +169,22 @@ int run(int argc, char** argv) {
     return exit_code;
 }
 
+// Ends the process. A release leaves its memory to the system, which takes it back at once: giving back each word of the
+// vocabulary takes a tenth of a short run. Other builds do it, since they look for what is lost, or count what is reached.
+int leave(int exit_code) {
+#ifdef NDEBUG
+    std::fflush(nullptr);
+    std::_Exit(exit_code);
+#else
+    return exit_code;
+#endif
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
     try {
-        return run(argc, argv);
+        return leave(run(argc, argv));
     } catch (const quor_gjf::MissingVocabulary& error) {
         std::fprintf(stderr, "quor-gjf: %s\n", quor_gjf::printable(error.what()).c_str());
         return quor_gjf::exit_usage;

@@ -9,6 +9,7 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <vector>
 
 namespace quor::input::gaussian {
 
@@ -99,7 +100,11 @@ inline std::size_t compare_answers(const std::shared_ptr<SimpleYAMLParser::Impl>
         std::string last;
         for (const CandidateGroup& option : options) {
             for (const std::string& form : option.forms) {
-                for (const std::string& asked_option : {form, form.substr(0, 3), form + "x", std::string(" ") + form}) {
+                std::vector<std::string> asked_options = {form + "x", " " + form};
+                for (std::size_t length = 0; length <= form.size(); ++length) {
+                    asked_options.push_back(form.substr(0, length));
+                }
+                for (const std::string& asked_option : asked_options) {
                     expect_equal_options(from_document, from_image, keyword, asked_option);
                     EXPECT_EQ(from_document.options_equivalent(keyword, last, asked_option),
                               from_image.options_equivalent(keyword, last, asked_option));

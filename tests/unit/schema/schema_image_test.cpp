@@ -74,7 +74,9 @@ TEST(SchemaImage, AnswersLikeItsDocument) {
     EXPECT_EQ(compare_with_image("states: {}\n"), 0U);
 }
 
-TEST(SchemaImage, OfTheShippedVocabularyAnswersLikeTheDocument) { EXPECT_GT(compare_with_image(shipped_document()), 2500U); }
+TEST(SchemaImage, OfTheShippedVocabularyAnswersLikeTheDocument) {
+    EXPECT_GT(compare_with_image(shipped_document()), 20000U);
+}
 
 TEST(SchemaImage, HoldsWhatNoQuestionReaches) {
     const std::string document = R"yaml(

@@ -12,10 +12,12 @@
 
 #include <exception>
 #include <fstream>
+#include <memory>
 #include <new>
 #include <optional>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -85,21 +87,31 @@ class TreeBuilder : public YAML::EventHandler {
     std::unordered_map<YAML::anchor_t, DocumentTree::NodeId> anchored_;
 };
 
-/// Reads a whole regular file; false when it cannot be read or is too long.
-bool read_file(const std::string& path, std::string& text) {
-    if (!quor::core::resource::is_regular_file_path(path)) {
-        return false;
+/// The bytes of a whole regular file, into memory that was not filled before.
+class FileBytes {
+   public:
+    /// Reads them; false when the file cannot be read or is too long.
+    bool read(const std::string& path) {
+        if (!quor::core::resource::is_regular_file_path(path)) {
+            return false;
+        }
+        std::ifstream file(path, std::ios::binary | std::ios::ate);
+        const std::streamoff size = file ? static_cast<std::streamoff>(file.tellg()) : -1;
+        if (size < 0 || size > document_limit) {
+            return false;
+        }
+        size_ = static_cast<std::size_t>(size);
+        bytes_ = std::make_unique_for_overwrite<char[]>(size_);
+        file.seekg(0);
+        file.read(bytes_.get(), size);
+        return file.gcount() == size;
     }
-    std::ifstream file(path, std::ios::binary | std::ios::ate);
-    const std::streamoff size = file ? static_cast<std::streamoff>(file.tellg()) : -1;
-    if (size < 0 || size > document_limit) {
-        return false;
-    }
-    text.resize(static_cast<std::size_t>(size));
-    file.seekg(0);
-    file.read(text.data(), size);
-    return file.gcount() == size;
-}
+    std::string_view view() const { return {bytes_.get(), size_}; }
+
+   private:
+    std::unique_ptr<char[]> bytes_;
+    std::size_t size_ = 0;
+};
 
 bool parse_document(std::string text, DocumentTree& tree) {
     std::istringstream stream(std::move(text));
@@ -110,16 +122,16 @@ bool parse_document(std::string text, DocumentTree& tree) {
 
 /// Fills empty tables from the document's image; false, with the tables empty, when it has none that serves.
 bool load_image_of(const std::string& path, std::string_view document, SimpleYAMLParser::Impl& schema) {
-    std::string image;
+    FileBytes image;
     const std::string image_path = find_schema_image(path);
-    return !image_path.empty() && read_file(image_path, image) && read_schema_image(image, document, schema);
+    return !image_path.empty() && image.read(image_path) && read_schema_image(image.view(), document, schema);
 }
 
 }  // namespace
 
 bool read_document_tree(const std::string& path, DocumentTree& tree) {
-    std::string text;
-    return read_file(path, text) && parse_document(std::move(text), tree);
+    FileBytes document;
+    return document.read(path) && parse_document(std::string(document.view()), tree);
 }
 
 std::optional<SchemaProblem> read_document_or_problem(const std::string& path, DocumentTree& tree) {
@@ -155,9 +167,9 @@ bool load_schema_text(std::string document, SimpleYAMLParser::Impl& schema) {
 }
 
 bool load_schema_document(const std::string& path, SimpleYAMLParser::Impl& schema) {
-    std::string document;
-    return read_file(path, document) &&
-           (load_image_of(path, document, schema) || load_schema_text(std::move(document), schema));
+    FileBytes document;
+    return document.read(path) &&
+           (load_image_of(path, document.view(), schema) || load_schema_text(std::string(document.view()), schema));
 }
 
 }  // namespace quor::input::gaussian

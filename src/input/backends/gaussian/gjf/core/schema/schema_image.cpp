@@ -131,35 +131,32 @@ class ImageWriter {
 /// Reads from the front of the bytes that are left. Once a read has failed, all later ones give nothing.
 class ImageReader {
    public:
-    explicit ImageReader(std::string_view bytes) : rest_(bytes) {}
+    explicit ImageReader(std::string_view bytes) : place_(bytes.data()), end_(bytes.data() + bytes.size()) {}
 
-    bool at_end() const { return ok_ && rest_.empty(); }
-    std::string_view rest() const { return rest_; }
+    bool at_end() const { return ok_ && place_ == end_; }
+    std::string_view rest() const { return {place_, static_cast<std::size_t>(end_ - place_)}; }
 
     std::string_view take(std::size_t size) {
-        ok_ = ok_ && size <= rest_.size();
-        const std::string_view bytes = rest_.substr(0, ok_ ? size : 0);
-        rest_.remove_prefix(bytes.size());
+        if (size > rest().size()) {
+            fail();
+            return {};
+        }
+        const std::string_view bytes(place_, size);
+        place_ += size;
         return bytes;
     }
     std::uint32_t number() {
-        std::uint64_t value = 0;
-        for (unsigned shift = 0; shift < 35; shift += 7) {
-            const std::string_view byte = take(1);
-            value |= std::uint64_t{byte.empty() ? 0U : static_cast<unsigned char>(byte.front()) & 0x7FU} << shift;
-            if (byte.empty() || (byte.front() & 0x80) == 0) {
-                break;
-            }
+        if (place_ != end_ && (*place_ & 0x80) == 0) {
+            return static_cast<std::uint32_t>(*place_++);  // nearly all
         }
-        ok_ = ok_ && value <= UINT32_MAX;
-        return ok_ ? static_cast<std::uint32_t>(value) : 0;
+        return long_number();
     }
     void flag(bool& value) { value = take(1) == std::string_view("\1", 1); }
     void integer(std::int64_t& value) {
         const std::uint64_t low = number();
         value = static_cast<std::int64_t>(low | std::uint64_t{number()} << 32);
     }
-    void text(std::string& value) { value = take(number()); }
+    void text(std::string& value) { value = std::string(take(number())); }
     template <class Item, class Read>
     void list(std::vector<Item>& items, const Read& read) {
         const std::uint32_t count = number();
@@ -181,7 +178,9 @@ class ImageReader {
             std::string key;
             text(key);
             const auto [place, is_new] = table.try_emplace(std::move(key));
-            ok_ = ok_ && is_new;
+            if (!is_new) {
+                return fail();
+            }
             read(place->second);
         }
     }
@@ -195,22 +194,44 @@ class ImageReader {
         std::size_t spellings = 0;
         list(groups, [&](const CandidateGroup*& group) {
             const std::uint32_t index = number();
-            ok_ = ok_ && index < entries_.size();
-            group = ok_ ? entries_[index] : nullptr;
-            spellings += ok_ ? group->forms.size() : 0;
+            if (index >= entries_.size()) {
+                return fail();
+            }
+            group = entries_[index];
+            spellings += group->forms.size();
         });
         std::vector<std::uint32_t> order;
         list(order, [this](std::uint32_t& spelling) { spelling = number(); });
-        ok_ = ok_ && order.size() == spellings;
-        if (ok_) {
+        if (ok_ && order.size() == spellings) {
             list_of_groups = GroupList(std::move(groups), std::move(order));
+        } else {
+            fail();
         }
     }
 
    private:
     static constexpr std::size_t trusted_count = 4096;  ///< as many items are made room for before they were seen
 
-    std::string_view rest_;
+    /// Leaves nothing to be read.
+    void fail() {
+        ok_ = false;
+        place_ = end_;
+    }
+    std::uint32_t long_number() {
+        std::uint64_t value = 0;
+        for (unsigned shift = 0; shift < 35 && place_ != end_; shift += 7) {
+            const char byte = *place_++;
+            value |= std::uint64_t{static_cast<unsigned char>(byte) & 0x7FU} << shift;
+            if ((byte & 0x80) == 0 && value <= UINT32_MAX) {
+                return static_cast<std::uint32_t>(value);
+            }
+        }
+        fail();
+        return 0;
+    }
+
+    const char* place_;
+    const char* end_;
     bool ok_ = true;
     std::vector<const CandidateGroup*> entries_;
 };
