@@ -2,17 +2,20 @@
 from __future__ import annotations
 
 import math
-from typing import TYPE_CHECKING, Any, Dict, Iterable, Iterator, List, Mapping, MutableSequence, Optional, Sequence, Union, overload
+from collections.abc import MutableSequence
 
 from . import _core
 from .errors import ParseError
 from .indices import index_of
 
+TYPE_CHECKING = False
 if TYPE_CHECKING:
+    from typing import Any, Dict, Iterable, Iterator, List, Mapping, Optional, Sequence, Union, overload
+
     import numpy as np
     import numpy.typing as npt
 
-Position = Union[Sequence[float], "npt.NDArray[Any]"]
+    Position = Union[Sequence[float], npt.NDArray[Any]]
 
 
 class Atom:
@@ -232,11 +235,12 @@ class Atoms(MutableSequence[Atom]):
     def __len__(self) -> int:
         return self._job.atom_count()
 
-    @overload
-    def __getitem__(self, index: int) -> Atom: ...
+    if TYPE_CHECKING:
+        @overload
+        def __getitem__(self, index: int) -> Atom: ...
 
-    @overload
-    def __getitem__(self, index: slice) -> List[Atom]: ...
+        @overload
+        def __getitem__(self, index: slice) -> List[Atom]: ...
 
     def __getitem__(self, index: Union[int, slice]) -> Union[Atom, List[Atom]]:
         if isinstance(index, slice):

@@ -1,10 +1,16 @@
 """The bonds of a job."""
 from __future__ import annotations
 
-from typing import Collection, Iterator, List, NamedTuple, Tuple
+from collections.abc import Collection
 
 from . import _core
 from .indices import index_of
+
+TYPE_CHECKING = False
+if TYPE_CHECKING:
+    from typing import Iterator, List, NamedTuple, Tuple
+else:
+    from .named import NamedTuple
 
 
 class Bond(NamedTuple):

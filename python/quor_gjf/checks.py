@@ -3,11 +3,18 @@ from __future__ import annotations
 
 import os
 import warnings
-from typing import Any, Iterable, List, NamedTuple, Optional, Tuple, Union
 
 from . import _core
 from .errors import ParseError, VocabularyError, file_error, refuse_odd_arguments
 from .job import Job, Jobs
+
+TYPE_CHECKING = False
+if TYPE_CHECKING:
+    from typing import Any, Iterable, List, NamedTuple, Optional, Tuple, Union
+
+    Source = Union[str, os.PathLike[str], Job, Jobs]
+else:
+    from .named import NamedTuple
 
 
 class TextEdit(NamedTuple):
@@ -79,9 +86,6 @@ class FixedText(NamedTuple):
     applied: List[FixReport]
     dropped: List[FixReport]
     """With them, something would be found that was not before."""
-
-
-Source = Union[str, "os.PathLike[str]", Job, Jobs]
 
 
 def _text_of(source: Source) -> str:

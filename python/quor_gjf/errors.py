@@ -2,9 +2,12 @@
 from __future__ import annotations
 
 import os
-from typing import Optional
 
 from ._core import ParseError, WriteError
+
+TYPE_CHECKING = False
+if TYPE_CHECKING:
+    from typing import Optional
 
 __all__ = ["FileError", "MissingFileError", "ParseError", "VocabularyError", "WriteError", "file_error", "refuse_odd_arguments"]
 

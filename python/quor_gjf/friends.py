@@ -1,11 +1,12 @@
 """Jobs and the programs around them: ASE, XYZ, pandas. Each is imported when it is used."""
 from __future__ import annotations
 
-from typing import TYPE_CHECKING, Any, List
-
 from .molecule import Molecule
 
+TYPE_CHECKING = False
 if TYPE_CHECKING:
+    from typing import Any, List
+
     import ase
     import pandas
 

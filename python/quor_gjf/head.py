@@ -1,10 +1,14 @@
 """The head of a job: Link 0, route, title, charge and multiplicity."""
 from __future__ import annotations
 
-from typing import Iterable, List, NamedTuple, Optional, Tuple, Union
-
 from . import _core
 from .route import Route
+
+TYPE_CHECKING = False
+if TYPE_CHECKING:
+    from typing import Iterable, List, NamedTuple, Optional, Tuple, Union
+else:
+    from .named import NamedTuple
 
 LINK0_NAMES = ("chk", "oldchk", "rwf", "mem", "nproc", "cpu")
 

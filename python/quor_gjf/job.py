@@ -2,18 +2,22 @@
 from __future__ import annotations
 
 import os
-from typing import TYPE_CHECKING, Any, Iterable, List, Optional, Tuple, Union
 
 from . import _core, friends
 from .errors import ParseError, file_error
 from .head import LINK0_NAMES
-from .molecule import AtomLike, Molecule, atom_of
+from .molecule import Molecule, atom_of
 
+TYPE_CHECKING = False
 if TYPE_CHECKING:
+    from typing import Any, Iterable, List, Optional, Tuple, Union
+
     import ase
     import pandas
 
-PathLike = Union[str, bytes, "os.PathLike[str]", "os.PathLike[bytes]"]
+    from .molecule import AtomLike
+
+    PathLike = Union[str, bytes, os.PathLike[str], os.PathLike[bytes]]
 
 
 class Job(Molecule):
@@ -250,7 +254,7 @@ def _handle_of(job: Job) -> _core.Job:
     return job._handle if isinstance(job, UnreadableJob) else job._native
 
 
-class Jobs(List[Job]):
+class Jobs(list[Job]):
     """The jobs of a file, as a list that can be written: ``str(jobs)`` and ``save``.
 
     What stands between jobs of one file is kept while they are in their order. A job that cannot be read, among others that can, is

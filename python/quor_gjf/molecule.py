@@ -2,7 +2,6 @@
 from __future__ import annotations
 
 import math
-from typing import TYPE_CHECKING, Any, Dict, Iterable, List, Optional, Sequence, Tuple, Union
 
 from .atoms import Atom, Atoms
 from .bonds import Bonds
@@ -12,11 +11,14 @@ from .indices import index_of
 from .sections import Sections
 from .selection import Selection, select
 
+TYPE_CHECKING = False
 if TYPE_CHECKING:
+    from typing import Any, Dict, Iterable, List, Optional, Sequence, Tuple, Union
+
     import numpy as np
     import numpy.typing as npt
 
-AtomLike = Union[Atom, Tuple[str, Sequence[float]], Tuple[str, float, float, float]]
+    AtomLike = Union[Atom, Tuple[str, Sequence[float]], Tuple[str, float, float, float]]
 
 
 def atom_of(entry: AtomLike) -> Atom:

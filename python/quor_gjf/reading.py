@@ -3,17 +3,21 @@ from __future__ import annotations
 
 import contextlib
 import os
-from typing import TYPE_CHECKING, Any, Iterable, Iterator, List, Optional, Union
 
 from . import _core
 from .atoms import Atom
 from .checks import tell_change
 from .errors import ParseError, file_error, refuse_odd_arguments
 from .friends import TRANSLATION_VECTOR
-from .job import Job, Jobs, PathLike, job_of
+from .job import Job, Jobs, job_of
 
+TYPE_CHECKING = False
 if TYPE_CHECKING:
+    from typing import Any, Iterable, Iterator, List, Optional, Union
+
     import ase
+
+    from .job import PathLike
 
 
 def read(path: PathLike) -> Job:

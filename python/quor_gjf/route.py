@@ -1,13 +1,17 @@
 """The route: its words, what they mean, and their edits."""
 from __future__ import annotations
 
-from typing import Iterable, Iterator, List, Mapping, Optional, Union
+from collections.abc import Mapping
 
 from . import _core
 from ._core import Keyword, RouteWarning
 
-Options = Union[None, str, Iterable[str], Mapping[str, object]]
-"""Options of a keyword: ``"calcfc"``, ``["ts", "maxcycles=50"]``, ``{"ts": None, "maxcycles": 50}``, or None."""
+TYPE_CHECKING = False
+if TYPE_CHECKING:
+    from typing import Iterable, Iterator, List, Optional, Union
+
+    Options = Union[None, str, Iterable[str], Mapping[str, object]]
+    """Options of a keyword: ``"calcfc"``, ``["ts", "maxcycles=50"]``, ``{"ts": None, "maxcycles": 50}``, or None."""
 
 
 def _option_list(options: Options) -> List[_core._Option]:

@@ -2,10 +2,14 @@
 from __future__ import annotations
 
 import enum
-from typing import Iterable, Iterator, List, Optional, Sequence, Union, overload
+from collections.abc import Sequence
 
 from . import _core
 from .indices import index_of
+
+TYPE_CHECKING = False
+if TYPE_CHECKING:
+    from typing import Iterable, Iterator, List, Optional, Union, overload
 
 
 class SectionKind(enum.IntEnum):
@@ -78,7 +82,8 @@ class SectionKind(enum.IntEnum):
         return _core.Job.section_kind_name(int(self))
 
 
-Kind = Union[SectionKind, int, str]
+if TYPE_CHECKING:
+    Kind = Union[SectionKind, int, str]
 
 
 def kind_of(kind: Kind) -> SectionKind:
@@ -167,11 +172,12 @@ class Sections(Sequence[Section]):
     def __len__(self) -> int:
         return self._job.section_count()
 
-    @overload
-    def __getitem__(self, index: int) -> Section: ...
+    if TYPE_CHECKING:
+        @overload
+        def __getitem__(self, index: int) -> Section: ...
 
-    @overload
-    def __getitem__(self, index: slice) -> List[Section]: ...
+        @overload
+        def __getitem__(self, index: slice) -> List[Section]: ...
 
     def __getitem__(self, index: Union[int, slice]) -> Union[Section, List[Section]]:
         if isinstance(index, slice):

@@ -1,17 +1,18 @@
 """Selections of atoms: indices, boolean arrays, texts, predicates."""
 from __future__ import annotations
 
-from typing import TYPE_CHECKING, Any, Callable, Iterable, List, Sequence, Union
-
 from . import _core
 from .atoms import Atom, Atoms
 from .indices import index_of
 
+TYPE_CHECKING = False
 if TYPE_CHECKING:
+    from typing import Any, Callable, Iterable, List, Sequence, TypeAlias
+
     import numpy.typing as npt
 
-Selection = Union[None, int, str, slice, Sequence[int], Sequence[bool], Sequence[str], "npt.NDArray[Any]", Iterable[int],
-                  Callable[[Atom], bool]]
+Selection: TypeAlias = ("None | int | str | slice | Sequence[int] | Sequence[bool] | Sequence[str] | npt.NDArray[Any] | Iterable[int]"
+                        " | Callable[[Atom], bool]")
 """What names atoms: None for all, an index or several (from 0, negative ones from the end), a slice, one truth value for each
 atom, a function of an atom, or a text or several, as ``quor-gjf edit --freeze`` takes them: ``"C and not layer:H"``, ``"within 5 of 12"``,
 ``"1-3"`` (in texts atoms count from 1); see docs/editing.md."""

@@ -4,6 +4,7 @@ import importlib
 import inspect
 import os
 import pathlib
+import pickle
 import pkgutil
 import subprocess
 import sys
@@ -74,6 +75,25 @@ def test_numpy_is_imported_at_the_first_array():
     code = (f"import sys, quor_gjf as g; job = g.loads({WATER!r}); job.freeze('H'); job.freeze(0); str(job); g.check(job)\n"
             "print('numpy' in sys.modules, job.positions.shape, 'numpy' in sys.modules)")
     assert run_python(code) == "False (3, 3) True\n"
+
+
+def test_no_module_that_takes_long_is_imported_with_it():
+    code = ("import sys; before = set(sys.modules); import quor_gjf\n"
+            "dear = {'typing', 'dataclasses', 're', 'pathlib', 'json', 'inspect', 'ast', 'numpy'}; print(*dear & (set(sys.modules) - before))")
+    assert run_python(code) == "\n"
+
+
+def test_named_fields_are_those_of_tuples():
+    finding = gjf.Finding("GJF-M002", "error", "odd", 1, 5, 1, 3, "")
+    assert finding == ("GJF-M002", "error", "odd", 1, 5, 1, 3, "", 0, 0, (), ())
+    assert str(finding) == "5:1: error: odd [GJF-M002]" and finding._replace(line=0, column=0).fixes == ()
+    assert pickle.loads(pickle.dumps(finding)) == finding and type(pickle.loads(pickle.dumps(finding))) is gjf.Finding
+    assert repr(gjf.ChargeSpin(0, multiplicity=1)) == "ChargeSpin(charge=0, multiplicity=1)"
+    for arguments in ((), (0,), (0, 1, 2)):
+        with pytest.raises(TypeError):
+            gjf.ChargeSpin(*arguments)
+    with pytest.raises(AttributeError):
+        finding.line = 1
 
 
 def test_versions_agree():
