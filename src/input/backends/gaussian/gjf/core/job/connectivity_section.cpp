@@ -79,7 +79,7 @@ bool parse_plain_line(std::string_view line, std::vector<Bond>& bonds) {
         const FieldWalk::Decimal order = walk.take_decimal();
         plain = plain && !order.text.empty();
         if (plain) {
-            bonds.push_back(make_bond(atom, partner, order.number.value));
+            bonds.push_back(make_bond(atom, partner, order.value));
         }
     }
     if (!plain) {
@@ -128,6 +128,7 @@ void ConnectivitySection::parse_from_lines(const std::vector<std::string>& lines
 
 void ConnectivitySection::parse_from_views(const std::string_view* lines, std::size_t count) {
     bonds.clear();
+    bonds.reserve(count);  // about one for each atom, among molecules of all kinds
     std::vector<std::string_view> fields;
     for (std::size_t i = 0; i < count; ++i) {
         if (!parse_plain_line(lines[i], bonds)) {

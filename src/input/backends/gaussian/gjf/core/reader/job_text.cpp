@@ -4,12 +4,16 @@
 #include <gjf/core/job/gjf_parse_exception.hpp>
 #include <gjf/core/reader/gjf_parser.hpp>
 #include <gjf/core/reader/reading.hpp>
+#include <gjf/core/text/span.hpp>
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <filesystem>
 #include <fstream>
 #include <istream>
+#include <system_error>
 
 namespace quor::input::gaussian {
 namespace {
@@ -43,6 +47,15 @@ std::string_view take_job(std::string_view& text, bool& separated, Take take) {
     return all;
 }
 
+// Reads by block into the text itself: what a stream buffer cannot hold for want of memory it would drop in silence.
+void append_stream(std::string& text, std::istream& stream) {
+    std::array<char, 1 << 14> block;
+    do {
+        stream.read(block.data(), block.size());
+        text.append(block.data(), static_cast<std::size_t>(stream.gcount()));
+    } while (stream);
+}
+
 }  // namespace
 
 void take_job_lines(std::string_view& text, bool& separated, std::vector<std::string_view>& lines) {
@@ -70,20 +83,19 @@ void for_each_job_piece(std::string_view text, const std::function<void(JobPiece
     }
 }
 
-// Reads by block into the text itself: what a stream buffer cannot hold for want of memory it would drop in silence.
 std::string read_stream(std::istream& stream) {
     std::string text;
-    std::array<char, 1 << 14> block;
-    do {
-        stream.read(block.data(), block.size());
-        text.append(block.data(), static_cast<std::size_t>(stream.gcount()));
-    } while (stream);
+    append_stream(text, stream);
     return text;
 }
 
 std::string read_whole_file(const std::string& path) {
     std::ifstream file(path, std::ios::in | std::ios::binary);
-    std::string text = read_stream(file);
+    std::string text;
+    std::error_code unknown;  // of a pipe; a text that grows has room that it does not need
+    const std::uintmax_t size = file.is_open() ? std::filesystem::file_size(path, unknown) : 0;
+    text.reserve(unknown ? 0 : static_cast<std::size_t>(std::min<std::uintmax_t>(size, largest_text)));
+    append_stream(text, file);
     // A folder opens but does not read.
     if (!file.is_open() || file.bad()) {
         throw GJFParseException("Cannot open file: " + path);

@@ -6,6 +6,7 @@
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
 
+#include <algorithm>
 #include <array>
 #include <optional>
 
@@ -38,8 +39,16 @@ std::string_view take_word(FieldWalk& walk) noexcept {
     return walk.at_end() ? std::string_view() : walk.take(walk.count(0, is_letter_or_digit));
 }
 
+void read_label(std::string_view label, AtomInfo& info) {
+    if (std::all_of(label.begin(), label.end(), is_letter_or_digit)) {
+        info.element = label;
+    } else {
+        read_atom_label(label, info);
+    }
+}
+
 void store(const FieldWalk::Decimal& decimal, double& number, CoordinateValue& coordinate) {
-    number = decimal.number.value;
+    number = decimal.value;
     coordinate.value = number;
     coordinate.text = decimal.text;
 }
@@ -61,7 +70,7 @@ bool read_plain_atom_line(std::string_view line, AtomCoord& atom) {
     }
     std::optional<std::int32_t> freeze;
     std::string_view layer;
-    if (!walk.at_end() && place[0].number.whole) {  // with five fields or more, a whole number is a freeze code
+    if (!walk.at_end() && is_integer_text(place[0].text)) {  // with five fields or more, a whole number is a freeze code
         freeze = to_int32(place[0].text);
         place = {place[1], place[2], walk.take_decimal()};
         if (!freeze || place[2].text.empty()) {
@@ -74,7 +83,7 @@ bool read_plain_atom_line(std::string_view line, AtomCoord& atom) {
             return false;
         }
     }
-    read_atom_label(label, atom.info);
+    read_label(label, atom.info);
     atom.freeze = freeze;
     store(place[0], atom.x, atom.x_ref);
     store(place[1], atom.y, atom.y_ref);

@@ -5,10 +5,12 @@
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
 
+#include <charconv>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string_view>
+#include <system_error>
 
 namespace quor::input::gaussian {
 
@@ -54,12 +56,15 @@ class FieldWalk {
 
     /// Takes a whole number without a sign; absent when there is none.
     std::optional<std::int32_t> take_whole() noexcept {
-        return at_end() ? std::nullopt : to_int32(take(count(0, is_digit)));
+        const std::string_view digits = at_end() ? std::string_view() : take(count(0, is_digit));
+        std::int32_t number = 0;
+        const std::errc error = std::from_chars(digits.data(), digits.data() + digits.size(), number).ec;
+        return error == std::errc{} ? std::optional<std::int32_t>(number) : std::nullopt;
     }
 
     struct Decimal {
         std::string_view text;
-        PlainDecimal number;
+        double value = 0;
     };
 
     /// Takes a plain decimal; its text is empty when there is none.
@@ -68,7 +73,7 @@ class FieldWalk {
             return {};
         }
         const PlainDecimal number = leading_plain_decimal(rest_);
-        return {take(number.length), number};
+        return {take(number.length), number.value};
     }
 
    private:

@@ -74,30 +74,24 @@ bool is_overflow(std::string_view text, bool hexadecimal) noexcept {
     return position * (hexadecimal ? 4 : 1) + (minus_exponent ? -exponent : exponent) > 0;
 }
 
-// Rounds to nearest while it lives: numbers are the same whatever mode the caller's own computing runs in.
-class RoundToNearest {
-   public:
-    RoundToNearest() noexcept : mode_(std::fegetround()) {
-        if (mode_ != FE_TONEAREST) {
-            std::fesetround(FE_TONEAREST);
-        }
-    }
-    RoundToNearest(const RoundToNearest&) = delete;
-    RoundToNearest& operator=(const RoundToNearest&) = delete;
-    ~RoundToNearest() {
-        if (mode_ != FE_TONEAREST) {
-            std::fesetround(mode_);
-        }
-    }
+// Tells whether sums are rounded to nearest, by two sums that are equal in that mode alone: asking the processor takes as
+// long as reading a number.
+bool rounds_to_nearest() noexcept {
+    static const volatile float smallest = std::numeric_limits<float>::min();  // not to be summed by the compiler
+    const float small = smallest;
+    return 1.0F + small == 1.0F - small;
+}
 
-   private:
-    int mode_;
-};
-
-// Reads the number that a text begins with, as from_chars does under any rounding mode.
+// Reads the number that a text begins with, as from_chars does: the same whatever mode the caller's own computing runs in.
 std::from_chars_result read_number(std::string_view text, double& value, std::chars_format format) noexcept {
-    const RoundToNearest mode;
-    return std::from_chars(text.data(), text.data() + text.size(), value, format);
+    const int mode = rounds_to_nearest() ? FE_TONEAREST : std::fegetround();
+    if (mode == FE_TONEAREST) {
+        return std::from_chars(text.data(), text.data() + text.size(), value, format);
+    }
+    std::fesetround(FE_TONEAREST);
+    const auto result = std::from_chars(text.data(), text.data() + text.size(), value, format);
+    std::fesetround(mode);
+    return result;
 }
 
 std::optional<double> to_unsigned_number(std::string_view text) noexcept {
@@ -153,7 +147,6 @@ PlainDecimal leading_plain_decimal(std::string_view text) noexcept {
         return {};
     }
     const auto length = static_cast<std::size_t>(result.ptr - text.data());
-    decimal.whole = text.substr(0, length).find('.') == std::string_view::npos;
     decimal.length = length + size - text.size();
     decimal.value = minus ? -decimal.value : decimal.value;
     return decimal;

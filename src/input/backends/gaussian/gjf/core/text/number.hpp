@@ -23,7 +23,6 @@ inline bool is_number_text(std::string_view text) noexcept { return to_number(te
 /// A decimal without an exponent, as coordinates are.
 struct PlainDecimal {
     std::size_t length = 0;  ///< of its text; 0 when there is none
-    bool whole = false;      ///< without a point
     double value = 0;
 };
 
