@@ -137,12 +137,18 @@ def test_everything_public_is_documented():
     assert not missing
 
 
-def test_types_are_clean():
+@pytest.fixture(scope="module")
+def mypy(tmp_path_factory):
+    """Mypy by the package's own settings; what it makes of the standard library and NumPy is kept for the next call."""
     pytest.importorskip("mypy")
+    settings, cache = pathlib.Path(__file__).parents[1] / "pyproject.toml", tmp_path_factory.mktemp("mypy")
+    return lambda path: subprocess.run([sys.executable, "-m", "mypy", "--config-file", str(settings), "--cache-dir", str(cache), str(path)],
+                                       capture_output=True, text=True, check=False)
+
+
+def test_types_are_clean(mypy):
     assert (PACKAGE / "py.typed").is_file() and (PACKAGE / "_core.pyi").is_file()
-    settings = pathlib.Path(__file__).parents[1] / "pyproject.toml"
-    result = subprocess.run([sys.executable, "-m", "mypy", "--config-file", str(settings), "--cache-dir", os.devnull, str(PACKAGE)],
-                            capture_output=True, text=True, check=False)
+    result = mypy(PACKAGE)
     assert result.returncode == 0, result.stdout + result.stderr
 
 
@@ -157,12 +163,10 @@ def test_stubs_match_the_native_module():
     assert not lines
 
 
-def test_a_script_with_wrong_types_is_refused(tmp_path):
-    pytest.importorskip("mypy")
+def test_a_script_with_wrong_types_is_refused(tmp_path, mypy):
     script = tmp_path / "script.py"
     script.write_text("import quor_gjf as gjf\njob = gjf.read('a.gjf')\njob.charge = 'one'\nx: int = job.title\ngjf.read(5)\n")
-    result = subprocess.run([sys.executable, "-m", "mypy", "--strict", "--cache-dir", os.devnull, str(script)], capture_output=True, text=True,
-                            check=False)
+    result = mypy(script)
     assert [line.split(":")[1] for line in result.stdout.splitlines() if "error" in line and "script.py" in line] == ["3", "4", "5"]
 
 
