@@ -83,9 +83,13 @@ bench: bench-build
 bench-build: setup
 	cmake --preset bench && cmake --build --preset bench
 
-# Reading, beside ASE, pymatgen and Open Babel: python3-ase, python3-pymatgen, python3-openbabel, each left out when it is not there.
+# Reading, beside the current releases of ASE, pymatgen, iodata and cclib, which come from PyPI into an environment of their own, and Debian's
+# Open Babel; what cannot be had is left out, and said. picture=docs/readers.svg draws how many files each reads right.
+bench-peers: wanted = $(test_packages) libbenchmark-dev python3-openbabel
 bench-peers: bench-build
-	$(python) benchmarks/peers/compare_peers.py build/bench
+	$(python) -m venv --system-site-packages build/bench/peers
+	-build/bench/peers/bin/python -m pip install --quiet --upgrade ase pymatgen qc-iodata cclib
+	build/bench/peers/bin/python benchmarks/peers/compare_peers.py build/bench $(if $(picture),--picture $(picture))
 
 # Counts of instructions against benchmarks/results/instructions.json, which renew=1 writes anew. Needs valgrind.
 bench-check: bench-build
@@ -96,9 +100,9 @@ bench-growth: bench-build
 	$(python) benchmarks/instructions.py build/bench --growth
 
 # Every target of docs/performance.md: wanted, measured, met or not. record="what changed" keeps the figures; rules=1 prints the costs of
-# the checks instead, which needs valgrind.
+# the checks instead, which needs valgrind; starting=1 the rows of starting and of the Python package alone.
 bench-report: bench-build
-	$(python) benchmarks/report.py build/bench $(if $(record),--record "$(record)") $(if $(rules),--rules)
+	$(python) benchmarks/report.py build/bench $(if $(record),--record "$(record)") $(if $(rules),--rules) $(if $(starting),--starting)
 
 # Needs clang-14 and libclang-rt-14-dev.
 fuzz: setup

@@ -18,11 +18,12 @@ HERE = pathlib.Path(__file__).resolve().parent
 sys.path[:0] = [str(HERE), str(HERE / "peers")]
 import compare_peers  # noqa: E402
 import instructions  # noqa: E402
+import starting  # noqa: E402
 
 HISTORY = HERE / "results/history.md"
 DOCUMENT = HERE.parent / "docs/performance.md"
 MARKS = ("<!-- figures -->\n", "<!-- end of figures -->\n")
-BENCHMARKS = "^((read|write)/(small|large|oniom_large)|floor(_of_views)?/.*|read_file/large|route/25_words|schema/load)$"
+BENCHMARKS = "^((read|write)/(small|large|oniom_large)|floor(_of_views)?/.*|read_file/(small|large)|route/25_words|schema/load)$"
 BATCH = 10_000
 SAVED = 5_000
 MEMORY_FOLDER = pathlib.Path("/dev/shm")  # where Linux keeps files in memory
@@ -74,11 +75,16 @@ def report_seconds(build):
     return min(run_tool(build, "report", str(build / "inputs/small.gjf"))[1] for _ in range(30))
 
 
-def check_seconds(build):
-    """Seconds to check the batch with one thread and with two, in turn, the best of three."""
+def batch_folder(build):
     folder = build / "inputs/batch"
     if len(list(folder.glob("*.gjf"))) != BATCH:
         subprocess.run([sys.executable, str(HERE / "make_inputs.py"), "--batch", str(BATCH), str(folder)], check=True)
+    return folder
+
+
+def check_seconds(build):
+    """Seconds to check the batch with one thread and with two, in turn, the best of three."""
+    folder = batch_folder(build)
     run_tool(build, "check", "-j", "2", str(folder))  # files into the system's cache
     times = [[run_tool(build, "check", "-j", jobs, str(folder))[0] for jobs in ("1", "2")] for _ in range(3)]
     return min(one for one, _ in times), min(two for _, two in times)
@@ -181,12 +187,17 @@ def add_saving(table, build):
               note=f"{saved:.2f} s and {dry:.2f} s" if in_memory else f"needs {MEMORY_FOLDER}")
 
 
+def add_starting(table, build, figures):
+    starting.add_tool(table, build, environment())
+    starting.add_package(table, build, environment(), batch_folder(build), figures["read_file/small"]["seconds"])
+
+
 def measure(build, repetitions):
     table = Table()
     figures = library_figures(build, repetitions)
     add_floors(table, figures, library_figures(build, repetitions, "^(read|floor)/(large|oniom_large)$", ["GLIBC_TUNABLES=" + KEEPING_MEMORY]))
     add_reading(table, figures)
-    peers = compare_peers.compare(build, 2.0)
+    peers = compare_peers.compare_in_own_python(build, 2.0)
     add_peers(table, peers)
     add_growth(table, build)
     table.add("report", "`quor-gjf report` of a small job, times loading the vocabulary",
@@ -195,6 +206,7 @@ def measure(build, repetitions):
     table.add("check", f"`check -j 2` of {BATCH:,} files, times faster than `-j 1`", one / two, "{:.2f}", least=1.8,
               note=f"{one:.2f} s and {two:.2f} s, {os.cpu_count()} processors")
     add_saving(table, build)
+    add_starting(table, build, figures)
     return table, peers
 
 
@@ -222,10 +234,15 @@ def main():
     parser.add_argument("--record", metavar="WHAT")
     parser.add_argument("--commit", default=None)
     parser.add_argument("--repetitions", type=int, default=9)
+    parser.add_argument("--starting", action="store_true", help="measure what starting takes, and nothing else")
     parser.add_argument("--rules", action="store_true", help="print what each family of checks takes, and nothing else")
     arguments = parser.parse_args()
     if arguments.rules:
         return instructions.print_rules(arguments.build)
+    if arguments.starting:
+        table = Table()
+        add_starting(table, arguments.build, library_figures(arguments.build, arguments.repetitions, "^read_file/small$"))
+        return print(table.text())
     table, peers = measure(arguments.build, arguments.repetitions)
     if arguments.record:
         record(table, arguments.record, arguments.commit or commit_name())

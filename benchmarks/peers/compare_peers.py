@@ -1,19 +1,28 @@
 """Times other programs' readers on the files that our library is timed on, in one run, and prints the ratios.
 
-Usage: compare_peers.py BUILD [--seconds S]
+Usage: compare_peers.py BUILD [--seconds S] [--json] [--picture SVG]
 
-ASE and pymatgen are asked to read a file into their own kind of molecule; Open Babel, which reads Gaussian's Z-matrices alone, likewise.
+Each is asked to read a file into its own kind of molecule; Open Babel reads Gaussian's Z-matrices alone, cclib outputs alone.
 Ours is the benchmark read_file of library_benchmark: file to job model. Times are processor times, the best of several. Each reader
 must find the number of atoms that are there, and the last atom's place where the file has Cartesian coordinates. What is not installed, or
 does not read a file, is left out with the reason.
 """
 import argparse
+import contextlib
+import importlib.metadata
+import io
 import json
 import pathlib
 import subprocess
 import sys
 import time
 import warnings
+
+HERE = pathlib.Path(__file__).resolve().parent
+sys.path[:0] = [str(HERE), str(HERE.parent)]
+import picture  # noqa: E402
+import right_answers  # noqa: E402
+import starting  # noqa: E402
 
 FILES = ("small", "medium", "large", "oniom_large", "zmatrix", "gen")
 
@@ -36,6 +45,30 @@ def pymatgen_reader():
     return read_pymatgen
 
 
+def iodata_reader():
+    from iodata import load_one
+    from iodata.utils import angstrom
+
+    def read_iodata(path):
+        molecule = load_one(path, fmt="gaussianinput")
+        return molecule.natom, molecule.atcoords[-1] / angstrom
+    return read_iodata
+
+
+def cclib_reader():
+    import logging
+
+    import cclib
+
+    def read_cclib(path):
+        with contextlib.redirect_stdout(io.StringIO()), contextlib.redirect_stderr(io.StringIO()):
+            found = cclib.io.ccread(path, loglevel=logging.CRITICAL)
+        if found is None:
+            raise ValueError("is no output")
+        return found.natom, found.atomcoords[-1][-1]
+    return read_cclib
+
+
 def open_babel_reader():
     from openbabel import openbabel
     openbabel.obErrorLog.SetOutputLevel(0)
@@ -55,13 +88,16 @@ def python_package_reader():
     import quor_gjf
 
     def read_quor_gjf(path):
-        positions = quor_gjf.read(path).positions
-        return len(positions), positions[-1]
+        job = quor_gjf.read(path)
+        positions = job.positions
+        return len(positions) - job.symbols.count("Tv"), positions[-1]
     return read_quor_gjf
 
 
-PEERS = {"ASE": ase_reader, "pymatgen": pymatgen_reader, "Open Babel": open_babel_reader, "quor_gjf (Python)": python_package_reader}
-OTHERS = ("ASE", "pymatgen", "Open Babel")
+PEERS = {"quor_gjf (Python)": python_package_reader, "ASE": ase_reader, "pymatgen": pymatgen_reader, "iodata": iodata_reader,
+         "cclib": cclib_reader, "Open Babel": open_babel_reader}
+DISTRIBUTIONS = {"ASE": "ase", "pymatgen": "pymatgen", "iodata": "qc-iodata", "cclib": "cclib"}
+OTHERS = tuple(PEERS)[1:]
 
 
 def readers(complain):
@@ -72,6 +108,16 @@ def readers(complain):
         except Exception as error:  # noqa: BLE001 - whatever keeps it from being imported
             complain(f"{name} is left out: {type(error).__name__}: {error}")
     return found
+
+
+def versions(names):
+    """The other readers with their versions."""
+    def version(name):
+        if name in DISTRIBUTIONS:
+            return importlib.metadata.version(DISTRIBUTIONS[name])
+        from openbabel import openbabel
+        return openbabel.OBReleaseVersion()
+    return ", ".join(f"{name} {version(name)}" for name in names if name in OTHERS)
 
 
 def molecule_lines(path):
@@ -128,10 +174,8 @@ def our_times(build):
     return times
 
 
-def compare(build, seconds=3.0, complain=lambda text: print(text, file=sys.stderr)):
+def compare(build, seconds, peers):
     """For each file its size, our time, and for each reader its time or the reason why there is none."""
-    warnings.simplefilter("ignore")
-    peers = readers(complain)
     ours = our_times(build)
     table = {}
     for name in FILES:
@@ -139,6 +183,13 @@ def compare(build, seconds=3.0, complain=lambda text: print(text, file=sys.stder
         times = {peer: time_peer(read, path, seconds) for peer, read in peers.items()}
         table[name] = {"bytes": path.stat().st_size, "ours": ours[name], "peers": times}
     return table
+
+
+def compare_in_own_python(build, seconds):
+    """What `compare` gives, from the Python that has the peers: that of `make bench-peers` where it was made."""
+    own = build / "peers/bin/python"
+    command = [str(own) if own.exists() else sys.executable, str(HERE / "compare_peers.py"), str(build), "--seconds", str(seconds), "--json"]
+    return json.loads(subprocess.run(command, stdout=subprocess.PIPE, text=True, check=True).stdout)
 
 
 def cell(row, peer):
@@ -159,12 +210,33 @@ def print_table(table):
     print("\nNot read:\n" + "\n".join(f"- {reason}" for reason in reasons) if reasons else "")
 
 
+def print_answers(peers, path):
+    real = right_answers.real_files()
+    files = right_answers.examples() + real
+    what = f"{len(files) - len(real)} examples" + (f" and {len(real)} real files" if real else "")
+    results = right_answers.ask(peers, files)
+    print("\n".join(right_answers.lines(results, what)))
+    for name, row in results.items():
+        print(f"\n{name} does not read right:\n" + "\n".join(f"- {each}" for each in row["wrong"]) if row["wrong"] else "")
+    if path:
+        path.write_text(picture.picture(results, what, versions(peers)), encoding="utf-8")
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("build", type=pathlib.Path)
     parser.add_argument("--seconds", type=float, default=3.0, help="for each reader and file")
+    parser.add_argument("--json", action="store_true", help="print the times alone, as JSON")
+    parser.add_argument("--picture", type=pathlib.Path, help="draw what is read right")
     arguments = parser.parse_args()
-    print_table(compare(arguments.build, arguments.seconds))
+    warnings.simplefilter("ignore")
+    sys.path[:0] = [str(folder) for folder in [starting.installed_package(arguments.build)] if folder]
+    peers = readers(lambda text: print(text, file=sys.stderr))
+    if arguments.json:
+        print(json.dumps(compare(arguments.build, arguments.seconds, peers)))
+        return
+    print_answers(peers, arguments.picture)
+    print_table(compare(arguments.build, arguments.seconds, peers))
 
 
 if __name__ == "__main__":

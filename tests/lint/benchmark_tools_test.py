@@ -4,8 +4,10 @@ Usage: benchmark_tools_test.py SOURCE_FOLDER
 """
 import hashlib
 import pathlib
+import re
 import sys
 import tempfile
+from xml.etree import ElementTree
 
 SOURCE = pathlib.Path(sys.argv[1])
 sys.dont_write_bytecode = True
@@ -13,7 +15,9 @@ sys.path[:0] = [str(SOURCE / "benchmarks"), str(SOURCE / "benchmarks/peers")]
 import compare_peers  # noqa: E402
 import instructions  # noqa: E402
 import make_inputs  # noqa: E402
+import picture  # noqa: E402
 import report  # noqa: E402
+import right_answers  # noqa: E402
 
 # {recorded, counted, fails, first word said}
 COUNTS = [(1000, 1000, False, "as"), (1000, 1030, False, "as"), (1000, 1031, True, "MORE"), (1000, 2000, True, "MORE"), (1000, 971, False, "as"),
@@ -50,8 +54,40 @@ def failures():
         yield "routes.txt does not hold 200 routes, each once, the last of 25 words"
 
 
+def refuse(path):
+    raise ValueError("not read")
+
+
+# {a reader, how many of files with 1 and 2 atoms it reads right}
+READERS = {"quor_gjf (Python)": (lambda path: (int(path), None), 2), "one atom": (lambda path: (1, None), 1), "none": (refuse, 0),
+           "leaves": (lambda path: sys.exit("no"), 0), "no pair": (lambda path: 1, 0)}
+
+
+def failures_of_pictures():
+    results = right_answers.ask({name: read for name, (read, _) in READERS.items()}, [(pathlib.Path("1"), 1), (pathlib.Path("2"), 2)])
+    for name, (_, right) in READERS.items():
+        row = results[name]
+        if (row["right"], len(row["wrong"]), row["files"]) != (right, 2 - right, 2):
+            yield f"{name}: {row}"
+    svg = ElementTree.fromstring(picture.picture(results, "<2> files", "A & B 1.0"))
+    widths = [float(bar.get("width")) for bar in svg.iter("{http://www.w3.org/2000/svg}rect") if bar.get("class") in ("bar", "own")]
+    if widths != [picture.BAR, picture.BAR / 2, 0, 0, 0]:
+        yield f"the bars are {widths} wide"
+    # Each example that holds atoms is asked for, but those set aside.
+    asked = {path.name for path, _ in right_answers.examples()}
+    jobs = {path.name for path in (SOURCE / "examples/jobs").iterdir() if path.suffix in (".gjf", ".com")}
+    without_atoms = {"ethanol_checkpoint_dihedral.gjf", "old_checkpoint_readfc.gjf"}
+    if asked != jobs - right_answers.SET_ASIDE - without_atoms:
+        yield f"not asked for: {sorted(jobs - asked)}"
+    # The text of README.md for those who do not see the picture says what it says.
+    drawn = ElementTree.parse(SOURCE / "docs/readers.svg").find("{http://www.w3.org/2000/svg}desc").text
+    shown = re.search(r"!\[([^\]]*)\]\(docs/readers\.svg\)", (SOURCE / "README.md").read_text(encoding="utf-8"))
+    if shown is None or " ".join(shown[1].split()) != drawn:
+        yield f"README.md shows no picture of which it says: {drawn}"
+
+
 def main():
-    found = list(failures())
+    found = [*failures(), *failures_of_pictures()]
     print("\n".join(found) or "nothing found")
     return 1 if found else 0
 
