@@ -11,6 +11,7 @@
 #include <cstdio>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace quor_gjf {
@@ -52,12 +53,25 @@ bool show_role(const char* role, bool known, bool exact, const std::vector<std::
     return known || !completions.empty();
 }
 
+void print_line(const char* label, std::string_view text, const char* remark = "") {
+    if (!text.empty()) {
+        std::printf("%s: %.*s%s\n", label, static_cast<int>(text.size()), text.data(), remark);
+    }
+}
+
+void print_description(const WordDescription& word) {
+    print_line("meaning", word.meaning);
+    print_line("default", word.default_value);
+    print_line("source", word.source, word.is_certain ? "" : " (not certain)");
+}
+
 int show_as_json(const std::string& word) {
     const SimpleYAMLParser& schema = default_route_schema();
     std::fputs(word_json(schema, word).c_str(), stdout);
     const bool begins_something = !schema.keyword_completions(word).empty() || !schema.method_completions(word).empty() ||
                                   !schema.basis_completions(word).empty();
-    const bool known = schema.knows_keyword(word) || schema.knows_method(word) || schema.knows_basis(word);
+    const bool known = schema.knows_keyword(word) || schema.knows_method(word) || schema.knows_basis(word) ||
+                       describe_word(schema, word) != nullptr;
     return known || begins_something ? exit_success : exit_failure;
 }
 
@@ -67,6 +81,12 @@ int show(const std::string& word, bool json) {
         return show_as_json(word);
     }
     const SimpleYAMLParser& schema = default_route_schema();
+    const WordDescription* description = describe_word(schema, word);
+    if (description != nullptr && (description->role == "option" || description->role == "link0")) {
+        std::printf("%.*s: yes\n", static_cast<int>(description->role.size()), description->role.data());
+        print_description(*description);
+        return exit_success;
+    }
     bool known =
         show_role("keyword", schema.knows_keyword(word), schema.knows_keyword_exact(word), schema.keyword_completions(word));
     known =
@@ -83,6 +103,9 @@ int show(const std::string& word, bool json) {
     std::printf("written: %s\n", (is_basis ? schema.normalize_basis(word) : schema.normalize_keyword(word)).c_str());
     std::printf("category: %s\n", schema.classify(schema.normalize_keyword(word)).c_str());
     print_list("options", schema.options_of(word));
+    if (description != nullptr) {
+        print_description(*description);
+    }
     return exit_success;
 }
 
@@ -104,7 +127,8 @@ void add_schema_command(CLI::App& command, int& exit_code) {
     check->add_option("FILE", *text, "The document");
     check->callback([text, &exit_code] { exit_code = validate(*text); });
     CLI::App* tell = command.add_subcommand("show", "Tell what the vocabulary knows about a word");
-    tell->add_option("WORD", *text, "A keyword, method or basis set")->required();
+    tell->add_option("WORD", *text, "A keyword, method or basis set, an option as keyword=option, or a Link 0 key behind %")
+        ->required();
     const auto json = std::make_shared<bool>(false);
     tell->add_flag("--json", *json, "Print a JSON object");
     tell->callback([text, json, &exit_code] { exit_code = show(*text, *json); });

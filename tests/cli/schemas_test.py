@@ -33,6 +33,7 @@ RUNS = (
     ("error", ["check --json missing.gjf"]),
     ("report", ["report --json {source}/examples/jobs {source}/examples/forms wide.gjf spoilt.gjf rows.gjf named.gjf"]),
     ("complete", ["complete --json hf", "complete --json opt=calc"]),
+    ("word", ["schema show --json opt", "schema show --json irc=maxpoints"]),
     ("route", ["route --json '#p ccsd(t,maxcyc=30)/6-31g*/auto//cas(2,2)/sto-3g opt=clacfc opt=tight foo geom=connectivity 6-31g'",
                "route --json 'oniom(b3lyp/6-31g*:uff) pop=f'"]),
 )

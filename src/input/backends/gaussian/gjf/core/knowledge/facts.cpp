@@ -94,7 +94,7 @@ bool has_trait(std::string_view word, std::string_view trait) {
 }
 
 bool method_has_trait(std::string_view method, std::string_view trait) {
-    for (const std::string_view prefix : {"", "ro", "r", "u"}) {
+    for (const std::string_view prefix : spin_prefixes) {
         if (method.starts_with(prefix) && has_trait(method.substr(prefix.size()), trait)) {
             return true;
         }

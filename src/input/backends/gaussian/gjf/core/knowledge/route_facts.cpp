@@ -44,8 +44,6 @@ const Facts<Dispersion>& all_dispersions() {
     return facts;
 }
 
-constexpr std::string_view spin_prefixes[] = {"", "ro", "r", "u"};
-
 }  // namespace
 
 std::span<const OptionValue> option_values(std::string_view keyword) {

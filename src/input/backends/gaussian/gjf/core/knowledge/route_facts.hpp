@@ -45,6 +45,9 @@ struct Dispersion {
 /// Returns what is known to be wrong with a correction beside a functional; null for nothing.
 const Dispersion* find_dispersion(std::string_view functional, std::string_view correction);
 
+/// What may stand before the name of a method, for the spins of its reference.
+inline constexpr std::string_view spin_prefixes[] = {"", "ro", "r", "u"};
+
 /// Tells whether a word stands in a list of words with blanks between.
 bool lists_word(std::string_view list, std::string_view word) noexcept;
 

@@ -7,6 +7,7 @@
 #include <core/export.hpp>
 #include <gjf/core/check/checker.hpp>
 #include <gjf/core/check/fix_text.hpp>
+#include <gjf/core/knowledge/knowledge.hpp>
 #include <gjf/core/predicate/job_file.hpp>
 #include <gjf/core/reader/included_files.hpp>
 #include <gjf/core/reader/job_layout.hpp>
@@ -77,7 +78,11 @@ QUOR_GJF_API std::string route_json(const std::string& text, const ParsedKeyword
 /// Returns the line about what may complete a route.
 QUOR_GJF_API std::string completion_json(const RouteContext& context, const std::vector<Completion>& completions);
 
-/// Returns the line about what the vocabulary says of a word.
+/// Finds what a text means: a route word, an option as keyword=option, or a Link 0 key behind "%"; null where nothing is
+/// known.
+QUOR_GJF_API const WordDescription* describe_word(const SimpleYAMLParser& schema, const std::string& text);
+
+/// Returns the line about what the vocabulary says of a word, and what the word means.
 QUOR_GJF_API std::string word_json(const SimpleYAMLParser& schema, const std::string& word);
 
 }  // namespace quor::input::gaussian
