@@ -1,7 +1,6 @@
-// The C interface to editors: each function's results, each message, NULL for each pointer, and buffers of every size.
-#include <gjf/c_api/quor_g16_gjf.h>
-
-#include <gtest/gtest.h>
+// The C interface to the editor of a job: each function's results, each message, NULL for each pointer, and buffers of every
+// size.
+#include "editors.hpp"
 
 #include <unistd.h>
 
@@ -9,43 +8,14 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
-#include <memory>
 #include <string>
 #include <thread>
 #include <vector>
 
 #include "../support/files.hpp"
 
+namespace quor::test {
 namespace {
-
-const char* const job_text =
-    "%chk=a\n# oniom(hf/sto-3g:uff) geom=connectivity\n\nt\n\n1 2 0 1\nCl-CL 0 1.5 -2.0 0.25 H\nH 0 0 1.0 \n\n1 2 1.0\n2\n";
-
-struct Destroy {
-    void operator()(quor_gjf_editor* editor) const { gjf_editor_destroy(editor); }
-    void operator()(quor_gjf_multi_editor* editor) const { gjf_multi_editor_destroy(editor); }
-};
-using Editor = std::unique_ptr<quor_gjf_editor, Destroy>;
-using MultiEditor = std::unique_ptr<quor_gjf_multi_editor, Destroy>;
-
-Editor make_editor(const char* text = job_text) { return Editor(gjf_editor_create_from_string(text)); }
-
-MultiEditor make_multi() {
-    return MultiEditor(gjf_multi_editor_create_from_string(
-        "# hf/sto-3g\n\na\n\n0 1\nH 0 0 0\n\n--Link1--\n# mp2/sto-3g\n\nb\n\n0 2\nHe 0 0 0\n"));
-}
-
-std::string to_text(quor_gjf_editor* editor) {
-    std::string buffer(10'000, '?');
-    EXPECT_EQ(gjf_editor_to_string(editor, buffer.data(), static_cast<int>(buffer.size())), 0);
-    return buffer.c_str();
-}
-
-std::string to_text(quor_gjf_multi_editor* editor) {
-    std::string buffer(10'000, '?');
-    EXPECT_EQ(gjf_multi_editor_to_string(editor, buffer.data(), static_cast<int>(buffer.size())), 0);
-    return buffer.c_str();
-}
 
 // Expects a message for the thread and, with a handle, for the handle.
 void expect_message(const quor_gjf_editor* editor, const std::string& message) {
@@ -340,16 +310,16 @@ TEST(CEditor, Edits) {
 
 TEST(CEditor, SavesToAFile) {
     const Editor editor = make_editor();
-    const quor::test::TemporaryFolder folder;
+    const TemporaryFolder folder;
     const std::filesystem::path path = folder / "job.gjf";
     EXPECT_EQ(gjf_editor_save_to_file(editor.get(), path.c_str()), 0);
-    EXPECT_EQ(quor::test::bytes_of(path), to_text(editor.get()));
+    EXPECT_EQ(bytes_of(path), to_text(editor.get()));
     const Editor again(gjf_editor_create_from_file(path.c_str()));
     EXPECT_EQ(gjf_editor_get_atom_count(again.get()), 2);
 }
 
 TEST(CEditor, CutsNoTextShortAtANullCharacter) {
-    const quor::test::TemporaryFolder folder;
+    const TemporaryFolder folder;
     const std::string path = folder.write("job.gjf", std::string("# hf/3-21g\n\nti\0tle\n\n0 1\nO 0.0 0.0 0.0\n\n", 40));
     const Editor editor(gjf_editor_create_from_file(path.c_str()));
     ASSERT_NE(editor, nullptr) << gjf_get_last_error();
@@ -359,96 +329,6 @@ TEST(CEditor, CutsNoTextShortAtANullCharacter) {
     EXPECT_NE(std::string(gjf_editor_last_error(editor.get())).find("text holds a null character"), std::string::npos);
     EXPECT_EQ(gjf_editor_get_atom_element(editor.get(), 0, buffer, sizeof buffer), 0);
     EXPECT_STREQ(buffer, "O");
-}
-
-TEST(CMultiEditor, EditsTheListOfJobs) {
-    const MultiEditor owner = make_multi();
-    quor_gjf_multi_editor* m = owner.get();
-    EXPECT_EQ(gjf_multi_editor_job_count(m), 2);
-    EXPECT_EQ(gjf_multi_editor_add_job_from_string(m, "# hf geom=allcheck\n"), 0);
-    EXPECT_EQ(gjf_multi_editor_job_count(m), 3);
-    EXPECT_EQ(gjf_multi_editor_remove_job(m, 0), 0);
-    const std::string text = to_text(m);
-    EXPECT_EQ(text.rfind("# mp2/sto-3g \n\nb\n", 0), 0u);
-    EXPECT_NE(text.find("\n\n--Link1--\n# hf geom=allcheck \n\n\n"), std::string::npos) << text;
-    const quor::test::TemporaryFolder folder;
-    const std::filesystem::path path = folder / "jobs.gjf";
-    EXPECT_EQ(gjf_multi_editor_save_to_file(m, path.c_str()), 0);
-    const MultiEditor again(gjf_multi_editor_create_from_file(path.c_str()));
-    EXPECT_EQ(to_text(again.get()), text);
-}
-
-TEST(CMultiEditor, GivesCopiesOfJobs) {
-    const MultiEditor owner = make_multi();
-    const std::string before = to_text(owner.get());
-    for (const auto get : {gjf_multi_editor_get_job, gjf_multi_editor_clone_job}) {
-        const Editor copy(get(owner.get(), 1));
-        ASSERT_NE(copy, nullptr);
-        gjf_editor_set_charge_and_spin(copy.get(), 7, 8);
-        EXPECT_EQ(to_text(owner.get()), before);
-        EXPECT_EQ(gjf_multi_editor_set_job(owner.get(), 1, copy.get()), 0);
-        EXPECT_NE(to_text(owner.get()).find("\n7 8\n"), std::string::npos);
-        gjf_editor_set_charge_and_spin(copy.get(), 0, 2);
-        EXPECT_EQ(gjf_multi_editor_set_job(owner.get(), 1, copy.get()), 0);
-        EXPECT_EQ(to_text(owner.get()), before);
-    }
-}
-
-TEST(CMultiEditor, RefusesWithItsFixedMessages) {
-    const MultiEditor owner = make_multi();
-    const Editor job = make_editor();
-    quor_gjf_multi_editor* m = owner.get();
-    const std::string before = to_text(m);
-    char b[4] = "?";
-    const std::vector<std::pair<std::string, std::function<bool()>>> cases = {
-        {"content is null", [&] { return gjf_multi_editor_add_job_from_string(m, nullptr) == -1; }},
-        {"GJF Parse Error: Empty file or invalid format", [&] { return gjf_multi_editor_add_job_from_string(m, "") == -1; }},
-        {"GJF Parse Error: Connectivity contains a self bond",
-         [&] {
-             return gjf_multi_editor_add_job_from_string(m, "# hf geom=connectivity\n\nt\n\n0 1\nH 0 0 0\n\n1 1 1.0\n") ==
-                    -1;
-         }},
-        {"job index must not be negative", [&] { return gjf_multi_editor_remove_job(m, -1) == -1; }},
-        {"GJF Parse Error: Invalid job index: 2 (total jobs: 2)", [&] { return gjf_multi_editor_remove_job(m, 2) == -1; }},
-        {"job index must not be negative", [&] { return gjf_multi_editor_clone_job(m, -1) == nullptr; }},
-        {"GJF Parse Error: Invalid job index: 2 (total jobs: 2)", [&] { return gjf_multi_editor_get_job(m, 2) == nullptr; }},
-        {"GJF output buffer is invalid", [&] { return gjf_multi_editor_to_string(m, nullptr, 4) == -1; }},
-        {"GJF output buffer is invalid", [&] { return gjf_multi_editor_to_string(m, b, 0) == -1; }},
-        {"GJF output buffer is too small", [&] { return gjf_multi_editor_to_string(m, b, 4) == -1 && b[0] == '\0'; }},
-        {"filename is null", [&] { return gjf_multi_editor_save_to_file(m, nullptr) == -1; }},
-        {"GJF Parse Error: Cannot write file: /no/such/f",
-         [&] { return gjf_multi_editor_save_to_file(m, "/no/such/f") == -1; }},
-        {"job handle is null", [&] { return gjf_multi_editor_set_job(m, 0, nullptr) == -1; }},
-        {"job index must not be negative", [&] { return gjf_multi_editor_set_job(m, -1, job.get()) == -1; }},
-        {"GJF Parse Error: Invalid job index: 5 (total jobs: 2)",
-         [&] { return gjf_multi_editor_set_job(m, 5, job.get()) == -1; }},
-    };
-    for (const auto& [message, call] : cases) {
-        EXPECT_TRUE(call()) << message;
-        EXPECT_EQ(gjf_multi_editor_last_error(m), message);
-        EXPECT_EQ(gjf_multi_editor_last_error(nullptr), message);
-        EXPECT_EQ(to_text(m), before);
-        EXPECT_STREQ(gjf_multi_editor_last_error(m), "");
-    }
-}
-
-TEST(CMultiEditor, RecordsANullHandleForTheThread) {
-    char b[4];
-    const std::vector<std::function<bool()>> calls = {
-        [] { return gjf_multi_editor_job_count(nullptr) == -1; },
-        [] { return gjf_multi_editor_add_job_from_string(nullptr, "x") == -1; },
-        [] { return gjf_multi_editor_remove_job(nullptr, 0) == -1; },
-        [&] { return gjf_multi_editor_to_string(nullptr, b, 4) == -1; },
-        [] { return gjf_multi_editor_save_to_file(nullptr, "f") == -1; },
-        [] { return gjf_multi_editor_clone_job(nullptr, 0) == nullptr; },
-        [] { return gjf_multi_editor_get_job(nullptr, 0) == nullptr; },
-        [] { return gjf_multi_editor_set_job(nullptr, 0, nullptr) == -1; },
-    };
-    for (const auto& call : calls) {
-        const Editor clears = make_editor();
-        EXPECT_TRUE(call());
-        EXPECT_STREQ(gjf_get_last_error(), "multi editor handle is null");
-    }
 }
 
 TEST(CMessages, BelongToTheirThreadAndTheirHandle) {
@@ -469,3 +349,4 @@ TEST(CMessages, BelongToTheirThreadAndTheirHandle) {
 }
 
 }  // namespace
+}  // namespace quor::test
