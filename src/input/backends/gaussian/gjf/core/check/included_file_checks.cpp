@@ -24,6 +24,6 @@ void check_included_files(const CheckedMolecule& molecule, Findings& findings) {
 
 }  // namespace
 
-const Family included_file_family = {Known::Control, check_included_files, {"GJF-I001"}};
+const Family included_file_family = {Known::Control, check_included_files, {"GJF-I001"}, {"GJF-I001"}};
 
 }  // namespace quor::input::gaussian

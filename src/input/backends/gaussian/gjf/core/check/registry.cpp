@@ -91,6 +91,12 @@ std::vector<CheckDescription> describe_all() {
 
 std::span<const Family* const> families() noexcept { return all_families; }
 
+bool is_of_other_files(std::string_view code) noexcept {
+    return std::any_of(std::begin(all_families), std::end(all_families), [&](const Family* family) {
+        return std::find(family->of_other_files.begin(), family->of_other_files.end(), code) != family->of_other_files.end();
+    });
+}
+
 const std::vector<CheckDescription>& check_descriptions() {
     static const std::vector<CheckDescription> descriptions = describe_all();
     return descriptions;

@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <initializer_list>
 #include <span>
+#include <string_view>
 #include <vector>
 
 namespace quor::input::gaussian {
@@ -36,10 +37,13 @@ struct Family {
     Known needs;
     void (*find)(const CheckedMolecule& molecule, Findings& findings);
     std::initializer_list<const char*> codes;
+    std::initializer_list<const char*> of_other_files = {};  ///< those of them that a text alone cannot tell
 };
 
 /// Returns all families, in the order in which they are asked.
 std::span<const Family* const> families() noexcept;
+/// Tells whether other files have a say in what a code stands for.
+bool is_of_other_files(std::string_view code) noexcept;
 
 // Each stands at the end of its source.
 extern const Family text_family;

@@ -58,7 +58,7 @@ void SilencedCodes::apply(const CheckedJob& job, std::vector<Finding>& list, std
     for (const Silenced& each : codes_) {
         if (!is_code(each.code)) {
             findings.add("GJF-X005", Severity::Note, "there is no check '" + each.code + "' to silence", each.place);
-        } else if (used.count(each.code) == 0 && each.code != "GJF-L010" && each.code != "GJF-I001" && is_on(each.code)) {
+        } else if (used.count(each.code) == 0 && !is_of_other_files(each.code) && is_on(each.code)) {
             findings.add("GJF-X005", Severity::Note, each.code + " is silenced here, and is not found in this job",
                          each.place);
         }
