@@ -4,8 +4,8 @@
 
 #include <gjf/core/job/job_comparison.hpp>
 #include <gjf/core/reader/gjf_parser.hpp>
+#include <gjf/core/route/keyword_shape.hpp>
 #include <gjf/core/route/option_syntax.hpp>
-#include <gjf/core/route/route_scanner.hpp>
 #include <gjf/core/schema/route_schema_cache.hpp>
 #include <gjf/core/sections/section_kinds.hpp>
 #include <gjf/core/text/text.hpp>
@@ -31,40 +31,20 @@ Keywords sorted_keywords(const ParsedKeywords& route) {
     return keywords;
 }
 
-// Returns where the list begins that ends an expression without blanks.
-std::size_t last_option_list(const std::string& text) {
-    std::size_t begin = text.size();
-    NestingTracker nesting;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const bool outside = nesting.at_top_level();
-        nesting.advance(text[i]);
-        begin = outside && text[i] == '(' ? i : begin;
-    }
-    return begin;
-}
-
 // Returns the options of a method expression, whichever way they are joined to the method: "=full", "(full)", "=(full)",
 // "-full". Letter case, blanks and their order mean nothing.
 std::vector<std::string> sorted_method_options(const std::string& expression) {
-    std::string text;
-    for (const char c : expression) {
-        if (!is_trim_character(c)) {
-            text += to_lower_ascii(c);
-        }
+    const std::string text = to_lower_copy(expression);
+    const KeywordShape shape = keyword_shape(text);
+    std::vector<std::string> options;
+    for (const Span item : shape.items) {
+        options.emplace_back(item.in(text));
+        options.back().erase(std::remove_if(options.back().begin(), options.back().end(), is_trim_character),
+                             options.back().end());
     }
-    std::size_t begin = text.size();
-    if (const int equals = find_top_level_char(text, '='); equals >= 0) {
-        begin = static_cast<std::size_t>(equals) + 1;
-    } else if (!text.empty() && text.back() == ')') {
-        begin = last_option_list(text);
-    } else if (const std::size_t dash = text.rfind('-'); dash != std::string::npos) {
-        begin = dash + 1;
+    if (const std::size_t dash = text.rfind('-'); options.empty() && dash != std::string::npos) {
+        options.push_back(text.substr(dash + 1));
     }
-    std::string list = text.substr(begin);
-    if (find_matching_paren(list, 0) + 1 == static_cast<int>(list.size()) && !list.empty()) {
-        list = list.substr(1, list.size() - 2);
-    }
-    std::vector<std::string> options = split_top_level_list(list, ',');
     std::sort(options.begin(), options.end());
     return options;
 }

@@ -43,6 +43,22 @@ Span within_parentheses(const std::string& text, Span list) {
 
 }  // namespace
 
+int find_last_option_list(const std::string& text) {
+    int open = find_top_level_char(text, '(');
+    while (open >= 0) {
+        const int close = find_matching_paren(text, static_cast<std::size_t>(open));
+        if (close < 0) {
+            return -1;
+        }
+        if (close + 1 == static_cast<int>(text.size())) {
+            return open;
+        }
+        const int next = find_top_level_char(text.substr(static_cast<std::size_t>(close) + 1), '(');
+        open = next < 0 ? -1 : close + 1 + next;
+    }
+    return -1;
+}
+
 Span trimmed_span(std::string_view text, Span part) noexcept { return span_of(text, trim_view(part.in(text))); }
 
 KeywordItem keyword_item(std::string_view text, Span item) {
@@ -57,12 +73,9 @@ KeywordItem keyword_item(std::string_view text, Span item) {
 KeywordShape keyword_shape(const std::string& text) {
     KeywordShape shape;
     std::size_t end = text.size();
-    if (const int open = find_top_level_char(text, '('); open >= 0) {
-        const auto at = static_cast<std::size_t>(open);
-        if (find_matching_paren(text, at) + 1 == static_cast<int>(text.size())) {
-            shape.items = cut_list(text, span_between(at + 1, text.size() - 1));
-            end = at;
-        }
+    if (const int open = find_last_option_list(text); open >= 0) {
+        end = static_cast<std::size_t>(open);
+        shape.items = cut_list(text, span_between(end + 1, text.size() - 1));
     }
     const std::size_t mark = std::min({position_of(text, '='), position_of(text, '/'), end});
     shape.head = trimmed_span(text, span_between(0, mark));

@@ -26,6 +26,9 @@ struct KeywordItem {
 
 KeywordItem keyword_item(std::string_view text, Span item);
 
+/// Returns where the list in parentheses begins that ends an expression, or -1.
+int find_last_option_list(const std::string& text);
+
 /// Takes apart keyword, keyword=item, keyword(items), keyword=(items), keyword=item(items) and keyword/item.
 KeywordShape keyword_shape(const std::string& text);
 

@@ -1,6 +1,7 @@
 // Recognises the model chemistry: methods with their options, basis sets, method/basis forms and ONIOM expressions.
 #include <gjf/core/route/keyword_parser.hpp>
 
+#include <gjf/core/route/keyword_shape.hpp>
 #include <gjf/core/route/route_recorder.hpp>
 #include <gjf/core/route/route_scanner.hpp>
 #include <gjf/core/text/text.hpp>
@@ -20,23 +21,6 @@ constexpr std::string_view dash_words[] = {"full",         "fc",     "frozen", "
 bool is_dash_word(std::string_view word) {
     return std::any_of(std::begin(dash_words), std::end(dash_words),
                        [&](std::string_view known) { return equals_folded(word, known); });
-}
-
-// Returns where the option list that ends an expression begins, or -1.
-int find_last_option_list(const std::string& text) {
-    int open = find_top_level_char(text, '(');
-    while (open >= 0) {
-        const int close = find_matching_paren(text, static_cast<std::size_t>(open));
-        if (close < 0) {
-            return -1;
-        }
-        if (close + 1 == static_cast<int>(text.size())) {
-            return open;
-        }
-        const int next = find_top_level_char(text.substr(static_cast<std::size_t>(close) + 1), '(');
-        open = next < 0 ? -1 : close + 1 + next;
-    }
-    return -1;
 }
 
 // The pieces of a text around its top-level "//" and "/".
