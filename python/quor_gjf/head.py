@@ -104,8 +104,7 @@ class Head:
 
     @route.setter
     def route(self, route: Union[str, Route]) -> None:
-        text = str(route).strip()
-        self._native.set_route_line(text if text.startswith("#") else f"# {text}")
+        self._native.set_route_text(str(route))
 
     @property
     def title(self) -> str:

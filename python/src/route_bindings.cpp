@@ -2,6 +2,7 @@
 #include "bindings.hpp"
 
 #include <gjf/core/reader/gjf_parser.hpp>
+#include <gjf/core/reader/route_lines.hpp>
 
 #include <optional>
 #include <string>
@@ -57,6 +58,8 @@ void bind_route_words(JobClass& job) {
     job.def("set_route_line", [](JobHandle& self, const Text& line) {
         self.editor.set_route_section(GJFParser::parse_keywords_from_line(line.value, {}));
     });
+    job.def("set_route_text",
+            [](JobHandle& self, const Text& text) { self.editor.set_route_section(cut_route(text.value)); });
     job.def("append_route_word", [](JobHandle& self, const Text& word) { self.editor.add_route_keyword(word.value); });
     job.def("remove_route_word", [](JobHandle& self, const Text& word) { self.editor.remove_route_keyword(word.value); });
     job.def("interpret_route",

@@ -17,20 +17,22 @@ bool is_lone_head(const std::vector<std::string>& words) {
 
 }  // namespace
 
-std::vector<std::string> route_words_of(const std::string& text) {
+std::vector<std::string> cut_route(const std::string& text) {
     std::vector<std::string> words;
     for (const std::string& line : GJFParser::split_string(text, '\n')) {
         for (std::string& word : GJFParser::parse_keywords_from_line(line, {})) {
             words.push_back(std::move(word));
         }
     }
-    if (is_lone_head(words)) {
-        words.clear();
-    }
-    if (!words.empty() && words[0][0] != '#') {
+    if (words.empty() || words[0][0] != '#') {
         words.insert(words.begin(), "#");
     }
     return words;
+}
+
+std::vector<std::string> route_words_of(const std::string& text) {
+    std::vector<std::string> words = cut_route(text);
+    return is_lone_head(words) ? std::vector<std::string>() : words;
 }
 
 }  // namespace quor::input::gaussian

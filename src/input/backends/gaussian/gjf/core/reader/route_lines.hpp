@@ -8,7 +8,10 @@
 
 namespace quor::input::gaussian {
 
-/// Returns the words of a route of one line or several, with or without "#", which is added; none where it holds no route.
+/// Cuts a route of one line or several into words; "#" is added where none begins it.
+QUOR_GJF_API std::vector<std::string> cut_route(const std::string& text);
+
+/// The same; none where it is a head alone.
 QUOR_GJF_API std::vector<std::string> route_words_of(const std::string& text);
 
 }  // namespace quor::input::gaussian
