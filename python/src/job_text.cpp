@@ -22,14 +22,21 @@ std::string fixed_layout(const GJFEditor& editor) {
     return editor.to_gjf_string();
 }
 
-// Makes the text of a document; what the library refuses is a write error with its message.
-template <class Make>
-auto refusing(Make make) {
+// Makes a text; what the library refuses is a write error with its message, or by force made in another way.
+template <class Make, class Otherwise>
+auto made(bool force, Make make, Otherwise otherwise) {
     try {
         return make();
     } catch (const GJFParseException& error) {
-        throw WriteError(error.what());
+        if (!force) {
+            throw WriteError(error.what());
+        }
+    } catch (const WriteError&) {
+        if (!force) {
+            throw;
+        }
     }
+    return otherwise();
 }
 
 // A route is written by its meaning, which a job out of a pickle does not hold.
@@ -39,12 +46,13 @@ void give(GJFDocument& document, std::size_t index, const JobHandle& job) {
     document.set_job(index, std::move(editor));
 }
 
-std::string rewritten(const JobHandle& job, bool force) {
-    return refusing([&] {
-        GJFDocument document(job.source->job_text(job.index));
-        give(document, 0, job);
-        return document.to_text({force});
-    });
+// Makes something of the document over a job's source, or over its piece of it, that holds the job as it is now.
+template <class Make>
+auto from_document(const JobHandle& job, bool among_others, Make make) {
+    const std::size_t index = among_others ? job.index : 0;
+    GJFDocument document(among_others ? job.source->text : job.source->job_text(job.index));
+    give(document, index, job);
+    return make(document, index);
 }
 
 // Returns the source that all jobs come from that were read, when they stand in its order and none stands twice.
@@ -64,30 +72,28 @@ Source common_source(const JobPointers& jobs) {
 
 // Jobs that are no more among those of a source are taken out of its document, others are put in.
 std::string rewritten_source(const SourceText& source, const JobPointers& jobs, bool force) {
-    return refusing([&] {
-        GJFDocument document(source.text);
-        std::vector<bool> kept(document.job_count(), false);
-        for (const JobHandle* job : jobs) {
-            if (job->source != nullptr) {
-                if (job->readable()) {
-                    give(document, job->index, *job);
-                }
-                kept[job->index] = true;
+    GJFDocument document(source.text);
+    std::vector<bool> kept(document.job_count(), false);
+    for (const JobHandle* job : jobs) {
+        if (job->source != nullptr) {
+            if (job->readable()) {
+                give(document, job->index, *job);
             }
+            kept[job->index] = true;
         }
-        for (std::size_t i = kept.size(); i-- > 0;) {
-            if (!kept[i]) {
-                document.remove_job(i);
-            }
+    }
+    for (std::size_t i = kept.size(); i-- > 0;) {
+        if (!kept[i]) {
+            document.remove_job(i);
         }
-        for (std::size_t i = 0; i < jobs.size(); ++i) {
-            if (jobs[i]->source == nullptr) {
-                fixed_layout(jobs[i]->editor);  // says what would be lost
-                document.insert_job(i, jobs[i]->editor.get_data());
-            }
+    }
+    for (std::size_t i = 0; i < jobs.size(); ++i) {
+        if (jobs[i]->source == nullptr) {
+            fixed_layout(jobs[i]->editor);  // says what would be lost
+            document.insert_job(i, jobs[i]->editor.get_data());
         }
-        return document.to_text({force});
-    });
+    }
+    return document.to_text({force});
 }
 
 // Joins texts of jobs, each closed by a blank line.
@@ -116,76 +122,57 @@ std::string joined(const JobPointers& jobs, bool force) {
 }  // namespace
 
 WrittenJob write_job(const JobHandle& job, bool among_others, bool force) {
-    if (job.source != nullptr && job.readable()) {
-        try {
-            return refusing([&] {
-                const std::size_t index = among_others ? job.index : 0;
-                GJFDocument document(among_others ? job.source->text : job.source->job_text(job.index));
-                give(document, index, job);
-                document.take_changes({force});
-                return WrittenJob{document.original_text(), document.job(index).get_data()};
-            });
-        } catch (const WriteError&) {
-            if (!force) {
-                throw;
-            }
-        }
+    const auto as_text = [&] {
+        return WrittenJob{among_others ? source_text(job, force) : job_text(job, force), std::nullopt};
+    };
+    if (job.source == nullptr || !job.readable()) {
+        return as_text();
     }
-    return {among_others ? source_text(job, force) : job_text(job, force), std::nullopt};
+    const auto with_data = [&](GJFDocument& document, std::size_t index) {
+        document.take_changes({force});
+        return WrittenJob{document.original_text(), document.job(index).get_data()};
+    };
+    return made(
+        force, [&] { return from_document(job, among_others, with_data); }, as_text);
 }
 
 std::string job_text(const JobHandle& job, bool force) {
     if (!job.readable()) {
         return job.source->job_text(job.index);
     }
+    const auto fixed = [&] { return fixed_layout(job.editor); };
     if (job.source == nullptr) {
-        return fixed_layout(job.editor);
+        return fixed();
     }
-    try {
-        return rewritten(job, force);
-    } catch (const WriteError&) {
-        if (!force) {
-            throw;
-        }
-    }
-    return fixed_layout(job.editor);
+    const auto text = [&](GJFDocument& document, std::size_t) { return document.to_text({force}); };
+    return made(
+        force, [&] { return from_document(job, false, text); }, fixed);
 }
 
 std::string source_text(const JobHandle& job, bool force) {
-    try {
-        return refusing([&] {
-            GJFDocument document(job.source->text);
-            give(document, job.index, job);
-            return document.to_text({force});
-        });
-    } catch (const WriteError&) {
-        if (!force) {
-            throw;
+    const auto text = [&](GJFDocument& document, std::size_t) { return document.to_text({force}); };
+    const auto by_jobs = [&] {
+        std::vector<JobHandle> jobs = read_all_jobs(job.source->text);
+        jobs.at(job.index) = job;
+        JobPointers pointers;
+        for (const JobHandle& each : jobs) {
+            pointers.push_back(&each);
         }
-    }
-    std::vector<JobHandle> jobs = read_all_jobs(job.source->text);
-    jobs.at(job.index) = job;
-    JobPointers pointers;
-    for (const JobHandle& each : jobs) {
-        pointers.push_back(&each);
-    }
-    return joined(pointers, force);
+        return joined(pointers, force);
+    };
+    return made(
+        force, [&] { return from_document(job, true, text); }, by_jobs);
 }
 
 std::string file_text(const JobPointers& jobs, bool force) {
     const Source source = common_source(jobs);
+    const auto by_jobs = [&] { return joined(jobs, force); };
     // One job of several goes by its own text: the others may not even be readable.
     if (source == nullptr || (jobs.size() == 1 && source->pieces.size() > 1)) {
-        return joined(jobs, force);
+        return by_jobs();
     }
-    try {
-        return rewritten_source(*source, jobs, force);
-    } catch (const WriteError&) {
-        if (!force) {
-            throw;
-        }
-    }
-    return joined(jobs, force);
+    return made(
+        force, [&] { return rewritten_source(*source, jobs, force); }, by_jobs);
 }
 
 }  // namespace quor_python
