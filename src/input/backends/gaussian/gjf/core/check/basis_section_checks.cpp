@@ -253,7 +253,9 @@ class BasisWalk {
             return false;
         }
         const std::string type = to_lower_copy(fields[0]);
-        const bool is_type = type == "sp" || (type.size() == 1 && type.find_first_of("spdfghijklmno") == 0);
+        constexpr std::string_view further_letters = "jlmno";
+        const bool is_letter_of_shell = is_shell_letter(type[0]) || further_letters.find(type[0]) != std::string_view::npos;
+        const bool is_type = type == "sp" || (type.size() == 1 && is_letter_of_shell);
         const bool has_count = to_int64(fields[1]).has_value();
         if (is_type == has_count || (!is_type && type.size() != 1)) {
             return false;

@@ -16,7 +16,6 @@ namespace quor::input::gaussian {
 namespace {
 
 constexpr int most_elements = 118;
-constexpr std::string_view letters = "spdfghik";
 
 const FactTable& element_table() {
     static const FactTable table("basis_elements", {"basis", "elements", "severity", "core_electrons"});
@@ -173,12 +172,12 @@ std::optional<int> stuttgart_core(std::string_view name) noexcept {
 
 bool ShellCounts::add(std::string_view text) noexcept {
     while (!text.empty()) {
-        const std::size_t letter = text.find_first_of(letters);
+        const std::size_t letter = text.find_first_of(shell_letters);
         const std::optional<std::int64_t> count = to_int64(text.substr(0, letter));
         if (letter == std::string_view::npos || !count) {
             return false;
         }
-        shells[letters.find(text[letter])] += *count;
+        shells[shell_letters.find(text[letter])] += *count;
         text.remove_prefix(letter + 1);
     }
     return true;

@@ -4,6 +4,8 @@
 // Sets are named in the vocabulary's preferred spelling; polarization functions may be given as "*" or in brackets.
 #pragma once
 
+#include <gjf/core/text/text.hpp>
+
 #include <array>
 #include <cstddef>
 #include <optional>
@@ -12,6 +14,10 @@
 #include <vector>
 
 namespace quor::input::gaussian {
+
+/// The types of shells, by their angular momentum.
+inline constexpr std::string_view shell_letters = "spdfghik";
+constexpr bool is_shell_letter(char c) noexcept { return shell_letters.find(to_lower_ascii(c)) != std::string_view::npos; }
 
 /// Elements by their atomic numbers.
 class ElementSet {

@@ -33,7 +33,11 @@ std::vector<ChargeSpinPair> read_charge_line(std::string_view line, ReadingRecor
     Fields fields;
     const std::string_view text = without_comment(line);
     const bool has_slash = recorder != nullptr && text.find('/') != std::string_view::npos;
-    has_slash ? cut_charge_fields(text, fields) : cut_fields(text, fields);
+    if (has_slash) {
+        cut_charge_fields(text, fields);
+    } else {
+        cut_fields(text, fields);
+    }
     if (fields.size() < 2 || fields.size() % 2 != 0) {
         return fail(line, "Invalid charge/spin line: " + std::string(line), FaultKind::Parse);
     }

@@ -2,6 +2,7 @@
 #include <gjf/core/sections/centers.hpp>
 
 #include <gjf/core/chemistry/elements.hpp>
+#include <gjf/core/knowledge/basis_facts.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/number_range.hpp>
 #include <gjf/core/text/text.hpp>
@@ -14,9 +15,9 @@ namespace {
 
 // Returns how many lines of primitives the line of a shell, as "SP 3 1.00", has behind it; 0 for any other line.
 std::int64_t primitives_of(const SectionScanner& scan) {
-    constexpr std::string_view shell_characters = "spdfghiklSPDFGHIKL=0123456789";
     constexpr std::int64_t most = 1000;
-    if (scan.size() < 2 || scan.field(0).find_first_not_of(shell_characters) != std::string_view::npos) {
+    const auto of_type = [](char c) { return is_digit(c) || c == '=' || c == 'l' || c == 'L' || is_shell_letter(c); };
+    if (scan.size() < 2 || !std::all_of(scan.field(0).begin(), scan.field(0).end(), of_type)) {
         return 0;
     }
     const std::int64_t count = to_int64(scan.field(1)).value_or(0);
