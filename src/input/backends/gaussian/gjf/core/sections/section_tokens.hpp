@@ -93,22 +93,6 @@ struct SectionReading {
 /// must outlive what is returned.
 SectionReading read_section(ExtraInputSectionKind kind, std::string_view text);
 
-// The grammars. Each finds `text` set, and `lines` cut.
-void read_left_over(SectionReading& section);        ///< of unknown kind: each whole number may be an atom
-void read_atomless(SectionReading& section);         ///< names no atoms by number
-void read_unknown_form(SectionReading& section);     ///< may name atoms wherever a digit stands
-void read_coordinates(SectionReading& section);      ///< ModRedundant and its like
-void read_bonds(SectionReading& section);            ///< connectivity
-void read_atom_lists(SectionReading& section);       ///< numbers and ranges
-void read_first_fields(SectionReading& section);     ///< an atom or element at the begin of each line
-void read_atom_selections(SectionReading& section);  ///< readopt and its like
-void read_basis_blocks(SectionReading& section);
-void read_potentials(SectionReading& section);
-void read_isotopes(SectionReading& section);
-void read_structure(SectionReading& section);
-void read_solvation(SectionReading& section);
-void read_trajectory(SectionReading& section);
-
 /// A type of internal coordinate, and how many atoms it has.
 struct CoordinateType {
     char letter;
