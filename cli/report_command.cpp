@@ -33,6 +33,19 @@ std::string warnings_of(const GJFData& job) {
     return text;
 }
 
+std::string least_of(const char* name, const LeastBytes& least) {
+    return std::string(name) +
+           (least.bytes
+                ? ": at least " + std::to_string(((*least.bytes - 1) >> 20) + 1) + " MB (" + least.formula + " words)"
+                : ": not known, " + least.unknown) +
+           '\n';
+}
+
+std::string needs_of(const JobEstimate& estimate) {
+    return least_of("Memory", estimate.memory) + least_of("Disk", estimate.disk) + "Cost: " +
+           (estimate.cost.empty() ? "not known, " + estimate.unknown_cost : "one energy grows as " + estimate.cost) + '\n';
+}
+
 std::string size_of(const GJFData& job) {
     const JobSize size = job_size(job);
     std::string text = "Basis functions: ";
@@ -43,7 +56,7 @@ std::string size_of(const GJFData& job) {
     if (size.core_electrons != 0) {
         text += ", and " + std::to_string(size.core_electrons) + " in core potentials";
     }
-    return text + '\n';
+    return text + '\n' + needs_of(estimate_job(job, size));
 }
 
 std::string report_of(const std::vector<IncludedFile>& files) {

@@ -37,6 +37,7 @@ set(quor_public_headers
     gjf/core/reader/job_text.hpp
     gjf/core/reader/route_lines.hpp
     gjf/core/reader/section_name.hpp
+    gjf/core/basis/job_estimate.hpp
     gjf/core/basis/job_size.hpp
     gjf/core/check/change_checks.hpp
     gjf/core/check/checker.hpp

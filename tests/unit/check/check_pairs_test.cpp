@@ -5,6 +5,11 @@
 namespace quor::test::pairs {
 namespace {
 
+// A job with %mem whose integrals take 653 MB, but in other routes.
+std::string all_integrals(const std::string& memory, const std::string& route = "# hf/aug-cc-pvqz scf=incore") {
+    return "%mem=" + memory + "\n" + job(route);
+}
+
 TEST(CheckPairs, RaiseTheirCodeAndAreQuietForTheNearText) {
     const std::vector<Pair> table = {
         {"GJF-L001", "%chkk=a\n" + plain, "%chk=a\n" + plain},
@@ -21,6 +26,20 @@ TEST(CheckPairs, RaiseTheirCodeAndAreQuietForTheNearText) {
         {"GJF-L013", "%chk=\n" + plain, "%chk = a\n" + plain},
         {"GJF-L013", "%oldchk a.chk\n" + plain, "%oldchk=a.chk\n" + plain},
         {"GJF-L013", "%mem 4GB\n" + plain, "%mem=4GB\n%nosave\n" + plain},
+        {"GJF-L014", all_integrals("500MB"), all_integrals("2GB")},
+        {"GJF-L014", all_integrals("500MB"), all_integrals("63MB")},  // GJF-L004 says it
+        {"GJF-L014", all_integrals("500MB"), all_integrals("500MW")},
+        {"GJF-L014", all_integrals("500MB"), all_integrals("500MX")},
+        {"GJF-L014", all_integrals("64MB", "# hf/aug-cc-pvtz scf=incore output=wfn"), job("# hf/aug-cc-pvqz scf=incore")},
+        {"GJF-L014", all_integrals("500MB", "# ub3lyp/aug-cc-pvqz scf(tight,incore)"),
+         all_integrals("500MB", "# hf/sto-3g scf=incore")},
+        {"GJF-L014", all_integrals("500MB", "# ccsd(t)/aug-cc-pvqz scf=incore"),
+         all_integrals("64MB", "# ccsd(t)/aug-cc-pvqz")},
+        {"GJF-L014", all_integrals("500MB"), all_integrals("500MB", "# blyp/aug-cc-pvqz scf=incore")},
+        {"GJF-L014", all_integrals("500MB"), all_integrals("500MB", "# casscf(2,2)/aug-cc-pvqz scf=incore")},
+        {"GJF-L014", all_integrals("500MB"), all_integrals("500MB", "# hf/aug-cc-pvqz scf=noincore")},
+        {"GJF-L014", all_integrals("500MB"), all_integrals("500MB", "# hf/aug-cc-pvqz massage scf=incore")},
+        {"GJF-L014", all_integrals("500MB"), all_integrals("500MB", "# hf/gen scf=incore")},
         {"GJF-L006", "%cpu=0-a\n" + plain, "%cpu=0-3,8\n" + plain},
         {"GJF-L006", "%cpu=7-0\n" + plain, "%cpu=7\n" + plain},
         {"GJF-L006", "%cpu=+1\n" + plain, "%cpu=0-0\n" + plain},

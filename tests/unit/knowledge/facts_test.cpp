@@ -144,6 +144,30 @@ TEST(Facts, GiveValuesToOptionsOfTheVocabulary) {
     EXPECT_EQ(found, table.size()) << "the rows are sorted by keyword";
 }
 
+TEST(Facts, TellHowTheCostOfMethodsGrows) {
+    const FactTable costs("method_costs", {"cost", "memory", "in_core", "disk", "certainty", "methods"});
+    ASSERT_GE(costs.size(), 20U);
+    std::set<std::string> methods;
+    for (std::size_t i = 0; i < costs.size(); ++i) {
+        const std::string_view* row = costs.row(i);
+        for (std::size_t formula = 0; formula < 4; ++formula) {
+            EXPECT_EQ(row[formula].find_first_not_of("0123456789.^+ NOV"), std::string_view::npos) << row[formula];
+        }
+        EXPECT_FALSE(row[0].empty());
+        EXPECT_EQ(row[4], "doubtful");
+        std::istringstream words{std::string(row[5])};
+        for (std::string word; words >> word;) {
+            EXPECT_TRUE(is_own_word(word)) << word;
+            EXPECT_TRUE(methods.insert(word).second) << word << " stands in two rows";
+            ASSERT_NE(method_cost("u" + word), nullptr) << word;
+            EXPECT_EQ(method_cost(word)->cost, row[0]) << word;
+        }
+    }
+    for (const char* unknown : {"", "u", "hfx", "mp", "casscf", "ccsd(", "lyp", "b3lyp/6-31g"}) {
+        EXPECT_EQ(method_cost(unknown), nullptr) << unknown;
+    }
+}
+
 TEST(Facts, TellTheirSourceAndHowSureTheyAre) {
     std::size_t tables = 0;
     for (const auto& entry : std::filesystem::directory_iterator(QUOR_GJF_SOURCE_DIR "/resources/knowledge")) {

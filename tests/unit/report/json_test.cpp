@@ -17,6 +17,9 @@ GJFData job_of(const char* route, const char* rest) {
     return job;
 }
 
+// The text of a job as far as the estimate of its needs.
+std::string before_estimate(const std::string& text) { return text.substr(0, text.find(",\"estimate\":")); }
+
 TEST(ReportJson, TellsAJobWithoutWhatItDoesNotHave) {
     const struct {
         const char* rest;
@@ -35,10 +38,10 @@ TEST(ReportJson, TellsAJobWithoutWhatItDoesNotHave) {
          R"("sections":[{"kind":0,"name":"Unknown","text":"left"}],"functions":1,"electrons":1)"},
     };
     for (const auto& row : rows) {
-        EXPECT_EQ(job_json(job_of("# hf", row.rest)),
+        EXPECT_EQ(before_estimate(job_json(job_of("# hf", row.rest))),
                   std::string(R"({"link0":{},"route_words":["#","hf"],"route":{"keywords":[],"warnings":[]},"title":"t",)"
                               R"("molecule":{"charges":[{"charge":0,"multiplicity":1}],)") +
-                      row.molecule + "}")
+                      row.molecule)
             << row.rest;
     }
 }
@@ -49,16 +52,37 @@ TEST(ReportJson, TellsSizesOrWhyTheyAreNotKnown) {
         const char* atom;
         const char* end;
     } rows[] = {
-        {"# hf/lanl2dz", "Fe 0 0 0\n\n", R"("functions":22,"electrons":16,"core_electrons":10})"},
-        {"# hf/sdd", "Zn 0 0 0\n\n", R"("functions":36,"functions_doubtful":true,"electrons":20,"core_electrons":10})"},
+        {"# hf/lanl2dz", "Fe 0 0 0\n\n", R"("functions":22,"electrons":16,"core_electrons":10)"},
+        {"# hf/sdd", "Zn 0 0 0\n\n", R"("functions":36,"functions_doubtful":true,"electrons":20,"core_electrons":10)"},
         {"# hf/6-31g", "I 0 0 0\n\n",
-         R"("electrons":53,"unknown":{"functions":"the functions of I in 6-31g are not known"}})"},
-        {"# uff", "I 0 0 0\n\n",
-         R"("unknown":{"functions":"a force field has none","electrons":"a force field has none"}})"},
+         R"("electrons":53,"unknown":{"functions":"the functions of I in 6-31g are not known"})"},
+        {"# uff", "I 0 0 0\n\n", R"("unknown":{"functions":"a force field has none","electrons":"a force field has none"})"},
     };
     for (const auto& row : rows) {
         const std::string text = job_json(GJFParser::parse_string(std::string(row.route) + "\n\nt\n\n0 1\n" + row.atom));
-        EXPECT_TRUE(text.ends_with(row.end)) << text;
+        EXPECT_TRUE(before_estimate(text).ends_with(row.end)) << text;
+    }
+}
+
+TEST(ReportJson, TellsWhatAJobNeedsOrWhyThatIsNotKnown) {
+    const struct {
+        const char* route;
+        const char* estimate;
+    } rows[] = {
+        {"# ccsd(t)/sto-3g",
+         R"({"mem_bytes":33554832,"by":{"mem_bytes":"4194304 + 2 N^2 words","disk_bytes":"O^2 V^2 words"},)"
+         R"("disk_bytes":72,"cost":"O^3 V^4"}})"},
+        {"# b3lyp/sto-3g", R"({"mem_bytes":33554832,"by":{"mem_bytes":"4194304 + 2 N^2 words"},)"
+                           R"("unknown":{"disk_bytes":"no formula is known for b3lyp"},"cost":"N^4"}})"},
+        {"# mp2/gen", R"({"unknown":{"mem_bytes":"a section of basis functions is not there",)"
+                      R"("disk_bytes":"no formula is known for mp2"},"cost":"O N^4"}})"},
+        {"# uff", R"({"unknown":{"mem_bytes":"no formula is known for uff","disk_bytes":"no formula is known for uff",)"
+                  R"("cost":"no formula is known for uff"}}})"},
+    };
+    for (const auto& row : rows) {
+        const std::string text = job_json(GJFParser::parse_string(std::string(row.route) + "\n\nt\n\n0 1\nBe 0 0 0\n\n"));
+        EXPECT_EQ(text.substr(std::min(text.find("\"estimate\":"), text.size())),
+                  std::string("\"estimate\":") + row.estimate);
     }
 }
 

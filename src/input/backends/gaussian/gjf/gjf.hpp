@@ -1,6 +1,7 @@
 // The class interface of libquor_g16_gjf, all of it.
 #pragma once
 
+#include <gjf/core/basis/job_estimate.hpp>
 #include <gjf/core/basis/job_size.hpp>
 #include <gjf/core/check/change_checks.hpp>
 #include <gjf/core/check/checker.hpp>

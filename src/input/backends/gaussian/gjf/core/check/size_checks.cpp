@@ -1,7 +1,9 @@
-// Checks the electrons of a job against its basis functions, and active spaces against both.
+// Checks the electrons of a job against its basis functions, active spaces against both, and %mem against what they need.
 #include <gjf/core/check/rule.hpp>
 
+#include <gjf/core/basis/job_estimate.hpp>
 #include <gjf/core/basis/job_size.hpp>
+#include <gjf/core/check/limit_checks.hpp>
 #include <gjf/core/text/number.hpp>
 
 #include <algorithm>
@@ -11,6 +13,8 @@
 
 namespace quor::input::gaussian {
 namespace {
+
+constexpr std::int64_t least_memory = 64LL << 20;  // what each core needs in any job
 
 // The numbers of CASSCF(n,m).
 struct ActiveSpace {
@@ -56,13 +60,37 @@ void check_active_space(const ActiveSpace& active, const JobSize& size, std::int
     }
 }
 
+// Tells whether a job of so many atoms may need more than %mem: no basis set has more functions an atom.
+bool may_lack_memory(const CheckedJob& job, const std::optional<AskedAmount>& memory, std::size_t atoms) {
+    constexpr double most_functions_of_atom = 400;
+    constexpr double bytes_of_matrices = 16;
+    const double functions = most_functions_of_atom * static_cast<double>(atoms);
+    return memory && (job.has_option("scf", "incore") ||
+                      static_cast<double>(memory->amount) < least_memory + bytes_of_matrices * functions * functions);
+}
+
+void check_memory_of_size(const CheckedJob& job, const JobSize& size, const AskedAmount& memory, Findings& findings) {
+    const LeastBytes needed = estimate_job(job.job, size).memory;
+    // Less is told of as too little for the cores.
+    if (memory.amount < least_memory || size.doubtful || !needed.bytes || *needed.bytes <= memory.amount) {
+        return;
+    }
+    findings.add("GJF-L014", Severity::Note,
+                 "%mem is less than the " + std::to_string(*needed.bytes >> 20) + " MB that " +
+                     std::to_string(*size.functions) + " basis functions need at the least",
+                 memory.place, needed.formula + " words of 8 bytes, for N basis functions");
+}
+
 void check_sizes(const CheckedMolecule& molecule, Findings& findings) {
     const CheckedJob& job = molecule.job;
     const std::int64_t unpaired = std::abs(static_cast<std::int64_t>(job.job.geom.multiplicity)) - 1;
     const std::optional<ActiveSpace> active = active_space_of(job);
     // Named sets have room for the electrons of neutral atoms.
     const bool may_lack_room = job.names_basis("gen") || unpaired > 1 || job.job.geom.charge < 0;
-    if (!job.schema.is_loaded() || job.layout.charge_line == 0 || molecule.atoms.empty() || (!active && !may_lack_room)) {
+    const std::optional<AskedAmount> memory = asked_memory(job);
+    const bool is_memory_short = may_lack_memory(job, memory, molecule.atoms.size());
+    if (!job.schema.is_loaded() || job.layout.charge_line == 0 || molecule.atoms.empty() ||
+        (!active && !may_lack_room && !is_memory_short)) {
         return;
     }
     const JobSize size = job_size(job.job);
@@ -76,10 +104,13 @@ void check_sizes(const CheckedMolecule& molecule, Findings& findings) {
     if (active) {
         check_active_space(*active, size, unpaired, findings);
     }
+    if (is_memory_short) {
+        check_memory_of_size(job, size, *memory, findings);
+    }
 }
 
 }  // namespace
 
-const Family size_family = {Known::Molecule, check_sizes, {"GJF-B003", "GJF-B004"}};
+const Family size_family = {Known::Molecule, check_sizes, {"GJF-B003", "GJF-B004", "GJF-L014"}};
 
 }  // namespace quor::input::gaussian

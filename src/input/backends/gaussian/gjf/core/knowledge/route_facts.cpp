@@ -44,6 +44,14 @@ const Facts<Dispersion>& all_dispersions() {
     return facts;
 }
 
+const Facts<MethodCost>& all_costs() {
+    static const Facts<MethodCost> facts("method_costs", {"methods", "cost", "memory", "in_core", "disk"},
+                                         [](const std::string_view* cells) {
+                                             return MethodCost{cells[0], cells[1], cells[2], cells[3], cells[4]};
+                                         });
+    return facts;
+}
+
 }  // namespace
 
 std::span<const OptionValue> option_values(std::string_view keyword) {
@@ -79,6 +87,19 @@ const Dispersion* find_dispersion(std::string_view functional, std::string_view 
     return nullptr;
 }
 
+const MethodCost* method_cost(std::string_view method) {
+    const std::vector<MethodCost>& rows = all_costs().rows;
+    for (const std::string_view prefix : spin_prefixes) {
+        const auto found = std::find_if(rows.begin(), rows.end(), [&](const MethodCost& row) {
+            return method.starts_with(prefix) && lists_word(row.methods, method.substr(prefix.size()));
+        });
+        if (found != rows.end()) {
+            return &*found;
+        }
+    }
+    return nullptr;
+}
+
 bool lists_word(std::string_view list, std::string_view word) noexcept {
     for (std::size_t at = list.find(word); at != std::string_view::npos && !word.empty(); at = list.find(word, at + 1)) {
         const std::size_t end = at + word.size();
@@ -90,7 +111,8 @@ bool lists_word(std::string_view list, std::string_view word) noexcept {
 }
 
 std::string missing_route_facts() {
-    return first_problem({&all_option_values().table, &all_lacks().table, &all_requests().table, &all_dispersions().table});
+    return first_problem({&all_option_values().table, &all_lacks().table, &all_requests().table, &all_dispersions().table,
+                          &all_costs().table});
 }
 
 }  // namespace quor::input::gaussian

@@ -45,6 +45,18 @@ struct Dispersion {
 /// Returns what is known to be wrong with a correction beside a functional; null for nothing.
 const Dispersion* find_dispersion(std::string_view functional, std::string_view correction);
 
+/// How the work of a method grows, and what it keeps: formulas in N basis functions, O correlated occupied and V empty
+/// orbitals.
+struct MethodCost {
+    std::string_view methods;  ///< with blanks between
+    std::string_view cost;     ///< of one energy
+    std::string_view memory;   ///< in words of 8 bytes, at the least, as the next two; empty for what is not known
+    std::string_view in_core;  ///< where all integrals are to be kept in memory
+    std::string_view disk;
+};
+/// Returns what is known of a method, with or without r, u or ro before it; null for nothing.
+const MethodCost* method_cost(std::string_view method);
+
 /// What may stand before the name of a method, for the spins of its reference.
 inline constexpr std::string_view spin_prefixes[] = {"", "ro", "r", "u"};
 

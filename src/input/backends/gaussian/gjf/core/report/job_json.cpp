@@ -1,4 +1,5 @@
 // Jobs and routes as JSON.
+#include <gjf/core/basis/job_estimate.hpp>
 #include <gjf/core/basis/job_size.hpp>
 #include <gjf/core/job/link0_keys.hpp>
 #include <gjf/core/report/json_values.hpp>
@@ -161,6 +162,26 @@ void set_size(Json& object, const JobSize& size) {
     }
 }
 
+void set_least(Json& object, const char* key, const LeastBytes& least) {
+    set_if_there(object, key, least.bytes);
+    if (least.bytes) {
+        object["by"][key] = least.formula + " words";
+    } else {
+        object["unknown"][key] = least.unknown;
+    }
+}
+
+Json json_of_estimate(const JobEstimate& estimate) {
+    Json object = Json::object();
+    set_least(object, "mem_bytes", estimate.memory);
+    set_least(object, "disk_bytes", estimate.disk);
+    set_text(object, "cost", estimate.cost);
+    if (estimate.cost.empty()) {
+        object["unknown"]["cost"] = estimate.unknown_cost;
+    }
+    return object;
+}
+
 Json json_of_job(const GJFData& job) {
     Json object;
     object["link0"] = json_of_link0(job.control);
@@ -172,7 +193,9 @@ Json json_of_job(const GJFData& job) {
     object["title"] = job.title;
     object["molecule"] = json_of_molecule(job.geom);
     object["sections"] = list_of(job.extra_inputs, json_of_section);
-    set_size(object, job_size(job));
+    const JobSize size = job_size(job);
+    set_size(object, size);
+    object["estimate"] = json_of_estimate(estimate_job(job, size));
     return object;
 }
 
