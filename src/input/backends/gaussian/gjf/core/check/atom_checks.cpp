@@ -13,11 +13,12 @@
 #include <cstdint>
 #include <iterator>
 #include <limits>
-#include <unordered_map>
+#include <utility>
 
 namespace quor::input::gaussian {
 namespace {
 
+constexpr double least_stretched = 1.65;      // distances in lengths of a bond, of a molecule given in bohr
 constexpr double least_distance = 0.5;        // ångström; Gaussian stops below it
 constexpr std::size_t most_close_pairs = 10;  // reported, so that a broken file does not drown the rest
 
@@ -229,8 +230,8 @@ struct Nearest {
     }
 };
 
-// The bond ratio of each of some atoms with its nearest neighbour. About 1 in Ã¥ngstrÃ¶m, 1.9 in bohr.
-std::vector<double> bond_ratios(const std::vector<MoleculeAtom>& atoms, double slip) {
+// Some atoms, of which none is a noble gas.
+std::vector<Nearest> sample_of(const std::vector<MoleculeAtom>& atoms) {
     constexpr std::size_t most = 40;
     std::vector<Nearest> sample;
     for (std::size_t i = 0; i < atoms.size() && sample.size() < most; ++i) {
@@ -238,6 +239,28 @@ std::vector<double> bond_ratios(const std::vector<MoleculeAtom>& atoms, double s
             sample.push_back({&atoms[i]});
         }
     }
+    return sample;
+}
+
+// Tells whether more than a quarter of a sample have a neighbour so near that the molecule cannot be twice as large as
+// meant: what nearly every job shows after a few looks.
+bool has_bonds(const std::vector<Nearest>& sample, double slip) {
+    std::size_t bonded = 0;
+    for (Nearest nearest : sample) {
+        nearest.ratio = least_stretched;
+        for (std::size_t i = 0; i < sample.size() && nearest.ratio == least_stretched; ++i) {
+            nearest.look_at(*sample[i].atom, slip);
+        }
+        bonded += nearest.ratio < least_stretched ? 1 : 0;
+        if (bonded > sample.size() / 4) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// The bond ratio of each atom of a sample with its nearest neighbour. About 1 in ångström, 1.9 in bohr.
+std::vector<double> bond_ratios(const std::vector<MoleculeAtom>& atoms, std::vector<Nearest> sample, double slip) {
     // What is nearest among them tells how far away others may be: most atoms of a large molecule are farther from all.
     constexpr double infinite = std::numeric_limits<double>::infinity();
     Position low = {infinite, infinite, infinite};
@@ -271,14 +294,19 @@ std::vector<double> bond_ratios(const std::vector<MoleculeAtom>& atoms, double s
 void check_units(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings) {
     constexpr std::size_t fewest_atoms = 3;
     const bool in_bohr = length_unit(job.job) != 1;
-    const std::vector<double> ratios = bond_ratios(atoms, in_bohr ? bohr : 1 / bohr);
-    if (ratios.size() < fewest_atoms || !atoms.front().line) {
+    const double slip = in_bohr ? bohr : 1 / bohr;
+    std::vector<Nearest> sample = sample_of(atoms);
+    if (sample.size() < fewest_atoms || !atoms.front().line || (!in_bohr && has_bonds(sample, slip))) {
+        return;
+    }
+    const std::vector<double> ratios = bond_ratios(atoms, std::move(sample), slip);
+    if (ratios.size() < fewest_atoms) {
         return;
     }
     const double low = ratios[ratios.size() / 4];
     const double middle = ratios[ratios.size() / 2];
     const double high = ratios[ratios.size() * 3 / 4];
-    if (!in_bohr && low > 1.65 && middle > 1.7 && middle < 2.1 && high < 2.15) {
+    if (!in_bohr && low > least_stretched && middle > 1.7 && middle < 2.1 && high < 2.15) {
         Finding& finding =
             findings.add("GJF-M006", Severity::Warning,
                          "the distances look like bohr: all atoms are almost twice as far apart as bonded atoms are",

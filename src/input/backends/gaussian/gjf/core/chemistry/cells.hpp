@@ -8,7 +8,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <unordered_map>
+#include <vector>
 
 namespace quor::input::gaussian {
 
@@ -17,7 +17,7 @@ class Cells {
    public:
     /// Cubes are as long as the distance that is looked for, or `cubes` times as long: where few atoms lie in a cube, fewer
     /// cubes are then looked into.
-    explicit Cells(double reach, double cubes = 1) noexcept : reach_(reach), size_(cubes * reach) {}
+    explicit Cells(double reach, double cubes = 1) : reach_(reach), size_(cubes * reach) {}
 
     /// Tells whether `test` holds for an atom put in before that may lie within reach; asks no further then.
     template <typename Test>
@@ -27,8 +27,7 @@ class Cells {
         for (Cell cell = low; cell[0] <= high[0]; ++cell[0]) {
             for (cell[1] = low[1]; cell[1] <= high[1]; ++cell[1]) {
                 for (cell[2] = low[2]; cell[2] <= high[2]; ++cell[2]) {
-                    const auto range = atoms_.equal_range(key(cell));
-                    if (std::any_of(range.first, range.second, [&](const auto& entry) { return test(entry.second); })) {
+                    if (any_in(key(cell), test)) {
                         return true;
                     }
                 }
@@ -44,10 +43,47 @@ class Cells {
             return false;
         });
     }
-    void put(const Position& position, std::size_t atom) { atoms_.emplace(key(cell_of(position)), atom); }
+    void put(const Position& position, std::size_t atom) {
+        if (entries_.size() == chains_.size()) {
+            chains_.assign(2 * chains_.size(), nothing);
+            for (std::size_t i = 0; i < entries_.size(); ++i) {
+                chain(i);
+            }
+        }
+        entries_.push_back({key(cell_of(position)), atom, nothing});
+        chain(entries_.size() - 1);
+    }
 
    private:
     using Cell = std::array<std::int64_t, 3>;
+    static constexpr std::uint64_t mixing = 0x9E3779B97F4A7C15U;
+
+    // An atom, and the entry before it among those whose cubes share a chain.
+    struct Entry {
+        std::uint64_t key;
+        std::size_t atom;
+        std::size_t before;
+    };
+    static constexpr std::size_t nothing = static_cast<std::size_t>(-1);
+    static constexpr std::size_t fewest_chains = 64;  // a power of two
+
+    template <typename Test>
+    bool any_in(std::uint64_t cube, const Test& test) const {
+        for (std::size_t i = chains_[chain_of(cube)]; i != nothing; i = entries_[i].before) {
+            if (entries_[i].key == cube && test(entries_[i].atom)) {
+                return true;
+            }
+        }
+        return false;
+    }
+    std::size_t chain_of(std::uint64_t cube) const noexcept {
+        return static_cast<std::size_t>((cube * mixing) >> 32) & (chains_.size() - 1);
+    }
+    void chain(std::size_t entry) noexcept {
+        std::size_t& last = chains_[chain_of(entries_[entry].key)];
+        entries_[entry].before = last;
+        last = entry;
+    }
 
     Cell cell_of(const Position& position) const noexcept {
         constexpr double farthest = 1e15;  // farther out, cubes are joined, which costs time alone
@@ -62,14 +98,15 @@ class Cells {
     static std::uint64_t key(const Cell& cell) noexcept {
         std::uint64_t value = 0;
         for (const std::int64_t index : cell) {
-            value = value * 0x9E3779B97F4A7C15U + static_cast<std::uint64_t>(index);
+            value = value * mixing + static_cast<std::uint64_t>(index);
         }
         return value;
     }
 
     double reach_;
     double size_;
-    std::unordered_multimap<std::uint64_t, std::size_t> atoms_;
+    std::vector<Entry> entries_;
+    std::vector<std::size_t> chains_ = std::vector<std::size_t>(fewest_chains, nothing);  // each by its last entry
 };
 
 }  // namespace quor::input::gaussian
