@@ -17,7 +17,7 @@ import sys
 import tempfile
 
 RECORD = pathlib.Path(__file__).parent / "results/instructions.json"
-PIECES = ("small_read", "small_check", "small_read_write", "cartesian_read", "cartesian_check", "oniom_read", "routes")
+PIECES = ("small_read", "small_check", "small_read_write", "cartesian_read", "cartesian_check", "facts", "oniom_read", "routes")
 # Whole runs of the tool: what starting it takes, and what a command adds.
 COMMANDS = {
     "tool_version": ["--version"],

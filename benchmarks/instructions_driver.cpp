@@ -40,6 +40,8 @@ std::size_t small_read() { return GJFParser::parse_string(input_text("small.gjf"
 // An answer of its own for nothing found, which is what is to be found.
 std::size_t small_check() { return 1 + check_text(input_text("small.gjf")).size(); }
 std::size_t cartesian_check() { return 1 + check_text(input_text("cartesian_10000.gjf")).size(); }
+// All tables of facts, as the tool reads them to tell which is missing: a process reads them once.
+std::size_t facts() { return 1 + missing_for_checks().size(); }
 std::size_t small_job() { return read_and_write(input_text("small.gjf")); }
 std::size_t cartesian_job() { return GJFParser::parse_string(input_text("cartesian_10000.gjf")).geom.atoms.size(); }
 std::size_t oniom_job() { return GJFParser::parse_string(input_text("oniom_10000.gjf")).geom.atoms.size(); }
@@ -62,6 +64,7 @@ const struct {
               {"small_read_write", small_job},
               {"cartesian_read", cartesian_job},
               {"cartesian_check", cartesian_check},
+              {"facts", facts},
               {"oniom_read", oniom_job},
               {"routes", routes}};
 
@@ -101,7 +104,7 @@ int main(int argc, char** argv) {
     }
     for (const auto& entry : pieces) {
         if (argc == 2 && std::string_view(argv[1]) == entry.name) {
-            warm_up();
+            entry.run == facts ? void(default_route_schema()) : warm_up();
             std::size_t result = 0;
             measured_part([&] { result = entry.run(); });
             std::printf("%zu\n", result);

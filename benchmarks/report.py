@@ -23,7 +23,7 @@ import starting  # noqa: E402
 HISTORY = HERE / "results/history.md"
 DOCUMENT = HERE.parent / "docs/performance.md"
 MARKS = ("<!-- figures -->\n", "<!-- end of figures -->\n")
-BENCHMARKS = "^((read|write)/(small|large|oniom_large)|floor(_of_views)?/.*|read_file/(small|large)|route/25_words|schema/load)$"
+BENCHMARKS = "^((read|check|write)/(small|large|oniom_large)|floor(_of_views)?/.*|read_file/(small|large)|route/25_words|schema/load)$"
 BATCH = 10_000
 SAVED = 5_000
 MEMORY_FOLDER = pathlib.Path("/dev/shm")  # where Linux keeps files in memory
@@ -160,6 +160,21 @@ def add_reading(table, figures):
     table.add("allocations", "large job: allocations for each atom", figures["read/large"]["allocations_per_atom"], "{:.2f}")
 
 
+def add_checks(table, build, figures):
+    for key, name, most in (("small_check", "small", 4), ("large_check", "large", 3)):
+        table.add(key, f"check of the {name} job, times its read",
+                  figures[f"check/{name}"]["seconds"] / figures[f"read/{name}"]["seconds"], "{:.2f}", most=most,
+                  note=f"{1e6 * figures[f'check/{name}']['seconds']:,.0f} µs")
+    has_valgrind = shutil.which("valgrind") is not None
+    for key, name, piece in (("family", "the small job", "small_check"), ("large_family", "10,000 atoms", "cartesian_check")):
+        total, costs = instructions.costs_of_families(build, piece) if has_valgrind else (1, {})
+        dearest = max(costs, key=costs.get, default=None)
+        table.add(key, f"the dearest family of checks, of {name}, per cent of instructions", 100 * costs[dearest] / total if dearest else None,
+                  "{:.1f}", most=15, note=dearest or "needs valgrind")
+    table.add("facts", "all facts of a process, million instructions; 2.5 take about a millisecond",
+              instructions.count_piece(build, "facts") / 1e6 if has_valgrind else None, "{:.2f}", most=2.5, note="" if has_valgrind else "needs valgrind")
+
+
 def add_peers(table, peers):
     row = peers["large"]
     times = {peer: row["peers"].get(peer) for peer in compare_peers.OTHERS}
@@ -197,6 +212,7 @@ def measure(build, repetitions):
     figures = library_figures(build, repetitions)
     add_floors(table, figures, library_figures(build, repetitions, "^(read|floor)/(large|oniom_large)$", ["GLIBC_TUNABLES=" + KEEPING_MEMORY]))
     add_reading(table, figures)
+    add_checks(table, build, figures)
     peers = compare_peers.compare_in_own_python(build, 2.0)
     add_peers(table, peers)
     add_growth(table, build)
@@ -205,6 +221,7 @@ def measure(build, repetitions):
     one, two = check_seconds(build)
     table.add("check", f"`check -j 2` of {BATCH:,} files, times faster than `-j 1`", one / two, "{:.2f}", least=1.8,
               note=f"{one:.2f} s and {two:.2f} s, {os.cpu_count()} processors")
+    table.add("check_batch", f"`check -j 2` of {BATCH:,} files, s", two, "{:.2f}", most=0.2)
     add_saving(table, build)
     add_starting(table, build, figures)
     return table, peers
