@@ -22,7 +22,7 @@ TEST(Checker, HintsAtNearNames) {
         {"# hf/sto-3g opt=calfc", "GJF-R001", "did you mean calcfc?"},
         {"# m06-2x/sto-3g", "GJF-W005", "did you mean m062x?"},
         {"# hf/def2-tzvp", "GJF-W005", "did you mean def2tzvp?"},
-        {"# bl3yp/sto-3g", "GJF-W005", "did you mean b3lyp or blyp?"},
+        {"# bl3yp/sto-3g", "GJF-W005", "did you mean b3lyp?"},
         {"# hf/sto-3g frq", "GJF-W005", "did you mean freq?"},
         {"%nprocshard=2\n# hf/sto-3g", "GJF-L001", "did you mean nprocshared?"},
         {"# hf/sto-3g scrf=(solvent=acetonitril3)", "GJF-R012", "did you mean acetonitrile?"},
@@ -86,12 +86,14 @@ TEST(Checker, IsSureOnlyOfOneSlipInsideALongName) {
 }
 
 TEST(NearNames, AreAFewLettersAway) {
-    const std::vector<std::string> names = {"calcfc", "calcall", "readfc", "ts", "def2tzvp", "b3lyp", "rb3lyp"};
+    const std::vector<std::string> names = {"calcfc", "calcall", "readfc", "ts", "def2tzvp", "b3lyp", "rb3lyp", "blyp"};
     const std::pair<std::string, std::string> cases[] = {
         {"calfc", "did you mean calcfc?"},
         {"clacfc", "did you mean calcfc?"},
         {"calcfcx", "did you mean calcfc?"},
-        {"bl3yp", "did you mean b3lyp?"},
+        {"bl3yp", "did you mean b3lyp?"},  // letters that changed places before one too many
+        {"b3lp", "did you mean b3lyp or blyp?"},
+        {"lbyp", "did you mean blyp?"},
         {"def2-tzvp", "did you mean def2tzvp?"},
         {"xyz", ""},
         {"t", ""},

@@ -67,6 +67,17 @@ std::size_t length_difference(std::string_view a, std::string_view b) noexcept {
     return a.size() > b.size() ? a.size() - b.size() : b.size() - a.size();
 }
 
+// Letters that changed places are a slip of the fingers; a letter too many or too few may be another name.
+void keep_rearrangements(std::vector<std::string>& names, const std::string& wanted) {
+    const auto has_other_letters = [&](const std::string& name) {
+        const std::string candidate = without_dashes(name);
+        return !std::is_permutation(wanted.begin(), wanted.end(), candidate.begin(), candidate.end());
+    };
+    if (!std::all_of(names.begin(), names.end(), has_other_letters)) {
+        names.erase(std::remove_if(names.begin(), names.end(), has_other_letters), names.end());
+    }
+}
+
 using Completions = std::vector<std::string> (SimpleYAMLParser::*)(const std::string& prefix) const;
 
 // An empty prefix completes to nothing, so the words are asked for by their first characters.
@@ -103,6 +114,7 @@ std::vector<std::string> near_names(std::string_view word, const std::vector<std
         }
         found.push_back(name);
     }
+    keep_rearrangements(found, wanted);
     // The names most like the word come first: same first letter, then same length.
     std::stable_sort(found.begin(), found.end(), [&](const std::string& a, const std::string& b) {
         const auto other_letter = [&](const std::string& name) { return name.front() != wanted.front(); };
