@@ -1,6 +1,6 @@
 """Runs the recipes of docs/integrate.md, and the hooks for pre-commit in a fresh repository.
 
-What is not installed (pre-commit, git, vim, emacs) is left out, and said; of Emacs the pattern is tried in any case.
+What is not installed (pre-commit, git, vim, emacs) is left out, and said; the pattern of Emacs is tried in any case.
 
 Usage: integrate_test.py TOOL SOURCE WORK_FOLDER
 """
@@ -18,6 +18,21 @@ ALIGNED = GOOD.replace("He 0.0 0.0 0.0", " He  0.0  0.0  0.0")
 FIXABLE = ALIGNED.rstrip("\n") + "\n"
 WARNED = GOOD + "left\nover\n\n"
 WANTED = [("bad.gjf", 5, 1, "error"), ("warned.gjf", 8, 1, "warning")]
+
+
+# Checks a file as M-x does, and goes to the first finding; prints where point is then, and of which type the finding is.
+VISIT = """
+(defun visit (name)
+  (find-file name)
+  (quor-gjf-check)
+  (while (get-buffer-process "*compilation*") (accept-process-output nil 0.1))
+  (let ((type (with-current-buffer "*compilation*"
+                (compilation--ensure-parse (point-max))
+                (goto-char (point-min))
+                (compilation--message->type (compilation-next-error 1)))))
+    (next-error 1 t)
+    (princ (format "%s:%d:%d:%d\\n" (file-name-nondirectory buffer-file-name) (line-number-at-pos) (current-column) type))))
+"""
 
 
 class Place:
@@ -104,10 +119,13 @@ def emacs(recipe, place):
              for m in re.finditer(pattern, lines_of_gcc(place), re.MULTILINE)]
     assert found == WANTED, found
     if not shutil.which("emacs"):
-        return "Emacs (its pattern alone: it is not installed)"
+        return "Emacs left out: it is not installed (its pattern was tried)"
     place.write("check.el", recipe)
-    code, _, err = place.run("emacs", "--batch", "-Q", "-l", str(place.folder / "check.el"), "--eval", "(unless (fboundp 'quor-gjf-check) (kill-emacs 3))")
-    assert code == 0, err
+    place.write("visit.el", VISIT)
+    for name, line, column, severity in WANTED:
+        code, out, err = place.run("emacs", "--batch", "-Q", "-l", str(place.folder / "check.el"), "-l", str(place.folder / "visit.el"),
+                                   "--eval", f'(visit "{name}")')
+        assert code == 0 and out == f"{name}:{line}:{column - 1}:{['note', 'warning', 'error'].index(severity)}\n", (code, out, err)
     return "Emacs"
 
 
