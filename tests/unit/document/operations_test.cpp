@@ -24,6 +24,19 @@ TEST(Operations, KeepOrderAndLetterCaseOfOptions) {
              option("scf", "Conver")(e);
          },
          helium("# hf scf=(XQC,Tight,Conver)")},
+        {"of one name to two keywords", helium("# hf"),
+         [](GJFEditor& e) {
+             e.add_keyword_with_options("opt", {{"MaxCycles", "9"}, {"Tight", std::nullopt}});
+             e.add_keyword_with_options("scf", {{"tight", std::nullopt}, {"maxcycles", "5"}});
+         },
+         helium("# hf opt=(MaxCycles=9,Tight) scf=(tight,maxcycles=5)")},
+        {"to a keyword in another spelling", helium("# hf Optimization=CalcFC"),
+         [](GJFEditor& e) {
+             option("scf", "tight")(e);
+             option("OPT", "Tight")(e);
+             option("opt", "NoEigen")(e);
+         },
+         helium("# hf Optimization=(CalcFC,Tight,NoEigen) scf=tight")},
         {"beside others", helium("# hf Opt=(Tight,CalcFC)"),
          [](GJFEditor& e) {
              option("opt", "TS")(e);

@@ -48,7 +48,7 @@ struct JobRewriting {
     const GJFData& after;
     const std::vector<ExtraInputSection>& sections;  ///< those that should be there, in place of those of `after`
     const std::vector<std::size_t>& origins;         ///< of the atoms of `after`
-    const std::vector<std::string>& given_options;   ///< as `GJFEditor::given_options`
+    const std::vector<GivenOption>& given_options;   ///< as `GJFEditor::given_options`
     AtomPlaces places;
     bool force = false;
     LineEdits& edits;

@@ -39,7 +39,7 @@ struct OptionChanges {
 std::vector<std::string> as_given(const Options& options, const std::vector<std::string>& given) {
     std::vector<std::string> texts;
     Options left = options;
-    // What was given last says where it stands: another keyword may have been given an option of this name before.
+    // What was given last says where it stands.
     for (auto name = given.rbegin(); name != given.rend(); ++name) {
         if (const auto found = left.find(to_lower_copy(*name)); found != left.end()) {
             texts.insert(texts.begin(), option_text(*name, found->second));
@@ -185,7 +185,7 @@ class KeywordMatch {
 class RouteRewriter {
    public:
     RouteRewriter(RouteText& text, const ParsedKeywords& before, const ParsedKeywords& after,
-                  const std::vector<std::string>& given)
+                  const std::vector<GivenOption>& given)
         : text_(text),
           before_(before),
           after_(after),
@@ -217,16 +217,28 @@ class RouteRewriter {
     }
 
    private:
+    // Returns the names of the options that a keyword was given, however it was spelt.
+    std::vector<std::string> given_to(const KeywordInfo& keyword) const {
+        std::vector<std::string> names;
+        for (const GivenOption& given : given_) {
+            if (default_route_schema().keywords_equivalent(given.keyword, keyword.name)) {
+                names.push_back(given.option);
+            }
+        }
+        return names;
+    }
+
     // Writes a keyword that was not there.
     std::string new_keyword(const KeywordInfo& keyword) const {
-        const bool is_given = std::any_of(given_.begin(), given_.end(), [&](const std::string& name) {
+        const std::vector<std::string> given = given_to(keyword);
+        const bool is_given = std::any_of(given.begin(), given.end(), [&](const std::string& name) {
             return keyword.options.count(to_lower_copy(name)) > 0;
         });
         if (!is_given && !keyword.raw.empty()) {
             return keyword.raw;
         }
         std::vector<RouteOption> options;
-        for (const std::string& text : as_given(keyword.options, given_)) {
+        for (const std::string& text : as_given(keyword.options, given)) {
             const std::size_t equals = text.find('=');
             options.push_back({text.substr(0, equals), equals == std::string::npos
                                                            ? std::nullopt
@@ -253,12 +265,13 @@ class RouteRewriter {
             const bool same = !gone && after_.keywords[j].options == old.options;
             changed = changed || !same;
             if (!gone) {
+                const KeywordInfo& wanted = after_.keywords[j];
                 text +=
-                    (text.empty() ? "" : " ") + (same ? old.raw : with_options(old.raw, after_.keywords[j].options, given_));
+                    (text.empty() ? "" : " ") + (same ? old.raw : with_options(old.raw, wanted.options, given_to(wanted)));
             }
         }
         const bool in_place = changed && segment.read.keyword_count == 1 && match_.partner[first] != KeywordMatch::none &&
-                              change_list(segment.read.place, after_.keywords[match_.partner[first]].options);
+                              change_list(segment.read.place, after_.keywords[match_.partner[first]]);
         if (changed && !in_place) {
             text_.replace(segment.read.place, text);
         }
@@ -266,12 +279,12 @@ class RouteRewriter {
 
     // Changes options where they stand when the keyword has several stretches, so that blanks, lines and comments between
     // them stay. Returns false, and changes nothing, when it is no list in parentheses or none of its options stays.
-    bool change_list(Span place, const Options& options) {
+    bool change_list(Span place, const KeywordInfo& keyword) {
         const std::string raw(place.in(text_.tree().text));
         const KeywordShape shape = keyword_shape(raw);
         const bool is_list =
             raw.back() == ')' && !shape.items.empty() && raw[raw.find_last_not_of(" \t", shape.items[0].begin - 1)] == '(';
-        const OptionChanges changes = option_changes(raw, shape.items, options, given_);
+        const OptionChanges changes = option_changes(raw, shape.items, keyword.options, given_to(keyword));
         const auto stays = [](const std::optional<std::string>& item) { return item.has_value(); };
         const auto last = std::find_if(changes.written.rbegin(), changes.written.rend(), stays);
         if (!is_list || !text_.has_several_stretches(place) || last == changes.written.rend()) {
@@ -383,7 +396,7 @@ class RouteRewriter {
     RouteText& text_;
     const ParsedKeywords& before_;
     const ParsedKeywords& after_;
-    const std::vector<std::string>& given_;  // names of options
+    const std::vector<GivenOption>& given_;
     KeywordMatch match_;
     std::vector<Segment> segments_;
     bool model_changed_ = false;

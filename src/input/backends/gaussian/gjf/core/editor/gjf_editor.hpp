@@ -327,9 +327,9 @@ class QUOR_GJF_API GJFEditor {
     /// Takes an option from every keyword of a name, whichever way it is spelt; with a value, only where it has that value.
     /// Returns whether there was one; a keyword without options stays.
     bool remove_keyword_option(const std::string& keyword, const RouteOption& option);
-    /// Returns the names of options that were given to keywords, in their letter case and order: an interpreted route has
-    /// them sorted and in lower case.
-    const std::vector<std::string>& given_options() const noexcept;
+    /// Returns the options that were given to keywords, in their letter case and order: an interpreted route has them sorted
+    /// and in lower case.
+    const std::vector<GivenOption>& given_options() const noexcept;
     /// Removes all keywords equivalent to a name; does nothing while the route is not interpreted.
     void remove_keyword_by_name(const std::string& name);
     /// Writes the words from an interpretation given by `set_parsed_keywords`.
@@ -370,7 +370,7 @@ class QUOR_GJF_API GJFEditor {
     void install_sections(std::vector<ExtraInputSection> sections, std::vector<SectionNumbering> numberings);
     ParsedKeywords interpreted_route() const;
     void install_route(ParsedKeywords route);
-    void install_route(ParsedKeywords route, const std::vector<RouteOption>& given);
+    void install_route(ParsedKeywords route, const std::string& keyword, const std::vector<RouteOption>& given);
     void install_control(std::vector<std::string> words, std::optional<ParsedKeywords> route);
     ConnectivitySection* bonds_of_the_list();
     SectionNumbering numbering_of(const std::vector<std::size_t>& atom_origins) const;
@@ -380,7 +380,7 @@ class QUOR_GJF_API GJFEditor {
     std::vector<std::size_t> atom_origins_;
     std::size_t taken_atoms_;
     std::vector<SectionNumbering> section_numberings_;  // one for each extra input section
-    std::vector<std::string> given_options_;
+    std::vector<GivenOption> given_options_;
     std::optional<EditRecord> record_;
 };
 

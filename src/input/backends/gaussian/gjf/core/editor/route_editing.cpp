@@ -194,15 +194,16 @@ void GJFEditor::install_route(ParsedKeywords route) {
 }
 
 // Options that are given now may be told from those given before by their places alone.
-void GJFEditor::install_route(ParsedKeywords route, const std::vector<RouteOption>& given) {
-    std::vector<std::string> names = given_options_;
-    std::transform(given.begin(), given.end(), std::back_inserter(names),
-                   [](const RouteOption& option) { return std::string(trim_view(option.name)); });
+void GJFEditor::install_route(ParsedKeywords route, const std::string& keyword, const std::vector<RouteOption>& given) {
+    std::vector<GivenOption> all = given_options_;
+    std::transform(given.begin(), given.end(), std::back_inserter(all), [&](const RouteOption& option) {
+        return GivenOption{keyword, std::string(trim_view(option.name))};
+    });
     install_route(std::move(route));
-    given_options_.swap(names);
+    given_options_.swap(all);
 }
 
-const std::vector<std::string>& GJFEditor::given_options() const noexcept { return given_options_; }
+const std::vector<GivenOption>& GJFEditor::given_options() const noexcept { return given_options_; }
 
 void GJFEditor::update_route_from_parsed_keywords() {
     if (has_parsed_keywords()) {
@@ -291,7 +292,7 @@ void GJFEditor::add_keyword_with_options(const std::string& name, const std::vec
     const std::string keyword = require_keyword(name);
     ParsedKeywords route = interpreted_route();
     route.keywords.push_back(make_keyword(keyword, options));
-    install_route(std::move(route), options);
+    install_route(std::move(route), keyword, options);
 }
 
 void GJFEditor::upsert_keyword(const std::string& name) { upsert_keyword_with_options(name, {}); }
@@ -302,21 +303,21 @@ void GJFEditor::upsert_keyword_with_options(const std::string& name, const std::
     KeywordInfo* first = find_keyword(route, keyword);
     if (first == nullptr) {
         route.keywords.push_back(make_keyword(keyword, options));
-        install_route(std::move(route), options);
+        install_route(std::move(route), keyword, options);
         return;
     }
     replace_options(route, *first, keyword, options);
     const auto rest = route.keywords.begin() + (first - route.keywords.data()) + 1;
     const auto repeats = [&](const KeywordInfo& other) { return same_keyword(other.name, keyword); };
     route.keywords.erase(std::remove_if(rest, route.keywords.end(), repeats), route.keywords.end());
-    install_route(std::move(route), options);
+    install_route(std::move(route), keyword, options);
 }
 
 void GJFEditor::ensure_keyword_option(const std::string& keyword, const RouteOption& option) {
     const std::string name = require_keyword(keyword);
     ParsedKeywords route = interpreted_route();
     store_option(route, name, option);
-    install_route(std::move(route), {option});
+    install_route(std::move(route), name, {option});
 }
 
 void GJFEditor::set_keyword_variable(const std::string& keyword, const std::string& variable, const std::string& value) {

@@ -18,6 +18,12 @@ struct RouteOption {
     std::optional<std::string> value;
 };
 
+/// An option as it was given to a keyword, by names.
+struct GivenOption {
+    std::string keyword;  ///< in lower case
+    std::string option;
+};
+
 /// Reads an option as it is written in a list: "calcfc" or "maxcycles=50".
 QUOR_GJF_API RouteOption read_route_option(std::string_view text);
 
