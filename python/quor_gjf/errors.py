@@ -15,10 +15,11 @@ for _error in (ParseError, WriteError):
     _error.__module__ = "quor_gjf"
 ParseError.__doc__ = """Malformed job text, or an edit that is refused; the job is as it was. A ``ValueError``.
 
-``filename`` and ``line`` (from 1) tell where the text is malformed; None where there is no file, and in a refused edit.
+``filename``, ``line`` and ``column`` (from 1, in bytes) tell where the text is malformed; None where there is no file, and in a refused edit.
 """
 ParseError.filename = None
 ParseError.line = None
+ParseError.column = None
 WriteError.__doc__ = "A job that cannot be written without loss, or over a file that has changed; nothing is written. A ``ValueError``."
 
 

@@ -200,7 +200,7 @@ class UnreadableJob(Job):
     """A job of a file that cannot be read, among others that can.
 
     It keeps its text, which ``str(job)`` returns, and its place among the others when these are saved. Any other use raises the
-    ParseError that tells why, with ``filename`` and ``line``.
+    ParseError that tells why, with ``filename``, ``line`` and ``column``.
 
     >>> jobs = gjf.loads_all(str(job) + "\\n--Link1--\\n# hf/sto-3g\\n\\nbroken\\n\\n0 x\\nHe 0 0 0\\n")
     >>> jobs[1].title

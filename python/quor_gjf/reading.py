@@ -82,12 +82,12 @@ def read_many(paths: Iterable[PathLike], threads: Optional[int] = None, *, all_j
     refuse_odd_arguments(threads, on_error)
     names = [os.fsdecode(path) for path in paths]
     results: List[Union[Job, Jobs, ParseError, None]] = []
-    for name, (natives, message, line) in zip(names, _core.read_many(names, all_jobs, threads or 0)):
+    for name, (natives, message, line, column) in zip(names, _core.read_many(names, all_jobs, threads or 0)):
         if not message:
             results.append(_jobs(natives, name) if all_jobs else Job._of(natives[0], name))
             continue
         error = file_error(ParseError(message), name)
-        error.line = line or None
+        error.line, error.column = line or None, column or None
         if on_error == "raise":
             raise error
         results.append(error if on_error == "return" else None)

@@ -17,10 +17,12 @@ namespace {
 
 using namespace quor::input::gaussian;
 
-std::size_t line_of_fault(const std::string& text) {
+FaultPlace place_of(const JobReading& job) { return {job.error_line, job.error_column}; }
+
+FaultPlace place_of_fault(const std::string& text) {
     const std::vector<JobReading> jobs = read_jobs_with_layout(text);
     const auto bad = std::find_if(jobs.begin(), jobs.end(), [](const JobReading& job) { return !job.error.empty(); });
-    return bad == jobs.end() ? 0 : bad->error_line;
+    return bad == jobs.end() ? FaultPlace() : place_of(*bad);
 }
 
 // A number beyond its range is malformed text like any other.
@@ -29,9 +31,9 @@ auto read_guarded(const std::string& text, Read read) {
     try {
         return read(text);
     } catch (const std::out_of_range& error) {
-        throw MalformedText(GJFParseException(error.what()).what(), line_of_fault(text));
+        throw MalformedText(GJFParseException(error.what()).what(), place_of_fault(text));
     } catch (const GJFParseException& error) {
-        throw MalformedText(error.what(), line_of_fault(text));
+        throw MalformedText(error.what(), place_of_fault(text));
     }
 }
 
@@ -146,7 +148,7 @@ std::vector<JobHandle> read_all_jobs(std::string text) {
             job.editor = GJFEditor(std::move(reading.job));
         }
         job.fault = std::move(reading.error);
-        job.fault_line = reading.error_line;
+        job.fault_place = place_of(reading);
     }
     return jobs;
 }
@@ -154,7 +156,7 @@ std::vector<JobHandle> read_all_jobs(std::string text) {
 void JobHandle::refuse_unreadable() const {
     if (!readable()) {
         const GJFParseException of_job("Job " + std::to_string(index + 1) + ": " + GJFParseException(fault).what());
-        throw MalformedText(of_job.what(), fault_line);
+        throw MalformedText(of_job.what(), fault_place);
     }
 }
 

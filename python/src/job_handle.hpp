@@ -19,14 +19,20 @@ class WriteError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
+/// Where a text cannot be read, from 1; 0 when there is no such place.
+struct FaultPlace {
+    std::size_t line = 0;
+    std::size_t column = 0;
+};
+
 /// Reports a text that cannot be read as jobs, and where; `what()` is as of `GJFParseException`.
 class MalformedText : public std::runtime_error {
    public:
-    MalformedText(const char* message, std::size_t line) : std::runtime_error(message), line_(line) {}
-    std::size_t line() const noexcept { return line_; }  ///< from 1; 0 when there is none
+    MalformedText(const char* message, FaultPlace place) : std::runtime_error(message), place_(place) {}
+    const FaultPlace& place() const noexcept { return place_; }
 
    private:
-    std::size_t line_;
+    FaultPlace place_;
 };
 
 /// A text that was read. It never changes, so that its jobs and their copies share it, in any threads.
@@ -46,8 +52,8 @@ struct JobHandle {
     quor::input::gaussian::GJFEditor editor{quor::input::gaussian::GJFData{}};
     Source source;           ///< none for a job that was not read
     std::size_t index = 0;   ///< of the job among those of the source
-    std::string fault = {};  ///< why it cannot be read, and in which line of the source; it stays a text then, without data
-    std::size_t fault_line = 0;
+    std::string fault = {};  ///< why it cannot be read, and where in the source; it stays a text then, without data
+    FaultPlace fault_place = {};
 
     bool readable() const noexcept { return fault.empty(); }
     /// Throws `MalformedText` for a job that cannot be read.

@@ -17,7 +17,9 @@ PYBIND11_MODULE(_core, module) {
         } catch (const MalformedText& error) {
             const py::object parse_error = py::module_::import("quor_gjf._core").attr("ParseError");
             const py::object raised = parse_error(to_python(error.what()));
-            raised.attr("line") = error.line() == 0 ? py::object(py::none()) : py::object(py::int_(error.line()));
+            for (const auto& [name, number] : {std::pair{"line", error.place().line}, {"column", error.place().column}}) {
+                raised.attr(name) = number == 0 ? py::object(py::none()) : py::object(py::int_(number));
+            }
             PyErr_SetObject(parse_error.ptr(), raised.ptr());
         }
     });

@@ -19,7 +19,7 @@ using namespace quor::input::gaussian;
 struct Outcome {
     std::vector<JobHandle> jobs;
     std::string error;
-    std::size_t line = 0;  ///< of the error
+    FaultPlace place;  ///< of the error
 };
 
 Outcome read_one(const std::string& path, bool all_jobs) noexcept {
@@ -33,7 +33,7 @@ Outcome read_one(const std::string& path, bool all_jobs) noexcept {
         }
     } catch (const MalformedText& error) {
         outcome.error = error.what();
-        outcome.line = error.line();
+        outcome.place = error.place();
     } catch (const std::exception& error) {
         outcome.error = error.what();
     }
@@ -49,7 +49,8 @@ py::list read_many(std::vector<Text> paths, bool all_jobs, unsigned threads) {
     }
     py::list results;
     for (Outcome& outcome : outcomes) {
-        results.append(py::make_tuple(std::move(outcome.jobs), to_python(outcome.error), outcome.line));
+        results.append(
+            py::make_tuple(std::move(outcome.jobs), to_python(outcome.error), outcome.place.line, outcome.place.column));
     }
     return results;
 }
@@ -122,7 +123,7 @@ void bind_reading(py::module_& module) {
             jobs[i]->editor.ensure_parsed_keywords();
             readings[i].job = jobs[i]->editor.get_data();
             readings[i].error = jobs[i]->fault;
-            readings[i].error_line = jobs[i]->fault_line;
+            readings[i].error_line = jobs[i]->fault_place.line;
         }
         std::string line = readings_json(path.value, readings);
         line.pop_back();

@@ -257,7 +257,7 @@ def test_no_leak_over_ten_thousand_reads(tmp_path):
 
 
 WRONG_LINES = [
-    ("# hf\n\nt\n\n0 one\nH 0 0 0\n\n", 5), ("\n\n", None), ("# hf\n\nt\n\n0 99999999999\nH 0 0 0\n\n", 5),
+    ("# hf\n\nt\n\n0 one\nH 0 0 0\n\n", 5), ("\n\n", None), ("# hf\n\nt\n\n0 1\n  H 0 0 0\n  H 0 0 1e999\n\n", 7), ("# hf\n\nt\n\n0 99999999999\nH 0 0 0\n\n", 5),
     ("# hf\n\nt\n\n0 two\nH 0 0 0\n\n--Link1--\n# hf\n\nt\n\n0 one\nH 0 0 0\n\n", 5),
 ]
 
@@ -266,19 +266,20 @@ WRONG_LINES = [
 def test_errors_tell_file_and_line(text, line, folder):
     with pytest.raises(gjf.ParseError) as caught:
         gjf.loads_all(text)
-    assert (caught.value.filename, caught.value.line) == (None, line) and "GJF Parse Error: " in str(caught.value)
+    column = line and 1
+    assert (caught.value.filename, caught.value.line, caught.value.column) == (None, line, column) and "GJF Parse Error: " in str(caught.value)
     (folder / "bad.gjf").write_text(text)
     with pytest.raises(gjf.ParseError) as caught:
         gjf.read_all("bad.gjf")
-    assert (caught.value.filename, caught.value.line) == ("bad.gjf", line)
+    assert (caught.value.filename, caught.value.line, caught.value.column) == ("bad.gjf", line, column)
     [error] = gjf.read_many(["bad.gjf"], all_jobs=True, on_error="return")
-    assert (error.filename, error.line) == ("bad.gjf", line)
+    assert (error.filename, error.line, error.column) == ("bad.gjf", line, column)
 
 
 def test_errors_of_edits_have_no_place(job):
     with pytest.raises(gjf.ParseError) as caught:
         job.reorder([0, 0, 1])
-    assert (caught.value.filename, caught.value.line) == (None, None)
+    assert (caught.value.filename, caught.value.line, caught.value.column) == (None, None, None)
 
 
 HALF_READ = """#p hf/sto-3g
@@ -322,7 +323,7 @@ def test_jobs_that_cannot_be_read_keep_their_text_and_place(folder):
                     lambda job: setattr(job, "charge", 1), lambda job: job.report()):
             with pytest.raises(gjf.ParseError, match="GJF Parse Error: Job 2: GJF Parse Error: Invalid charge/spin line: x 1") as caught:
                 use(jobs[1])
-            assert (caught.value.filename, caught.value.line) == (jobs[1].path, 13)
+            assert (caught.value.filename, caught.value.line, caught.value.column) == (jobs[1].path, 13, 1)
         repr(jobs)
         jobs[2].charge = 2
         assert str(jobs) == HALF_READ.replace("0 1\nNe", "2 1\nNe")

@@ -97,6 +97,7 @@ TEST(JobLayout, NamesTheLineOfAFailure) {
         std::string text;
         std::string error;
         std::size_t line;
+        std::size_t column = 1;
     };
     const std::string head = "# hf/sto-3g geom=connectivity\n\nt\n\n";
     const Case cases[] = {
@@ -113,6 +114,7 @@ TEST(JobLayout, NamesTheLineOfAFailure) {
         const JobReading reading = read_one(c.text);
         EXPECT_EQ(reading.error, c.error) << c.text;
         EXPECT_EQ(reading.error_line, c.line) << c.text;
+        EXPECT_EQ(reading.error_column, c.column) << c.text;
     }
 }
 

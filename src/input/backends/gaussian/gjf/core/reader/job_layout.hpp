@@ -84,6 +84,7 @@ struct JobReading {
     bool structure_uncertain = false;  ///< what the parts were taken for is in doubt
     std::string error;                 ///< of the first fault that is not harmless; empty when the job was read whole
     std::size_t error_line = 0;        ///< where that fault lies
+    std::size_t error_column = 0;
 };
 
 /// Reads every job of a text as `GJFParser` does, and where its parts stand. Blank pieces between --Link1-- lines are passed

@@ -343,7 +343,9 @@ JobReading read_job_piece(const JobPiece& piece) {
                                         [](const ReadingFault& found) { return found.harmless; });
     if (fault != reading.faults.end()) {
         reading.error = fault->message;
-        reading.error_line = reading.layout.faults[static_cast<std::size_t>(fault - reading.faults.begin())].line;
+        const TextPlace& place = reading.layout.faults[static_cast<std::size_t>(fault - reading.faults.begin())];
+        reading.error_line = place.line;
+        reading.error_column = place.column;
     }
     return reading;
 }
