@@ -210,12 +210,45 @@ Candidates route_words(const std::string& text, std::string& part) {
     return candidates;
 }
 
+Candidates fields() {
+    Candidates candidates;
+    for (const JobField& field : job_fields()) {
+        candidates.push_back({field.name, field.description});
+    }
+    return candidates;
+}
+
+// What completes the last word of a condition: a field, its value where that is a word of a route, or a word of a route.
+Candidates condition_words(const std::string& text, std::string& part) {
+    part = text.substr(text.find_last_of(' ') + 1);
+    part.erase(0, part.find_first_not_of('('));
+    const std::size_t sign = part.find_first_of("=!~");
+    const JobField* field = sign == std::string::npos ? nullptr : find_job_field(part.substr(0, sign));
+    if (field != nullptr && (field->form == FieldForm::Method || field->form == FieldForm::Basis)) {
+        const std::size_t value = part.find_first_not_of("=!~", sign);
+        const std::string begin = value == std::string::npos ? std::string() : part.substr(value);
+        return completed({field->form == FieldForm::Basis ? RouteEnd::Basis : RouteEnd::Method, {}, begin}, part);
+    }
+    Candidates candidates = sign == std::string::npos ? fields() : Candidates();
+    const Candidates words = route_words(std::string(part), part);
+    candidates.insert(candidates.begin(), words.begin(), words.end());
+    return candidates;
+}
+
 // Returns the values of an option that are words of a route; `part` is the part of the value that they replace.
 Candidates words_of_value(std::string_view option, std::string& part) {
+    if (option == "--where") {
+        return condition_words(std::string(part), part);
+    }
+    if (option == "--fields") {
+        part = part.substr(part.find_last_of(',') + 1);
+        return fields();
+    }
     if (option == "--method" || option == "--basis") {
         return completed({option == "--basis" ? RouteEnd::Basis : RouteEnd::Method, {}, part}, part);
     }
-    constexpr std::array<std::string_view, 4> routes = {"--option", "--remove-option", "--keyword", "--remove-keyword"};
+    constexpr std::array<std::string_view, 5> routes = {"--option", "--remove-option", "--add-keyword", "--remove-keyword",
+                                                        "--route"};
     const bool is_route = std::find(routes.begin(), routes.end(), option) != routes.end();
     return is_route ? route_words(part, part) : Candidates();
 }
@@ -278,12 +311,15 @@ Candidates candidates_at(const CLI::App& tool, const Words& words, std::string& 
     const CLI::App* command = &tool;
     const CLI::Option* waiting = nullptr;
     std::size_t first = 1;  // behind the command
+    bool has_argument = false;
     for (std::size_t i = 1; i + 1 < words.size(); ++i) {
         const CLI::Option* option = waiting != nullptr ? nullptr : option_named(*command, words[i]);
         waiting = option != nullptr && has_value(*option) ? option : nullptr;
         if (const CLI::App* below = command_named(*command, words[i])) {
             command = below;
             first = i + 1;
+        } else if (waiting == nullptr && option == nullptr) {
+            has_argument = true;
         }
     }
     part = words.back();
@@ -303,6 +339,9 @@ Candidates candidates_at(const CLI::App& tool, const Words& words, std::string& 
     }
     const bool takes_route = command->get_name() == "route" || command->get_name() == "complete" ||
                              (command->get_name() == "show" && command->get_parent()->get_name() == "schema");
+    if (command->get_name() == "find" && !has_argument) {
+        return condition_words(std::string(part), part);
+    }
     return takes_route ? route_words(joined(words, first), part) : Candidates{{":files", {}}};
 }
 

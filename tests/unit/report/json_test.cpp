@@ -142,6 +142,8 @@ TEST(ReportJson, TellsWhatCompletesARoute) {
         {{RouteEnd::Method, {}, "b3"}, R"("context":"method","prefix":"b3")"},
         {{RouteEnd::Basis, {}, "6"}, R"("context":"basis set","prefix":"6")"},
         {{RouteEnd::Option, "opt", ""}, R"("context":"option","keyword":"opt","prefix":"")"},
+        {{RouteEnd::Value, "scrf", "wa", "solvent"},
+         R"("context":"value","keyword":"scrf","option":"solvent","prefix":"wa")"},
         {{RouteEnd::Other, {}, {}}, R"("context":"other","prefix":"")"},
     };
     for (const auto& row : rows) {

@@ -17,6 +17,8 @@ const char* name_of(RouteEnd end) {
             return "basis set";
         case RouteEnd::Option:
             return "option";
+        case RouteEnd::Value:
+            return "value";
         case RouteEnd::Other:
             break;
     }
@@ -32,9 +34,10 @@ Json json_of_role(bool known, bool exact, const std::vector<std::string>& comple
 std::string completion_json(const RouteContext& context, const std::vector<Completion>& completions) {
     Json object = versioned();
     object["context"] = name_of(context.end);
-    if (context.end == RouteEnd::Option) {
+    if (context.end == RouteEnd::Option || context.end == RouteEnd::Value) {
         object["keyword"] = context.keyword;
     }
+    set_text(object, "option", context.option);
     object["prefix"] = context.prefix;
     object["completions"] = list_of(completions, [](const Completion& word) -> Json {
         return {{"text", word.text}, {"roles", word.roles}};

@@ -1,4 +1,6 @@
 // Finds the place at the end of a route and asks the vocabulary what may stand there.
+#include <gjf/core/knowledge/facts.hpp>
+#include <gjf/core/knowledge/route_facts.hpp>
 #include <gjf/core/route/route_completion.hpp>
 #include <gjf/core/schema/route_schema_cache.hpp>
 #include <gjf/core/text/text.hpp>
@@ -47,14 +49,38 @@ RouteContext model_chemistry(std::string_view text, RouteEnd first) {
     return {second ? RouteEnd::Method : RouteEnd::Basis, {}, std::string(text.substr(slash + 1))};
 }
 
+// What may stand behind the "=" of an option, where it is known.
+std::vector<std::string> known_values(const std::string& keyword, const std::string& option) {
+    const SimpleYAMLParser& schema = default_route_schema();
+    const std::string name = schema.normalize_option(keyword, option);
+    const std::string of = schema.normalize_keyword(keyword);
+    if (of == "scrf" && name == "solvent") {
+        return solvent_names();
+    }
+    std::vector<std::string_view> values;
+    for (const OptionValue& row : option_values(of)) {
+        if (values.empty() && lists_word(row.options, name)) {
+            split_fields(row.names, FieldSeparators::WhiteSpace, true, values);
+        }
+    }
+    return {values.begin(), values.end()};
+}
+
 RouteContext option_context(std::string_view keyword, std::string_view list) {
     const std::size_t comma = list.rfind(',');
     const std::string_view item = without_leading_blanks(comma == std::string_view::npos ? list : list.substr(comma + 1));
     while (!keyword.empty() && (keyword.back() == '=' || is_trim_character(keyword.back()))) {
         keyword.remove_suffix(1);
     }
-    const bool value = item.find('=') != std::string_view::npos;
-    return {value ? RouteEnd::Other : RouteEnd::Option, std::string(keyword), std::string(item)};
+    const std::size_t equals = item.find('=');
+    if (equals == std::string_view::npos) {
+        return {RouteEnd::Option, std::string(keyword), std::string(item)};
+    }
+    const std::string option(trim_view(item.substr(0, equals)));
+    if (known_values(std::string(keyword), option).empty()) {
+        return {RouteEnd::Other, std::string(keyword), std::string(item)};
+    }
+    return {RouteEnd::Value, std::string(keyword), std::string(without_leading_blanks(item.substr(equals + 1))), option};
 }
 
 RouteContext context_in_word(std::string_view word) {
@@ -123,6 +149,12 @@ std::vector<Completion> completions_of(const RouteContext& context) {
         add(roles, "option",
             context.prefix.empty() ? schema.options_of(context.keyword)
                                    : schema.option_completions(context.keyword, context.prefix));
+    }
+    if (context.end == RouteEnd::Value) {
+        std::vector<std::string> values = known_values(context.keyword, context.option);
+        std::erase_if(
+            values, [begin = to_lower_copy(context.prefix)](const std::string& value) { return !value.starts_with(begin); });
+        add(roles, "value", values);
     }
     std::vector<Completion> completions;
     completions.reserve(roles.size());
