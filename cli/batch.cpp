@@ -8,7 +8,6 @@
 #include "commands.hpp"
 #include "file_list.hpp"
 #include "input.hpp"
-#include "plain_text.hpp"
 #include "terminal.hpp"
 
 #include <gjf/gjf.hpp>
@@ -131,7 +130,7 @@ class OrderedWork {
 };
 
 FileResult failure_of(const std::string& path, const std::string& text, int code, const Batch& batch, bool json) {
-    const std::string message = bare_message(text);
+    const std::string message = quor::input::gaussian::bare_message(text);
     FileResult result;
     result.code = code;
     result.err = printable(path) + ": " + printable(message) + "\n";

@@ -47,20 +47,22 @@ std::string left_out(const XyzText& xyz) {
 
 // Returns one frame for each job that has positions, and says what was left out; throws when no job has any.
 std::string frames_of(const std::string& path, const ConvertArguments& arguments) {
-    const std::vector<JobReading> readings = read_jobs_with_layout(read_text(path));
-    if (readings.empty() || arguments.job > readings.size()) {
-        throw std::runtime_error(readings.empty() ? "no job was found" : "there is no job " + std::to_string(arguments.job));
+    const JobFile file(path, read_text(path), IncludedFiles::Opened);
+    const std::size_t count = file.jobs().size();
+    if (count == 0 || arguments.job > count) {
+        throw std::runtime_error(count == 0 ? "no job was found" : "there is no job " + std::to_string(arguments.job));
     }
     std::string text;
     std::string remarks;
-    for (std::size_t i = 0; i < readings.size(); ++i) {
+    for (std::size_t i = 0; i < count; ++i) {
         if (arguments.job != 0 && arguments.job != i + 1) {
             continue;
         }
-        const XyzText xyz = xyz_text(readings[i].job);
-        const std::string& error = readings[i].error;
-        const std::string problem = readings[i].atoms_uncertain && !error.empty() ? error : xyz.problem;
-        const std::string where = readings.size() > 1 ? "job " + std::to_string(i + 1) + ": " : "";
+        const JobReading& reading = file.whole(i);
+        const XyzText xyz = xyz_text(reading.job);
+        const std::string& error = reading.error;
+        const std::string problem = reading.atoms_uncertain && !error.empty() ? error : xyz.problem;
+        const std::string where = count > 1 ? "job " + std::to_string(i + 1) + ": " : "";
         if (!problem.empty()) {
             remarks += (remarks.empty() ? "" : "; ") + where + problem;
             continue;

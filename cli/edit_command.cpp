@@ -1,7 +1,6 @@
 // quor-gjf edit: changes job files, and nothing in them but what was to be changed.
 #include "batch.hpp"
 #include "commands.hpp"
-#include "edit_operations.hpp"
 #include "edit_outputs.hpp"
 #include "edit_remarks.hpp"
 #include "input.hpp"
@@ -19,6 +18,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
+#include <iterator>
 #include <map>
 #include <memory>
 #include <semaphore>
@@ -34,20 +34,25 @@ using namespace quor::input::gaussian;
 constexpr std::size_t flushes_at_once = 24;  // a disk takes longer for one than for its share of many
 constexpr std::size_t changed_count = 0;     // the place in FileResult::counts
 
+// Reads a file that a value names.
+std::string text_of_file(const std::string& path) {
+    try {
+        return read_text(path);
+    } catch (const UnreadableInput& error) {
+        throw UnreadableInput(path + ": " + error.what());
+    }
+}
+
 struct EditArguments {
     BatchOptions batch;
     std::string folder;
-    std::size_t job = 0;
-    Where where;
+    EditPlan plan;
     bool in_place = false;
     bool dry_run = false;
     bool diff = false;
-    bool force = false;
     bool list_kinds = false;
-    bool strict = false;
     bool no_check = false;
-    bool allow_unknown = false;
-    std::vector<EditOperation> operations;
+    EditReading reading{false, text_of_file};
 
     bool writes() const { return (in_place || !folder.empty()) && !dry_run; }
     bool prints_text() const { return !in_place && folder.empty() && !dry_run && !diff; }
@@ -66,39 +71,13 @@ class Turn {
 };
 
 // Names the jobs that cannot be read, which stay as they are.
-std::string unreadable_jobs(const GJFDocument& document, const std::string& path) {
+std::string unreadable_jobs(const EditedText& edited, const std::string& path) {
     std::string text;
-    for (std::size_t i = 0; i < document.job_count(); ++i) {
-        if (!document.readable(i)) {
-            const ReadingFault& fault = document.fault(i);
-            const std::size_t line = line_and_column(document.original_text(), fault.place.begin).line;
-            text += printable(path) + ':' + std::to_string(line) + ": job " + std::to_string(i + 1) +
-                    " cannot be read and stays as it is: " + printable(fault.message) + '\n';
-        }
+    for (const UnreadableJob& job : edited.unreadable) {
+        text += printable(path) + ':' + std::to_string(job.line) + ": job " + std::to_string(job.job) +
+                " cannot be read and stays as it is: " + printable(job.message) + '\n';
     }
     return text;
-}
-
-// Names the operation that takes out a section which nothing in the route asks for any more.
-std::string with_removal(const std::string& message) {
-    for (std::size_t i = 0; const auto kind = find_extra_input_kind(std::to_string(i)); ++i) {
-        if (message.find("the section '" + std::string(extra_input_kind_name(*kind)) +
-                         "', which would be read as the section '" +
-                         extra_input_kind_name(ExtraInputSectionKind::Unknown)) != std::string::npos) {
-            return message + "; --remove-section " + extra_input_short_name(*kind) + " takes it out";
-        }
-    }
-    return message;
-}
-
-std::string edited_text(GJFDocument& document, const std::string& path, const EditArguments& arguments,
-                        const ChosenJobs& chosen, std::vector<EditRemark>& remarks) {
-    remarks = apply_operations(arguments.operations, document, path, {arguments.job, chosen});
-    try {
-        return document.to_text({arguments.force});
-    } catch (const GJFParseException& error) {
-        throw std::runtime_error(with_removal(bare_message(error.what())));
-    }
 }
 
 void write_to_folder(const std::string& output, const std::string& text, bool force,
@@ -116,49 +95,47 @@ struct EditOutput {
     EditRemarks& remarks;
 };
 
-// A file before and after its edit.
+// A file before its edit, and what became of it.
 struct EditedFile {
     std::string before;
-    std::string after;
-    std::vector<EditRemark> remarks;
-    bool refused = false;
+    EditedText edited;
+
+    bool changes() const { return edited.text != before; }
 };
 
-// Says what the edit brings; with --strict, such a file is not written.
-void check_change(const std::string& path, const EditArguments& arguments, EditedFile& file, FileResult& result) {
-    const std::vector<EditRemark> found =
-        arguments.no_check ? std::vector<EditRemark>() : remarks_of_change(path, file.before, file.after);
-    file.remarks.insert(file.remarks.end(), found.begin(), found.end());
-    file.refused = arguments.strict && !found.empty();
-    if (file.refused) {
-        result.err += printable(path) + ": not written, since " + counted(found.size(), "finding") + " would be new\n";
-        result.code = exit_failure;
+// Reads and edits a file; fills what there is to say of it. With --strict, one in which more is found is not written.
+EditedFile edit_in_memory(const std::string& path, const EditArguments& arguments, FileResult& result) {
+    EditedFile file{read_text(path), {}};
+    file.edited = edit_text(file.before, arguments.plan, path);
+    result.err = unreadable_jobs(file.edited, path);
+    if (file.edited.refused) {
+        result.err +=
+            printable(path) + ": not written, since " + counted(file.edited.findings.size(), "finding") + " would be new\n";
     }
+    result.code = result.err.empty() ? result.code : exit_failure;
+    result.counts[changed_count] = file.changes() ? 1 : 0;
+    return file;
 }
 
-// Reads and edits a file; fills what there is to say of it.
-EditedFile edit_in_memory(const std::string& path, const EditArguments& arguments, FileResult& result) {
-    EditedFile file;
-    file.before = read_text(path);
-    const ChosenJobs chosen(arguments.where, path, file.before);
-    GJFDocument document(file.before);
-    file.after = edited_text(document, path, arguments, chosen, file.remarks);
-    result.err = chosen.has(0) ? unreadable_jobs(document, path) : std::string();
-    result.code = result.err.empty() ? result.code : exit_failure;
-    check_change(path, arguments, file, result);
-    result.counts[changed_count] = file.refused || file.after == file.before ? 0 : 1;
-    return file;
+std::vector<EditRemark> remarks_of(const std::string& path, const EditedText& edited) {
+    std::vector<EditRemark> remarks;
+    for (const std::string& text : edited.remarks) {
+        remarks.push_back({printable(text), printable(path)});
+    }
+    std::transform(edited.findings.begin(), edited.findings.end(), std::back_inserter(remarks),
+                   [&](const Finding& finding) { return remark_of(path, finding); });
+    return remarks;
 }
 
 // Shows a file that was edited, as far as it is to be shown.
 std::string shown(const std::string& path, const EditArguments& arguments, const EditedFile& file) {
     if (arguments.diff) {
-        return unified_diff(path, file.before, file.after, output_has_colour());
+        return unified_diff(path, file.before, file.edited.text, output_has_colour());
     }
     if (arguments.prints_text()) {
-        return file.after;
+        return file.edited.text;
     }
-    return arguments.dry_run && file.after != file.before ? printable(path) + '\n' : std::string();
+    return arguments.dry_run && file.changes() ? printable(path) + '\n' : std::string();
 }
 
 FileResult edit_file(const std::string& path, const EditArguments& arguments, const EditOutput& output) {
@@ -168,26 +145,26 @@ FileResult edit_file(const std::string& path, const EditArguments& arguments, co
         const Turn turn(output.turns);
         file = edit_in_memory(path, arguments, result);
     }
-    if (!file.remarks.empty()) {
-        result.in_order = [&output, remarks = file.remarks](FileResult&) {
+    if (const std::vector<EditRemark> remarks = remarks_of(path, file.edited); !remarks.empty()) {
+        result.in_order = [&output, remarks](FileResult&) {
             std::for_each(remarks.begin(), remarks.end(), [&](const EditRemark& each) { output.remarks.add(each); });
         };
     }
-    if (file.refused) {
+    if (file.edited.refused) {
         return result;
     }
     const EditOutputs& outputs = output.outputs;
     if (!arguments.folder.empty()) {
-        check_output(outputs.path_of(path), arguments.force);
+        check_output(outputs.path_of(path), arguments.plan.force);
     }
     result.out = shown(path, arguments, file);
     if (!arguments.writes()) {
         return result;
     }
     if (arguments.in_place) {
-        replace_file(path, file.before, file.after, arguments.force, output.folders);
+        replace_file(path, file.before, file.edited.text, arguments.plan.force, output.folders);
     } else {
-        write_to_folder(outputs.path_of(path), file.after, arguments.force, output.folders);
+        write_to_folder(outputs.path_of(path), file.edited.text, arguments.plan.force, output.folders);
     }
     return result;
 }
@@ -208,7 +185,7 @@ void check_arguments(const EditArguments& arguments) {
     if (paths.empty()) {
         throw CLI::RequiredError("FILE");
     }
-    if (arguments.operations.empty()) {
+    if (arguments.plan.operations.empty()) {
         throw CLI::ValidationError("edit", "no operation is given");
     }
     if (arguments.prints_text() && names_several_files(paths)) {
@@ -271,19 +248,18 @@ void add_operations(CLI::App& command) {
 }
 
 // Reads the operations in the order in which they were given.
-std::vector<EditOperation> operations_of(const CLI::App& command, bool unknown_too) {
+std::vector<EditOperation> operations_of(const CLI::App& command, const EditReading& reading) {
     std::map<std::string, std::size_t> used;
     std::vector<EditOperation> operations;
     for (const CLI::Option* given : command.parse_order()) {
         const std::string name = given->get_name();
-        const auto row = std::find_if(edit_options().begin(), edit_options().end(),
-                                      [&](const EditOption& option) { return option.name == name; });
-        if (row == edit_options().end()) {
+        const EditOption* option = find_edit_option(name);
+        if (option == nullptr) {
             continue;
         }
-        const std::string value = row->value == nullptr ? std::string() : given->results().at(used[name]++);
+        const std::string value = option->value == nullptr ? std::string() : given->results().at(used[name]++);
         try {
-            operations.push_back(read_operation(*row, value, unknown_too));
+            operations.push_back(read_operation(*option, value, reading));
         } catch (const std::exception& error) {
             throw CLI::ValidationError(name, printable(bare_message(error.what())));
         }
@@ -298,10 +274,11 @@ void add_edit_command(CLI::App& command, int& exit_code) {
     command.add_option("FILE", arguments->batch.paths,
                        "Job files; folders with all *.gjf, *.com, *.gau and *.inp below them; - reads standard input");
     add_operations(command);
-    command.add_option("--job", arguments->job, "Change this job of each file alone, counted from 1 (default: all jobs)")
+    command
+        .add_option("--job", arguments->plan.job, "Change this job of each file alone, counted from 1 (default: all jobs)")
         ->check(CLI::Range(std::size_t{1}, std::size_t{1'000'000}))
         ->type_name("N");
-    add_where_option(command, arguments->where);
+    add_where_option(command, arguments->plan.where);
     add_walk_options(command, arguments->batch.walk);
     CLI::Option* output = command
                               .add_option("-o,--output", arguments->folder,
@@ -312,17 +289,19 @@ void add_edit_command(CLI::App& command, int& exit_code) {
     add_colour_option(command);
     command.add_flag("--diff", arguments->diff, "Show the changes; nothing is written without --in-place or -o");
     command.add_flag("--dry-run", arguments->dry_run, "Write nothing; name the files that would change");
-    command.add_flag("--force", arguments->force,
+    command.add_flag("--force", arguments->plan.force,
                      "Write although a section cannot follow the change, or would be read as another one; replace files "
                      "that are there already or have changed meanwhile");
-    CLI::Option* strict = command.add_flag("--strict", arguments->strict,
+    CLI::Option* strict = command.add_flag("--strict", arguments->plan.strict,
                                            "Do not change a file in which check would find what it did not find before");
     command.add_flag("--no-check", arguments->no_check, "Do not check the changed jobs")->excludes(strict);
-    command.add_flag("--allow-unknown", arguments->allow_unknown, "Take words that the vocabulary does not know");
+    command.add_flag("--allow-unknown", arguments->reading.unknown_words, "Take words that the vocabulary does not know");
     command.add_flag("--list-kinds", arguments->list_kinds, "List the kinds of sections with their names");
     add_thread_option(command, arguments->batch);
     command.callback([arguments, &command, &exit_code] {
-        arguments->operations = operations_of(command, arguments->allow_unknown);
+        arguments->plan.checks = !arguments->no_check;
+        arguments->plan.included_files = IncludedFiles::Opened;
+        arguments->plan.operations = operations_of(command, arguments->reading);
         exit_code = edit(*arguments);
     });
 }

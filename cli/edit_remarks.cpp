@@ -13,6 +13,8 @@ using namespace quor::input::gaussian;
 constexpr std::size_t most_places = 5;
 constexpr std::size_t most_texts = 200;
 
+}  // namespace
+
 EditRemark remark_of(const std::string& path, const Finding& finding) {
     EditRemark remark;
     remark.is_of_finding = true;
@@ -21,16 +23,6 @@ EditRemark remark_of(const std::string& path, const Finding& finding) {
     remark.text += finding.hint.empty() ? std::string() : "\n  hint: " + printable(finding.hint);
     remark.place = shown_place(path, finding.line, finding.column);
     return remark;
-}
-
-}  // namespace
-
-std::vector<EditRemark> remarks_of_change(const std::string& path, const std::string& before, const std::string& after) {
-    std::vector<EditRemark> remarks;
-    for (const Finding& finding : findings_of_change(before, after)) {
-        remarks.push_back(remark_of(path, finding));
-    }
-    return remarks;
 }
 
 void EditRemarks::add(const EditRemark& remark) {

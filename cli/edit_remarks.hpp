@@ -17,8 +17,8 @@ struct EditRemark {
     bool is_of_finding = false;  ///< else of the edit itself
 };
 
-/// Says of a change what is found in its text that was not in the old one.
-std::vector<EditRemark> remarks_of_change(const std::string& path, const std::string& before, const std::string& after);
+/// Says of a finding that the old text did not have where it is.
+EditRemark remark_of(const std::string& path, const quor::input::gaussian::Finding& finding);
 
 /// Collects remarks; keeps each text once, with the first of its places.
 class EditRemarks {

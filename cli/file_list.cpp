@@ -2,7 +2,6 @@
 #include "file_list.hpp"
 
 #include "config.hpp"
-#include "plain_text.hpp"
 
 #include <gjf/gjf.hpp>
 

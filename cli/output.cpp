@@ -3,8 +3,9 @@
 
 #include "commands.hpp"
 #include "input.hpp"
-#include "plain_text.hpp"
 #include "terminal.hpp"
+
+#include <gjf/gjf.hpp>
 
 #include <cstdio>
 #include <exception>
@@ -15,7 +16,8 @@ namespace quor_gjf {
 namespace {
 
 int tell(const std::string& input, const std::exception& error, int exit_code) {
-    std::fprintf(stderr, "%s: %s\n", printable(input).c_str(), printable(bare_message(error.what())).c_str());
+    std::fprintf(stderr, "%s: %s\n", printable(input).c_str(),
+                 printable(quor::input::gaussian::bare_message(error.what())).c_str());
     return exit_code;
 }
 

@@ -9,15 +9,6 @@ namespace quor_gjf {
 /// Tells white space within and between lines.
 constexpr bool is_blank(char c) noexcept { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 
-/// Returns a message of the library without what it puts before all of them, once or more.
-inline std::string bare_message(std::string message) {
-    constexpr const char* prefix = "GJF Parse Error: ";
-    for (std::size_t at = 0; (at = message.find(prefix, at)) != std::string::npos;) {
-        message.erase(at, std::char_traits<char>::length(prefix));
-    }
-    return message;
-}
-
 /// Gives a number with what it counts: "1 job", "2 jobs".
 inline std::string counted(std::size_t count, const char* what) {
     return std::to_string(count) + ' ' + what + (count == 1 ? "" : "s");

@@ -75,16 +75,14 @@ std::string report_of(const JobReading& reading) {
 
 // The reports of a file's jobs, each under its number when there are several; files that they name stand in their places
 // where all can be had.
-std::string report_of(const JobFile& file, const std::vector<std::size_t>& jobs, const std::vector<IncludedFile>& included) {
+std::string report_of(const JobFile& file, const std::vector<std::size_t>& jobs) {
     const std::string count = std::to_string(file.jobs().size());
     std::string text;
     for (const std::size_t job : jobs) {
         if (file.jobs().size() > 1) {
             text += (text.empty() ? "--- Job " : "\n--- Job ") + std::to_string(job + 1) + " of " + count + " ---\n";
         }
-        const JobReading& reading = file.jobs()[job];
-        const std::optional<JobReading> whole = read_with_included_files(file.text(), reading, included);
-        text += report_of(whole && whole->error.empty() ? *whole : reading) + report_of(files_of_job(included, reading));
+        text += report_of(file.whole(job)) + report_of(files_of_job(file.included(), file.jobs()[job]));
     }
     return text;
 }
@@ -106,16 +104,14 @@ std::string output_of(const JobFile& file, const std::vector<std::size_t>& jobs,
         return arguments.batch.json ? fields_json(file, jobs, arguments.fields)
                                     : table_rows(file, jobs, arguments.fields, arguments.form);
     }
-    const std::vector<IncludedFile> included =
-        read_included_files(file.text(), file.path() == "-" ? std::string() : file.path());
     if (!arguments.batch.json) {
-        return (with_heading ? "==> " + file.path() + " <==\n" : std::string()) + report_of(file, jobs, included);
+        return (with_heading ? "==> " + file.path() + " <==\n" : std::string()) + report_of(file, jobs);
     }
-    return readings_json(file, jobs, included);
+    return readings_json(file, jobs);
 }
 
 FileResult report_file(const std::string& path, const ReportArguments& arguments, bool with_heading) {
-    const JobFile file(path, read_text(path));
+    const JobFile file(path, read_text(path), IncludedFiles::Opened);
     const auto is_read = [](const JobReading& reading) { return reading.error.empty(); };
     if (std::none_of(file.jobs().begin(), file.jobs().end(), is_read) && !arguments.where) {
         GJFParser::parse_string_multi(file.text());  // throws what it says of such a file

@@ -48,6 +48,8 @@ set(quor_public_headers
     gjf/core/document/aligned_text.hpp
     gjf/core/document/fixed_layout.hpp
     gjf/core/document/gjf_document.hpp
+    gjf/core/editing/edit_operations.hpp
+    gjf/core/editing/edited_text.hpp
     gjf/core/editor/edit_record.hpp
     gjf/core/selection/selection.hpp
     gjf/core/predicate/job_file.hpp

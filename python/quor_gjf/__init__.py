@@ -18,6 +18,7 @@ from .errors import FileError, MissingFileError, ParseError, VocabularyError, Wr
 from .head import ChargeSpin
 from .job import Job, Jobs, UnreadableJob
 from .reading import edit, edit_all, from_ase, loads, loads_all, read, read_all, read_many, vocabulary_path
+from .requests import request
 from .route import Keywords, Route, route
 from .sections import Section, SectionKind, Sections
 from .selection import Selection
@@ -28,5 +29,5 @@ __all__ = [
     "Atom", "Atoms", "Bond", "Bonds", "ChargeSpin", "CheckError", "CheckWarning", "FileError", "Finding", "Fix", "FixedText", "Job", "Jobs",
     "Keyword", "Keywords", "MissingFileError", "ParseError", "Route", "RouteWarning", "Section", "SectionKind", "Sections", "Selection",
     "UnreadableJob", "VocabularyError", "WriteError", "check", "check_change", "check_codes", "check_many", "edit", "edit_all", "fix",
-    "from_ase", "loads", "loads_all", "read", "read_all", "read_many", "route", "unknown_words", "vocabulary_path",
+    "from_ase", "loads", "loads_all", "read", "read_all", "read_many", "request", "route", "unknown_words", "vocabulary_path",
 ]

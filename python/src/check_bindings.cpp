@@ -4,6 +4,7 @@
 
 #include <gjf/core/check/change_checks.hpp>
 #include <gjf/core/check/fix_text.hpp>
+#include <gjf/core/report/request.hpp>
 #include <gjf/core/schema/route_schema_cache.hpp>
 
 #include <string>
@@ -90,6 +91,15 @@ py::list described_codes() {
     return list;
 }
 
+py::object answer_to(const Text& command, const Text& text, const Text& options) {
+    std::string answer;
+    {
+        const py::gil_scoped_release released;
+        answer = request_json(command.value, text.value, options.value);
+    }
+    return to_python(answer);
+}
+
 }  // namespace
 
 void bind_checks(py::module_& module) {
@@ -113,6 +123,7 @@ void bind_checks(py::module_& module) {
         }
         return to_tuples(findings);
     });
+    module.def("request_json", &answer_to);
     module.def("unknown_route_words", [](const Text& route) { return to_tuples(unknown_route_words(route.value)); });
     module.def("fix_text", [](const Text& text, bool unsafe, std::vector<Text> ignored_codes) {
         FixedText fixed;

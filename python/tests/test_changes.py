@@ -99,3 +99,31 @@ def test_values_are_looked_at_where_they_are_set():
     for refused in ("x", "8x", "-8", ""):
         with pytest.raises(ValueError):
             job.nproc = refused
+
+
+WATER = "# ub3lyp/6-31g(d) opt\n\nt\n\n0 1\nO 0 0 0\nH 0 0.76 0.59\nH 0 -0.76 0.59\n\n"
+
+
+def test_requests_edit_as_the_tool_does():
+    answer = gjf.request("edit", WATER, method="m062x", remove_keyword="opt", replace_element=["2-3=Li"], chk_from_name=True,
+                         stdin_filename="a/water.gjf")
+    assert answer["text"] == "%chk=water.chk\n# um062x/6-31g(d)" + WATER[21:].replace("H ", "Li ")
+    assert answer["remarks"] == ["--method m062x: set as um062x, with the prefix of ub3lyp"]
+    assert (answer["changed"], answer["refused"], answer["findings"]) == (True, False, [])
+    answer = gjf.request("edit", WATER, charge="1", strict=True)
+    assert (answer["text"], answer["refused"], [each["code"] for each in answer["findings"]]) == (WATER, True, ["GJF-M002"])
+
+
+@pytest.mark.parametrize("command, text, options, error, message", [
+    ("edit", WATER, {}, ValueError, "no operation is given"),
+    ("edit", WATER, {"method": "b3lpy"}, ValueError, "did you mean b3lyp"),
+    ("edit", WATER, {"metod": "b3lyp"}, ValueError, "'edit' has no option 'metod'"),
+    ("edit", WATER, {"section": "basis=@/etc/hostname"}, ValueError, "none is opened here"),
+    ("edit", WATER, {"charge": "1", "job": 2}, RuntimeError, "there is no job 2"),
+    ("edit", "# hf\n\nt\n\n0 x\nHe 0 0 0\n\n", {"charge": "1"}, gjf.ParseError, "Invalid charge/spin line"),
+    ("edti", WATER, {}, ValueError, "no command 'edti'"),
+    ("check", WATER, {"select": ["GJF-Q999"]}, ValueError, "there is no check GJF-Q999"),
+])
+def test_requests_refuse(command, text, options, error, message):
+    with pytest.raises(error, match=message):
+        gjf.request(command, text, **options)

@@ -70,6 +70,61 @@ TEST(CRequest, MendsAndCompares) {
               "\"before\":\"0 1\",\"after\":\"1 2\"}]}]}\n");
 }
 
+TEST(CRequest, Edits) {
+    const std::string one = "# ub3lyp/6-31g(d)\n\nt\n\n0 1\nHe 0 0 0\n\n";
+    const std::string counts = ",\"errors\":0,\"warnings\":0,\"notes\":0,\"findings\":[]}\n";
+    EXPECT_EQ(
+        answer("edit", one, "{\"method\":\"m062x\",\"set\":[\"mem=1GB\",\"nproc=4\"],\"remove-keyword\":\"opt\"}"),
+        "{\"version\":1,\"file\":\"-\",\"text\":\"%mem=1GB\\n%nprocshared=4\\n# um062x/6-31g(d)\\n\\nt\\n\\n0 1\\nHe 0 0 "
+        "0\\n\\n\",\"changed\":true,\"refused\":false,\"remarks\":[\"--method m062x: set as um062x, with the prefix of "
+        "ub3lyp\",\"--remove-keyword opt: found nothing to change\"],\"unreadable\":[]" +
+            counts);
+    const std::string strict = answer("edit", one, "{\"charge\":\"1\",\"strict\":true}");
+    EXPECT_NE(strict.find("\"changed\":false,\"refused\":true,"), std::string::npos) << strict;
+    EXPECT_NE(strict.find("\"errors\":1"), std::string::npos) << strict;
+    const std::string unchecked = answer("edit", one, "{\"charge\":\"1\",\"no-check\":true,\"stdin-filename\":\"a/b.gjf\"}");
+    EXPECT_NE(unchecked.find("\\n1 1\\n"), std::string::npos) << unchecked;
+    EXPECT_NE(unchecked.find("\"errors\":0"), std::string::npos) << unchecked;
+    EXPECT_NE(answer("edit", one, "{\"chk-from-name\":true,\"stdin-filename\":\"a/b.gjf\"}").find("%chk=b.chk"),
+              std::string::npos);
+    EXPECT_NE(answer("edit", one, "{\"charge\":\"1\",\"where\":\"charge = 2\"}").find("\"changed\":false"),
+              std::string::npos);
+    EXPECT_NE(answer("edit", one + "--Link1--\n" + one, "{\"title\":\"u\",\"job\":2}").find("\\n\\nt\\n\\n"),
+              std::string::npos);
+}
+
+TEST(CRequest, RefusesEdits) {
+    const struct {
+        const char* options;
+        const char* message;
+    } rows[] = {
+        {"{}", "no operation is given"},
+        {"{\"chk-from-name\":false}", "no operation is given"},
+        {"{\"set\":[]}", "no operation is given"},
+        {"{\"charge\":1}", "option '--charge' takes a text or a list of texts"},
+        {"{\"set\":[\"mem=1GB\",2]}", "option '--set' takes a text or a list of texts"},
+        {"{\"chk-from-name\":\"yes\"}", "option '--chk-from-name' takes true or false"},
+        {"{\"charge\":\"x\"}", "--charge: 'x' is no charge"},
+        {"{\"option\":\"opt=clacfc\"}",
+         "--option: 'clacfc' is no option of opt; did you mean calcfc? (--allow-unknown takes it)"},
+        {"{\"section\":\"basis=@a.gbs\"}", "--section: '@a.gbs' would be read from a file, and none is opened here"},
+        {"{\"charge\":\"1\",\"job\":0}", "option 'job' takes a number from 1 on"},
+        {"{\"charge\":\"1\",\"job\":\"1\"}", "option 'job' takes a number from 1 on"},
+        {"{\"charge\":\"1\",\"job\":-1}", "option 'job' takes a number from 1 on"},
+        {"{\"charge\":\"1\",\"job\":2}", "there is no job 2: the file has 1"},
+        {"{\"charge\":\"1\",\"strict\":true,\"no-check\":true}", "'strict' excludes 'no-check'"},
+        {"{\"title\":\"{stem}\"}", "--title: standard input has no name"},
+        {"{\"--charge\":\"1\"}",
+         "'edit' has no option '--charge'; it has the operations of quor-gjf edit, and allow-unknown, force, job, no-check, "
+         "stdin-filename, strict, where"},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(answer("edit", job, row.options), error(row.message));
+    }
+    EXPECT_EQ(answer("check", job, "{\"charge\":\"1\"}"),
+              error("'check' has no option 'charge'; it has ignore, select, stdin-filename, where"));
+}
+
 TEST(CRequest, TakesNulInTexts) {
     const std::string text("# hf/sto-3g\0\n\nt\n\n0 1\nHe 0 0 0\n\n", 31);
     EXPECT_EQ(answer("check", text, nullptr), check_json("-", check_text(text)));
@@ -77,7 +132,7 @@ TEST(CRequest, TakesNulInTexts) {
 }
 
 TEST(CRequest, SaysWhatIsWrong) {
-    const std::string commands = "check, fix, report, route, complete, outline, select, diff, find";
+    const std::string commands = "check, fix, report, route, complete, outline, select, diff, edit, find";
     EXPECT_EQ(answer("chek", job, nullptr), error("no command 'chek'; there are " + commands));
     EXPECT_EQ(answer("next", job, nullptr), error("no command 'next'; there are " + commands));
     EXPECT_EQ(answer("check", job, "[]"), error("the options are no JSON object"));

@@ -4,6 +4,7 @@ Usage: schemas_test.py TOOL SOURCE WORK_FOLDER [LIBRARY]    # with the library, 
 """
 import ctypes
 import json
+import os
 import pathlib
 import shlex
 import shutil
@@ -24,6 +25,11 @@ FILES = {
 }
 # scf=(qc,xqc) would be worse, and nobody knows which multiplicity or charge is meant.
 DROPPED = "# hf/sto-3g scf=qc xqc\n\nt\n\n0 2\nHe 0 0 0\n\n"
+REQUESTS = {
+    "fix": [(text, {"unsafe-fixes": True}) for text in (SPOILT, DROPPED)],
+    "edit": [(SPOILT, {"add-atom": "H 0 0 1.01", "option": "opt=(ts,calcfc,clacfc)", "allow-unknown": True, "remove-keyword": "freq"}),
+             (FILES["a.gjf"], {"charge": "1", "strict": True, "job": 1}), (FILES["b.gjf"], {"add-keyword": "opt=tihgt", "allow-unknown": True})],
+}
 RUNS = (
     ("check", ["check --json spoilt.gjf rows.gjf"]),
     ("find", ["find --json hf ."]),
@@ -32,7 +38,7 @@ RUNS = (
     ("outline", ["outline --json spoilt.gjf rows.gjf symbols.gjf"]),
     ("error", ["check --json missing.gjf"]),
     ("report", ["report --json {source}/examples/jobs {source}/examples/forms wide.gjf spoilt.gjf rows.gjf named.gjf"]),
-    ("complete", ["complete --json hf", "complete --json opt=calc"]),
+    ("complete", ["complete --json hf", "complete --json opt=calc", "complete --json scrf=solvent=wat"]),
     ("word", ["schema show --json opt", "schema show --json irc=maxpoints"]),
     ("route", ["route --json '#p ccsd(t,maxcyc=30)/6-31g*/auto//cas(2,2)/sto-3g opt=clacfc opt=tight foo geom=connectivity 6-31g'",
                "route --json 'oniom(b3lyp/6-31g*:uff) pop=f'"]),
@@ -76,30 +82,37 @@ def keys(schema, place):
         yield from keys(below, f"{place}.{key}")
 
 
-def fix_answers(library):
-    """What the library answers to the request to mend texts: one with a fix that is dropped too."""
+def request_answers(library, kind):
+    """What the library answers to requests that the tool has no command for."""
     library = ctypes.CDLL(library)
     library.gjf_request.restype = ctypes.c_void_p
     library.gjf_result_text.argtypes = library.gjf_result_destroy.argtypes = [ctypes.c_void_p]
     library.gjf_result_text.restype = ctypes.c_char_p
-    for text in (SPOILT, DROPPED):
-        result = library.gjf_request(b"fix", text.encode(), ctypes.c_size_t(len(text.encode())), b'{"unsafe-fixes": true}')
+    for text, options in REQUESTS[kind]:
+        result = library.gjf_request(kind.encode(), text.encode(), ctypes.c_size_t(len(text.encode())), json.dumps(options).encode())
         yield library.gjf_result_text(result).decode()
         library.gjf_result_destroy(result)
 
 
 def main():
-    tool, source, work = sys.argv[1], pathlib.Path(sys.argv[2]), pathlib.Path(sys.argv[3])
+    tool, source, work = sys.argv[1], pathlib.Path(sys.argv[2]), pathlib.Path(sys.argv[3]).resolve()
     shutil.rmtree(work, ignore_errors=True)
     work.mkdir(parents=True)
     (work / ".quor-gjf").touch()
+    # A vocabulary that does not load lies on the way to the one beside the library, which every answer tells.
+    broken = work / "resources/schemas/input/gaussian_route.yaml"
+    broken.parent.mkdir(parents=True)
+    broken.write_text("states: [1, 2\n", encoding="utf-8")
+    tool, source = pathlib.Path(tool).resolve(), source.resolve()
+    os.environ.pop("QUOR_G16_ROUTE_SCHEMA_YAML", None)
+    os.chdir(work)
     for name, text in FILES.items():
         (work / name).write_text(text, encoding="utf-8")
     found = []
-    runs = {**dict(RUNS), **({"fix": []} if len(sys.argv) > 4 else {})}
+    runs = {**dict(RUNS), **(dict.fromkeys(REQUESTS, ()) if len(sys.argv) > 4 else {})}
     for kind, commands in runs.items():
         schema = json.loads((source / f"docs/schemas/{kind}.schema.json").read_text(encoding="utf-8"))
-        lines, seen = list(fix_answers(sys.argv[4])) if kind == "fix" else [], set()
+        lines, seen = list(request_answers(sys.argv[4], kind)) if kind in REQUESTS else [], set()
         for command in commands:
             result = subprocess.run([tool, *shlex.split(command.replace("{source}", str(source)))], cwd=work, capture_output=True, text=True, check=False)
             lines += result.stdout.splitlines()
@@ -107,7 +120,7 @@ def main():
         for line in lines:
             found += problems(json.loads(line), schema, kind, seen)
         found += [f"{key} is never seen" for key in sorted(set(keys(schema, kind)) - seen)]
-    kinds = {"fix", *runs}
+    kinds = {*REQUESTS, *runs}
     found += [f"{p.name} is not tested" for p in (source / "docs/schemas").glob("*.json") if p.name.split(".")[0] not in kinds]
     print("\n".join(found) or f"{len(runs)} schemas hold")
     return 1 if found else 0

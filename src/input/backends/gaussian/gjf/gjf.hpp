@@ -13,6 +13,8 @@
 #include <gjf/core/document/aligned_text.hpp>
 #include <gjf/core/document/fixed_layout.hpp>
 #include <gjf/core/document/gjf_document.hpp>
+#include <gjf/core/editing/edit_operations.hpp>
+#include <gjf/core/editing/edited_text.hpp>
 #include <gjf/core/editor/gjf_editor.hpp>
 #include <gjf/core/editor/gjf_multi_editor.hpp>
 #include <gjf/core/job/gjf_data.hpp>
@@ -24,6 +26,7 @@
 #include <gjf/core/predicate/job_file.hpp>
 #include <gjf/core/predicate/predicate.hpp>
 #include <gjf/core/reader/gjf_parser.hpp>
+#include <gjf/core/reader/included_files.hpp>
 #include <gjf/core/reader/job_layout.hpp>
 #include <gjf/core/reader/job_places.hpp>
 #include <gjf/core/reader/job_text.hpp>

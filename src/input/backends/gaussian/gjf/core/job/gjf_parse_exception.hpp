@@ -15,4 +15,7 @@ class QUOR_GJF_API GJFParseException : public std::runtime_error {
     ~GJFParseException() override;
 };
 
+/// Returns a message without what stands before that of each `GJFParseException`, once or more.
+QUOR_GJF_API std::string bare_message(std::string message);
+
 }  // namespace quor::input::gaussian

@@ -1,6 +1,5 @@
 // Constructors, assignments and destructors of the job model, defined here so that the library exports them.
 #include <gjf/core/job/gjf_data.hpp>
-#include <gjf/core/job/gjf_parse_exception.hpp>
 
 namespace quor::input::gaussian {
 
@@ -23,8 +22,5 @@ QUOR_GJF_DEFAULT_MEMBERS(GJFData)
 QUOR_GJF_DEFAULT_MEMBERS(GJFMultiData)
 
 #undef QUOR_GJF_DEFAULT_MEMBERS
-
-GJFParseException::GJFParseException(const std::string& message) : std::runtime_error("GJF Parse Error: " + message) {}
-GJFParseException::~GJFParseException() = default;
 
 }  // namespace quor::input::gaussian

@@ -38,14 +38,14 @@ FieldValue texts(std::vector<std::string> values) {
     return {true, std::move(values), std::nullopt};
 }
 
-const GJFData& data_of(const JobFile& file, std::size_t job) { return file.jobs()[job].job; }
+const GJFData& data_of(const JobFile& file, std::size_t job) { return file.whole(job).job; }
 
 // --- The molecule
 
 // Returns the species of all that the molecule has; nothing where it stands in a checkpoint or was not read.
 std::optional<std::vector<Species>> species_in(const JobFile& file, std::size_t job) {
     const GeomSection& geom = data_of(file, job).geom;
-    if (geom.atom_count() == 0 || file.jobs()[job].atoms_uncertain) {
+    if (geom.atom_count() == 0 || file.whole(job).atoms_uncertain) {
         return std::nullopt;
     }
     std::vector<Species> found;
@@ -162,7 +162,7 @@ FieldValue section_of(const JobFile& file, std::size_t job) {
 
 FieldValue missing_of(const JobFile& file, std::size_t job) {
     std::vector<std::string> names;
-    for (const ExtraInputSectionKind kind : file.jobs()[job].layout.missing) {
+    for (const ExtraInputSectionKind kind : file.whole(job).layout.missing) {
         names.emplace_back(extra_input_short_name(kind));
     }
     return texts(std::move(names));
@@ -244,14 +244,28 @@ constexpr Row rows[] = {
 
 }  // namespace
 
-JobFile::JobFile(std::string path, std::string text)
-    : path_(std::move(path)), text_(std::move(text)), jobs_(read_jobs_with_layout(text_)), sizes_(jobs_.size()) {}
+JobFile::JobFile(std::string path, std::string text, IncludedFiles files)
+    : path_(std::move(path)),
+      text_(std::move(text)),
+      jobs_(read_jobs_with_layout(text_)),
+      whole_(jobs_.size()),
+      sizes_(jobs_.size()) {
+    if (files == IncludedFiles::Opened && path_ != "-") {
+        included_ = read_included_files(text_, path_);
+    }
+    for (std::size_t job = 0; job < (included_.empty() ? 0 : jobs_.size()); ++job) {
+        std::optional<JobReading> whole = read_with_included_files(text_, jobs_[job], included_);
+        whole_[job] = whole && whole->error.empty() ? std::move(whole) : std::nullopt;
+    }
+}
 
 JobFile::~JobFile() = default;
 
 const std::vector<Finding>& JobFile::findings() const {
     if (!findings_) {
-        findings_ = check_text(text_);
+        CheckOptions options;
+        options.path = included_.empty() ? std::string() : path_;
+        findings_ = check_text(text_, options);
     }
     return *findings_;
 }
@@ -259,7 +273,7 @@ const std::vector<Finding>& JobFile::findings() const {
 const JobSize& JobFile::size(std::size_t job) const {
     std::optional<JobSize>& size = sizes_[job];
     if (!size) {
-        size = job_size(jobs_[job].job);
+        size = job_size(whole(job).job);
     }
     return *size;
 }

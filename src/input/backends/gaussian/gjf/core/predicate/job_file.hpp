@@ -4,6 +4,7 @@
 #include <core/export.hpp>
 #include <gjf/core/basis/job_size.hpp>
 #include <gjf/core/check/finding.hpp>
+#include <gjf/core/reader/included_files.hpp>
 #include <gjf/core/reader/job_layout.hpp>
 
 #include <cstddef>
@@ -17,8 +18,9 @@ namespace quor::input::gaussian {
 /// Holds a text with its jobs; findings and sizes are looked for at the first question. Used by one thread at a time.
 class QUOR_GJF_API JobFile {
    public:
-    /// Reads a text; `path` is what the field `file` gives. Throws `GJFParseException` for a text that is too long.
-    JobFile(std::string path, std::string text);
+    /// Reads a text; `path` is what the field `file` gives, and beside what files that the text names are looked for: "-"
+    /// has none. Throws `GJFParseException` for a text that is too long.
+    JobFile(std::string path, std::string text, IncludedFiles files = IncludedFiles::LeftAlone);
     JobFile(const JobFile&) = delete;
     JobFile& operator=(const JobFile&) = delete;
     ~JobFile();
@@ -26,6 +28,11 @@ class QUOR_GJF_API JobFile {
     const std::string& path() const noexcept { return path_; }
     const std::string& text() const noexcept { return text_; }
     const std::vector<JobReading>& jobs() const noexcept { return jobs_; }
+    /// Returns the files that the text names; none where they are left alone.
+    const std::vector<IncludedFile>& included() const noexcept { return included_; }
+    /// Returns a job, counted from 0, with the files that it names in their places where all can be had: its fields are
+    /// those of this one. Places are those of the longer text.
+    const JobReading& whole(std::size_t job) const noexcept { return whole_[job] ? *whole_[job] : jobs_[job]; }
     /// Returns what `check_text` finds in the whole text.
     const std::vector<Finding>& findings() const;
     const JobSize& size(std::size_t job) const;
@@ -34,6 +41,8 @@ class QUOR_GJF_API JobFile {
     std::string path_;
     std::string text_;
     std::vector<JobReading> jobs_;
+    std::vector<IncludedFile> included_;
+    std::vector<std::optional<JobReading>> whole_;
     mutable std::optional<std::vector<Finding>> findings_;
     mutable std::vector<std::optional<JobSize>> sizes_;
 };

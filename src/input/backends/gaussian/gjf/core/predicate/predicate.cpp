@@ -80,7 +80,7 @@ Truth truth_of_field(const PredicateStep& step, const JobFile& file, std::size_t
 // --- Selections
 
 Truth truth_of_count(const PredicateStep& step, const JobFile& file, std::size_t job) {
-    const JobReading& reading = file.jobs()[job];
+    const JobReading& reading = file.whole(job);
     if (reading.job.geom.atom_count() == 0 || reading.atoms_uncertain) {
         return Truth::Unknown;
     }
@@ -188,9 +188,10 @@ std::vector<std::size_t> fitting_jobs(const std::optional<JobPredicate>& conditi
     return jobs;
 }
 
-ChosenJobs::ChosenJobs(const std::optional<JobPredicate>& condition, const std::string& path, const std::string& text) {
+ChosenJobs::ChosenJobs(const std::optional<JobPredicate>& condition, const std::string& path, const std::string& text,
+                       IncludedFiles files) {
     if (condition) {
-        const JobFile file(path, text);
+        const JobFile file(path, text, files);
         numbers_ = fitting_jobs(condition, file);
         for (std::size_t& number : *numbers_) {
             number = file.jobs()[number].layout.number;

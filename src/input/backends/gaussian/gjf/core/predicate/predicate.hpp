@@ -49,7 +49,9 @@ QUOR_GJF_API std::vector<std::size_t> fitting_jobs(const std::optional<JobPredic
 /// Which jobs of a text are looked at: those that fit a condition, or all where there is none.
 class QUOR_GJF_API ChosenJobs {
    public:
-    ChosenJobs(const std::optional<JobPredicate>& condition, const std::string& path, const std::string& text);
+    /// As `JobFile`.
+    ChosenJobs(const std::optional<JobPredicate>& condition, const std::string& path, const std::string& text,
+               IncludedFiles files = IncludedFiles::LeftAlone);
 
     /// Tells whether the job of a number is looked at; 0 stands for the file as a whole, which is where any of its jobs is.
     bool has(std::size_t number) const noexcept;

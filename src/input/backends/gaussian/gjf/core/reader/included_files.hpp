@@ -23,6 +23,9 @@ struct IncludedFile {
     std::vector<IncludedFile> files = {};  ///< that its own lines name
 };
 
+/// Whether the files that a text names are opened.
+enum class IncludedFiles : bool { LeftAlone, Opened };
+
 /// How far files are followed.
 inline constexpr std::size_t deepest_included_file = 4;  ///< a file that the text itself names has depth 1
 inline constexpr std::size_t most_included_files = 100;  ///< of one text, those of its files counted

@@ -1,5 +1,6 @@
-// What was found in a file, and files that cannot be used, as JSON.
+// What was found in a file, texts that were mended or edited, and files that cannot be used, as JSON.
 #include <gjf/core/report/json_values.hpp>
+#include <gjf/core/schema/route_schema_cache.hpp>
 
 #include <algorithm>
 #include <utility>
@@ -21,6 +22,10 @@ Json json_of_report(const FixReport& fix) {
     return {{"code", fix.code}, {"line", fix.line}, {"title", fix.title}, {"safety", fix_safety_name(fix.safety)}};
 }
 
+Json json_of_unreadable(const UnreadableJob& job) {
+    return {{"job", job.job}, {"line", job.line}, {"message", job.message}};
+}
+
 void set_findings(Json& object, const std::vector<Finding>& findings) {
     const auto count = [&](Severity severity) {
         return std::count_if(findings.begin(), findings.end(), [&](const Finding& f) { return f.severity == severity; });
@@ -32,6 +37,15 @@ void set_findings(Json& object, const std::vector<Finding>& findings) {
 }
 
 }  // namespace
+
+Json begun_object(const std::string* path) {
+    Json object = {{"version", json_version}};
+    if (path != nullptr) {
+        object["file"] = *path;
+    }
+    set_text(object, "warning", default_route_schema_warning());
+    return object;
+}
 
 Json json_of_finding(const Finding& finding) {
     const bool whole_line = finding.column == 0;
@@ -72,6 +86,17 @@ std::string fix_json(const std::string& path, const FixedText& fixed) {
     object["applied"] = list_of(fixed.applied, json_of_report);
     object["dropped"] = list_of(fixed.dropped, json_of_report);
     set_findings(object, fixed.findings);
+    return json_line(object);
+}
+
+std::string edit_json(const std::string& path, const std::string& before, const EditedText& edited) {
+    Json object = about_file(path);
+    object["text"] = edited.text;
+    object["changed"] = edited.text != before;
+    object["refused"] = edited.refused;
+    object["remarks"] = edited.remarks;
+    object["unreadable"] = list_of(edited.unreadable, json_of_unreadable);
+    set_findings(object, edited.findings);
     return json_line(object);
 }
 

@@ -230,17 +230,16 @@ std::string readings_json(const std::string& path, const std::vector<JobReading>
     return json_line(object);
 }
 
-std::string readings_json(const JobFile& file, const std::vector<std::size_t>& jobs,
-                          const std::vector<IncludedFile>& included) {
+std::string readings_json(const JobFile& file, const std::vector<std::size_t>& jobs) {
     Json object = about_file(file.path());
     object["jobs"] = list_of(jobs, [&](std::size_t number) {
         const JobReading& reading = file.jobs()[number];
         Json job = json_of_job_or_fault(reading);
         if (reading.error.empty()) {
-            set_list(job, "included", files_of_job(included, reading), json_of_file);
+            set_list(job, "included", files_of_job(file.included(), reading), json_of_file);
         }
-        if (const auto whole = read_with_included_files(file.text(), reading, included); whole && whole->error.empty()) {
-            job["whole"] = json_of_job(whole->job);
+        if (const JobReading& whole = file.whole(number); &whole != &reading) {
+            job["whole"] = json_of_job(whole.job);
         }
         return job;
     });

@@ -7,9 +7,9 @@
 #include <core/export.hpp>
 #include <gjf/core/check/checker.hpp>
 #include <gjf/core/check/fix_text.hpp>
+#include <gjf/core/editing/edited_text.hpp>
 #include <gjf/core/knowledge/knowledge.hpp>
 #include <gjf/core/predicate/job_file.hpp>
-#include <gjf/core/reader/included_files.hpp>
 #include <gjf/core/reader/job_layout.hpp>
 #include <gjf/core/report/job_changes.hpp>
 #include <gjf/core/route/route_completion.hpp>
@@ -31,10 +31,8 @@ QUOR_GJF_API std::string job_json(const GJFData& job);
 /// Returns the line about the jobs of a file; of one that cannot be read, it has the first fault alone.
 QUOR_GJF_API std::string report_json(const std::string& path, const std::vector<GJFData>& jobs);
 QUOR_GJF_API std::string readings_json(const std::string& path, const std::vector<JobReading>& readings);
-/// The same of chosen jobs, counted from 0, with the files that each names: those that `read_included_files` gives of the
-/// text.
-QUOR_GJF_API std::string readings_json(const JobFile& file, const std::vector<std::size_t>& jobs,
-                                       const std::vector<IncludedFile>& included = {});
+/// The same of chosen jobs, counted from 0, with the files that each names.
+QUOR_GJF_API std::string readings_json(const JobFile& file, const std::vector<std::size_t>& jobs);
 
 /// Returns the line about a file that cannot be used.
 QUOR_GJF_API std::string error_json(const std::string& path, const std::string& message);
@@ -45,6 +43,10 @@ QUOR_GJF_API std::string check_json(const std::string& path, const std::vector<F
 /// Returns the line about a text that was mended: the text, which fixes were applied and dropped, and what `check_json` says
 /// of it. Bytes that are not UTF-8 are not kept.
 QUOR_GJF_API std::string fix_json(const std::string& path, const FixedText& fixed);
+
+/// Returns the line about a text that was edited: the text, whether it changed or the change is refused, what is said of the
+/// operations and of jobs that cannot be read, and the findings that are new. Bytes that are not UTF-8 are not kept.
+QUOR_GJF_API std::string edit_json(const std::string& path, const std::string& before, const EditedText& edited);
 
 /// Returns a line about one code of the checker: its code, its title, and what else of it is not empty.
 QUOR_GJF_API std::string check_code_json(const CheckDescription& description);

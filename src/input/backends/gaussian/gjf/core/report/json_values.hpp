@@ -13,11 +13,11 @@ namespace quor::input::gaussian {
 
 using Json = nlohmann::ordered_json;
 
-/// Begins an object with its version.
-inline Json versioned() { return {{"version", json_version}}; }
+/// Begins an object, which may be about a file: with its version, and a word on a vocabulary that stands in for another.
+Json begun_object(const std::string* path);
 
-/// Begins an object about a file.
-inline Json about_file(const std::string& path) { return {{"version", json_version}, {"file", path}}; }
+inline Json versioned() { return begun_object(nullptr); }
+inline Json about_file(const std::string& path) { return begun_object(&path); }
 
 inline std::string json_text(const Json& object) { return object.dump(-1, ' ', false, Json::error_handler_t::replace); }
 

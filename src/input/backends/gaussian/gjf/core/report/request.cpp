@@ -3,6 +3,7 @@
 
 #include <gjf/core/check/fix_text.hpp>
 #include <gjf/core/configuration/check_rules.hpp>
+#include <gjf/core/editing/edited_text.hpp>
 #include <gjf/core/job/gjf_parse_exception.hpp>
 #include <gjf/core/predicate/predicate.hpp>
 #include <gjf/core/reader/gjf_parser.hpp>
@@ -26,6 +27,7 @@ struct Request {
     Json options;
     std::string path;
 
+    std::size_t number_option(const char* name) const;  ///< 0 without one
     std::string text_option(const char* name) const;
     std::vector<std::string> list_option(const char* name) const;
     bool flag(const char* name) const;
@@ -33,6 +35,14 @@ struct Request {
 
 [[noreturn]] void refuse(const char* option, const char* wanted) {
     throw RequestError("option '" + std::string(option) + "' takes " + wanted);
+}
+
+std::size_t Request::number_option(const char* name) const {
+    const auto found = options.find(name);
+    if (found != options.end() && (!found->is_number_unsigned() || found->get<std::size_t>() == 0)) {
+        refuse(name, "a number from 1 on");
+    }
+    return found == options.end() ? 0 : found->get<std::size_t>();
 }
 
 std::string Request::text_option(const char* name) const {
@@ -167,6 +177,57 @@ std::string find_request(const Request& request) {
     return find_json(file, fitting_jobs(condition_of(request), file));
 }
 
+// --- Edits
+
+// Returns the values of an operation in the order in which they are given: none for one without, which is given as true.
+std::vector<std::string> values_of(const EditOption& option, const Json& given) {
+    if (option.value == nullptr) {
+        if (!given.is_boolean()) {
+            refuse(option.name, "true or false");
+        }
+        return given.get<bool>() ? std::vector<std::string>(1) : std::vector<std::string>();
+    }
+    const Json list = given.is_array() ? given : Json::array({given});
+    if (!std::all_of(list.begin(), list.end(), [](const Json& item) { return item.is_string(); })) {
+        refuse(option.name, "a text or a list of texts");
+    }
+    return list.get<std::vector<std::string>>();
+}
+
+std::vector<EditOperation> operations_of(const Request& request) {
+    EditReading reading;
+    reading.unknown_words = request.flag("allow-unknown");
+    std::vector<EditOperation> operations;
+    for (const auto& [name, given] : request.options.items()) {
+        const EditOption* option = find_edit_option("--" + name);
+        for (const std::string& value : option == nullptr ? std::vector<std::string>() : values_of(*option, given)) {
+            try {
+                operations.push_back(read_operation(*option, value, reading));
+            } catch (const std::exception& error) {
+                throw RequestError(std::string(option->name) + ": " + bare_message(error.what()));
+            }
+        }
+    }
+    if (operations.empty()) {
+        throw RequestError("no operation is given");
+    }
+    return operations;
+}
+
+std::string edit_request(const Request& request) {
+    EditPlan plan;
+    plan.operations = operations_of(request);
+    plan.job = request.number_option("job");
+    plan.where = condition_of(request);
+    plan.force = request.flag("force");
+    plan.strict = request.flag("strict");
+    plan.checks = !request.flag("no-check");
+    if (plan.strict && !plan.checks) {
+        throw RequestError("'strict' excludes 'no-check'");
+    }
+    return edit_json(request.path, request.text, edit_text(request.text, plan, request.path));
+}
+
 struct Command {
     std::string_view name;
     std::string (*run)(const Request& request);
@@ -182,6 +243,7 @@ constexpr Command commands[] = {
     {"outline", outline_request, {"stdin-filename"}},
     {"select", select_request, {"select", "stdin-filename"}},
     {"diff", diff_request, {"other", "other-filename", "stdin-filename"}},
+    {"edit", edit_request, {"allow-unknown", "force", "job", "no-check", "stdin-filename", "strict", "where"}},
     {"find", find_request, {"stdin-filename", "where"}},
 };
 
@@ -211,8 +273,11 @@ Json options_of(std::string_view text, const Command& command) {
         throw RequestError("the options are no JSON object");
     }
     for (const auto& [name, value] : options.items()) {
-        if (name.empty() || std::find(command.options.begin(), command.options.end(), name) == command.options.end()) {
+        const bool is_operation = command.run == edit_request && find_edit_option("--" + name) != nullptr;
+        const bool is_known = std::find(command.options.begin(), command.options.end(), name) != command.options.end();
+        if (name.empty() || (!is_known && !is_operation)) {
             throw RequestError("'" + std::string(command.name) + "' has no option '" + name + "'; it has " +
+                               (command.run == edit_request ? "the operations of quor-gjf edit, and " : "") +
                                listed(command.options, [](auto each) { return each; }));
         }
     }

@@ -32,10 +32,17 @@ SchemaCache& schema_cache() {
 struct DefaultSchema {
     SimpleYAMLParser parser;
     std::string path;
-    std::string broken;  // the path of a document before it that does not load; may be empty
+    std::string warning;  // where it stands in for a document before it that does not load
 };
 
 std::string named_path() { return quor::core::resource::getenv_string(route_schema_variable); }
+
+std::string first_problem(const std::string& path) {
+    for (const SchemaProblem& problem : validate_route_schema(path)) {
+        return path + ':' + (problem.line == 0 ? std::string() : std::to_string(problem.line) + ':') + ' ' + problem.message;
+    }
+    return path + ": it holds no vocabulary";
+}
 
 // A document that was named is the one that is meant; for one that merely lies on the way, another may stand in.
 DefaultSchema load_default_schema() {
@@ -46,19 +53,13 @@ DefaultSchema load_default_schema() {
         return {std::move(entry.parser), path, {}};
     }
     entry = load_route_schema_cached(other);
-    return {std::move(entry.parser), entry.loaded ? other : path, entry.loaded ? path : std::string()};
+    return {std::move(entry.parser), entry.loaded ? other : path,
+            entry.loaded ? first_problem(path) + "; " + other + " serves in its place" : std::string()};
 }
 
 const DefaultSchema& loaded_default() {
     static const DefaultSchema schema = load_default_schema();
     return schema;
-}
-
-std::string first_problem(const std::string& path) {
-    for (const SchemaProblem& problem : validate_route_schema(path)) {
-        return path + ':' + (problem.line == 0 ? std::string() : std::to_string(problem.line) + ':') + ' ' + problem.message;
-    }
-    return path + ": it holds no vocabulary";
 }
 
 }  // namespace
@@ -99,11 +100,7 @@ std::string default_route_schema_problem() {
     return first_problem(path);
 }
 
-std::string default_route_schema_warning() {
-    const DefaultSchema& schema = loaded_default();
-    return schema.broken.empty() ? std::string()
-                                 : first_problem(schema.broken) + "; " + schema.path + " serves in its place";
-}
+std::string default_route_schema_warning() { return loaded_default().warning; }
 
 std::string default_route_schema_path() { return loaded_default().path; }
 

@@ -1,18 +1,12 @@
-// The file and the job that are edited, and names in braces that stand for them: {stem}, {parent}, {job}.
+// The file and the job that are edited, and names in braces that stand for them: {stem}, {parent}, {job}. Private to the room.
 #pragma once
 
-#include <cstddef>
+#include <gjf/core/editing/edit_operations.hpp>
+
 #include <string>
 #include <vector>
 
-namespace quor_gjf {
-
-/// Where the job that an edit changes stands, and what the edit has to say of it.
-struct EditContext {
-    const std::string& path;
-    std::size_t job = 0;               ///< its number, from 1
-    std::vector<std::string> remarks;  ///< without the name of the operation
-};
+namespace quor::input::gaussian {
 
 /// A text with names in it.
 class NamedText {
@@ -32,4 +26,4 @@ class NamedText {
     std::vector<Piece> pieces_;
 };
 
-}  // namespace quor_gjf
+}  // namespace quor::input::gaussian

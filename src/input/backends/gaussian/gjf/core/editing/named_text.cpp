@@ -1,10 +1,10 @@
 // Reads names in braces, and puts in what they stand for.
-#include "edit_names.hpp"
+#include <gjf/core/editing/named_text.hpp>
 
 #include <filesystem>
 #include <stdexcept>
 
-namespace quor_gjf {
+namespace quor::input::gaussian {
 
 NamedText::NamedText(const std::string& text) : pieces_(1) {
     for (std::size_t i = 0; i < text.size(); ++i) {
@@ -43,4 +43,4 @@ std::string NamedText::text_for(const EditContext& context) const {
     return text;
 }
 
-}  // namespace quor_gjf
+}  // namespace quor::input::gaussian

@@ -1,6 +1,12 @@
-// The operations of quor-gjf edit on routes.
-#include "edit_operations.hpp"
-#include "route_text.hpp"
+// The operations on routes.
+#include <gjf/core/editing/operation_rows.hpp>
+
+#include <gjf/core/check/change_checks.hpp>
+#include <gjf/core/reader/gjf_parser.hpp>
+#include <gjf/core/reader/route_lines.hpp>
+#include <gjf/core/route/route_scanner.hpp>
+#include <gjf/core/route/route_tree.hpp>
+#include <gjf/core/schema/route_schema_cache.hpp>
 
 #include <algorithm>
 #include <optional>
@@ -8,10 +14,8 @@
 #include <string_view>
 #include <utility>
 
-namespace quor_gjf {
+namespace quor::input::gaussian {
 namespace {
-
-using namespace quor::input::gaussian;
 
 // A keyword is looked up in a route that is whole without it.
 constexpr const char* keyword_route = "# hf/sto-3g ";
@@ -213,7 +217,7 @@ Edit read_remove_option(const std::string& value) {
 }
 
 Edit read_route(const std::string& value) {
-    std::vector<std::string> words = read_route_text(value).words;
+    std::vector<std::string> words = route_words_of(value);
     if (words.empty()) {
         throw std::runtime_error("a route is wanted, not '" + value + "'");
     }
@@ -282,4 +286,4 @@ std::vector<EditOption> route_edit_options() {
     };
 }
 
-}  // namespace quor_gjf
+}  // namespace quor::input::gaussian

@@ -1,15 +1,15 @@
-// The operations of quor-gjf edit on extra input sections.
-#include "edit_operations.hpp"
-#include "input.hpp"
+// The operations on extra input sections.
+#include <gjf/core/editing/operation_rows.hpp>
+
+#include <gjf/core/reader/section_name.hpp>
+#include <gjf/core/sections/section_kinds.hpp>
 
 #include <algorithm>
 #include <stdexcept>
 #include <utility>
 
-namespace quor_gjf {
+namespace quor::input::gaussian {
 namespace {
-
-using namespace quor::input::gaussian;
 
 ExtraInputSectionKind kind_named(const std::string& name) {
     const std::optional<ExtraInputSectionKind> kind = find_extra_input_kind(name);
@@ -45,7 +45,7 @@ std::string with_line_ends(const std::string& value) {
 }
 
 // "@FILE" stands for what is in the file; "@@" begins a text with a "@".
-std::string text_meant(const std::string& value) {
+std::string text_meant(const std::string& value, const TextSource& files) {
     if (!value.starts_with('@')) {
         return with_line_ends(value);
     }
@@ -53,14 +53,13 @@ std::string text_meant(const std::string& value) {
     if (rest.starts_with('@')) {
         return with_line_ends(rest);
     }
-    try {
-        return read_text(rest);
-    } catch (const UnreadableInput& error) {
-        throw UnreadableInput(rest + ": " + error.what());
+    if (!files) {
+        throw std::runtime_error("'" + value + "' would be read from a file, and none is opened here");
     }
+    return files(rest);
 }
 
-Edit read_section(const std::string& value) {
+Edit read_section(const std::string& value, const TextSource& files) {
     const std::size_t equals = value.find('=');
     if (equals == std::string::npos) {
         throw std::runtime_error("KIND=TEXT or KIND=@FILE is wanted, not '" + value + "'");
@@ -69,7 +68,7 @@ Edit read_section(const std::string& value) {
     if (kind == ExtraInputSectionKind::Unknown) {
         throw std::runtime_error("a section of no known kind cannot be set");
     }
-    return [kind, text = section_text(text_meant(value.substr(equals + 1)))](GJFEditor& job, EditContext&) {
+    return [kind, text = section_text(text_meant(value.substr(equals + 1), files))](GJFEditor& job, EditContext&) {
         job.upsert_extra_input_section(kind, text, false);
         return true;
     };
@@ -89,9 +88,9 @@ std::vector<EditOption> section_edit_options() {
     return {
         {"--section", "KIND=TEXT",
          "Set an extra input section, \\n between its lines; KIND=@FILE takes its text from a file", EditTarget::Head,
-         read_section},
+         nullptr, nullptr, read_section},
         {"--remove-section", "KIND", "Take out the extra input sections of a kind", EditTarget::Head, read_remove_section},
     };
 }
 
-}  // namespace quor_gjf
+}  // namespace quor::input::gaussian

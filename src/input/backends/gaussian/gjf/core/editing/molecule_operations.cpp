@@ -1,17 +1,21 @@
-// The operations of quor-gjf edit on the molecule as a list: unit, order, new atoms, other elements.
-#include "edit_operations.hpp"
-#include "number_text.hpp"
-#include "plain_text.hpp"
+// The operations on the molecule as a list: unit, order, new atoms, other elements.
+#include <gjf/core/editing/operation_rows.hpp>
+
+#include <gjf/core/chemistry/elements.hpp>
+#include <gjf/core/chemistry/species.hpp>
+#include <gjf/core/editing/number_text.hpp>
+#include <gjf/core/job/gjf_parse_exception.hpp>
+#include <gjf/core/reader/gjf_parser.hpp>
+#include <gjf/core/schema/simple_yaml_parser.hpp>
+#include <gjf/core/selection/selection.hpp>
 
 #include <algorithm>
 #include <stdexcept>
 #include <string_view>
 #include <utility>
 
-namespace quor_gjf {
+namespace quor::input::gaussian {
 namespace {
-
-using namespace quor::input::gaussian;
 
 Edit read_units(const std::string& text) {
     const std::string unit = SimpleYAMLParser::to_lower(text);
@@ -111,7 +115,7 @@ Edit read_reorder(const std::string& text) {
         const std::size_t count = job.get_data().geom.atoms.size();
         const std::size_t last = *std::max_element(order.begin(), order.end()) + 1;
         if (order.size() != count || last > count) {
-            throw std::runtime_error("the order names " + counted(order.size(), "atom") + " up to " + std::to_string(last) +
+            throw std::runtime_error("the order names " + std::to_string(order.size()) + (order.size() == 1 ? " atom" : " atoms") + " up to " + std::to_string(last) +
                                      ", the job has " + std::to_string(count));
         }
         job.reorder_atoms_with_connectivity(order);
@@ -132,4 +136,4 @@ std::vector<EditOption> molecule_edit_options() {
     };
 }
 
-}  // namespace quor_gjf
+}  // namespace quor::input::gaussian

@@ -1,4 +1,4 @@
-// Reads numbers from arguments, whatever the locale.
+// Reads numbers of operations, whatever the locale. Private to the room.
 #pragma once
 
 #include <charconv>
@@ -8,7 +8,7 @@
 #include <system_error>
 #include <type_traits>
 
-namespace quor_gjf {
+namespace quor::input::gaussian {
 
 /// Reads a finite decimal number that takes up the whole text, with a sign or without; absent when it is none.
 template <typename Number>
@@ -26,4 +26,4 @@ std::optional<Number> number_of(std::string_view text) noexcept {
     return number;
 }
 
-}  // namespace quor_gjf
+}  // namespace quor::input::gaussian

@@ -1,6 +1,11 @@
-// The operations of quor-gjf edit on atoms that a selection names.
-#include "edit_operations.hpp"
-#include "number_text.hpp"
+// The operations on atoms that a selection names.
+#include <gjf/core/editing/operation_rows.hpp>
+
+#include <gjf/core/chemistry/layers.hpp>
+#include <gjf/core/chemistry/species.hpp>
+#include <gjf/core/editing/number_text.hpp>
+#include <gjf/core/reader/gjf_parser.hpp>
+#include <gjf/core/selection/selection.hpp>
 
 #include <algorithm>
 #include <array>
@@ -8,10 +13,8 @@
 #include <string_view>
 #include <utility>
 
-namespace quor_gjf {
+namespace quor::input::gaussian {
 namespace {
-
-using namespace quor::input::gaussian;
 
 struct AtomsAndValue {
     Selection selection;
@@ -123,4 +126,4 @@ std::vector<EditOption> atom_edit_options() {
     };
 }
 
-}  // namespace quor_gjf
+}  // namespace quor::input::gaussian
