@@ -143,7 +143,7 @@ FileResult check_file(const std::string& path, const CheckArguments& arguments, 
                       quor::core::fs::FolderFlushes& folders, SharedCheckpoints& shared) {
     const auto rules = std::make_shared<CheckRules>(arguments.rules_of(path));
     const std::string content = read_text(path);
-    const ChosenJobs jobs(arguments.where, path, content, IncludedFiles::Opened);
+    const ChosenJobs jobs(arguments.where, path, content, NamedFiles::Opened);
     const auto is_wanted = [&jobs](const Finding& finding) { return jobs.has(finding.job); };
     const auto file = std::make_shared<FixedFile>();
     std::vector<BegunCheckpoint> begun;

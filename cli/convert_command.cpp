@@ -47,7 +47,7 @@ std::string left_out(const XyzText& xyz) {
 
 // Returns one frame for each job that has positions, and says what was left out; throws when no job has any.
 std::string frames_of(const std::string& path, const ConvertArguments& arguments) {
-    const JobFile file(path, read_text(path), IncludedFiles::Opened);
+    const JobFile file(path, read_text(path), NamedFiles::Opened);
     const std::size_t count = file.jobs().size();
     if (count == 0 || arguments.job > count) {
         throw std::runtime_error(count == 0 ? "no job was found" : "there is no job " + std::to_string(arguments.job));

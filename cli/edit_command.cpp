@@ -300,7 +300,7 @@ void add_edit_command(CLI::App& command, int& exit_code) {
     add_thread_option(command, arguments->batch);
     command.callback([arguments, &command, &exit_code] {
         arguments->plan.checks = !arguments->no_check;
-        arguments->plan.included_files = IncludedFiles::Opened;
+        arguments->plan.included_files = NamedFiles::Opened;
         arguments->plan.operations = operations_of(command, arguments->reading);
         exit_code = edit(*arguments);
     });

@@ -39,7 +39,7 @@ std::string line_of(const JobFile& file, std::size_t job) {
 }
 
 FileResult find_in_file(const std::string& path, const Where& condition, const FindArguments& arguments) {
-    const JobFile file(path, read_text(path), IncludedFiles::Opened);
+    const JobFile file(path, read_text(path), NamedFiles::Opened);
     const std::vector<std::size_t> found = fitting_jobs(condition, file);
     FileResult result;
     result.counts[found_count] = found.size();

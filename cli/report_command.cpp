@@ -111,7 +111,7 @@ std::string output_of(const JobFile& file, const std::vector<std::size_t>& jobs,
 }
 
 FileResult report_file(const std::string& path, const ReportArguments& arguments, bool with_heading) {
-    const JobFile file(path, read_text(path), IncludedFiles::Opened);
+    const JobFile file(path, read_text(path), NamedFiles::Opened);
     const auto is_read = [](const JobReading& reading) { return reading.error.empty(); };
     if (std::none_of(file.jobs().begin(), file.jobs().end(), is_read) && !arguments.where) {
         GJFParser::parse_string_multi(file.text());  // throws what it says of such a file

@@ -49,7 +49,7 @@ std::vector<std::size_t> wanted_jobs(const SplitArguments& arguments, const std:
             throw std::runtime_error("there is no job " + std::to_string(job) + ": the file has " + std::to_string(count));
         }
     }
-    const ChosenJobs fitting(arguments.where, arguments.input, text, IncludedFiles::Opened);
+    const ChosenJobs fitting(arguments.where, arguments.input, text, NamedFiles::Opened);
     const std::vector<std::size_t>& named = arguments.jobs;
     std::vector<std::size_t> wanted;
     for (std::size_t job = 0; job < count; ++job) {

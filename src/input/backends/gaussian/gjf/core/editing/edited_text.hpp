@@ -15,13 +15,13 @@ namespace quor::input::gaussian {
 
 /// What is done to a text.
 struct EditPlan {
-    std::vector<EditOperation> operations;  ///< in their order, each on all jobs
-    std::size_t job = 0;                    ///< changes this job alone, counted from 1; 0: all that can be read
-    std::optional<JobPredicate> where;      ///< and of these what fits
-    IncludedFiles included_files = IncludedFiles::LeftAlone;  ///< for `where`
-    bool force = false;                                       ///< as `GJFWriteOptions`
-    bool checks = true;                                       ///< looks for what the change brings
-    bool strict = false;                                      ///< refuses a change that brings any
+    std::vector<EditOperation> operations;              ///< in their order, each on all jobs
+    std::size_t job = 0;                                ///< changes this job alone, counted from 1; 0: all that can be read
+    std::optional<JobPredicate> where;                  ///< and of these what fits
+    NamedFiles included_files = NamedFiles::LeftAlone;  ///< for `where`
+    bool force = false;                                 ///< as `GJFWriteOptions`
+    bool checks = true;                                 ///< looks for what the change brings
+    bool strict = false;                                ///< refuses a change that brings any
 };
 
 /// A job that cannot be read and stays as it is.

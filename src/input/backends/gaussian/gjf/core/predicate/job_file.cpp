@@ -244,13 +244,13 @@ constexpr Row rows[] = {
 
 }  // namespace
 
-JobFile::JobFile(std::string path, std::string text, IncludedFiles files)
+JobFile::JobFile(std::string path, std::string text, NamedFiles files)
     : path_(std::move(path)),
       text_(std::move(text)),
       jobs_(read_jobs_with_layout(text_)),
       whole_(jobs_.size()),
       sizes_(jobs_.size()) {
-    if (files == IncludedFiles::Opened && path_ != "-") {
+    if (files == NamedFiles::Opened && path_ != "-") {
         included_ = read_included_files(text_, path_);
     }
     for (std::size_t job = 0; job < (included_.empty() ? 0 : jobs_.size()); ++job) {

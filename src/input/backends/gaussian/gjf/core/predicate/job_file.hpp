@@ -20,7 +20,7 @@ class QUOR_GJF_API JobFile {
    public:
     /// Reads a text; `path` is what the field `file` gives, and beside what files that the text names are looked for: "-"
     /// has none. Throws `GJFParseException` for a text that is too long.
-    JobFile(std::string path, std::string text, IncludedFiles files = IncludedFiles::LeftAlone);
+    JobFile(std::string path, std::string text, NamedFiles files = NamedFiles::LeftAlone);
     JobFile(const JobFile&) = delete;
     JobFile& operator=(const JobFile&) = delete;
     ~JobFile();

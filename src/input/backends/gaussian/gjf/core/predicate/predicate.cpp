@@ -189,7 +189,7 @@ std::vector<std::size_t> fitting_jobs(const std::optional<JobPredicate>& conditi
 }
 
 ChosenJobs::ChosenJobs(const std::optional<JobPredicate>& condition, const std::string& path, const std::string& text,
-                       IncludedFiles files) {
+                       NamedFiles files) {
     if (condition) {
         const JobFile file(path, text, files);
         numbers_ = fitting_jobs(condition, file);

@@ -51,7 +51,7 @@ class QUOR_GJF_API ChosenJobs {
    public:
     /// As `JobFile`.
     ChosenJobs(const std::optional<JobPredicate>& condition, const std::string& path, const std::string& text,
-               IncludedFiles files = IncludedFiles::LeftAlone);
+               NamedFiles files = NamedFiles::LeftAlone);
 
     /// Tells whether the job of a number is looked at; 0 stands for the file as a whole, which is where any of its jobs is.
     bool has(std::size_t number) const noexcept;

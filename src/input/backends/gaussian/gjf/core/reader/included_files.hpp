@@ -24,7 +24,7 @@ struct IncludedFile {
 };
 
 /// Whether the files that a text names are opened.
-enum class IncludedFiles : bool { LeftAlone, Opened };
+enum class NamedFiles : bool { LeftAlone, Opened };
 
 /// How far files are followed.
 inline constexpr std::size_t deepest_included_file = 4;  ///< a file that the text itself names has depth 1
