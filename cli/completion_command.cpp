@@ -231,7 +231,7 @@ Candidates condition_words(const std::string& text, std::string& part) {
     }
     Candidates candidates = sign == std::string::npos ? fields() : Candidates();
     const Candidates words = route_words(std::string(part), part);
-    candidates.insert(candidates.begin(), words.begin(), words.end());
+    candidates.insert(candidates.end(), words.begin(), words.end());
     return candidates;
 }
 

@@ -257,16 +257,16 @@ def test_no_leak_over_ten_thousand_reads(tmp_path):
 
 
 WRONG_LINES = [
-    ("# hf\n\nt\n\n0 one\nH 0 0 0\n\n", 5), ("\n\n", None), ("# hf\n\nt\n\n0 1\n  H 0 0 0\n  H 0 0 1e999\n\n", 7), ("# hf\n\nt\n\n0 99999999999\nH 0 0 0\n\n", 5),
-    ("# hf\n\nt\n\n0 two\nH 0 0 0\n\n--Link1--\n# hf\n\nt\n\n0 one\nH 0 0 0\n\n", 5),
+    ("# hf\n\nt\n\n0 one\nH 0 0 0\n\n", 5, 1), ("\n\n", None, None), ("# hf\n\nt\n\n0 1\n  H 0 0 0\n  H 0 0 1e999\n\n", 7, 9),
+    ("# hf\n\nt\n\n0 99999999999\nH 0 0 0\n\n", 5, 3),
+    ("# hf\n\nt\n\n0 two\nH 0 0 0\n\n--Link1--\n# hf\n\nt\n\n0 one\nH 0 0 0\n\n", 5, 1),
 ]
 
 
-@pytest.mark.parametrize("text, line", WRONG_LINES)
-def test_errors_tell_file_and_line(text, line, folder):
+@pytest.mark.parametrize("text, line, column", WRONG_LINES)
+def test_errors_tell_file_and_place(text, line, column, folder):
     with pytest.raises(gjf.ParseError) as caught:
         gjf.loads_all(text)
-    column = line and 1
     assert (caught.value.filename, caught.value.line, caught.value.column) == (None, line, column) and "GJF Parse Error: " in str(caught.value)
     (folder / "bad.gjf").write_text(text)
     with pytest.raises(gjf.ParseError) as caught:
