@@ -75,6 +75,10 @@ int split(const SplitArguments& arguments) {
         names.push_back((folder / numbered_name(input, job + 1, pieces.size())).string());
         check_output(names.back(), arguments.force);
     }
+    std::error_code error;  // where it cannot be made, the first file says so
+    if (!arguments.folder.empty() && !wanted.empty()) {
+        std::filesystem::create_directories(folder, error);
+    }
     for (std::size_t i = 0; i < wanted.size(); ++i) {
         write_output(names[i], std::string(pieces[wanted[i]]), arguments.force);
         std::printf("%s\n", names[i].c_str());
@@ -87,7 +91,7 @@ int split(const SplitArguments& arguments) {
 void add_split_command(CLI::App& command, int& exit_code) {
     const auto arguments = std::make_shared<SplitArguments>();
     command.add_option("FILE", arguments->input, "A job file; - reads standard input")->required();
-    command.add_option("-o,--output", arguments->folder, "Write into this folder (default: that of the file)")
+    command.add_option("-o,--output", arguments->folder, "Write into this folder, made when missing (default: that of the file)")
         ->type_name("FOLDER");
     command
         .add_option("--job", arguments->jobs,
