@@ -158,6 +158,7 @@ FileResult check_file(const std::string& path, const CheckArguments& arguments, 
         file->text = content;
         file->findings = check_text(content, options);
     }
+    rules->add_site_findings(arguments.name_of(path), file->text, file->findings);
     std::erase_if(file->findings, [&](const Finding& finding) { return !is_wanted(finding); });
     rules->apply(file->findings);
     FileResult result = result_of(path, *file, rules->fail_on, arguments, colours);

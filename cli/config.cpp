@@ -32,13 +32,13 @@ std::optional<Configurations>& kept_configurations() {
 bool is_of_files(const Setting& setting) {
     constexpr std::array<std::string_view, 3> keys = {"select", "ignore", "fail-on"};
     const std::vector<std::string>& path = setting.path;
-    return path.size() != 2 || path[0] == "files" || path[0] == "limits" ||
+    return path.size() != 2 || path[0] == "files" || path[0] == "limits" || path[0] == "rules" ||
            (path[0] == "check" && std::find(keys.begin(), keys.end(), path[1]) != keys.end());
 }
 
 bool is_own_table(const Setting& setting) {
     const std::vector<std::string>& path = setting.path;
-    return path[0] == "files" || path[0] == "limits" ||
+    return path[0] == "files" || path[0] == "limits" || path[0] == "rules" ||
            (path.size() == 3 && path[0] == "check" && (path[1] == "severity" || path[1] == "per-file-ignores"));
 }
 

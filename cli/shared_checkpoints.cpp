@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <filesystem>
+#include <system_error>
 
 namespace quor_gjf {
 namespace {
@@ -12,6 +13,14 @@ using namespace quor::input::gaussian;
 
 std::string path_of(const std::string& file, const std::string& checkpoint) {
     return (std::filesystem::path(file).parent_path() / checkpoint).lexically_normal().string();
+}
+
+// Tells whether an output lies beside a job's file: it has run, so nothing is lost any more that a warning could save.
+bool has_run(const std::string& file) {
+    std::filesystem::path output = file;
+    std::error_code error;
+    return std::filesystem::exists(output.replace_extension(".log"), error) ||
+           std::filesystem::exists(output.replace_extension(".out"), error);
 }
 
 std::size_t begin_of_line(std::string_view content, std::size_t line) {
@@ -29,7 +38,7 @@ bool SharedCheckpoints::add_findings(const std::string& path, std::string_view c
     bool any = false;
     for (const BegunCheckpoint& checkpoint : begun) {
         const auto [known, is_new] = files_.try_emplace(path_of(path, checkpoint.path), path);
-        if (is_new || known->second == path) {
+        if (is_new || known->second == path || has_run(path)) {
             continue;
         }
         Finding finding;

@@ -53,6 +53,25 @@ TEST(CheckpointChain, CarriesTheMolecule) {
     for (const auto& row : rows) {
         EXPECT_EQ(told(first + row.rest), row.told) << row.rest;
     }
+    // Layers and their elements.
+    const std::string layers =
+        "%chk=a.chk\n# oniom(hf/3-21g:pm6)\n\nt\n\n0 1 0 1 0 1\nI 0.0 0.0 0.0 H\nH 0.0 0.0 1.61 H\n"
+        "He 0.0 5.0 0.0 L\n\n--Link1--\n%chk=a.chk\n";
+    for (const auto& [rest, expected] : {
+             std::pair("# oniom(hf/6-31g(d):pm6) geom=allcheck\n\n", "R013:13"),
+             std::pair("# oniom(hf/3-21g:hf/6-31g(d)) geom=allcheck\n\n", "R013:13"),
+             std::pair("# oniom(hf/3-21g:pm6:uff) geom=allcheck\n\n", "M012:13"),
+             std::pair("# oniom(hf/3-21g:pm6) geom=check\n\nt\n\n1 1 0 1 0 1\n\n", "M002:17"),
+             std::pair("# oniom(hf/3-21g:pm6) geom=check\n\nt\n\n0 1 1 1 0 1\n\n", ""),  // of the model nothing is known
+             std::pair("# oniom(hf/3-21g:pm6) geom=allcheck\n\n", ""),
+             std::pair("# oniom(hf/def2svp:hf/3-21g) geom=check\n\nt\n\n0 1\n\n", ""),
+             std::pair("# oniom(hf/gen:pm6) geom=allcheck\n\nI H 0\n3-21g\n****\n\n", ""),
+             std::pair("# oniom(hf/6-31g(d):pm6) extrabasis geom=allcheck\n\nI 0\n3-21g\n****\n\n", ""),
+             std::pair("# oniom(uff:hf/3-21g) geom=check\n\nt\n\n0 3\n\n", ""),
+         }) {
+        EXPECT_EQ(told(layers + rest), expected) << rest;
+    }
+    EXPECT_EQ(told(first + "%chk=a.chk\n# oniom(hf/3-21g:pm6) geom=allcheck\n\n"), "M012:12");
     // A checkpoint that another job writes, or none of the text.
     EXPECT_EQ(told(first + "%oldchk=c.chk\n# hf/3-21g geom=check\n\nt\n\n0 2\n\n"), "L009:11");
     EXPECT_EQ(told(first + "%chk=a.chk\n# hf/3-21g\n\nt\n\n0 2\nH 0.0 0.0 0.0\n\n--Link1--\n%chk=a.chk\n# hf/3-21g "

@@ -74,6 +74,25 @@ TEST(ConfigurationFiles, AreRefusedWithTheLineOfTheMistake) {
         {"[limits]\nforbid = \"scf=qc\"\n", "2: limits.forbid is a list of words"},
         {"[limits]\nnodes = 4\n", "2: no such option: limits.nodes"},
         {"[[limits]]\ncores = 4\n", "1: "},
+        {"[rules.ts]\nmessage = \"m\"\n", "2: rules.ts has no when"},
+        {"[rules.ts]\nwhen = \"opt=ts\"\n", "2: rules.ts has no message"},
+        {"[rules.ts]\nseverity = \"note\"\n", "2: rules.ts has no when"},
+        {"[rules.ts]\nmessage = \"m\"\nwhen = \"\"\n", "3: rules.ts.when is a condition on a job"},
+        {"[rules.ts]\nmessage = \" \"\nwhen = \"opt\"\n", "2: rules.ts.message is what is told"},
+        {"[rules.ts]\nmessage = 1\nwhen = \"opt\"\n", "2: rules.ts.message is what is told"},
+        {"[rules.ts]\nmessage = \"m\"\nwhen = [\"opt\"]\n", "3: rules.ts.when is a condition on a job"},
+        {"[rules.ts]\nmessage = \"m\"\nwhen = \"opt and\"\n", "3: rules.ts.when: column "},
+        {"[rules.ts]\nmessage = \"m\"\nwhen = \"atoms > many\"\n", "3: rules.ts.when: column "},
+        {"[rules.ts]\nmessage = \"m\"\nwhen = \"opt\"\nseverity = \"error\"\n", "4: rules.ts.severity is \"warning\" or"},
+        {"[rules.ts]\nmessage = \"m\"\nwhen = \"opt\"\nseverity = \"off\"\n", "4: rules.ts.severity is"},
+        {"[rules.ts]\nmessage = \"m\"\nwhen = \"opt\"\nhint = \"h\"\n", "4: no such option: rules.ts.hint"},
+        {"[rules.ts.more]\nwhen = \"opt\"\n", "2: no such option: rules.ts.more.when"},
+        {"[rules]\nwhen = \"opt\"\n", "2: no such option: rules.when"},
+        {"[rules.\"a b\"]\nmessage = \"m\"\nwhen = \"opt\"\n", "3: the name of a rule is made of"},
+        {"[rules.\"\"]\nmessage = \"m\"\nwhen = \"opt\"\n", "3: the name of a rule is made of"},
+        {"[[rules]]\nwhen = \"opt\"\n", "1: "},
+        {"rules = \"opt\"\n", "1: "},
+        {"[check.severity]\n\"site:ts\" = \"error\"\n", "2: what a rule of a site tells is a warning or a note"},
         {"\"\\x\" = 1\n", "1: "},
         {"a = \"\xff\"\n", "1: "},
     };
@@ -140,6 +159,47 @@ TEST(CheckRulesOfAFile, HaveTheLimits) {
     EXPECT_EQ(limits.cores, 32);
     EXPECT_EQ(limits.forbidden, std::vector<std::string>{"scf=qc"});
     EXPECT_EQ(limits.wanted, std::vector<std::string>{"%chk"});
+}
+
+// What the rules of a configuration say of two jobs, as "line severity code".
+std::string told_by_rules(const std::string& text) {
+    const std::string jobs =
+        "%chk=a\n# b3lyp/6-31g(d) opt=ts\n\nt\n\n0 1\nHe 0 0 0\n\n--Link1--\n# hf/3-21g freq\n\nt\n\n"
+        "0 1\nHe 0 0 0\n\n";
+    const CheckRules rules = rules_of(text);
+    std::vector<Finding> findings;
+    rules.add_site_findings("job.gjf", jobs, findings);
+    rules.apply(findings);
+    std::string told;
+    for (const Finding& finding : findings) {
+        told += std::to_string(finding.line) + ' ' + severity_name(finding.severity) + ' ' + finding.code + ";";
+    }
+    return told;
+}
+
+TEST(RulesOfASite, TellOfTheJobsThatTheirConditionHoldsFor) {
+    const std::string ts = "[rules.ts-alone]\nwhen = \"opt=ts and not freq\"\nmessage = \"m\"\n";
+    const std::string hf = "[rules.hf]\nwhen = \"method = hf\"\nmessage = \"m\"\nseverity = \"note\"\n";
+    struct Case {
+        std::string text;
+        const char* told;
+    };
+    const std::vector<Case> cases = {
+        {ts, "2 warning site:ts-alone;"},
+        {hf, "10 note site:hf;"},
+        {hf + ts, "2 warning site:ts-alone;10 note site:hf;"},
+        {"ignore = [\"site:hf\"]\n" + hf + ts, "2 warning site:ts-alone;"},
+        {"ignore = [\"site:\"]\n" + hf + ts, ""},
+        {"select = [\"site:\"]\n" + hf, "10 note site:hf;"},
+        {"[check.severity]\n\"site:ts\" = \"note\"\n" + ts, "2 note site:ts-alone;"},
+        {"[check.severity]\n\"site:ts-alone\" = \"off\"\n" + ts, ""},
+        {"[check.per-file-ignores]\n\"job*\" = [\"site:ts-alone\"]\n" + ts, ""},
+        {"[rules.never]\nwhen = \"atoms > 5\"\nmessage = \"m\"\n", ""},
+        {"", ""},
+    };
+    for (const Case& each : cases) {
+        EXPECT_EQ(told_by_rules(each.text), each.told) << each.text;
+    }
 }
 
 TEST(PathPatterns, FitNamesAndFolders) {

@@ -126,7 +126,7 @@ TEST(Facts, TellOfMethodsOfTheVocabulary) {
 TEST(Facts, GiveValuesToOptionsOfTheVocabulary) {
     const FactTable table("option_values", {"keyword", "options", "takes_value", "kind", "severity", "certainty"});
     ASSERT_GT(table.size(), 150U);
-    const std::set<std::string_view> kinds = {"integer", "real", "name", "iop", "size", "text"};
+    const std::set<std::string_view> kinds = {"integer", "real", "name", "iop", "size", "text", "multipole"};
     std::size_t found = 0;
     std::set<std::string_view> keywords;
     for (std::size_t i = 0; i < table.size(); ++i) {
@@ -218,6 +218,25 @@ TEST(Facts, KnowTheWordsOfTheSolventInput) {
     for (const char* word : {"", "ep", "epsi", "radii", "noneq=read", "number"}) {
         EXPECT_FALSE(takes_number(word)) << word;
     }
+}
+
+TEST(Facts, KnowTheNamesOfTheSolventInput) {
+    EXPECT_EQ(names_taken("SURFACE"), "vdw ses sas dens");
+    for (const char* word : {"", "eps", "radi", "radiii"}) {
+        EXPECT_EQ(names_taken(word), "") << word;
+    }
+}
+
+TEST(Facts, KnowTheWordsOfCoordinates) {
+    std::set<std::pair<std::string_view, std::string_view>> words;
+    for (const CoordinateWord& known : coordinate_words()) {
+        EXPECT_TRUE(words.emplace(known.kind, known.word).second) << known.word;
+        EXPECT_TRUE(known.kind == "function" || known.kind == "option") << known.kind;
+        const bool is_function = known.takes.empty() || known.takes.ends_with(" atoms");
+        EXPECT_TRUE(is_function || (known.kind == "option" && known.takes.ends_with("number"))) << known.takes;
+    }
+    EXPECT_EQ(words.count({"function", "dihedral"}), 1U);
+    EXPECT_EQ(words.count({"option", "dihedral"}), 0U);
 }
 
 TEST(Facts, AreNotesWhereNobodyVerifiedThem) {

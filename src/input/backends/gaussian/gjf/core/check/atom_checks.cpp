@@ -47,6 +47,18 @@ void check_elements(const CheckedJob& job, const std::vector<MoleculeAtom>& atom
     }
 }
 
+// Reports labels such as Oo and Cc: an element whose letter was struck twice, or a name of its own.
+void check_doubled_letters(const std::vector<MoleculeAtom>& atoms, Findings& findings) {
+    for (const MoleculeAtom& atom : atoms) {
+        const std::string_view label = atom.info == nullptr ? std::string_view() : std::string_view(atom.info->element);
+        if (atom.species.kind == SpeciesKind::Atom && !atom.species.certain && label.size() == 2 && label[0] != label[1] &&
+            to_lower_ascii(label[0]) == label[1]) {
+            findings.add("GJF-M001", Severity::Warning, "'" + std::string(label) + "' is no element", atom.line,
+                         "an element is " + std::string(symbol_of(atom.species)) + "; names have digits behind it");
+        }
+    }
+}
+
 void check_freeze_codes(const CheckedJob& job, Findings& findings) {
     // In further structures the numbers would stay.
     const bool has_more_structures = job.has_option("opt", "qst2") || job.has_option("opt", "qst3");
@@ -327,6 +339,7 @@ void check_units(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, 
 void check_atoms(const CheckedMolecule& molecule, Findings& findings) {
     const auto& [job, atoms, layers] = molecule;
     check_elements(job, atoms, findings);
+    check_doubled_letters(atoms, findings);
     check_freeze_codes(job, findings);
     check_all_frozen(job, findings);
     check_method_of_cell(job, atoms, findings);

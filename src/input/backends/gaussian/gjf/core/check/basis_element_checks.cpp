@@ -3,6 +3,7 @@
 
 #include <gjf/core/knowledge/basis_facts.hpp>
 #include <gjf/core/knowledge/facts.hpp>
+#include <gjf/core/text/text.hpp>
 
 #include <algorithm>
 #include <set>
@@ -34,13 +35,16 @@ std::string sets_that_cover(int element) {
     return names.empty() ? names : "sets that have it: " + names;
 }
 
-// Calls `report` for the first atom of each element that is not covered. Ghosts have functions, but no dispersion.
+// Calls `report` for the first atom of each element that is not covered, down to a depth of layers. Ghosts have functions,
+// but no dispersion.
 template <class Report>
-void for_each_lacking(const ElementSet& elements, const std::vector<MoleculeAtom>& atoms, const Report& report) {
+void for_each_lacking(const ElementSet& elements, const std::vector<MoleculeAtom>& atoms, const Report& report,
+                      std::size_t depth = 2) {
     std::set<int> seen;
     for (const MoleculeAtom& atom : atoms) {
         const auto [kind, element, certain] = atom.species;
-        if (kind == SpeciesKind::Atom && certain && !elements.covers(element) && seen.insert(element).second) {
+        if (kind == SpeciesKind::Atom && certain && layer_depth(atom) <= depth && !elements.covers(element) &&
+            seen.insert(element).second) {
             report(element, atom.line);
         }
     }
@@ -91,10 +95,33 @@ void report_lack(std::string_view basis, int element, const TextPlace& place, Fi
 
 namespace {
 
+// Each level of ONIOM has the atoms of its layer and of those above it.
+void check_levels(const CheckedMolecule& molecule, Findings& findings) {
+    const auto& [job, atoms, layers] = molecule;
+    const std::size_t last = layers.levels.size() - 1;
+    for (std::size_t level = 0; level < layers.levels.size(); ++level) {
+        const std::string text = to_lower_copy(layers.levels[level]);
+        const std::size_t slash = text.find('/');
+        const std::string set = job.schema.normalize_basis(
+            std::string(trim_view(std::string_view(text).substr(std::min(slash, text.size() - 1) + 1))));
+        if (const BasisElements* known = slash == std::string::npos ? nullptr : basis_elements(set)) {
+            for_each_lacking(
+                known->elements, atoms,
+                [&](int element, std::size_t line) {
+                    report_lack(set, element, TextPlace{line, 0, 0}, findings);
+                },
+                level == last ? 2 : level);
+        }
+    }
+}
+
 void check_basis_elements(const CheckedMolecule& molecule, Findings& findings) {
     const auto& [job, atoms, layers] = molecule;
     if (!job.schema.is_loaded()) {
         return;
+    }
+    if (layers.levels.size() >= 2 && !job.has_keyword("iop") && !job.has_any_word(words_with("changes the basis set"))) {
+        check_levels(molecule, findings);
     }
     for (const std::string_view set : {only_basis(job), std::string_view(job.route.density_fitting_basis)}) {
         if (const BasisElements* known = basis_elements(set)) {

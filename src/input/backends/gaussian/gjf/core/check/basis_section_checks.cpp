@@ -165,6 +165,10 @@ class BasisWalk {
         const bool is_slater = equals_folded(section[tokens[0].span], "sto");
         shell_is_sp_ = equals_folded(section[tokens[0].span], "sp");
         wanted_primitives_ = is_slater ? 0 : to_int64(section[tokens[1].span]).value_or(0);
+        if (!is_slater && tokens.size() > 2 && !is_fortran_or_c_number(section[tokens[2].span])) {
+            findings_.add("GJF-S028", Severity::Warning, "'" + std::string(section[tokens[2].span]) + "' is no scale factor",
+                          job_.place_in(number, section[tokens[2].span]));
+        }
     }
 
     void take_line(const SectionReading& section, const SectionLine& line, std::size_t number) {

@@ -9,6 +9,7 @@
 #include <gjf/core/knowledge/knowledge.hpp>
 #include <gjf/core/reader/included_files.hpp>
 #include <gjf/core/schema/route_schema_cache.hpp>
+#include <gjf/core/route/option_syntax.hpp>
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
@@ -34,14 +35,16 @@ void ask(const CheckedMolecule& molecule, Known before, Known now, Findings& fin
     }
 }
 
-// Asks of a molecule that comes from a job before this one what needs no lines of atoms. Layers and fragments stand in them.
+// Asks of a molecule that comes from a job before this one what needs no lines of atoms, where fragments and link atoms
+// stand.
 void check_earlier_molecule(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings) {
-    if (atoms.empty() || !job.route.oniom_expression.empty() || job.has_keyword("massage") ||
-        job.has_keyword("counterpoise") || job.has_option("guess", "fragment")) {
+    if (atoms.empty() || job.has_keyword("massage") || job.has_keyword("counterpoise") ||
+        job.has_option("guess", "fragment")) {
         return;
     }
-    const CheckedMolecule molecule{job, atoms, {}};
-    for (const Family* family : {&electron_family, &basis_section_family, &basis_element_family, &named_block_family}) {
+    const CheckedMolecule molecule{job, atoms, {oniom_levels(job.route.oniom_expression), {}}};
+    for (const Family* family :
+         {&electron_family, &layer_family, &basis_section_family, &basis_element_family, &named_block_family}) {
         family->find(molecule, findings);
     }
 }

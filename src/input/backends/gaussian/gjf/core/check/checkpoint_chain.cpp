@@ -127,6 +127,7 @@ bool CheckpointChain::Checkpoint::lacks(std::string_view content) const noexcept
     return content == "orbitals"                    ? !has_orbitals
            : content == "force constants"           ? !has_force_constants
            : content == "Cartesian force constants" ? !has_cartesian_force_constants
+           : content == "states"                    ? !has_states
                                                     : false;
 }
 
@@ -178,6 +179,8 @@ CheckpointChain::Checkpoint CheckpointChain::left_by(const CheckedJob& job, cons
         job.has_any_word("freq opt=calcfc opt=calcall opt=recalcfc irc=calcfc irc=calcall irc=recalcfc nonstd");
     left.has_force_constants = left.has_cartesian_force_constants || (source != nullptr && source->has_force_constants) ||
                                optimizes(job) || job.has_any_word("irc ircmax polar admp bomd");
+    left.has_states = reads_unknown || (source != nullptr && source->has_states) ||
+                      job.has_any_word("td tda cis zindo eomccsd sac-ci nonstd iop");
     if (optimizes(job)) {
         left.optimized = level_of(job);
     } else if (source != nullptr && job.molecule_from_checkpoint()) {

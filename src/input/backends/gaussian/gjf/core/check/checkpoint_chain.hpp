@@ -41,6 +41,7 @@ class CheckpointChain {
         bool has_orbitals = true;
         bool has_force_constants = true;
         bool has_cartesian_force_constants = true;
+        bool has_states = true;                // excited ones
         ModelLevel optimized = {};             // of its structure; empty where it is not known to be optimised
         NameSet names = {};                    // of its Z-matrix; none where it has none
         std::vector<MoleculeAtom> atoms = {};  // without `info`, which ends with its job

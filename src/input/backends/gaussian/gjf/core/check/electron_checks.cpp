@@ -300,7 +300,10 @@ void check_electrons(const CheckedMolecule& molecule, Findings& findings) {
         return;
     }
     if (!layers.levels.empty()) {
-        check_oniom_pairs(job, atoms, layers, job.job.geom.charge_spin_pairs(), findings);
+        std::vector<ChargeSpinPair> pairs = job.job.geom.charge_spin_pairs();
+        // Link atoms stand in lines of atoms: of a molecule from a checkpoint the whole is known, its models are not.
+        pairs.resize(std::min<std::size_t>(pairs.size(), job.job.geom.atom_count() == 0 ? 1 : pairs.size()));
+        check_oniom_pairs(job, atoms, layers, pairs, findings);
         return;
     }
     if (fragments > 0) {

@@ -41,6 +41,23 @@ void offer_high_layer(const CheckedJob& job, const std::vector<MoleculeAtom>& at
     offer(finding, "write H, as Gaussian takes it", FixSafety::Safe, std::move(edits));
 }
 
+std::size_t count_layers(const std::vector<MoleculeAtom>& atoms) {
+    std::array<bool, 3> used{};
+    for (const MoleculeAtom& atom : atoms) {
+        used[layer_depth(atom)] = true;
+    }
+    return static_cast<std::size_t>(std::count(used.begin(), used.end(), true));
+}
+
+void report_few_layers(std::size_t count, std::size_t levels, std::size_t line, Findings& findings) {
+    if (count < levels) {
+        findings.add("GJF-M012", Severity::Error,
+                     "the atoms stand in " + std::to_string(count) + (count == 1 ? " layer" : " layers") +
+                         ", but the route has " + std::to_string(levels) + " levels",
+                     line, "write H, M or L behind the coordinates");
+    }
+}
+
 void check_letters(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, std::size_t levels, Findings& findings) {
     Faulty missing;
     Faulty medium;
@@ -60,16 +77,9 @@ void check_letters(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms
         findings.add("GJF-M012", Severity::Warning, medium.text() + " in layer M, but the route has two levels",
                      medium.first_line, "two layers are H and L");
     }
-    std::array<bool, 3> used{};
-    for (const MoleculeAtom& atom : atoms) {
-        used[layer_depth(atom)] = true;
-    }
-    const auto count = static_cast<std::size_t>(std::count(used.begin(), used.end(), true));
-    if (count < levels && medium.count == 0) {
-        findings.add("GJF-M012", Severity::Error,
-                     "the atoms stand in " + std::to_string(count) + (count == 1 ? " layer" : " layers") +
-                         ", but the route has " + std::to_string(levels) + " levels",
-                     atoms.front().line, "write H, M or L behind the coordinates");
+    const std::size_t count = count_layers(atoms);
+    if (medium.count == 0) {
+        report_few_layers(count, levels, atoms.front().line, findings);
     }
     if (missing.count > 0) {
         Finding& finding = findings.add("GJF-M011", Severity::Warning,
@@ -194,6 +204,9 @@ namespace {
 void check_layers(const CheckedMolecule& molecule, Findings& findings) {
     const auto& [job, atoms, layers] = molecule;
     const std::size_t levels = layers.levels.size();
+    if (levels >= 2 && !atoms.empty() && job.molecule_from_checkpoint()) {
+        report_few_layers(count_layers(atoms), levels, atoms.front().line, findings);
+    }
     if (levels < 2 || job.job.geom.atoms.empty()) {
         return;
     }

@@ -66,6 +66,10 @@ void check_scan(const CheckedJob& job, const RouteTree::Keyword& scan, Findings&
         for (std::size_t i = 0; i < list->size(); ++i) {
             const Fields rest = fields_behind_value(job.line(line_at(lines, i)));
             any = any || !rest.empty();
+            if (rest.size() == 2 && is_integer_text(rest[0]) && to_int64(rest[0]).value_or(0) < 0) {
+                findings.add("GJF-M019", Severity::Error, "'" + std::string(rest[0]) + "' is no number of steps",
+                             job.place_in(line_at(lines, i), rest[0]), "as in r 0.96 4 0.05");
+            }
             if (rest.size() == 1 && is_integer_text(rest[0])) {
                 findings.add("GJF-M019", Severity::Warning,
                              "variable '" + (*list)[i].name + "' has a number of steps, but no step size", line_at(lines, i),

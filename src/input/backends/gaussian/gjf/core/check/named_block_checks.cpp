@@ -2,6 +2,8 @@
 // count on.
 #include <gjf/core/check/rule.hpp>
 
+#include <gjf/core/check/fixes.hpp>
+#include <gjf/core/check/near_names.hpp>
 #include <gjf/core/knowledge/basis_facts.hpp>
 #include <gjf/core/sections/section_tokens.hpp>
 #include <gjf/core/text/number_range.hpp>
@@ -134,6 +136,29 @@ class NamedBlocks {
     Elements told_{};
 };
 
+// Reports the names of potentials that are nearly those of basis sets which bring one; a name may be of a potential that is
+// written out.
+void check_names_of_potentials(const CheckedJob& job, const SectionLayout& layout, Findings& findings) {
+    const SectionReading section = read_section(layout.kind, job.text(layout.lines));
+    for (std::size_t i = 0; i < section.lines.size() && job.schema.is_loaded(); ++i) {
+        const std::string_view name = trim_view(without_comment(section[section.lines[i].span]));
+        if (section.lines[i].form != LineForm::Name || name.find_first_of(" \t,/") != std::string_view::npos ||
+            stuttgart_core(name) || job.schema.knows_basis(std::string(name)) || !findings.may_look_for_names()) {
+            continue;
+        }
+        const std::string lower = to_lower_copy(name);
+        const std::vector<std::string> near = near_names(lower, all_basis_sets(job.schema));
+        // The potential of lanl2dz is lanl2 too.
+        if (!near.empty() &&
+            std::none_of(near.begin(), near.end(), [&](const std::string& set) { return set.starts_with(lower); })) {
+            const TextPlace place = job.place_in(layout.lines.first + i, name);
+            Finding& finding = findings.add("GJF-S009", Severity::Warning,
+                                            "'" + std::string(name) + "' is no core potential", place, did_you_mean(near));
+            offer_near(job, place, name, near, finding);
+        }
+    }
+}
+
 void check_named_blocks(const CheckedMolecule& molecule, Findings& findings) {
     const auto& [job, atoms, layers] = molecule;
     const bool reads_basis = job.names_basis("gen") || job.names_basis("genecp");
@@ -145,6 +170,8 @@ void check_named_blocks(const CheckedMolecule& molecule, Findings& findings) {
     for (const SectionLayout& layout : job.layout.sections) {
         if (layout.kind == ExtraInputSectionKind::BasisSet) {
             blocks.check(layout);
+        } else if (layout.kind == ExtraInputSectionKind::ECP) {
+            check_names_of_potentials(job, layout, findings);
         }
     }
 }

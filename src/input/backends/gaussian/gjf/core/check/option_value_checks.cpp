@@ -77,17 +77,27 @@ Fit fit_of_internal_option(std::string_view item) {
     return (overlay >= 1 && overlay <= 11) || overlay == 99 ? Fit::Good : Fit::Odd;
 }
 
+// A field, as in x+10 and xxz-5: letters of a multipole before the sign. What has no sign is not judged.
+Fit fit_of_multipole(std::string_view value) {
+    const std::string letters = to_lower_copy(value.substr(0, value.find_first_of("+-")));
+    const bool is_multipole =
+        !letters.empty() && letters.size() <= 4 && letters.find_first_not_of("xyz") == std::string::npos;
+    const bool has_letters_alone = std::all_of(letters.begin(), letters.end(), is_letter);
+    return letters.size() == value.size() || is_multipole || !has_letters_alone ? Fit::Good : Fit::Wrong;
+}
+
 Fit fit_of(std::string_view value, const OptionValue& known) {
     const std::string_view text = without_parentheses(value);
     if (!known.names.empty() && is_named(text, known.names)) {
         return Fit::Good;
     }
-    return known.kind == "integer" ? fit_of_integer(text, known.least)
-           : known.kind == "real"  ? fit_of_real(text, known.least)
-           : known.kind == "size"  ? fit_of_size(text)
-           : known.kind == "iop"   ? fit_of_internal_option(text)
-           : known.kind == "name"  ? Fit::Wrong
-                                   : Fit::Good;
+    return known.kind == "integer"     ? fit_of_integer(text, known.least)
+           : known.kind == "real"      ? fit_of_real(text, known.least)
+           : known.kind == "size"      ? fit_of_size(text)
+           : known.kind == "iop"       ? fit_of_internal_option(text)
+           : known.kind == "name"      ? Fit::Wrong
+           : known.kind == "multipole" ? fit_of_multipole(text)
+                                       : Fit::Good;
 }
 
 std::string wanted_value(const OptionValue& known) {
@@ -96,7 +106,8 @@ std::string wanted_value(const OptionValue& known) {
                        : known.kind == "real"  ? "a number above " + least
                        : known.kind == "size"  ? "a number, with KB, MB, GB, TB, KW, MW, GW or TW behind it, or words"
                        : known.kind == "iop"   ? "overlay/option=number, as in 3/33=1"
-                                               : "";
+                       : known.kind == "multipole" ? "a multipole, a sign and a whole number, as in x+10"
+                                                   : "";
     if (!known.names.empty()) {
         text += (text.empty() ? "one of: " : ", or one of: ") + std::string(known.names);
     }
@@ -148,7 +159,7 @@ void check_own_value(const CheckedJob& job, const RouteTree::Keyword& keyword, c
             report_value(job, known, fit_of(item.in(job.route_text()), known), keyword.name, item, findings);
         }
     }
-    if (!has_value) {
+    if (!has_value && known.takes == "required") {
         report_missing(known, keyword.name, job.route_place(keyword.head), findings);
     }
 }

@@ -71,6 +71,12 @@ bool is_beside_slash(std::string_view text, Span word) noexcept {
     return (word.begin > 0 && text[word.begin - 1] == '/') || (word.end() < text.size() && text[word.end()] == '/');
 }
 
+// Tells whether a word is surely none of Gaussian's: a name that other programs have, or one with a sign that stands in no
+// word and parts none.
+bool is_foreign(std::string_view word) {
+    return word.find_first_of("\\;") != std::string_view::npos || other_name("foreign", word).has_value();
+}
+
 // Reports a word that is neither keyword nor method nor basis set; `is_model` where it must be one of the two last.
 void report_unknown_word(const CheckedJob& job, const std::string& word, const TextPlace& place, bool is_model,
                          Findings& findings, const RouteTree::Keyword* keyword = nullptr) {
@@ -94,8 +100,8 @@ void report_unknown_word(const CheckedJob& job, const std::string& word, const T
     const std::vector<std::string> near = findings.may_look_for_names()
                                               ? near_names(to_lower_copy(word), all_route_words(job.schema))
                                               : std::vector<std::string>();
-    const bool is_sure =
-        (is_misspelt(word, near) || (is_model && is_misspelt_model(word, near))) && !is_method_variant(job, word);
+    const bool is_sure = is_foreign(word) || ((is_misspelt(word, near) || (is_model && is_misspelt_model(word, near))) &&
+                                              !is_method_variant(job, word));
     Finding& finding = findings.add("GJF-W005", is_sure ? Severity::Error : Severity::Warning,
                                     "'" + word + "' is no route keyword, method or basis set", place, did_you_mean(near));
     offer_near(job, place, word, near, finding);
@@ -352,7 +358,8 @@ void check_option_words(const CheckedJob& job, const RouteTree::Keyword& keyword
                                                   : std::vector<std::string>();
         const TextPlace place = job.route_place(option.name);
         const bool names_solvent = keyword.name == "scrf" && is_solvent(name);
-        const bool is_sure = is_misspelt(name, near) || has_glued_value(job, keyword.name, name);
+        const bool is_sure =
+            names_solvent || is_foreign(name) || is_misspelt(name, near) || has_glued_value(job, keyword.name, name);
         Finding& finding = findings.add("GJF-R001", is_sure ? Severity::Error : Severity::Warning,
                                         "'" + name + "' is no option of " + keyword.name, place,
                                         names_solvent ? "write solvent=" + name : did_you_mean(near));

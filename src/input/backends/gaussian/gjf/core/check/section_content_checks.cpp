@@ -94,6 +94,9 @@ void check_action(const SectionText& text, std::size_t line, Tokens rest, Findin
                (rest.end() - found < 3 || !is_integer_text(text[found[1]]) || !is_number_text(text[found[2]]))) {
         findings.add("GJF-S022", Severity::Warning, "a scan has a number of steps and their size", text.place(line, *found),
                      "as in B 1 2 S 10 0.1");
+    } else if (action == 's' && to_int64(text[found[1]]).value_or(0) < 1) {
+        findings.add("GJF-S022", Severity::Warning, "'" + std::string(text[found[1]]) + "' is no number of steps",
+                     text.place(line, found[1]), "as in B 1 2 S 10 0.1");
     } else if (std::string_view("abfkr").find(action) != std::string_view::npos && rest.end() - found > 1 &&
                is_number_text(text[found[1]])) {
         findings.add("GJF-S022", Severity::Warning,
@@ -186,6 +189,22 @@ void check_solvation_value(const SectionText& text, std::size_t line, std::strin
         findings.add("GJF-S017", Severity::Warning, "'" + std::string(value) + "' is no number",
                      text.job.place_in(line, value));
     }
+    // The list of names may have gaps, so only what is near to one is told.
+    std::vector<std::string> names;
+    std::vector<std::string_view> words;
+    split_fields(names_taken(trim_view(field.substr(0, equals))), FieldSeparators::WhiteSpaceAndComma, true, words);
+    names.assign(words.begin(), words.end());
+    const std::string lower = to_lower_copy(value);
+    const bool is_known = value.empty() || std::find(names.begin(), names.end(), lower) != names.end();
+    if (!is_known && !names.empty() && findings.may_look_for_names()) {
+        if (const std::vector<std::string> near = near_names(lower, names); !near.empty()) {
+            const TextPlace place = text.job.place_in(line, value);
+            Finding& finding =
+                findings.add("GJF-S017", Severity::Warning, "'" + std::string(value) + "' is no name that is known here",
+                             place, did_you_mean(near));
+            offer_near(text.job, place, value, near, finding);
+        }
+    }
 }
 
 void check_solvation_words(const SectionText& text, std::size_t line, Tokens tokens, Findings& findings) {
@@ -255,6 +274,23 @@ void check_conditions(const SectionText& text, std::size_t number, Findings& fin
     }
 }
 
+// Isotopes are mass numbers, or masses.
+void check_masses(const SectionText& text, std::size_t first_line, Findings& findings) {
+    std::vector<std::string_view> fields;
+    for (std::size_t i = 0; i < text.reading.lines.size(); ++i) {
+        const SectionLine& line = text.reading.lines[i];
+        if (line.form != LineForm::OfAtom) {
+            continue;
+        }
+        cut_section_line(trim_view(without_comment(text.reading[line.span])), fields);
+        const auto odd = std::find_if_not(fields.begin(), fields.end(), is_fortran_or_c_number);
+        if (odd != fields.end()) {
+            findings.add("GJF-S025", Severity::Warning, "'" + std::string(*odd) + "' is no mass",
+                         text.job.place_in(first_line + i, *odd), "mass numbers alone, as in 18, one for each atom");
+        }
+    }
+}
+
 // Masses stand behind a first line of temperature and pressure.
 void check_isotopes(const CheckedJob& job, const SectionLayout& section, const std::vector<MoleculeAtom>& atoms,
                     Findings& findings) {
@@ -270,6 +306,7 @@ void check_isotopes(const CheckedJob& job, const SectionLayout& section, const s
         given += line.form == LineForm::OfAtom ? fields.size() : 0;
     }
     check_conditions(text, section.lines.first, findings);
+    check_masses(text, section.lines.first, findings);
     const auto wanted = static_cast<std::size_t>(std::count_if(
         atoms.begin(), atoms.end(), [](const MoleculeAtom& atom) { return atom.species.kind == SpeciesKind::Atom; }));
     if (given < wanted) {

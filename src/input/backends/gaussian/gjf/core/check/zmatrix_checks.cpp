@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <iterator>
+#include <map>
+#include <set>
 #include <utility>
 
 namespace quor::input::gaussian {
@@ -58,6 +60,27 @@ void check_row(const CheckedJob& job, std::size_t row, Findings& findings) {
     }
 }
 
+// Reports a number that stands alone behind the references and values of a row: nothing reads it. Behind a dihedral, 1 and
+// -1 tell that it is a second angle.
+void check_row_end(const CheckedJob& job, std::size_t row, Findings& findings) {
+    const ZMatrixEntry& entry = job.job.geom.zmatrix_entries[row];
+    const std::size_t line = line_at(job.layout.zmatrix_rows, row);
+    const std::size_t values = !entry.bond ? 0 : !entry.angle ? 1 : !entry.dihedral ? 2 : 3;
+    Fields fields;
+    cut_fields(without_comment(job.line(line)), fields);
+    if (is_cartesian(entry) || fields.size() != 2 * values + 2 || values != std::min<std::size_t>(row, 3)) {
+        return;
+    }
+    const std::int64_t number = is_integer_text(fields.back()) ? to_int64(fields.back()).value_or(0) : 0;
+    if (number > 1 || number < -1 || (number == 1 && values < 3)) {
+        findings.add("GJF-M009", Severity::Warning,
+                     "'" + std::string(fields.back()) + "' stands behind all that row " + std::to_string(row + 1) + " has",
+                     job.place_in(line, fields.back()),
+                     values == 3 ? "the last column is 0, or 1 or -1 for a second angle"
+                                 : "a row refers to as many atoms as stand before it, three at most");
+    }
+}
+
 // Returns the line where a variable of this name, perhaps with a sign, gets its value; 0 for none.
 std::size_t line_of_variable(const CheckedJob& job, std::string_view name) {
     const GeomSection& geom = job.job.geom;
@@ -83,6 +106,39 @@ void check_places(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms,
             const std::size_t of_variable = is_angle ? line_of_variable(job, atoms[i].cause) : 0;
             findings.add("GJF-M009", is_angle ? Severity::Error : Severity::Warning, position_fault_text(atoms[i], i + 1),
                          of_variable != 0 ? of_variable : atoms[i].line);
+        }
+    }
+}
+
+// Reports bond lengths below zero, where they are written.
+void check_lengths(const CheckedJob& job, Findings& findings) {
+    const GeomSection& geom = job.job.geom;
+    std::map<std::string, std::pair<double, std::size_t>> variables;  // their numbers and lines
+    for (const auto& [list, lines] :
+         {std::pair(&geom.variables, &job.layout.variables), std::pair(&geom.constants, &job.layout.constants)}) {
+        for (std::size_t i = 0; i < list->size(); ++i) {
+            const std::string& value = (*list)[i].value;
+            variables.try_emplace(to_lower_copy((*list)[i].name),
+                                  to_fortran_number(value.substr(0, value.find_first_of(" \t,"))).value_or(0),
+                                  line_at(*lines, i));
+        }
+    }
+    std::set<std::size_t> told;
+    for (std::size_t row = 0; row < geom.zmatrix_entries.size(); ++row) {
+        const ZMatrixEntry& entry = geom.zmatrix_entries[row];
+        if (!entry.bond || is_cartesian(entry)) {
+            continue;
+        }
+        const std::string& value = entry.bond->value;
+        double length = to_fortran_number(value).value_or(0);
+        std::size_t line = line_at(job.layout.zmatrix_rows, row);
+        if (const auto variable = variables.find(to_lower_copy(without_sign(value))); variable != variables.end()) {
+            length = value.starts_with('-') ? -variable->second.first : variable->second.first;
+            line = length < 0 && value.starts_with('-') ? line : variable->second.second;
+        }
+        if (length < 0 && told.insert(line).second) {
+            findings.add("GJF-M009", Severity::Warning, "the bond length of row " + std::to_string(row + 1) + " is negative",
+                         line);
         }
     }
 }
@@ -207,9 +263,11 @@ void check_zmatrix(const CheckedMolecule& molecule, Findings& findings) {
     const GeomSection& geom = job.job.geom;
     for (std::size_t row = 0; row < geom.zmatrix_entries.size(); ++row) {
         check_row(job, row, findings);
+        check_row_end(job, row, findings);
     }
     if (!geom.zmatrix_entries.empty()) {
         check_places(job, atoms, findings);
+        check_lengths(job, findings);
     }
     check_variable_lines(job, geom.variables, job.layout.variables, findings);
     check_variable_lines(job, geom.constants, job.layout.constants, findings);

@@ -11,6 +11,8 @@
 namespace quor::input::gaussian {
 namespace {
 
+constexpr const char* site_prefix = "site:";
+
 bool begins(const std::string& code, const std::string& beginning) {
     return !beginning.empty() && beginning.size() <= code.size() &&
            to_lower_copy(code.substr(0, beginning.size())) == to_lower_copy(beginning);
@@ -57,6 +59,47 @@ CheckLimits limits_of(const Configuration& configuration) {
     return limits;
 }
 
+// Returns the text of a rule's key. A rule is read once, at its condition.
+const std::string& text_of_rule(const Configuration& configuration, const Setting& when, const char* key) {
+    const Setting* setting = configuration.find({"rules", when.path[1], key});
+    if (setting == nullptr) {
+        throw ConfigurationError(when, "rules." + when.path[1] + " has no " + key);
+    }
+    return setting->values.front();
+}
+
+SiteRule site_rule(const Configuration& configuration, const Setting& when) {
+    constexpr const char* name_letters = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-_";
+    const std::string& name = when.path[1];
+    if (name.empty() || name.find_first_not_of(name_letters) != std::string::npos) {
+        throw ConfigurationError(when, "the name of a rule is made of letters, digits, - and _");
+    }
+    const std::string& message = text_of_rule(configuration, when, "message");
+    const Setting* severity = configuration.find({"rules", name, "severity"});
+    try {
+        return {std::string(site_prefix) + name, JobPredicate(when.values.front()), message,
+                severity == nullptr ? Severity::Warning : *severity_from(severity->values.front())};
+    } catch (const SelectionError& error) {
+        throw ConfigurationError(when, setting_name(when) + ": " + error.what());
+    }
+}
+
+// Takes the rule that a key belongs to, at the first of its keys that is read.
+void add_rule(const Configuration& configuration, const Setting& key, std::vector<SiteRule>& rules) {
+    const Setting* when = configuration.find({"rules", key.path[1], "when"});
+    if (when == nullptr) {
+        throw ConfigurationError(key, "rules." + key.path[1] + " has no when");
+    }
+    if (when == &key) {
+        rules.push_back(site_rule(configuration, *when));
+    }
+}
+
+// Where what is said of a whole job stands: at its route, else at its first line.
+std::size_t first_line_of(const JobLayout& layout) {
+    return layout.route_words.empty() ? layout.lines.first : layout.route_words.front().line;
+}
+
 }  // namespace
 
 std::size_t longest_beginning(const std::string& code, const std::vector<std::string>& beginnings) {
@@ -97,8 +140,9 @@ const CheckRules::SeverityRow* CheckRules::severity_row(const std::string& code)
 const std::string* find_unknown_code(const std::vector<std::string>& beginnings) {
     const auto begins_none = [](const std::string& beginning) {
         const std::vector<CheckDescription>& all = check_descriptions();
-        return std::none_of(all.begin(), all.end(),
-                            [&](const CheckDescription& each) { return begins(each.code, beginning); });
+        return !begins(beginning, site_prefix) && std::none_of(all.begin(), all.end(), [&](const CheckDescription& each) {
+            return begins(each.code, beginning);
+        });
     };
     const auto found = std::find_if(beginnings.begin(), beginnings.end(), begins_none);
     return found == beginnings.end() ? nullptr : &*found;
@@ -124,6 +168,28 @@ void CheckRules::apply(std::vector<Finding>& findings) const {
     }
 }
 
+void CheckRules::add_site_findings(const std::string& path, const std::string& text, std::vector<Finding>& findings) const {
+    if (site_rules.empty()) {
+        return;
+    }
+    const JobFile file(path, text);
+    for (std::size_t job = 0; job < file.jobs().size(); ++job) {
+        for (const SiteRule& rule : site_rules) {
+            if (rule.when.fits(file, job)) {
+                Finding finding;
+                finding.code = rule.code;
+                finding.severity = rule.severity;
+                finding.message = rule.message;
+                finding.job = file.jobs()[job].layout.number;
+                finding.line = first_line_of(file.jobs()[job].layout);
+                findings.insert(std::upper_bound(findings.begin(), findings.end(), finding.line,
+                                                 [](std::size_t line, const Finding& other) { return line < other.line; }),
+                                std::move(finding));
+            }
+        }
+    }
+}
+
 CheckRules check_rules(const Configuration& configuration, const std::string& path) {
     CheckRules rules;
     rules.selected = codes_of(configuration, "select");
@@ -136,11 +202,17 @@ CheckRules check_rules(const Configuration& configuration, const std::string& pa
         rules.fail_on = *severity;
     }
     for (const Setting& setting : configuration.settings()) {
+        if (setting.path.size() == 3 && setting.path[0] == "rules") {
+            add_rule(configuration, setting, rules.site_rules);
+        }
         if (setting.path.size() != 3 || setting.path[0] != "check") {
             continue;
         }
         if (setting.path[1] == "severity") {
             require_codes(setting, {setting.path[2]});
+            if (begins(setting.path[2], site_prefix) && setting.values.front() == "error") {
+                throw ConfigurationError(setting, "what a rule of a site tells is a warning or a note");
+            }
             rules.severities.emplace_back(setting.path[2], severity_from(setting.values.front()));
         } else if (setting.path[1] == "per-file-ignores") {
             require_codes(setting, setting.values);

@@ -4,6 +4,7 @@
 #include <core/export.hpp>
 #include <gjf/core/check/checker.hpp>
 #include <gjf/core/configuration/configuration.hpp>
+#include <gjf/core/predicate/predicate.hpp>
 
 #include <optional>
 #include <string>
@@ -11,6 +12,14 @@
 #include <vector>
 
 namespace quor::input::gaussian {
+
+/// A rule of a site, from [rules.NAME] of its configuration: what is told of the jobs that a condition holds for.
+struct SiteRule {
+    std::string code;  ///< site:NAME
+    JobPredicate when;
+    std::string message;
+    Severity severity = Severity::Warning;  ///< never more: Gaussian would run the job
+};
 
 /// Codes are given whole or cut short, as GJF-M; of several that name a code the longest holds.
 struct QUOR_GJF_API CheckRules {
@@ -21,7 +30,10 @@ struct QUOR_GJF_API CheckRules {
     std::vector<SeverityRow> severities;  ///< by code; nothing: off
     Severity fail_on = Severity::Error;
     CheckLimits limits;
+    std::vector<SiteRule> site_rules;
 
+    /// Adds what the site's rules say of the jobs of a text, at the first line of each.
+    void add_site_findings(const std::string& path, const std::string& text, std::vector<Finding>& findings) const;
     /// Tells whether findings of a code are reported.
     bool reports(const std::string& code) const;
     /// Drops what is not reported and gives all else its severity.
@@ -33,7 +45,7 @@ struct QUOR_GJF_API CheckRules {
 /// Returns how long the longest of some beginnings of a code is, letter case aside; 0 when it begins with none.
 QUOR_GJF_API std::size_t longest_beginning(const std::string& code, const std::vector<std::string>& beginnings);
 
-/// Returns the first of some codes, which may be cut short, that begins no check's code; null when each begins one.
+/// Returns the first of some codes, which may be cut short, that begins no check's code and is no site's; null for none.
 QUOR_GJF_API const std::string* find_unknown_code(const std::vector<std::string>& beginnings);
 
 /// Tells whether a code is among those chosen, all without any, and not among those left out; of two that name it the longer
@@ -41,7 +53,8 @@ QUOR_GJF_API const std::string* find_unknown_code(const std::vector<std::string>
 QUOR_GJF_API bool is_chosen(const std::string& code, const std::vector<std::string>& chosen,
                             const std::vector<std::string>& left_out);
 
-/// Returns what a configuration says of a file. Throws `ConfigurationError` for a code that is none.
+/// Returns what a configuration says of a file. Throws `ConfigurationError` for a code that is none, and
+/// for a rule of the site that is not whole.
 QUOR_GJF_API CheckRules check_rules(const Configuration& configuration, const std::string& path);
 
 /// Returns the items of a setting: of a list its own, of a text those between commas.

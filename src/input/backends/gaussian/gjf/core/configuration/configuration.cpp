@@ -26,9 +26,13 @@ bool is_memory(const std::string& value) {
 
 bool is_count(const std::string& value) { return value.size() < 10 && value != "0" && value.front() != '-'; }
 
+bool is_site_severity(const std::string& value) { return value == "warning" || value == "note"; }
+
 bool is_anything(const std::string& /*value*/) { return true; }
 
-// Keys that no option of a command stands for. A name of "" is any.
+bool is_filled(const std::string& value) { return value.find_first_not_of(" \t") != std::string::npos; }
+
+// Keys that no option of a command stands for. A name of "" is any, "*" any table.
 struct KnownKey {
     std::string_view table;
     std::string_view below;
@@ -38,7 +42,7 @@ struct KnownKey {
     const char* wanted;
 };
 
-constexpr std::array<KnownKey, 7> known_keys = {{
+constexpr std::array<KnownKey, 10> known_keys = {{
     {"check", "severity", "", SettingKind::Text, is_severity, "is \"error\", \"warning\", \"note\" or \"off\""},
     {"check", "per-file-ignores", "", SettingKind::List, is_anything, "is a list of codes"},
     {"files", "", "exclude", SettingKind::List, is_anything, "is a list of patterns"},
@@ -46,16 +50,20 @@ constexpr std::array<KnownKey, 7> known_keys = {{
     {"limits", "", "cores", SettingKind::Number, is_count, "is a number of cores"},
     {"limits", "", "forbid", SettingKind::List, is_anything, "is a list of words"},
     {"limits", "", "require", SettingKind::List, is_anything, "is a list of words"},
+    {"rules", "*", "when", SettingKind::Text, is_filled, "is a condition on a job, as \"opt=ts and not freq\""},
+    {"rules", "*", "message", SettingKind::Text, is_filled, "is what is told of the job"},
+    {"rules", "*", "severity", SettingKind::Text, is_site_severity,
+     "is \"warning\" or \"note\": Gaussian would run the job"},
 }};
 
 bool fits(const KnownKey& key, const Path& path) {
     const bool is_nested = !key.below.empty();
-    return path.size() == (is_nested ? 3U : 2U) && path[0] == key.table && (!is_nested || path[1] == key.below) &&
-           (key.name.empty() || path.back() == key.name);
+    return path.size() == (is_nested ? 3U : 2U) && path[0] == key.table &&
+           (!is_nested || key.below == "*" || path[1] == key.below) && (key.name.empty() || path.back() == key.name);
 }
 
 bool is_own_table(const Path& path) {
-    return path.front() == "files" || path.front() == "limits" ||
+    return path.front() == "files" || path.front() == "limits" || path.front() == "rules" ||
            (path.size() > 1 && path.front() == "check" && (path[1] == "severity" || path[1] == "per-file-ignores"));
 }
 

@@ -38,7 +38,7 @@ class QUOR_GJF_API ConfigurationError : public std::runtime_error {
 
 /// Reads the text of a configuration file, whose keys above all tables belong to `check`. Throws `ConfigurationError` for
 /// what is no TOML, for a value of a kind that no key has, and for wrong keys and values of the tables check.severity,
-/// check.per-file-ignores, files and limits. Other keys are the caller's to judge.
+/// check.per-file-ignores, files, limits and rules. Other keys are the caller's to judge.
 QUOR_GJF_API std::vector<Setting> read_configuration(const std::string& text, const std::string& file);
 
 /// What holds for some files: of each key the nearest setting, in the order of keys.

@@ -25,10 +25,24 @@ const Facts<Pair>& traits() {
     return facts;
 }
 
-const Facts<Pair>& solvent_input() {
-    static const Facts<Pair> facts("solvent_input", {"word", "takes"}, [](const std::string_view* cells) {
-        return Pair{cells[0], cells[1]};
+struct SolventWord {
+    std::string_view word;
+    std::string_view takes;
+    std::string_view names;
+};
+
+const Facts<SolventWord>& solvent_input() {
+    static const Facts<SolventWord> facts("solvent_input", {"word", "takes", "names"}, [](const std::string_view* cells) {
+        return SolventWord{cells[0], cells[1], cells[2]};
     });
+    return facts;
+}
+
+const Facts<CoordinateWord>& all_coordinate_words() {
+    static const Facts<CoordinateWord> facts("coordinate_words", {"kind", "word", "takes"},
+                                             [](const std::string_view* cells) {
+                                                 return CoordinateWord{cells[0], cells[1], cells[2]};
+                                             });
     return facts;
 }
 
@@ -86,6 +100,13 @@ std::optional<std::string_view> find_name(const Facts<OtherName>& facts, std::st
     return found == facts.rows.end() ? std::nullopt : std::optional(found->meant);
 }
 
+const SolventWord* find_solvent_word(std::string_view word) {
+    const std::vector<SolventWord>& rows = solvent_input().rows;
+    const auto found =
+        std::find_if(rows.begin(), rows.end(), [&](const SolventWord& row) { return equals_folded(word, row.word); });
+    return found == rows.end() ? nullptr : &*found;
+}
+
 }  // namespace
 
 bool has_trait(std::string_view word, std::string_view trait) {
@@ -118,8 +139,8 @@ std::string_view words_with(std::string_view trait) {
 const std::vector<std::string>& solvent_input_words() {
     static const std::vector<std::string> words = [] {
         std::vector<std::string> list;
-        for (const Pair& row : solvent_input().rows) {
-            list.emplace_back(row.first);
+        for (const SolventWord& row : solvent_input().rows) {
+            list.emplace_back(row.word);
         }
         return list;
     }();
@@ -127,11 +148,16 @@ const std::vector<std::string>& solvent_input_words() {
 }
 
 bool takes_number(std::string_view solvent_input_word) {
-    const std::vector<Pair>& rows = solvent_input().rows;
-    return std::any_of(rows.begin(), rows.end(), [&](const Pair& row) {
-        return row.second == "number" && equals_folded(solvent_input_word, row.first);
-    });
+    const SolventWord* row = find_solvent_word(solvent_input_word);
+    return row != nullptr && row->takes == "number";
 }
+
+std::string_view names_taken(std::string_view solvent_input_word) {
+    const SolventWord* row = find_solvent_word(solvent_input_word);
+    return row == nullptr ? std::string_view() : row->names;
+}
+
+std::span<const CoordinateWord> coordinate_words() { return all_coordinate_words().rows; }
 
 std::optional<std::string_view> other_name(std::string_view kind, std::string_view name) {
     return find_name(other_names(), kind, name);
@@ -180,8 +206,9 @@ const std::string& check_pages() {
 }
 
 std::string missing_knowledge() {
-    std::string problem = first_problem({&traits().table, &other_names().table, &solvents().table, &all_exclusions().table,
-                                         &all_needs().table, &all_checkpoint_reads().table, &solvent_input().table});
+    std::string problem =
+        first_problem({&traits().table, &other_names().table, &solvents().table, &all_exclusions().table, &all_needs().table,
+                       &all_checkpoint_reads().table, &solvent_input().table, &all_coordinate_words().table});
     if (problem.empty() && check_pages().empty()) {
         problem = path_of_facts(file_of_checks) + " cannot be read";
     }

@@ -25,6 +25,17 @@ std::string_view words_with(std::string_view trait);
 const std::vector<std::string>& solvent_input_words();
 /// Tells whether a word of the solvent input takes a number.
 bool takes_number(std::string_view solvent_input_word);
+/// Returns the names that a word of the solvent input is known to take, with blanks between; there may be others.
+std::string_view names_taken(std::string_view solvent_input_word);
+
+/// A word of generalised internal coordinates: what it takes is "N atoms" of a function, "number" or "whole number" of an
+/// option; empty for anything.
+struct CoordinateWord {
+    std::string_view kind;  ///< "function", or "option" of a coordinate that is defined
+    std::string_view word;
+    std::string_view takes;
+};
+std::span<const CoordinateWord> coordinate_words();
 
 /// Returns what Gaussian calls a thing that is known by another name; empty when it has no such thing. `kind` is
 /// "functional" for names in papers, "option" for options that are written as words of their own.
