@@ -91,7 +91,6 @@ TEST(ConfigurationFiles, AreRefusedWithTheLineOfTheMistake) {
         {"[rules.\"a b\"]\nmessage = \"m\"\nwhen = \"opt\"\n", "3: the name of a rule is made of"},
         {"[rules.\"\"]\nmessage = \"m\"\nwhen = \"opt\"\n", "3: the name of a rule is made of"},
         {"[[rules]]\nwhen = \"opt\"\n", "1: "},
-        {"rules = \"opt\"\n", "1: "},
         {"[check.severity]\n\"site:ts\" = \"error\"\n", "2: what a rule of a site tells is a warning or a note"},
         {"\"\\x\" = 1\n", "1: "},
         {"a = \"\xff\"\n", "1: "},
