@@ -60,13 +60,16 @@ void check_active_space(const ActiveSpace& active, const JobSize& size, std::int
     }
 }
 
-// Tells whether a job of so many atoms may need more than %mem: no basis set has more functions an atom.
+// Tells whether a job of so many atoms may need more than %mem: no basis set has more functions an atom. Of larger molecules
+// nothing is said: they would be counted in vain, since none of these methods is used for them.
 bool may_lack_memory(const CheckedJob& job, const std::optional<AskedAmount>& memory, std::size_t atoms) {
+    constexpr std::size_t most_atoms = 5000;
     constexpr double most_functions_of_atom = 400;
     constexpr double bytes_of_matrices = 16;
     const double functions = most_functions_of_atom * static_cast<double>(atoms);
-    return memory && (job.has_option("scf", "incore") ||
-                      static_cast<double>(memory->amount) < least_memory + bytes_of_matrices * functions * functions);
+    return memory && atoms <= most_atoms &&
+           (job.has_option("scf", "incore") ||
+            static_cast<double>(memory->amount) < least_memory + bytes_of_matrices * functions * functions);
 }
 
 void check_memory_of_size(const CheckedJob& job, const JobSize& size, const AskedAmount& memory, Findings& findings) {

@@ -91,7 +91,9 @@ class Cells {
         for (std::size_t i = 0; i < 3; ++i) {
             const double place = position[i] / size_;
             // What is no number has no place of its own.
-            cell[i] = std::isnan(place) ? 0 : static_cast<std::int64_t>(std::floor(std::clamp(place, -farthest, farthest)));
+            const double kept = std::isnan(place) ? 0 : std::clamp(place, -farthest, farthest);
+            const auto whole = static_cast<std::int64_t>(kept);
+            cell[i] = whole - (kept < static_cast<double>(whole) ? 1 : 0);  // rounded down, without a call
         }
         return cell;
     }
