@@ -45,6 +45,7 @@ TEST(RouteTree, NamesWhatEachSegmentIs) {
         {"# opt(tight) opt=ti opt/tight", "[ opt=tight][ opt=tight..][ opt=tight]"},
         {"# scrf=pcm(solvent=water)", "[ scrf=pcm,solvent:water]"},
         {"# iop(3/33=1)", "[ iop=3/33?:1]"},
+        {"# opt(calcfc)(tight)", "[ opt(calcfc)(tight)?]"},
         {"# mp2(full)/6-31g", "[mp2|631g mp2=full?]"},
         {"# hf/sto-3g//mp2/6-31g", "[hf|sto-3g|mp2]"},
         {"# = x", "[<>][ x?]"},

@@ -35,7 +35,7 @@ Keywords sorted_keywords(const ParsedKeywords& route) {
 // "-full". Letter case, blanks and their order mean nothing.
 std::vector<std::string> sorted_method_options(const std::string& expression) {
     const std::string text = to_lower_copy(expression);
-    const KeywordShape shape = keyword_shape(text);
+    const KeywordShape shape = keyword_shape(text, true);
     std::vector<std::string> options;
     for (const Span item : shape.items) {
         options.emplace_back(item.in(text));

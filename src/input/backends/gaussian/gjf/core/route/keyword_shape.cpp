@@ -70,10 +70,11 @@ KeywordItem keyword_item(std::string_view text, Span item) {
             trimmed_span(text, span_between(value, item.end()))};
 }
 
-KeywordShape keyword_shape(const std::string& text) {
+KeywordShape keyword_shape(const std::string& text, bool is_method) {
     KeywordShape shape;
     std::size_t end = text.size();
-    if (const int open = find_last_option_list(text); open >= 0) {
+    const int open = find_last_option_list(text);
+    if (open >= 0 && (is_method || open == find_top_level_char(text, '('))) {
         end = static_cast<std::size_t>(open);
         shape.items = cut_list(text, span_between(end + 1, text.size() - 1));
     }

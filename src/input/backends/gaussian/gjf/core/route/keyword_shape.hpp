@@ -29,8 +29,9 @@ KeywordItem keyword_item(std::string_view text, Span item);
 /// Returns where the list in parentheses begins that ends an expression, or -1.
 int find_last_option_list(const std::string& text);
 
-/// Takes apart keyword, keyword=item, keyword(items), keyword=(items), keyword=item(items) and keyword/item.
-KeywordShape keyword_shape(const std::string& text);
+/// Takes apart keyword, keyword=item, keyword(items), keyword=(items), keyword=item(items) and keyword/item. The name
+/// of a method may itself end in a list, as in ccsd(t)(full).
+KeywordShape keyword_shape(const std::string& text, bool is_method = false);
 
 /// Takes apart oniom(layers,items), oniom=(layers,items) and oniom(layers)=(items): layers and items are one list.
 KeywordShape oniom_shape(const std::string& text);

@@ -109,7 +109,7 @@ void RouteRecorder::take_assignment(std::size_t equals) {
 }
 
 void RouteRecorder::add_keyword(const std::string& name, const std::string& raw, bool is_method) {
-    const KeywordShape shape = segment().is_oniom ? oniom_shape(raw) : keyword_shape(raw);
+    const KeywordShape shape = segment().is_oniom ? oniom_shape(raw) : keyword_shape(raw, is_method);
     RouteTree::Keyword& keyword = segment().keywords.emplace_back();
     keyword.place = span_between(piece_, piece_ + raw.size());
     keyword.head = span_at(piece_, shape.head);
