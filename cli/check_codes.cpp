@@ -40,7 +40,10 @@ void add_code_option(CLI::App& command, const char* name, std::vector<std::strin
 
 void require_codes(const char* option, const std::vector<std::string>& beginnings) {
     if (const std::string* unknown = find_unknown_code(beginnings)) {
-        throw CLI::ValidationError(option, "there is no check " + *unknown + "; quor-gjf check --list names all");
+        const std::vector<std::string> whole = {"GJF-" + *unknown};
+        throw CLI::ValidationError(option, "there is no check " + *unknown + "; " +
+                                               (find_unknown_code(whole) == nullptr ? "did you mean " + whole.front() + "?"
+                                                                                    : "quor-gjf check --list names all"));
     }
 }
 
