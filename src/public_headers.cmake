@@ -58,6 +58,11 @@ set(quor_public_headers
     gjf/core/report/json.hpp
     gjf/core/report/request.hpp
     gjf/core/report/xyz.hpp
+    gjf/core/language/hover.hpp
+    gjf/core/language/job_tokens.hpp
+    gjf/core/language/names.hpp
+    gjf/core/language/offers.hpp
+    gjf/core/language/structure.hpp
     gjf/core/editor/gjf_editor.hpp
     gjf/core/editor/gjf_multi_editor.hpp
     gjf/c_api/quor_g16_gjf.h)

@@ -23,6 +23,11 @@
 #include <gjf/core/job/positions.hpp>
 #include <gjf/core/job/link0_keys.hpp>
 #include <gjf/core/knowledge/knowledge.hpp>
+#include <gjf/core/language/hover.hpp>
+#include <gjf/core/language/job_tokens.hpp>
+#include <gjf/core/language/names.hpp>
+#include <gjf/core/language/offers.hpp>
+#include <gjf/core/language/structure.hpp>
 #include <gjf/core/predicate/job_file.hpp>
 #include <gjf/core/predicate/predicate.hpp>
 #include <gjf/core/reader/gjf_parser.hpp>

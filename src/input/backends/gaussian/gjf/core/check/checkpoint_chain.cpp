@@ -3,6 +3,7 @@
 
 #include <gjf/core/check/fixes.hpp>
 #include <gjf/core/check/link0_lines.hpp>
+#include <gjf/core/job/link0_keys.hpp>
 #include <gjf/core/knowledge/facts.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
@@ -27,17 +28,6 @@ std::vector<const CheckpointRead*> reading_requests(const CheckedJob& job) {
         }
     }
     return requests;
-}
-
-std::string checkpoint_path(std::string_view value) {
-    std::string path(value);
-    if (path.size() >= 2 && (path.front() == '"' || path.front() == '\'') && path.back() == path.front()) {
-        path = path.substr(1, path.size() - 2);
-    }
-    if (path.size() < 4 || !equals_folded(std::string_view(path).substr(path.size() - 4), ".chk")) {
-        path += ".chk";
-    }
-    return path;
 }
 
 // The line that names the checkpoint which a job reads; null for none.

@@ -21,6 +21,17 @@ const Link0Key* find_key_of(std::string_view line) { return find_link0_key(link0
 
 }  // namespace
 
+std::string checkpoint_path(std::string_view value) {
+    std::string path(value);
+    if (path.size() >= 2 && (path.front() == '"' || path.front() == '\'') && path.back() == path.front()) {
+        path = path.substr(1, path.size() - 2);
+    }
+    if (path.size() < 4 || !equals_folded(std::string_view(path).substr(path.size() - 4), ".chk")) {
+        path += ".chk";
+    }
+    return path;
+}
+
 Link0Words link0_words(std::string_view line) noexcept {
     const std::string_view text = trim_view(without_comment(line));
     if (text.empty() || text.front() != '%') {

@@ -38,6 +38,9 @@ struct Link0Words {
 /// Takes a line apart; blanks around its words, and a comment, do not matter.
 QUOR_GJF_API Link0Words link0_words(std::string_view line) noexcept;
 
+/// Returns the checkpoint file that the value of %chk or %oldchk names: without quotes, with .chk at its end.
+QUOR_GJF_API std::string checkpoint_path(std::string_view value);
+
 /// Returns all keys; those in the model first, in the order in which they are written.
 QUOR_GJF_API const std::vector<Link0Key>& link0_keys();
 

@@ -16,16 +16,6 @@ namespace {
 namespace fs = std::filesystem;
 using core::fs::ReadOutcome;
 
-// Returns the name behind "@", without the "/N" that keeps Gaussian from printing the file.
-std::string_view name_in(std::string_view line) {
-    std::string_view name = trim_view(without_comment(line));
-    name = trim_view(name.substr(std::min<std::size_t>(name.size(), 1)));
-    if (name.size() > 2 && equals_folded(name.substr(name.size() - 2), "/n")) {
-        name = trim_view(name.substr(0, name.size() - 2));
-    }
-    return name;
-}
-
 const char* problem_of(ReadOutcome outcome) noexcept {
     switch (outcome) {
         case ReadOutcome::Missing:
@@ -57,7 +47,7 @@ class IncludedFiles {
             if (!is_include_line(line)) {
                 continue;
             }
-            IncludedFile& file = files.emplace_back(IncludedFile{number, std::string(name_in(line))});
+            IncludedFile& file = files.emplace_back(IncludedFile{number, std::string(included_name(line))});
             if (left_ == 0) {
                 file.problem = "is one file more than are looked at";
                 break;
@@ -110,6 +100,15 @@ class IncludedFiles {
 };
 
 }  // namespace
+
+std::string_view included_name(std::string_view line) {
+    std::string_view name = trim_view(without_comment(line));
+    name = trim_view(name.substr(std::min<std::size_t>(name.size(), 1)));
+    if (name.size() > 2 && equals_folded(name.substr(name.size() - 2), "/n")) {
+        name = trim_view(name.substr(0, name.size() - 2));
+    }
+    return name;
+}
 
 std::vector<IncludedFile> read_included_files(std::string_view text, const std::string& path) {
     std::error_code error;

@@ -26,6 +26,9 @@ struct IncludedFile {
 /// Whether the files that a text names are opened.
 enum class NamedFiles : bool { LeftAlone, Opened };
 
+/// Returns the name in a line "@file", without the "/N" that keeps Gaussian from printing the file.
+QUOR_GJF_API std::string_view included_name(std::string_view line);
+
 /// How far files are followed.
 inline constexpr std::size_t deepest_included_file = 4;  ///< a file that the text itself names has depth 1
 inline constexpr std::size_t most_included_files = 100;  ///< of one text, those of its files counted

@@ -9,25 +9,6 @@
 namespace quor::input::gaussian {
 namespace {
 
-// Cuts a stretch at top-level commas.
-std::vector<Span> cut_list(std::string_view text, Span list) {
-    std::vector<Span> items;
-    NestingTracker nesting;
-    std::size_t begin = list.begin;
-    for (std::size_t i = list.begin; i <= list.end(); ++i) {
-        const bool ends = i == list.end() || (nesting.advance(text[i]) && text[i] == ',');
-        if (!ends) {
-            continue;
-        }
-        const Span item = trimmed_span(text, span_between(begin, i));
-        if (!item.empty()) {
-            items.push_back(item);
-        }
-        begin = i + 1;
-    }
-    return items;
-}
-
 // Where a sign stands outside of brackets; the largest number when it does not.
 std::size_t position_of(const std::string& text, char sign) {
     const int found = find_top_level_char(text, sign);
@@ -60,6 +41,24 @@ int find_last_option_list(const std::string& text) {
 }
 
 Span trimmed_span(std::string_view text, Span part) noexcept { return span_of(text, trim_view(part.in(text))); }
+
+std::vector<Span> cut_list(std::string_view text, Span list, char separator) {
+    std::vector<Span> items;
+    NestingTracker nesting;
+    std::size_t begin = list.begin;
+    for (std::size_t i = list.begin; i <= list.end(); ++i) {
+        const bool ends = i == list.end() || (nesting.advance(text[i]) && text[i] == separator);
+        if (!ends) {
+            continue;
+        }
+        const Span item = trimmed_span(text, span_between(begin, i));
+        if (!item.empty()) {
+            items.push_back(item);
+        }
+        begin = i + 1;
+    }
+    return items;
+}
 
 KeywordItem keyword_item(std::string_view text, Span item) {
     const std::string whole(item.in(text));

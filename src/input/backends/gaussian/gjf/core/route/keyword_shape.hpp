@@ -18,6 +18,9 @@ struct KeywordShape {
 /// Returns a stretch without the blanks at its ends.
 Span trimmed_span(std::string_view text, Span part) noexcept;
 
+/// Cuts a stretch at separators outside of quotes and brackets; pieces are trimmed, empty ones dropped.
+std::vector<Span> cut_list(std::string_view text, Span list, char separator = ',');
+
 /// An option taken apart: its name, and its value where it has one.
 struct KeywordItem {
     Span name;
