@@ -13,11 +13,14 @@ def request(command: str, text: str, **options: Any) -> Dict[str, Any]:
     ``_`` for ``-``: a text, a number, True, or a list of texts; those of edit are applied in their order. ValueError for a command or an
     option that is none, ParseError for a text that cannot be read, RuntimeError for an edit that is refused.
 
-    >>> answer = gjf.request("edit", str(job), method="m062x", set=["mem=1GB", "nproc=4"], remove_keyword="freq")
-    >>> answer["text"].splitlines()[:3]
-    ['%mem=1GB', '%nprocshared=4', '#p m062x/6-31g(d)']
+    >>> answer = gjf.request("edit", str(job), method="m062x", set=["mem=1GB", "nproc=4"], remove_keyword="scrf")
+    >>> print(*answer["text"].splitlines()[:4], sep="\\n")
+    %chk=water.chk
+    %mem=1GB
+    %nprocshared=4
+    #p m062x/6-31g(d) opt freq geom=connectivity
     >>> answer["remarks"]
-    ['--remove-keyword freq: found nothing to change']
+    ['--remove-keyword scrf: found nothing to change']
     """
     import json
 

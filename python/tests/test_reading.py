@@ -257,9 +257,9 @@ def test_no_leak_over_ten_thousand_reads(tmp_path):
 
 
 WRONG_LINES = [
-    ("# hf\n\nt\n\n0 one\nH 0 0 0\n\n", 5, 1), ("\n\n", None, None), ("# hf\n\nt\n\n0 1\n  H 0 0 0\n  H 0 0 1e999\n\n", 7, 9),
+    ("# hf\n\nt\n\n0 one\nH 0 0 0\n\n", 5, 3), ("\n\n", None, None), ("# hf\n\nt\n\n0 1\n  H 0 0 0\n  H 0 0 1e999\n\n", 7, 9),
     ("# hf\n\nt\n\n0 99999999999\nH 0 0 0\n\n", 5, 3),
-    ("# hf\n\nt\n\n0 two\nH 0 0 0\n\n--Link1--\n# hf\n\nt\n\n0 one\nH 0 0 0\n\n", 5, 1),
+    ("# hf\n\nt\n\n0 two\nH 0 0 0\n\n--Link1--\n# hf\n\nt\n\n0 one\nH 0 0 0\n\n", 5, 3),
 ]
 
 
