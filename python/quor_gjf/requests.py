@@ -1,9 +1,11 @@
 """The commands of the tool over a text, by their names and options."""
 from __future__ import annotations
 
-from typing import Any, Dict
-
 from . import _core
+
+TYPE_CHECKING = False
+if TYPE_CHECKING:
+    from typing import Any, Dict
 
 
 def request(command: str, text: str, **options: Any) -> Dict[str, Any]:
