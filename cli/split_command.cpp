@@ -91,7 +91,9 @@ int split(const SplitArguments& arguments) {
 void add_split_command(CLI::App& command, int& exit_code) {
     const auto arguments = std::make_shared<SplitArguments>();
     command.add_option("FILE", arguments->input, "A job file; - reads standard input")->required();
-    command.add_option("-o,--output", arguments->folder, "Write into this folder, made when missing (default: that of the file)")
+    command
+        .add_option("-o,--output", arguments->folder,
+                    "Write into this folder, made when missing (default: that of the file)")
         ->type_name("FOLDER");
     command
         .add_option("--job", arguments->jobs,
