@@ -115,7 +115,8 @@ Edit read_reorder(const std::string& text) {
         const std::size_t count = job.get_data().geom.atoms.size();
         const std::size_t last = *std::max_element(order.begin(), order.end()) + 1;
         if (order.size() != count || last > count) {
-            throw std::runtime_error("the order names " + std::to_string(order.size()) + (order.size() == 1 ? " atom" : " atoms") + " up to " + std::to_string(last) +
+            throw std::runtime_error("the order names " + std::to_string(order.size()) +
+                                     (order.size() == 1 ? " atom" : " atoms") + " up to " + std::to_string(last) +
                                      ", the job has " + std::to_string(count));
         }
         job.reorder_atoms_with_connectivity(order);
