@@ -1,4 +1,5 @@
-// The file and the job that are edited, and names in braces that stand for them: {stem}, {parent}, {job}. Private to the room.
+// The file and the job that are edited, and names in braces that stand for them: {stem}, {parent}, {job}. Private to the
+// room.
 #pragma once
 
 #include <gjf/core/editing/edit_operations.hpp>

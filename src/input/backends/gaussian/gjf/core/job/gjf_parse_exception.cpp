@@ -11,7 +11,8 @@ constexpr std::string_view message_prefix = "GJF Parse Error: ";
 
 }  // namespace
 
-GJFParseException::GJFParseException(const std::string& message) : std::runtime_error(std::string(message_prefix) + message) {}
+GJFParseException::GJFParseException(const std::string& message)
+    : std::runtime_error(std::string(message_prefix) + message) {}
 GJFParseException::~GJFParseException() = default;
 
 std::string bare_message(std::string message) {
