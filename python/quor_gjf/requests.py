@@ -27,4 +27,5 @@ def request(command: str, text: str, **options: Any) -> Dict[str, Any]:
     import json
 
     named = {name.replace("_", "-"): value for name, value in options.items()}
-    return json.loads(_core.request_json(command, text, json.dumps(named)))
+    answer: Dict[str, Any] = json.loads(_core.request_json(command, text, json.dumps(named)))
+    return answer
