@@ -45,7 +45,7 @@ std::string text_of_file(const std::string& path) {
 
 struct EditArguments {
     BatchOptions batch;
-    std::string folder;
+    std::string output;
     EditPlan plan;
     bool in_place = false;
     bool dry_run = false;
@@ -54,8 +54,8 @@ struct EditArguments {
     bool no_check = false;
     EditReading reading{false, text_of_file};
 
-    bool writes() const { return (in_place || !folder.empty()) && !dry_run; }
-    bool prints_text() const { return !in_place && folder.empty() && !dry_run && !diff; }
+    bool writes() const { return (in_place || !output.empty()) && !dry_run; }
+    bool prints_text() const { return !in_place && output.empty() && !dry_run && !diff; }
 };
 
 // Holds one of the turns in which files are worked on.
@@ -154,7 +154,7 @@ FileResult edit_file(const std::string& path, const EditArguments& arguments, co
         return result;
     }
     const EditOutputs& outputs = output.outputs;
-    if (!arguments.folder.empty()) {
+    if (!arguments.output.empty()) {
         check_output(outputs.path_of(path), arguments.plan.force);
     }
     result.out = shown(path, arguments, file);
@@ -193,7 +193,7 @@ void check_arguments(const EditArguments& arguments) {
                                    "several files are written with --in-place or -o alone; --diff and --dry-run show");
     }
     const bool reads_input = std::find(paths.begin(), paths.end(), "-") != paths.end();
-    if (reads_input && (arguments.in_place || !arguments.folder.empty())) {
+    if (reads_input && (arguments.in_place || !arguments.output.empty())) {
         throw CLI::ValidationError(arguments.in_place ? "--in-place" : "--output", "standard input has no place");
     }
 }
@@ -204,8 +204,8 @@ int edit(const EditArguments& arguments) {
         return exit_success;
     }
     check_arguments(arguments);
-    const EditOutputs outputs(arguments.batch.paths, arguments.batch.walk, arguments.folder);
-    const std::string conflict = arguments.in_place || !arguments.folder.empty() ? outputs.conflict() : std::string();
+    const EditOutputs outputs(arguments.batch.paths, arguments.batch.walk, arguments.output);
+    const std::string conflict = arguments.in_place || !arguments.output.empty() ? outputs.conflict() : std::string();
     if (!conflict.empty()) {
         throw CLI::ValidationError("FILE", conflict);
     }
@@ -281,10 +281,10 @@ void add_edit_command(CLI::App& command, int& exit_code) {
     add_where_option(command, arguments->plan.where);
     add_walk_options(command, arguments->batch.walk);
     CLI::Option* output = command
-                              .add_option("-o,--output", arguments->folder,
-                                          "Write all files, changed or not, to this folder (default: one file, to standard "
-                                          "output)")
-                              ->type_name("FOLDER");
+                              .add_option("-o,--output", arguments->output,
+                                          "Write one file to this one, or all, changed or not, to this folder (default: one "
+                                          "file, to standard output)")
+                              ->type_name("OUT");
     command.add_flag("--in-place", arguments->in_place, "Replace each file that changes")->excludes(output);
     add_colour_option(command);
     command.add_flag("--diff", arguments->diff, "Show the changes; nothing is written without --in-place or -o");

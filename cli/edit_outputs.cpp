@@ -25,29 +25,35 @@ std::string real_name(const std::string& path) {
 
 }  // namespace
 
-EditOutputs::EditOutputs(std::vector<std::string> arguments, Walk walk, std::string output_folder)
-    : arguments_(std::move(arguments)), walk_(std::move(walk)), output_folder_(std::move(output_folder)) {
+EditOutputs::EditOutputs(std::vector<std::string> arguments, Walk walk, std::string output)
+    : arguments_(std::move(arguments)), walk_(std::move(walk)), output_(std::move(output)) {
     for (const std::string& argument : arguments_) {
         std::error_code error;
         if (fs::is_directory(argument, error)) {
             folders_.push_back(argument.back() == '/' ? argument : argument + '/');
         }
     }
+    std::error_code error;
+    is_file_ = arguments_.size() == 1 && folders_.empty() && !output_.empty() && output_.back() != '/' &&
+               !fs::is_directory(output_, error);
 }
 
 std::string EditOutputs::path_of(const std::string& input) const {
+    if (is_file_) {
+        return output_;
+    }
     const auto folder =
         std::find_if(folders_.begin(), folders_.end(), [&](const std::string& name) { return input.starts_with(name); });
     const std::string name = folder == folders_.end() ? fs::path(input).filename().string() : input.substr(folder->size());
-    return (fs::path(output_folder_) / name).string();
+    return (fs::path(output_) / name).string();
 }
 
 std::string EditOutputs::conflict() const {
-    if (!output_folder_.empty()) {
-        const std::string output = real_name(output_folder_) + '/';
+    if (!output_.empty()) {
+        const std::string output = real_name(output_) + '/';
         for (const std::string& folder : folders_) {
             if (output.starts_with(real_name(folder.substr(0, folder.size() - 1)) + '/')) {
-                return "the output folder " + printable(output_folder_) + " lies in " + printable(folder) +
+                return "the output folder " + printable(output_) + " lies in " + printable(folder) +
                        ", whose files are read";
             }
         }
@@ -64,7 +70,7 @@ std::string EditOutputs::conflict() const {
             return printable(file->path) + " is named twice" +
                    (same->second == file->path ? "" : ", also as " + printable(same->second));
         }
-        if (output_folder_.empty()) {
+        if (output_.empty()) {
             continue;
         }
         const auto [other, is_free] = outputs.emplace(path_of(file->path), file->path);

@@ -8,11 +8,12 @@
 
 namespace quor_gjf {
 
-/// Maps files to places in an output folder: a file to its name there, a file of a folder to its path below that folder.
+/// Maps files to their places in the output. It is a file when one file goes in and it neither ends in "/" nor is a folder;
+/// else a folder: a file has its name there, a file of a folder its path below that folder.
 class EditOutputs {
    public:
-    /// Takes the files and folders of the command line, and the output folder; empty when there is none.
-    EditOutputs(std::vector<std::string> arguments, Walk walk, std::string output_folder);
+    /// Takes the files and folders of the command line, and the output; empty when there is none.
+    EditOutputs(std::vector<std::string> arguments, Walk walk, std::string output);
 
     std::string path_of(const std::string& input) const;
 
@@ -24,7 +25,8 @@ class EditOutputs {
     std::vector<std::string> arguments_;
     Walk walk_;
     std::vector<std::string> folders_;  // ending in "/"
-    std::string output_folder_;
+    std::string output_;
+    bool is_file_ = false;
 };
 
 }  // namespace quor_gjf
