@@ -109,6 +109,9 @@ std::string written(const Setting& setting) {
 int show(const std::string& path) {
     const auto configuration = path.empty() ? configurations().for_folder({}) : configurations().for_file(path);
     check_rules(*configuration, path);
+    if (configuration->settings().empty()) {
+        std::fputs("no configuration file says anything here: defaults hold\n", stderr);
+    }
     for (const Setting& setting : configuration->settings()) {
         std::printf("%s = %s  # %s:%zu\n", printable(setting_name(setting)).c_str(), printable(written(setting)).c_str(),
                     printable(setting.file).c_str(), setting.line);
