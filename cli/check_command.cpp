@@ -146,7 +146,7 @@ FileResult check_file(const std::string& path, const CheckArguments& arguments, 
     const ChosenJobs jobs(arguments.where, path, content, NamedFiles::Opened);
     const auto is_wanted = [&jobs](const Finding& finding) { return jobs.has(finding.job); };
     const auto file = std::make_shared<FixedFile>();
-    std::vector<BegunCheckpoint> begun;
+    FileCheckpoints checkpoints;
     CheckOptions options;
     options.limits = rules->limits;
     options.path = path == "-" ? std::string() : path;
@@ -154,7 +154,9 @@ FileResult check_file(const std::string& path, const CheckArguments& arguments, 
     if (arguments.fixing.works()) {
         *file = fix_file(path, arguments.name_of(path), content, arguments.fixing, is_wanted, options, folders);
     } else {
-        options.begun_checkpoints = rules->reports(SharedCheckpoints::code) ? &begun : nullptr;
+        options.begun_checkpoints = rules->reports(SharedCheckpoints::shared_code) ? &checkpoints.begun : nullptr;
+        options.read_checkpoints =
+            path != "-" && rules->reports(SharedCheckpoints::missing_code) ? &checkpoints.read : nullptr;
         file->text = content;
         file->findings = check_text(content, options);
     }
@@ -162,9 +164,9 @@ FileResult check_file(const std::string& path, const CheckArguments& arguments, 
     std::erase_if(file->findings, [&](const Finding& finding) { return !is_wanted(finding); });
     rules->apply(file->findings);
     FileResult result = result_of(path, *file, rules->fail_on, arguments, colours);
-    if (!begun.empty()) {
-        result.in_order = [&arguments, &colours, &shared, rules, path, file, begun](FileResult& told) {
-            if (shared.add_findings(arguments.name_of(path), file->text, begun, file->findings)) {
+    if (!checkpoints.begun.empty() || !checkpoints.read.empty()) {
+        result.in_order = [&arguments, &colours, &shared, rules, path, file, checkpoints](FileResult& told) {
+            if (shared.add_findings(arguments.name_of(path), file->text, checkpoints, file->findings)) {
                 rules->apply(file->findings);
                 told = result_of(path, *file, rules->fail_on, arguments, colours);
             }
@@ -249,7 +251,7 @@ int check(CheckArguments& arguments) {
     const Colours& colours = output_has_colour() ? terminal_colours : no_colours;
     Totals totals;
     quor::core::fs::FolderFlushes folders;
-    SharedCheckpoints shared;
+    SharedCheckpoints shared(arguments.batch.paths, arguments.batch.walk);
     Batch batch;
     batch.work = [&](const std::string& path) { return check_file(path, arguments, colours, folders, shared); };
     batch.note = [&](const FileResult& result) { totals.add(result); };

@@ -65,10 +65,10 @@ TEST(CheckTexts, AreThereForEveryCode) {
 
 TEST(CheckTexts, RaiseTheCodeByTheWrongJobAndNotByTheRightOne) {
     for (const CheckDescription& description : check_descriptions()) {
-        // Two files that begin one checkpoint are found by the tool alone.
-        EXPECT_TRUE(raises(description.wrong_job, description.code) || description.code == std::string("GJF-L010"))
-            << description.code << " in\n"
-            << description.wrong_job;
+        // Two files that begin one checkpoint, and a checkpoint that is not there, are found by the tool alone.
+        const bool is_of_files = description.code == "GJF-L010" || description.code == "GJF-L015";
+        EXPECT_TRUE(raises(description.wrong_job, description.code) || is_of_files) << description.code << " in\n"
+                                                                                    << description.wrong_job;
         EXPECT_FALSE(raises(description.right_job, description.code)) << description.code << " in\n"
                                                                       << description.right_job;
     }

@@ -29,7 +29,7 @@ std::string method_of(const ParsedKeywords& route) {
         rest.remove_prefix(std::min(rest.find_first_not_of("=(,) "), rest.size()));
         const std::string_view option = rest.substr(0, rest.find_first_of(",) "));
         rest.remove_prefix(option.size());
-        const std::string name = route.method + "(" + to_lower_copy(option) + ")";
+        std::string name = route.method + "(" + to_lower_copy(option) + ")";
         if (method_cost(name) != nullptr) {
             return name;
         }

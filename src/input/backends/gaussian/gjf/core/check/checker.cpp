@@ -126,9 +126,12 @@ void check_jobs(std::string_view text, const CheckOptions& options, const std::f
         job.included = &included;
         std::vector<MoleculeAtom> atoms = check_job(job, chain, of_job);
         const SilencedCodes silenced(job);
-        std::optional<BegunCheckpoint> checkpoint = chain.add(job, std::move(atoms), of_job);
-        if (checkpoint && options.begun_checkpoints != nullptr && !silenced.has("GJF-L010")) {
-            options.begun_checkpoints->push_back(std::move(*checkpoint));
+        CheckpointChain::OpenEnds ends = chain.add(job, std::move(atoms), of_job);
+        if (ends.begun && options.begun_checkpoints != nullptr && !silenced.has("GJF-L010")) {
+            options.begun_checkpoints->push_back(std::move(*ends.begun));
+        }
+        if (ends.read && options.read_checkpoints != nullptr && !silenced.has("GJF-L015")) {
+            options.read_checkpoints->push_back(std::move(*ends.read));
         }
         silenced.apply(job, findings, begin, is_on, of_job);
         ++jobs;

@@ -31,8 +31,8 @@ QUOR_GJF_API const std::vector<CheckDescription>& check_descriptions();
 /// nothing. A job that passes all the same was hardly checked.
 QUOR_GJF_API std::string missing_for_checks();
 
-/// A checkpoint that a job begins: it is named by %chk, and no job of the text up to this one reads it.
-struct BegunCheckpoint {
+/// A checkpoint that a job names, and where.
+struct NamedCheckpoint {
     std::string path;  ///< as named, with .chk at its end
     std::size_t job = 0;
     std::size_t line = 0;  ///< of the name
@@ -51,9 +51,13 @@ struct CheckLimits {
 
 struct CheckOptions {
     std::vector<std::string> ignored_codes;  ///< not reported; letter case does not matter
-    /// Where the checkpoints that a text begins are added, unless comments of its jobs silence GJF-L010: only who knows the
-    /// other files of a run can tell whether two begin the same. May be null.
-    std::vector<BegunCheckpoint>* begun_checkpoints = nullptr;
+    /// Where the checkpoints are added that jobs of the text begin (named by %chk, and no job up to that one reads it),
+    /// unless comments silence GJF-L010: only who knows the other files of a run can tell whether two begin the same. May be
+    /// null.
+    std::vector<NamedCheckpoint>* begun_checkpoints = nullptr;
+    /// Where the one is added that the first job reads, unless a comment silences GJF-L015: whether it is there, or another
+    /// file of the run writes it, the same caller can tell. May be null.
+    std::vector<NamedCheckpoint>* read_checkpoints = nullptr;
     CheckLimits limits = {};
     /// Where the text is from: files that its lines "@file" name are looked for beside it. Empty: none is opened.
     std::string path = {};

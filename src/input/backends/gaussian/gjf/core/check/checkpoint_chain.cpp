@@ -30,6 +30,11 @@ std::vector<const CheckpointRead*> reading_requests(const CheckedJob& job) {
     return requests;
 }
 
+NamedCheckpoint named(const CheckedJob& job, const Link0Line& line) {
+    const TextPlace place = job.place_in(line.line, line.value);
+    return {checkpoint_path(line.value), job.layout.number, place.line, place.column, place.length};
+}
+
 // The line that names the checkpoint which a job reads; null for none.
 const Link0Line* source_of(const std::vector<Link0Line>& lines) {
     const Link0Line* old = find_line(lines, {"oldchk"});
@@ -206,19 +211,22 @@ const CheckpointChain::Checkpoint* CheckpointChain::check_source(const CheckedJo
     return known;
 }
 
-std::optional<BegunCheckpoint> CheckpointChain::add(const CheckedJob& job, std::vector<MoleculeAtom> atoms,
-                                                    Findings& findings) {
+CheckpointChain::OpenEnds CheckpointChain::add(const CheckedJob& job, std::vector<MoleculeAtom> atoms, Findings& findings) {
+    OpenEnds ends;
     const std::vector<Link0Line> lines = link0_lines_of(job);
     const Link0Line* chk = find_line(lines, {"chk"});
     const Link0Line* source = source_of(lines);
     const std::vector<const CheckpointRead*> requests = reading_requests(job);
     const bool is_first = jobs_++ == 0;
     if (!requests.empty() && requests.front()->keyword == "restart" && find_line(lines, {"rwf", "oldrwf"}) != nullptr) {
-        return std::nullopt;  // the read-write file has all
+        return ends;  // the read-write file has all
     }
     const Checkpoint* known = check_source(job, source, requests, is_first, findings);
+    if (is_first && !requests.empty() && source != nullptr && !source->value.empty()) {
+        ends.read = named(job, *source);
+    }
     if (chk == nullptr) {
-        return std::nullopt;
+        return ends;
     }
     const std::string path = checkpoint_path(chk->value);
     const TextPlace place = job.place_in(chk->line, chk->value);
@@ -230,8 +238,10 @@ std::optional<BegunCheckpoint> CheckpointChain::add(const CheckedJob& job, std::
         atom.info = nullptr;
     }
     note_written(path, std::move(left), place, findings);
-    return is_begun ? std::optional(BegunCheckpoint{path, job.layout.number, place.line, place.column, place.length})
-                    : std::nullopt;
+    if (is_begun) {
+        ends.begun = named(job, *chk);
+    }
+    return ends;
 }
 
 const CheckpointChain::Checkpoint* CheckpointChain::note_read(const std::string& path) {

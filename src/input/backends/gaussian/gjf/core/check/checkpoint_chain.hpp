@@ -29,9 +29,14 @@ class CheckpointChain {
     /// at the line of the route that asks for them.
     std::vector<MoleculeAtom> molecule_for(const CheckedJob& job) const;
 
-    /// Goes on to the next job, whose atoms are given as far as they are known. Returns the checkpoint that the job begins:
-    /// one that neither it nor a job before it reads or writes.
-    std::optional<BegunCheckpoint> add(const CheckedJob& job, std::vector<MoleculeAtom> atoms, Findings& findings);
+    /// The checkpoints of a job that other files may have to do with.
+    struct OpenEnds {
+        std::optional<NamedCheckpoint> begun;  ///< that neither it nor a job before it reads or writes
+        std::optional<NamedCheckpoint> read;   ///< that it reads, being the first job
+    };
+
+    /// Goes on to the next job, whose atoms are given as far as they are known.
+    OpenEnds add(const CheckedJob& job, std::vector<MoleculeAtom> atoms, Findings& findings);
 
    private:
     struct Checkpoint {

@@ -205,8 +205,8 @@ void check_link0(const CheckedMolecule& molecule, Findings& findings) {
 const Family link0_family = {Known::Control,
                              check_link0,
                              {"GJF-L001", "GJF-L002", "GJF-L003", "GJF-L004", "GJF-L005", "GJF-L006", "GJF-L007", "GJF-L008",
-                              "GJF-L009", "GJF-L010", "GJF-L011", "GJF-L012", "GJF-L013", "GJF-M020"},
-                             {"GJF-L010"}};
+                              "GJF-L009", "GJF-L010", "GJF-L011", "GJF-L012", "GJF-L013", "GJF-L015", "GJF-M020"},
+                             {"GJF-L010", "GJF-L015"}};
 
 std::vector<Link0Line> link0_lines_of(const CheckedJob& job) {
     std::vector<Link0Line> lines;
