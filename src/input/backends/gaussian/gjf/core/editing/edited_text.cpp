@@ -148,7 +148,9 @@ EditedText edit_text(const std::string& text, const EditPlan& plan, const std::s
     edited.unreadable = unreadable_jobs(document);
     edited.findings = plan.checks ? findings_of_change(text, edited.text) : std::vector<Finding>();
     edited.refused = plan.strict && !edited.findings.empty();
-    edited.text = edited.refused ? text : std::move(edited.text);
+    if (edited.refused) {
+        edited.text = text;
+    }
     return edited;
 }
 
