@@ -200,7 +200,10 @@ std::vector<EditOperation> operations_of(const Request& request) {
     std::vector<EditOperation> operations;
     for (const auto& [name, given] : request.options.items()) {
         const EditOption* option = find_edit_option("--" + name);
-        for (const std::string& value : option == nullptr ? std::vector<std::string>() : values_of(*option, given)) {
+        if (option == nullptr) {
+            continue;  // an option of the request
+        }
+        for (const std::string& value : values_of(*option, given)) {
             try {
                 operations.push_back(read_operation(*option, value, reading));
             } catch (const std::exception& error) {
