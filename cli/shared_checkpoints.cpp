@@ -100,10 +100,9 @@ bool SharedCheckpoints::is_written(const std::string& checkpoint, const std::str
 bool SharedCheckpoints::add_findings(const std::string& path, std::string_view content, const FileCheckpoints& checkpoints,
                                      std::vector<Finding>& findings) {
     const std::size_t before = findings.size();
-    const bool ran = (!checkpoints.begun.empty() || !checkpoints.read.empty()) && has_run(path);
     for (const NamedCheckpoint& checkpoint : checkpoints.begun) {
         const auto [known, is_new] = files_.try_emplace(path_of(path, checkpoint.path), path);
-        if (!is_new && known->second != path && !ran) {
+        if (!is_new && known->second != path && !has_run(path)) {
             add(shared_code, Severity::Warning, "the checkpoint of " + known->second + " is begun here too",
                 "give each job a checkpoint of its own: the job that runs later writes over the other's", checkpoint,
                 content, findings);
@@ -112,7 +111,8 @@ bool SharedCheckpoints::add_findings(const std::string& path, std::string_view c
     for (const NamedCheckpoint& checkpoint : checkpoints.read) {
         std::error_code error;
         const std::string place = path_of(path, checkpoint.path);
-        if (!ran && checkpoint.path.front() != '/' && !std::filesystem::exists(place, error) && !is_written(place, path)) {
+        if (checkpoint.path.front() != '/' && !std::filesystem::exists(place, error) && !has_run(path) &&
+            !is_written(place, path)) {
             add(missing_code, Severity::Note,
                 "the checkpoint '" + checkpoint.path + "' is not here, and no file of this run writes it",
                 "it must be there when the job starts", checkpoint, content, findings);
