@@ -221,6 +221,7 @@ UNDETERMINED = {
     "keyword that is none": add_to_route("wubble"),
     "key that is none": lambda text, choose: "%wubble=1\n" + text,
     "checkpoint of nobody": on(r"^# (?:pbepbe/def2|pm6)", add_to_route("guess=read")),
+    "checkpoint that is not there": on(r"^# (?:pbepbe/def2|pm6)", lambda text, _: "%oldchk=nowhere.chk\n" + text.replace("\n\n", " guess=read\n\n", 1)),
     "element without basis set": replace(r"^H 0\n(?:.+\n)*?\*{4}\n", ""),
     "fragment that is none": replace(r"(?<=^H\(Fragment=)2", "7"),
     "unknown basis set": replace(r"(?<=/)def2tzvp", "wubble2tzvp"),
