@@ -62,7 +62,8 @@ TEST(CheckpointChain, CarriesTheMolecule) {
              std::pair("# oniom(hf/3-21g:hf/6-31g(d)) geom=allcheck\n\n", "R013:13"),
              std::pair("# oniom(hf/3-21g:pm6:uff) geom=allcheck\n\n", "M012:13"),
              std::pair("# oniom(hf/3-21g:pm6) geom=check\n\nt\n\n1 1 0 1 0 1\n\n", "M002:17"),
-             std::pair("# oniom(hf/3-21g:pm6) geom=check\n\nt\n\n0 1 1 1 0 1\n\n", ""),  // of the model nothing is known
+             std::pair("# oniom(hf/3-21g:pm6) geom=check\n\nt\n\n0 1 1 1 0 1\n\n", "M002:17"),
+             std::pair("# oniom(hf/3-21g:pm6) geom=check\n\nt\n\n0 1 0 1 0 1\n\n", ""),
              std::pair("# oniom(hf/3-21g:pm6) geom=allcheck\n\n", ""),
              std::pair("# oniom(hf/def2svp:hf/3-21g) geom=check\n\nt\n\n0 1\n\n", ""),
              std::pair("# oniom(hf/gen:pm6) geom=allcheck\n\nI H 0\n3-21g\n****\n\n", ""),
@@ -82,6 +83,57 @@ TEST(CheckpointChain, CarriesTheMolecule) {
 // A first job with this route, and a second one that begins with its Link 0 lines and route.
 std::string two_jobs(const std::string& route, const std::string& second) {
     return "%chk=a.chk\n# " + route + "\n\nt\n\n0 1\nH\nH 1 r\n\nr=0.74\n\n--Link1--\n" + second + "\n\n";
+}
+
+// Charges and multiplicities of the models: link atoms stand in the lines of the first job.
+TEST(CheckpointChain, CarriesLinkAtoms) {
+    const auto ethane = [](const std::string& route, const std::string& pairs, const std::string& link) {
+        return "%chk=a.chk\n# " + route + "\n\nt\n\n" + pairs +
+               "\nC 0.0 0.0 0.0 H\nH -0.39 1.02 0.0 H\nH -0.39 -0.51 -0.89 H\nH -0.39 -0.51 0.89 H\nC 1.53 0.0 0.0 L" +
+               link + "\nH 1.92 -1.02 0.0 L\nH 1.92 0.51 0.89 L\nH 1.92 0.51 -0.89 L\n\n--Link1--\n%chk=a.chk\n# ";
+    };
+    const std::string linked = ethane("oniom(hf/3-21g:pm6)", "0 1 0 1 0 1", " H 1");
+    const std::string by_force_field = ethane("oniom(hf/3-21g:uff)", "0 2 0 1 0 1", " H 1");
+    const std::string all_check = "oniom(hf/3-21g:pm6) geom=allcheck\n\n";
+    const auto check = [](const std::string& pairs) { return "oniom(hf/3-21g:pm6) geom=check\n\nt\n\n" + pairs + "\n\n"; };
+    const struct {
+        std::string text;
+        const char* told;
+    } rows[] = {
+        {linked + check("0 1 0 2 0 1"), "M002:22"},
+        {linked + check("0 1 0 1 0 2"), "M002:22"},
+        {linked + check("0 1 1 1 0 1"), "M002:22"},
+        {linked + check("0 1 1 1 1 1"), "M002:22 M002:22"},
+        {linked + check("0 2 0 1 0 1"), "M002:22"},
+        {linked + check("0 1 0 1 0 1 0 2"), "M002:22"},
+        {linked + "oniom(hf/3-21g:uff) geom=(check,connectivity)\n\nt\n\n0 1 0 2 0 1\n\n1 5 1.0\n2\n3\n4\n5\n6\n7\n8\n\n",
+         "M002:22"},
+        // Through a third job, and through one that has no layers.
+        {linked + all_check + "--Link1--\n%chk=a.chk\n# " + check("0 1 0 2 0 1"), "M002:26"},
+        {linked + "hf/3-21g geom=check\n\nt\n\n0 1\n\n--Link1--\n%chk=a.chk\n# " + check("0 1 0 2 0 1"), "M002:30"},
+        {ethane("hf/3-21g", "0 1", " H 1") + check("0 1 0 2 0 1"), "M002:22"},
+        // What a force field did not look at is told where a method does, once.
+        {by_force_field + all_check, "M002:18"},
+        {by_force_field + all_check + "--Link1--\n%chk=a.chk\n# " + all_check, "M002:18"},
+        {ethane("uff", "0 2", "") + "hf/3-21g geom=allcheck\n\n", "M002:18"},
+        // Silent: right, told before, not known what closes the bond, of other models, or of another molecule.
+        {linked + check("0 1 0 1 0 1"), ""},
+        {linked + check("0 1 1 2 1 2"), ""},
+        {linked + all_check, ""},
+        {linked + "oniom(hf/3-21g:uff) geom=check\n\nt\n\n0 1 0 1 0 2\n\n", ""},
+        {linked + "uff geom=check\n\nt\n\n0 2\n\n", ""},
+        {ethane("hf/3-21g", "0 2", "") + "hf/3-21g geom=allcheck\n\n", ""},
+        {ethane("oniom(hf/3-21g:pm6)", "0 1 0 2 0 1", " H 1") + all_check, ""},
+        {ethane("oniom(hf/3-21g:pm6)", "0 1", "") + check("0 1 0 2 0 2"), ""},
+        {ethane("oniom(hf/3-21g:pm6)", "0 1", " H") + check("0 1 0 2 0 2"), ""},
+        {ethane("hf/3-21g", "0 1", "") + check("0 1 0 2 0 2"), ""},
+        {by_force_field + "hf/3-21g geom=allcheck\n\n", ""},
+        {by_force_field + "oniom(hf/3-21g:uff) geom=allcheck\n\n", ""},
+        {linked + "oniom(hf/3-21g:pm6) massage geom=check\n\nt\n\n0 1 0 2 0 1\n\n2 nuc 2.0\n\n", ""},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(told(row.text), row.told) << row.text;
+    }
 }
 
 TEST(CheckpointChain, KnowsWhatIsInIt) {

@@ -6,6 +6,7 @@
 #include <gjf/core/route/route_words.hpp>
 #include <gjf/core/schema/simple_yaml_parser.hpp>
 
+#include <algorithm>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -84,6 +85,12 @@ class Findings {
     }
     Finding& add(const char* code, Severity severity, std::string message, std::size_t line, std::string hint = {}) {
         return add(code, severity, std::move(message), TextPlace{line, 0, 0}, std::move(hint));
+    }
+
+    /// Tells whether a code was found in the job.
+    bool tell(std::string_view code) const noexcept {
+        return std::any_of(list_.begin(), list_.end(),
+                           [&](const Finding& each) { return each.job == job_ && each.code == code; });
     }
 
     /// Tells whether names near to an unknown word may be looked for: in a text that is no job file at all, every word is

@@ -35,22 +35,22 @@ void ask(const CheckedMolecule& molecule, Known before, Known now, Findings& fin
     }
 }
 
-// Asks of a molecule that comes from a job before this one what needs no lines of atoms, where fragments and link atoms
-// stand.
-void check_earlier_molecule(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings) {
-    if (atoms.empty() || job.has_keyword("massage") || job.has_keyword("counterpoise") ||
+// Asks of a molecule that comes from a job before this one what needs no lines of atoms, where fragments stand.
+void check_earlier_molecule(const CheckedJob& job, const CheckpointChain::Molecule& earlier, Findings& findings) {
+    if (earlier.atoms.empty() || job.has_keyword("massage") || job.has_keyword("counterpoise") ||
         job.has_option("guess", "fragment")) {
         return;
     }
-    const CheckedMolecule molecule{job, atoms, {oniom_levels(job.route.oniom_expression), {}}};
+    const CheckedMolecule molecule{job, earlier.atoms, earlier.layers};
+    check_earlier_pairs(molecule, earlier.pairs, findings);
     for (const Family* family :
          {&electron_family, &layer_family, &basis_section_family, &basis_element_family, &named_block_family}) {
         family->find(molecule, findings);
     }
 }
 
-// Returns the atoms of the molecule, none where it is not known for sure.
-std::vector<MoleculeAtom> check_job(const CheckedJob& job, const CheckpointChain& chain, Findings& findings) {
+// Returns the molecule, none where it is not known for sure.
+CheckpointChain::Molecule check_job(const CheckedJob& job, const CheckpointChain& chain, Findings& findings) {
     ask({job, {}, {}}, Known::Nothing, Known::Control, findings);
     if (!job.read_whole() || (job.restarts() && job.job.geom.atom_count() == 0)) {
         return {};  // of a restart, all that a section would be about is in the checkpoint
@@ -69,11 +69,17 @@ std::vector<MoleculeAtom> check_job(const CheckedJob& job, const CheckpointChain
     CheckedMolecule molecule{job, std::move(atoms), std::move(layers)};
     ask(molecule, Known::Control, known, findings);
     if (!molecule.atoms.empty()) {
-        return known == Known::Molecule ? std::move(molecule.atoms) : std::vector<MoleculeAtom>();
+        if (known != Known::Molecule || job.has_keyword("massage")) {
+            return {};
+        }
+        return {std::move(molecule.atoms), std::move(molecule.layers), job.job.geom.charge_spin_pairs()};
     }
-    std::vector<MoleculeAtom> earlier = chain.molecule_for(job);
+    CheckpointChain::Molecule earlier = chain.molecule_for(job);
     check_earlier_molecule(job, earlier, findings);
-    return earlier;
+    if (job.layout.charge_line != 0) {
+        earlier.pairs = job.job.geom.charge_spin_pairs();
+    }
+    return job.has_keyword("massage") ? CheckpointChain::Molecule() : earlier;
 }
 
 void sort_by_place(std::vector<Finding>& findings) {
@@ -124,9 +130,9 @@ void check_jobs(std::string_view text, const CheckOptions& options, const std::f
         CheckedJob job(piece, reading, schema);
         job.limits = &options.limits;
         job.included = &included;
-        std::vector<MoleculeAtom> atoms = check_job(job, chain, of_job);
+        CheckpointChain::Molecule molecule = check_job(job, chain, of_job);
         const SilencedCodes silenced(job);
-        CheckpointChain::OpenEnds ends = chain.add(job, std::move(atoms), of_job);
+        CheckpointChain::OpenEnds ends = chain.add(job, std::move(molecule), of_job);
         if (ends.begun && options.begun_checkpoints != nullptr && !silenced.has("GJF-L010")) {
             options.begun_checkpoints->push_back(std::move(*ends.begun));
         }

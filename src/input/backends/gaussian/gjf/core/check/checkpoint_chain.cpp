@@ -5,6 +5,7 @@
 #include <gjf/core/check/link0_lines.hpp>
 #include <gjf/core/job/link0_keys.hpp>
 #include <gjf/core/knowledge/facts.hpp>
+#include <gjf/core/route/option_syntax.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
 
@@ -126,18 +127,26 @@ bool CheckpointChain::Checkpoint::lacks(std::string_view content) const noexcept
                                                     : false;
 }
 
-std::vector<MoleculeAtom> CheckpointChain::molecule_for(const CheckedJob& job) const {
+CheckpointChain::Molecule CheckpointChain::molecule_for(const CheckedJob& job) const {
     const std::vector<Link0Line> lines = link0_lines_of(job);
     const Link0Line* source = source_of(lines);
     if (source == nullptr || !job.molecule_from_checkpoint()) {
         return {};
     }
     const auto known = written_.find(checkpoint_path(source->value));
-    std::vector<MoleculeAtom> atoms = known == written_.end() ? std::vector<MoleculeAtom>() : known->second.atoms;
-    for (MoleculeAtom& atom : atoms) {
+    Molecule molecule = known == written_.end() ? Molecule() : known->second.molecule;
+    for (MoleculeAtom& atom : molecule.atoms) {
         atom.line = place_of_route(job).line;
     }
-    return atoms;
+    std::vector<std::string> levels = oniom_levels(job.route.oniom_expression);
+    if (!job.all_from_checkpoint() || levels.size() != molecule.layers.levels.size()) {
+        molecule.pairs.clear();  // what a checkpoint holds of other models is not known
+    }
+    molecule.layers.levels = std::move(levels);
+    if (molecule.layers.levels.size() >= 2) {
+        add_unlinked_bonds(job, molecule.atoms, molecule.layers);
+    }
+    return molecule;
 }
 
 void CheckpointChain::check_contents(const CheckedJob& job, const Checkpoint& source,
@@ -211,7 +220,7 @@ const CheckpointChain::Checkpoint* CheckpointChain::check_source(const CheckedJo
     return known;
 }
 
-CheckpointChain::OpenEnds CheckpointChain::add(const CheckedJob& job, std::vector<MoleculeAtom> atoms, Findings& findings) {
+CheckpointChain::OpenEnds CheckpointChain::add(const CheckedJob& job, Molecule molecule, Findings& findings) {
     OpenEnds ends;
     const std::vector<Link0Line> lines = link0_lines_of(job);
     const Link0Line* chk = find_line(lines, {"chk"});
@@ -233,8 +242,14 @@ CheckpointChain::OpenEnds CheckpointChain::add(const CheckedJob& job, std::vecto
     const bool is_read = (!requests.empty() || source != chk) && checkpoint_path(source->value) == path;
     const bool is_begun = written_.count(path) == 0 && !is_read;
     Checkpoint left = left_by(job, known, known == nullptr && (!requests.empty() || source != chk));
-    left.atoms = std::move(atoms);
-    for (MoleculeAtom& atom : left.atoms) {
+    left.molecule = std::move(molecule);
+    if (left.molecule.layers.levels.size() < 2 && job.job.geom.atom_count() != 0) {
+        left.molecule.layers.links = link_atoms_of(job, left.molecule.atoms);  // for a job with layers
+    }
+    if (findings.tell("GJF-M002")) {
+        left.molecule.pairs.clear();
+    }
+    for (MoleculeAtom& atom : left.molecule.atoms) {
         atom.info = nullptr;
     }
     note_written(path, std::move(left), place, findings);

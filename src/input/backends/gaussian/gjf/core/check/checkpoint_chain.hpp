@@ -25,9 +25,17 @@ struct ModelLevel {
 
 class CheckpointChain {
    public:
-    /// Returns the atoms that a job takes from the checkpoint of a job before it; none when they are not known. Each stands
-    /// at the line of the route that asks for them.
-    std::vector<MoleculeAtom> molecule_for(const CheckedJob& job) const;
+    /// A molecule as far as it is known; link atoms view the text.
+    struct Molecule {
+        std::vector<MoleculeAtom> atoms = {};
+        OniomLayers layers = {};
+        std::vector<ChargeSpinPair> pairs = {};
+    };
+
+    /// Returns the molecule that a job takes from the checkpoint of a job before it; no atoms when it is not known. Each
+    /// stands at the line of the route that asks for them. It has the pairs only where the job takes those too and nothing
+    /// was said of them.
+    Molecule molecule_for(const CheckedJob& job) const;
 
     /// The checkpoints of a job that other files may have to do with.
     struct OpenEnds {
@@ -35,8 +43,8 @@ class CheckpointChain {
         std::optional<NamedCheckpoint> read;   ///< that it reads, being the first job
     };
 
-    /// Goes on to the next job, whose atoms are given as far as they are known.
-    OpenEnds add(const CheckedJob& job, std::vector<MoleculeAtom> atoms, Findings& findings);
+    /// Goes on to the next job, whose molecule is given as far as it is known.
+    OpenEnds add(const CheckedJob& job, Molecule molecule, Findings& findings);
 
    private:
     struct Checkpoint {
@@ -46,10 +54,10 @@ class CheckpointChain {
         bool has_orbitals = true;
         bool has_force_constants = true;
         bool has_cartesian_force_constants = true;
-        bool has_states = true;                // excited ones
-        ModelLevel optimized = {};             // of its structure; empty where it is not known to be optimised
-        NameSet names = {};                    // of its Z-matrix; none where it has none
-        std::vector<MoleculeAtom> atoms = {};  // without `info`, which ends with its job
+        bool has_states = true;     // excited ones
+        ModelLevel optimized = {};  // of its structure; empty where it is not known to be optimised
+        NameSet names = {};         // of its Z-matrix; none where it has none
+        Molecule molecule = {};     // atoms without `info`, which ends with its job
 
         bool lacks(std::string_view content) const noexcept;
     };

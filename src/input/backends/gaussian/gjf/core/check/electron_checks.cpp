@@ -200,9 +200,9 @@ constexpr Model three_layer_models[] = {
     {0, 1, "model system, medium level"},     {0, 2, "model system, low level"}};
 
 // Adds up a model's atoms and the link atoms that close the bonds cut by its boundary.
-NuclearCharge charge_of_model(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, const Model& model,
-                              const std::vector<UnlinkedBond>& unlinked) {
+NuclearCharge charge_of_model(const std::vector<MoleculeAtom>& atoms, const Model& model, const OniomLayers& layers) {
     NuclearCharge nuclei;
+    const auto& unlinked = layers.unlinked;
     // What closes a bond that is cut without a link atom cannot be known.
     nuclei.known = std::none_of(unlinked.begin(), unlinked.end(), [&](const UnlinkedBond& bond) {
         return layer_depth(atoms[bond.upper]) <= model.lowest && layer_depth(atoms[bond.lower]) > model.lowest;
@@ -210,16 +210,19 @@ NuclearCharge charge_of_model(const CheckedJob& job, const std::vector<MoleculeA
     for (const MoleculeAtom& atom : atoms) {
         if (layer_depth(atom) <= model.lowest) {
             nuclei.add(atom.species);
+        }
+    }
+    for (const auto& [i, link] : layers.links) {
+        const std::size_t depth = layer_depth(atoms[i]);
+        if (depth <= model.lowest) {
             continue;
         }
-        const std::optional<LinkAtom> link = link_atom_of(job, atom);
-        const std::size_t host =
-            link && link->host && *link->host >= 1 ? static_cast<std::size_t>(*link->host) - 1 : atoms.size();
+        const std::size_t host = link.host && *link.host >= 1 ? static_cast<std::size_t>(*link.host) - 1 : atoms.size();
         // Which atom a link atom without host in a higher layer closes, and so in which models it stands, is left to
         // Gaussian.
-        nuclei.known = nuclei.known && (!link || (host < atoms.size() && layer_depth(atoms[host]) < layer_depth(atom)));
+        nuclei.known = nuclei.known && host < atoms.size() && layer_depth(atoms[host]) < depth;
         if (host < atoms.size() && layer_depth(atoms[host]) <= model.lowest) {
-            nuclei.add(species_of_name(link->label.substr(0, link->label.find_first_of("-("))));
+            nuclei.add(species_of_name(link.label.substr(0, link.label.find_first_of("-("))));
         }
     }
     return nuclei;
@@ -227,32 +230,32 @@ NuclearCharge charge_of_model(const CheckedJob& job, const std::vector<MoleculeA
 
 template <std::size_t N>
 void check_models(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, const OniomLayers& layers,
-                  const Model (&models)[N], const std::vector<ChargeSpinPair>& pairs, Findings& findings) {
+                  const Model (&models)[N], const std::vector<ChargeSpinPair>& pairs, std::size_t line, Findings& findings) {
     for (std::size_t i = 0; i < pairs.size() && i < N; ++i) {
         const std::string& level = layers.levels[models[i].level];
         const std::string method = to_lower_copy(std::string_view(level).substr(0, level.find_first_of("/=(")));
         if (has_trait(method, "is a force field")) {
             continue;
         }
-        check_pair(job, pairs[i], charge_of_model(job, atoms, models[i], layers.unlinked),
-                   std::string(" (") + models[i].name + ")", job.layout.charge_line, findings);
+        check_pair(job, pairs[i], charge_of_model(atoms, models[i], layers), std::string(" (") + models[i].name + ")", line,
+                   findings);
     }
 }
 
 void check_oniom_pairs(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, const OniomLayers& layers,
-                       const std::vector<ChargeSpinPair>& pairs, Findings& findings) {
+                       const std::vector<ChargeSpinPair>& pairs, std::size_t line, Findings& findings) {
     const std::size_t levels = layers.levels.size();
     const std::size_t most = levels * levels + (levels == 3 ? 1 : 0);
     if (pairs.size() > most) {
         findings.add("GJF-M003", Severity::Warning,
                      std::to_string(pairs.size()) + " pairs of charge and multiplicity stand beside " +
                          std::to_string(levels) + " layers",
-                     job.layout.charge_line);
+                     line);
     }
     if (levels == 2) {
-        check_models(job, atoms, layers, two_layer_models, pairs, findings);
+        check_models(job, atoms, layers, two_layer_models, pairs, line, findings);
     } else if (levels == 3) {
-        check_models(job, atoms, layers, three_layer_models, pairs, findings);
+        check_models(job, atoms, layers, three_layer_models, pairs, line, findings);
     }
 }
 
@@ -300,10 +303,7 @@ void check_electrons(const CheckedMolecule& molecule, Findings& findings) {
         return;
     }
     if (!layers.levels.empty()) {
-        std::vector<ChargeSpinPair> pairs = job.job.geom.charge_spin_pairs();
-        // Link atoms stand in lines of atoms: of a molecule from a checkpoint the whole is known, its models are not.
-        pairs.resize(std::min<std::size_t>(pairs.size(), job.job.geom.atom_count() == 0 ? 1 : pairs.size()));
-        check_oniom_pairs(job, atoms, layers, pairs, findings);
+        check_oniom_pairs(job, atoms, layers, job.job.geom.charge_spin_pairs(), line, findings);
         return;
     }
     if (fragments > 0) {
@@ -313,6 +313,18 @@ void check_electrons(const CheckedMolecule& molecule, Findings& findings) {
 }
 
 }  // namespace
+
+void check_earlier_pairs(const CheckedMolecule& molecule, const std::vector<ChargeSpinPair>& pairs, Findings& findings) {
+    const auto& [job, atoms, layers] = molecule;
+    if (pairs.empty() || atoms.empty()) {
+        return;
+    }
+    if (!layers.levels.empty()) {
+        check_oniom_pairs(job, atoms, layers, pairs, atoms.front().line, findings);
+    } else if (!has_trait(job.route.method, "is a force field")) {
+        check_pair(job, pairs.front(), charge_of_all(atoms), " that the checkpoint holds", atoms.front().line, findings);
+    }
+}
 
 void check_further_pair(const CheckedJob& job, const std::vector<ChargeSpinPair>& pairs,
                         const std::vector<MoleculeAtom>& atoms, std::size_t line, Findings& findings) {

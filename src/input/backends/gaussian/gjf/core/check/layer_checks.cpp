@@ -91,26 +91,25 @@ void check_letters(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms
     }
 }
 
-void check_link_hosts(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings) {
-    for (std::size_t i = 0; i < atoms.size(); ++i) {
-        const std::optional<LinkAtom> link = link_atom_of(job, atoms[i]);
-        if (!link || link->host_text.empty() || link->host == 0) {
+void check_link_hosts(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, const LinkAtoms& links,
+                      Findings& findings) {
+    for (const auto& [i, link] : links) {
+        if (link.host_text.empty() || link.host == 0) {
             continue;  // no host is named
         }
-        const bool in_range = link->host && *link->host >= 1 && static_cast<std::size_t>(*link->host) <= atoms.size();
-        const TextPlace place = job.place_in(atoms[i].line, link->host_text);
-        if (!in_range || static_cast<std::size_t>(*link->host) == i + 1) {
+        const bool in_range = link.host && *link.host >= 1 && static_cast<std::size_t>(*link.host) <= atoms.size();
+        const TextPlace place = job.place_in(atoms[i].line, link.host_text);
+        if (!in_range || static_cast<std::size_t>(*link.host) == i + 1) {
             findings.add("GJF-M014", Severity::Error,
-                         "the link atom of atom " + std::to_string(i + 1) + " is bonded to '" +
-                             std::string(link->host_text) + "', which is no other atom",
+                         "the link atom of atom " + std::to_string(i + 1) + " is bonded to '" + std::string(link.host_text) +
+                             "', which is no other atom",
                          place);
-        } else if (layer_depth(atoms[static_cast<std::size_t>(*link->host) - 1]) >= layer_depth(atoms[i])) {
+        } else if (layer_depth(atoms[static_cast<std::size_t>(*link.host) - 1]) >= layer_depth(atoms[i])) {
             Finding& finding = findings.add("GJF-M014", Severity::Warning,
                                             "the link atom of atom " + std::to_string(i + 1) + " is bonded to atom " +
-                                                std::string(link->host_text) + ", which is not in a higher layer",
+                                                std::string(link.host_text) + ", which is not in a higher layer",
                                             place);
-            relate_line(job, atoms[static_cast<std::size_t>(*link->host) - 1].line, "the atom that it is bonded to",
-                        finding);
+            relate_line(job, atoms[static_cast<std::size_t>(*link.host) - 1].line, "the atom that it is bonded to", finding);
         }
     }
 }
@@ -135,15 +134,14 @@ void check_cut_bonds(const CheckedJob& job, const std::vector<MoleculeAtom>& ato
 }
 
 // Adds a bond when layers cut it without a link atom.
-void add_unlinked(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, std::size_t i, std::size_t j,
-                  std::vector<UnlinkedBond>& bonds) {
+void add_unlinked(const std::vector<MoleculeAtom>& atoms, std::size_t i, std::size_t j, OniomLayers& layers) {
     if (layer_depth(atoms[i]) == layer_depth(atoms[j])) {
         return;
     }
     const bool first_is_lower = layer_depth(atoms[i]) > layer_depth(atoms[j]);
     const std::size_t lower = first_is_lower ? i : j;
-    if (!link_atom_of(job, atoms[lower])) {
-        bonds.push_back({first_is_lower ? j : i, lower});
+    if (layers.links.count(lower) == 0) {
+        layers.unlinked.push_back({first_is_lower ? j : i, lower});
     }
 }
 
@@ -153,16 +151,16 @@ bool look_bonded(const MoleculeAtom& a, const MoleculeAtom& b) noexcept {
            stretch * (covalent_radius(a.species.element) + covalent_radius(b.species.element));
 }
 
-// Finds the bonds that layers cut without a link atom: by connectivity where the job has it, else by distance.
-std::vector<UnlinkedBond> unlinked_bonds(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms) {
-    std::vector<UnlinkedBond> bonds;
+}  // namespace
+
+void add_unlinked_bonds(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, OniomLayers& layers) {
     if (const ConnectivitySection* connectivity = job.job.connectivity(); connectivity != nullptr) {
         for (const Bond& bond : connectivity->bonds) {
             if (bond.atom2 < atoms.size()) {
-                add_unlinked(job, atoms, bond.atom1, bond.atom2, bonds);
+                add_unlinked(atoms, bond.atom1, bond.atom2, layers);
             }
         }
-        return bonds;
+        return;
     }
     constexpr double longest_bond = 3.5;
     constexpr double same_spot = 0.3;
@@ -175,7 +173,7 @@ std::vector<UnlinkedBond> unlinked_bonds(const CheckedJob& job, const std::vecto
         cells.for_each_near(*atoms[i].position, [&](std::size_t j) {
             on_one_spot = on_one_spot || distance(*atoms[i].position, *atoms[j].position) < same_spot;
             if (look_bonded(atoms[i], atoms[j])) {
-                add_unlinked(job, atoms, j, i, bonds);
+                add_unlinked(atoms, j, i, layers);
             }
         });
         // Atoms on one spot are not put in again, so that no cube grows without bound.
@@ -183,18 +181,15 @@ std::vector<UnlinkedBond> unlinked_bonds(const CheckedJob& job, const std::vecto
             cells.put(*atoms[i].position, i);
         }
     }
-    return bonds;
 }
-
-}  // namespace
 
 std::size_t layer_depth(const MoleculeAtom& atom) noexcept { return atom.layer == 'l' ? 2 : atom.layer == 'm' ? 1 : 0; }
 
 OniomLayers oniom_layers(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms) {
-    OniomLayers layers;
-    layers.levels = oniom_levels(job.route.oniom_expression);
+    OniomLayers layers{oniom_levels(job.route.oniom_expression)};
     if (layers.levels.size() >= 2) {
-        layers.unlinked = unlinked_bonds(job, atoms);
+        layers.links = link_atoms_of(job, atoms);
+        add_unlinked_bonds(job, atoms, layers);
     }
     return layers;
 }
@@ -211,7 +206,7 @@ void check_layers(const CheckedMolecule& molecule, Findings& findings) {
         return;
     }
     check_letters(job, atoms, levels, findings);
-    check_link_hosts(job, atoms, findings);
+    check_link_hosts(job, atoms, layers.links, findings);
     check_cut_bonds(job, atoms, layers.unlinked, findings);
 }
 

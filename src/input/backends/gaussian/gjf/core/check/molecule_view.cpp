@@ -41,6 +41,29 @@ bool looks_like_row(std::string_view line) {
     return refers_by_label || (fields.size() >= 3 && species_of_name(fields[0]).kind != SpeciesKind::Unknown);
 }
 
+// Returns the link atom of an atom's line; absent when there is none.
+std::optional<LinkAtom> link_atom_of(const CheckedJob& job, const MoleculeAtom& atom) {
+    Fields fields;
+    cut_fields(without_comment(job.line(atom.line)), fields);
+    const std::optional<RowForm> row = job.job.geom.atoms.empty() ? find_row_form(fields) : std::nullopt;
+    const std::ptrdiff_t before_layer = row ? static_cast<std::ptrdiff_t>(row->rest) : 4;
+    const auto layer =
+        std::find_if(fields.begin() + std::min(before_layer, std::ssize(fields)), fields.end(), [](std::string_view field) {
+            const char letter = layer_letter(field);
+            return letter != 0 && letter != '?';
+        });
+    if (layer == fields.end() || layer + 1 == fields.end()) {
+        return std::nullopt;
+    }
+    LinkAtom link;
+    link.label = *(layer + 1);
+    if (layer + 2 != fields.end()) {
+        link.host_text = *(layer + 2);
+        link.host = to_int64(link.host_text);
+    }
+    return link;
+}
+
 }  // namespace
 
 std::size_t line_at(const std::vector<std::size_t>& lines, std::size_t i) noexcept {
@@ -90,26 +113,14 @@ std::vector<MoleculeAtom> atoms_of(const CheckedJob& job) {
     return atoms;
 }
 
-std::optional<LinkAtom> link_atom_of(const CheckedJob& job, const MoleculeAtom& atom) {
-    Fields fields;
-    cut_fields(without_comment(job.line(atom.line)), fields);
-    const std::optional<RowForm> row = job.job.geom.atoms.empty() ? find_row_form(fields) : std::nullopt;
-    const std::ptrdiff_t before_layer = row ? static_cast<std::ptrdiff_t>(row->rest) : 4;
-    const auto layer =
-        std::find_if(fields.begin() + std::min(before_layer, std::ssize(fields)), fields.end(), [](std::string_view field) {
-            const char letter = layer_letter(field);
-            return letter != 0 && letter != '?';
-        });
-    if (layer == fields.end() || layer + 1 == fields.end()) {
-        return std::nullopt;
+LinkAtoms link_atoms_of(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms) {
+    LinkAtoms links;
+    for (std::size_t i = 0; i < atoms.size(); ++i) {
+        if (const std::optional<LinkAtom> link = atoms[i].layer == 0 ? std::nullopt : link_atom_of(job, atoms[i])) {
+            links.emplace(i, *link);
+        }
     }
-    LinkAtom link;
-    link.label = *(layer + 1);
-    if (layer + 2 != fields.end()) {
-        link.host_text = *(layer + 2);
-        link.host = to_int64(link.host_text);
-    }
-    return link;
+    return links;
 }
 
 }  // namespace quor::input::gaussian

@@ -9,6 +9,7 @@
 #include <gjf/core/reader/molecule_fields.hpp>
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -44,8 +45,11 @@ struct LinkAtom {
     std::string_view host_text;
 };
 
-/// Returns the link atom of an atom's line; absent when there is none.
-std::optional<LinkAtom> link_atom_of(const CheckedJob& job, const MoleculeAtom& atom);
+/// The link atoms of a molecule, by the atoms (from 0) whose place they take. They view the text.
+using LinkAtoms = std::map<std::size_t, LinkAtom>;
+
+/// Returns the link atoms that the lines of a job's atoms name.
+LinkAtoms link_atoms_of(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms);
 
 /// A bond between two atoms (from 0) in different layers, whose lower atom names no link atom.
 struct UnlinkedBond {
@@ -53,14 +57,18 @@ struct UnlinkedBond {
     std::size_t lower = 0;
 };
 
-/// What the checks share of an ONIOM job; both lists are empty in any other job.
+/// What the checks share of an ONIOM job; all are empty in any other job.
 struct OniomLayers {
-    std::vector<std::string> levels;  ///< as of `oniom_levels`
-    std::vector<UnlinkedBond> unlinked;
+    std::vector<std::string> levels = {};  ///< as of `oniom_levels`
+    LinkAtoms links = {};
+    std::vector<UnlinkedBond> unlinked = {};
 };
 
-/// Looks at the layers of a job: cut bonds are found by connectivity where the job has it, else by distance.
+/// Looks at the layers of a job.
 OniomLayers oniom_layers(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms);
+
+/// Adds the bonds that layers cut without one of the link atoms: by connectivity where the job has it, else by distance.
+void add_unlinked_bonds(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, OniomLayers& layers);
 
 /// Returns how deep an atom's layer lies: 0 for the high one, which also holds the atoms without a layer, 1 for the medium
 /// and 2 for the low one, whether or not the job has a medium one.

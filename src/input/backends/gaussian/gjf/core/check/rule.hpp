@@ -40,6 +40,9 @@ struct Family {
     std::initializer_list<const char*> of_other_files = {};  ///< those of them that a text alone cannot tell
 };
 
+/// Checks charges and multiplicities that a job takes from a checkpoint with its molecule.
+void check_earlier_pairs(const CheckedMolecule& molecule, const std::vector<ChargeSpinPair>& pairs, Findings& findings);
+
 /// Returns all families, in the order in which they are asked.
 std::span<const Family* const> families() noexcept;
 /// Tells whether other files have a say in what a code stands for.
