@@ -26,11 +26,11 @@ std::vector<Position> scattered(std::size_t count, double width) {
 }
 
 TEST(Cells, FindThePairsThatComparingAllFinds) {
-    for (const double reach : {0.3, 1.0, 4.0}) {
+    for (const double reach : {0.3, 1.0, 4.0, 1e200, std::numeric_limits<double>::infinity()}) {
         const std::vector<Position> positions = scattered(300, 8.0);
         std::set<std::pair<std::size_t, std::size_t>> found;
         std::set<std::pair<std::size_t, std::size_t>> wanted;
-        Cells cells(reach);
+        Cells cells(reach, reach < 1 ? positions.size() : 0, reach > 1 ? 1 : 8);
         for (std::size_t i = 0; i < positions.size(); ++i) {
             cells.for_each_near(positions[i], [&](std::size_t j) {
                 if (distance(positions[i], positions[j]) <= reach) {

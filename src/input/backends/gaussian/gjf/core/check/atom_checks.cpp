@@ -162,7 +162,7 @@ void check_close_atoms(const CheckedJob& job, const std::vector<MoleculeAtom>& a
     if (job.has_option("geom", "nocrowd")) {
         return;
     }
-    Cells cells(least_distance, 4);  // of 2 ångström, which hold an atom or two
+    Cells cells(least_distance, atoms.size(), 4);  // of 2 ångström, which hold an atom or two
     std::size_t count = 0;
     for (std::size_t i = 0; i < atoms.size() && count < most_close_pairs; ++i) {
         if (!has_nucleus(atoms[i])) {

@@ -164,7 +164,7 @@ void add_unlinked_bonds(const CheckedJob& job, const std::vector<MoleculeAtom>& 
     }
     constexpr double longest_bond = 3.5;
     constexpr double same_spot = 0.3;
-    Cells cells(longest_bond);
+    Cells cells(longest_bond, atoms.size());
     for (std::size_t i = 0; i < atoms.size(); ++i) {
         if (atoms[i].species.kind != SpeciesKind::Atom || !atoms[i].position) {
             continue;

@@ -3,8 +3,10 @@
 
 #include <gjf/core/text/text.hpp>
 
-#include <algorithm>
+#include <array>
+#include <cstddef>
 #include <iterator>
+#include <string_view>
 
 namespace quor::input::gaussian {
 namespace {
@@ -24,19 +26,30 @@ constexpr short radii[] = {
     142, 139, 139, 138, 139, 140, 244, 215, 207, 204, 203, 201, 199, 198, 198, 196, 194, 192, 192, 189, 190, 187, 187, 175,
     170, 162, 151, 144, 141, 136, 136, 132, 145, 146, 148, 140, 150, 150, 260, 221, 215, 206, 200, 196, 190, 187, 180, 169};
 
+constexpr char no_letter = 'a' - 1;
+
+constexpr std::size_t index_of(char first, char second) noexcept {
+    return static_cast<std::size_t>(to_lower_ascii(first) - 'a') * 27 +
+           static_cast<std::size_t>(to_lower_ascii(second) - no_letter);
+}
+
+// Atomic numbers by both letters of the symbol.
+constexpr auto numbers = [] {
+    std::array<unsigned char, 26 * 27> table{};
+    for (std::size_t i = 0; i < std::size(symbols); ++i) {
+        const std::string_view symbol = symbols[i];
+        table[index_of(symbol.front(), symbol.size() == 2 ? symbol.back() : no_letter)] = static_cast<unsigned char>(i + 1);
+    }
+    return table;
+}();
+
 }  // namespace
 
 int atomic_number(std::string_view symbol) noexcept {
-    for (std::size_t i = 0; i < std::size(symbols); ++i) {
-        const std::string_view known = symbols[i];
-        const bool equal = symbol.size() == known.size() &&
-                           std::equal(symbol.begin(), symbol.end(), known.begin(),
-                                      [](char a, char b) { return to_lower_ascii(a) == to_lower_ascii(b); });
-        if (equal) {
-            return static_cast<int>(i) + 1;
-        }
+    if (symbol.empty() || symbol.size() > 2 || !is_letter(symbol.front()) || !is_letter(symbol.back())) {
+        return 0;
     }
-    return 0;
+    return numbers[index_of(symbol.front(), symbol.size() == 2 ? symbol.back() : no_letter)];
 }
 
 const char* element_symbol(int number) noexcept {

@@ -49,8 +49,10 @@ Species species_of_symbol(std::string_view symbol) noexcept {
 }
 
 Species species_of_name(std::string_view name) noexcept {
-    if (const std::optional<std::int32_t> number = to_int32(name); number && name.front() != '-' && name.front() != '+') {
-        return species_of_number(*number);
+    if (!name.empty() && !is_letter(name.front()) && name.front() != '-' && name.front() != '+') {
+        if (const std::optional<std::int32_t> number = to_int32(name)) {
+            return species_of_number(*number);
+        }
     }
     if (name == "-") {
         return {SpeciesKind::Dummy, 0, true};

@@ -141,7 +141,7 @@ class SelectedAtoms {
         find_positions();
         keep_atoms(stack_.back());
         const double reach = distance_wanted * length_unit(job_) * (1 + 1e-12);
-        Cells cells(reach);
+        Cells cells(reach, atoms_.size());
         for (std::size_t i = 0; i < atoms_.size(); ++i) {
             if (stack_.back()[i]) {
                 cells.put(positions_[i], i);
