@@ -1,0 +1,147 @@
+// Offers what can be done about findings, and tells them as diagnostics.
+#include <gjf/core/protocol/code_actions.hpp>
+
+#include <gjf/core/check/fix_text.hpp>
+#include <gjf/core/language/job_tokens.hpp>
+#include <gjf/core/text/text.hpp>
+
+#include <algorithm>
+#include <set>
+
+namespace quor::input::gaussian {
+namespace {
+
+Span place_of(const Finding& finding) noexcept { return span_between(finding.begin, finding.end); }
+
+Message diagnostic_json(const OpenDocument& document, const Finding& finding) {
+    const std::string hint = finding.hint.empty() ? "" : " (" + finding.hint + ")";
+    Message diagnostic = {{"range", document.range_json(place_of(finding))},
+                          {"severity", 3 - static_cast<int>(finding.severity)},
+                          {"code", finding.code},
+                          {"source", "quor-gjf"},
+                          {"message", finding.message + hint}};
+    for (const RelatedPlace& place : finding.related) {
+        const std::size_t begin = document.offset_of_line(place.line) + (place.column == 0 ? 0 : place.column - 1);
+        diagnostic["relatedInformation"].push_back(
+            {{"location",
+              {{"uri", document.uri()}, {"range", document.range_json(span_between(begin, begin + place.length))}}},
+             {"message", place.message}});
+    }
+    return diagnostic;
+}
+
+bool touches(Span a, Span b) noexcept { return a.begin <= b.end() && b.begin <= a.end(); }
+
+// Tells whether a client wants actions of a kind: all, or those that begin with one that it names.
+bool wants(const Message& parameters, std::string_view kind) {
+    const Message& only = member(parameters, "context/only");
+    return !only.is_array() || std::any_of(only.begin(), only.end(), [&](const Message& each) {
+        const std::string wanted = each.is_string() ? each.get<std::string>() : "";
+        return kind == wanted || (kind.substr(0, wanted.size()) == wanted && kind.substr(wanted.size(), 1) == ".");
+    });
+}
+
+void add_fixes(const OpenDocument& document, const Finding& finding, Message& actions) {
+    const Fix* best = applicable_fix(finding, false);
+    for (const Fix& fix : finding.fixes) {
+        actions.push_back({{"title", fix.title},
+                           {"kind", "quickfix"},
+                           {"diagnostics", Message::array({diagnostic_json(document, finding)})},
+                           {"edit", document.workspace_edit(fix.edits)}});
+        if (&fix == best) {
+            actions.back()["isPreferred"] = true;
+        }
+    }
+}
+
+// The comment stands above the route of the job, at a line of its own.
+void add_silencing(const OpenDocument& document, const Finding& finding, Message& actions) {
+    const std::vector<JobReading>& jobs = document.file().jobs();
+    if (finding.job == 0 || finding.job > jobs.size() || jobs[finding.job - 1].places.route_words.empty()) {
+        return;
+    }
+    const std::size_t route = jobs[finding.job - 1].places.route_words.front().begin;
+    const std::size_t line = route == 0 ? 0 : document.text().rfind('\n', route - 1) + 1;
+    const bool returns = document.text().find("\r\n") != std::string::npos;
+    const TextEdit edit{line, line, "! quor-gjf: ignore " + finding.code + (returns ? "\r\n" : "\n")};
+    actions.push_back({{"title", "ignore " + finding.code + " in this job"},
+                       {"kind", "quickfix"},
+                       {"diagnostics", Message::array({diagnostic_json(document, finding)})},
+                       {"edit", document.workspace_edit({edit})}});
+}
+
+// What differs between two texts, as one change.
+TextEdit difference(std::string_view old_text, std::string_view new_text) {
+    const std::size_t shorter = std::min(old_text.size(), new_text.size());
+    std::size_t begin = 0;
+    while (begin < shorter && old_text[begin] == new_text[begin]) {
+        ++begin;
+    }
+    std::size_t same = 0;
+    while (same < shorter - begin && old_text[old_text.size() - 1 - same] == new_text[new_text.size() - 1 - same]) {
+        ++same;
+    }
+    // Whole lines: no character is cut.
+    begin = begin == 0 ? 0 : old_text.rfind('\n', begin - 1) + 1;
+    const std::size_t line_end = old_text.find('\n', old_text.size() - same);
+    same = line_end == std::string_view::npos ? 0 : std::min(same, old_text.size() - line_end);
+    return {begin, old_text.size() - same, std::string(new_text.substr(begin, new_text.size() - same - begin))};
+}
+
+void add_fix_all(const OpenDocument& document, Message& actions) {
+    const FixedText fixed = fix_text(document.text());
+    if (fixed.text != document.text()) {
+        actions.push_back({{"title", "apply all safe fixes of quor-gjf"},
+                           {"kind", fix_all_kind},
+                           {"edit", document.workspace_edit({difference(document.text(), fixed.text)})}});
+    }
+}
+
+}  // namespace
+
+Message diagnostics_json(const OpenDocument& document, const std::vector<Finding>& findings) {
+    Message list = Message::array();
+    for (const Finding& finding : findings) {
+        list.push_back(diagnostic_json(document, finding));
+    }
+    return list;
+}
+
+Message code_actions(const DocumentQuestion& question) {
+    Message actions = Message::array();
+    const Span range = question.range();
+    if (wants(question.parameters, "quickfix")) {
+        std::set<std::pair<std::size_t, std::string>> silenced;
+        for (const Finding& finding : question.findings()) {
+            if (touches(place_of(finding), range)) {
+                add_fixes(question.document, finding, actions);
+            }
+        }
+        for (const Finding& finding : question.findings()) {
+            if (touches(place_of(finding), range) && silenced.emplace(finding.job, finding.code).second) {
+                add_silencing(question.document, finding, actions);
+            }
+        }
+    }
+    if (wants(question.parameters, fix_all_kind)) {
+        add_fix_all(question.document, actions);
+    }
+    return actions;
+}
+
+std::string address_of(std::string_view path) {
+    constexpr std::string_view kept = "-._~/!$&'()*+,;=:@";
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    std::string address;
+    for (const char c : path) {
+        if (is_letter(c) || is_digit(c) || kept.find(c) != std::string_view::npos) {
+            address += c;
+        } else {
+            const auto byte = static_cast<unsigned char>(c);
+            address += {'%', digits[byte / 16], digits[byte % 16]};
+        }
+    }
+    return address;
+}
+
+}  // namespace quor::input::gaussian

@@ -1,0 +1,50 @@
+// The language server as one object: it takes a message and gives messages. It has no input or output of its own, no threads and
+// no clock, so that a tool, a page and an extension of an editor run the same one.
+#pragma once
+
+#include <core/export.hpp>
+#include <gjf/core/check/finding.hpp>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quor::input::gaussian {
+
+/// What a server is given by who runs it.
+struct ServerOptions {
+    /// Returns the findings of a text whose file has this path, empty for one without; as `check_text` where it is empty.
+    std::function<std::vector<Finding>(const std::string& text, const std::string& path)> check;
+};
+
+/// Speaks the Language Server Protocol 3.17 about job files. Used by one thread at a time.
+///
+/// Messages are JSON texts without header. Nothing is thrown for any message: a request that fails is answered by an error, a
+/// message that cannot be read by one without id.
+class QUOR_GJF_API LanguageServer {
+   public:
+    explicit LanguageServer(ServerOptions options = {});
+    LanguageServer(const LanguageServer&) = delete;
+    LanguageServer& operator=(const LanguageServer&) = delete;
+    ~LanguageServer();
+
+    /// Takes a message; returns those that answer it, in order.
+    std::vector<std::string> receive(std::string_view message);
+
+    /// Does one piece of what was put off, as checking a text that was changed; returns the messages that come of it. To be called
+    /// when no message waits: what another message makes superfluous is then never done.
+    std::vector<std::string> work();
+    bool has_work() const noexcept;
+
+    /// Tells whether the client has asked for the end; then `exit_code` is 0 where it said before that it would.
+    bool is_over() const noexcept;
+    int exit_code() const noexcept;
+
+   private:
+    class Session;
+    std::unique_ptr<Session> session_;
+};
+
+}  // namespace quor::input::gaussian
