@@ -24,6 +24,7 @@ void add_format_command(CLI::App& command, int& exit_code);
 void add_split_command(CLI::App& command, int& exit_code);
 void add_join_command(CLI::App& command, int& exit_code);
 void add_schema_command(CLI::App& command, int& exit_code);
+void add_lsp_command(CLI::App& command, int& exit_code);
 void add_completion_command(CLI::App& command, int& exit_code);
 
 }  // namespace quor_gjf

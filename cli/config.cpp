@@ -23,9 +23,19 @@ namespace {
 
 using namespace quor::input::gaussian;
 
-std::optional<Configurations>& kept_configurations() {
-    static std::optional<Configurations> kept;
+struct KeptConfigurations {
+    ConfigurationSources sources;
+    std::optional<Configurations> files;
+};
+
+KeptConfigurations& kept_configurations() {
+    static KeptConfigurations kept;
     return kept;
+}
+
+void keep_configurations(const ConfigurationSources& sources) {
+    kept_configurations().sources = sources;
+    kept_configurations().files.emplace(sources);
 }
 
 // Keys that no option of a command reads: the library knows them, or `check` asks for each file.
@@ -121,7 +131,9 @@ int show(const std::string& path) {
 
 }  // namespace
 
-Configurations& configurations() { return *kept_configurations(); }
+Configurations& configurations() { return *kept_configurations().files; }
+
+void forget_configurations() { kept_configurations().files.emplace(kept_configurations().sources); }
 
 void read_configuration_files(CLI::App& app, std::function<void()> declare_all) {
     const auto sources = std::make_shared<ConfigurationSources>();
@@ -133,12 +145,12 @@ void read_configuration_files(CLI::App& app, std::function<void()> declare_all) 
         declare_all();
         return problem_of(app, setting);
     };
-    kept_configurations().emplace(*sources);
+    keep_configurations(*sources);
     app.parse_complete_callback([&app, sources] {
         if (app.got_subcommand("completion")) {
             return;  // whoever types a command is not to be stopped by a mistake elsewhere
         }
-        kept_configurations().emplace(*sources);
+        keep_configurations(*sources);
         const auto configuration = configurations().for_folder({});
         for (const Setting& setting : configuration->settings()) {
             apply(app, setting);

@@ -19,6 +19,9 @@ void read_configuration_files(CLI::App& app, std::function<void()> declare_all);
 /// Returns the configurations of this run.
 quor::input::gaussian::Configurations& configurations();
 
+/// Reads configuration files anew when they are asked for again.
+void forget_configurations();
+
 /// Declares the arguments of `quor-gjf config`.
 void add_config_command(CLI::App& command, int& exit_code);
 

@@ -66,7 +66,8 @@ TEST(LanguageServer, TellsWhatItCan) {
     EXPECT_EQ(plain.first["capabilities"]["positionEncoding"], "utf-16");
     EXPECT_EQ(plain.first["capabilities"].count("diagnosticProvider"), 0U);
     EXPECT_EQ(plain.first["serverInfo"]["name"], "quor-gjf");
-    const Client other({{"general", {{"positionEncodings", {"utf-16", "utf-8"}}}}, {"textDocument", {{"diagnostic", Json::object()}}}});
+    const Client other(
+        Json::parse(R"({"general":{"positionEncodings":["utf-16","utf-8"]},"textDocument":{"diagnostic":{}}})"));
     EXPECT_EQ(other.first["capabilities"]["positionEncoding"], "utf-8");
     EXPECT_EQ(other.first["capabilities"].count("diagnosticProvider"), 1U);
 }
@@ -93,9 +94,11 @@ TEST(LanguageServer, ChecksTheLastOfManyStates) {
     Client client;
     client.open(water);
     for (int version = 2; version < 20; ++version) {
-        client.tell("textDocument/didChange",
-                    {{"textDocument", {{"uri", client.uri}, {"version", version}}},
-                     {"contentChanges", Json::parse(R"([{"range":{"start":{"line":3,"character":0},"end":{"line":3,"character":0}},"text":"x"}])")}});
+        client.tell(
+            "textDocument/didChange",
+            {{"textDocument", {{"uri", client.uri}, {"version", version}}},
+             {"contentChanges",
+              Json::parse(R"([{"range":{"start":{"line":3,"character":0},"end":{"line":3,"character":0}},"text":"x"}])")}});
     }
     const std::vector<std::string> sent = client.server.work();
     ASSERT_EQ(sent.size(), 1U);
@@ -107,7 +110,7 @@ TEST(LanguageServer, ChecksTheLastOfManyStates) {
 }
 
 TEST(LanguageServer, GivesDiagnosticsToWhoAsks) {
-    Client client({{"textDocument", {{"diagnostic", Json::object()}}}});
+    Client client(Json::parse(R"({"textDocument":{"diagnostic":{}}})"));
     client.open(water);
     EXPECT_FALSE(client.server.has_work());
     EXPECT_EQ(client.about("diagnostic")["items"].size(), 1U);
@@ -159,7 +162,8 @@ TEST(LanguageServer, RefusesWhatItCannotAnswer) {
         {R"({"jsonrpc":"2.0","id":1,"method":"textDocument/hover"})", -32602},
         {R"({"jsonrpc":"2.0","id":1,"method":"initialize"})", -32600},
         {R"({"jsonrpc":"2.0","id":1,"method":"no/such"})", -32601},
-        {R"({"jsonrpc":"2.0","id":1,"method":"textDocument/hover","params":{"textDocument":{"uri":"file:///none"}}})", -32602},
+        {R"({"jsonrpc":"2.0","id":1,"method":"textDocument/hover","params":{"textDocument":{"uri":"file:///none"}}})",
+         -32602},
         {"\"\xff\"", -32700},
         {deep.c_str(), -32700},
     };

@@ -30,6 +30,7 @@
 #include <gjf/core/language/structure.hpp>
 #include <gjf/core/predicate/job_file.hpp>
 #include <gjf/core/predicate/predicate.hpp>
+#include <gjf/core/protocol/language_server.hpp>
 #include <gjf/core/reader/gjf_parser.hpp>
 #include <gjf/core/reader/included_files.hpp>
 #include <gjf/core/reader/job_layout.hpp>

@@ -1,4 +1,5 @@
-// What can be done about findings: their fixes, all safe fixes at once, and comments that silence a code. Private to the room.
+// What can be done about findings: their fixes, all safe fixes at once, and comments that silence a code. Private to the
+// room.
 #pragma once
 
 #include <gjf/core/protocol/document_requests.hpp>

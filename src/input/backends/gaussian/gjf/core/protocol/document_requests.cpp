@@ -140,11 +140,12 @@ Message folds(Question question) {
 
 // A type of the protocol for each role, in the order of `TokenRole`.
 constexpr std::array<std::string_view, 22> token_type_of_role = {
-    "macro",  "comment",  "property", "string",     "operator", "function", "type",     "keyword", "parameter", "enumMember", "",
-    "string", "number",   "number",   "class",      "number",   "enumMember", "number", "number",  "variable",  "class",      "keyword"};
-constexpr std::array<std::string_view, 13> all_token_types = {"macro",     "comment",    "property", "string",   "operator",
-                                                              "function",  "type",       "keyword",  "parameter", "enumMember",
-                                                              "number",    "class",      "variable"};
+    "macro",      "comment",    "property", "string",   "operator", "function", "type",  "keyword",
+    "parameter",  "enumMember", "",         "string",   "number",   "number",   "class", "number",
+    "enumMember", "number",     "number",   "variable", "class",    "keyword"};
+constexpr std::array<std::string_view, 13> all_token_types = {"macro",    "comment", "property", "string",    "operator",
+                                                              "function", "type",    "keyword",  "parameter", "enumMember",
+                                                              "number",   "class",   "variable"};
 
 Message tokens_of(const OpenDocument& document, Span stretch) {
     Message data = Message::array();
@@ -159,11 +160,12 @@ Message tokens_of(const OpenDocument& document, Span stretch) {
         if (end.line != begin.line) {
             continue;
         }
-        data.insert(data.end(), {begin.line - last.line, begin.line == last.line ? begin.character - last.character : begin.character,
-                                 end.character - begin.character,
-                                 static_cast<std::size_t>(std::find(all_token_types.begin(), all_token_types.end(), type) -
-                                                          all_token_types.begin()),
-                                 std::size_t{0}});
+        data.insert(data.end(),
+                    {begin.line - last.line, begin.line == last.line ? begin.character - last.character : begin.character,
+                     end.character - begin.character,
+                     static_cast<std::size_t>(std::find(all_token_types.begin(), all_token_types.end(), type) -
+                                              all_token_types.begin()),
+                     std::size_t{0}});
         last = begin;
     }
     return {{"data", std::move(data)}};
@@ -180,8 +182,10 @@ Message hints(Question question) {
     const Span range = question.range();
     for (const InlayHint& hint : inlay_hints(question.document.file(), range)) {
         if (range.begin <= hint.offset && hint.offset <= range.end()) {
-            list.push_back(
-                {{"position", question.document.position_json(hint.offset)}, {"label", hint.text}, {"paddingLeft", true}, {"paddingRight", true}});
+            list.push_back({{"position", question.document.position_json(hint.offset)},
+                            {"label", hint.text},
+                            {"paddingLeft", true},
+                            {"paddingRight", true}});
         }
     }
     return list;
@@ -206,7 +210,9 @@ Message alignment(const OpenDocument& document, Span range) {
     return document.edits_json(edits);
 }
 
-Message formatting(Question question) { return alignment(question.document, span_between(0, question.document.text().size())); }
+Message formatting(Question question) {
+    return alignment(question.document, span_between(0, question.document.text().size()));
+}
 Message range_formatting(Question question) { return alignment(question.document, question.range()); }
 
 Message links(Question question) {
@@ -215,8 +221,9 @@ Message links(Question question) {
     const std::string folder = uri.substr(0, uri.rfind('/') + 1);
     for (const FileLink& link : file_links(question.document.file())) {
         if (!link.path.empty()) {
-            list.push_back({{"range", question.document.range_json(link.place)},
-                            {"target", link.path.front() == '/' ? "file://" + address_of(link.path) : folder + address_of(link.path)}});
+            list.push_back(
+                {{"range", question.document.range_json(link.place)},
+                 {"target", link.path.front() == '/' ? "file://" + address_of(link.path) : folder + address_of(link.path)}});
         }
     }
     return list;
@@ -249,8 +256,8 @@ constexpr DocumentRequest requests[] = {
 }  // namespace
 
 const DocumentRequest* find_document_request(std::string_view method) {
-    const auto found =
-        std::find_if(std::begin(requests), std::end(requests), [&](const DocumentRequest& each) { return each.method == method; });
+    const auto found = std::find_if(std::begin(requests), std::end(requests),
+                                    [&](const DocumentRequest& each) { return each.method == method; });
     return found == std::end(requests) ? nullptr : found;
 }
 

@@ -2,22 +2,80 @@
 #include <gjf/core/protocol/language_server.hpp>
 
 #include <gjf/core/check/checker.hpp>
+#include <gjf/core/configuration/configuration.hpp>
 #include <gjf/core/protocol/document_requests.hpp>
 #include <gjf/core/protocol/session.hpp>
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace quor::input::gaussian {
+namespace {
 
-void LanguageServer::Session::handle(const Message& message) {
-    if (!message.is_object() || member(message, "jsonrpc") != "2.0") {
-        send(error_message(Message(), MessageError::InvalidRequest, "not a message of JSON-RPC 2.0"));
+struct Encoding {
+    std::string_view name;
+    ColumnUnit unit;
+};
+
+// The first one that a client has too is agreed on: bytes take no counting.
+constexpr Encoding encodings_by_ease[] = {
+    {"utf-8", ColumnUnit::Bytes}, {"utf-16", ColumnUnit::Utf16}, {"utf-32", ColumnUnit::CodePoints}};
+
+ColumnUnit agreed_unit(const Message& known) {
+    for (const Encoding& each : encodings_by_ease) {
+        if (known.is_array() && std::find(known.begin(), known.end(), each.name) != known.end()) {
+            return each.unit;
+        }
+    }
+    return ColumnUnit::Utf16;
+}
+
+std::string_view encoding_name(ColumnUnit unit) {
+    return std::find_if(std::begin(encodings_by_ease), std::end(encodings_by_ease),
+                        [unit](const Encoding& each) { return each.unit == unit; })
+        ->name;
+}
+
+}  // namespace
+
+void LanguageServer::Session::take(std::string_view text) {
+    try {
+        waiting_.push_back({read_message(text)});
+    } catch (const RequestFault& fault) {
+        waiting_.push_back({Message::object(), fault});
+    }
+    if (member(waiting_.back().message, "method") == "$/cancelRequest") {
+        cancel(member(waiting_.back().message, "params/id"));
+        waiting_.pop_back();
+    }
+}
+
+void LanguageServer::Session::cancel(const Message& id) {
+    for (Waiting& each : waiting_) {
+        if (each.message.contains("id") && member(each.message, "id") == id) {
+            each.fault = RequestFault(MessageError::RequestCancelled, "cancelled");
+        }
+    }
+}
+
+void LanguageServer::Session::handle_next() {
+    const Waiting next = std::move(waiting_.front());
+    waiting_.pop_front();
+    handle(next);
+}
+
+void LanguageServer::Session::handle(const Waiting& waiting) {
+    const Message& message = waiting.message;
+    if (waiting.fault || !message.is_object() || member(message, "jsonrpc") != "2.0") {
+        const RequestFault fault =
+            waiting.fault.value_or(RequestFault(MessageError::InvalidRequest, "not a message of JSON-RPC 2.0"));
+        send(error_message(member(message, "id"), fault.code, fault.what()));
         return;
     }
     const Message& method = member(message, "method");
     if (!method.is_string()) {
-        if (member(message, "result").is_null() && member(message, "error").is_null()) {
+        if (!message.contains("result") && !message.contains("error")) {
             send(error_message(member(message, "id"), MessageError::InvalidRequest, "a message without method"));
         }
         return;  // an answer to a request of ours
@@ -25,39 +83,14 @@ void LanguageServer::Session::handle(const Message& message) {
     if (message.contains("id")) {
         answer(message);
     } else {
-        take(method.get<std::string>(), member(message, "params"));
+        note(method.get<std::string>(), member(message, "params"));
     }
 }
 
 void LanguageServer::Session::answer(const Message& message) {
     const Message& id = member(message, "id");
     try {
-        const std::string method = text_member(message, "method");
-        const Message& parameters = member(message, "params");
-        if (method == "initialize" && state_ == State::New) {
-            send(result_message(id, initialize(parameters)));
-            return;
-        }
-        if (state_ != State::Running) {
-            throw RequestFault(state_ == State::New ? MessageError::NotInitialized : MessageError::InvalidRequest,
-                               state_ == State::New ? "initialize comes first" : "nothing is answered after shutdown");
-        }
-        if (method == "shutdown") {
-            state_ = State::ShutDown;
-            shut_down_ = true;
-            send(result_message(id, Message()));
-            return;
-        }
-        const DocumentRequest* request = find_document_request(method);
-        if (request == nullptr) {
-            throw RequestFault(method == "initialize" ? MessageError::InvalidRequest : MessageError::MethodNotFound,
-                               "no request '" + method + "'" + (method == "initialize" ? " a second time" : ""));
-        }
-        OpenDocument& asked = document(parameters);
-        const std::function<const std::vector<Finding>&()> findings = [&]() -> const std::vector<Finding>& {
-            return findings_of(asked);
-        };
-        send(result_message(id, request->answer({asked, parameters, findings})));
+        send(result_message(id, result_of(text_member(message, "method"), member(message, "params"))));
     } catch (const RequestFault& fault) {
         send(error_message(id, fault.code, fault.what()));
     } catch (const std::exception& error) {
@@ -65,8 +98,33 @@ void LanguageServer::Session::answer(const Message& message) {
     }
 }
 
+Message LanguageServer::Session::result_of(const std::string& method, const Message& parameters) {
+    if (method == "initialize" && state_ == State::New) {
+        return initialize(parameters);
+    }
+    if (state_ != State::Running) {
+        throw RequestFault(state_ == State::New ? MessageError::NotInitialized : MessageError::InvalidRequest,
+                           state_ == State::New ? "initialize comes first" : "nothing is answered after shutdown");
+    }
+    if (method == "shutdown") {
+        state_ = State::ShutDown;
+        return {};
+    }
+    const DocumentRequest* request = find_document_request(method);
+    if (request == nullptr) {
+        const bool again = method == "initialize";
+        throw RequestFault(again ? MessageError::InvalidRequest : MessageError::MethodNotFound,
+                           "no request '" + method + "'" + (again ? " a second time" : ""));
+    }
+    OpenDocument& asked = document(parameters);
+    const std::function<const std::vector<Finding>&()> findings = [&]() -> const std::vector<Finding>& {
+        return findings_of(asked);
+    };
+    return request->answer({asked, parameters, findings});
+}
+
 // Notifications have no answer: what is wrong with one is told in a line of the client's log.
-void LanguageServer::Session::take(const std::string& method, const Message& parameters) {
+void LanguageServer::Session::note(const std::string& method, const Message& parameters) {
     if (method == "exit") {
         over_ = true;
         return;
@@ -89,16 +147,16 @@ void LanguageServer::Session::take(const std::string& method, const Message& par
 
 Message LanguageServer::Session::initialize(const Message& parameters) {
     const Message& encodings = member(parameters, "capabilities/general/positionEncodings");
-    if (encodings.is_array() && std::find(encodings.begin(), encodings.end(), "utf-8") != encodings.end()) {
-        unit_ = ColumnUnit::Bytes;
-    }
+    unit_ = agreed_unit(encodings);
+    const Message& process = member(parameters, "processId");
+    client_process_ = process.is_number_integer() ? process.get<std::int64_t>() : 0;
     pulls_ = member(parameters, "capabilities/textDocument/diagnostic").is_object();
     state_ = State::Running;
     return {{"capabilities", capabilities()}, {"serverInfo", {{"name", "quor-gjf"}, {"version", QUOR_GJF_PROJECT_VERSION}}}};
 }
 
 Message LanguageServer::Session::capabilities() const {
-    Message all = {{"positionEncoding", unit_ == ColumnUnit::Bytes ? "utf-8" : "utf-16"},
+    Message all = {{"positionEncoding", encoding_name(unit_)},
                    {"textDocumentSync", {{"openClose", true}, {"change", 2}}},
                    {"completionProvider", {{"triggerCharacters", {"=", "(", ",", "/", "%"}}}},
                    {"hoverProvider", true},
@@ -109,21 +167,25 @@ Message LanguageServer::Session::capabilities() const {
                    {"documentSymbolProvider", true},
                    {"foldingRangeProvider", true},
                    {"semanticTokensProvider",
-                    {{"legend", {{"tokenTypes", token_types()}, {"tokenModifiers", Message::array()}}}, {"full", true}, {"range", true}}},
+                    {{"legend", {{"tokenTypes", token_types()}, {"tokenModifiers", Message::array()}}},
+                     {"full", true},
+                     {"range", true}}},
                    {"inlayHintProvider", true},
                    {"documentFormattingProvider", true},
                    {"documentRangeFormattingProvider", true},
                    {"documentLinkProvider", Message::object()},
                    {"codeActionProvider", {{"codeActionKinds", {"quickfix", fix_all_kind}}}}};
     if (pulls_) {
-        all["diagnosticProvider"] = {{"identifier", "quor-gjf"}, {"interFileDependencies", false}, {"workspaceDiagnostics", false}};
+        all["diagnosticProvider"] = {
+            {"identifier", "quor-gjf"}, {"interFileDependencies", false}, {"workspaceDiagnostics", false}};
     }
     return all;
 }
 
 void LanguageServer::Session::open(const Message& parameters) {
     const std::string uri = text_member(parameters, "textDocument/uri");
-    documents_[uri] = std::make_unique<OpenDocument>(uri, version_of(parameters), text_member(parameters, "textDocument/text"), unit_);
+    documents_[uri] =
+        std::make_unique<OpenDocument>(uri, version_of(parameters), text_member(parameters, "textDocument/text"), unit_);
     put_off(uri);
 }
 
@@ -165,9 +227,27 @@ void LanguageServer::Session::put_off(const std::string& uri) {
 
 const std::vector<Finding>& LanguageServer::Session::findings_of(OpenDocument& asked) {
     if (!asked.findings) {
-        asked.findings = options_.check ? options_.check(asked.text(), asked.path()) : check_text(asked.text());
+        asked.findings = check(asked);
     }
     return *asked.findings;
+}
+
+// A mistake in a configuration file keeps nobody from being told the rest.
+std::vector<Finding> LanguageServer::Session::check(const OpenDocument& checked) {
+    if (!options_.check) {
+        return check_text(checked.text());
+    }
+    try {
+        std::vector<Finding> findings = options_.check(checked.text(), checked.path());
+        told_problem_.clear();
+        return findings;
+    } catch (const ConfigurationError& error) {
+        if (told_problem_ != error.what()) {
+            told_problem_ = error.what();
+            send(notification("window/showMessage", {{"type", 1}, {"message", told_problem_}}));
+        }
+        return check_text(checked.text());
+    }
 }
 
 void LanguageServer::Session::check_next() {
@@ -181,9 +261,10 @@ void LanguageServer::Session::check_next() {
     }
     OpenDocument& checked = *found->second;
     try {
-        send(notification("textDocument/publishDiagnostics", {{"uri", checked.uri()},
-                                                              {"version", checked.version()},
-                                                              {"diagnostics", diagnostics_json(checked, findings_of(checked))}}));
+        send(notification("textDocument/publishDiagnostics",
+                          {{"uri", checked.uri()},
+                           {"version", checked.version()},
+                           {"diagnostics", diagnostics_json(checked, findings_of(checked))}}));
     } catch (const std::exception& error) {
         send(notification("window/logMessage", {{"type", 1}, {"message", std::string("check: ") + error.what()}}));
     }
@@ -192,22 +273,28 @@ void LanguageServer::Session::check_next() {
 LanguageServer::LanguageServer(ServerOptions options) : session_(std::make_unique<Session>(std::move(options))) {}
 LanguageServer::~LanguageServer() = default;
 
-std::vector<std::string> LanguageServer::receive(std::string_view message) {
-    try {
-        session_->handle(read_message(message));
-    } catch (const RequestFault& fault) {
-        session_->send(error_message(Message(), fault.code, fault.what()));
+void LanguageServer::take(std::string_view message) { session_->take(message); }
+
+std::vector<std::string> LanguageServer::work() {
+    if (session_->has_messages()) {
+        session_->handle_next();
+    } else {
+        session_->check_next();
     }
     return std::exchange(session_->sent, {});
 }
 
-std::vector<std::string> LanguageServer::work() {
-    session_->check_next();
+std::vector<std::string> LanguageServer::receive(std::string_view message) {
+    session_->take(message);
+    while (session_->has_messages()) {
+        session_->handle_next();
+    }
     return std::exchange(session_->sent, {});
 }
 
 bool LanguageServer::has_work() const noexcept { return session_->has_work(); }
 bool LanguageServer::is_over() const noexcept { return session_->is_over(); }
 int LanguageServer::exit_code() const noexcept { return session_->exit_code(); }
+std::int64_t LanguageServer::client_process() const noexcept { return session_->client_process(); }
 
 }  // namespace quor::input::gaussian

@@ -1,10 +1,11 @@
-// The language server as one object: it takes a message and gives messages. It has no input or output of its own, no threads and
-// no clock, so that a tool, a page and an extension of an editor run the same one.
+// The language server as one object: it takes a message and gives messages. It has no input or output of its own, no threads
+// and no clock, so that a tool, a page and an extension of an editor run the same one.
 #pragma once
 
 #include <core/export.hpp>
 #include <gjf/core/check/finding.hpp>
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -21,8 +22,8 @@ struct ServerOptions {
 
 /// Speaks the Language Server Protocol 3.17 about job files. Used by one thread at a time.
 ///
-/// Messages are JSON texts without header. Nothing is thrown for any message: a request that fails is answered by an error, a
-/// message that cannot be read by one without id.
+/// Messages are JSON texts without header. Nothing is thrown for any message: a request that fails is answered by an error,
+/// a message that cannot be read by one without id.
 class QUOR_GJF_API LanguageServer {
    public:
     explicit LanguageServer(ServerOptions options = {});
@@ -30,17 +31,23 @@ class QUOR_GJF_API LanguageServer {
     LanguageServer& operator=(const LanguageServer&) = delete;
     ~LanguageServer();
 
-    /// Takes a message; returns those that answer it, in order.
-    std::vector<std::string> receive(std::string_view message);
+    /// Takes a message and puts it off. One that cancels a request that waits is heeded at once.
+    void take(std::string_view message);
 
-    /// Does one piece of what was put off, as checking a text that was changed; returns the messages that come of it. To be called
-    /// when no message waits: what another message makes superfluous is then never done.
+    /// Does one piece of what was put off: answers the first message that waits; without any, checks one text that was
+    /// changed. Returns the messages that come of it. To be called when there is nothing more to take: what a later message
+    /// makes superfluous is then never done.
     std::vector<std::string> work();
     bool has_work() const noexcept;
+
+    /// Takes a message and answers all that wait; returns the answers, in order. Texts are left unchecked until `work`.
+    std::vector<std::string> receive(std::string_view message);
 
     /// Tells whether the client has asked for the end; then `exit_code` is 0 where it said before that it would.
     bool is_over() const noexcept;
     int exit_code() const noexcept;
+    /// Returns the number of the process that began the server, as the client tells it; 0 where it does not.
+    std::int64_t client_process() const noexcept;
 
    private:
     class Session;

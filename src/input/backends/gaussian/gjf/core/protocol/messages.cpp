@@ -62,7 +62,11 @@ Message read_message(std::string_view text) {
     try {
         return Message::parse(with_whole_characters(text), bound);
     } catch (const Message::exception& error) {
-        throw RequestFault(MessageError::ParseError, error.what());
+        // Behind the bracket that names the library's error.
+        const std::string_view what = error.what();
+        const std::size_t begin = what.find("] ");
+        throw RequestFault(MessageError::ParseError,
+                           "no JSON: " + std::string(begin == std::string_view::npos ? what : what.substr(begin + 2)));
     }
 }
 

@@ -19,7 +19,8 @@ class OpenDocument {
     OpenDocument(const OpenDocument&) = delete;
     OpenDocument& operator=(const OpenDocument&) = delete;
 
-    /// Applies the changes of a message in their order. Throws `RequestFault` for one that is none; those before it are then made.
+    /// Applies the changes of a message in their order. Throws `RequestFault` for one that is none; those before it are then
+    /// made.
     void change(const Message& changes, std::int64_t version);
 
     const std::string& uri() const noexcept { return uri_; }

@@ -7,6 +7,7 @@
 #include <deque>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,12 +17,15 @@ class LanguageServer::Session {
    public:
     explicit Session(ServerOptions options) : options_(std::move(options)) {}
 
-    /// Handles a message; answers are added to `sent`.
-    void handle(const Message& message);
+    void take(std::string_view text);
+    /// Handles the first message that waits; answers are added to `sent`.
+    void handle_next();
     void check_next();
-    bool has_work() const noexcept { return !unchecked_.empty(); }
+    bool has_messages() const noexcept { return !waiting_.empty(); }
+    bool has_work() const noexcept { return has_messages() || !sent.empty() || !unchecked_.empty(); }
     bool is_over() const noexcept { return over_; }
-    int exit_code() const noexcept { return shut_down_ ? 0 : 1; }
+    int exit_code() const noexcept { return state_ == State::ShutDown ? 0 : 1; }
+    std::int64_t client_process() const noexcept { return client_process_; }
 
     std::vector<std::string> sent;
 
@@ -30,8 +34,17 @@ class LanguageServer::Session {
    private:
     enum class State { New, Running, ShutDown };
 
+    /// A message that waits, or why it is none.
+    struct Waiting {
+        Message message;
+        std::optional<RequestFault> fault = std::nullopt;  ///< what the answer is whatever is asked
+    };
+
+    void handle(const Waiting& waiting);
+    void cancel(const Message& id);
     void answer(const Message& message);
-    void take(const std::string& method, const Message& parameters);
+    Message result_of(const std::string& method, const Message& parameters);
+    void note(const std::string& method, const Message& parameters);
     Message initialize(const Message& parameters);
     Message capabilities() const;
 
@@ -42,14 +55,17 @@ class LanguageServer::Session {
     static std::int64_t version_of(const Message& parameters);
     void put_off(const std::string& uri);
     const std::vector<Finding>& findings_of(OpenDocument& asked);
+    std::vector<Finding> check(const OpenDocument& checked);
 
     State state_ = State::New;
     ServerOptions options_;
     ColumnUnit unit_ = ColumnUnit::Utf16;
-    bool pulls_ = false;        // the client asks for diagnostics
+    bool pulls_ = false;  // the client asks for diagnostics
+    std::int64_t client_process_ = 0;
+    std::deque<Waiting> waiting_;
     std::map<std::string, std::unique_ptr<OpenDocument>> documents_;  // by address
     std::deque<std::string> unchecked_;                               // addresses
-    bool shut_down_ = false;
+    std::string told_problem_;                                        // of the configuration, so that it is told once
     bool over_ = false;
 };
 

@@ -1,4 +1,5 @@
 // Places of a text as the protocol counts them: lines from 0, and characters of a line in the unit that was agreed on.
+// Private to the room.
 #pragma once
 
 #include <core/export.hpp>
@@ -27,8 +28,8 @@ class QUOR_GJF_API TextPositions {
 
     /// Returns where a byte stands; an offset behind the end is the end. Within a character it is that of the character.
     LinePosition position(std::size_t offset) const noexcept;
-    /// Returns the offset of a place; behind the end of a line it is that end, behind the last line the end of the text. Half of
-    /// a character that takes two units is its begin.
+    /// Returns the offset of a place; behind the end of a line it is that end, behind the last line the end of the text.
+    /// Half of a character that takes two units is its begin.
     std::size_t offset(LinePosition place) const noexcept;
     std::size_t line_count() const noexcept { return begins_.size(); }
 
