@@ -1,4 +1,5 @@
-// quor-gjf schema: examines a vocabulary document, tells what it knows about a word, and which document is in use.
+// quor-gjf schema: examines a vocabulary document, tells what it knows about a word, which words it has, and which document
+// is in use.
 #include "commands.hpp"
 #include "input.hpp"
 
@@ -8,6 +9,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <cstdio>
 #include <memory>
 #include <string>
@@ -109,6 +111,28 @@ int show(const std::string& word, bool json) {
     return exit_success;
 }
 
+std::vector<std::string> link0_names() {
+    std::vector<std::string> names;
+    for (const Link0Key& key : link0_keys()) {
+        names.emplace_back(key.name);
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+int words(const std::string& kind) {
+    require_vocabulary();
+    const SimpleYAMLParser& schema = default_route_schema();
+    const std::vector<std::string> all = kind == "keyword"  ? schema.keyword_spellings()
+                                         : kind == "method" ? schema.method_spellings()
+                                         : kind == "basis"  ? schema.basis_spellings()
+                                                            : link0_names();
+    for (const std::string& word : all) {
+        std::printf("%s\n", word.c_str());
+    }
+    return exit_success;
+}
+
 int where() {
     require_vocabulary();
     const std::string path = default_route_schema_path();
@@ -132,6 +156,11 @@ void add_schema_command(CLI::App& command, int& exit_code) {
     const auto json = std::make_shared<bool>(false);
     tell->add_flag("--json", *json, "Print a JSON object");
     tell->callback([text, json, &exit_code] { exit_code = show(*text, *json); });
+    CLI::App* list = command.add_subcommand("words", "List every spelling of the words of a kind, for grammars of editors");
+    list->add_option("KIND", *text, "Which words")
+        ->required()
+        ->check(CLI::IsMember({"keyword", "method", "basis", "link0"}));
+    list->callback([text, &exit_code] { exit_code = words(*text); });
     command.add_subcommand("where", "Tell which vocabulary document is in use")->callback([&exit_code] {
         exit_code = where();
     });

@@ -34,7 +34,7 @@ COMPLETIONS = {
     "quor-gjf edit --freeze 'C or H=-1' --title x --dr": "--dry-run",
     "quor-gjf check --nothing": "",
     "quor-gjf --config x ch": "check",
-    "quor-gjf schema ": "validate show where",
+    "quor-gjf schema ": "validate show words where",
     "quor-gjf check --fail-on ": "error warning note",
     "quor-gjf check --ignore GJF-W00": "GJF-W001 GJF-W002 GJF-W003 GJF-W004 GJF-W005",
     "quor-gjf check --l": "--list",

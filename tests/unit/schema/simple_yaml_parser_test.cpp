@@ -290,6 +290,16 @@ void expect_empty(const SimpleYAMLParser& parser) {
     EXPECT_EQ(parser.option_completions("opt", "c"), Words{});
 }
 
+TEST(SimpleYAMLParser, ListsEverySpellingOfAKindSortedAndOnce) {
+    const SimpleYAMLParser parser = parser_of(query_vocabulary);
+    using Words = std::vector<std::string>;
+    EXPECT_EQ(parser.keyword_spellings(),
+              (Words{"freq", "frequency", "hfx", "opt", "optcyc", "optimization", "pm6", "scrf", "sto-3gx"}));
+    EXPECT_EQ(parser.method_spellings(), (Words{"b3lyp", "freqq", "hartree-fock", "hf", "mp2", "mp2(", "pm6"}));
+    EXPECT_EQ(parser.basis_spellings(), (Words{"6-31g", "freqb", "sto-3g"}));
+    EXPECT_EQ(SimpleYAMLParser().keyword_spellings(), Words{});
+}
+
 TEST(SimpleYAMLParser, IsEmptyWhenFresh) { expect_empty(SimpleYAMLParser()); }
 
 TEST(SimpleYAMLParser, IsEmptyAfterAFailedLoad) {

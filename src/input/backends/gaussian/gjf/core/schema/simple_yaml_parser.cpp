@@ -10,6 +10,23 @@
 #include <utility>
 
 namespace quor::input::gaussian {
+namespace {
+
+std::vector<std::string> sorted_once(std::vector<std::string> words) {
+    std::sort(words.begin(), words.end());
+    words.erase(std::unique(words.begin(), words.end()), words.end());
+    return words;
+}
+
+std::vector<std::string> spellings_of(const GroupList& groups) {
+    std::vector<std::string> words;
+    for (const CandidateGroup& group : groups) {
+        words.insert(words.end(), group.forms.begin(), group.forms.end());
+    }
+    return sorted_once(std::move(words));
+}
+
+}  // namespace
 
 SimpleYAMLParser::SimpleYAMLParser() : impl_(std::make_shared<Impl>()) {}
 SimpleYAMLParser::SimpleYAMLParser(std::shared_ptr<Impl> tables) : impl_(std::move(tables)) {}
@@ -192,10 +209,12 @@ std::vector<std::string> SimpleYAMLParser::options_of(const std::string& keyword
             names.push_back(option.canonical);
         }
     }
-    std::sort(names.begin(), names.end());
-    names.erase(std::unique(names.begin(), names.end()), names.end());
-    return names;
+    return sorted_once(std::move(names));
 }
+
+std::vector<std::string> SimpleYAMLParser::keyword_spellings() const { return spellings_of(impl_->keyword_groups); }
+std::vector<std::string> SimpleYAMLParser::method_spellings() const { return spellings_of(impl_->method_groups); }
+std::vector<std::string> SimpleYAMLParser::basis_spellings() const { return spellings_of(impl_->basis_groups); }
 
 std::string SimpleYAMLParser::to_lower(const std::string& text) { return to_lower_copy(text); }
 

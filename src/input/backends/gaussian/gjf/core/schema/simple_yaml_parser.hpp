@@ -101,6 +101,12 @@ class QUOR_GJF_API SimpleYAMLParser {
     /// Returns the canonical spellings of all options of a keyword, sorted, each once; none for an unknown keyword.
     std::vector<std::string> options_of(const std::string& keyword) const;
 
+    /// Returns every spelling of the keywords, of the methods, of the basis sets (but those spelled out along the basis
+    /// graph), sorted, each once.
+    std::vector<std::string> keyword_spellings() const;
+    std::vector<std::string> method_spellings() const;
+    std::vector<std::string> basis_spellings() const;
+
     static std::string to_lower(const std::string& text);
     static std::string trim(const std::string& text);
 
