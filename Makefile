@@ -1,7 +1,8 @@
 # The front door. Each target is a line or two over a preset of CMakePresets.json.
 
 # All that building needs on Debian 12; and what the tests need beside it, the Python package's among them.
-packages := g++ make cmake ninja-build pkg-config libyaml-cpp-dev libcli11-dev nlohmann-json3-dev libtomlplusplus-dev
+packages := g++ make cmake ninja-build pkg-config libyaml-cpp-dev libcli11-dev nlohmann-json3-dev libtomlplusplus-dev \
+    zlib1g-dev liblzma-dev
 test_packages := $(packages) python3 libgtest-dev groff-base locales python3-dev python3-pip python3-venv python3-setuptools python3-wheel \
     pybind11-dev python3-numpy python3-pytest python3-ase python3-pandas mypy \
     python3-jsonschema pre-commit git

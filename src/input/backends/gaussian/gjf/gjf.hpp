@@ -28,6 +28,8 @@
 #include <gjf/core/language/names.hpp>
 #include <gjf/core/language/offers.hpp>
 #include <gjf/core/language/structure.hpp>
+#include <gjf/core/output/output_reader.hpp>
+#include <gjf/core/output/output_source.hpp>
 #include <gjf/core/predicate/job_file.hpp>
 #include <gjf/core/predicate/predicate.hpp>
 #include <gjf/core/protocol/language_server.hpp>
