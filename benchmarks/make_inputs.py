@@ -142,7 +142,7 @@ def write_inputs(folder):
 
 def write_batch(folder, count):
     for i in range(count):
-        write(folder, f"{i:05}.gjf", cartesian(12 + i % 29, PLAIN_ROUTES[i % len(PLAIN_ROUTES)]))
+        write(folder, f"{i:05}.gjf", cartesian(12 + i % 29, PLAIN_ROUTES[i % len(PLAIN_ROUTES)], f"job{i}"))
 
 
 def main():

@@ -73,7 +73,8 @@ class QUOR_GJF_API Configurations {
     Configurations(const Configurations&) = delete;
     Configurations& operator=(const Configurations&) = delete;
 
-    /// Returns what holds in a folder, "" for the current one. Throws `ConfigurationError`, each time it is asked.
+    /// Returns what holds in a folder, "" for the current one, which must not change meanwhile. Throws `ConfigurationError`,
+    /// each time it is asked.
     std::shared_ptr<const Configuration> for_folder(const std::string& folder);
     /// Returns what holds for a file.
     std::shared_ptr<const Configuration> for_file(const std::string& path);

@@ -129,9 +129,13 @@ struct Configurations::Cache {
         return configuration;
     }
 
+    std::shared_ptr<const Configuration> of_folder(const std::string& folder);
+
     ConfigurationSources sources;
     std::mutex mutex;
     std::optional<Configuration> user;
+    std::string last_folder;  // asked for, and its answer: most files lie beside the one before
+    std::shared_ptr<const Configuration> last;
     std::map<std::string, std::string> project_files;  // by folder
     std::map<std::string, std::shared_ptr<const Configuration>> read_files;
 };
@@ -142,27 +146,35 @@ Configurations::~Configurations() = default;
 
 std::shared_ptr<const Configuration> Configurations::for_folder(const std::string& folder) {
     const std::lock_guard lock(cache_->mutex);
-    const bool searches = !cache_->sources.none && cache_->sources.file.empty();
-    if (cache_->project_files.size() > most_folders) {
-        cache_->project_files.clear();
-        cache_->read_files.clear();
+    if (cache_->last == nullptr || folder != cache_->last_folder) {
+        cache_->last = cache_->of_folder(folder);
+        cache_->last_folder = folder;
     }
-    const auto [known, is_new] =
-        cache_->project_files.try_emplace(searches ? absolute_path(folder).string() : std::string());
+    return cache_->last;
+}
+
+std::shared_ptr<const Configuration> Configurations::Cache::of_folder(const std::string& folder) {
+    const bool searches = !sources.none && sources.file.empty();
+    if (project_files.size() > most_folders) {
+        project_files.clear();
+        read_files.clear();
+    }
+    const auto [known, is_new] = project_files.try_emplace(searches ? absolute_path(folder).string() : std::string());
     if (is_new && searches) {
         known->second = project_file(known->first).string();
     }
-    const auto found = cache_->read_files.find(known->second);
-    if (found != cache_->read_files.end()) {
+    const auto found = read_files.find(known->second);
+    if (found != read_files.end()) {
         return found->second;
     }
-    std::shared_ptr<const Configuration> configuration = cache_->read(known->second);
-    cache_->read_files.emplace(known->second, configuration);
+    std::shared_ptr<const Configuration> configuration = read(known->second);
+    read_files.emplace(known->second, configuration);
     return configuration;
 }
 
 std::shared_ptr<const Configuration> Configurations::for_file(const std::string& path) {
-    return for_folder(fs::path(path).parent_path().string());
+    const std::size_t slash = path.find_last_of('/');
+    return for_folder(slash == std::string::npos ? std::string() : path.substr(0, std::max<std::size_t>(slash, 1)));
 }
 
 std::string path_below(const std::string& folder, const std::string& path) {
