@@ -1,0 +1,18 @@
+;; Prints the face of each character of the files that are named: of each line one line, faces without "quor-gjf-", "-" for none.
+(require 'subr-x)
+(dolist (file command-line-args-left)
+  (with-temp-buffer
+    (insert-file-contents file)
+    (delay-mode-hooks (quor-gjf-mode))
+    (font-lock-ensure)
+    (goto-char (point-min))
+    (while (not (eobp))
+      (let (faces)
+        (while (not (eolp))
+          (let ((face (get-text-property (point) 'face)))
+            (push (if face (string-remove-prefix "quor-gjf-" (symbol-name face)) "-") faces))
+          (forward-char))
+        (princ (concat (string-join (nreverse faces) " ") "\n")))
+      (forward-line)))
+  (princ "END\n"))
+(setq command-line-args-left nil)
