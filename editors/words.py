@@ -87,7 +87,7 @@ def textmate_text(kinds, old):
         rule = grammar["repository"][group.lower()]
         # A basis set goes on with its polarisation functions.
         tail = r"(?:\([^)\s]*\)|[*+])*" if group == "Basis" else ""
-        rule["match"] = rf"(?i)(?<![^\s,/:(=])(?:{one_of(words)}){tail}(?![\w*+-])"
+        rule["match"] = rf"(?i)(?<![^\s,/:(=%])(?:{one_of(words)}){tail}(?![\w*+-])"
     return json.dumps(grammar, indent=2, ensure_ascii=False) + "\n"
 
 

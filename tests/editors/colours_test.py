@@ -49,7 +49,51 @@ def vim_types(source, work, files, command=("vim", "-es")):
         yield [[VIM_TYPES.get(name, "") for name in line.split(" ")] if line else [] for line in lines]
 
 
-EDITORS = {"vim": vim_types}
+TEXTMATE_TYPES = {
+    "keyword.control.separator": "macro", "comment.line.exclamation": "comment", "support.type.property-name.link0": "property",
+    "string.unquoted.link0": "string", "keyword.operator.route": "operator", "entity.name.function.method": "function",
+    "storage.type.basis": "type", "keyword.other.route": "keyword", "variable.parameter.option": "parameter",
+    "constant.other.value": "enumMember", "string.unquoted.title": "string", "constant.numeric": "number",
+    "entity.name.class.atom": "class", "constant.language.layer": "enumMember", "variable.other": "variable",
+}  # fmt: skip
+
+
+def textmate_types(source, work, files):
+    """What the grammar of VS Code says of each character, by VS Code's own tokenizer."""
+    grammar = source / "editors/vscode/syntaxes/gaussian.tmLanguage.json"
+    command = ["node", HERE / "textmate.js", grammar, node_modules(source), *files]
+    for line in subprocess.run(command, capture_output=True, check=True, timeout=600).stdout.splitlines():
+        yield [[TEXTMATE_TYPES.get(scope.removesuffix(".gaussian"), "") for scope in scopes] for scopes in json.loads(line)]
+
+
+EMACS_TYPES = {
+    "separator": "macro", "comment": "comment", "link0-key": "property", "link0-value": "string", "head": "operator",
+    "method": "function", "basis": "type", "keyword": "keyword", "option": "parameter", "value": "enumMember", "title": "string",
+    "number": "number", "label": "class", "layer": "enumMember", "variable": "variable",
+}  # fmt: skip
+
+
+def emacs_types(source, work, files):
+    """What font-lock says of each character, asked of Emacs."""
+    del work
+    command = ["emacs", "--batch", "-Q", "-L", source / "editors/emacs", "-l", "quor-gjf-mode", "-l", HERE / "faces.el", *files]
+    dumped = subprocess.run(command, capture_output=True, text=True, check=True, timeout=600).stdout
+    for text in dumped.split("END\n")[:-1]:
+        yield [[EMACS_TYPES.get(name, "") for name in line.split(" ")] for line in text.split("\n")]
+
+
+def node_modules(source):
+    return pathlib.Path(os.environ.get("QUOR_GJF_NODE_MODULES", source / "editors/vscode/node_modules"))
+
+
+def missing(name, source):
+    """What an editor's comparison needs and is not there."""
+    if name == "vscode":
+        return not (node_modules(source) / "vscode-textmate").is_dir() or shutil.which("node") is None
+    return shutil.which(name) is None
+
+
+EDITORS = {"vim": vim_types, "emacs": emacs_types, "vscode": textmate_types}
 
 
 def compare(path, wanted, parts, found, counts):
@@ -95,7 +139,7 @@ def main():
         described = [server.describe(path) for path in files]
     failed = False
     for name in editors:
-        if shutil.which(name) is None:
+        if missing(name, source):
             print(f"{name} is left out: it is not installed")
             continue
         counts = {True: 0, False: 0}
