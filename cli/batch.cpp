@@ -309,7 +309,7 @@ int run_batch(const BatchOptions& options, const Batch& batch) {
     if (batch.passed_over != nullptr) {
         *batch.passed_over = {files.passed_over().hidden, files.passed_over().excluded, teller.foreign};
     }
-    return teller.print(batch.foot) ? teller.exit_code : exit_failure;
+    return teller.print(batch.foot ? batch.foot() : std::string()) ? teller.exit_code : exit_failure;
 }
 
 }  // namespace quor_gjf

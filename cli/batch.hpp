@@ -29,9 +29,10 @@ struct FixCounts {
 struct FileResult {
     std::string out;
     std::string err;
-    int code = 0;                              ///< the file's share in the exit code; the greatest counts
-    std::array<std::size_t, 3> counts{};       ///< findings by severity
-    std::map<std::string, std::size_t> codes;  ///< and by code
+    int code = 0;                                   ///< the file's share in the exit code; the greatest counts
+    std::array<std::size_t, 3> counts{};            ///< findings by severity
+    std::map<std::string, std::size_t> codes;       ///< and by code
+    std::map<std::string, std::string> site_rules;  ///< what rules of a site that were found tell, by code
     FixCounts fixes;
     /// What is left to do when the files before it are done, before anything is printed; may be empty.
     std::function<void(FileResult&)> in_order;
@@ -53,7 +54,7 @@ struct Batch {
     std::function<void(const FileResult&)> note;  ///< called in the order of the files, one at a time; may be empty
     std::string head;                             ///< printed before all outputs
     std::string separator;                        ///< printed between outputs
-    std::string foot;                             ///< printed behind them
+    std::function<std::string()> foot;            ///< gives what is printed behind them; may be empty
     /// What standard output gets for a file that cannot be used; empty: with --json an object, nothing otherwise.
     std::function<std::string(const std::string& path, const std::string& message)> tell_problem;
     PassedOver* passed_over = nullptr;       ///< where it is counted what was passed over; may be null

@@ -131,6 +131,9 @@ FileResult result_of(const std::string& path, const FixedFile& file, Severity fa
     for (const Finding& finding : file.findings) {
         ++result.counts[index_of(finding.severity)];
         ++result.codes[finding.code];
+        if (is_code_of_site(finding.code)) {
+            result.site_rules.emplace(finding.code, finding.message);
+        }
         result.code = finding.severity >= fail_on ? exit_failure : result.code;
     }
     if (!arguments.statistics) {
@@ -147,10 +150,8 @@ FileResult check_file(const std::string& path, const CheckArguments& arguments, 
     const auto is_wanted = [&jobs](const Finding& finding) { return jobs.has(finding.job); };
     const auto file = std::make_shared<FixedFile>();
     FileCheckpoints checkpoints;
-    CheckOptions options;
-    options.limits = rules->limits;
+    CheckOptions options = rules->put_into({});
     options.path = path == "-" ? std::string() : path;
-    options.reports = [&rules](const std::string& code) { return rules->reports(code); };
     if (arguments.fixing.works()) {
         *file = fix_file(path, arguments.name_of(path), content, arguments.fixing, is_wanted, options, folders);
     } else {
@@ -160,9 +161,8 @@ FileResult check_file(const std::string& path, const CheckArguments& arguments, 
         file->text = content;
         file->findings = check_text(content, options);
     }
-    rules->add_site_findings(arguments.name_of(path), file->text, file->findings);
+    rules->judge(arguments.name_of(path), file->text, file->findings);
     std::erase_if(file->findings, [&](const Finding& finding) { return !is_wanted(finding); });
-    rules->apply(file->findings);
     FileResult result = result_of(path, *file, rules->fail_on, arguments, colours);
     if (!checkpoints.begun.empty() || !checkpoints.read.empty()) {
         result.in_order = [&arguments, &colours, &shared, rules, path, file, checkpoints](FileResult& told) {
@@ -187,6 +187,7 @@ struct Totals {
     std::size_t files = 0;
     std::array<std::size_t, 3> counts{};
     std::map<std::string, std::size_t> codes;
+    SiteRules site_rules;
     FixCounts fixes;
 
     void add(const FileResult& result) {
@@ -195,19 +196,22 @@ struct Totals {
         for (const auto& [code, count] : result.codes) {
             codes[code] += count;
         }
+        site_rules.insert(result.site_rules.begin(), result.site_rules.end());
         fixes += result.fixes;
     }
 };
 
 // Puts what a form needs around the parts of the files.
-void use_format(const CheckArguments& arguments, Batch& batch) {
+void use_format(const CheckArguments& arguments, const Totals& totals, Batch& batch) {
     const CheckFormat* form = arguments.form();
     if (form == nullptr || arguments.statistics || arguments.fixing.diff) {
         return;
     }
     batch.head = form->head();
     batch.separator = form->separator;
-    batch.foot = form->foot;
+    if (form->foot != nullptr) {
+        batch.foot = [form, &totals] { return form->foot(totals.site_rules); };
+    }
     batch.tell_problem = [form](const std::string& path, const std::string& message) {
         return form->part({path, {}, {}, Severity::Error, message});
     };
@@ -216,7 +220,7 @@ void use_format(const CheckArguments& arguments, Batch& batch) {
 void check_format_options(CheckArguments& arguments) {
     arguments.format = arguments.batch.json ? "json" : arguments.format;
     const CheckFormat* form = arguments.form();
-    if (form == nullptr || *form->foot == '\0') {
+    if (form == nullptr || form->foot == nullptr) {
         return;
     }
     // What else goes to standard output would stand within the document.
@@ -255,7 +259,7 @@ int check(CheckArguments& arguments) {
     Batch batch;
     batch.work = [&](const std::string& path) { return check_file(path, arguments, colours, folders, shared); };
     batch.note = [&](const FileResult& result) { totals.add(result); };
-    use_format(arguments, batch);
+    use_format(arguments, totals, batch);
     PassedOver passed_over;
     batch.passed_over = &passed_over;
     const int exit_code = run_batch(arguments.batch, batch);

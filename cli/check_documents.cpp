@@ -99,16 +99,22 @@ std::string joined_lines(const std::vector<std::string>& items) {
 }  // namespace
 
 std::string sarif_head() {
+    return "{\"version\":\"2.1.0\",\"$schema\":\"https://json.schemastore.org/sarif-2.1.0.json\",\n"
+           "\"runs\":[{\"columnKind\":\"unicodeCodePoints\",\"results\":[\n";
+}
+
+std::string sarif_foot(const SiteRules& told) {
     Json rules = Json::array();
     for (const CheckDescription& each : check_descriptions()) {
         rules.push_back({{"id", each.code},
                          {"shortDescription", message_of(each.title)},
                          {"fullDescription", {{"text", each.explanation}, {"markdown", each.explanation}}}});
     }
+    for (const auto& [code, message] : told) {
+        rules.push_back({{"id", code}, {"shortDescription", message_of(message)}});
+    }
     const Json driver = {{"name", "quor-gjf"}, {"version", QUOR_GJF_PROJECT_VERSION}, {"rules", rules}};
-    return "{\"version\":\"2.1.0\",\"$schema\":\"https://json.schemastore.org/sarif-2.1.0.json\",\n"
-           "\"runs\":[{\"tool\":{\"driver\":" +
-           text_of_json(driver) + "},\n\"columnKind\":\"unicodeCodePoints\",\"results\":[\n";
+    return "\n],\n\"tool\":{\"driver\":" + text_of_json(driver) + "}}]}\n";
 }
 
 std::string sarif_part(const ToldFile& file) {

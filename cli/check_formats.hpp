@@ -4,6 +4,7 @@
 
 #include <gjf/core/check/checker.hpp>
 
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,12 +20,15 @@ struct ToldFile {
     std::string problem = {};                 ///< why the file cannot be read; nothing is found in it then
 };
 
+/// What rules of sites tell, by their codes.
+using SiteRules = std::map<std::string, std::string>;
+
 struct CheckFormat {
     const char* name;
     std::string (*head)();
     std::string (*part)(const ToldFile& file);  ///< may be empty
     const char* separator;
-    const char* foot;
+    std::string (*foot)(const SiteRules& told);  ///< null where the parts are no document
 };
 
 /// Returns a format by its name: json, gcc, github, gitlab, sarif or junit; null for text and for what is none.
@@ -33,6 +37,8 @@ const CheckFormat* find_check_format(std::string_view name);
 // The formats that are JSON documents.
 std::string sarif_head();
 std::string sarif_part(const ToldFile& file);
+/// Gives the rules, which are known to the last when all files were looked at.
+std::string sarif_foot(const SiteRules& told);
 std::string gitlab_part(const ToldFile& file);
 
 /// Finds lines of a text by number; findings mostly come in the order of lines, so the walk goes on where it ended.

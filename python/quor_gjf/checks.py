@@ -13,6 +13,7 @@ if TYPE_CHECKING:
     from typing import Any, Iterable, List, NamedTuple, Optional, Tuple, Union
 
     Source = Union[str, os.PathLike[str], Job, Jobs]
+    Config = Union[str, os.PathLike[str]]
 else:
     from .named import NamedTuple
 
@@ -119,10 +120,18 @@ def _findings(rows: Iterable[Tuple[Any, ...]]) -> List[Finding]:
     ]
 
 
-def check(source: Source, ignore: Iterable[str] = ()) -> List[Finding]:
+def _configuration(config: Optional[Config]) -> Tuple[str, str]:
+    """Return the text of a configuration and the name that faults in it are told by."""
+    if config is None or (isinstance(config, str) and ("\n" in config or not config)):
+        return config or "", "config"
+    return _text_of(config), os.fspath(config)
+
+
+def check(source: Source, ignore: Iterable[str] = (), config: Optional[Config] = None) -> List[Finding]:
     """Check a file, a text or a job, and return what was found, in the order of places.
 
-    A ``str`` with a line break is a text, another one a path. ``ignore``: codes that are not reported.
+    A ``str`` with a line break is a text, another one a path. ``ignore``: codes that are not reported. ``config``: a configuration file, as
+    ``.quor-gjf``, or its text, whose rules, limits and severities hold; without it none does. ValueError for a mistake in it.
 
     >>> gjf.check(job)
     []
@@ -131,15 +140,15 @@ def check(source: Source, ignore: Iterable[str] = ()) -> List[Finding]:
     error 5
     """
     _require_vocabulary()
-    return _findings(_core.check_text(_text_of(source), list(ignore)))
+    return _findings(_core.check_text(_text_of(source), list(ignore), *_configuration(config)))
 
 
 def check_many(paths: "Iterable[Union[str, os.PathLike[str]]]", threads: Optional[int] = None, *, ignore: Iterable[str] = (),
-               on_error: str = "raise") -> "List[Union[List[Finding], ParseError, None]]":
+               on_error: str = "raise", config: Optional[Config] = None) -> "List[Union[List[Finding], ParseError, None]]":
     """Check many files at once, and return what was found in each, in the order of the paths.
 
     ``threads``: how many work at the same time; as many as the machine has processors when it is None. ``ignore``: codes that are not
-    reported. ``on_error``, for files that cannot be opened: ``"raise"`` the first error, ``"return"`` errors in the places of their files,
+    reported; ``config`` as in ``check``. ``on_error``, for files that cannot be opened: ``"raise"`` the first error, ``"return"`` errors in the places of their files,
     or ``"skip"``, which puts None there.
 
     >>> job.save("water.gjf")
@@ -150,7 +159,7 @@ def check_many(paths: "Iterable[Union[str, os.PathLike[str]]]", threads: Optiona
     _require_vocabulary()
     names = [os.fsdecode(path) for path in paths]
     results: List[Union[List[Finding], ParseError, None]] = []
-    for name, (rows, message) in zip(names, _core.check_many(names, list(ignore), threads or 0)):
+    for name, (rows, message) in zip(names, _core.check_many(names, list(ignore), threads or 0, *_configuration(config))):
         if not message:
             results.append(_findings(rows))
             continue
@@ -161,8 +170,8 @@ def check_many(paths: "Iterable[Union[str, os.PathLike[str]]]", threads: Optiona
     return results
 
 
-def fix(source: Source, unsafe: bool = False, ignore: Iterable[str] = ()) -> FixedText:
-    """Mend what is found in a file, a text or a job, and return the new text; nothing is written.
+def fix(source: Source, unsafe: bool = False, ignore: Iterable[str] = (), config: Optional[Config] = None) -> FixedText:
+    """Mend what is found in a file, a text or a job, and return the new text; nothing is written. ``ignore`` and ``config`` as in ``check``.
 
     Safe fixes are applied, with ``unsafe=True`` the likely ones too; a fix that would make the text worse is dropped.
 
@@ -170,7 +179,7 @@ def fix(source: Source, unsafe: bool = False, ignore: Iterable[str] = ()) -> Fix
     '# hf/sto-3g\\n\\nt\\n\\n0 1\\nHe 0 0 0\\n\\n'
     """
     _require_vocabulary()
-    text, findings, applied, dropped = _core.fix_text(_text_of(source), unsafe, list(ignore))
+    text, findings, applied, dropped = _core.fix_text(_text_of(source), unsafe, list(ignore), *_configuration(config))
     return FixedText(text, _findings(findings), [FixReport(*each) for each in applied], [FixReport(*each) for each in dropped])
 
 

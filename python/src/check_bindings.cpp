@@ -4,6 +4,7 @@
 
 #include <gjf/core/check/change_checks.hpp>
 #include <gjf/core/check/fix_text.hpp>
+#include <gjf/core/configuration/check_rules.hpp>
 #include <gjf/core/report/request.hpp>
 #include <gjf/core/schema/route_schema_cache.hpp>
 
@@ -57,30 +58,81 @@ struct CheckedFile {
     std::string error;
 };
 
-CheckedFile check_file(const std::string& path, CheckOptions options) noexcept {
+// What a caller wants of checks: codes that are not reported, and what a configuration says, whose file is named in faults.
+struct Wishes {
+    std::vector<std::string> ignored;
+    Configuration configuration;
+
+    Wishes(std::vector<Text> ignored_codes, const Text& config, const Text& config_name)
+        : ignored(to_strings(std::move(ignored_codes))) {
+        try {
+            configuration.add(read_configuration(config.value, config_name.value));
+            check_rules(configuration, {});
+        } catch (const ConfigurationError& error) {
+            throw py::value_error(error.what());
+        }
+    }
+
+    std::vector<Finding> check(const std::string& path, const std::string& text) const {
+        CheckOptions options;
+        options.ignored_codes = ignored;
+        options.path = path;
+        return check_rules(configuration, path).check(path, text, std::move(options));
+    }
+};
+
+CheckedFile check_file(const std::string& path, const Wishes& wishes) noexcept {
     CheckedFile checked;
     try {
-        options.path = path;
-        checked.findings = check_text(read_file_text(path), options);
+        checked.findings = wishes.check(path, read_file_text(path));
     } catch (const std::exception& error) {
         checked.error = error.what();
     }
     return checked;
 }
 
-py::list check_many(std::vector<Text> paths, std::vector<Text> ignored_codes, unsigned threads) {
+py::list check_many(std::vector<Text> paths, std::vector<Text> ignored_codes, unsigned threads, const Text& config,
+                    const Text& config_name) {
     const std::vector<std::string> names = to_strings(std::move(paths));
-    const CheckOptions options{to_strings(std::move(ignored_codes))};
+    const Wishes wishes(std::move(ignored_codes), config, config_name);
     std::vector<CheckedFile> files(names.size());
     {
         const py::gil_scoped_release released;
-        in_threads(names.size(), threads, [&](std::size_t i) { files[i] = check_file(names[i], options); });
+        in_threads(names.size(), threads, [&](std::size_t i) { files[i] = check_file(names[i], wishes); });
     }
     py::list results;
     for (const CheckedFile& file : files) {
         results.append(py::make_tuple(to_tuples(file.findings), to_python(file.error)));
     }
     return results;
+}
+
+py::tuple check_one(const Text& text, std::vector<Text> ignored_codes, const Text& config, const Text& config_name) {
+    std::vector<Finding> findings;
+    {
+        const Wishes wishes(std::move(ignored_codes), config, config_name);
+        const py::gil_scoped_release released;
+        findings = wishes.check({}, text.value);
+    }
+    return to_tuples(findings);
+}
+
+py::tuple fix_one(const Text& text, bool unsafe, std::vector<Text> ignored_codes, const Text& config,
+                  const Text& config_name) {
+    FixedText fixed;
+    {
+        const Wishes wishes(std::move(ignored_codes), config, config_name);
+        const py::gil_scoped_release released;
+        const CheckRules rules = check_rules(wishes.configuration, {});
+        FixOptions options;
+        options.unsafe = unsafe;
+        options.check.ignored_codes = wishes.ignored;
+        options.check = rules.put_into(std::move(options.check));
+        fixed = fix_text(text.value, options);
+        rules.judge({}, fixed.text, fixed.findings);
+    }
+    return py::make_tuple(to_python(fixed.text), to_tuples(fixed.findings), to_tuples(fixed.applied),
+                          to_tuples(fixed.dropped));
 }
 
 py::list described_codes() {
@@ -106,15 +158,7 @@ void bind_checks(py::module_& module) {
     module.def("missing_for_checks", [] { return to_python(missing_for_checks()); });
     module.def("vocabulary_warning", [] { return to_python(default_route_schema_warning()); });
     module.def("check_many", &check_many);
-    module.def("check_text", [](const Text& text, std::vector<Text> ignored_codes) {
-        std::vector<Finding> findings;
-        {
-            const CheckOptions options{to_strings(std::move(ignored_codes))};
-            const py::gil_scoped_release released;
-            findings = check_text(text.value, options);
-        }
-        return to_tuples(findings);
-    });
+    module.def("check_text", &check_one);
     module.def("findings_of_change", [](const Text& before, const Text& after) {
         std::vector<Finding> findings;
         {
@@ -125,18 +169,7 @@ void bind_checks(py::module_& module) {
     });
     module.def("request_json", &answer_to);
     module.def("unknown_route_words", [](const Text& route) { return to_tuples(unknown_route_words(route.value)); });
-    module.def("fix_text", [](const Text& text, bool unsafe, std::vector<Text> ignored_codes) {
-        FixedText fixed;
-        {
-            FixOptions options;
-            options.unsafe = unsafe;
-            options.check.ignored_codes = to_strings(std::move(ignored_codes));
-            const py::gil_scoped_release released;
-            fixed = fix_text(text.value, options);
-        }
-        return py::make_tuple(to_python(fixed.text), to_tuples(fixed.findings), to_tuples(fixed.applied),
-                              to_tuples(fixed.dropped));
-    });
+    module.def("fix_text", &fix_one);
     module.def("check_descriptions", &described_codes);
 }
 

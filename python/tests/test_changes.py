@@ -127,3 +127,48 @@ def test_requests_edit_as_the_tool_does():
 def test_requests_refuse(command, text, options, error, message):
     with pytest.raises(error, match=message):
         gjf.request(command, text, **options)
+
+
+RULE = '[rules.slow]\nwhen = "opt"\nmessage = "no opt here"\n'
+
+
+def test_configurations_hold_where_they_are_given(tmp_path):
+    (tmp_path / "site.toml").write_text(RULE)
+    (tmp_path / "a.gjf").write_text(WATER)
+    (tmp_path / ".quor-gjf").write_text(RULE)  # which nobody asked for
+
+    def codes(*arguments, **named):
+        return [finding.code for finding in gjf.check(*arguments, **named)]
+
+    assert codes(WATER) == codes(tmp_path / "a.gjf") == codes(WATER, config="") == []
+    assert codes(WATER, config=RULE) == codes(tmp_path / "a.gjf", config=tmp_path / "site.toml") == ["site:slow"]
+    assert codes(WATER, ["site:slow"], RULE) == codes(WATER, config=RULE + '[check.severity]\n"site:" = "off"\n') == []
+    assert codes(WATER, config="[limits]\nrequire = ['%chk']\n") == ["GJF-X004"]
+    assert [each.severity for each in gjf.fix(WATER, config=RULE).findings] == ["warning"]
+    both = gjf.check_many([tmp_path / "a.gjf"] * 2, config=RULE + '[check.per-file-ignores]\n"*.com" = ["site:"]\n')
+    assert [[each.message for each in found] for found in both] == [["no opt here"]] * 2
+    assert gjf.request("check", WATER, config=RULE)["findings"][0]["code"] == "site:slow"
+
+
+@pytest.mark.parametrize("config, message", [
+    ("ignore\n", "config:1: "),
+    ("[rules.a]\nwhen = 'opt'\n", "config:2: rules.a has no message"),
+    ("[rules.a]\nmessage = 'm'\n", "config:2: rules.a has no when"),
+    ("[rules.a]\nwhen = 'atoms >'\nmessage = 'm'\n", "config:2: rules.a.when: "),
+    (RULE + "severity = 'error'\n", "config:4: rules.slow.severity is "),
+    ("ignore = ['GJF-Q']\n", "config:1: check.ignore: there is no check GJF-Q"),
+    ("[limits]\nmemory = '64'\n", "config:2: limits.memory is an amount of memory"),
+])
+def test_mistakes_in_configurations_are_told(tmp_path, config, message):
+    for refused in (lambda: gjf.check(WATER, config=config), lambda: gjf.fix(WATER, config=config),
+                    lambda: gjf.check_many([], config=config), lambda: gjf.request("check", WATER, config=config)):
+        with pytest.raises(ValueError, match=message):
+            refused()
+    (tmp_path / "site.toml").write_text(config)
+    with pytest.raises(ValueError, match="site.toml" + message[6:]):
+        gjf.check(WATER, config=tmp_path / "site.toml")
+
+
+def test_a_configuration_that_is_not_there_is_told():
+    with pytest.raises(FileNotFoundError):
+        gjf.check(WATER, config="/no/such/.quor-gjf")

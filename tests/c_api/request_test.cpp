@@ -122,7 +122,53 @@ TEST(CRequest, RefusesEdits) {
         EXPECT_EQ(answer("edit", job, row.options), error(row.message));
     }
     EXPECT_EQ(answer("check", job, "{\"charge\":\"1\"}"),
-              error("'check' has no option 'charge'; it has ignore, select, stdin-filename, where"));
+              error("'check' has no option 'charge'; it has config, ignore, select, stdin-filename, where"));
+}
+
+TEST(CRequest, ChecksAsAConfigurationSays) {
+    const std::string rule = R"([rules.slow]\nwhen = \"opt\"\nmessage = \"no opt here\"\n)";
+    const auto with = [](const std::string& config, const std::string& more = "") {
+        return "{\"config\":\"" + config + "\"" + more + "}";
+    };
+    const std::string told = answer("check", job, with(rule).c_str());
+    EXPECT_NE(told.find("\"code\":\"site:slow\",\"severity\":\"warning\",\"message\":\"no opt here\",\"job\":1,\"line\":2"),
+              std::string::npos)
+        << told;
+    EXPECT_NE(answer("fix", job, with(rule, ",\"unsafe-fixes\":true").c_str()).find("site:slow"), std::string::npos);
+    EXPECT_NE(answer("check", job, with(R"([limits]\nmemory = \"1MB\"\n)").c_str()).find("GJF-X001"), std::string::npos);
+    const std::string none = check_json("-", {});
+    const struct {
+        std::string options;
+        std::string answer;
+    } rows[] = {
+        {with(""), answer("check", job, nullptr)},
+        {with(rule, ",\"select\":[\"GJF-T\"]"), none},
+        {with(rule, ",\"ignore\":[\"site:\",\"GJF\"]"), none},
+        {with(R"(ignore = [\"GJF\"])"), none},
+        {with(R"(ignore = [\"GJF-T\"])", ",\"select\":[\"GJF-T\"]"), none},
+        {with(R"([check.severity]\n\"GJF\" = \"off\"\n)"), none},
+        {with(R"([check.per-file-ignores]\n\"*.gjf\" = [\"GJF\"]\n)"), answer("check", job, nullptr)},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(answer("check", job, row.options.c_str()), row.answer) << row.options;
+    }
+    for (const auto& [options, part] : {
+             std::pair(with("ignore"), "\"error\":\"config:1: "),
+             std::pair(with(R"([rules.a]\nwhen = \"opt\"\n)"), "\"error\":\"config:2: rules.a has no message\""),
+             std::pair(with(R"([rules.a]\nmessage = \"opt\"\n)"), "\"error\":\"config:2: rules.a has no when\""),
+             std::pair(with(R"([rules.a]\nwhen = \"nofield > 2\"\nmessage = \"m\"\n)"),
+                       "\"error\":\"config:2: rules.a.when: "),
+             std::pair(with(R"([rules.a]\nwhen = \"opt\"\nmessage = \"m\"\nseverity = \"error\"\n)"),
+                       "\"error\":\"config:4: "),
+             std::pair(with(R"([limits]\ncores = \"many\"\n)"), "\"error\":\"config:2: limits.cores is a number of cores\""),
+             std::pair(with(R"(ignore = [\"GJF-Q\"])"), "\"error\":\"config:1: check.ignore: there is no check GJF-Q"),
+             std::pair(std::string("{\"config\":[\"a\"]}"), "\"error\":\"option 'config' takes a text\""),
+             std::pair(std::string("{\"config\":true}"), "\"error\":\"option 'config' takes a text\""),
+         }) {
+        const std::string said = answer("check", job, options.c_str());
+        EXPECT_NE(said.find(part), std::string::npos) << options << said;
+    }
+    EXPECT_NE(answer("report", job, with(rule).c_str()).find("'report' has no option 'config'"), std::string::npos);
 }
 
 TEST(CRequest, TakesNulInTexts) {
@@ -138,7 +184,7 @@ TEST(CRequest, SaysWhatIsWrong) {
     EXPECT_EQ(answer("check", job, "[]"), error("the options are no JSON object"));
     EXPECT_EQ(answer("check", job, "{"), error("the options are no JSON object"));
     EXPECT_EQ(answer("check", job, "{\"wher\":\"opt\"}"),
-              error("'check' has no option 'wher'; it has ignore, select, stdin-filename, where"));
+              error("'check' has no option 'wher'; it has config, ignore, select, stdin-filename, where"));
     EXPECT_EQ(answer("route", "hf", "{\"where\":\"opt\"}"), error("'route' has no option 'where'; it has none"));
     EXPECT_EQ(answer("route", " ", nullptr), error("the text holds no route"));
     EXPECT_EQ(answer("check", job, "{\"ignore\":\"GJF-R001\"}"), error("option 'ignore' takes a list of texts"));

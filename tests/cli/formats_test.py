@@ -132,6 +132,19 @@ def check_fingerprints(tool, work):
     (work / "moved.gjf").unlink()
 
 
+def check_site_rules(tool, work):
+    """Each rule of a site that was found stands once among the rules, whatever configuration it came from; others do not."""
+    rule = "[rules.{}]\nwhen = \"hf\"\nmessage = \"no {}\"\n"
+    for folder, names in (("one", ("a", "b")), ("two", ("b", "c"))):
+        (work / folder).mkdir()
+        (work / folder / ".quor-gjf").write_text("".join(rule.format(name, name) for name in names), encoding="utf-8")
+        (work / folder / "good.gjf").write_text(HEAD.format("", 1), encoding="utf-8")
+    run = json.loads(Run(tool, work, "--output-format", "sarif", "--ignore", "site:c", "one", "two", "good.gjf").text)["runs"][0]
+    told = [rule for rule in run["tool"]["driver"]["rules"] if rule["id"].startswith("site:")]
+    assert told == [{"id": f"site:{name}", "shortDescription": {"text": f"no {name}"}} for name in "ab"], told
+    assert [result["ruleId"] for result in run["results"]] == ["site:a", "site:b", "site:b"]
+
+
 def main():
     tool, work = sys.argv[1], pathlib.Path(sys.argv[2])
     shutil.rmtree(work, ignore_errors=True)
@@ -157,6 +170,7 @@ def main():
         assert Run(tool, work, "-j1", "--output-format", name, *names).text == runs[name].text == Run(tool, work, "-j5", "--output-format", name, *names).text
     assert "system-out" in Run(tool, work, "--output-format", "junit", "warned.gjf").text
     assert "failure" in Run(tool, work, "--output-format", "junit", "--fail-on", "warning", "warned.gjf").text.replace('failures="', "")
+    check_site_rules(tool, work)
     print(f"{len(FORMATS)} formats of {len(names)} files; {told}")
 
 

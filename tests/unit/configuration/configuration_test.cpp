@@ -167,8 +167,7 @@ std::string told_by_rules(const std::string& text) {
         "0 1\nHe 0 0 0\n\n";
     const CheckRules rules = rules_of(text);
     std::vector<Finding> findings;
-    rules.add_site_findings("job.gjf", jobs, findings);
-    rules.apply(findings);
+    rules.judge("job.gjf", jobs, findings);
     std::string told;
     for (const Finding& finding : findings) {
         told += std::to_string(finding.line) + ' ' + severity_name(finding.severity) + ' ' + finding.code + ";";

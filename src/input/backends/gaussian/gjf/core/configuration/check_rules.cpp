@@ -102,6 +102,8 @@ std::size_t first_line_of(const JobLayout& layout) {
 
 }  // namespace
 
+bool is_code_of_site(const std::string& code) noexcept { return code.starts_with(site_prefix); }
+
 std::size_t longest_beginning(const std::string& code, const std::vector<std::string>& beginnings) {
     std::size_t longest = 0;
     for (const std::string& beginning : beginnings) {
@@ -188,6 +190,23 @@ void CheckRules::add_site_findings(const std::string& path, const std::string& t
             }
         }
     }
+}
+
+CheckOptions CheckRules::put_into(CheckOptions options) const {
+    options.limits = limits;
+    options.reports = [this](const std::string& code) { return reports(code); };
+    return options;
+}
+
+void CheckRules::judge(const std::string& path, const std::string& text, std::vector<Finding>& findings) const {
+    add_site_findings(path, text, findings);
+    apply(findings);
+}
+
+std::vector<Finding> CheckRules::check(const std::string& path, const std::string& text, CheckOptions options) const {
+    std::vector<Finding> findings = check_text(text, put_into(std::move(options)));
+    judge(path, text, findings);
+    return findings;
 }
 
 CheckRules check_rules(const Configuration& configuration, const std::string& path) {

@@ -21,6 +21,9 @@ struct SiteRule {
     Severity severity = Severity::Warning;  ///< never more: Gaussian would run the job
 };
 
+/// Tells whether a code is that of a rule of a site.
+QUOR_GJF_API bool is_code_of_site(const std::string& code) noexcept;
+
 /// Codes are given whole or cut short, as GJF-M; of several that name a code the longest holds.
 struct QUOR_GJF_API CheckRules {
     std::vector<std::string> selected;  ///< empty: all
@@ -32,14 +35,21 @@ struct QUOR_GJF_API CheckRules {
     CheckLimits limits;
     std::vector<SiteRule> site_rules;
 
-    /// Adds what the site's rules say of the jobs of a text, at the first line of each.
-    void add_site_findings(const std::string& path, const std::string& text, std::vector<Finding>& findings) const;
+    /// Checks a text: within the limits, with the site's rules, and what is reported of it.
+    std::vector<Finding> check(const std::string& path, const std::string& text, CheckOptions options) const;
+    /// Returns `options` with the limits and with what is reported; the rules must outlive them.
+    CheckOptions put_into(CheckOptions options) const;
+    /// Adds what the site's rules say of the jobs of a text, at the first line of each; then as `apply`.
+    void judge(const std::string& path, const std::string& text, std::vector<Finding>& findings) const;
     /// Tells whether findings of a code are reported.
     bool reports(const std::string& code) const;
     /// Drops what is not reported and gives all else its severity.
     void apply(std::vector<Finding>& findings) const;
     /// Returns what is said of the severity of a code, or null.
     const SeverityRow* severity_row(const std::string& code) const;
+
+   private:
+    void add_site_findings(const std::string& path, const std::string& text, std::vector<Finding>& findings) const;
 };
 
 /// Returns how long the longest of some beginnings of a code is, letter case aside; 0 when it begins with none.

@@ -103,16 +103,26 @@ std::vector<std::string> codes_option(const Request& request, const char* name) 
     return codes;
 }
 
-// What is reported: all codes, or those that are selected, without those that are ignored.
-CheckOptions check_options(const Request& request) {
-    CheckOptions options;
-    options.reports = [selected = codes_option(request, "select"), ignored = codes_option(request, "ignore")](
-                          const std::string& code) { return is_chosen(code, selected, ignored); };
-    return options;
+// What is reported: what the configuration says that is given as a text; codes of the request stand before its own.
+CheckRules rules_of(const Request& request) {
+    Configuration configuration;
+    CheckRules rules;
+    try {
+        configuration.add(read_configuration(request.text_option("config"), "config"));
+        rules = check_rules(configuration, request.path);
+    } catch (const ConfigurationError& error) {
+        throw RequestError(error.what());
+    }
+    for (const auto& [name, codes] : {std::pair("select", &rules.selected), std::pair("ignore", &rules.ignored)}) {
+        if (std::vector<std::string> given = codes_option(request, name); !given.empty()) {
+            *codes = std::move(given);
+        }
+    }
+    return rules;
 }
 
 std::string check_request(const Request& request) {
-    return check_json(request.path, only(check_text(request.text, check_options(request)), wanted_findings(request)));
+    return check_json(request.path, only(rules_of(request).check(request.path, request.text, {}), wanted_findings(request)));
 }
 
 std::string fix_request(const Request& request) {
@@ -121,8 +131,10 @@ std::string fix_request(const Request& request) {
     options.unsafe = request.flag("unsafe-fixes");
     options.applies = [&wanted, fixable = codes_option(request, "fixable"), unfixable = codes_option(request, "unfixable")](
                           const Finding& finding) { return wanted(finding) && is_chosen(finding.code, fixable, unfixable); };
-    options.check = check_options(request);
+    const CheckRules rules = rules_of(request);
+    options.check = rules.put_into({});
     FixedText fixed = fix_text(request.text, options);
+    rules.judge(request.path, fixed.text, fixed.findings);
     fixed.findings = only(std::move(fixed.findings), wanted);
     return fix_json(request.path, fixed);
 }
@@ -238,8 +250,8 @@ struct Command {
 };
 
 constexpr Command commands[] = {
-    {"check", check_request, {"ignore", "select", "stdin-filename", "where"}},
-    {"fix", fix_request, {"fixable", "ignore", "select", "stdin-filename", "unfixable", "unsafe-fixes", "where"}},
+    {"check", check_request, {"config", "ignore", "select", "stdin-filename", "where"}},
+    {"fix", fix_request, {"config", "fixable", "ignore", "select", "stdin-filename", "unfixable", "unsafe-fixes", "where"}},
     {"report", report_request, {"fields", "stdin-filename", "where"}},
     {"route", route_request, {}},
     {"complete", complete_request, {}},
