@@ -73,11 +73,16 @@ struct Wishes {
         }
     }
 
+    CheckRules rules_for(const std::string& path) const {
+        CheckRules rules = check_rules(configuration, path);
+        rules.left_out.insert(rules.left_out.end(), ignored.begin(), ignored.end());
+        return rules;
+    }
+
     std::vector<Finding> check(const std::string& path, const std::string& text) const {
         CheckOptions options;
-        options.ignored_codes = ignored;
         options.path = path;
-        return check_rules(configuration, path).check(path, text, std::move(options));
+        return rules_for(path).check(path, text, std::move(options));
     }
 };
 
@@ -123,11 +128,10 @@ py::tuple fix_one(const Text& text, bool unsafe, std::vector<Text> ignored_codes
     {
         const Wishes wishes(std::move(ignored_codes), config, config_name);
         const py::gil_scoped_release released;
-        const CheckRules rules = check_rules(wishes.configuration, {});
+        const CheckRules rules = wishes.rules_for({});
         FixOptions options;
         options.unsafe = unsafe;
-        options.check.ignored_codes = wishes.ignored;
-        options.check = rules.put_into(std::move(options.check));
+        options.check = rules.put_into({});
         fixed = fix_text(text.value, options);
         rules.judge({}, fixed.text, fixed.findings);
     }

@@ -157,7 +157,7 @@ def test_configurations_hold_where_they_are_given(tmp_path):
     ("[rules.a]\nwhen = 'atoms >'\nmessage = 'm'\n", "config:2: rules.a.when: "),
     (RULE + "severity = 'error'\n", "config:4: rules.slow.severity is "),
     ("ignore = ['GJF-Q']\n", "config:1: check.ignore: there is no check GJF-Q"),
-    ("[limits]\nmemory = '64'\n", "config:2: limits.memory is an amount of memory"),
+    ("[limits]\nmemory = '64XB'\n", "config:2: limits.memory is an amount of memory"),
 ])
 def test_mistakes_in_configurations_are_told(tmp_path, config, message):
     for refused in (lambda: gjf.check(WATER, config=config), lambda: gjf.fix(WATER, config=config),
