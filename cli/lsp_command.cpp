@@ -25,12 +25,9 @@ std::vector<Finding> check_opened(const std::string& text, const std::string& pa
     const CheckRules rules = check_rules(*configurations().for_file(path), name);
     FileCheckpoints checkpoints;
     CheckOptions options;
-    options.limits = rules.limits;
     options.path = path;
-    options.reports = [&rules](const std::string& code) { return rules.reports(code); };
     options.read_checkpoints = !path.empty() && rules.reports(SharedCheckpoints::missing_code) ? &checkpoints.read : nullptr;
-    std::vector<Finding> findings = check_text(text, options);
-    rules.add_site_findings(name, text, findings);
+    std::vector<Finding> findings = rules.check(name, text, options);
     SharedCheckpoints({path}, Walk()).add_findings(path, text, checkpoints, findings);
     rules.apply(findings);
     return findings;
