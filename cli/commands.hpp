@@ -25,6 +25,7 @@ void add_split_command(CLI::App& command, int& exit_code);
 void add_join_command(CLI::App& command, int& exit_code);
 void add_schema_command(CLI::App& command, int& exit_code);
 void add_lsp_command(CLI::App& command, int& exit_code);
+void add_mcp_command(CLI::App& command, int& exit_code);
 void add_completion_command(CLI::App& command, int& exit_code);
 
 }  // namespace quor_gjf

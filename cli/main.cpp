@@ -40,6 +40,7 @@ constexpr Command commands[] = {
     {"schema", "Examine the route vocabulary, or ask it about a word", quor_gjf::add_schema_command},
     {"config", "Tell what configuration files say", quor_gjf::add_config_command},
     {"lsp", "Answer an editor over standard input and output: the Language Server Protocol", quor_gjf::add_lsp_command},
+    {"mcp", "Serve agents over the Model Context Protocol, by tools that write nothing", quor_gjf::add_mcp_command},
     {"completion", "Print what completes commands in a shell: bash, zsh or fish", quor_gjf::add_completion_command},
 };
 

@@ -66,6 +66,7 @@ set(quor_public_headers
     gjf/core/language/offers.hpp
     gjf/core/language/structure.hpp
     gjf/core/protocol/language_server.hpp
+    gjf/core/protocol/tool_server.hpp
     gjf/core/editor/gjf_editor.hpp
     gjf/core/editor/gjf_multi_editor.hpp
     gjf/c_api/quor_g16_gjf.h)

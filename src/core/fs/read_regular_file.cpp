@@ -1,6 +1,8 @@
 // Opens without waiting, and asks what was opened before anything is read: the name may stand for another file by then.
 #include <core/fs/read_regular_file.hpp>
 
+#include <core/fs/open_below.hpp>
+
 #include <array>
 #include <cerrno>
 
@@ -40,20 +42,38 @@ ReadFile read_open_file(int descriptor, std::size_t largest) {
     }
 }
 
+// Tells what came of a file that could not be opened.
+ReadOutcome outcome_of(int error) noexcept {
+    switch (error) {
+        case ENOENT:
+        case ENOTDIR:
+        case ENAMETOOLONG:
+            return ReadOutcome::Missing;
+        case ENXIO:
+            return ReadOutcome::NotRegular;
+        case EXDEV:
+            return ReadOutcome::Outside;
+        default:
+            return ReadOutcome::Unreadable;
+    }
+}
+
+ReadFile read_opened(const OpenedFile& file, std::size_t largest) {
+    return file.descriptor() < 0 ? ReadFile{outcome_of(errno)} : read_open_file(file.descriptor(), largest);
+}
+
 }  // namespace
 
 ReadFile read_regular_file(const std::string& path, std::size_t largest) {
-    struct Closing {
-        int descriptor;
-        ~Closing() { ::close(descriptor); }
-    };
-    const int descriptor = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_NOCTTY | O_CLOEXEC);
-    if (descriptor < 0) {
-        const bool is_missing = errno == ENOENT || errno == ENOTDIR || errno == ENAMETOOLONG;
-        return {errno == ENXIO ? ReadOutcome::NotRegular : is_missing ? ReadOutcome::Missing : ReadOutcome::Unreadable};
+    return read_opened(OpenedFile(::open(path.c_str(), flags_for_reading)), largest);
+}
+
+ReadFile read_regular_file_below(const std::string& folder, const std::string& path, std::size_t largest, PathSteps steps) {
+    const OpenedFile root(::open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    if (root.descriptor() < 0) {
+        return {outcome_of(errno)};
     }
-    const Closing closing{descriptor};
-    return read_open_file(descriptor, largest);
+    return read_opened(open_below(root.descriptor(), path, steps), largest);
 }
 
 }  // namespace quor::core::fs

@@ -33,6 +33,7 @@
 #include <gjf/core/predicate/job_file.hpp>
 #include <gjf/core/predicate/predicate.hpp>
 #include <gjf/core/protocol/language_server.hpp>
+#include <gjf/core/protocol/tool_server.hpp>
 #include <gjf/core/reader/gjf_parser.hpp>
 #include <gjf/core/reader/included_files.hpp>
 #include <gjf/core/reader/job_layout.hpp>

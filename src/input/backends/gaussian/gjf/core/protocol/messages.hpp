@@ -12,7 +12,7 @@
 
 namespace quor::input::gaussian {
 
-using Message = nlohmann::json;
+using Message = nlohmann::ordered_json;  // keys keep their order
 
 /// The codes of errors.
 enum class MessageError : int {

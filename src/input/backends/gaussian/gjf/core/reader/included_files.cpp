@@ -25,6 +25,7 @@ const char* problem_of(ReadOutcome outcome) noexcept {
         case ReadOutcome::TooLarge:
             return "is too large to be looked at";
         case ReadOutcome::Unreadable:
+        case ReadOutcome::Outside:
             return "cannot be read";
         case ReadOutcome::Read:
             break;

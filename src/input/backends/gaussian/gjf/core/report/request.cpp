@@ -26,7 +26,13 @@ struct Request {
     std::string text;
     Json options;
     std::string path;
+    std::string* changed = nullptr;  ///< the text that the command makes
 
+    void tell_changed(const std::string& new_text) const {
+        if (changed != nullptr) {
+            *changed = new_text;
+        }
+    }
     std::size_t number_option(const char* name) const;  ///< 0 without one
     std::string text_option(const char* name) const;
     std::vector<std::string> list_option(const char* name) const;
@@ -136,6 +142,7 @@ std::string fix_request(const Request& request) {
     FixedText fixed = fix_text(request.text, options);
     rules.judge(request.path, fixed.text, fixed.findings);
     fixed.findings = only(std::move(fixed.findings), wanted);
+    request.tell_changed(fixed.text);
     return fix_json(request.path, fixed);
 }
 
@@ -240,7 +247,9 @@ std::string edit_request(const Request& request) {
     if (plan.strict && !plan.checks) {
         throw RequestError("'strict' excludes 'no-check'");
     }
-    return edit_json(request.path, request.text, edit_text(request.text, plan, request.path));
+    const EditedText edited = edit_text(request.text, plan, request.path);
+    request.tell_changed(edited.text);
+    return edit_json(request.path, request.text, edited);
 }
 
 struct Command {
@@ -303,9 +312,9 @@ Json options_of(std::string_view text, const Command& command) {
 
 RequestError::~RequestError() = default;
 
-std::string request_json(std::string_view command, std::string_view text, std::string_view options) {
+std::string request_json(std::string_view command, std::string_view text, std::string_view options, std::string* changed) {
     const Command& wanted = command_named(command);
-    Request request{std::string(text), options_of(options, wanted), {}};
+    Request request{std::string(text), options_of(options, wanted), {}, changed};
     request.path = request.text_option("stdin-filename");
     request.path = request.path.empty() ? "-" : request.path;
     return wanted.run(request);

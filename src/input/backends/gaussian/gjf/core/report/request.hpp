@@ -26,8 +26,10 @@ class QUOR_GJF_API RequestError : public std::invalid_argument {
 /// tool without "--" (a text, a list of texts, or true), applied in the order of their keys, job (a number), force, strict,
 /// no-check and allow-unknown. No file is opened. fix answers with the mended text among what check says, edit with the
 /// edited text, what there is to say of the operations, and what is found anew. Throws `RequestError`, or
-/// `GJFParseException` for a text that cannot be read at all.
-QUOR_GJF_API std::string request_json(std::string_view command, std::string_view text, std::string_view options);
+/// `GJFParseException` for a text that cannot be read at all. `changed` becomes the text that fix and edit make, byte for
+/// byte.
+QUOR_GJF_API std::string request_json(std::string_view command, std::string_view text, std::string_view options,
+                                      std::string* changed = nullptr);
 
 /// Returns the line about a request that failed.
 QUOR_GJF_API std::string request_error_json(const std::string& message);
