@@ -8,7 +8,11 @@ test_packages := $(packages) python3 libgtest-dev groff-base locales python3-dev
     python3-jsonschema pre-commit git
 verify_packages := $(test_packages) clang-14 libclang-rt-14-dev clang-format-14 clang-tidy-14 cppcheck gcovr
 wanted = $(test_packages)
+# The editors that tests start; what people have of them is used where npm is missing.
+editor_packages := $(test_packages) vim neovim emacs-nox elpa-eglot
 verify: wanted = $(verify_packages)
+editors-check: wanted = $(editor_packages)
+editors-test: wanted = $(editor_packages) chromium libkrb5-dev
 demo install build/release/cli/quor-gjf: wanted = $(packages)
 missing = $(shell for p in $(wanted); do dpkg -s $$p >/dev/null 2>&1 || printf '%s ' $$p; done)
 as_root = $(if $(filter 0,$(shell id -u)),,sudo)
@@ -20,7 +24,7 @@ compile_tests = g++ -std=c++20 -fvisibility=hidden -Wall -Wextra -Wpedantic -Wco
     -Isrc -Isrc/input/backends/gaussian '-DQUOR_GJF_SOURCE_DIR=""' '-DQUOR_GJF_BUILD_DIR=""'
 
 .DEFAULT_GOAL := setup
-.PHONY: setup demo test verify power-cuts python python-bench tsan coverage bench bench-build bench-peers bench-check bench-growth bench-report fuzz fuzz-long fuzz-repeated tidy cppcheck install clean
+.PHONY: setup demo test verify power-cuts python python-bench editors-check editors-test tsan coverage bench bench-build bench-peers bench-check bench-growth bench-report fuzz fuzz-long fuzz-repeated tidy cppcheck install clean
 
 # How long each fuzzer runs, and which run (all, unless named).
 fuzz_length ?= --seconds 60
@@ -47,7 +51,22 @@ test: setup
 # What `make test` leaves out, in its short form: static analysis, what has threads under the thread sanitizer, coverage, fuzzing
 # with the same inputs each time: what others find is for who looks for it.
 verify: setup
-	.ci/run cppcheck tidy tsan coverage fuzz-repeated
+	.ci/run cppcheck tidy tsan coverage fuzz-repeated editors-check
+
+# What the editors' files colour, and the language server in Neovim and Emacs. The grammar of VS Code is looked at where npm is there.
+editors-check: setup
+	cmake --preset dev && cmake --build --preset dev --target quor-gjf
+	-command -v npm >/dev/null && npm install --prefix build/editors/grammar --no-save --ignore-scripts --no-audit --no-fund \
+	    vscode-textmate@9.3.2 vscode-oniguruma@2.0.1
+	QUOR_GJF_NODE_MODULES=$(CURDIR)/build/editors/grammar/node_modules ctest --preset dev -R '^editor_'
+
+# The table of features and clients in docs/editors.md, VS Code's workbench among them: code-server and the packed extension, in Chromium.
+# Needs Node.js 20 with its headers, and npm.
+editors-test: setup
+	cmake --preset dev && cmake --build --preset dev --target quor-gjf
+	tests/editors/install_workbench.sh build/editors
+	QUOR_G16_ROUTE_SCHEMA_YAML=$(CURDIR)/resources/schemas/input/gaussian_route.yaml \
+	    python3 tests/editors/run.py $(CURDIR)/build/dev/cli/quor-gjf . build/editors/work
 
 # Cuts the power 200 times while files are saved; the tests do it 25 times. Needs e2fsprogs and leave to mount.
 power-cuts: setup

@@ -256,6 +256,13 @@ Return whether it names a layer."
   (goto-char limit)
   nil)
 
+;; What stands beside words of a route ends them, for completion too.
+(defvar quor-gjf-mode-syntax-table
+  (let ((table (make-syntax-table)))
+    (dolist (character (string-to-list "=/%#,:!")) (modify-syntax-entry character "." table))
+    (dolist (character (string-to-list "-+*")) (modify-syntax-entry character "_" table))
+    table))
+
 ;;;###autoload
 (define-derived-mode quor-gjf-mode prog-mode "Gaussian"
   "Edit Gaussian job files."
