@@ -63,7 +63,8 @@ syn match gaussianRowAtom "\%(^\s*\S\+\%(\s\+\S\+\s\+\S\+\)\{0,2}\s\+\)\@<=\a\w*
 syn region gaussianSections start="^" end="^\ze\s*--link1--" contained contains=gaussianNumber,gaussianGiven,gaussianComment
 syn match gaussianGiven "^\s*\zs\a\w*\ze\%(\s*=\s*\|\s\+\)[-+]\?\.\?\d" contained
 
-syn sync fromstart
+" A line of three coordinates tells where it stands; without one before it, the file is read from its start.
+syn sync match gaussianSyncAtom grouphere gaussianAtoms "^\s*\a\S*\s\+\%(-\?\d\+\s\+\)\?-\?\d*\.\d\+\s\+-\?\d*\.\d\+\s\+-\?\d*\.\d\+"
 
 hi def link gaussianComment Comment
 hi def link gaussianSeparator PreProc
