@@ -67,9 +67,13 @@ class Frames {
                 rest_.erase(0, std::exchange(used_, 0));
                 return std::nullopt;
             }
-            const std::string_view line =
-                std::string_view(rest_).substr(used_, end == std::string::npos ? end : end - used_);
-            used_ = end == std::string::npos ? rest_.size() : end + 1;
+            if (end == std::string::npos) {
+                // A header may begin in its last bytes.
+                const std::size_t begin = std::exchange(used_, rest_.size() - longest_header_line / 2);
+                return std::string_view(rest_).substr(begin, used_ - begin);
+            }
+            const std::string_view line = std::string_view(rest_).substr(used_, end - used_);
+            used_ = end + 1;
             if (!read_header(line)) {
                 return line;
             }
@@ -87,7 +91,7 @@ class Frames {
             in_body_ = std::exchange(has_length_, false);
             return true;
         }
-        std::string lower(line.substr(0, longest_header_line));
+        std::string lower(line);
         std::transform(lower.begin(), lower.end(), lower.begin(),
                        [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
         const std::size_t key = lower.find(length_key);
@@ -171,7 +175,7 @@ class Watch {
             while (!is_lonely(parent)) {
                 std::this_thread::sleep_for(std::chrono::seconds(1));
             }
-            std::this_thread::sleep_for(std::chrono::milliseconds(2500));
+            std::this_thread::sleep_for(std::chrono::milliseconds(2000));
             std::_Exit(exit_failure);
         }).detach();
     }
@@ -218,10 +222,11 @@ void serve(Framing framing, const MessageServer& server) {
                 take_all(frames, server);
                 continue;
             }
-            if (!send(framing, server.work())) {
+            const std::vector<std::string> messages = server.work();
+            watch.watch(server.client ? server.client() : 0);
+            if (!send(framing, messages)) {
                 return;
             }
-            watch.watch(server.client ? server.client() : 0);
         }
     } catch (const TooLong& error) {
         std::fprintf(stderr, "quor-gjf: %s\n", error.what());

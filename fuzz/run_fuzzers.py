@@ -17,7 +17,7 @@ import subprocess
 import sys
 import tempfile
 
-NAMES = ["job_text", "multi_job", "route", "schema_document", "schema_image", "editor_operations", "check_text", "document", "c_interface"]
+NAMES = ["job_text", "multi_job", "route", "schema_document", "schema_image", "editor_operations", "check_text", "document", "messages", "c_interface"]
 LONGEST = 4000
 JOBS = [pathlib.Path("examples/jobs"), pathlib.Path("examples/forms")]
 SEEDS = pathlib.Path("fuzz/seeds")

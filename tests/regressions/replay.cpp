@@ -31,6 +31,7 @@ constexpr Fuzzer fuzzers[] = {
     {"editor_operations", quor::fuzz::editor_operations, false},
     {"check_text", quor::fuzz::check_text, true},
     {"document", quor::fuzz::document, true},
+    {"messages", quor::fuzz::messages, false},
     {"c_interface", quor::fuzz::c_interface, false},
 };
 

@@ -73,6 +73,9 @@ typedef struct quor_gjf_document quor_gjf_document;
 /* The answer to a request. Since 0.2.0. */
 typedef struct quor_gjf_result gjf_result;
 
+/* A language server: what an editor asks about job files. Since 0.2.0. */
+typedef struct quor_gjf_server gjf_server;
+
 /* --- Library
  * ------------------------------------------------------------------------------------------------------------------ */
 
@@ -315,6 +318,28 @@ QUOR_GJF_C_API size_t gjf_result_size(const gjf_result* result) QUOR_GJF_C_NOEXC
 
 /* Frees a result; NULL is ignored. */
 QUOR_GJF_C_API void gjf_result_destroy(gjf_result* result) QUOR_GJF_C_NOEXCEPT;
+
+/* --- Language server: the Language Server Protocol 3.17, message by message; it has no input, output or threads of its own,
+ * and opens no file that a client names. All since 0.2.0.
+ * ------------------------------------------------------------------------------------------------------------------ */
+
+/* Makes a server, to be freed with gjf_server_destroy. NULL: no memory is left; see gjf_editor_last_error(NULL). */
+QUOR_GJF_C_API gjf_server* gjf_server_create(void) QUOR_GJF_C_NOEXCEPT;
+
+/* Gives the server a message: `size` bytes of JSON, without header. Returns the messages that answer it, to be freed with
+ * gjf_result_destroy: one a line, none where nothing is to be answered. What is no message is answered by an error. NULL:
+ * "server is null", "message is null", or no memory is left. */
+QUOR_GJF_C_API gjf_result* gjf_server_message(gjf_server* server, const char* message, size_t size) QUOR_GJF_C_NOEXCEPT;
+
+/* Tells whether something was put off, as checking a text that was changed: 1 or 0; or -1: "server is null". */
+QUOR_GJF_C_API int gjf_server_has_work(gjf_server* server) QUOR_GJF_C_NOEXCEPT;
+
+/* Does one piece of what was put off and returns the messages that come of it, as gjf_server_message does. To be called when
+ * no message waits. NULL: "server is null", or no memory is left. */
+QUOR_GJF_C_API gjf_result* gjf_server_work(gjf_server* server) QUOR_GJF_C_NOEXCEPT;
+
+/* Frees a server; NULL is ignored. */
+QUOR_GJF_C_API void gjf_server_destroy(gjf_server* server) QUOR_GJF_C_NOEXCEPT;
 
 #ifdef __cplusplus
 } /* extern "C" */

@@ -205,6 +205,8 @@ const std::string& check_pages() {
     return text;
 }
 
+std::string path_of_check_pages() { return path_of_facts(file_of_checks); }
+
 std::string missing_knowledge() {
     std::string problem =
         first_problem({&traits().table, &other_names().table, &solvents().table, &all_exclusions().table, &all_needs().table,

@@ -82,5 +82,7 @@ std::span<const CheckpointRead> checkpoint_reads();
 
 /// Returns the text that explains every code of the checker, checks.md; empty when it is missing.
 const std::string& check_pages();
+/// Returns where that text is.
+std::string path_of_check_pages();
 
 }  // namespace quor::input::gaussian

@@ -2,24 +2,53 @@
 #include <gjf/core/protocol/code_actions.hpp>
 
 #include <gjf/core/check/fix_text.hpp>
+#include <gjf/core/knowledge/facts.hpp>
 #include <gjf/core/language/job_tokens.hpp>
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
+#include <filesystem>
+#include <functional>
+#include <map>
 #include <set>
+#include <utility>
 
 namespace quor::input::gaussian {
 namespace {
 
 Span place_of(const Finding& finding) noexcept { return span_between(finding.begin, finding.end); }
 
-Message diagnostic_json(const OpenDocument& document, const Finding& finding) {
+// Returns where each code is explained: the address of the page with the line; empty where there is no page.
+std::map<std::string, std::string, std::less<>> find_pages() {
+    std::map<std::string, std::string, std::less<>> pages;
+    const std::string address = "file://" + address_of(std::filesystem::absolute(path_of_check_pages()).string());
+    std::size_t number = 0;
+    for (const std::string_view line : split_lines(check_pages())) {
+        ++number;
+        if (constexpr std::string_view heading = "### "; line.substr(0, heading.size()) == heading) {
+            const std::string_view title = line.substr(heading.size());
+            pages.emplace(title.substr(0, title.find(' ')), address + "#L" + std::to_string(number));
+        }
+    }
+    return pages;
+}
+
+const std::string* page_of(std::string_view code) {
+    static const auto pages = find_pages();
+    const auto found = pages.find(code);
+    return found == pages.end() ? nullptr : &found->second;
+}
+
+Message diagnostic_json(const OpenDocument& document, const Finding& finding, bool shares_files) {
     const std::string hint = finding.hint.empty() ? "" : " (" + finding.hint + ")";
     Message diagnostic = {{"range", document.range_json(place_of(finding))},
                           {"severity", 3 - static_cast<int>(finding.severity)},
                           {"code", finding.code},
                           {"source", "quor-gjf"},
                           {"message", finding.message + hint}};
+    if (const std::string* page = shares_files ? page_of(finding.code) : nullptr) {
+        diagnostic["codeDescription"] = {{"href", *page}};
+    }
     for (const RelatedPlace& place : finding.related) {
         const std::size_t begin = document.offset_of_line(place.line) + (place.column == 0 ? 0 : place.column - 1);
         diagnostic["relatedInformation"].push_back(
@@ -41,13 +70,15 @@ bool wants(const Message& parameters, std::string_view kind) {
     });
 }
 
-void add_fixes(const OpenDocument& document, const Finding& finding, Message& actions) {
+void add_fixes(const DocumentQuestion& question, const Finding& finding, Message& actions) {
+    const OpenDocument& document = question.document;
     const Fix* best = applicable_fix(finding, false);
     for (const Fix& fix : finding.fixes) {
-        actions.push_back({{"title", fix.title},
-                           {"kind", "quickfix"},
-                           {"diagnostics", Message::array({diagnostic_json(document, finding)})},
-                           {"edit", document.workspace_edit(fix.edits)}});
+        actions.push_back(
+            {{"title", fix.title},
+             {"kind", "quickfix"},
+             {"diagnostics", Message::array({diagnostic_json(document, finding, question.options.shares_files)})},
+             {"edit", document.workspace_edit(fix.edits)}});
         if (&fix == best) {
             actions.back()["isPreferred"] = true;
         }
@@ -55,7 +86,8 @@ void add_fixes(const OpenDocument& document, const Finding& finding, Message& ac
 }
 
 // The comment stands above the route of the job, at a line of its own.
-void add_silencing(const OpenDocument& document, const Finding& finding, Message& actions) {
+void add_silencing(const DocumentQuestion& question, const Finding& finding, Message& actions) {
+    const OpenDocument& document = question.document;
     const std::vector<JobReading>& jobs = document.file().jobs();
     if (finding.job == 0 || finding.job > jobs.size() || jobs[finding.job - 1].places.route_words.empty()) {
         return;
@@ -66,7 +98,7 @@ void add_silencing(const OpenDocument& document, const Finding& finding, Message
     const TextEdit edit{line, line, "! quor-gjf: ignore " + finding.code + (returns ? "\r\n" : "\n")};
     actions.push_back({{"title", "ignore " + finding.code + " in this job"},
                        {"kind", "quickfix"},
-                       {"diagnostics", Message::array({diagnostic_json(document, finding)})},
+                       {"diagnostics", Message::array({diagnostic_json(document, finding, question.options.shares_files)})},
                        {"edit", document.workspace_edit({edit})}});
 }
 
@@ -84,25 +116,27 @@ TextEdit difference(std::string_view old_text, std::string_view new_text) {
     // Whole lines: no character is cut.
     begin = begin == 0 ? 0 : old_text.rfind('\n', begin - 1) + 1;
     const std::size_t line_end = old_text.find('\n', old_text.size() - same);
-    same = line_end == std::string_view::npos ? 0 : std::min(same, old_text.size() - line_end);
+    same = line_end == std::string_view::npos ? 0 : old_text.size() - line_end - 1;
     return {begin, old_text.size() - same, std::string(new_text.substr(begin, new_text.size() - same - begin))};
 }
 
-void add_fix_all(const OpenDocument& document, Message& actions) {
-    const FixedText fixed = fix_text(document.text());
-    if (fixed.text != document.text()) {
+void add_fix_all(const DocumentQuestion& question, Message& actions) {
+    const OpenDocument& document = question.document;
+    const std::string fixed =
+        question.options.fix ? question.options.fix(document.text(), document.path()) : fix_text(document.text()).text;
+    if (fixed != document.text()) {
         actions.push_back({{"title", "apply all safe fixes of quor-gjf"},
                            {"kind", fix_all_kind},
-                           {"edit", document.workspace_edit({difference(document.text(), fixed.text)})}});
+                           {"edit", document.workspace_edit({difference(document.text(), fixed)})}});
     }
 }
 
 }  // namespace
 
-Message diagnostics_json(const OpenDocument& document, const std::vector<Finding>& findings) {
+Message diagnostics_json(const OpenDocument& document, const std::vector<Finding>& findings, bool shares_files) {
     Message list = Message::array();
     for (const Finding& finding : findings) {
-        list.push_back(diagnostic_json(document, finding));
+        list.push_back(diagnostic_json(document, finding, shares_files));
     }
     return list;
 }
@@ -114,17 +148,17 @@ Message code_actions(const DocumentQuestion& question) {
         std::set<std::pair<std::size_t, std::string>> silenced;
         for (const Finding& finding : question.findings()) {
             if (touches(place_of(finding), range)) {
-                add_fixes(question.document, finding, actions);
+                add_fixes(question, finding, actions);
             }
         }
         for (const Finding& finding : question.findings()) {
             if (touches(place_of(finding), range) && silenced.emplace(finding.job, finding.code).second) {
-                add_silencing(question.document, finding, actions);
+                add_silencing(question, finding, actions);
             }
         }
     }
     if (wants(question.parameters, fix_all_kind)) {
-        add_fix_all(question.document, actions);
+        add_fix_all(question, actions);
     }
     return actions;
 }

@@ -11,7 +11,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <iterator>
+#include <utility>
+#include <vector>
 
 namespace quor::input::gaussian {
 namespace {
@@ -147,35 +150,64 @@ constexpr std::array<std::string_view, 13> all_token_types = {"macro",    "comme
                                                               "function", "type",    "keyword",  "parameter", "enumMember",
                                                               "number",   "class",   "variable"};
 
-Message tokens_of(const OpenDocument& document, Span stretch) {
-    Message data = Message::array();
+// Five numbers a token: lines and characters from the one before it, length, type, no modifier.
+std::vector<std::uint32_t> token_numbers(const OpenDocument& document, Span stretch) {
+    std::vector<std::uint32_t> numbers;
     LinePosition last;
     for (const JobToken& token : tokens_in(document.file(), stretch)) {
         const std::string_view type = token_type_of_role[static_cast<std::size_t>(token.role)];
-        if (type.empty()) {
-            continue;
-        }
         const LinePosition begin = document.position(token.place.begin);
         const LinePosition end = document.position(token.place.end());
-        if (end.line != begin.line) {
+        if (type.empty() || end.line != begin.line) {
             continue;
         }
-        data.insert(data.end(),
-                    {begin.line - last.line, begin.line == last.line ? begin.character - last.character : begin.character,
-                     end.character - begin.character,
-                     static_cast<std::size_t>(std::find(all_token_types.begin(), all_token_types.end(), type) -
-                                              all_token_types.begin()),
-                     std::size_t{0}});
+        const auto number = std::find(all_token_types.begin(), all_token_types.end(), type) - all_token_types.begin();
+        const std::size_t character = begin.line == last.line ? begin.character - last.character : begin.character;
+        for (const std::size_t each : {begin.line - last.line, character, end.character - begin.character,
+                                       static_cast<std::size_t>(number), std::size_t{0}}) {
+            numbers.push_back(static_cast<std::uint32_t>(each));
+        }
         last = begin;
     }
-    return {{"data", std::move(data)}};
+    return numbers;
 }
+
+Message tokens_of_range(Question question) { return {{"data", token_numbers(question.document, question.range())}}; }
 
 Message all_tokens(Question question) {
-    return tokens_of(question.document, span_between(0, question.document.text().size()));
+    const OpenDocument& document = question.document;
+    document.told_tokens = token_numbers(document, span_between(0, document.text().size()));
+    return {{"resultId", std::to_string(++document.token_answers)}, {"data", document.told_tokens}};
 }
 
-Message tokens_of_range(Question question) { return tokens_of(question.document, question.range()); }
+// What differs from the tokens that the client has: one stretch of whole tokens.
+Message changed_tokens(Question question) {
+    const OpenDocument& document = question.document;
+    if (member(question.parameters, "previousResultId") != std::to_string(document.token_answers)) {
+        return all_tokens(question);
+    }
+    constexpr std::size_t numbers_of_token = 5;
+    const std::vector<std::uint32_t> old_numbers =
+        std::exchange(document.told_tokens, token_numbers(document, span_between(0, document.text().size())));
+    const std::vector<std::uint32_t>& numbers = document.told_tokens;
+    const std::size_t shorter = std::min(old_numbers.size(), numbers.size());
+    const auto cut = static_cast<std::ptrdiff_t>(shorter);
+    auto begin = static_cast<std::size_t>(std::mismatch(numbers.begin(), numbers.begin() + cut, old_numbers.begin()).first -
+                                          numbers.begin());
+    begin -= begin % numbers_of_token;
+    const auto left = static_cast<std::ptrdiff_t>(shorter - begin);
+    auto same = static_cast<std::size_t>(
+        std::mismatch(numbers.rbegin(), numbers.rbegin() + left, old_numbers.rbegin()).first - numbers.rbegin());
+    same -= same % numbers_of_token;
+    Message edits = Message::array();
+    if (begin + same < std::max(old_numbers.size(), numbers.size())) {
+        edits.push_back({{"start", begin},
+                         {"deleteCount", old_numbers.size() - same - begin},
+                         {"data", std::vector<std::uint32_t>(numbers.begin() + static_cast<std::ptrdiff_t>(begin),
+                                                             numbers.end() - static_cast<std::ptrdiff_t>(same))}});
+    }
+    return {{"resultId", std::to_string(++document.token_answers)}, {"edits", std::move(edits)}};
+}
 
 Message hints(Question question) {
     Message list = Message::array();
@@ -230,7 +262,8 @@ Message links(Question question) {
 }
 
 Message full_diagnostics(Question question) {
-    return {{"kind", "full"}, {"items", diagnostics_json(question.document, question.findings())}};
+    return {{"kind", "full"},
+            {"items", diagnostics_json(question.document, question.findings(), question.options.shares_files)}};
 }
 
 constexpr DocumentRequest requests[] = {
@@ -244,6 +277,7 @@ constexpr DocumentRequest requests[] = {
     {"textDocument/documentSymbol", symbols},
     {"textDocument/foldingRange", folds},
     {"textDocument/semanticTokens/full", all_tokens},
+    {"textDocument/semanticTokens/full/delta", changed_tokens},
     {"textDocument/semanticTokens/range", tokens_of_range},
     {"textDocument/inlayHint", hints},
     {"textDocument/formatting", formatting},

@@ -1,6 +1,7 @@
 // The requests about one open text: a row each. Private to the room.
 #pragma once
 
+#include <gjf/core/protocol/language_server.hpp>
 #include <gjf/core/protocol/open_document.hpp>
 
 #include <functional>
@@ -14,6 +15,7 @@ namespace quor::input::gaussian {
 struct DocumentQuestion {
     const OpenDocument& document;
     const Message& parameters;
+    const ServerOptions& options;
     const std::function<const std::vector<Finding>&()>& findings;  ///< of the text; looked for at the first call
 
     std::size_t offset() const { return document.offset(member(parameters, "position")); }
@@ -31,8 +33,8 @@ const DocumentRequest* find_document_request(std::string_view method);
 /// The types of tokens, in the order of their numbers.
 Message token_types();
 
-/// Returns the diagnostics of a text.
-Message diagnostics_json(const OpenDocument& document, const std::vector<Finding>& findings);
+/// Returns the diagnostics of a text; with `shares_files` codes are linked to the page that explains them.
+Message diagnostics_json(const OpenDocument& document, const std::vector<Finding>& findings, bool shares_files);
 
 /// The kind of the action that applies every safe fix.
 inline constexpr std::string_view fix_all_kind = "source.fixAll.quor-gjf";

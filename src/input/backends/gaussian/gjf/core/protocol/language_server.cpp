@@ -57,6 +57,10 @@ void LanguageServer::Session::cancel(const Message& id) {
             each.fault = RequestFault(MessageError::RequestCancelled, "cancelled");
         }
     }
+    if (workspace_check_ && !id.is_null() && workspace_check_->id == id) {
+        send(error_message(id, MessageError::RequestCancelled, "cancelled"));
+        workspace_check_.reset();
+    }
 }
 
 void LanguageServer::Session::handle_next() {
@@ -75,10 +79,8 @@ void LanguageServer::Session::handle(const Waiting& waiting) {
     }
     const Message& method = member(message, "method");
     if (!method.is_string()) {
-        if (!message.contains("result") && !message.contains("error")) {
-            send(error_message(member(message, "id"), MessageError::InvalidRequest, "a message without method"));
-        }
-        return;  // an answer to a request of ours
+        take_result(message);
+        return;
     }
     if (message.contains("id")) {
         answer(message);
@@ -90,7 +92,12 @@ void LanguageServer::Session::handle(const Waiting& waiting) {
 void LanguageServer::Session::answer(const Message& message) {
     const Message& id = member(message, "id");
     try {
-        send(result_message(id, result_of(text_member(message, "method"), member(message, "params"))));
+        const std::string method = text_member(message, "method");
+        if (method == "workspace/diagnostic" && state_ == State::Running && pulls_ && checks_workspace_) {
+            begin_workspace_check(id, member(message, "params"));
+            return;
+        }
+        send(result_message(id, result_of(method, member(message, "params"))));
     } catch (const RequestFault& fault) {
         send(error_message(id, fault.code, fault.what()));
     } catch (const std::exception& error) {
@@ -120,7 +127,7 @@ Message LanguageServer::Session::result_of(const std::string& method, const Mess
     const std::function<const std::vector<Finding>&()> findings = [&]() -> const std::vector<Finding>& {
         return findings_of(asked);
     };
-    return request->answer({asked, parameters, findings});
+    return request->answer({asked, parameters, options_, findings});
 }
 
 // Notifications have no answer: what is wrong with one is told in a line of the client's log.
@@ -139,6 +146,12 @@ void LanguageServer::Session::note(const std::string& method, const Message& par
             change(parameters);
         } else if (method == "textDocument/didClose") {
             close(parameters);
+        } else if (method == "textDocument/didSave" || method == "workspace/didChangeWatchedFiles") {
+            forget_findings();  // a configuration, or a checkpoint, may be another
+        } else if (method == "initialized" && checks_workspace_ && !pulls_) {
+            begin_workspace_check(Message(), Message());
+        } else if (method == "window/workDoneProgress/cancel") {
+            workspace_check_.reset();
         }
     } catch (const std::exception& error) {
         send(notification("window/logMessage", {{"type", 1}, {"message", method + ": " + error.what()}}));
@@ -151,13 +164,15 @@ Message LanguageServer::Session::initialize(const Message& parameters) {
     const Message& process = member(parameters, "processId");
     client_process_ = process.is_number_integer() ? process.get<std::int64_t>() : 0;
     pulls_ = member(parameters, "capabilities/textDocument/diagnostic").is_object();
+    refreshes_ = flag_member(parameters, "capabilities/workspace/diagnostics/refreshSupport");
+    set_up_workspace(parameters);
     state_ = State::Running;
     return {{"capabilities", capabilities()}, {"serverInfo", {{"name", "quor-gjf"}, {"version", QUOR_GJF_PROJECT_VERSION}}}};
 }
 
 Message LanguageServer::Session::capabilities() const {
     Message all = {{"positionEncoding", encoding_name(unit_)},
-                   {"textDocumentSync", {{"openClose", true}, {"change", 2}}},
+                   {"textDocumentSync", {{"openClose", true}, {"change", 2}, {"save", true}}},
                    {"completionProvider", {{"triggerCharacters", {"=", "(", ",", "/", "%"}}}},
                    {"hoverProvider", true},
                    {"definitionProvider", true},
@@ -168,7 +183,7 @@ Message LanguageServer::Session::capabilities() const {
                    {"foldingRangeProvider", true},
                    {"semanticTokensProvider",
                     {{"legend", {{"tokenTypes", token_types()}, {"tokenModifiers", Message::array()}}},
-                     {"full", true},
+                     {"full", {{"delta", true}}},
                      {"range", true}}},
                    {"inlayHintProvider", true},
                    {"documentFormattingProvider", true},
@@ -177,7 +192,7 @@ Message LanguageServer::Session::capabilities() const {
                    {"codeActionProvider", {{"codeActionKinds", {"quickfix", fix_all_kind}}}}};
     if (pulls_) {
         all["diagnosticProvider"] = {
-            {"identifier", "quor-gjf"}, {"interFileDependencies", false}, {"workspaceDiagnostics", false}};
+            {"identifier", "quor-gjf"}, {"interFileDependencies", false}, {"workspaceDiagnostics", checks_workspace_}};
     }
     return all;
 }
@@ -218,6 +233,17 @@ OpenDocument& LanguageServer::Session::document(const Message& parameters) {
     return *found->second;
 }
 
+// What was found may no longer be so, although no text has changed.
+void LanguageServer::Session::forget_findings() {
+    for (const auto& [uri, open] : documents_) {
+        open->findings.reset();
+        put_off(uri);
+    }
+    if (pulls_ && refreshes_) {
+        send({{"jsonrpc", "2.0"}, {"id", "refresh"}, {"method", "workspace/diagnostic/refresh"}});
+    }
+}
+
 // A client that asks for diagnostics gets none unasked.
 void LanguageServer::Session::put_off(const std::string& uri) {
     if (!pulls_ && std::find(unchecked_.begin(), unchecked_.end(), uri) == unchecked_.end()) {
@@ -252,6 +278,7 @@ std::vector<Finding> LanguageServer::Session::check(const OpenDocument& checked)
 
 void LanguageServer::Session::check_next() {
     if (unchecked_.empty()) {
+        check_next_file();
         return;
     }
     const auto found = documents_.find(unchecked_.front());
@@ -264,7 +291,7 @@ void LanguageServer::Session::check_next() {
         send(notification("textDocument/publishDiagnostics",
                           {{"uri", checked.uri()},
                            {"version", checked.version()},
-                           {"diagnostics", diagnostics_json(checked, findings_of(checked))}}));
+                           {"diagnostics", diagnostics_json(checked, findings_of(checked), options_.shares_files)}}));
     } catch (const std::exception& error) {
         send(notification("window/logMessage", {{"type", 1}, {"message", std::string("check: ") + error.what()}}));
     }

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,7 +18,15 @@ namespace quor::input::gaussian {
 /// What a server is given by who runs it.
 struct ServerOptions {
     /// Returns the findings of a text whose file has this path, empty for one without; as `check_text` where it is empty.
-    std::function<std::vector<Finding>(const std::string& text, const std::string& path)> check;
+    std::function<std::vector<Finding>(const std::string& text, const std::string& path)> check = nullptr;
+    /// Returns a text with every safe fix; as `fix_text` where it is empty.
+    std::function<std::string(const std::string& text, const std::string& path)> fix = nullptr;
+    /// Tells whether the client sees the files of this machine: then codes are linked to the page that explains them.
+    bool shares_files = false;
+    /// Returns job files below a folder, at most so many. Where it is empty, or `read` is, open texts alone are checked.
+    std::function<std::vector<std::string>(const std::string& folder, std::size_t most)> find_files = nullptr;
+    /// Returns what is in a file; nothing for one that cannot be read.
+    std::function<std::optional<std::string>(const std::string& path)> read = nullptr;
 };
 
 /// Speaks the Language Server Protocol 3.17 about job files. Used by one thread at a time.

@@ -31,7 +31,7 @@ bool is_low(long unit) noexcept { return unit >= 0xDC00 && unit < 0xE000; }
 // Puts U+FFFD in the place of surrogates that have no other half; the JSON library refuses a text that has one.
 std::string with_whole_characters(std::string_view text) {
     std::string whole(text);
-    for (std::size_t i = 0; i + 1 < whole.size(); ++i) {
+    for (std::size_t i = text.find("\\u") == std::string_view::npos ? whole.size() : 0; i + 1 < whole.size(); ++i) {
         if (whole[i] != '\\') {
             continue;
         }

@@ -14,7 +14,8 @@ int digit_of(char c) noexcept {
     return is_digit(c) ? c - '0' : lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
 }
 
-// The path of a file:// address; empty for any other.
+}  // namespace
+
 std::string path_of(std::string_view uri) {
     constexpr std::string_view scheme = "file://";
     if (uri.substr(0, scheme.size()) != scheme) {
@@ -31,16 +32,8 @@ std::string path_of(std::string_view uri) {
     return path;
 }
 
-}  // namespace
-
 OpenDocument::OpenDocument(std::string uri, std::int64_t version, std::string text, ColumnUnit unit)
     : uri_(std::move(uri)), path_(path_of(uri_)), version_(version), text_(std::move(text)), unit_(unit) {}
-
-void OpenDocument::forget() {
-    positions_.reset();
-    file_.reset();
-    findings.reset();
-}
 
 void OpenDocument::change(const Message& changes, std::int64_t version) {
     if (!changes.is_array()) {
@@ -51,11 +44,14 @@ void OpenDocument::change(const Message& changes, std::int64_t version) {
         std::string text = text_member(each, "text");
         if (member(each, "range").is_null()) {
             text_ = std::move(text);
+            positions_.reset();
         } else {
             const Span place = stretch(each["range"]);
             text_.replace(place.begin, place.length, text);
+            positions_->follow(text_, place, text.size());
         }
-        forget();
+        file_.reset();
+        findings.reset();
     }
 }
 
@@ -95,8 +91,16 @@ Span OpenDocument::stretch(const Message& range) const {
 std::vector<Message> OpenDocument::edits_json(const std::vector<TextEdit>& edits) const {
     std::vector<Message> list;
     list.reserve(edits.size());
+    // No place of the protocol lies between a carriage return and its line feed: what begins or ends there takes in the
+    // other.
+    const auto is_within_end = [this](std::size_t offset) {
+        return offset > 0 && text_.compare(offset - 1, 2, "\r\n") == 0;
+    };
     for (const TextEdit& edit : edits) {
-        list.push_back({{"range", range_json(span_between(edit.begin, edit.end))}, {"newText", edit.text}});
+        const std::size_t before = is_within_end(edit.begin) ? 1 : 0;
+        const std::size_t behind = is_within_end(edit.end) ? 1 : 0;
+        list.push_back({{"range", range_json(span_between(edit.begin - before, edit.end + behind))},
+                        {"newText", std::string(before, '\r') + edit.text + std::string(behind, '\n')}});
     }
     return list;
 }

@@ -9,9 +9,13 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace quor::input::gaussian {
+
+/// Returns the path of a file:// address; empty for any other.
+std::string path_of(std::string_view uri);
 
 class OpenDocument {
    public:
@@ -45,10 +49,11 @@ class OpenDocument {
 
     /// What was found in this text; absent until somebody has looked.
     std::optional<std::vector<Finding>> findings;
+    /// The numbers of the tokens that the client has, and which of its answers brought them.
+    mutable std::vector<std::uint32_t> told_tokens;
+    mutable std::size_t token_answers = 0;
 
    private:
-    void forget();
-
     std::string uri_;
     std::string path_;
     std::int64_t version_;

@@ -13,7 +13,7 @@ struct Step {
 };
 
 Step step_of(std::string_view rest, ColumnUnit unit) noexcept {
-    if (unit == ColumnUnit::Bytes || static_cast<unsigned char>(rest.front()) < 0x80) {
+    if (static_cast<unsigned char>(rest.front()) < 0x80) {
         return {1, 1};
     }
     for (std::size_t bytes = 2; bytes <= std::min<std::size_t>(4, rest.size()); ++bytes) {
@@ -27,10 +27,41 @@ Step step_of(std::string_view rest, ColumnUnit unit) noexcept {
 }  // namespace
 
 TextPositions::TextPositions(std::string_view text, ColumnUnit unit) : text_(text), unit_(unit), begins_{0} {
-    for (std::size_t at = text.find_first_of("\r\n"); at != std::string_view::npos; at = text.find_first_of("\r\n", at)) {
-        at += text.substr(at, 2) == "\r\n" ? 2 : 1;
-        begins_.push_back(static_cast<std::uint32_t>(at));
+    add_begins(1, text.size(), begins_);
+}
+
+// Adds where lines begin from one offset to another, both included: behind each line feed, and behind each carriage return
+// that stands before none.
+void TextPositions::add_begins(std::size_t first, std::size_t last, std::vector<std::uint32_t>& begins) const {
+    if (first > last) {
+        return;
     }
+    const std::size_t old_size = begins.size();
+    const std::string_view ends = text_.substr(0, last);
+    for (std::size_t at = ends.find('\n', first - 1); at != std::string_view::npos; at = ends.find('\n', at + 1)) {
+        begins.push_back(static_cast<std::uint32_t>(at + 1));
+    }
+    const std::size_t behind_line_feeds = begins.size();
+    for (std::size_t at = ends.find('\r', first - 1); at != std::string_view::npos; at = ends.find('\r', at + 1)) {
+        if (at + 1 == text_.size() || text_[at + 1] != '\n') {
+            begins.push_back(static_cast<std::uint32_t>(at + 1));
+        }
+    }
+    const auto middle = [&begins](std::size_t index) { return begins.begin() + static_cast<std::ptrdiff_t>(index); };
+    std::inplace_merge(middle(old_size), middle(behind_line_feeds), begins.end());
+}
+
+// A line begins by the two bytes around it, so that only those in the new stretch and at its ends are looked for.
+void TextPositions::follow(std::string_view new_text, Span old_place, std::size_t new_length) {
+    text_ = new_text;
+    const auto first = std::lower_bound(begins_.begin() + 1, begins_.end(), old_place.begin);
+    const auto behind = std::upper_bound(first, begins_.end(), old_place.end());
+    for (auto begin = behind; begin != begins_.end(); ++begin) {
+        *begin = static_cast<std::uint32_t>(*begin + new_length - old_place.length);
+    }
+    std::vector<std::uint32_t> added;
+    add_begins(std::max<std::size_t>(old_place.begin, 1), old_place.begin + new_length, added);
+    begins_.insert(begins_.erase(first, behind), added.begin(), added.end());
 }
 
 std::string_view TextPositions::line(std::size_t number) const noexcept {

@@ -32,8 +32,11 @@ class QUOR_GJF_API TextPositions {
     /// Half of a character that takes two units is its begin.
     std::size_t offset(LinePosition place) const noexcept;
     std::size_t line_count() const noexcept { return begins_.size(); }
+    /// Follows a change of the text: a stretch of the old one has given way to so many bytes.
+    void follow(std::string_view new_text, Span old_place, std::size_t new_length);
 
    private:
+    void add_begins(std::size_t first, std::size_t last, std::vector<std::uint32_t>& begins) const;
     std::string_view line(std::size_t number) const noexcept;  // without its end
 
     std::string_view text_;
