@@ -8,7 +8,7 @@ test_packages := $(packages) python3 libgtest-dev groff-base locales python3-dev
     python3-jsonschema pre-commit git
 verify_packages := $(test_packages) clang-14 libclang-rt-14-dev clang-format-14 clang-tidy-14 cppcheck gcovr
 wanted = $(test_packages)
-# The editors that tests start; what people have of them is used where npm is missing.
+# The editors that tests start.
 editor_packages := $(test_packages) vim neovim emacs-nox elpa-eglot
 verify: wanted = $(verify_packages)
 editors-check: wanted = $(editor_packages)
@@ -61,11 +61,11 @@ editors-check: setup
 	QUOR_GJF_NODE_MODULES=$(CURDIR)/build/editors/grammar/node_modules ctest --preset dev -R '^editor_'
 
 # The table of features and clients in docs/editors.md, VS Code's workbench among them: code-server and the packed extension, in Chromium.
-# Needs Node.js 20 with its headers, and npm.
+# Needs Node.js 20 with its headers, and npm. Takes 2 to 6 minutes; picture=docs/vscode.png draws the workbench anew.
 editors-test: setup
 	cmake --preset dev && cmake --build --preset dev --target quor-gjf
 	tests/editors/install_workbench.sh build/editors
-	QUOR_G16_ROUTE_SCHEMA_YAML=$(CURDIR)/resources/schemas/input/gaussian_route.yaml \
+	QUOR_GJF_PICTURE=$(picture) QUOR_G16_ROUTE_SCHEMA_YAML=$(CURDIR)/resources/schemas/input/gaussian_route.yaml \
 	    python3 tests/editors/run.py $(CURDIR)/build/dev/cli/quor-gjf . build/editors/work
 
 # Cuts the power 200 times while files are saved; the tests do it 25 times. Needs e2fsprogs and leave to mount.

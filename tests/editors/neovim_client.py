@@ -4,6 +4,7 @@ import json
 import os
 import pathlib
 import subprocess
+import tempfile
 import time
 
 PATIENCE = 60  # seconds that one answer may take on a busy machine
@@ -11,7 +12,8 @@ PATIENCE = 60  # seconds that one answer may take on a busy machine
 
 class Neovim:
     def __init__(self, source, tool, work, name):
-        self.socket = work / "nvim.sock"
+        self.folder = tempfile.TemporaryDirectory()  # the path of a socket may not be long
+        self.socket = pathlib.Path(self.folder.name) / "nvim.sock"
         self.name = name
         start = work / "init.lua"
         start.write_text(
@@ -32,6 +34,7 @@ class Neovim:
     def __exit__(self, *_):
         self.process.terminate()
         self.process.wait(PATIENCE)
+        self.folder.cleanup()
 
     def lua(self, expression):
         """The value of a Lua expression; None where Neovim does not answer yet."""
@@ -93,7 +96,11 @@ def features(source, tool, work, job):
         editor.do("vim.lsp.buf.document_symbol()")
         names = "table.concat(vim.tbl_map(function(i) return i.text end, vim.fn.getqflist()), ';')"
         yield "symbols", editor.wait(names, lambda text: isinstance(text, str) and "route" in text and "molecule" in text)
-        editor.do("vim.cmd('cclose') wanted = 'leave out tight' vim.fn.cursor(3, 40) vim.lsp.buf.code_action()")
+        editor.do("vim.cmd('cclose') wanted = 'ignore GJF-R021 in this job' vim.fn.cursor(3, 40) vim.lsp.buf.code_action()")
+        yield "silence a finding", editor.wait(editor.line(3), "! quor-gjf: ignore GJF-R021") or editor.wait(codes, [])
+        editor.do("vim.cmd('undo')")
+        editor.wait(codes, ["GJF-R021"])
+        editor.do("wanted = 'leave out tight' vim.fn.cursor(3, 40) vim.lsp.buf.code_action()")
         mended = "#p b3lyp/6-31g(d) opt freq scf=(tight)"
         fault = editor.wait(editor.line(3), mended)
         yield "mend a finding", fault and f"{fault}; offered {editor.lua('choices')}"
@@ -101,7 +108,10 @@ def features(source, tool, work, job):
         editor.keys("3GA int=ultraf<C-x><C-o>")
         yield "completion", editor.wait(editor.line(3), mended + " int=ultrafine")
         editor.keys("<Esc>")
-        editor.do("vim.fn.setline(8, '    O') vim.lsp.buf.formatting()")
+        editor.do("vim.fn.setline(8, '    O') vim.fn.setline(9, '    H 1 roh') vim.lsp.buf.range_formatting({}, {9, 0}, {9, 4})")
+        two = f"{{{editor.line(8)}, {editor.line(9)}}}"
+        yield "align a part", editor.wait(two, lambda lines: lines and lines[0] == "    O" and lines[1] != "    H 1 roh")
+        editor.do("vim.lsp.buf.formatting()")
         yield "align", editor.wait(editor.line(8), lambda text: text is not None and not text.startswith("    O"))
 
 

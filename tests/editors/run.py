@@ -4,6 +4,7 @@
 Each client is started, used as people use it, and ended. Where a client is not installed, that is said. Fails when a client that is there does
 not show what it should; a feature that a client lacks has a dash."""
 
+import os
 import pathlib
 import shutil
 import subprocess
@@ -36,13 +37,14 @@ def emacs(tool, source, work):
         yield from rows_of(["emacs", "--batch", "-Q", *paths, "-l", HERE / "emacs_client.el", tool, work / "water.com"])
 
 
-def workbench(tool, source, work, *picture):
+def workbench(tool, source, work):
     server = source / "build/editors/node_modules/code-server/out/node/entry.js"
     extension = source / "editors/vscode"
     vsix = extension / "dist/quor-gjf.vsix"
     if server.exists() and vsix.exists() and shutil.which("chromium") and shutil.which("node"):
-        client = HERE / "vscode_client.js"
-        yield from rows_of(["node", client, extension / "node_modules", server, vsix, tool, work, HERE / "water.com", *picture])
+        picture = [os.environ["QUOR_GJF_PICTURE"]] if os.environ.get("QUOR_GJF_PICTURE") and tool != "-" else []
+        client = [HERE / "vscode_client.js", extension / "node_modules", server, vsix]
+        yield from rows_of(["node", *client, tool, work, HERE / "water.com", *picture])
 
 
 def web(tool, source, work):
