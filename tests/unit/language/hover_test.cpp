@@ -1,4 +1,5 @@
 // What is told of a place.
+#include <gjf/core/knowledge/knowledge.hpp>
 #include <gjf/core/language/hover.hpp>
 
 #include "marked_text.hpp"
@@ -27,10 +28,9 @@ TEST(Hover, TellsWhatAWordIs) {
     const HoverRow rows[] = {
         {"# hf/sto-3g op|t=calcfc" + rest, "opt: **`opt`** keyword"},
         {"# hf/sto-3g opt=calc|fc" + rest, "calcfc: **`calcfc`** option of `opt`"},
-        {"# hf/sto-3g opt=modred|" + rest,
-         "modred: **`modredundant`** option of `opt`\n\nAsks for a section: Modifications to coordinates"},
+        {"# hf/sto-3g opt=modred|" + rest, "modred: **`modredundant`** option of `opt`\n\nReads changes"},
         {"# b3l|yp/6-31g*" + rest, "b3lyp: **`b3lyp`** method"},
-        {"# b3lyp/6-31|g*" + rest, "6-31g*: **`6-31g*`** basis set\n\n17 basis functions"},
+        {"# b3lyp/6-31|g*" + rest, "6-31g*: **`6-31g*`** basis set\n\nSplit valence"},
         {"%me|m=1GB\n# hf" + rest, "mem: **`%mem`** takes an amount of memory"},
         {"# hf/sto-3g opt=clac|fc" + rest, "clacfc: **`clacfc`** no known option of `opt`"},
         {"# hf\n\n|t\n\n0 1\nO 0 0 0\n\n", ""},
@@ -42,6 +42,43 @@ TEST(Hover, TellsWhatAWordIs) {
         EXPECT_EQ(found.substr(0, std::string(row.told).size()), row.told) << row.text;
         EXPECT_EQ(found.empty(), std::string(row.told).empty()) << row.text << found;
     }
+}
+
+TEST(Hover, TellsWhatAWordMeans) {
+    const std::string rest = "\n\nt\n\n0 1\nO 0 0 0\nH 0 0 1\n\n";
+    const struct {
+        const char* begin;
+        const char* role;
+        const char* keyword;
+        const char* word;
+    } rows[] = {
+        {"# hf/sto-3g op|t", "keyword", "", "opt"},
+        {"# hf/sto-3g optim|", "keyword", "", "opt"},
+        {"# b3l|yp/6-31g*", "method", "", "b3lyp"},
+        {"# ub3l|yp/6-31g*", "method", "", "b3lyp"},
+        {"# b3lyp/6-31|g", "basis", "", "6-31g"},
+        {"# hf/sto-3g opt=calc|fc", "option", "opt", "calcfc"},
+        {"# hf/sto-3g optim=(ts,calc|fc)", "option", "opt", "calcfc"},
+        {"# hf/sto-3g irc=maxp|oints=5", "option", "irc", "maxpoints"},
+        {"%me|m=1GB\n# hf", "link0", "", "mem"},
+        {"%mem=1|GB\n# hf", "link0", "", "mem"},
+        {"%nproc|=1\n# hf", "link0", "", "nprocshared"},
+    };
+    for (const auto& row : rows) {
+        const WordDescription* known = find_description(row.role, row.keyword, row.word);
+        ASSERT_NE(known, nullptr) << row.begin;
+        const std::string meaning(known->meaning.substr(0, known->meaning.find_first_of("*_<[")));
+        const std::string found = hover(row.begin + rest);
+        EXPECT_NE(found.find("\n\n" + meaning), std::string::npos) << row.begin << ": " << found;
+        EXPECT_EQ(found.find("Default: ") != std::string::npos, !known->default_value.empty()) << found;
+    }
+    for (const char* unknown : {"# hf/sto-3g opt=clac|fc", "# hf/sto-3g qqq|", "%no|ne=1\n# hf"}) {
+        EXPECT_EQ(hover(unknown + rest).find("."), std::string::npos) << hover(unknown + rest);
+    }
+    EXPECT_NE(hover("# b3lyp/6-31|g*" + rest).find("\n\n17 basis functions"), std::string::npos);
+    EXPECT_NE(hover("# hf opt=modred|" + rest).find("\n\nAsks for a section: Modifications to coordinates"),
+              std::string::npos);
+    EXPECT_NE(hover("# b3lyp/3-2|1g" + rest).find("; \\* adds d"), std::string::npos) << hover("# b3lyp/3-2|1g" + rest);
 }
 
 TEST(Hover, TellsWhichAtomIsMeant) {

@@ -2,6 +2,7 @@
 #include <gjf/core/language/hover.hpp>
 
 #include <gjf/core/job/link0_keys.hpp>
+#include <gjf/core/knowledge/knowledge.hpp>
 #include <gjf/core/language/job_tokens.hpp>
 #include <gjf/core/language/molecule_texts.hpp>
 #include <gjf/core/language/names.hpp>
@@ -17,6 +18,16 @@
 namespace quor::input::gaussian {
 namespace {
 
+// Text of our own, in which nothing means anything to Markdown.
+std::string plain_markdown(std::string_view text) {
+    std::string plain;
+    for (const char c : text) {
+        plain += std::string_view("\\`*_<[#").find(c) == std::string_view::npos ? "" : "\\";
+        plain += c;
+    }
+    return plain;
+}
+
 class HoverWriter {
    public:
     HoverWriter(const JobFile& file, const JobToken& token)
@@ -27,7 +38,7 @@ class HoverWriter {
             case TokenRole::Keyword:
                 return keyword_text(written_);
             case TokenRole::Method:
-                return word_text("method", schema().normalize_keyword(written_));
+                return method_text(schema().normalize_keyword(written_));
             case TokenRole::BasisSet:
                 return basis_text();
             case TokenRole::Option:
@@ -58,6 +69,22 @@ class HoverWriter {
 
     static std::string word_text(const char* role, const std::string& name) { return "**" + code_span(name) + "** " + role; }
 
+    // What a word means, as far as a source tells.
+    static std::string meaning_of(const char* role, std::string_view keyword, std::string_view word) {
+        const WordDescription* known = find_description(role, keyword, word);
+        if (known == nullptr) {
+            return {};
+        }
+        const std::string doubt = known->is_certain ? "." : " (not certain).";
+        const std::string_view value = known->default_value;
+        return "\n\n" + plain_markdown(known->meaning) + doubt +
+               (value.empty() ? "" : " Default: " + plain_markdown(value) + ".");
+    }
+
+    static std::string method_text(const std::string& name) {
+        return word_text("method", name) + meaning_of("method", {}, name);
+    }
+
     // What sections a route word asks for by itself, as the kinds name it: "opt" or "opt=modredundant".
     static std::string asked_sections(const std::string& word) {
         std::string names;
@@ -74,7 +101,8 @@ class HoverWriter {
         const std::string name = schema().normalize_keyword(word);
         const std::size_t options = schema().options_of(name).size();
         return word_text("keyword", name) + ", " + schema().classify(name) +
-               (options == 0 ? "" : ", " + std::to_string(options) + " options") + asked_sections(name);
+               (options == 0 ? "" : ", " + std::to_string(options) + " options") + meaning_of("keyword", {}, name) +
+               asked_sections(name);
     }
 
     // The keyword whose option holds the token, and that option.
@@ -85,7 +113,8 @@ class HoverWriter {
                     if (stands_in(token_.role == TokenRole::Option ? option.name : option.value)) {
                         const bool known = option.match != RouteMatch::Unknown && option.match != RouteMatch::Ambiguous;
                         return word_text(known ? "option of " : "no known option of ", option.canonical) +
-                               code_span(keyword.name) + asked_sections(keyword.name + "=" + option.canonical);
+                               code_span(keyword.name) + meaning_of("option", keyword.name, option.canonical) +
+                               asked_sections(keyword.name + "=" + option.canonical);
                     }
                 }
             }
@@ -100,7 +129,7 @@ class HoverWriter {
 
     std::string basis_text() const {
         const std::string name = schema().normalize_basis(written_);
-        return word_text("basis set", name) + asked_sections(name) + size_text();
+        return word_text("basis set", name) + meaning_of("basis", {}, name) + asked_sections(name) + size_text();
     }
 
     // How many functions and electrons the job has, as far as they are known.
@@ -126,7 +155,8 @@ class HoverWriter {
         }
         const char* const forms[] = {"takes a text", "takes a whole number", "takes a list of cores",
                                      "takes an amount of memory", "takes no value"};
-        return "**" + code_span("%" + std::string(key->layout_name)) + "** " + forms[static_cast<std::size_t>(key->form)];
+        return "**" + code_span("%" + std::string(key->layout_name)) + "** " + forms[static_cast<std::size_t>(key->form)] +
+               meaning_of("link0", {}, key->name);
     }
 
     std::string electrons_text() const {

@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <set>
 #include <string_view>
+#include <utility>
 
 namespace quor::input::gaussian {
 namespace {
@@ -86,9 +87,25 @@ class OfferFinder {
         const RouteContext context = context_at_end(route);
         const bool prefix_stands = text_.substr(0, offset_).ends_with(context.prefix);
         replace_word(prefix_stands ? context.prefix.size() : 0);
-        for (const Completion& completion : completions_of(context)) {
+        std::vector<Completion> completions = completions_of(context);
+        // A route has one method; and of words that begin alike the shorter ones are more common.
+        const bool wants_keyword = context.end == RouteEnd::Word && has_method(span_between(begin, offers_.replaced.begin));
+        const auto order = [&](const Completion& each) {
+            const bool is_keyword = each.roles.size() == 1 && each.roles.front() == "keyword";
+            return std::pair(wants_keyword && !is_keyword, each.text.size());
+        };
+        std::stable_sort(completions.begin(), completions.end(),
+                         [&](const Completion& a, const Completion& b) { return order(a) < order(b); });
+        for (const Completion& completion : completions) {
             add_route_word(completion);
         }
+    }
+
+    bool has_method(Span written) const {
+        const std::vector<JobToken> tokens = tokens_in(file_, written);
+        return std::any_of(tokens.begin(), tokens.end(), [&](const JobToken& token) {
+            return token.role == TokenRole::Method && token.place.end() <= written.end();
+        });
     }
 
     void add_route_word(const Completion& completion) {
@@ -153,26 +170,39 @@ class OfferFinder {
             return;
         }
         const Link0Key* key = find_link0_key(trim_view(line.substr(1, sign - 1)));
-        if (key != nullptr && (key->name == "chk" || key->name == "oldchk")) {
-            add_checkpoints(line.size() - sign - 1);
+        if (key != nullptr && key->form != Link0Form::Flag) {
+            add_link0_values(*key, trim_view(line.substr(sign + 1)));
         }
     }
 
-    // Those that the jobs of the file name.
-    void add_checkpoints(std::size_t prefix) {
-        std::set<std::string> paths;
+    static bool names_checkpoint(const Link0Key& key) noexcept { return key.name == "chk" || key.name == "oldchk"; }
+
+    // Those that stand elsewhere in the file, and amounts of memory of the number that is written.
+    void add_link0_values(const Link0Key& wanted, std::string_view written) {
+        replace_word(written.size());
+        if (wanted.form == Link0Form::Memory && !written.empty() && std::all_of(written.begin(), written.end(), is_digit)) {
+            for (const char* unit : {"GB", "MB", "KB", "TB", "GW", "MW", "KW", "TW"}) {
+                offers_.offers.push_back({std::string(written) + unit, OfferKind::Value, "amount of memory", 0});
+            }
+        }
+        std::set<std::string> values;
         for (const JobReading& reading : file_.jobs()) {
             for (const Link0Place& line : reading.places.link0) {
                 const Link0Key* key = find_link0_key(line.key.in(text_));
-                if (key != nullptr && (key->name == "chk" || key->name == "oldchk") && line.value.end() != offset_ &&
-                    !line.value.empty()) {
-                    paths.insert(checkpoint_path(line.value.in(text_)));
+                const bool is_here = line.value.begin <= offset_ && offset_ <= line.value.end();
+                if (key == nullptr || is_here || line.value.empty()) {
+                    continue;
+                }
+                if (names_checkpoint(wanted) && names_checkpoint(*key)) {
+                    values.insert(checkpoint_path(line.value.in(text_)));
+                } else if (key == &wanted) {
+                    values.emplace(line.value.in(text_));
                 }
             }
         }
-        replace_word(prefix);
-        for (const std::string& path : paths) {
-            offers_.offers.push_back({path, OfferKind::File, "checkpoint of this file", 0});
+        for (const std::string& value : values) {
+            offers_.offers.push_back({value, names_checkpoint(wanted) ? OfferKind::File : OfferKind::Value,
+                                      names_checkpoint(wanted) ? "checkpoint of this file" : "value in this file", 0});
         }
     }
 
