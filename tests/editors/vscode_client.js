@@ -202,7 +202,7 @@ async function main() {
         await open(browser, port);
         await tryGrammar();
         if (inBrowser) {
-            await tell("word that nothing is checked", holds(".notifications-toasts", "Gaussian jobs are not checked"), () => texts(".notifications-toasts"));
+            await tell("word that nothing is checked", holds(".notifications-toasts", "Gaussian jobs are not checked", "a browser cannot start"), () => texts(".notifications-toasts"));
         } else {
             await tryServer();
         }
