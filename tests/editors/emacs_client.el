@@ -56,7 +56,7 @@
   (let (text)
     (eglot-hover-eldoc-function (lambda (string &rest _) (setq text string)))
     (wait-for (lambda () text))
-    (tell "hover" (and text (string-match-p "opt" text) (string-match-p "keyword" text)) text))
+    (tell "hover" (and text (string-match-p "Optimizes" text)) text))
   (at 9 4)
   (xref-find-definitions (xref-backend-identifier-at-point (xref-find-backend)))
   (tell "definition" (= (line-number-at-pos) 12) (line-number-at-pos))

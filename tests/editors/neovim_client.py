@@ -82,7 +82,7 @@ def features(source, tool, work, job):
             "(function() for _, w in ipairs(vim.api.nvim_list_wins()) do if vim.api.nvim_win_get_config(w).relative ~= '' then"
             " return table.concat(vim.api.nvim_buf_get_lines(vim.api.nvim_win_get_buf(w), 0, -1, false), ' ') end end end)()"
         )
-        yield "hover", editor.wait(floats, lambda text: isinstance(text, str) and "opt" in text and "keyword" in text)
+        yield "hover", editor.wait(floats, lambda text: isinstance(text, str) and "Optimizes" in text)
         editor.do("vim.fn.cursor(9, 5) vim.lsp.buf.definition()")
         yield "definition", editor.wait("vim.fn.line('.')", 12)
         editor.do("vim.fn.cursor(9, 5) vim.lsp.buf.references()")

@@ -119,7 +119,7 @@ async function tryServer() {
     if (picture) {
         await at(3, 20);
         await press("Control+k", "Control+i");
-        await wait(holds(".monaco-hover", "opt"));
+        await wait(holds(".monaco-hover", "Optimizes"));
         await sleep(500);
         await page.screenshot({ path: picture });
     }
@@ -127,7 +127,7 @@ async function tryServer() {
     await tell("findings after an edit", codesAre("GJF-R021"), findings);
     await at(3, 20);
     await press("Control+k", "Control+i");
-    await tell("hover", holds(".monaco-hover", "opt", "keyword"), () => texts(".monaco-hover"));
+    await tell("hover", holds(".monaco-hover", "Optimizes"), () => texts(".monaco-hover"));
     await at(9, 5);
     await tell("highlight", async () => (await page.$$(".cdr.wordHighlight, .cdr.wordHighlightText, .cdr.wordHighlightStrong")).length >= 3);
     await press("F12");
