@@ -14,6 +14,7 @@ enum ExitCode { exit_success = 0, exit_failure = 1, exit_usage = 2 };
 void add_report_command(CLI::App& command, int& exit_code);
 void add_check_command(CLI::App& command, int& exit_code);
 void add_find_command(CLI::App& command, int& exit_code);
+void add_diagnose_command(CLI::App& command, int& exit_code);
 void add_diff_command(CLI::App& command, int& exit_code);
 void add_convert_command(CLI::App& command, int& exit_code);
 void add_outline_command(CLI::App& command, int& exit_code);

@@ -32,6 +32,12 @@ bool is_job_file_name(const std::string& name) {
                        [&](std::string_view extension) { return ends_in(name, extension); });
 }
 
+bool is_output_name(const std::string& name) {
+    const bool is_packed = ends_in(name, ".gz") || ends_in(name, ".xz");
+    const std::string plain = is_packed ? name.substr(0, name.size() - 3) : name;
+    return ends_in(plain, ".log") || ends_in(plain, ".out");
+}
+
 bool is_excluded_by_file(const std::string& path) {
     try {
         const Setting* setting = configurations().for_file(path)->find({"files", "exclude"});
@@ -72,7 +78,7 @@ std::string FileList::name_of(const fs::directory_entry& entry) {
     const bool folder = !link && entry.is_directory(error);
     // A pipe would be waited on for ever; a link that leads nowhere is given, so that it is told of.
     const bool file = entry.is_regular_file(error) || (link && !entry.exists(error));
-    if (!folder && !(file && is_job_file_name(name))) {
+    if (!folder && !(file && (walk_.outputs ? is_output_name(name) : is_job_file_name(name)))) {
         return {};
     }
     if (name.front() == '.' && !walk_.hidden) {
@@ -117,7 +123,8 @@ std::optional<ListedFile> FileList::next_in_folder() {
         const std::string path = std::move(folder.path);
         open_.pop_back();
         if (open_.empty() && given_ == 0 && passed_over_.hidden + passed_over_.excluded == 0) {
-            return ListedFile{path, "no job file (*.gjf, *.com, *.gau, *.inp) is in this folder"};
+            return ListedFile{path, walk_.outputs ? "no output (*.log, *.out) is in this folder"
+                                                  : "no job file (*.gjf, *.com, *.gau, *.inp) is in this folder"};
         }
         return std::nullopt;
     }

@@ -21,13 +21,14 @@ struct Walk {
     bool hidden = false;               ///< hidden files and folders are taken
     std::vector<std::string> exclude;  ///< patterns, beside those of configuration files
     bool force_exclude = false;        ///< the patterns hold for files that are named too
+    bool outputs = false;              ///< outputs are looked for, not job files
 };
 
 /// How many files and folders were passed over, and why.
 struct PassedOver {
     std::size_t hidden = 0;
     std::size_t excluded = 0;
-    std::size_t foreign = 0;  ///< *.inp of other programs
+    std::size_t foreign = 0;  ///< of other programs: *.inp, and outputs
 };
 
 /// Returns what is said of them, a line with its line end; empty for none.
@@ -36,7 +37,7 @@ std::string passed_over_summary(const PassedOver& counts);
 /// Gives the files one after another and holds the names of the folders being walked alone, however many files there are.
 ///
 /// Below a folder, files that end in .gjf, .com, .gau or .inp are given, letter case aside, in the byte order of their
-/// names, folder after folder. Links to folders are not followed. A folder without any such file is a problem, unless some
+/// names, folder after folder; where outputs are looked for, those in .log or .out, also with .gz or .xz behind it. Links to folders are not followed. A folder without any such file is a problem, unless some
 /// were passed over.
 class FileList {
    public:

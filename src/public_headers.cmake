@@ -52,8 +52,10 @@ set(quor_public_headers
     gjf/core/editing/edited_text.hpp
     gjf/core/editor/edit_record.hpp
     gjf/core/selection/selection.hpp
+    gjf/core/output/diagnosis.hpp
     gjf/core/output/output_reader.hpp
     gjf/core/output/output_source.hpp
+    gjf/core/output/output_summary.hpp
     gjf/core/predicate/job_file.hpp
     gjf/core/predicate/predicate.hpp
     gjf/core/report/job_changes.hpp

@@ -14,7 +14,24 @@ import sys
 TYPES = {"string": str, "integer": int, "number": (int, float), "boolean": bool, "array": list, "object": dict}
 SPOILT = ("# hf/sto-3g opt=clacfc opt=(ts,tight)\n\nt\n\n0 1\nO 0 0 0\nH 0 0 1\nH 0 0 1\n\n"
           "--Link1--\n# hf/gen\n\nt\n\n0 1\nO 0 0 0x\n\n")
+# Outputs in miniature: an optimization within a scan that ran out of steps, with all that may be told of one, and one that breaks off.
+HEAD = (" Entering Link 1 = /g16/l1.exe PID= 1.\n Gaussian 16:  ES64L-G16RevC.01  3-Jul-2019\n %chk=a.chk\n %mem=1GB\n %nprocshared=4\n"
+        " -----\n # opt\n -----\n -----\n title\n -----\n Charge =  0 Multiplicity = 1 in supermolecule\n"
+        " 7 basis functions, 21 primitive gaussians\n 5 alpha electrons 5 beta electrons\n")
+GEOMETRY = " Input orientation:\n -----------\n Center\n Number\n -----------\n 1 8 0 0.0 0.0 0.{}\n -----------\n"
+FORCES = ("".join([" Item               Value     Threshold  Converged?\n", " Maximum Force            0.01 0.1 NO\n", " RMS     Force            0.01 0.1 NO\n",
+                   " Maximum Displacement     0.01 0.1 NO\n", " RMS     Displacement     0.01 0.1 NO\n"]))
+STEP = GEOMETRY + " SCF Done:  E(RHF) =  -75.{}     A.U. after    8 cycles\n Step number {} out of a maximum of 2 on scan point 1 out of 3\n" + FORCES
+STOPPED = (HEAD + STEP.format(1, 5, 1) + STEP.format(2, 4, 2) + " Optimization stopped.\n    -- Number of steps exceeded\n" + GEOMETRY.format(2) +
+           " Frequencies --   -20.0   10.0\n" + FORCES + " Point Number:  1     Path Number: 1\n Use %mem=11MW to provide\n"
+           " Error termination via Lnk1e in /g16/l9999.exe at\n Job cpu time: 0 days 0 hours 0 minutes 1.5 seconds.\n"
+           " Elapsed time: 0 days 0 hours 0 minutes 1.5 seconds.\n")
 FILES = {
+    "a.log": STOPPED,
+    "a.chk": "",
+    "cut.log": HEAD,
+    "slurm-1.out": "g16 cut.gjf\n*** JOB 1 CANCELLED AT 2024-03-14T22:23:40 DUE TO TIME LIMIT ***\n",
+    "young.log": HEAD,
     "spoilt.gjf": SPOILT,
     "rows.gjf": "%mem=1GB\n# hf/sto-3g opt=modredundant\n\nt\n\n0 1\nO\nH 1 r\nH 1 r 2 a\n\nr=0.9\n\na=104\n\nB 1 2 F\n\n",
     "wide.gjf": "%nproc=2\n# hf/sto-3g\n\nt\n\n0 1\nO(Iso=18,ResName=WAT,ResNum=1,Fragment=1) 0 0 0\nH 0 0 1\nH 0 1 0\n\n",
@@ -34,6 +51,7 @@ RUNS = (
     ("check", ["check --json spoilt.gjf rows.gjf"]),
     ("find", ["find --json hf ."]),
     ("diff", ["diff --json a.gjf b.gjf"]),
+    ("diagnose", ["diagnose --json --steps a.log cut.log young.log"]),
     ("select", ["outline --json --select 1-2 rows.gjf b.gjf"]),
     ("outline", ["outline --json spoilt.gjf rows.gjf symbols.gjf"]),
     ("error", ["check --json missing.gjf"]),

@@ -28,8 +28,10 @@
 #include <gjf/core/language/names.hpp>
 #include <gjf/core/language/offers.hpp>
 #include <gjf/core/language/structure.hpp>
+#include <gjf/core/output/diagnosis.hpp>
 #include <gjf/core/output/output_reader.hpp>
 #include <gjf/core/output/output_source.hpp>
+#include <gjf/core/output/output_summary.hpp>
 #include <gjf/core/predicate/job_file.hpp>
 #include <gjf/core/predicate/predicate.hpp>
 #include <gjf/core/protocol/language_server.hpp>

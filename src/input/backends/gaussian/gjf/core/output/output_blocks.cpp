@@ -187,7 +187,7 @@ void OutputScanner::take_displacements(OutputModes& modes) {
         if (!is_in_table) {
             is_in_table = line.starts_with(heading);
             // What stands between frequencies and rows: masses, intensities and the like, each "NAME -- NUMBERS".
-            if (is_in_table || line.find("--") != std::string_view::npos) {
+            if (is_in_table || (line.find("--") != std::string_view::npos && !line.starts_with("Frequencies"))) {
                 continue;
             }
             is_taken_ = false;

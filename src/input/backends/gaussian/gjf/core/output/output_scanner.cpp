@@ -167,6 +167,7 @@ void OutputScanner::begin_step(bool is_internal) {
     is_in_step_ = true;
     end_ = {};
     entered_link_ = 0;
+    has_told_link_ = false;
     heading_ = Heading::Route;
     is_gathering_ = false;
     has_criterion_missed_ = false;
@@ -262,9 +263,11 @@ void OutputScanner::end_at(StepTermination termination, int link) {
     ensure_step();
     is_gathering_ = false;
     if (end_.termination == StepTermination::Unfinished) {
-        end_ = {lines_.number(), termination, link};
-    } else if (end_.link == 0) {
+        end_ = {lines_.number(), termination, termination == StepTermination::Error ? entered_link_ : 0};
+    }
+    if (termination == StepTermination::Error && link > 0 && !has_told_link_) {
         end_.link = link;
+        has_told_link_ = true;
     }
 }
 
@@ -276,7 +279,7 @@ void OutputScanner::take_error_end(std::string_view line) {
     const std::size_t found = line.find(by_link);
     const int link =
         found == std::string_view::npos ? link_in(line) : leading_int32(line.substr(found + by_link.size())).value_or(0);
-    end_at(StepTermination::Error, link == 0 ? entered_link_ : link);
+    end_at(StepTermination::Error, link);
 }
 
 // "0 days  0 hours 10 minutes 58.3 seconds."

@@ -75,6 +75,7 @@ class OutputScanner {
     bool is_in_step_ = false;
     StepEnd end_;
     int entered_link_ = 0;
+    bool has_told_link_ = false;  // the end itself named its link
     // What stands between two rows of dashes in the heading of a step: first the route, then the title.
     enum class Heading : std::uint8_t { Route, Title, Done } heading_ = Heading::Done;
     bool is_gathering_ = false;

@@ -9,6 +9,7 @@
 #include <gjf/core/check/fix_text.hpp>
 #include <gjf/core/editing/edited_text.hpp>
 #include <gjf/core/knowledge/knowledge.hpp>
+#include <gjf/core/output/diagnosis.hpp>
 #include <gjf/core/predicate/job_file.hpp>
 #include <gjf/core/reader/job_layout.hpp>
 #include <gjf/core/report/job_changes.hpp>
@@ -67,6 +68,10 @@ QUOR_GJF_API std::string diff_json(const std::string& path, const std::string& o
 /// not fit the job.
 QUOR_GJF_API std::string selection_json(const std::string& path, const std::vector<JobReading>& readings,
                                         const Selection& selection);
+
+/// Returns the line about what happened to the job of an output; with `points`, each of them too.
+QUOR_GJF_API std::string diagnosis_json(const std::string& path, const Diagnosis& diagnosis,
+                                        const std::vector<OutputPoint>* points = nullptr);
 
 /// Returns the line about which lines of a file hold what.
 QUOR_GJF_API std::string outline_json(const std::string& path, const std::vector<JobReading>& readings);
