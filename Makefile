@@ -122,7 +122,7 @@ bench-growth: bench-build
 # Every target of docs/performance.md: wanted, measured, met or not. record="what changed" keeps the figures; rules=1 prints the costs of
 # the checks instead, which needs valgrind; starting=1 the rows of starting and of the Python package alone.
 bench-report: bench-build
-	$(python) benchmarks/report.py build/bench $(if $(record),--record "$(record)") $(if $(rules),--rules) $(if $(starting),--starting)
+	$(python) benchmarks/report.py build/bench $(if $(record),--record "$(record)") $(if $(rules),--rules) $(if $(starting),--starting) $(if $(answering),--answering)
 
 # Needs clang-14 and libclang-rt-14-dev.
 fuzz: setup

@@ -16,6 +16,7 @@ import time
 
 HERE = pathlib.Path(__file__).resolve().parent
 sys.path[:0] = [str(HERE), str(HERE / "peers")]
+import answering  # noqa: E402
 import compare_peers  # noqa: E402
 import instructions  # noqa: E402
 import starting  # noqa: E402
@@ -224,6 +225,7 @@ def measure(build, repetitions):
     table.add("check_batch", f"`check -j 2` of {BATCH:,} files, s", two, "{:.2f}", most=0.2)
     add_saving(table, build)
     add_starting(table, build, figures)
+    answering.add_answering(table, build, environment())
     return table, peers
 
 
@@ -252,6 +254,7 @@ def main():
     parser.add_argument("--commit", default=None)
     parser.add_argument("--repetitions", type=int, default=9)
     parser.add_argument("--starting", action="store_true", help="measure what starting takes, and nothing else")
+    parser.add_argument("--answering", action="store_true", help="measure what the language server takes, and nothing else")
     parser.add_argument("--rules", action="store_true", help="print what each family of checks takes, and nothing else")
     arguments = parser.parse_args()
     if arguments.rules:
@@ -259,6 +262,10 @@ def main():
     if arguments.starting:
         table = Table()
         add_starting(table, arguments.build, library_figures(arguments.build, arguments.repetitions, "^read_file/small$"))
+        return print(table.text())
+    if arguments.answering:
+        table = Table()
+        answering.add_answering(table, arguments.build, environment())
         return print(table.text())
     table, peers = measure(arguments.build, arguments.repetitions)
     if arguments.record:

@@ -44,6 +44,8 @@ TEST(CServer, AnswersAsTheClassDoes) {
     }
     ASSERT_EQ(gjf_server_has_work(server.get()), 1);
     EXPECT_EQ(text_of_result(gjf_server_work(server.get())), same.work().at(0) + "\n");
+    EXPECT_EQ(gjf_server_has_work(server.get()), 1);
+    EXPECT_EQ(text_of_result(gjf_server_work(server.get())), "") << "what is read before somebody asks";
     EXPECT_EQ(gjf_server_has_work(server.get()), 0);
     EXPECT_EQ(text_of_result(gjf_server_work(server.get())), "");
 }

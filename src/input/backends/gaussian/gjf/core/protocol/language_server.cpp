@@ -150,8 +150,8 @@ void LanguageServer::Session::note(const std::string& method, const Message& par
             forget_findings();  // a configuration, or a checkpoint, may be another
         } else if (method == "initialized" && checks_workspace_ && !pulls_) {
             begin_workspace_check(Message(), Message());
-        } else if (method == "window/workDoneProgress/cancel") {
-            workspace_check_.reset();
+        } else if (method == "window/workDoneProgress/cancel" && workspace_check_) {
+            end_workspace_check();  // what was found so far holds
         }
     } catch (const std::exception& error) {
         send(notification("window/logMessage", {{"type", 1}, {"message", method + ": " + error.what()}}));
@@ -214,6 +214,7 @@ void LanguageServer::Session::close(const Message& parameters) {
     OpenDocument& closed = document(parameters);
     const std::string uri = closed.uri();
     std::erase(unchecked_, uri);
+    std::erase(unread_, uri);
     documents_.erase(uri);
     if (!pulls_) {
         send(notification("textDocument/publishDiagnostics", {{"uri", uri}, {"diagnostics", Message::array()}}));
@@ -233,6 +234,19 @@ OpenDocument& LanguageServer::Session::document(const Message& parameters) {
     return *found->second;
 }
 
+// Reads a text before somebody asks what stands there: a completion is not to wait for it.
+void LanguageServer::Session::read_next() {
+    const auto found = documents_.find(unread_.front());
+    unread_.pop_front();
+    if (found != documents_.end()) {
+        try {
+            found->second->file();
+        } catch (const std::exception&) {
+            // Whoever asks is told.
+        }
+    }
+}
+
 // What was found may no longer be so, although no text has changed.
 void LanguageServer::Session::forget_findings() {
     for (const auto& [uri, open] : documents_) {
@@ -244,10 +258,16 @@ void LanguageServer::Session::forget_findings() {
     }
 }
 
-// A client that asks for diagnostics gets none unasked.
+// What is to be done with a text that is new. A client that asks for diagnostics gets none unasked.
 void LanguageServer::Session::put_off(const std::string& uri) {
-    if (!pulls_ && std::find(unchecked_.begin(), unchecked_.end(), uri) == unchecked_.end()) {
-        unchecked_.push_back(uri);
+    const auto add = [&uri](std::deque<std::string>& addresses) {
+        if (std::find(addresses.begin(), addresses.end(), uri) == addresses.end()) {
+            addresses.push_back(uri);
+        }
+    };
+    add(unread_);
+    if (!pulls_) {
+        add(unchecked_);
     }
 }
 
@@ -277,6 +297,10 @@ std::vector<Finding> LanguageServer::Session::check(const OpenDocument& checked)
 }
 
 void LanguageServer::Session::check_next() {
+    if (unchecked_.empty() && !unread_.empty()) {
+        read_next();
+        return;
+    }
     if (unchecked_.empty()) {
         check_next_file();
         return;

@@ -22,8 +22,11 @@ class LanguageServer::Session {
     /// Handles the first message that waits; answers are added to `sent`.
     void handle_next();
     void check_next();
+    void read_next();
     bool has_messages() const noexcept { return !waiting_.empty(); }
-    bool has_work() const noexcept { return has_messages() || !sent.empty() || !unchecked_.empty() || workspace_check_; }
+    bool has_work() const noexcept {
+        return has_messages() || !sent.empty() || !unchecked_.empty() || !unread_.empty() || workspace_check_;
+    }
     bool is_over() const noexcept { return over_; }
     int exit_code() const noexcept { return state_ == State::ShutDown ? 0 : 1; }
     std::int64_t client_process() const noexcept { return client_process_; }
@@ -89,8 +92,9 @@ class LanguageServer::Session {
     std::int64_t client_process_ = 0;
     std::deque<Waiting> waiting_;
     std::map<std::string, std::unique_ptr<OpenDocument>> documents_;  // by address
-    std::deque<std::string> unchecked_;                               // addresses
-    std::string told_problem_;                                        // of the configuration, so that it is told once
+    std::deque<std::string> unread_;
+    std::deque<std::string> unchecked_;  // addresses
+    std::string told_problem_;           // of the configuration, so that it is told once
     bool over_ = false;
 };
 

@@ -29,10 +29,7 @@ void LanguageServer::Session::set_up_workspace(const Message& parameters) {
 }
 
 void LanguageServer::Session::begin_workspace_check(const Message& id, const Message& parameters) {
-    if (workspace_check_ && !workspace_check_->id.is_null()) {
-        send(error_message(workspace_check_->id, MessageError::ContentModified, "asked again"));
-    }
-    WorkspaceCheck& begun = workspace_check_.emplace(WorkspaceCheck{id, member(parameters, "workDoneToken")});
+    WorkspaceCheck begun{id, member(parameters, "workDoneToken")};
     for (const Message& each : member(parameters, "previousResultIds")) {
         begun.known[text_member(each, "uri")] = text_member(each, "value");
     }
@@ -45,6 +42,10 @@ void LanguageServer::Session::begin_workspace_check(const Message& id, const Mes
         send(notification("window/showMessage",
                           {{"type", 2}, {"message", "more than 5,000 job files: the first 5,000 are checked"}}));
     }
+    if (workspace_check_ && !workspace_check_->id.is_null()) {
+        send(error_message(workspace_check_->id, MessageError::ContentModified, "asked again"));
+    }
+    workspace_check_ = std::move(begun);
     if (id.is_null() && shows_progress_) {
         send({{"jsonrpc", "2.0"},
               {"id", own_token},
