@@ -22,6 +22,9 @@ ReadFile read_open_file(int descriptor, std::size_t largest) {
     if (!S_ISREG(status.st_mode)) {
         return {ReadOutcome::NotRegular};
     }
+    if (status.st_size > 0 && static_cast<std::uint64_t>(status.st_size) > largest) {
+        return {ReadOutcome::TooLarge};
+    }
     ReadFile file{ReadOutcome::Read};
     std::array<char, 1 << 14> block;
     for (;;) {
