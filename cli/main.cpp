@@ -2,6 +2,7 @@
 #include "commands.hpp"
 #include "config.hpp"
 #include "input.hpp"
+#include "near_options.hpp"
 #include "terminal.hpp"
 
 #include <CLI/CLI.hpp>
@@ -73,33 +74,46 @@ class Declarations {
     std::vector<std::pair<const Command*, CLI::App*>> waiting_;  ///< null where it is done
 };
 
-// How many letters differ: put in, left out, replaced, or two of them swapped.
-std::size_t letters_apart(const std::string& a, const std::string& b) {
-    std::vector<std::vector<std::size_t>> apart(a.size() + 1, std::vector<std::size_t>(b.size() + 1));
-    for (std::size_t i = 0; i <= a.size(); ++i) {
-        for (std::size_t j = 0; j <= b.size(); ++j) {
-            if (i == 0 || j == 0) {
-                apart[i][j] = i + j;
-                continue;
-            }
-            const bool same = a[i - 1] == b[j - 1];
-            apart[i][j] = std::min({apart[i - 1][j] + 1, apart[i][j - 1] + 1, apart[i - 1][j - 1] + (same ? 0 : 1)});
-            if (i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1]) {
-                apart[i][j] = std::min(apart[i][j], apart[i - 2][j - 2] + 1);
-            }
-        }
-    }
-    return apart[a.size()][b.size()];
-}
-
 // Tells of a word that stands in the place of the command and is none.
 std::string wrong_command(const std::string& word) {
-    const Command* near = std::min_element(
-        std::begin(commands), std::end(commands),
-        [&](const Command& a, const Command& b) { return letters_apart(word, a.name) < letters_apart(word, b.name); });
+    const Command* near =
+        std::min_element(std::begin(commands), std::end(commands), [&](const Command& a, const Command& b) {
+            return quor_gjf::letters_apart(word, a.name) < quor_gjf::letters_apart(word, b.name);
+        });
     const std::string message = "no command '" + quor_gjf::printable(word) + "'; ";
-    return message + (letters_apart(word, near->name) <= 2 ? "did you mean " + std::string(near->name) + "?"
-                                                           : "quor-gjf --help lists all");
+    return message + (quor_gjf::letters_apart(word, near->name) <= 2 ? "did you mean " + std::string(near->name) + "?"
+                                                                     : "quor-gjf --help lists all");
+}
+
+// The long options of the command that was read, and of those above it.
+std::vector<std::string> options_of(const CLI::App& app) {
+    std::vector<std::string> names;
+    for (const CLI::Option* option : app.get_options()) {
+        for (const std::string& name : option->get_lnames()) {
+            names.push_back("--" + name);
+        }
+    }
+    for (const CLI::App* command : app.get_subcommands()) {
+        const std::vector<std::string> more = options_of(*command);
+        names.insert(names.end(), more.begin(), more.end());
+    }
+    return names;
+}
+
+// Tells of an option that is none where one is near to it; tells whether it did.
+bool tell_wrong_option(const CLI::App& app, const std::vector<std::string>& arguments) {
+    const std::vector<std::string> known = options_of(app);
+    const auto end = std::find(arguments.begin(), arguments.end(), "--");
+    for (auto argument = arguments.begin(); argument != end; ++argument) {
+        const std::string name = argument->substr(0, argument->find('='));
+        const std::vector<std::string> near = quor_gjf::near_options(name, known);
+        if (!near.empty()) {
+            std::fprintf(stderr, "%s: there is no such option; did you mean %s?\nRun with --help for more information.\n",
+                         quor_gjf::printable(name).c_str(), quor_gjf::alternatives(near).c_str());
+            return true;
+        }
+    }
+    return false;
 }
 
 // Puts the tool's own options before the command, where they are read.
@@ -160,12 +174,14 @@ int run(int argc, char** argv) {
         }
         declarations.declare(*name == "completion" ? std::string() : *name);
     }
-    std::reverse(arguments.begin(), arguments.end());
     try {
-        app.parse(std::move(arguments));
+        app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
     } catch (const quor::input::gaussian::ConfigurationError& error) {
         std::fprintf(stderr, "%s\n", quor_gjf::printable(error.what()).c_str());
         return quor_gjf::exit_usage;
+    } catch (const CLI::ExtrasError& error) {
+        return tell_wrong_option(app, arguments) ? quor_gjf::exit_usage
+                                                 : std::min(app.exit(error), int{quor_gjf::exit_usage});
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? quor_gjf::exit_success : quor_gjf::exit_usage;
     }

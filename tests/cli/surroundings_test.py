@@ -192,6 +192,31 @@ def editing_problems(source, commands):
                 if not re.search(rf"(?<![-\w]){option}(?![-\w])", text))
 
 
+# What is typed, and the options that are offered; nothing where it may mean anything.
+SLIPS = {
+    "edit --mult 2": "--multiplicity", "edit --meth b3lyp": "--method", "edit --in-plce": "--in-place", "edit --in_place": "--in-place",
+    "edit --Method=hf": "--method", "edit -method hf": "--method", "edit --bassi=x": "--basis", "edit --add-keywrd opt": "--add-keyword",
+    "edit --remove x": "--remove-keyword, --remove-option or --remove-atoms", "check --unsafe": "--unsafe-fixes", "check --ingore GJF-M": "--ignore",
+    "check --outputformat gcc": "--output-format", "report --feilds charge": "--fields", "find --cont": "--count", "schema show --jsn opt": "--json",
+    "check --confg x": "--config", "split --jobb 2": "--job", "format --inplace": "--in-place",
+}
+FAR = ["edit --spin 2", "edit --xyzzy", "edit --m 2", "edit --so", "edit --multiplying 2", "edit --basset hf", "edit --7 x", "edit -q7", "edit --memory 4GB",
+       "edit ---", "check --colour-of-things", "check --verbose", "check --recursive", "check --fixx-all-of-it", "check -xyz", "report --sort charge",
+       "report --tab", "find --limit 3", "find --regex", "schema show --all opt", "convert --to pdb", "split --each", "diff --brief-words", "route --explainer hf"]
+
+
+def slip_problems(tool):
+    assert len(FAR) > len(SLIPS)
+    for line, wanted in [*SLIPS.items(), *((line, None) for line in FAR)]:
+        command = [str(tool), *line.split(), "a.gjf"]
+        result = subprocess.run(command, capture_output=True, text=True, check=False, cwd="/")
+        told = result.stderr.split("\n")[0]
+        word = next(word for word in line.split() if word.startswith("-")).split("=")[0]
+        right = told == f"{word}: there is no such option; did you mean {wanted}?" if wanted else "did you mean" not in told
+        if not right or result.returncode != 2 or result.stdout:
+            yield f"{line}: {told!r} and {result.returncode}, not {wanted}"
+
+
 def vocabulary_problems(tool, source):
     """The order in which README.md says that the vocabulary is looked for."""
     name = "gaussian_route.yaml"
@@ -216,7 +241,7 @@ def main():
     tool, source = pathlib.Path(sys.argv[1]), pathlib.Path(sys.argv[2])
     commands = list(everything(tool))
     found = [*manual_problems(source, tool, commands), *completion_problems(tool, commands), *bash_problems(tool, source),
-             *json_problems(tool, source), *editing_problems(source, commands), *vocabulary_problems(tool, source.resolve())]
+             *json_problems(tool, source), *editing_problems(source, commands), *slip_problems(tool), *vocabulary_problems(tool, source.resolve())]
     print("\n".join(found) or f"{len(commands)} commands and {sum(len(o) for _, o in commands)} options told of")
     return 1 if found or len(commands) < 14 else 0
 

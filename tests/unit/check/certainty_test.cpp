@@ -1,5 +1,6 @@
 // What the checker is sure of: what runs raises nothing, what Gaussian may run no error, what stops it an error.
 #include <gjf/core/check/checker.hpp>
+#include <gjf/core/knowledge/facts.hpp>
 
 #include <gtest/gtest.h>
 
@@ -39,6 +40,35 @@ TEST(Checker, RaisesNothingForWhatRuns) {
     };
     for (const char* head : heads) {
         EXPECT_EQ(places_of(head + helium), "") << head;
+    }
+}
+
+// What recognises words where no source is known for them makes notes alone.
+TEST(Checker, MakesNotesOfWhatNobodyVerified) {
+    std::size_t notes = 0;
+    std::size_t warnings = 0;
+    for (const std::string& word : solvent_input_words()) {
+        const std::string slip = word.substr(0, 2) + word[1] + word.substr(2);
+        const std::string text = "# hf/sto-3g scrf=(pcm,read)" + helium + slip + "=1\n" + word + "=x9\n\n";
+        for (const Finding& finding : check_text(text)) {
+            const bool has_near = finding.hint.rfind("did you mean ", 0) == 0;
+            const std::string near = has_near ? finding.hint.substr(13, finding.hint.find_first_of(" ,?", 13) - 13) : word;
+            const bool is_known = is_verified_solvent_word(near);
+            EXPECT_EQ(finding.severity, is_known ? Severity::Warning : Severity::Note) << text << finding.message;
+            (is_known ? warnings : notes) += 1;
+        }
+    }
+    EXPECT_GE(notes, 20U);
+    EXPECT_GE(warnings, 15U);
+    const std::pair<const char*, const char*> heads[] = {
+        {"# hf/sto-3g scf=restart", "L008 1:0+0 note\n"},
+        {"# hf/sto-3g charge=check", "L008 1:0+0 note\nS001 7:0+0 warning\n"},
+        {"# hf/sto-3g density=check", "L008 1:0+0 warning\n"},
+        {"# hf/sto-3g scrf=check", "L008 1:0+0 warning\n"},
+        {"# hf/sto-3g guess=read", "L008 1:0+0 error\n"},
+    };
+    for (const auto& [head, places] : heads) {
+        EXPECT_EQ(places_of(head + helium), places) << head;
     }
 }
 

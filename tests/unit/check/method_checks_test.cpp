@@ -5,8 +5,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <sstream>
 #include <string>
 #include <vector>
+
+#include "../../support/files.hpp"
 
 using namespace quor::input::gaussian;
 
@@ -167,6 +170,29 @@ TEST(MethodChecks, AskForMethodsWithAndWithoutPrefix) {
     EXPECT_EQ(find_dispersion("", "gd3"), nullptr);
     ASSERT_NE(find_dispersion("um11", "gd3"), nullptr);
     EXPECT_EQ(find_dispersion("um11", "gd3")->severity, "note");
+}
+
+// What holds in one revision alone is told with it: of every row of the table, and where the code is explained.
+TEST(MethodChecks, NameTheRevisionThatDispersionWasMeasuredOn) {
+    std::istringstream table(quor::test::bytes_of(QUOR_GJF_SOURCE_DIR "/resources/knowledge/dispersion.tsv"));
+    std::string functional;
+    std::string correction;
+    std::string rest;
+    std::getline(table, rest);
+    std::size_t rows = 0;
+    while (std::getline(table, functional, '\t') && std::getline(table, correction, '\t') && std::getline(table, rest)) {
+        const std::vector<Finding> findings =
+            of_method("# " + functional + "/6-31g(d) empiricaldispersion=" + correction + water);
+        const auto told = std::find_if(findings.begin(), findings.end(),
+                                       [](const Finding& finding) { return finding.code == "GJF-R019"; });
+        ASSERT_NE(told, findings.end()) << functional << correction;
+        EXPECT_NE(told->hint.find("Gaussian 16 C.02"), std::string::npos) << functional << correction << told->hint;
+        ++rows;
+    }
+    EXPECT_GE(rows, 100U);
+    const auto& pages = check_descriptions();
+    const auto page = std::find_if(pages.begin(), pages.end(), [](const auto& each) { return each.code == "GJF-R019"; });
+    EXPECT_NE(page->explanation.find("Gaussian 16 C.02"), std::string::npos);
 }
 
 }  // namespace

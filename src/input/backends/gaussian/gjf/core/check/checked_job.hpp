@@ -110,6 +110,11 @@ inline Severity severity_named(std::string_view name) noexcept {
     return name == "error" ? Severity::Error : name == "warning" ? Severity::Warning : Severity::Note;
 }
 
+/// Returns the severity of what rests on a fact: without a source for it never more than a note.
+inline Severity severity_by_fact(Severity wanted, bool is_verified) noexcept {
+    return is_verified ? wanted : Severity::Note;
+}
+
 /// Reports a field of a molecule line that looks like a number but holds an odd character.
 void check_numbers_of_line(const CheckedJob& job, std::size_t line_number, Findings& findings);
 

@@ -154,7 +154,7 @@ void CheckpointChain::check_contents(const CheckedJob& job, const Checkpoint& so
     for (const CheckpointRead* reads : requests) {
         if (source.lacks(reads->content)) {
             const std::optional<Span> place = job.find_word(request_of(*reads));
-            Finding& finding = findings.add("GJF-L011", Severity::Warning,
+            Finding& finding = findings.add("GJF-L011", severity_by_fact(Severity::Warning, reads->verified),
                                             request_of(*reads) + " reads " + std::string(reads->content) + ", which job " +
                                                 std::to_string(source.job) + " does not leave in its checkpoint",
                                             place ? job.route_place(*place) : place_of_route(job));
@@ -203,7 +203,8 @@ const CheckpointChain::Checkpoint* CheckpointChain::check_source(const CheckedJo
     }
     const std::string request = request_of(*requests.front());
     if (source == nullptr) {
-        findings.add("GJF-L008", is_first && requests.front()->fails_without ? Severity::Error : Severity::Warning,
+        const Severity severity = is_first && requests.front()->fails_without ? Severity::Error : Severity::Warning;
+        findings.add("GJF-L008", severity_by_fact(severity, requests.front()->verified),
                      request + " reads a checkpoint, but neither %chk nor %oldchk names one", place_of_route(job).line,
                      "name it with %oldchk or %chk");
         return nullptr;
@@ -213,7 +214,7 @@ const CheckpointChain::Checkpoint* CheckpointChain::check_source(const CheckedJo
         check_contents(job, *known, requests, findings);
     } else if (!is_first) {
         findings.add(
-            "GJF-L009", Severity::Warning,
+            "GJF-L009", severity_by_fact(Severity::Warning, requests.front()->verified),
             "no job before this one writes the checkpoint '" + std::string(source->value) + "' that " + request + " reads",
             job.place_in(source->line, source->value), "it must be there when the file is run");
     }

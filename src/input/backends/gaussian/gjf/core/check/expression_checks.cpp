@@ -84,7 +84,7 @@ void check_function(const CheckedJob& job, std::size_t line, std::string_view na
         return;
     }
     if (arguments.size() < wanted) {
-        findings.add("GJF-S014", Severity::Error,
+        findings.add("GJF-S014", Severity::Warning,
                      std::string(name) + " is a function of " + std::string(function->takes) + ", not " +
                          std::to_string(arguments.size()),
                      job.place_in(line, name));

@@ -278,7 +278,8 @@ void check_level_words(const CheckedJob& job, const RouteTree::Segment& segment,
     std::size_t begin = segment.place.begin;
     const std::vector<std::string> levels = oniom_levels(job.route.oniom_expression);
     if (levels.size() < 2) {
-        findings.add("GJF-R009", Severity::Warning, "oniom has less than two levels", job.route_place(segment.place),
+        const Severity severity = is_foreign(job.written(segment.place)) ? Severity::Error : Severity::Warning;
+        findings.add("GJF-R009", severity, "oniom has less than two levels", job.route_place(segment.place),
                      "two or three model chemistries stand in its first parentheses, with colons between");
     }
     for (const std::string& level : levels) {

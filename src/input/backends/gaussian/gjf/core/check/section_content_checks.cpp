@@ -185,14 +185,15 @@ void check_nbo(const CheckedJob& job, const SectionLayout& section, const std::v
 void check_solvation_value(const SectionText& text, std::size_t line, std::string_view field, Findings& findings) {
     const std::size_t equals = std::min(field.find('='), field.size());
     const std::string_view value = trim_view(field.substr(std::min(equals + 1, field.size())));
-    if (!value.empty() && takes_number(trim_view(field.substr(0, equals))) && !is_fortran_or_c_number(value)) {
-        findings.add("GJF-S017", Severity::Warning, "'" + std::string(value) + "' is no number",
-                     text.job.place_in(line, value));
+    const std::string_view word = trim_view(field.substr(0, equals));
+    const Severity severity = severity_by_fact(Severity::Warning, is_verified_solvent_word(word));
+    if (!value.empty() && takes_number(word) && !is_fortran_or_c_number(value)) {
+        findings.add("GJF-S017", severity, "'" + std::string(value) + "' is no number", text.job.place_in(line, value));
     }
     // The list of names may have gaps, so only what is near to one is told.
     std::vector<std::string> names;
     std::vector<std::string_view> words;
-    split_fields(names_taken(trim_view(field.substr(0, equals))), FieldSeparators::WhiteSpaceAndComma, true, words);
+    split_fields(names_taken(word), FieldSeparators::WhiteSpaceAndComma, true, words);
     names.assign(words.begin(), words.end());
     const std::string lower = to_lower_copy(value);
     const bool is_known = value.empty() || std::find(names.begin(), names.end(), lower) != names.end();
@@ -200,8 +201,8 @@ void check_solvation_value(const SectionText& text, std::size_t line, std::strin
         if (const std::vector<std::string> near = near_names(lower, names); !near.empty()) {
             const TextPlace place = text.job.place_in(line, value);
             Finding& finding =
-                findings.add("GJF-S017", Severity::Warning, "'" + std::string(value) + "' is no name that is known here",
-                             place, did_you_mean(near));
+                findings.add("GJF-S017", severity, "'" + std::string(value) + "' is no name that is known here", place,
+                             did_you_mean(near));
             offer_near(text.job, place, value, near, finding);
         }
     }
@@ -225,9 +226,10 @@ void check_solvation_words(const SectionText& text, std::size_t line, Tokens tok
             const std::vector<std::string> near =
                 findings.may_look_for_names() ? near_names(lower, words) : std::vector<std::string>();
             const TextPlace place = text.job.place_in(line, word);
+            const bool is_known_slip = !near.empty() && is_verified_solvent_word(near.front());
             Finding& finding =
-                findings.add("GJF-S017", Severity::Warning, "'" + std::string(word) + "' is no word of the solvent input",
-                             place, did_you_mean(near));
+                findings.add("GJF-S017", severity_by_fact(Severity::Warning, near.empty() || is_known_slip),
+                             "'" + std::string(word) + "' is no word of the solvent input", place, did_you_mean(near));
             offer_near(text.job, place, word, near, finding);
         }
     }

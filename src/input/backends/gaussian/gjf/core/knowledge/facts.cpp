@@ -29,12 +29,14 @@ struct SolventWord {
     std::string_view word;
     std::string_view takes;
     std::string_view names;
+    bool verified;
 };
 
 const Facts<SolventWord>& solvent_input() {
-    static const Facts<SolventWord> facts("solvent_input", {"word", "takes", "names"}, [](const std::string_view* cells) {
-        return SolventWord{cells[0], cells[1], cells[2]};
-    });
+    static const Facts<SolventWord> facts("solvent_input", {"word", "takes", "names", "source"},
+                                          [](const std::string_view* cells) {
+                                              return SolventWord{cells[0], cells[1], cells[2], is_verified(cells[3])};
+                                          });
     return facts;
 }
 
@@ -87,10 +89,10 @@ const Facts<Need>& all_needs() {
 }
 
 const Facts<CheckpointRead>& all_checkpoint_reads() {
-    static const Facts<CheckpointRead> facts("checkpoint_reads", {"keyword", "option", "fails_without", "content"},
-                                             [](const std::string_view* cells) {
-                                                 return CheckpointRead{cells[0], cells[1], cells[2] == "yes", cells[3]};
-                                             });
+    static const Facts<CheckpointRead> facts(
+        "checkpoint_reads", {"keyword", "option", "fails_without", "content", "source"}, [](const std::string_view* cells) {
+            return CheckpointRead{cells[0], cells[1], cells[2] == "yes", cells[3], is_verified(cells[4])};
+        });
     return facts;
 }
 
@@ -145,6 +147,11 @@ const std::vector<std::string>& solvent_input_words() {
         return list;
     }();
     return words;
+}
+
+bool is_verified_solvent_word(std::string_view word) {
+    const SolventWord* row = find_solvent_word(word);
+    return row != nullptr && row->verified;
 }
 
 bool takes_number(std::string_view solvent_input_word) {

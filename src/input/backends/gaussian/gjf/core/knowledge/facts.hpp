@@ -21,8 +21,13 @@ bool method_has_trait(std::string_view method, std::string_view trait);
 /// Returns the words that have a trait, with blanks between.
 std::string_view words_with(std::string_view trait);
 
+/// Tells whether a source is known for a fact, of which the cell `source` is given; without one it makes notes alone.
+inline bool is_verified(std::string_view source) noexcept { return source != "unverified"; }
+
 /// Returns the words of the solvent input, which SCRF=Read asks for.
 const std::vector<std::string>& solvent_input_words();
+/// Tells whether a source is known for a word of the solvent input.
+bool is_verified_solvent_word(std::string_view word);
 /// Tells whether a word of the solvent input takes a number.
 bool takes_number(std::string_view solvent_input_word);
 /// Returns the names that a word of the solvent input is known to take, with blanks between; there may be others.
@@ -77,6 +82,7 @@ struct CheckpointRead {
     bool fails_without;
     std::string_view
         content;  ///< what it reads: "molecule", "orbitals", "force constants", "Cartesian force constants", ...
+    bool verified;
 };
 std::span<const CheckpointRead> checkpoint_reads();
 

@@ -1,0 +1,20 @@
+// Finds the options that a misspelt one may have meant.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace quor_gjf {
+
+/// Returns how many letters differ: put in, left out, replaced, or two of them swapped.
+std::size_t letters_apart(const std::string& a, const std::string& b);
+
+/// Returns the options, each with its dashes, that `word` may mean: those that it begins, or else those that it is a slip
+/// of; at most three. None for what is one of them, or no option at all.
+std::vector<std::string> near_options(const std::string& word, const std::vector<std::string>& options);
+
+/// Joins names: "a, b or c".
+std::string alternatives(const std::vector<std::string>& names);
+
+}  // namespace quor_gjf
