@@ -121,7 +121,8 @@ std::vector<EditOption> atom_edit_options() {
         {"--layer", "SELECTION=LAYER", "Set the ONIOM layer of atoms: H, M or L", EditTarget::Atoms, read_layer},
         {"--fragment", "SELECTION=NUMBER", "Set the fragment of atoms; without a number, take it away", EditTarget::Atoms,
          read_fragment},
-        {"--translate", "[SELECTION=]DX,DY,DZ", "Shift atoms, or all of them", EditTarget::Atoms, read_translate},
+        {"--translate", "[SELECTION=]DX,DY,DZ", "Shift atoms, or all of them, in the units of the coordinates",
+         EditTarget::Atoms, read_translate},
         {"--remove-atoms", "SELECTION", "Remove atoms, and renumber what names atoms", EditTarget::Atoms, read_remove_atoms},
     };
 }
