@@ -1,6 +1,7 @@
 // Writes tables of jobs.
 #include "field_table.hpp"
 
+#include "near_options.hpp"
 #include "terminal.hpp"
 
 #include <stdexcept>
@@ -74,7 +75,14 @@ Fields fields_named(const std::vector<std::string>& names) {
     for (const std::string& name : names.empty() ? usual : names) {
         const JobField* field = find_job_field(name);
         if (field == nullptr) {
-            throw std::runtime_error("'" + name + "' is no field; quor-gjf find --fields lists them");
+            std::vector<std::string> known;
+            for (const JobField& each : job_fields()) {
+                known.emplace_back(each.name);
+            }
+            const std::vector<std::string> near = near_options(name, known);
+            throw std::runtime_error(
+                "'" + name + "' is no field; " +
+                (near.empty() ? "quor-gjf find --fields lists them" : "did you mean " + alternatives(near) + "?"));
         }
         fields.push_back(*field);
     }

@@ -106,7 +106,8 @@ bool tell_wrong_option(const CLI::App& app, const std::vector<std::string>& argu
     const auto end = std::find(arguments.begin(), arguments.end(), "--");
     for (auto argument = arguments.begin(); argument != end; ++argument) {
         const std::string name = argument->substr(0, argument->find('='));
-        const std::vector<std::string> near = quor_gjf::near_options(name, known);
+        const std::vector<std::string> near =
+            name.starts_with('-') ? quor_gjf::near_options(name, known) : std::vector<std::string>();
         if (!near.empty()) {
             std::fprintf(stderr, "%s: there is no such option; did you mean %s?\nRun with --help for more information.\n",
                          quor_gjf::printable(name).c_str(), quor_gjf::alternatives(near).c_str());

@@ -42,7 +42,7 @@ std::vector<std::string> near_options(const std::string& word, const std::vector
     constexpr std::size_t shortest = 3;  // a shorter one may mean anything
     const std::string wanted = bare(word);
     const bool is_one = std::find(options.begin(), options.end(), word) != options.end();
-    if (is_one || wanted.size() < shortest || word.front() != '-' || wanted.find_first_of("0123456789. ") == 0) {
+    if (is_one || wanted.size() < shortest || wanted.find_first_of("0123456789. ") == 0) {
         return {};
     }
     const auto collect = [&](const auto& fits) {

@@ -1,4 +1,4 @@
-// Finds the options that a misspelt one may have meant.
+// Finds the options, and other names of the tool, that a misspelt one may have meant.
 #pragma once
 
 #include <cstddef>
@@ -11,7 +11,7 @@ namespace quor_gjf {
 std::size_t letters_apart(const std::string& a, const std::string& b);
 
 /// Returns the options, each with its dashes, that `word` may mean: those that it begins, or else those that it is a slip
-/// of; at most three. None for what is one of them, or no option at all.
+/// of; at most three. None for what is one of them, or a number.
 std::vector<std::string> near_options(const std::string& word, const std::vector<std::string>& options);
 
 /// Joins names: "a, b or c".
