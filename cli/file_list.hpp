@@ -37,8 +37,8 @@ std::string passed_over_summary(const PassedOver& counts);
 /// Gives the files one after another and holds the names of the folders being walked alone, however many files there are.
 ///
 /// Below a folder, files that end in .gjf, .com, .gau or .inp are given, letter case aside, in the byte order of their
-/// names, folder after folder; where outputs are looked for, those in .log or .out, also with .gz or .xz behind it. Links to folders are not followed. A folder without any such file is a problem, unless some
-/// were passed over.
+/// names, folder after folder; where outputs are looked for, those in .log or .out, also with .gz or .xz behind it. Links to
+/// folders are not followed. A folder without any such file is a problem, unless some were passed over.
 class FileList {
    public:
     explicit FileList(std::vector<std::string> arguments, Walk walk = {});
