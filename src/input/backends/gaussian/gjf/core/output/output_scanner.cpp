@@ -6,6 +6,7 @@
 
 #include <array>
 #include <iterator>
+#include <span>
 
 namespace quor::input::gaussian {
 namespace {
@@ -71,8 +72,8 @@ constexpr bool ends_gathering(void (OutputScanner::*take)(std::string_view)) {
     return false;
 }
 
-constexpr std::uint8_t no_row = 255;
-static_assert(std::size(rows) < no_row);
+constexpr auto no_row = static_cast<std::uint8_t>(std::size(rows));
+static_assert(std::size(rows) < 256);
 
 constexpr std::array<std::uint8_t, 256> first_rows() {
     std::array<std::uint8_t, 256> first{};
@@ -150,10 +151,12 @@ void OutputScanner::take_line() {
         take_counts(line);
         return;
     }
-    for (std::size_t i = first_row[static_cast<unsigned char>(line.front())];
-         i < std::size(rows) && rows[i].begin.front() == line.front(); ++i) {
-        if (line.starts_with(rows[i].begin) && (!is_gathering_ || ends_gathering(rows[i].take))) {
-            (this->*rows[i].take)(line);
+    for (const auto& row : std::span(rows).subspan(first_row[static_cast<unsigned char>(line.front())])) {
+        if (row.begin.front() != line.front()) {
+            break;
+        }
+        if (line.starts_with(row.begin) && (!is_gathering_ || ends_gathering(row.take))) {
+            (this->*row.take)(line);
             return;
         }
     }
