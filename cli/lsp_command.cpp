@@ -64,7 +64,7 @@ std::vector<std::string> files_below(const std::string& folder, std::size_t most
     return paths;
 }
 
-std::optional<std::string> text_of_file(const std::string& path) {
+std::optional<std::string> text_or_nothing(const std::string& path) {
     try {
         return read_text(path);
     } catch (const UnreadableInput&) {
@@ -74,7 +74,7 @@ std::optional<std::string> text_of_file(const std::string& path) {
 
 int serve_editor() {
     require_facts();
-    LanguageServer server({check_opened, fix_opened, true, files_below, text_of_file});
+    LanguageServer server({check_opened, fix_opened, true, files_below, text_or_nothing});
     serve(Framing::Headers,
           {[&](std::string_view message) { server.take(message); }, [&] { return server.has_work(); },
            [&] { return server.work(); }, [&] { return server.is_over(); }, [&] { return server.client_process(); }});

@@ -111,7 +111,7 @@ int show(const std::string& word, bool json) {
     return exit_success;
 }
 
-std::vector<std::string> link0_names() {
+std::vector<std::string> written_link0_keys() {
     std::vector<std::string> names;
     for (const Link0Key& key : link0_keys()) {
         names.emplace_back(key.name);
@@ -126,7 +126,7 @@ int words(const std::string& kind) {
     const std::vector<std::string> all = kind == "keyword"  ? schema.keyword_spellings()
                                          : kind == "method" ? schema.method_spellings()
                                          : kind == "basis"  ? schema.basis_spellings()
-                                                            : link0_names();
+                                                            : written_link0_keys();
     for (const std::string& word : all) {
         std::printf("%s\n", word.c_str());
     }
