@@ -38,7 +38,7 @@ void OutputScanner::take_mm(std::string_view line) {
 
 // "E2 =  -0.13D+01 EUMP2 =  -0.45D+03", of a double hybrid "E2(B2PLYP) =  -0.13D+01 E(B2PLYP) =  -0.45D+03".
 void OutputScanner::take_mp2(std::string_view line) {
-    const std::size_t second = line.find("E", line.find('='));
+    const std::size_t second = line.find('E', line.find('='));
     if (second != std::string_view::npos) {
         const std::size_t total = std::min(line.find("EUMP2", second), line.find("E(", second));
         tell_energy(EnergyKind::MP2, total == std::string_view::npos ? std::nullopt : value_behind(line.substr(total), "E"));

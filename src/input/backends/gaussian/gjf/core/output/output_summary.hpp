@@ -136,7 +136,6 @@ class QUOR_GJF_API SummaryVisitor : public OutputVisitor {
 
     OutputSummary summary_;
     OutputPoint point_;
-    bool has_point_ = false;
     bool is_used_ = false;  // something was calculated at the point, so that a geometry begins another
     bool has_failed_scf_ = false;
     bool has_modes_ = false;
