@@ -168,8 +168,8 @@ std::vector<Tool> listed_tools() {
 }
 
 Message schema_of(ArgumentKind kind) {
-    const Message text = {{"type", "string"}};
-    const Message texts = {{"type", "array"}, {"items", text}};
+    Message text = {{"type", "string"}};
+    Message texts = {{"type", "array"}, {"items", text}};
     switch (kind) {
         case Text:
             return text;
