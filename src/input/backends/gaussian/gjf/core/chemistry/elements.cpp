@@ -35,7 +35,7 @@ constexpr std::size_t index_of(char first, char second) noexcept {
 
 // Atomic numbers by both letters of the symbol.
 constexpr auto numbers = [] {
-    std::array<unsigned char, 26 * 27> table{};
+    std::array<unsigned char, std::size_t{26} * 27> table{};
     for (std::size_t i = 0; i < std::size(symbols); ++i) {
         const std::string_view symbol = symbols[i];
         table[index_of(symbol.front(), symbol.size() == 2 ? symbol.back() : no_letter)] = static_cast<unsigned char>(i + 1);
