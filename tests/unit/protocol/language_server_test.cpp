@@ -143,7 +143,8 @@ TEST(LanguageServer, AnswersAboutPlaces) {
     EXPECT_EQ(offered[0]["title"], "write calcfc");
     EXPECT_EQ(offered[0]["edit"]["documentChanges"][0]["textDocument"]["version"], 1);
     bool offers_calcfc = false;
-    for (const Json& item : client.at("completion", 1, 18)["items"]) {
+    const Json items = client.at("completion", 1, 18)["items"];
+    for (const Json& item : items) {
         offers_calcfc = offers_calcfc || item["label"] == "calcfc";
     }
     EXPECT_FALSE(offers_calcfc);  // nothing begins with "cl" but "clean"

@@ -33,15 +33,19 @@ constexpr std::size_t index_of(char first, char second) noexcept {
            static_cast<std::size_t>(to_lower_ascii(second) - no_letter);
 }
 
-// Atomic numbers by both letters of the symbol.
-constexpr auto numbers = [] {
-    std::array<unsigned char, std::size_t{26} * 27> table{};
+using NumberTable = std::array<unsigned char, 702>;  // 26 first letters, 26 second ones or none
+
+constexpr NumberTable make_numbers() noexcept {
+    NumberTable table{};
     for (std::size_t i = 0; i < std::size(symbols); ++i) {
         const std::string_view symbol = symbols[i];
         table[index_of(symbol.front(), symbol.size() == 2 ? symbol.back() : no_letter)] = static_cast<unsigned char>(i + 1);
     }
     return table;
-}();
+}
+
+// Atomic numbers by both letters of the symbol.
+constexpr NumberTable numbers = make_numbers();
 
 }  // namespace
 
