@@ -21,7 +21,7 @@ namespace quor::core::fs {
 namespace {
 
 constexpr int most_links = 40;
-constexpr int most_tries = 20;  // of a walk that others disturb
+[[maybe_unused]] constexpr int most_tries = 20;  // of a walk that others disturb
 
 OpenedFile refused(int error) noexcept {
     errno = error;

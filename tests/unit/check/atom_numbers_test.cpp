@@ -33,6 +33,9 @@ const std::vector<LargeNumber>& large_numbers() {
          "the link atom of atom 2 is bonded to '4294967297', which is no other atom"},
         {"# hf/sto-3g counterpoise=2\n\nt\n\n0 1\nHe(Fragment=2) 0.0 0.0 0.0\nHe(Fragment=4294967297) 0.0 0.0 3.0\n\n", 7,
          "GJF-M004", "fragment 4294967297 is none of the 2 that counterpoise asks for"},
+        {"# hf/sto-3g counterpoise=4294967298\n\nt\n\n0 1 0 1 0 1\nHe(Fragment=1) 0.0 0.0 0.0\nHe(Fragment=2) 0.0 0.0 "
+         "3.0\n\n",
+         5, "GJF-M003", "3 pairs of charge and multiplicity stand beside 4294967298 fragments"},
         {"# hf/sto-3g\n\nt\n\n4294967296 1\nHe 0.0 0.0 0.0\n\n", 5, "GJF-P001", "charge or multiplicity beyond 32 bits"},
         {"# hf/sto-3g\n\nt\n\n0 1\n4294967297 0.0 0.0 0.0\n\n", 6, "GJF-M001", "'4294967297' is no element"},
     };

@@ -37,7 +37,7 @@ AtomPopulation::AtomPopulation(const GeomSection& geom) {
 
 bool AtomPopulation::count_range(std::string_view text, bool with_ghosts, ElementCounts& counts) {
     const std::optional<NumberRange> range = to_number_range(text, 1);
-    const auto last = range ? std::min(range->last, std::ssize(atoms_)) : 0;
+    const auto last = range ? std::min<std::int64_t>(range->last, std::ssize(atoms_)) : 0;
     for (std::int64_t number = range ? range->first : 1; number <= last && steps_ < most_steps; ++number, ++steps_) {
         const Species& atom = atoms_[static_cast<std::size_t>(number - 1)];
         ++counts[static_cast<std::size_t>(with_ghosts ? atom.element : atom.nuclear_charge())];

@@ -5,10 +5,10 @@
 #include <gjf/core/knowledge/route_facts.hpp>
 #include <gjf/core/reader/molecule_fields.hpp>
 #include <gjf/core/text/number.hpp>
+#include <gjf/core/text/number_writing.hpp>
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <iterator>
@@ -153,11 +153,6 @@ void check_vectors(const std::vector<MoleculeAtom>& atoms, Findings& findings) {
     }
 }
 
-std::string shown(double value) {
-    char text[32];
-    return {text, std::to_chars(text, std::end(text), value, std::chars_format::fixed, 2).ptr};
-}
-
 void check_close_atoms(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, Findings& findings) {
     if (job.has_option("geom", "nocrowd")) {
         return;
@@ -175,11 +170,11 @@ void check_close_atoms(const CheckedJob& job, const std::vector<MoleculeAtom>& a
                 return;
             }
             close = true;
-            Finding& finding = findings.add(
-                "GJF-M005", Severity::Error,
-                "atoms " + std::to_string(j + 1) + " and " + std::to_string(i + 1) +
-                    (length < 1e-3 ? std::string(" stand on one spot") : " are " + shown(length) + " \xC3\x85 apart"),
-                atoms[i].line, "Gaussian stops when atoms are closer than 0.5 \xC3\x85");
+            Finding& finding = findings.add("GJF-M005", Severity::Error,
+                                            "atoms " + std::to_string(j + 1) + " and " + std::to_string(i + 1) +
+                                                (length < 1e-3 ? std::string(" stand on one spot")
+                                                               : " are " + fixed_text(length, 2) + " \xC3\x85 apart"),
+                                            atoms[i].line, "Gaussian stops when atoms are closer than 0.5 \xC3\x85");
             relate_line(job, atoms[j].line, "the other atom", finding);
         });
         count += close;

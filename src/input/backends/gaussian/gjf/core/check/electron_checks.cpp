@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <iterator>
+#include <utility>
 
 namespace quor::input::gaussian {
 namespace {
@@ -115,7 +116,7 @@ void check_fragments(const CheckedJob& job, const std::vector<MoleculeAtom>& ato
                          "fragment " + std::to_string(*atom.fragment) + " is none of the " + std::to_string(count) +
                              " that " + request + " asks for",
                          atom.line);
-        } else if (static_cast<std::size_t>(*atom.fragment) < sizes.size()) {
+        } else if (std::cmp_less(*atom.fragment, sizes.size())) {
             ++sizes[static_cast<std::size_t>(*atom.fragment)];
         }
     }
@@ -160,22 +161,23 @@ void check_sums(const std::vector<ChargeSpinPair>& pairs, bool spins_have_direct
 void check_fragment_pairs(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, std::int64_t count,
                           const std::vector<ChargeSpinPair>& pairs, bool is_guess, Findings& findings) {
     const std::size_t line = job.layout.charge_line;
-    if (pairs.size() != 1 && pairs.size() != static_cast<std::size_t>(count) + 1) {
+    const bool one_for_each = std::cmp_equal(pairs.size() - 1, count);
+    if (pairs.size() != 1 && !one_for_each) {
         findings.add("GJF-M003", Severity::Warning,
                      std::to_string(pairs.size()) + " pairs of charge and multiplicity stand beside " +
                          std::to_string(count) + " fragments",
                      line, "give one for the whole and one for each fragment");
     }
-    if (pairs.size() == static_cast<std::size_t>(count) + 1) {
+    if (one_for_each) {
         check_sums(pairs, is_guess, line, findings);
     }
     std::vector<NuclearCharge> nuclei(pairs.size());
     for (const MoleculeAtom& atom : atoms) {
-        if (atom.fragment && *atom.fragment >= 1 && static_cast<std::size_t>(*atom.fragment) < nuclei.size()) {
+        if (atom.fragment && *atom.fragment >= 1 && std::cmp_less(*atom.fragment, nuclei.size())) {
             nuclei[static_cast<std::size_t>(*atom.fragment)].add(atom.species);
         }
     }
-    for (std::size_t i = 1; i < pairs.size() && i <= static_cast<std::size_t>(count); ++i) {
+    for (std::size_t i = 1; i < pairs.size() && std::cmp_less_equal(i, count); ++i) {
         check_pair(job, pairs[i], nuclei[i], " in fragment " + std::to_string(i), line, findings,
                    is_guess ? Severity::Warning : Severity::Error);
     }
@@ -217,7 +219,7 @@ NuclearCharge charge_of_model(const std::vector<MoleculeAtom>& atoms, const Mode
         if (depth <= model.lowest) {
             continue;
         }
-        const std::size_t host = link.host && *link.host >= 1 ? static_cast<std::size_t>(*link.host) - 1 : atoms.size();
+        const std::size_t host = link.host_index(atoms.size());
         // Which atom a link atom without host in a higher layer closes, and so in which models it stands, is left to
         // Gaussian.
         nuclei.known = nuclei.known && host < atoms.size() && layer_depth(atoms[host]) < depth;

@@ -97,19 +97,19 @@ void check_link_hosts(const CheckedJob& job, const std::vector<MoleculeAtom>& at
         if (link.host_text.empty() || link.host == 0) {
             continue;  // no host is named
         }
-        const bool in_range = link.host && *link.host >= 1 && static_cast<std::size_t>(*link.host) <= atoms.size();
+        const std::size_t host = link.host_index(atoms.size());
         const TextPlace place = job.place_in(atoms[i].line, link.host_text);
-        if (!in_range || static_cast<std::size_t>(*link.host) == i + 1) {
+        if (host == atoms.size() || host == i) {
             findings.add("GJF-M014", Severity::Error,
                          "the link atom of atom " + std::to_string(i + 1) + " is bonded to '" + std::string(link.host_text) +
                              "', which is no other atom",
                          place);
-        } else if (layer_depth(atoms[static_cast<std::size_t>(*link.host) - 1]) >= layer_depth(atoms[i])) {
+        } else if (layer_depth(atoms[host]) >= layer_depth(atoms[i])) {
             Finding& finding = findings.add("GJF-M014", Severity::Warning,
                                             "the link atom of atom " + std::to_string(i + 1) + " is bonded to atom " +
                                                 std::string(link.host_text) + ", which is not in a higher layer",
                                             place);
-            relate_line(job, atoms[static_cast<std::size_t>(*link.host) - 1].line, "the atom that it is bonded to", finding);
+            relate_line(job, atoms[host].line, "the atom that it is bonded to", finding);
         }
     }
 }
@@ -157,7 +157,7 @@ void add_unlinked_bonds(const CheckedJob& job, const std::vector<MoleculeAtom>& 
     if (const ConnectivitySection* connectivity = job.job.connectivity(); connectivity != nullptr) {
         for (const Bond& bond : connectivity->bonds) {
             if (bond.atom2 < atoms.size()) {
-                add_unlinked(atoms, bond.atom1, bond.atom2, layers);
+                add_unlinked(atoms, static_cast<std::size_t>(bond.atom1), static_cast<std::size_t>(bond.atom2), layers);
             }
         }
         return;

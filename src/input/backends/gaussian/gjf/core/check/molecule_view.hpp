@@ -8,10 +8,12 @@
 #include <gjf/core/job/positions.hpp>
 #include <gjf/core/reader/molecule_fields.hpp>
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace quor::input::gaussian {
@@ -43,6 +45,12 @@ struct LinkAtom {
     std::string_view label;
     std::optional<std::int64_t> host;  ///< from 1; absent when it is no number or not given
     std::string_view host_text;
+
+    /// Returns the place of the host (from 0) among so many atoms; their count when it is none of them.
+    std::size_t host_index(std::size_t atom_count) const noexcept {
+        const bool in_range = host && *host >= 1 && std::cmp_less_equal(*host, atom_count);
+        return in_range ? static_cast<std::size_t>(*host) - 1 : atom_count;
+    }
 };
 
 /// The link atoms of a molecule, by the atoms (from 0) whose place they take. They view the text.

@@ -50,7 +50,7 @@ PlacedElements elements_of(const SectionReading& section, const SectionLine& lin
                 text);
         } else if (const std::optional<NumberRange> range = to_number_range(text, 1);
                    range && token.kind == TokenKind::Atoms) {
-            for (std::int64_t i = range->first; i <= std::min(range->last, std::ssize(atoms)); ++i) {
+            for (std::int64_t i = range->first; i <= std::min<std::int64_t>(range->last, std::ssize(atoms)); ++i) {
                 add(atoms[static_cast<std::size_t>(i - 1)].species, text);
             }
         }

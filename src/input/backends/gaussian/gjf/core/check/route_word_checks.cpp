@@ -402,8 +402,10 @@ void check_solvent(const CheckedJob& job, const RouteTree::Keyword& keyword, Fin
 void check_warnings(const CheckedJob& job, Findings& findings) {
     for (const ParseWarning& warning : job.route.warnings) {
         if (warning.code != "GJF-W005") {
-            const TextPlace place =
-                warning.span ? job.route_place(span_between(warning.span->begin, warning.span->end)) : TextPlace{};
+            const TextPlace place = warning.span
+                                        ? job.route_place(span_between(static_cast<std::size_t>(warning.span->begin),
+                                                                       static_cast<std::size_t>(warning.span->end)))
+                                        : TextPlace{};
             Finding& finding = findings.add(warning.code.c_str(), Severity::Warning, warning.message, place);
             if (const auto [word, candidates] = words_of_warning(warning.message); !candidates.empty()) {
                 offer_choices(job, place, word, candidates, finding);

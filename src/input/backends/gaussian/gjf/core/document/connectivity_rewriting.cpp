@@ -3,10 +3,10 @@
 
 #include <gjf/core/document/field_line.hpp>
 #include <gjf/core/text/number.hpp>
+#include <gjf/core/text/number_writing.hpp>
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
-#include <charconv>
 #include <cstdint>
 #include <iterator>
 #include <map>
@@ -21,11 +21,8 @@ using AtomPair = std::pair<std::size_t, std::size_t>;
 AtomPair pair_of(std::size_t a, std::size_t b) { return {std::min(a, b), std::max(a, b)}; }
 
 std::string order_text(double order) {
-    char digits[400];
-    const std::string one(digits, std::to_chars(digits, std::end(digits), order, std::chars_format::fixed, 1).ptr);
-    return to_number(one) == order
-               ? one
-               : std::string(digits, std::to_chars(digits, std::end(digits), order, std::chars_format::fixed).ptr);
+    const std::string one = fixed_text(order, 1);
+    return to_number(one) == order ? one : shortest_text(order);
 }
 
 // The bonds that should be there, each with its order, and whether a row holds it already.
@@ -33,7 +30,9 @@ class WantedBonds {
    public:
     explicit WantedBonds(const ConnectivitySection& section) {
         for (const Bond& bond : section.bonds) {
-            orders_[pair_of(bond.atom1, bond.atom2)].push_back(bond.order);
+            // Both are atoms of the job.
+            orders_[pair_of(static_cast<std::size_t>(bond.atom1), static_cast<std::size_t>(bond.atom2))].push_back(
+                bond.order);
         }
     }
     // Returns the order of the n-th bond of a pair as the rows hold it; null when it is gone.
@@ -87,7 +86,8 @@ class RowsRewriter {
    private:
     std::size_t place_of(std::string_view field) const {
         const std::optional<std::int64_t> number = to_int64(field);
-        const std::size_t old = number && *number >= 1 ? static_cast<std::size_t>(*number) - 1 : AtomPlaces::gone;
+        const bool is_atom = number && *number >= 1 && std::in_range<std::size_t>(*number);
+        const std::size_t old = is_atom ? static_cast<std::size_t>(*number) - 1 : AtomPlaces::gone;
         return old < job_.places.old_count() ? job_.places.places[old] : old;
     }
 

@@ -9,35 +9,23 @@
 #include <gjf/core/reader/reading.hpp>
 #include <gjf/core/reader/row_form.hpp>
 #include <gjf/core/text/number.hpp>
+#include <gjf/core/text/number_writing.hpp>
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
-#include <charconv>
 #include <iterator>
+#include <utility>
 
 namespace quor::input::gaussian {
 namespace {
 
-constexpr std::size_t fewest_decimals = 6;
+constexpr int fewest_decimals = 6;
+constexpr std::size_t most_decimals = 60;
 
-// The widest double has 309 digits before the point.
-std::string fixed_text(double number, std::size_t decimals) {
-    char digits[400];
-    return {digits, std::to_chars(digits, std::end(digits), number, std::chars_format::fixed,
-                                  static_cast<int>(std::min<std::size_t>(decimals, 60)))
-                        .ptr};
-}
-
-std::string shortest_text(double number) {
-    char digits[400];
-    return {digits, std::to_chars(digits, std::end(digits), number, std::chars_format::fixed).ptr};
-}
-
-std::size_t decimals_of(std::string_view text) noexcept {
-    const std::size_t point = text.find('.');
-    return point == std::string_view::npos
-               ? 0
-               : std::min(text.find_first_not_of("0123456789", point + 1), text.size()) - point - 1;
+int decimals_of(std::string_view text) noexcept {
+    const std::size_t point = std::min(text.find('.'), text.size() - 1);
+    const std::size_t end = std::min(text.find_first_not_of("0123456789", point + 1), text.size());
+    return static_cast<int>(std::min(end - point - 1, most_decimals));
 }
 
 // Writes label parameters in the order in which they stood, new ones behind.
@@ -102,7 +90,7 @@ std::string coordinate_text(const CoordinateValue& old, double old_value, const 
     if (!old.value) {
         throw GJFParseException("A coordinate of atom " + std::to_string(atom + 1) + " is a variable and cannot be moved");
     }
-    return fixed_text(value, std::max(fewest_decimals, decimals_of(old.text)));
+    return fixed_text(value, std::max(decimals_of(old.text), fewest_decimals));
 }
 
 bool has_freeze_field(const FieldLine& line) { return line.size() >= 5 && is_integer_text(line.field(1)); }
@@ -165,7 +153,7 @@ std::string with_link_host(const std::string& text, const AtomPlaces& places, st
     FieldLine line(text);
     const std::size_t host_field = (has_freeze_field(line) ? 5U : 4U) + 2;
     const std::optional<std::int64_t> host = line.size() > host_field ? to_int64(line.field(host_field)) : std::nullopt;
-    if (!host || *host < 1 || static_cast<std::size_t>(*host) > places.old_count()) {
+    if (!host || *host < 1 || std::cmp_greater(*host, places.old_count())) {
         return text;
     }
     const std::size_t place = places.places[static_cast<std::size_t>(*host) - 1];
@@ -176,7 +164,7 @@ std::string with_link_host(const std::string& text, const AtomPlaces& places, st
         throw GJFParseException("The link atom of atom " + std::to_string(atom + 1) +
                                 " is bonded to an atom that was removed");
     }
-    if (place + 1 != static_cast<std::size_t>(*host)) {
+    if (std::cmp_not_equal(place + 1, *host)) {
         line.set_text(host_field, std::to_string(place + 1));
     }
     return line.text();

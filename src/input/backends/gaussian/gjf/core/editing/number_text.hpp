@@ -1,6 +1,8 @@
 // Reads numbers of operations, whatever the locale. Private to the room.
 #pragma once
 
+#include <gjf/core/text/number.hpp>
+
 #include <charconv>
 #include <cmath>
 #include <optional>
@@ -15,15 +17,16 @@ template <typename Number>
 std::optional<Number> number_of(std::string_view text) noexcept {
     const bool has_plus = text.size() > 1 && text.front() == '+' && text[1] != '-';
     const std::string_view digits = text.substr(has_plus ? 1 : 0);
+    const char* const end = digits.data() + digits.size();
     Number number = 0;
-    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
-    if (error != std::errc() || end != digits.data() + digits.size()) {
-        return std::nullopt;
-    }
+    std::from_chars_result read;
     if constexpr (std::is_floating_point_v<Number>) {
-        return std::isfinite(number) ? std::optional<Number>(number) : std::nullopt;
+        read = read_number(digits, number, std::chars_format::general);
+    } else {
+        read = std::from_chars(digits.data(), end, number);
     }
-    return number;
+    const bool is_number = read.ec == std::errc() && read.ptr == end && std::isfinite(static_cast<double>(number));
+    return is_number ? std::optional<Number>(number) : std::nullopt;
 }
 
 }  // namespace quor::input::gaussian

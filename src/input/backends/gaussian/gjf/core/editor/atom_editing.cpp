@@ -82,9 +82,9 @@ void drop_gone(std::vector<Element>& list, const std::vector<bool>& gone) noexce
 // Drops the bonds of atoms that are gone and renumbers the rest, the smaller number first. `places` holds, for each atom and
 // for the end of the list, how many atoms before it stay.
 void drop_bonds_of_gone(std::vector<Bond>& bonds, const std::vector<bool>& gone, const std::vector<std::size_t>& places) {
-    const auto is_gone = [&](std::uint64_t atom) { return atom < gone.size() && gone[atom]; };
+    const auto is_gone = [&](std::uint64_t atom) { return atom < gone.size() && gone[static_cast<std::size_t>(atom)]; };
     const auto place = [&](std::uint64_t atom) {
-        return atom < gone.size() ? places[atom] : atom - gone.size() + places.back();
+        return atom < gone.size() ? places[static_cast<std::size_t>(atom)] : atom - gone.size() + places.back();
     };
     bonds.erase(std::remove_if(bonds.begin(), bonds.end(),
                                [&](const Bond& bond) { return is_gone(bond.atom1) || is_gone(bond.atom2); }),
@@ -249,7 +249,9 @@ void GJFEditor::reorder_atoms_with_connectivity(const std::vector<std::size_t>& 
     atoms = std::move(reordered);
     atom_origins_ = std::move(origins);
     if (connectivity != nullptr) {
-        const auto place = [&places](std::uint64_t atom) { return atom < places.size() ? places[atom] : atom; };
+        const auto place = [&places](std::uint64_t atom) {
+            return atom < places.size() ? places[static_cast<std::size_t>(atom)] : atom;
+        };
         for (Bond& bond : connectivity->bonds) {
             const std::uint64_t a = place(bond.atom1);
             const std::uint64_t b = place(bond.atom2);

@@ -8,6 +8,7 @@
 #include <gjf/core/reader/reading.hpp>
 #include <gjf/core/sections/route_questions.hpp>
 #include <gjf/core/text/number.hpp>
+#include <gjf/core/text/number_writing.hpp>
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
@@ -35,12 +36,6 @@ void pad(std::string& text, std::size_t begin, std::size_t width) {
 void append_integer(std::string& text, long long number) {
     char digits[24];
     text.append(digits, std::to_chars(digits, std::end(digits), number).ptr);
-}
-
-// The widest double has 309 digits before the point.
-void append_fixed(std::string& text, double number, int decimals) {
-    char digits[336];
-    text.append(digits, std::to_chars(digits, std::end(digits), number, std::chars_format::fixed, decimals).ptr);
 }
 
 void append_link0_lines(std::string& text, const ControlSection& control) {

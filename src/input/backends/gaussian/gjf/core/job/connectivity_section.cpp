@@ -5,6 +5,7 @@
 #include <gjf/core/job/gjf_parse_exception.hpp>
 #include <gjf/core/text/field_walk.hpp>
 #include <gjf/core/text/number.hpp>
+#include <gjf/core/text/number_writing.hpp>
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
@@ -93,17 +94,16 @@ void append_number(std::string& line, std::uint64_t number) {
     line.append(digits, std::to_chars(digits, std::end(digits), number).ptr);
 }
 
-// The widest double has 309 digits before the point.
-void append_order(std::string& line, double order) {
-    char digits[320];
-    line.append(digits, std::to_chars(digits, std::end(digits), order, std::chars_format::fixed, 1).ptr);
-}
-
 template <typename Renumber>
 void renumber_bonds(std::vector<Bond>& bonds, Renumber renumber) {
     for (Bond& bond : bonds) {
         bond = make_bond(renumber(bond.atom1), renumber(bond.atom2), bond.order);
     }
+}
+
+// An atom beyond what a list can hold, as 32 bits tell of fewer than a row can name, is the last that none holds.
+std::size_t index_of(std::uint64_t atom) noexcept {
+    return static_cast<std::size_t>(std::min<std::uint64_t>(atom, std::numeric_limits<std::size_t>::max()));
 }
 
 }  // namespace
@@ -142,7 +142,7 @@ std::vector<std::string> ConnectivitySection::to_lines() const { return to_lines
 std::vector<std::string> ConnectivitySection::to_lines_with_atom_count(std::size_t atom_count) const {
     if (atom_count == 0) {
         for (const Bond& bond : bonds) {
-            atom_count = std::max<std::size_t>(atom_count, std::max(bond.atom1, bond.atom2) + 1);
+            atom_count = std::max(atom_count, index_of(std::max(bond.atom1, bond.atom2) + 1));
         }
     }
     std::vector<std::string> lines(atom_count);
@@ -152,11 +152,11 @@ std::vector<std::string> ConnectivitySection::to_lines_with_atom_count(std::size
     // Each bond goes to the end of its smaller atom's line, so that a line holds its bonds in storage order.
     for (const Bond& bond : bonds) {
         if (bond.atom1 < atom_count && bond.atom2 > bond.atom1) {
-            std::string& line = lines[bond.atom1];
+            std::string& line = lines[index_of(bond.atom1)];
             line += ' ';
             append_number(line, bond.atom2 + 1);
             line += ' ';
-            append_order(line, bond.order);
+            append_fixed(line, bond.order, 1);
         }
     }
     return lines;
@@ -188,9 +188,9 @@ std::vector<std::size_t> ConnectivitySection::get_connected_atoms(std::size_t i)
     std::vector<std::size_t> partners;
     for (const Bond& bond : bonds) {
         if (bond.atom1 == i) {
-            partners.push_back(bond.atom2);
+            partners.push_back(index_of(bond.atom2));
         } else if (bond.atom2 == i) {
-            partners.push_back(bond.atom1);
+            partners.push_back(index_of(bond.atom1));
         }
     }
     return partners;

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <compare>
 #include <iterator>
 #include <string_view>
 #include <tuple>
@@ -174,11 +173,11 @@ std::optional<JobDifference> molecule_difference(const GeomSection& a, const Geo
 
 // Bonds are written by atoms, so their order does not count.
 bool same_bonds(std::vector<Bond> a, std::vector<Bond> b) {
-    // An order that is no number must not break the sorting.
-    const auto before = [](const Bond& bond, const Bond& other) {
-        const auto atoms = std::tie(bond.atom1, bond.atom2) <=> std::tie(other.atom1, other.atom2);
-        return std::is_neq(atoms) ? std::is_lt(atoms) : std::is_lt(std::weak_order(bond.order, other.order));
+    const auto key = [](const Bond& bond) {
+        const bool is_number = !std::isnan(bond.order);  // what is none must not break the sorting
+        return std::tuple(bond.atom1, bond.atom2, is_number, is_number ? bond.order : 0.0);
     };
+    const auto before = [&key](const Bond& bond, const Bond& other) { return key(bond) < key(other); };
     std::sort(a.begin(), a.end(), before);
     std::sort(b.begin(), b.end(), before);
     return same_list(a, b, [](const Bond& bond, const Bond& other) { return bond == other && bond.order == other.order; });

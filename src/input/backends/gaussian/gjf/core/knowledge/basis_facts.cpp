@@ -7,6 +7,7 @@
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <initializer_list>
 #include <iterator>
@@ -131,7 +132,8 @@ std::vector<Row> rows_of(const FactTable& table, const Make& make) {
 ElementSet::ElementSet(std::string_view ranges) : covered_(most_elements + 1) {
     while (!ranges.empty()) {
         if (const std::optional<NumberRange> range = to_number_range(take(ranges, ','), 1, most_elements)) {
-            std::fill(covered_.begin() + range->first, covered_.begin() + range->last + 1, true);
+            std::fill(covered_.begin() + static_cast<std::ptrdiff_t>(range->first),
+                      covered_.begin() + static_cast<std::ptrdiff_t>(range->last) + 1, true);
         }
     }
 }

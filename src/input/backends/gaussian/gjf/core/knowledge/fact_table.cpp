@@ -3,6 +3,7 @@
 
 #include <core/resource/resource.hpp>
 #include <gjf/core/route_schema_paths.hpp>
+#include <gjf/core/schema/carried_resources.hpp>
 
 #include <algorithm>
 #include <fstream>
@@ -36,7 +37,7 @@ std::string path_of_facts(std::string_view file_name) { return knowledge_folder(
 
 std::string read_facts(const std::string& path) {
     if (!quor::core::resource::is_regular_file_path(path)) {
-        return {};
+        return std::string(carried_resource(std::string_view(path).substr(path.rfind('/') + 1)));
     }
     std::ifstream file(path, std::ios::binary | std::ios::ate);
     const std::streamoff size = file ? static_cast<std::streamoff>(file.tellg()) : -1;

@@ -199,8 +199,9 @@ std::optional<std::string_view> abbreviated_solvent(std::string_view name) {
 std::span<const Exclusion> exclusions(std::string_view what, std::string_view keyword) {
     const std::vector<Exclusion>& rows = all_exclusions().rows;
     const auto belongs = [&](const Exclusion& row) { return row.keyword == keyword && row.what == what; };
-    const auto first = std::find_if(rows.begin(), rows.end(), belongs);  // the rows of one keyword stand together
-    return {first, std::find_if_not(first, rows.end(), belongs)};
+    const Exclusion* const end = rows.data() + rows.size();
+    const Exclusion* const first = std::find_if(rows.data(), end, belongs);  // the rows of one keyword stand together
+    return {first, std::find_if_not(first, end, belongs)};
 }
 
 std::span<const Need> needs() { return all_needs().rows; }

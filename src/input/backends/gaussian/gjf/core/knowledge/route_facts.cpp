@@ -56,9 +56,10 @@ const Facts<MethodCost>& all_costs() {
 
 std::span<const OptionValue> option_values(std::string_view keyword) {
     const std::vector<OptionValue>& rows = all_option_values().rows;  // sorted by keyword
-    const auto first =
-        std::partition_point(rows.begin(), rows.end(), [&](const OptionValue& row) { return row.keyword < keyword; });
-    return {first, std::find_if(first, rows.end(), [&](const OptionValue& row) { return row.keyword != keyword; })};
+    const OptionValue* const end = rows.data() + rows.size();
+    const OptionValue* const first =
+        std::partition_point(rows.data(), end, [&](const OptionValue& row) { return row.keyword < keyword; });
+    return {first, std::find_if(first, end, [&](const OptionValue& row) { return row.keyword != keyword; })};
 }
 
 std::span<const MethodRequest> method_requests() { return all_requests().rows; }

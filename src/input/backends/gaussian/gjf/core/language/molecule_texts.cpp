@@ -3,9 +3,9 @@
 
 #include <gjf/core/chemistry/elements.hpp>
 #include <gjf/core/language/hover.hpp>
+#include <gjf/core/text/number_writing.hpp>
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 
 namespace quor::input::gaussian {
@@ -14,12 +14,6 @@ namespace {
 constexpr double degree = 57.29577951308232;
 constexpr double bond_slack = 1.3;  // how much longer than the sum of the radii a bond may be
 constexpr std::size_t most_neighbours = 12;
-
-std::string fixed(double value, int digits) {
-    char buffer[64];
-    const auto end = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed, digits).ptr;
-    return {buffer, end};
-}
 
 Position minus(const Position& a, const Position& b) noexcept { return {a[0] - b[0], a[1] - b[1], a[2] - b[2]}; }
 
@@ -87,13 +81,13 @@ std::string atom_text(const GJFData& job, const std::vector<AtomPosition>& atoms
     }
     text += " at";
     for (const double coordinate : *atom.position) {
-        text += " " + fixed(coordinate, 3);
+        text += " " + fixed_text(coordinate, 3);
     }
     std::string bonded;
     for (const std::size_t near : neighbours_of(job, atoms, number - 1)) {
         const bool placed = near < atoms.size() && atoms[near].position;
         bonded += (bonded.empty() ? "" : ", ") + code_span(label_of(job, near + 1)) + " " + std::to_string(near + 1) +
-                  (placed ? " (" + fixed(distance(*atom.position, *atoms[near].position), 3) + " Å)" : "");
+                  (placed ? " (" + fixed_text(distance(*atom.position, *atoms[near].position), 3) + " Å)" : "");
     }
     return bonded.empty() ? text : text + "; bonded to " + bonded;
 }
@@ -116,7 +110,7 @@ std::string coordinate_text(const std::vector<AtomPosition>& atoms, std::span<co
                                               : dihedral(places[0], places[1], places[2], places[3]);
     const char* const kinds[] = {"distance ", "angle ", "dihedral "};
     return std::isfinite(value)
-               ? kinds[places.size() - 2] + name + ": " + fixed(value, 3) + (places.size() == 2 ? " Å" : "°")
+               ? kinds[places.size() - 2] + name + ": " + fixed_text(value, 3) + (places.size() == 2 ? " Å" : "°")
                : std::string();
 }
 

@@ -2,8 +2,8 @@
 #include <gjf/core/reader/gjf_parser.hpp>
 
 #include <gjf/core/sections/section_kinds.hpp>
+#include <gjf/core/text/number_writing.hpp>
 
-#include <charconv>
 #include <iterator>
 
 namespace quor::input::gaussian {
@@ -11,11 +11,7 @@ namespace {
 
 void append_number(std::string& text, std::size_t number) { text += std::to_string(number); }
 
-// Six significant digits, as a stream writes them in the C locale.
-void append_number(std::string& text, double number) {
-    char digits[32];
-    text.append(digits, std::to_chars(digits, std::end(digits), number, std::chars_format::general, 6).ptr);
-}
+void append_number(std::string& text, double number) { text += general_text(number); }
 
 void append_line(std::string& text, const char* label, const std::optional<std::string>& value) {
     if (value) {

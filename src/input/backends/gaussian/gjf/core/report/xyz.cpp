@@ -2,21 +2,14 @@
 #include <gjf/core/report/xyz.hpp>
 
 #include <gjf/core/job/positions.hpp>
+#include <gjf/core/text/number_writing.hpp>
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <vector>
 
 namespace quor::input::gaussian {
 namespace {
-
-// As many decimals as atom lines have, whatever the locale.
-std::string decimal(double value) {
-    std::array<char, 64> buffer{};
-    char* const end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed, 8).ptr;
-    return {buffer.data(), end};
-}
 
 std::string padded_left(const std::string& text, std::size_t width) {
     return std::string(width > text.size() ? width - text.size() : 0, ' ') + text;
@@ -26,7 +19,7 @@ std::string atom_line(const AtomPosition& atom) {
     std::string line(symbol_of(atom.species));
     line.resize(std::max<std::size_t>(line.size(), 2), ' ');
     for (const double x : *atom.position) {
-        line += ' ' + padded_left(decimal(x), 15);
+        line += ' ' + padded_left(fixed_text(x, 8), 15);
     }
     return line + '\n';
 }
@@ -36,7 +29,7 @@ std::string title_line(const GJFData& job, const std::vector<Position>& vectors)
     if (vectors.size() == 3) {
         for (const Position& vector : vectors) {
             for (const double x : vector) {
-                line += (line.empty() ? "Lattice=\"" : " ") + decimal(x);
+                line += (line.empty() ? "Lattice=\"" : " ") + fixed_text(x, 8);
             }
         }
         line += "\" Properties=species:S:1:pos:R:3";

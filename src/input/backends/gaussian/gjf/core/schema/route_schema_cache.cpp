@@ -6,7 +6,9 @@
 
 #include <core/resource/resource.hpp>
 #include <gjf/core/route_schema_paths.hpp>
+#include <gjf/core/schema/carried_resources.hpp>
 #include <gjf/core/schema/schema_document.hpp>
+#include <gjf/core/schema/schema_image.hpp>
 #include <gjf/core/schema/schema_validation.hpp>
 
 #include <memory>
@@ -44,17 +46,28 @@ std::string first_problem(const std::string& path) {
     return path + ": it holds no vocabulary";
 }
 
+// What is carried inside, where there are no files to look for.
+SchemaCacheEntry carried_schema() {
+    auto tables = std::make_shared<SimpleYAMLParser::Impl>();
+    if (!read_schema_image(carried_resource("gaussian_route.yaml.image"), std::nullopt, *tables)) {
+        return {};
+    }
+    return {true, SimpleYAMLParser(std::move(tables))};
+}
+
 // A document that was named is the one that is meant; for one that merely lies on the way, another may stand in.
 DefaultSchema load_default_schema() {
     const std::string path = resolve_route_schema_path("");
     SchemaCacheEntry entry = load_route_schema_cached(path);
     const std::string other = route_schema_beside_library();
-    if (entry.loaded || path == named_path() || other == path) {
+    if (entry.loaded || path == named_path()) {
         return {std::move(entry.parser), path, {}};
     }
     entry = load_route_schema_cached(other);
-    return {std::move(entry.parser), entry.loaded ? other : path,
-            entry.loaded ? first_problem(path) + "; " + other + " serves in its place" : std::string()};
+    if (!entry.loaded) {
+        return {carried_schema().parser, path, {}};
+    }
+    return {std::move(entry.parser), other, first_problem(path) + "; " + other + " serves in its place"};
 }
 
 const DefaultSchema& loaded_default() {

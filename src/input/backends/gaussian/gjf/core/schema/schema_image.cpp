@@ -240,7 +240,7 @@ class ImageReader {
 /// one case in 2^64.
 std::string sum_of(std::string_view bytes) {
     std::string sum;
-    std::uint64_t hash = TextHash()(bytes);
+    std::uint64_t hash = TextHash::sum_of(bytes);
     for (unsigned byte = 0; byte < 8; ++byte, hash >>= 8) {
         sum += static_cast<char>(hash & 0xFF);
     }
@@ -258,12 +258,16 @@ std::string write_schema_image(const SimpleYAMLParser::Impl& schema, std::string
     return std::string(first_line) + sum_of(content) + content;
 }
 
-bool read_schema_image(std::string_view image, std::string_view document, SimpleYAMLParser::Impl& schema) {
+bool read_schema_image(std::string_view image, std::optional<std::string_view> document, SimpleYAMLParser::Impl& schema) {
     ImageReader reader(image);
     const bool is_image = reader.take(first_line.size()) == first_line;
     const std::string_view sum = reader.take(8);
-    if (!is_image || sum != sum_of(reader.rest()) || reader.number() != document.size() ||
-        reader.take(8) != sum_of(document)) {
+    if (!is_image || sum != sum_of(reader.rest())) {
+        return false;
+    }
+    const std::size_t document_size = reader.number();
+    const std::string_view document_sum = reader.take(8);
+    if (document && (document_size != document->size() || document_sum != sum_of(*document))) {
         return false;
     }
     walk_tables(reader, schema);

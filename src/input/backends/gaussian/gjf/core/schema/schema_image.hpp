@@ -8,6 +8,7 @@
 
 #include <gjf/core/schema/schema_tables.hpp>
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -17,8 +18,9 @@ namespace quor::input::gaussian {
 std::string write_schema_image(const SimpleYAMLParser::Impl& schema, std::string_view document);
 
 /// Fills empty tables from an image; false, with the tables empty, when it is damaged, of another version of the library or
-/// of another document. Every number in it is looked at before it is used. Throws std::bad_alloc alone.
-bool read_schema_image(std::string_view image, std::string_view document, SimpleYAMLParser::Impl& schema);
+/// of another document; without one it serves for the document that it was made of. Every number in it is looked at before
+/// it is used. Throws std::bad_alloc alone.
+bool read_schema_image(std::string_view image, std::optional<std::string_view> document, SimpleYAMLParser::Impl& schema);
 
 /// Returns the path of the image for the document at `path`; empty when there is none.
 std::string find_schema_image(const std::string& path);

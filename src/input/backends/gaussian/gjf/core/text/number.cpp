@@ -3,6 +3,10 @@
 
 #include <gjf/core/text/text.hpp>
 
+#if !defined(__cpp_lib_to_chars)
+#include <gjf/core/text/portable_numbers.hpp>
+#endif
+
 #include <algorithm>
 #include <cfenv>
 #include <charconv>
@@ -11,6 +15,12 @@
 
 namespace quor::input::gaussian {
 namespace {
+
+#if defined(__cpp_lib_to_chars)
+using std::from_chars;
+#else
+using portable::from_chars;
+#endif
 
 constexpr bool is_hex_digit(char c) noexcept {
     return is_digit(c) || (to_lower_ascii(c) >= 'a' && to_lower_ascii(c) <= 'f');
@@ -82,18 +92,6 @@ bool rounds_to_nearest() noexcept {
     return 1.0F + small == 1.0F - small;
 }
 
-// Reads the number that a text begins with, as from_chars does: the same whatever mode the caller's own computing runs in.
-std::from_chars_result read_number(std::string_view text, double& value, std::chars_format format) noexcept {
-    const int mode = rounds_to_nearest() ? FE_TONEAREST : std::fegetround();
-    if (mode == FE_TONEAREST) {
-        return std::from_chars(text.data(), text.data() + text.size(), value, format);
-    }
-    std::fesetround(FE_TONEAREST);
-    const auto result = std::from_chars(text.data(), text.data() + text.size(), value, format);
-    std::fesetround(mode);
-    return result;
-}
-
 std::optional<double> to_unsigned_number(std::string_view text) noexcept {
     const bool hexadecimal = text.size() > 2 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X');
     if (hexadecimal) {
@@ -134,6 +132,18 @@ std::optional<Integer> leading_integer(std::string_view text, bool whole) noexce
 }
 
 }  // namespace
+
+std::from_chars_result read_number(std::string_view text, double& value, std::chars_format format) noexcept {
+    const char* const end = text.data() + text.size();
+    const int mode = rounds_to_nearest() ? FE_TONEAREST : std::fegetround();
+    if (mode == FE_TONEAREST) {
+        return from_chars(text.data(), end, value, format);
+    }
+    std::fesetround(FE_TONEAREST);
+    const auto result = from_chars(text.data(), end, value, format);
+    std::fesetround(mode);
+    return result;
+}
 
 PlainDecimal leading_plain_decimal(std::string_view text) noexcept {
     const std::size_t size = text.size();

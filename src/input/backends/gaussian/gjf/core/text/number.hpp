@@ -1,6 +1,7 @@
 // Whole-field tests and conversions of numbers, independent of any locale. Private to the library.
 #pragma once
 
+#include <charconv>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -19,6 +20,10 @@ std::optional<double> to_fortran_number(std::string_view text);
 
 /// Tells whether the whole text is a floating-point number.
 inline bool is_number_text(std::string_view text) noexcept { return to_number(text).has_value(); }
+
+/// Reads the number without white space or plus that a text begins with, as std::from_chars does, infinities and the like
+/// left out: the same whatever mode the caller's own computing runs in.
+std::from_chars_result read_number(std::string_view text, double& value, std::chars_format format) noexcept;
 
 /// A decimal without an exponent, as coordinates are.
 struct PlainDecimal {

@@ -17,7 +17,10 @@ namespace quor::input::gaussian {
 struct TextHash {
     using is_transparent = void;
 
-    std::size_t operator()(std::string_view text) const noexcept {
+    std::size_t operator()(std::string_view text) const noexcept { return static_cast<std::size_t>(sum_of(text)); }
+
+    /// The same on all machines.
+    static std::uint64_t sum_of(std::string_view text) noexcept {
         const std::size_t size = text.size();
         std::uint64_t hash = size * odd;
         if (size >= 8) {
