@@ -5,6 +5,8 @@
 #include "near_options.hpp"
 #include "terminal.hpp"
 
+#include <gjf/core/text/steps_between.hpp>
+
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
@@ -78,11 +80,12 @@ class Declarations {
 std::string wrong_command(const std::string& word) {
     const Command* near =
         std::min_element(std::begin(commands), std::end(commands), [&](const Command& a, const Command& b) {
-            return quor_gjf::letters_apart(word, a.name) < quor_gjf::letters_apart(word, b.name);
+            return quor::input::gaussian::steps_between(word, a.name) < quor::input::gaussian::steps_between(word, b.name);
         });
     const std::string message = "no command '" + quor_gjf::printable(word) + "'; ";
-    return message + (quor_gjf::letters_apart(word, near->name) <= 2 ? "did you mean " + std::string(near->name) + "?"
-                                                                     : "quor-gjf --help lists all");
+    return message + (quor::input::gaussian::steps_between(word, near->name) <= 2
+                          ? "did you mean " + std::string(near->name) + "?"
+                          : "quor-gjf --help lists all");
 }
 
 // The long options of the command that was read, and of those above it.

@@ -2,6 +2,7 @@
 #include "near_options.hpp"
 
 #include <gjf/core/schema/simple_yaml_parser.hpp>
+#include <gjf/core/text/steps_between.hpp>
 
 #include <algorithm>
 
@@ -19,24 +20,6 @@ std::string bare(const std::string& option) {
 }
 
 }  // namespace
-
-std::size_t letters_apart(const std::string& a, const std::string& b) {
-    std::vector<std::vector<std::size_t>> apart(a.size() + 1, std::vector<std::size_t>(b.size() + 1));
-    for (std::size_t i = 0; i <= a.size(); ++i) {
-        for (std::size_t j = 0; j <= b.size(); ++j) {
-            if (i == 0 || j == 0) {
-                apart[i][j] = i + j;
-                continue;
-            }
-            const bool same = a[i - 1] == b[j - 1];
-            apart[i][j] = std::min({apart[i - 1][j] + 1, apart[i][j - 1] + 1, apart[i - 1][j - 1] + (same ? 0 : 1)});
-            if (i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1]) {
-                apart[i][j] = std::min(apart[i][j], apart[i - 2][j - 2] + 1);
-            }
-        }
-    }
-    return apart[a.size()][b.size()];
-}
 
 std::vector<std::string> near_options(const std::string& word, const std::vector<std::string>& options) {
     constexpr std::size_t shortest = 3;  // a shorter one may mean anything
@@ -57,7 +40,8 @@ std::vector<std::string> near_options(const std::string& word, const std::vector
     };
     std::vector<std::string> found = collect([&](const std::string& name) { return name.starts_with(wanted); });
     for (std::size_t apart = 1; found.empty() && apart <= (wanted.size() < 6 ? 1 : 2); ++apart) {
-        found = collect([&](const std::string& name) { return letters_apart(wanted, name) == apart; });
+        found =
+            collect([&](const std::string& name) { return quor::input::gaussian::steps_between(wanted, name) == apart; });
     }
     return found;
 }

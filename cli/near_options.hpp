@@ -1,14 +1,10 @@
 // Finds the options, and other names of the tool, that a misspelt one may have meant.
 #pragma once
 
-#include <cstddef>
 #include <string>
 #include <vector>
 
 namespace quor_gjf {
-
-/// Returns how many letters differ: put in, left out, replaced, or two of them swapped.
-std::size_t letters_apart(const std::string& a, const std::string& b);
 
 /// Returns the options, each with its dashes, that `word` may mean: those that it begins, or else those that it is a slip
 /// of; at most three. None for what is one of them, or a number.

@@ -3,6 +3,7 @@ set(quor_public_headers
     gjf/gjf.hpp
     gjf/core/route_schema_paths.hpp
     gjf/core/text/span.hpp
+    gjf/core/text/steps_between.hpp
     gjf/core/chemistry/elements.hpp
     gjf/core/chemistry/layers.hpp
     gjf/core/chemistry/space.hpp

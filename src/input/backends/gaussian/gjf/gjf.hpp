@@ -57,4 +57,5 @@
 #include <gjf/core/schema/schema_validation.hpp>
 #include <gjf/core/schema/simple_yaml_parser.hpp>
 #include <gjf/core/selection/selection.hpp>
+#include <gjf/core/text/steps_between.hpp>
 #include <gjf/core/sections/section_kinds.hpp>
