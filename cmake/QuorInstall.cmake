@@ -25,7 +25,7 @@ install(FILES src/core/export.hpp DESTINATION ${include_folder}/core)
 install(FILES src/core/fs/write_text_file.hpp DESTINATION ${include_folder}/core/fs)
 install(FILES src/core/resource/resource.hpp DESTINATION ${include_folder}/core/resource)
 install(FILES resources/schemas/input/gaussian_route.yaml ${vocabulary_image} DESTINATION ${CMAKE_INSTALL_DATADIR}/quorlib/schemas/input)
-install(DIRECTORY resources/knowledge DESTINATION ${CMAKE_INSTALL_DATADIR}/quorlib)
+install(DIRECTORY resources/knowledge resources/recipes DESTINATION ${CMAKE_INSTALL_DATADIR}/quorlib)
 
 install(EXPORT quor_g16_gjf_targets NAMESPACE quor:: DESTINATION ${package_folder})
 configure_package_config_file(cmake/quor_g16_gjfConfig.cmake.in quor_g16_gjfConfig.cmake INSTALL_DESTINATION ${package_folder})

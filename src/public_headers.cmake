@@ -51,6 +51,8 @@ set(quor_public_headers
     gjf/core/document/gjf_document.hpp
     gjf/core/editing/edit_operations.hpp
     gjf/core/editing/edited_text.hpp
+    gjf/core/next/next_job.hpp
+    gjf/core/next/recipes.hpp
     gjf/core/editor/edit_record.hpp
     gjf/core/selection/selection.hpp
     gjf/core/output/diagnosis.hpp

@@ -11,7 +11,7 @@ from function_lengths import cpp_functions, python_functions
 from module_circles import circles, package_uses, tool_uses
 
 ROOMS = ["text", "chemistry", "schema", "knowledge", "route", "job", "sections", "reader", "basis", "editor",
-         "selection", "check", "output", "predicate", "configuration", "document", "editing", "report", "language", "protocol", "c_api"]
+         "selection", "check", "output", "predicate", "configuration", "document", "editing", "next", "report", "language", "protocol", "c_api"]
 # Rooms that do not know each other.
 STRANGERS = {frozenset(pair) for pair in itertools.combinations(("editor", "selection", "check", "output"), 2)}
 # Lines of a file: of what users get, and of all else.

@@ -28,6 +28,8 @@
 #include <gjf/core/language/names.hpp>
 #include <gjf/core/language/offers.hpp>
 #include <gjf/core/language/structure.hpp>
+#include <gjf/core/next/next_job.hpp>
+#include <gjf/core/next/recipes.hpp>
 #include <gjf/core/output/diagnosis.hpp>
 #include <gjf/core/output/output_reader.hpp>
 #include <gjf/core/output/output_source.hpp>

@@ -87,4 +87,10 @@ std::string resolve_knowledge_folder() {
     return "resources/knowledge";
 }
 
+std::string resolve_recipes_folder() {
+    const std::string facts = resolve_knowledge_folder();
+    const std::size_t end = facts.find_last_of('/', facts.find_last_not_of('/'));
+    return end == std::string::npos ? "recipes" : facts.substr(0, end + 1) + "recipes";
+}
+
 }  // namespace quor::input::gaussian

@@ -27,4 +27,7 @@ QUOR_GJF_API std::string route_schema_beside_library();
 /// has none, for the default one. It may not exist.
 QUOR_GJF_API std::string resolve_knowledge_folder();
 
+/// Returns the folder of the recipes for next jobs, which lies beside the folder of the tables of facts. It may not exist.
+QUOR_GJF_API std::string resolve_recipes_folder();
+
 }  // namespace quor::input::gaussian
