@@ -15,6 +15,8 @@ void add_report_command(CLI::App& command, int& exit_code);
 void add_check_command(CLI::App& command, int& exit_code);
 void add_find_command(CLI::App& command, int& exit_code);
 void add_diagnose_command(CLI::App& command, int& exit_code);
+void add_next_command(CLI::App& command, int& exit_code);
+void add_retry_command(CLI::App& command, int& exit_code);
 void add_diff_command(CLI::App& command, int& exit_code);
 void add_convert_command(CLI::App& command, int& exit_code);
 void add_outline_command(CLI::App& command, int& exit_code);

@@ -32,6 +32,8 @@ constexpr Command commands[] = {
     {"check", "Find what would make jobs fail, or give another result than meant", quor_gjf::add_check_command},
     {"find", "Name the jobs that fit a condition on route, charge, atoms and more", quor_gjf::add_find_command},
     {"diagnose", "Tell of outputs how their jobs ended, why, and what may help", quor_gjf::add_diagnose_command},
+    {"next", "Write the job that follows an output: frequencies, a saddle, a path, ...", quor_gjf::add_next_command},
+    {"retry", "Write jobs anew that failed, with what may cure them", quor_gjf::add_retry_command},
     {"diff", "Tell what differs between two job files by meaning", quor_gjf::add_diff_command},
     {"outline", "Tell which lines of a job file hold what, and what is missing or left over", quor_gjf::add_outline_command},
     {"route", "Explain a route: model chemistry, keywords, the sections it wants, warnings", quor_gjf::add_route_command},

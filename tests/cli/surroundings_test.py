@@ -26,7 +26,7 @@ while IFS= read -r line; do complete_line "$line"; done
 """
 # What is completed, and with what. bash itself takes "=" for a break of words.
 COMPLETIONS = {
-    "quor-gjf ": "report check find diagnose diff outline route complete edit format split join convert schema config lsp mcp completion",
+    "quor-gjf ": "report check find diagnose next retry diff outline route complete edit format split join convert schema config lsp mcp completion",
     "quor-gjf c": "check complete convert config completion",
     "quor-gjf help": "",
     "quor-gjf check --fail-on=e": "error",

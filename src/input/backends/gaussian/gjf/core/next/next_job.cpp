@@ -183,12 +183,20 @@ std::string read_checkpoint(const Workplace& here, const std::string& text) {
 
 struct Naming {
     std::string stem;  // of the new file
+    std::string extension;
     std::string note;  // the comment line, without its beginning
 };
 
+Naming named(const Workplace& here, const std::string& stem, const std::string& note) {
+    const std::string& name = here.wish.name;
+    const std::size_t dot = name.rfind('.');
+    return name.empty() ? Naming{stem, new_extension(here.old), note}
+                        : Naming{name.substr(0, dot), dot == std::string::npos ? std::string() : name.substr(dot), note};
+}
+
 // Makes one job by a recipe.
 NewJob made_job(const Workplace& here, const Recipe& recipe, const Naming& naming) {
-    NewJob job{naming.stem + new_extension(here.old), here.base.text, recipe.id, recipe.attempt, here.base.remarks};
+    NewJob job{naming.stem + naming.extension, here.base.text, recipe.id, recipe.attempt, here.base.remarks};
     job.remarks.insert(job.remarks.begin(), recipe.says);
     std::vector<EditOperation> operations = operations_of(recipe, here);
     RecipeGeometry which = recipe.geometry;
@@ -248,6 +256,34 @@ void check_beginning(const OldCalculation& old, const std::string& to) {
 
 std::string end_of(const std::string& path) { return path.substr(path.find_last_of('/') + 1); }
 
+bool is_cure(const Recipe& recipe, const std::string& cause) {
+    return recipe.kind == RecipeKind::Cure && recipe.wanted_for == cause && !recipe.is_hint();
+}
+
+// The first attempt that was not made yet and can be made; throws where there is none.
+const Recipe& next_attempt(const Workplace& here, const std::string& cause, const std::vector<Recipe>& known) {
+    // What ran out of time goes on as often as it is asked for.
+    const std::optional<AttemptNote> note = attempt_note(here.base.text);
+    const int used = note && note->id == cause && kind_of(cause) != "time" ? note->attempt : 0;
+    std::string reason = used > 0 ? "no attempt is left after " + std::to_string(used) : "no cure fits the job";
+    for (const Recipe& recipe : known) {
+        if (!is_cure(recipe, cause) || recipe.attempt <= used || !fits_job(recipe, here.file, 0)) {
+            continue;
+        }
+        std::string unmet = unmet_need(recipe, here);
+        try {
+            operations_of(recipe, here);
+        } catch (const std::exception& error) {
+            unmet = error.what();
+        }
+        if (unmet.empty()) {
+            return recipe;
+        }
+        reason = unmet;
+    }
+    throw NextJobRefused(reason);
+}
+
 Recipe route_recipe(const std::string& route) {
     Recipe recipe;
     recipe.kind = RecipeKind::Next;
@@ -269,7 +305,8 @@ std::vector<NewJob> next_jobs(const OldCalculation& old, const NextWish& wish) {
     const std::string from = " from " + end_of(old.output_path);
     std::vector<NewJob> jobs;
     if (!wish.route.empty()) {
-        jobs.push_back(job_or_refusal(here, route_recipe(wish.route), {output_stem(old) + "_next", "next: route" + from}));
+        jobs.push_back(
+            job_or_refusal(here, route_recipe(wish.route), named(here, output_stem(old) + "_next", "next: route" + from)));
         return jobs;
     }
     std::string reason = "no recipe fits the job";
@@ -282,7 +319,8 @@ std::vector<NewJob> next_jobs(const OldCalculation& old, const NextWish& wish) {
         reason = unmet.empty() ? reason : unmet;
         if (is_wanted && unmet.empty()) {
             attempt = recipe.attempt;
-            jobs.push_back(job_or_refusal(here, recipe, {output_stem(old) + '_' + recipe.id, "next: " + recipe.id + from}));
+            jobs.push_back(
+                job_or_refusal(here, recipe, named(here, output_stem(old) + '_' + recipe.id, "next: " + recipe.id + from)));
         }
     }
     if (jobs.empty()) {
@@ -304,35 +342,18 @@ std::vector<NewJob> retry_jobs(const OldCalculation& old, const NextWish& wish) 
     }
     const std::string told = old.diagnosis.says.empty() ? cause : cause + ": " + old.diagnosis.says;
     const std::string remedy = old.diagnosis.remedy.empty() ? std::string() : "; what may help: " + old.diagnosis.remedy;
-    const auto is_cure = [&](const Recipe& recipe) {
-        return recipe.kind == RecipeKind::Cure && recipe.wanted_for == cause && !recipe.is_hint();
-    };
     const std::vector<Recipe>& known = wish.recipes.empty() ? default_recipes() : wish.recipes;
-    if (std::none_of(known.begin(), known.end(), is_cure)) {
+    if (std::none_of(known.begin(), known.end(), [&](const Recipe& recipe) { return is_cure(recipe, cause); })) {
         throw NextJobRefused(told + ": no program can cure it" + remedy);
     }
     const Workplace here(old, wish, true);
-    // What ran out of time goes on as often as it is asked for.
-    const std::optional<AttemptNote> note = attempt_note(here.base.text);
-    const int used = note && note->id == cause && kind_of(cause) != "time" ? note->attempt : 0;
-    std::string reason = used > 0 ? "no attempt is left after " + std::to_string(used) : "no cure fits the job";
-    for (const Recipe& recipe : known) {
-        if (!is_cure(recipe) || recipe.attempt <= used || !fits_job(recipe, here.file, 0)) {
-            continue;
-        }
-        std::string unmet = unmet_need(recipe, here);
-        try {
-            operations_of(recipe, here);
-        } catch (const std::exception& error) {
-            unmet = error.what();
-        }
-        if (unmet.empty()) {
-            const std::string line = "retry: " + recipe.id + " attempt " + std::to_string(recipe.attempt) + " from ";
-            return {job_or_refusal(here, recipe, {retry_stem(old), line + end_of(old.output_path)})};
-        }
-        reason = unmet;
+    try {
+        const Recipe& recipe = next_attempt(here, cause, known);
+        const std::string line = "retry: " + recipe.id + " attempt " + std::to_string(recipe.attempt) + " from ";
+        return {job_or_refusal(here, recipe, named(here, retry_stem(old), line + end_of(old.output_path)))};
+    } catch (const NextJobRefused& error) {
+        throw NextJobRefused(told + ": " + error.what() + remedy);
     }
-    throw NextJobRefused(told + ": " + reason + remedy);
 }
 
 }  // namespace quor::input::gaussian

@@ -26,6 +26,7 @@ struct NextWish {
     bool cartesian = false;       ///< writes Cartesian coordinates in the place of a Z-matrix
     bool force = false;           ///< of an output that does not fit, and with errors that the checker finds
     std::string folder;           ///< where the new job will be; empty: beside the output
+    std::string name;             ///< of the new job's file; empty: by the output and what is wanted
     std::vector<Recipe> recipes;  ///< empty: those of the library
 };
 

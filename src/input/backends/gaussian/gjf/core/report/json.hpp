@@ -9,6 +9,7 @@
 #include <gjf/core/check/fix_text.hpp>
 #include <gjf/core/editing/edited_text.hpp>
 #include <gjf/core/knowledge/knowledge.hpp>
+#include <gjf/core/next/next_job.hpp>
 #include <gjf/core/output/diagnosis.hpp>
 #include <gjf/core/predicate/job_file.hpp>
 #include <gjf/core/reader/job_layout.hpp>
@@ -72,6 +73,10 @@ QUOR_GJF_API std::string selection_json(const std::string& path, const std::vect
 /// Returns the line about what happened to the job of an output; with `points`, each of them too.
 QUOR_GJF_API std::string diagnosis_json(const std::string& path, const Diagnosis& diagnosis,
                                         const std::vector<OutputPoint>* points = nullptr);
+
+/// Returns the line about new jobs, or why there are none; with their texts where they are not written to files.
+QUOR_GJF_API std::string next_jobs_json(const std::string& path, const std::vector<NewJob>& jobs, bool written);
+QUOR_GJF_API std::string refused_job_json(const std::string& path, const std::string& reason);
 
 /// Returns the line about which lines of a file hold what.
 QUOR_GJF_API std::string outline_json(const std::string& path, const std::vector<JobReading>& readings);
