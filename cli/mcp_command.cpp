@@ -71,7 +71,7 @@ void serve_agent(ToolServer& server) {
                                waiting.pop_front();
                                return answer.empty() ? std::vector<std::string>() : std::vector<std::string>{answer};
                            },
-                           [] { return false; }});
+                           [] { return false; }, nullptr, true});
 }
 
 void serve_below(const std::string& root) {

@@ -170,7 +170,7 @@ bool send(Framing framing, const std::vector<std::string>& messages) {
 // Ends the process when its client has ended and the work under way takes longer than a client's end may.
 class Watch {
    public:
-    Watch() {
+    explicit Watch(bool finishes) : watched_(finishes ? STDOUT_FILENO : STDIN_FILENO) {
         std::thread([this, parent = getppid()] {
             while (!is_lonely(parent)) {
                 std::this_thread::sleep_for(std::chrono::seconds(1));
@@ -191,12 +191,13 @@ class Watch {
     static bool is_there(pid_t process) { return kill(process, 0) == 0 || errno == EPERM; }
 
     bool is_lonely(pid_t parent) const {
-        pollfd input = {STDIN_FILENO, 0, 0};
+        pollfd end = {watched_, 0, 0};
         const std::int64_t client = client_;
         return getppid() != parent || (client != 0 && !is_there(static_cast<pid_t>(client))) ||
-               (poll(&input, 1, 0) > 0 && (input.revents & (POLLHUP | POLLERR | POLLNVAL)) != 0);
+               (poll(&end, 1, 0) > 0 && (end.revents & (POLLHUP | POLLERR | POLLNVAL)) != 0);
     }
 
+    int watched_;  // whose other end being closed means that nobody is there
     std::atomic<std::int64_t> client_ = 0;
 };
 
@@ -212,7 +213,7 @@ void take_all(Frames& frames, const MessageServer& server) {
 void serve(Framing framing, const MessageServer& server) {
     std::signal(SIGPIPE, SIG_IGN);
     // It outlives this function, since its thread does.
-    static Watch watch;
+    static Watch watch(server.finishes);
     Frames frames(framing);
     bool has_input = true;
     try {

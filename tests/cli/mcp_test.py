@@ -120,6 +120,15 @@ def test_messages(tool, root):
     assert wrong.returncode == 2 and not wrong.stdout, wrong
 
 
+def test_end(tool):
+    """What was asked before the input ends is answered, however long that takes."""
+    atoms = "".join(f"C {i % 40}.0 {i // 40 % 40}.0 {i // 1600}.0\n" for i in range(8_000))
+    slow = call(0, "check", {"text": f"# hf/sto-3g\n\nt\n\n0 1\n{atoms}\n"})
+    asked = [line_of(FIRST), *(slow.replace(b'"id": 0', b'"id": %d' % number) for number in range(1, 13))]
+    result = subprocess.run([tool, "mcp"], input=b"\n".join(asked) + b"\n", capture_output=True, check=True, timeout=300)
+    assert [json.loads(line)["id"] for line in result.stdout.splitlines()] == list(range(13)), result.stderr
+
+
 def main():
     tool, source, work = sys.argv[1], pathlib.Path(sys.argv[2]), pathlib.Path(sys.argv[3]).resolve()
     shutil.rmtree(work, ignore_errors=True)
@@ -128,6 +137,7 @@ def main():
     root = made_root(work / "paths")
     test_paths(tool, root)
     test_messages(tool, root)
+    test_end(tool)
 
 
 if __name__ == "__main__":

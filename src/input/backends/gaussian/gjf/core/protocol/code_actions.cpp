@@ -85,7 +85,22 @@ void add_fixes(const DocumentQuestion& question, const Finding& finding, Message
     }
 }
 
-// The comment stands above the route of the job, at a line of its own.
+// A comment that silences a code: above the route of a job, at a line of its own, or one more code in the one that stands
+// there.
+TextEdit silencing(std::string_view text, std::size_t route, const std::string& code) {
+    constexpr std::string_view comment = "! quor-gjf: ignore ";
+    const std::size_t line = route == 0 ? 0 : text.rfind('\n', route - 1) + 1;
+    if (line > 0) {
+        const std::size_t above = line == 1 ? 0 : text.rfind('\n', line - 2) + 1;
+        if (text.substr(above, comment.size()) == comment) {
+            const std::size_t end = line - (line - above > 1 && text[line - 2] == '\r' ? 2 : 1);
+            return {end, end, " " + code};
+        }
+    }
+    const bool returns = text.find("\r\n") != std::string_view::npos;
+    return {line, line, std::string(comment) + code + (returns ? "\r\n" : "\n")};
+}
+
 void add_silencing(const DocumentQuestion& question, const Finding& finding, Message& actions) {
     const OpenDocument& document = question.document;
     const std::vector<JobReading>& jobs = document.file().jobs();
@@ -93,13 +108,10 @@ void add_silencing(const DocumentQuestion& question, const Finding& finding, Mes
         return;
     }
     const std::size_t route = jobs[finding.job - 1].places.route_words.front().begin;
-    const std::size_t line = route == 0 ? 0 : document.text().rfind('\n', route - 1) + 1;
-    const bool returns = document.text().find("\r\n") != std::string::npos;
-    const TextEdit edit{line, line, "! quor-gjf: ignore " + finding.code + (returns ? "\r\n" : "\n")};
     actions.push_back({{"title", "ignore " + finding.code + " in this job"},
                        {"kind", "quickfix"},
                        {"diagnostics", Message::array({diagnostic_json(document, finding, question.options.shares_files)})},
-                       {"edit", document.workspace_edit({edit})}});
+                       {"edit", document.workspace_edit({silencing(document.text(), route, finding.code)})}});
 }
 
 // What differs between two texts, as one change.

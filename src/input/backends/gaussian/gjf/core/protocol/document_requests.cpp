@@ -252,7 +252,8 @@ Message links(Question question) {
     const std::string& uri = question.document.uri();
     const std::string folder = uri.substr(0, uri.rfind('/') + 1);
     for (const FileLink& link : file_links(question.document.file())) {
-        if (!link.path.empty()) {
+        // Beside a text that lies nowhere, no file can be named.
+        if (!link.path.empty() && (link.path.front() == '/' || !folder.empty())) {
             list.push_back(
                 {{"range", question.document.range_json(link.place)},
                  {"target", link.path.front() == '/' ? "file://" + address_of(link.path) : folder + address_of(link.path)}});
