@@ -100,6 +100,19 @@ TEST(Hover, TellsWhichAtomIsMeant) {
         {"# hf\n\nt\n\n|0 1\nO 0 0 0\nH 0 0 1\nH 0 1 0\n\n", "0: 10 electrons"},
         {"# hf geom=connectivity\n\nt\n\n0 1\nO 0 0 0\nH 0 0 3\n\n1 |2 1.0\n2\n\n",
          "2: atom 2 of 2, `H` at 0.000 0.000 3.000; bonded to `O` 1 (3.000 Å)\n\ndistance 1-2: 3.000 Å"},
+        {"# hf opt=modredundant\n\nt\n\n0 1\nH 1 0 0\nO 0 0 0\nO 0 1.4 0\nH 0 1.4 1\n\nD 1 2 3 |4 F\n\n",
+         "4: atom 4 of 4, `H` at 0.000 1.400 1.000; bonded to `O` 3 (1.000 Å)\n\ndihedral 1-2-3-4: -90.000°"},
+        {"# hf opt=modredundant\n\nt\n\n0 1\nH 1 0 0\nO 0 0 0\nO 0 1.4 0\nH 0 1.4 1\n\nD 1 2 |3 4 F\n\n",
+         "3: atom 3 of 4, `O` at 0.000 1.400 0.000; bonded to `O` 2 (1.400 Å), `H` 4 (1.000 Å)\n\ndihedral 1-2-3-4: "
+         "-90.000°"},
+        {"# hf counterpoise=2\n\nt\n\n0 1 0 1 0 1\nHe(Fragment=|1) 0 0 0\nHe(Fragment=2) 0 0 3\n\n",
+         "He(Fragment=1): atom 1 of 2, `He` at 0.000 0.000 0.000; fragment `1` of 1 atom, charge 0, multiplicity 1"},
+        {"# hf counterpoise=2\n\nt\n\n0 1 0 1 |0 1\nHe(Fragment=1) 0 0 0\nHe(Fragment=2) 0 0 3\n\n", "0: 4 electrons"},
+        {"# hf guess=fragment=2\n\nt\n\n0 1 1 2 -1 2\nHe(Fragment=|2) 0 0 0\nHe(fragment=2) 0 0 3\nHe(Fragment=1) 0 0 6\nHe "
+         "0 0 9\n\n",
+         "He(Fragment=2): atom 1 of 4, `He` at 0.000 0.000 0.000; fragment `2` of 2 atoms, charge -1, multiplicity 2"},
+        {"# hf\n\nt\n\n0 1\nHe(Fragment=|7) 0 0 0\nHe 0 0 3\n\n",
+         "He(Fragment=7): atom 1 of 2, `He` at 0.000 0.000 0.000; fragment `7` of 1 atom"},
         {"# hf\n\nt\n\n0 1\nO |0 0 0\n\n", ""},
     };
     for (const HoverRow& row : rows) {

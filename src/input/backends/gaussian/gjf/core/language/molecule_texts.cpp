@@ -3,10 +3,12 @@
 
 #include <gjf/core/chemistry/elements.hpp>
 #include <gjf/core/language/hover.hpp>
+#include <gjf/core/text/number.hpp>
 #include <gjf/core/text/number_writing.hpp>
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace quor::input::gaussian {
 namespace {
@@ -57,15 +59,36 @@ std::vector<std::size_t> neighbours_of(const GJFData& job, const std::vector<Ato
     return near;
 }
 
+const AtomInfo& info_of(const GJFData& job, std::size_t index) {
+    return job.geom.zmatrix_entries.empty() ? job.geom.atoms[index].info : job.geom.zmatrix_entries[index].info;
+}
+
+// The fragment of an atom: how many atoms it has, and its charge and multiplicity, which stand behind those of the whole.
+std::string fragment_text(const GJFData& job, std::size_t index) {
+    const std::string* fragment = find_parameter(info_of(job, index), "fragment");
+    if (fragment == nullptr) {
+        return {};
+    }
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < job.geom.atom_count(); ++i) {
+        const std::string* other = find_parameter(info_of(job, i), "fragment");
+        count += other != nullptr && *other == *fragment;
+    }
+    std::string text =
+        "; fragment " + code_span(*fragment) + " of " + std::to_string(count) + (count == 1 ? " atom" : " atoms");
+    const std::vector<ChargeSpinPair> pairs = job.geom.charge_spin_pairs();
+    const std::int64_t number = to_int64(*fragment).value_or(0);
+    if (number > 0 && std::cmp_less(number, pairs.size())) {
+        const ChargeSpinPair& pair = pairs[static_cast<std::size_t>(number)];
+        text += ", charge " + std::to_string(pair.charge) + ", multiplicity " + std::to_string(pair.multiplicity);
+    }
+    return text;
+}
+
 }  // namespace
 
 std::string_view label_of(const GJFData& job, std::size_t atom) {
-    const bool rows = !job.geom.zmatrix_entries.empty();
-    const std::size_t count = rows ? job.geom.zmatrix_entries.size() : job.geom.atoms.size();
-    if (atom == 0 || atom > count) {
-        return {};
-    }
-    return rows ? job.geom.zmatrix_entries[atom - 1].info.element : job.geom.atoms[atom - 1].info.element;
+    return atom == 0 || atom > job.geom.atom_count() ? std::string_view() : info_of(job, atom - 1).element;
 }
 
 std::string atom_text(const GJFData& job, const std::vector<AtomPosition>& atoms, std::size_t number) {
@@ -77,7 +100,7 @@ std::string atom_text(const GJFData& job, const std::vector<AtomPosition>& atoms
         "atom " + std::to_string(number) + " of " + std::to_string(atoms.size()) + ", " + code_span(label_of(job, number));
     if (!atom.position) {
         const std::string fault = position_fault_text(atom, number);
-        return fault.empty() ? text : text + ": " + code_span(fault);
+        return text + (fault.empty() ? "" : ": " + code_span(fault)) + fragment_text(job, number - 1);
     }
     text += " at";
     for (const double coordinate : *atom.position) {
@@ -89,7 +112,7 @@ std::string atom_text(const GJFData& job, const std::vector<AtomPosition>& atoms
         bonded += (bonded.empty() ? "" : ", ") + code_span(label_of(job, near + 1)) + " " + std::to_string(near + 1) +
                   (placed ? " (" + fixed_text(distance(*atom.position, *atoms[near].position), 3) + " Å)" : "");
     }
-    return bonded.empty() ? text : text + "; bonded to " + bonded;
+    return text + (bonded.empty() ? "" : "; bonded to " + bonded) + fragment_text(job, number - 1);
 }
 
 std::string coordinate_text(const std::vector<AtomPosition>& atoms, std::span<const std::size_t> numbers) {
