@@ -1,5 +1,6 @@
 // quor-gjf diagnose: tells of outputs how their jobs ended, why, and what may help.
 #include "batch.hpp"
+#include "check_codes.hpp"
 #include "commands.hpp"
 #include "input.hpp"
 #include "plain_text.hpp"
@@ -29,6 +30,8 @@ struct DiagnoseArguments {
     bool details = false;
     bool steps = false;
     bool table = false;
+    bool list = false;
+    std::vector<std::string> explained;
 };
 
 std::string decimals(double value, const char* form) {
@@ -44,6 +47,11 @@ std::string verdict(const Diagnosis& diagnosis) {
     std::string text = termination_name(diagnosis.summary.termination());
     text += diagnosis.link > 0 ? " in link " + std::to_string(diagnosis.link) : std::string();
     text += diagnosis.cause.empty() ? std::string() : ", " + diagnosis.cause + ": " + diagnosis.says;
+    if (diagnosis.summary.termination() == StepTermination::Normal) {
+        for (const OutputFinding& finding : diagnosis.findings) {
+            text += finding.severity == "warning" ? ", but: " + finding.message : std::string();
+        }
+    }
     return text + (diagnosis.may_run ? "; it may still be running" : "");
 }
 
@@ -99,6 +107,17 @@ void append_results(std::string& text, const OutputSummary& summary) {
     }
 }
 
+// Those beside the cause of the failure, which the first line tells.
+void append_findings(std::string& text, const Diagnosis& diagnosis) {
+    for (const OutputFinding& finding : diagnosis.findings) {
+        if (diagnosis.cause.empty() || finding.cause != diagnosis.cause) {
+            text += "  " + finding.severity + ' ' + finding.code +
+                    (finding.line > 0 ? ", line " + std::to_string(finding.line) : "") + ": " + finding.message +
+                    (finding.hint.empty() ? "" : "; " + finding.hint) + '\n';
+        }
+    }
+}
+
 std::string details_of(const Diagnosis& diagnosis) {
     const OutputSummary& summary = diagnosis.summary;
     std::string text;
@@ -110,6 +129,7 @@ std::string details_of(const Diagnosis& diagnosis) {
     }
     text += diagnosis.told_mem.empty() ? "" : "  memory that would do: " + printable(diagnosis.told_mem) + '\n';
     text += diagnosis.remedy.empty() ? "" : "  may help: " + diagnosis.remedy + '\n';
+    append_findings(text, diagnosis);
     text += summary.route.empty() ? "" : "  " + printable(summary.route) + '\n';
     text += summary.last ? molecule_text(summary) : std::string();
     append_results(text, summary);
@@ -196,9 +216,36 @@ FileResult diagnose_one(const std::string& path, const DiagnoseArguments& argume
     return result;
 }
 
+// Returns the exit code: a code that is none is a misuse.
+int print_output_codes(const DiagnoseArguments& arguments) {
+    std::vector<OutputCodeDescription> wanted = output_code_descriptions();
+    for (const std::string& code : arguments.explained) {
+        if (std::none_of(wanted.begin(), wanted.end(), [&](const auto& one) { return one.code.rfind(code, 0) == 0; })) {
+            throw CLI::ValidationError("--explain", "outputs have no code " + code + "; quor-gjf diagnose --list names all");
+        }
+    }
+    for (const OutputCodeDescription& one : wanted) {
+        const bool is_wanted =
+            arguments.explained.empty() || std::any_of(arguments.explained.begin(), arguments.explained.end(),
+                                                       [&](const auto& code) { return one.code.rfind(code, 0) == 0; });
+        std::string text = one.code + "  " + one.severity + "  " + one.title + '\n';
+        text += arguments.explained.empty()
+                    ? ""
+                    : "\n" + one.explanation + "\n" + (one.remedy.empty() ? "" : "May help: " + one.remedy + ".\n");
+        std::fputs(!is_wanted ? "" : arguments.batch.json ? output_code_json(one).c_str() : text.c_str(), stdout);
+    }
+    return exit_success;
+}
+
 int diagnose(DiagnoseArguments& arguments) {
     if (const std::string missing = missing_for_diagnosis(); !missing.empty()) {
         throw MissingVocabulary(missing);
+    }
+    if (arguments.list || !arguments.explained.empty()) {
+        return print_output_codes(arguments);
+    }
+    if (arguments.batch.paths.empty()) {
+        throw CLI::RequiredError("FILE");
     }
     arguments.details = arguments.details || !names_several_files(arguments.batch.paths);
     arguments.batch.walk.outputs = true;
@@ -215,14 +262,18 @@ int diagnose(DiagnoseArguments& arguments) {
 void add_diagnose_command(CLI::App& command, int& exit_code) {
     const auto arguments = std::make_shared<DiagnoseArguments>();
     add_batch_options(command, arguments->batch);
-    command.get_option("FILE")->required()->description(
-        "Outputs, also compressed by gzip or xz; folders with all *.log and *.out below them; - reads standard input");
+    command.get_option("FILE")->description(
+        "Outputs, also compressed by gzip or xz, and formatted checkpoints; folders with all *.log and *.out below them; - "
+        "reads standard input");
     command.add_flag("--details", arguments->details, "Tell all of each output, as of a single one");
     command.add_flag("--steps", arguments->steps,
                      "List the geometries with their energies and forces; * marks the lowest energy so far");
     command.add_flag("--table", arguments->table, "List the outputs by what happened to them")
         ->excludes("--json")
         ->excludes("--steps");
+    command.add_flag("--list", arguments->list, "Name all codes of findings")->excludes("FILE");
+    add_code_option(command, "--explain", arguments->explained, "Explain a code, or all that begin so");
+    command.get_option("--explain")->excludes("FILE");
     command.callback([arguments, &exit_code] { exit_code = diagnose(*arguments); });
 }
 

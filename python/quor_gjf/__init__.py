@@ -17,6 +17,7 @@ from .checks import (CheckError, CheckWarning, Finding, Fix, FixedText, check, c
 from .errors import FileError, MissingFileError, ParseError, VocabularyError, WriteError
 from .head import ChargeSpin
 from .job import Job, Jobs, UnreadableJob
+from .outputs import Output, OutputPoint, diagnose
 from .reading import edit, edit_all, from_ase, loads, loads_all, read, read_all, read_many, vocabulary_path
 from .requests import request
 from .route import Keywords, Route, route
@@ -27,7 +28,7 @@ __version__ = "0.2.0"
 
 __all__ = [
     "Atom", "Atoms", "Bond", "Bonds", "ChargeSpin", "CheckError", "CheckWarning", "FileError", "Finding", "Fix", "FixedText", "Job", "Jobs",
-    "Keyword", "Keywords", "MissingFileError", "ParseError", "Route", "RouteWarning", "Section", "SectionKind", "Sections", "Selection",
-    "UnreadableJob", "VocabularyError", "WriteError", "check", "check_change", "check_codes", "check_many", "edit", "edit_all", "fix",
+    "Keyword", "Keywords", "MissingFileError", "Output", "OutputPoint", "ParseError", "Route", "RouteWarning", "Section", "SectionKind", "Sections", "Selection",
+    "UnreadableJob", "VocabularyError", "WriteError", "check", "check_change", "check_codes", "check_many", "diagnose", "edit", "edit_all", "fix",
     "from_ase", "loads", "loads_all", "read", "read_all", "read_many", "request", "route", "unknown_words", "vocabulary_path",
 ]

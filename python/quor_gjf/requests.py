@@ -11,7 +11,7 @@ if TYPE_CHECKING:
 def request(command: str, text: str, **options: Any) -> Dict[str, Any]:
     """Run a command of ``quor-gjf`` on a text, and return what it answers (see docs/json.md); no file is opened.
 
-    ``command`` is check, fix, report, route, complete, outline, select, diff, edit or find. ``options`` are the tool's long names, with
+    ``command`` is check, fix, report, route, complete, outline, select, diff, edit, find or diagnose. ``options`` are the tool's long names, with
     ``_`` for ``-``: a text, a number, True, or a list of texts; those of edit are applied in their order. ValueError for a command or an
     option that is none, ParseError for a text that cannot be read, RuntimeError for an edit that is refused.
 

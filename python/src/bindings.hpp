@@ -16,6 +16,7 @@ using JobClass = py::class_<JobHandle>;
 void bind_values(py::module_& module);
 void bind_reading(py::module_& module);
 void bind_checks(py::module_& module);
+void bind_outputs(py::module_& module);
 void bind_job(JobClass& job);
 void bind_atoms(JobClass& job);
 void bind_route(JobClass& job);

@@ -2,6 +2,7 @@
 #include "bindings.hpp"
 
 #include <gjf/core/job/gjf_parse_exception.hpp>
+#include <gjf/core/output/output_source.hpp>
 
 #include <exception>
 #include <utility>
@@ -10,6 +11,7 @@ PYBIND11_MODULE(_core, module) {
     using namespace quor_python;
     module.doc() = "The class interface of libquor_g16_gjf. Use it through the package quor_gjf.";
     py::register_exception<quor::input::gaussian::GJFParseException>(module, "ParseError", PyExc_ValueError);
+    py::register_exception<quor::input::gaussian::OutputError>(module, "OutputError", PyExc_RuntimeError);
     py::register_exception<WriteError>(module, "WriteError", PyExc_ValueError);
     py::register_exception_translator([](std::exception_ptr pointer) {
         try {
@@ -32,4 +34,5 @@ PYBIND11_MODULE(_core, module) {
     bind_state(job);
     bind_reading(module);
     bind_checks(module);
+    bind_outputs(module);
 }

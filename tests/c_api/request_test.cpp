@@ -178,7 +178,7 @@ TEST(CRequest, TakesNulInTexts) {
 }
 
 TEST(CRequest, SaysWhatIsWrong) {
-    const std::string commands = "check, fix, report, route, complete, outline, select, diff, edit, find";
+    const std::string commands = "check, fix, report, route, complete, outline, select, diff, edit, find, diagnose";
     EXPECT_EQ(answer("chek", job, nullptr), error("no command 'chek'; there are " + commands));
     EXPECT_EQ(answer("next", job, nullptr), error("no command 'next'; there are " + commands));
     EXPECT_EQ(answer("check", job, "[]"), error("the options are no JSON object"));

@@ -26,12 +26,17 @@ STOPPED = (HEAD + STEP.format(1, 5, 1) + STEP.format(2, 4, 2) + " Optimization s
            " Frequencies --   -20.0   10.0\n" + FORCES + " Point Number:  1     Path Number: 1\n Use %mem=11MW to provide\n"
            " Error termination via Lnk1e in /g16/l9999.exe at\n Job cpu time: 0 days 0 hours 0 minutes 1.5 seconds.\n"
            " Elapsed time: 0 days 0 hours 0 minutes 1.5 seconds.\n")
+CHECKPOINT = ("title\nFOpt      RHF                           STO-3G\n" + "Charge".ljust(43) + "I                0\n" +
+              "Multiplicity".ljust(43) + "I                1\n" + "Job Status".ljust(43) + "I                3\n" +
+              "Atomic numbers".ljust(43) + "I   N=           1\n           8\n" +
+              "Current cartesian coordinates".ljust(43) + "R   N=           3\n  0.00000000E+00  0.00000000E+00  0.00000000E+00\n")
 FILES = {
     "a.log": STOPPED,
     "a.chk": "",
     "cut.log": HEAD,
     "slurm-1.out": "g16 cut.gjf\n*** JOB 1 CANCELLED AT 2024-03-14T22:23:40 DUE TO TIME LIMIT ***\n",
     "young.log": HEAD,
+    "m.fchk": CHECKPOINT,
     "spoilt.gjf": SPOILT,
     "rows.gjf": "%mem=1GB\n# hf/sto-3g opt=modredundant\n\nt\n\n0 1\nO\nH 1 r\nH 1 r 2 a\n\nr=0.9\n\na=104\n\nB 1 2 F\n\n",
     "wide.gjf": "%nproc=2\n# hf/sto-3g\n\nt\n\n0 1\nO(Iso=18,ResName=WAT,ResNum=1,Fragment=1) 0 0 0\nH 0 0 1\nH 0 1 0\n\n",
@@ -51,7 +56,7 @@ RUNS = (
     ("check", ["check --json spoilt.gjf rows.gjf"]),
     ("find", ["find --json hf ."]),
     ("diff", ["diff --json a.gjf b.gjf"]),
-    ("diagnose", ["diagnose --json --steps a.log cut.log young.log"]),
+    ("diagnose", ["diagnose --json --steps a.log cut.log young.log m.fchk"]),
     ("select", ["outline --json --select 1-2 rows.gjf b.gjf"]),
     ("outline", ["outline --json spoilt.gjf rows.gjf symbols.gjf"]),
     ("error", ["check --json missing.gjf"]),

@@ -1,5 +1,6 @@
 // What a visitor is told of an output: each thing in its form, and nothing of what is cut off or only looks alike.
 #include <gjf/core/output/output_reader.hpp>
+#include <gjf/core/output/output_summary.hpp>
 
 #include "made_outputs.hpp"
 
@@ -39,10 +40,16 @@ class Protocol final : public OutputVisitor {
     void on_electrons(std::size_t line, int alpha, int beta) override {
         add(line, "electrons " + std::to_string(alpha) + " " + std::to_string(beta));
     }
+    void on_spin(const OutputSpin& spin) override {
+        std::ostringstream values;
+        values << "spin " << spin.before << " " << spin.after;
+        add(spin.line, values.str());
+    }
+    void on_stability(std::size_t line, bool is_stable) override { add(line, is_stable ? "stable" : "unstable"); }
+    void on_path_limit(std::size_t line) override { add(line, "out of points"); }
     void on_energy(const OutputEnergy& energy) override {
-        constexpr const char* kinds[] = {"mm", "scf", "mp2", "mp3", "mp4", "ccsd", "ccsd(t)", "td", "oniom", "composite"};
         std::ostringstream value;
-        value << kinds[static_cast<int>(energy.kind)] << " " << energy.value << (energy.converged ? "" : " unconverged");
+        value << energy_kind_name(energy.kind) << " " << energy.value << (energy.converged ? "" : " unconverged");
         add(energy.line, value.str());
     }
     void on_failed_scf(std::size_t line) override { add(line, "failed scf"); }
@@ -150,6 +157,46 @@ TEST(OutputReader, TellsEachStepsEnd) {
     }
 }
 
+TEST(OutputReader, NamesWhatConvergesByAmplitudesAsItsRouteDoes) {
+    const std::string converged = " Wavefunction amplitudes converged. E(Corr)=     -76.75\n";
+    for (const auto& [route, kind] : {std::pair("# ccsd/sto-3g", "ccsd"), std::pair("# QCISD(T)/sto-3g", "qcisd"),
+                                      std::pair("# bd(t)/sto-3g", "bd"), std::pair("# hf/sto-3g", "ccsd")}) {
+        const std::string all = told(made::head() + made::framed(route) + converged);
+        EXPECT_NE(all.find(std::string(kind) + " -76.75\n"), std::string::npos) << all;
+    }
+}
+
+TEST(OutputReader, TakesTheEnergyOfACasscfBehindItsLastIteration) {
+    const std::string iterations =
+        " ITN=  3 MaxIt= 64 E=    -77.5 DE=-8.08D-04 Acc= 1.00D-05\n"
+        " ITN=  4 MaxIt= 64 E=    -77.75 DE=-8.08D-06 Acc= 1.00D-05\n";
+    EXPECT_EQ(told_within(iterations), "");
+    EXPECT_EQ(told_within(iterations + " ... Do an extra-iteration for final printing\n"), "");
+    EXPECT_EQ(told_within(iterations + " ... Do an extra-iteration for final printing\n" + iterations), "5: casscf -77.5\n");
+}
+
+TEST(OutputReader, TellsOfSpinStabilityAndTheEndOfPaths) {
+    const struct {
+        const char* line;
+        const char* told;
+    } cases[] = {
+        {" S**2 before annihilation     0.7525,   after     0.7500", "2: spin 0.7525 0.75\n"},
+        {" S**2 before annihilation    12.0207,   after    12.0001", "2: spin 12.0207 12.0001\n"},
+        {" S**2 before annihilation     ******,   after    12.0001", ""},
+        {" S**2 before annihilation     0.7525", ""},
+        {" The wavefunction has an RHF -> UHF instability.", "2: unstable\n"},
+        {" The wavefunction has an internal instability.", "2: unstable\n"},
+        {" The wavefunction is stable under the perturbations considered.", "2: stable\n"},
+        {" The wavefunction is already stable.", "2: stable\n"},
+        {" The wavefunction is a text", ""},
+        {" Maximum number of steps reached.", "2: out of points\n"},
+        {" Maximum number of corrector steps ex", ""},
+    };
+    for (const auto& each : cases) {
+        EXPECT_EQ(told_within(std::string(each.line) + "\n"), each.told) << each.line;
+    }
+}
+
 TEST(OutputReader, TellsEnergiesByTheirKind) {
     const struct {
         const char* line;
@@ -161,13 +208,15 @@ TEST(OutputReader, TellsEnergiesByTheirKind) {
         {" SCF Done:  E(RB3LYP) =  NaN     A.U. after   10 cycles", ""},
         {" E2 =    -0.1318120380D+01 EUMP2 =    -0.45946460725870D+03", "2: mp2 -459.465\n"},
         {" E2 =    -0.1318120380D+01", ""},
-        {" E2(B2PLYPD3) =    -0.2D+00 E(B2PLYPD3) =    -0.15125D+03", "2: mp2 -151.25\n"},
+        {" E2(B2PLYPD3) =    -0.2D+00 E(B2PLYPD3) =    -0.15125D+03", "2: double-hybrid -151.25\n"},
         {" E3=       -0.1D-01        EUMP3=      -0.765D+02", "2: mp3 -76.5\n"},
         {" E4(SDQ)=  -0.1D-01        UMP4(SDQ)=  -0.7625D+02", "2: mp4 -76.25\n"},
         {" Wavefunction amplitudes converged. E(Corr)=     -76.75", "2: ccsd -76.75\n"},
         {" CCSD(T)= -0.7625D+02", "2: ccsd(t) -76.25\n"},
         {" CCSD(T)", ""},
-        {" QCISD(T)= -0.7625D+02", "2: ccsd(t) -76.25\n"},
+        {" QCISD(T)= -0.7625D+02", "2: qcisd(t) -76.25\n"},
+        {" BD(T)= -0.7625D+02", "2: bd(t) -76.25\n"},
+        {" ITN=  4 MaxIt= 64 E=    -77.9675 DE=-8.08D-06 Acc= 1.00D-05", ""},
         {" Total Energy, E(TD-HF/TD-DFT) =  -382.112205281    ", "2: td -382.112\n"},
         {" Total Energy, E(CIS/TDA) =  -382.5", "2: td -382.5\n"},
         {" ONIOM: extrapolated energy =    -401.25", "2: oniom -401.25\n"},

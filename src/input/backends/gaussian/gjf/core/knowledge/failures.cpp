@@ -1,4 +1,4 @@
-// Reads failures.tsv.
+// Reads failures.tsv and output_codes.tsv.
 #include <gjf/core/knowledge/failures.hpp>
 
 #include <gjf/core/knowledge/fact_table.hpp>
@@ -27,10 +27,19 @@ const Facts<Failure>& all_failures() {
     return facts;
 }
 
+const Facts<OutputCode>& all_output_codes() {
+    static const Facts<OutputCode> facts(
+        "output_codes", {"code", "id", "severity", "says", "remedy", "explanation"},
+        [](const std::string_view* row) { return OutputCode{row[0], row[1], row[2], row[3], row[4], row[5]}; });
+    return facts;
+}
+
 }  // namespace
 
 std::span<const Failure> failures() { return all_failures().rows; }
 
-std::string missing_failures() { return all_failures().table.problem(); }
+std::span<const OutputCode> output_codes() { return all_output_codes().rows; }
+
+std::string missing_failures() { return first_problem({&all_failures().table, &all_output_codes().table}); }
 
 }  // namespace quor::input::gaussian

@@ -1,4 +1,5 @@
-// How outputs show why jobs failed: the rows of failures.tsv in their order. Private to the library.
+// How outputs show why jobs failed, and what else is told of them: the rows of failures.tsv and output_codes.tsv in their
+// order. Private to the library.
 #pragma once
 
 #include <span>
@@ -21,7 +22,18 @@ struct Failure {
 };
 std::span<const Failure> failures();
 
-/// Returns what keeps the table from being read; empty when it was read.
+/// What may be said of an output beside the cause of its failure: a row of output_codes.tsv.
+struct OutputCode {
+    std::string_view code;
+    std::string_view id;
+    std::string_view severity;
+    std::string_view says;
+    std::string_view remedy;
+    std::string_view explanation;
+};
+std::span<const OutputCode> output_codes();
+
+/// Returns what keeps the tables from being read; empty when they were read.
 std::string missing_failures();
 
 }  // namespace quor::input::gaussian

@@ -53,6 +53,10 @@ class DiagnosingVisitor final : public SummaryVisitor {
             return diagnosis;
         }
         diagnosis.link = end_.link;
+        if (summary().checkpoint && summary().checkpoint->status == out_of_steps) {
+            set_cause(diagnosis, failure_of("opt_steps"));
+            return diagnosis;
+        }
         const std::vector<TailLine> tail = tail_lines();
         for (const Failure& failure : failures()) {
             if (fits_end(failure, end_) && (finds_far(failure, diagnosis) || finds_near(failure, tail, diagnosis))) {
@@ -72,6 +76,7 @@ class DiagnosingVisitor final : public SummaryVisitor {
         std::string text;
     };
     static constexpr std::size_t longest = 200;
+    static constexpr int out_of_steps = 3;  // as formatted checkpoints number it
 
     void note_far(std::size_t line, std::string_view text) {
         for (Far& each : far_) {
@@ -80,6 +85,10 @@ class DiagnosingVisitor final : public SummaryVisitor {
                 each.text = text.substr(0, longest);
             }
         }
+    }
+
+    static const Failure& failure_of(std::string_view id) {
+        return *std::find_if(failures().begin(), failures().end(), [&](const Failure& each) { return each.id == id; });
     }
 
     // Only the lines of the last step.
@@ -191,7 +200,9 @@ Diagnosis diagnose_output(OutputSource& source, const PointListener& listener) {
     if (visitor.summary().steps.empty()) {
         throw NoOutput("no output of Gaussian");
     }
-    return visitor.result();
+    Diagnosis diagnosis = visitor.result();
+    find_all(diagnosis);
+    return diagnosis;
 }
 
 std::string missing_for_diagnosis() { return missing_failures(); }

@@ -9,8 +9,28 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace quor::input::gaussian {
+
+/// What is worth saying of an output, as findings of checks are of a job.
+struct OutputFinding {
+    std::string code;      ///< as in "GJF-O003"
+    std::string severity;  ///< "error", "warning" or "note"
+    std::string message;
+    std::size_t line = 0;  ///< 0 for the output as a whole
+    std::string hint;      ///< what may help; may be empty
+    std::string cause;     ///< what it is a case of: an id of the table of failures, or one of these codes' own
+};
+
+/// A code that outputs may be given, and what is said of it.
+struct OutputCodeDescription {
+    std::string code;
+    std::string severity;
+    std::string title;
+    std::string explanation;
+    std::string remedy;
+};
 
 struct Diagnosis {
     OutputSummary summary;
@@ -25,7 +45,8 @@ struct Diagnosis {
     std::string scheduler_text;  ///< the line in it
     bool may_run = false;        ///< it has no end and was written to less than ten minutes ago
     std::string job_file;        ///< beside the output, with its name; empty when there is none
-    std::string checkpoint;      ///< that the job names, where it is there
+    std::vector<OutputFinding> findings;
+    std::string checkpoint;  ///< that the job names, where it is there
 };
 
 /// Tells that a file holds no step of Gaussian.
@@ -43,7 +64,10 @@ QUOR_GJF_API Diagnosis diagnose_output(OutputSource& source, const PointListener
 /// The same of a file, "-" for standard input, with what lies beside it.
 QUOR_GJF_API Diagnosis diagnose_file(const std::string& path, const PointListener& listener = {});
 
-/// Returns what keeps the table of failures from being read; empty when it was read.
+/// Returns every code of findings in outputs, sorted.
+QUOR_GJF_API std::vector<OutputCodeDescription> output_code_descriptions();
+
+/// Returns what keeps the tables of failures and codes from being read; empty when they were read.
 QUOR_GJF_API std::string missing_for_diagnosis();
 
 }  // namespace quor::input::gaussian

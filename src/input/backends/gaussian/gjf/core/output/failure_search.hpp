@@ -22,6 +22,8 @@ bool fits_end(const Failure& failure, const StepEnd& end);
 const TailLine* find_failure(const Failure& failure, const std::vector<TailLine>& lines);
 /// Tells whether one of the fields of a list, with blanks between, is this one.
 bool has_any_field(std::string_view list, std::string_view field);
+/// Says anew what is worth saying of what the diagnosis holds.
+void find_all(Diagnosis& diagnosis);
 void set_cause(Diagnosis& diagnosis, const Failure& failure);
 /// Returns the memory that lines say would do; empty for none.
 std::string told_mem(const std::vector<TailLine>& tail);

@@ -21,6 +21,12 @@ bool OutputLines::fill() {
     return !is_at_end_;
 }
 
+std::string_view OutputLines::beginning(std::size_t size) {
+    while (end_ < size && fill()) {
+    }
+    return {buffer_.data(), end_};
+}
+
 bool OutputLines::next() {
     std::size_t searched = 0;
     bool is_whole = false;

@@ -13,6 +13,8 @@ class OutputLines {
    public:
     explicit OutputLines(OutputSource& source) : source_(source), buffer_(1U << 17) {}
 
+    /// Returns what comes first, at most as much as the buffer holds, before any line is taken.
+    std::string_view beginning(std::size_t size);
     /// Goes to the next line; false at the end. A line longer than the buffer comes in pieces of its size.
     bool next();
     /// The line, without its end; valid until the next.

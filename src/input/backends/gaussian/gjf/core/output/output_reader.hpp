@@ -1,4 +1,4 @@
-// Reads what Gaussian printed, line by line, and tells a visitor what stands there.
+// Reads what Gaussian printed, or a formatted checkpoint, line by line, and tells a visitor what stands there.
 //
 // Nothing is kept of an output but the block that is being read, so memory does not grow with it. Lines count from 1;
 // lengths are in ångström, energies in hartree, as printed.
@@ -10,6 +10,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -45,7 +46,24 @@ struct OutputCharge {
 };
 
 /// In the order of worth: what a step was asked for is the last of them that it printed.
-enum class EnergyKind : std::uint8_t { MM, SCF, MP2, MP3, MP4, CCSD, CCSD_T, TD, ONIOM, Composite };
+enum class EnergyKind : std::uint8_t {
+    MM,
+    SCF,
+    CASSCF,
+    MP2,
+    DoubleHybrid,  ///< with the part that is added behind the SCF
+    MP3,
+    MP4,
+    CCSD,  ///< and CCD
+    QCISD,
+    BD,
+    CCSD_T,
+    QCISD_T,
+    BD_T,
+    TD,
+    ONIOM,
+    Composite
+};
 
 struct OutputEnergy {
     std::size_t line = 0;
@@ -92,10 +110,27 @@ struct PathPoint {
     int path = 0;
 };
 
+/// What an open shell has of S**2, before and after the next spin was projected out.
+struct OutputSpin {
+    std::size_t line = 0;
+    double before = 0;
+    double after = 0;
+};
+
 /// What a step asked for and used; 0 and empty where it is not told.
 struct OutputTimes {
     double cpu_seconds = -1;
     double wall_seconds = -1;
+};
+
+/// What a formatted checkpoint tells beside what outputs tell too.
+struct CheckpointFacts {
+    std::string kind;    ///< of the job that wrote last, as in "FOpt"
+    std::string method;  ///< as in "RB3LYP"
+    std::string basis;
+    bool has_force_constants = false;
+    bool is_whole = true;       ///< false where the file ends within an array
+    std::optional<int> status;  ///< 1 ended normally, 3 out of steps, -1 died; absent before Gaussian 16
 };
 
 enum class StepTermination : std::uint8_t { Normal, Error, Unfinished };
@@ -136,12 +171,22 @@ class QUOR_GJF_API OutputVisitor {
     virtual void on_optimization_end(std::size_t line, OptimizationEnd end);
     virtual void on_modes(const OutputModes& modes);
     virtual void on_path_point(const PathPoint& point);
+    /// As many points were followed as asked for.
+    virtual void on_path_limit(std::size_t line);
+    virtual void on_spin(const OutputSpin& spin);
+    /// What an analysis of the wavefunction's stability found.
+    virtual void on_stability(std::size_t line, bool is_stable);
     virtual void on_times(std::size_t line, const OutputTimes& times);
+    /// Of a formatted checkpoint alone.
+    virtual void on_checkpoint(const CheckpointFacts& facts);
     /// Once for every step, before the next one and at the end.
     virtual void on_step_end(const StepEnd& end);
 };
 
 /// Reads an output to its end. Any bytes are taken; throws what the source throws, and what the visitor does.
+///
+/// A formatted checkpoint is told as one step with a geometry in standard orientation, in ångström; of one that cannot be
+/// read `OutputError` is thrown.
 QUOR_GJF_API void read_output(OutputSource& source, OutputVisitor& visitor);
 
 }  // namespace quor::input::gaussian

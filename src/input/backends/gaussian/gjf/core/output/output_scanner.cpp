@@ -1,9 +1,11 @@
 // Finds out by the first words of a line what stands there, and reads what frames a step: head, route, title, end.
 #include <gjf/core/output/output_scanner.hpp>
 
+#include <gjf/core/output/formatted_checkpoint.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
 
+#include <algorithm>
 #include <array>
 #include <iterator>
 #include <span>
@@ -21,7 +23,9 @@ constexpr Row rows[] = {
     {"%", &OutputScanner::take_link0},
     {"(Enter ", &OutputScanner::take_link},
     {"-----", &OutputScanner::take_dashes},
+    {"... Do an extra-iteration for final printing", &OutputScanner::take_last_iteration},
     {">>>>>>>>>> Convergence criterion not met", &OutputScanner::take_unconverged},
+    {"BD(T)=", &OutputScanner::take_bd_triples},
     {"CBS-", &OutputScanner::take_composite},
     {"CCSD(T)=", &OutputScanner::take_triples},
     {"Charge =", &OutputScanner::take_charge},
@@ -40,20 +44,24 @@ constexpr Row rows[] = {
     {"G3", &OutputScanner::take_composite},
     {"G4", &OutputScanner::take_composite},
     {"Gaussian ", &OutputScanner::take_program},
+    {"ITN=", &OutputScanner::take_casscf},
     {"Input orientation:", &OutputScanner::take_input_orientation},
     {"Item               Value     Threshold", &OutputScanner::take_convergence},
     {"Job cpu time:", &OutputScanner::take_cpu_time},
     {"Link1:  Proceeding to internal job step", &OutputScanner::begin_internal_step},
+    {"Maximum number of steps reached", &OutputScanner::take_path_limit},
     {"No lower point found", &OutputScanner::take_failed_scf},
     {"Normal termination of Gaussian", &OutputScanner::take_normal_end},
     {"ONIOM: extrapolated energy", &OutputScanner::take_oniom},
     {"Optimization ", &OutputScanner::take_optimization_end},
     {"Point Number", &OutputScanner::take_path_point},
-    {"QCISD(T)=", &OutputScanner::take_triples},
+    {"QCISD(T)=", &OutputScanner::take_qcisd_triples},
+    {"S**2 before annihilation", &OutputScanner::take_spin},
     {"SCF Done:", &OutputScanner::take_scf},
     {"SCF Error SCF Error", &OutputScanner::take_failed_scf},
     {"Standard orientation:", &OutputScanner::take_standard_orientation},
     {"Step number ", &OutputScanner::take_step_number},
+    {"The wavefunction ", &OutputScanner::take_stability},
     {"Total Energy, E(", &OutputScanner::take_excited},
     {"UMP4(", &OutputScanner::take_mp4},
     {"W1", &OutputScanner::take_composite},
@@ -74,6 +82,8 @@ constexpr bool ends_gathering(void (OutputScanner::*take)(std::string_view)) {
 
 constexpr auto no_row = static_cast<std::uint8_t>(std::size(rows));
 static_assert(std::size(rows) < 256);
+static_assert(std::is_sorted(std::begin(rows), std::end(rows),
+                             [](const Row& a, const Row& b) { return a.begin.front() < b.begin.front(); }));
 
 constexpr std::array<std::uint8_t, 256> first_rows() {
     std::array<std::uint8_t, 256> first{};
@@ -173,7 +183,8 @@ void OutputScanner::begin_step(bool is_internal) {
     has_told_link_ = false;
     heading_ = Heading::Route;
     is_gathering_ = false;
-    has_criterion_missed_ = false;
+    has_criterion_missed_ = is_last_iteration_ = false;
+    amplitudes_ = EnergyKind::CCSD;
     visitor_.on_step({lines_.number(), is_internal});
 }
 
@@ -253,6 +264,9 @@ void OutputScanner::finish_gathering() {
     if (text.starts_with('#') && (!is_in_step_ || heading_ == Heading::Route)) {
         ensure_step();
         heading_ = Heading::Title;
+        amplitudes_ = contains_folded(text, "qcisd")                                 ? EnergyKind::QCISD
+                      : contains_folded(text, "bd(") || contains_folded(text, "bd/") ? EnergyKind::BD
+                                                                                     : EnergyKind::CCSD;
         visitor_.on_route(gathered_line_, text);
     } else if (is_in_step_ && heading_ == Heading::Title && gathered_lines_ > 0) {
         heading_ = Heading::Done;
@@ -307,7 +321,15 @@ void OutputScanner::take_cpu_time(std::string_view line) { tell_time(line, &Outp
 
 void OutputScanner::take_wall_time(std::string_view line) { tell_time(line, &OutputTimes::wall_seconds); }
 
-void read_output(OutputSource& source, OutputVisitor& visitor) { OutputScanner(source, visitor).run(); }
+void read_output(OutputSource& source, OutputVisitor& visitor) {
+    constexpr std::size_t head = 1024;
+    OutputLines lines(source);
+    if (begins_formatted_checkpoint(lines.beginning(head))) {
+        read_formatted_checkpoint(lines, visitor);
+    } else {
+        OutputScanner(lines, visitor).run();
+    }
+}
 
 void OutputVisitor::on_line(std::size_t /*line*/, std::string_view /*text*/) {}
 void OutputVisitor::on_step(const OutputStep& /*step*/) {}
@@ -326,7 +348,11 @@ void OutputVisitor::on_optimization_step(const OptimizationStep& /*step*/) {}
 void OutputVisitor::on_optimization_end(std::size_t /*line*/, OptimizationEnd /*end*/) {}
 void OutputVisitor::on_modes(const OutputModes& /*modes*/) {}
 void OutputVisitor::on_path_point(const PathPoint& /*point*/) {}
+void OutputVisitor::on_path_limit(std::size_t /*line*/) {}
+void OutputVisitor::on_spin(const OutputSpin& /*spin*/) {}
+void OutputVisitor::on_stability(std::size_t /*line*/, bool /*is_stable*/) {}
 void OutputVisitor::on_times(std::size_t /*line*/, const OutputTimes& /*times*/) {}
+void OutputVisitor::on_checkpoint(const CheckpointFacts& /*facts*/) {}
 void OutputVisitor::on_step_end(const StepEnd& /*end*/) {}
 
 }  // namespace quor::input::gaussian

@@ -16,7 +16,7 @@ std::optional<double> value_behind(std::string_view line, std::string_view label
 
 class OutputScanner {
    public:
-    OutputScanner(OutputSource& source, OutputVisitor& visitor) : lines_(source), visitor_(visitor) {}
+    OutputScanner(OutputLines& lines, OutputVisitor& visitor) : lines_(lines), visitor_(visitor) {}
     void run();
 
     // What is done with a line that begins with the words of a row of the table in output_scanner.cpp.
@@ -48,6 +48,13 @@ class OutputScanner {
     void take_mp4(std::string_view line);
     void take_amplitudes(std::string_view line);
     void take_triples(std::string_view line);
+    void take_qcisd_triples(std::string_view line);
+    void take_bd_triples(std::string_view line);
+    void take_last_iteration(std::string_view line);
+    void take_casscf(std::string_view line);
+    void take_spin(std::string_view line);
+    void take_stability(std::string_view line);
+    void take_path_limit(std::string_view line);
     void take_oniom(std::string_view line);
     void take_excited(std::string_view line);
     void take_composite(std::string_view line);
@@ -69,7 +76,7 @@ class OutputScanner {
     void tell_energy(EnergyKind kind, std::optional<double> value, bool converged = true);
     void tell_time(std::string_view line, double OutputTimes::*time);
 
-    OutputLines lines_;
+    OutputLines& lines_;
     OutputVisitor& visitor_;
     bool is_taken_ = true;  // whether the current line was handled
     bool is_in_step_ = false;
@@ -84,6 +91,8 @@ class OutputScanner {
     std::size_t gathered_lines_ = 0;
     std::size_t last_width_ = 0;
     bool has_criterion_missed_ = false;
+    bool is_last_iteration_ = false;            // the next one of a CASSCF is that of the converged orbitals
+    EnergyKind amplitudes_ = EnergyKind::CCSD;  // what the step's route calls what converges by amplitudes
 };
 
 }  // namespace quor::input::gaussian

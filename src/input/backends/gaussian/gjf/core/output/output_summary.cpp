@@ -193,10 +193,18 @@ void SummaryVisitor::on_path_point(const PathPoint& point) {
     summary_.paths = std::max(summary_.paths, point.path);
 }
 
+void SummaryVisitor::on_path_limit(std::size_t line) { summary_.path_limit_line = line; }
+
+void SummaryVisitor::on_spin(const OutputSpin& spin) { summary_.spin = spin; }
+
+void SummaryVisitor::on_stability(std::size_t line, bool is_stable) { summary_.unstable_line = is_stable ? 0 : line; }
+
 void SummaryVisitor::on_times(std::size_t /*line*/, const OutputTimes& times) {
     summary_.cpu_seconds += std::max(times.cpu_seconds, 0.0);
     summary_.wall_seconds += std::max(times.wall_seconds, 0.0);
 }
+
+void SummaryVisitor::on_checkpoint(const CheckpointFacts& facts) { summary_.checkpoint = facts; }
 
 void SummaryVisitor::on_step_end(const StepEnd& end) {
     finish_point();

@@ -80,10 +80,14 @@ struct OutputSummary {
     std::optional<OptimizationSummary> optimization;
     std::optional<FrequencySummary> frequencies;
     std::vector<ScanPoint> scan;
-    int scan_points = 0;  ///< that were asked for; 0 where this is not told
+    int scan_points = 0;              ///< that were asked for; 0 where this is not told
+    std::optional<OutputSpin> spin;   ///< of the last open shell
+    std::size_t unstable_line = 0;    ///< where an instability is told of that none later takes back
+    std::size_t path_limit_line = 0;  ///< where a path is said to have run out of points
     std::size_t path_points = 0;
     int paths = 0;
-    double cpu_seconds = 0;  ///< of all steps that told it
+    std::optional<CheckpointFacts> checkpoint;  ///< of a formatted checkpoint alone
+    double cpu_seconds = 0;                     ///< of all steps that told it
     double wall_seconds = 0;
     std::size_t lines = 0;
 
@@ -118,7 +122,11 @@ class QUOR_GJF_API SummaryVisitor : public OutputVisitor {
     void on_optimization_end(std::size_t line, OptimizationEnd end) override;
     void on_modes(const OutputModes& modes) override;
     void on_path_point(const PathPoint& point) override;
+    void on_path_limit(std::size_t line) override;
+    void on_spin(const OutputSpin& spin) override;
+    void on_stability(std::size_t line, bool is_stable) override;
     void on_times(std::size_t line, const OutputTimes& times) override;
+    void on_checkpoint(const CheckpointFacts& facts) override;
     void on_step_end(const StepEnd& end) override;
 
     /// What was gathered; whole when the output was read to its end.

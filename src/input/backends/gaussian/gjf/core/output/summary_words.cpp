@@ -20,7 +20,8 @@ const char* output_frame_name(OutputFrame frame) noexcept {
 }
 
 const char* energy_kind_name(EnergyKind kind) noexcept {
-    constexpr const char* names[] = {"mm", "scf", "mp2", "mp3", "mp4", "ccsd", "ccsd(t)", "td", "oniom", "composite"};
+    constexpr const char* names[] = {"mm",    "scf", "casscf",  "mp2",      "double-hybrid", "mp3", "mp4",   "ccsd",
+                                     "qcisd", "bd",  "ccsd(t)", "qcisd(t)", "bd(t)",         "td",  "oniom", "composite"};
     return names[static_cast<std::size_t>(kind)];
 }
 

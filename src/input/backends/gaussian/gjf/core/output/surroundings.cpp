@@ -130,6 +130,7 @@ Diagnosis diagnose_file(const std::string& path, const PointListener& listener) 
     if (is_cut_off) {
         ask_scheduler(path, diagnosis);
         diagnosis.may_run = diagnosis.scheduler_file.empty() && is_young(path);
+        find_all(diagnosis);
     }
     return diagnosis;
 }

@@ -75,6 +75,28 @@ Json json_of_frequencies(const FrequencySummary& frequencies) {
     return object;
 }
 
+Json json_of_output_finding(const OutputFinding& finding) {
+    Json object = {{"code", finding.code}, {"severity", finding.severity}, {"message", finding.message}};
+    if (finding.line > 0) {
+        object["line"] = finding.line;
+    }
+    object["hint"] = finding.hint;
+    set_text(object, "cause", finding.cause);
+    return object;
+}
+
+Json json_of_checkpoint(const CheckpointFacts& facts) {
+    Json object = {{"kind", facts.kind},
+                   {"method", facts.method},
+                   {"basis", facts.basis},
+                   {"force_constants", facts.has_force_constants},
+                   {"whole", facts.is_whole}};
+    if (facts.status) {
+        object["status"] = *facts.status;
+    }
+    return object;
+}
+
 Json json_of_resources(const Diagnosis& diagnosis) {
     const OutputSummary& summary = diagnosis.summary;
     Json object = Json::object();
@@ -170,9 +192,23 @@ std::string diagnosis_json(const std::string& path, const Diagnosis& diagnosis, 
     }
     set_text(object, "job_file", diagnosis.job_file);
     set_text(object, "checkpoint", diagnosis.checkpoint);
+    if (diagnosis.summary.checkpoint) {
+        object["formatted_checkpoint"] = json_of_checkpoint(*diagnosis.summary.checkpoint);
+    }
+    object["findings"] = list_of(diagnosis.findings, json_of_output_finding);
     if (points != nullptr) {
         object["steps"] = list_of(*points, json_of_point);
     }
+    return json_line(object);
+}
+
+std::string output_code_json(const OutputCodeDescription& description) {
+    Json object = versioned();
+    object["code"] = description.code;
+    object["severity"] = description.severity;
+    object["title"] = description.title;
+    object["explanation"] = description.explanation;
+    object["remedy"] = description.remedy;
     return json_line(object);
 }
 

@@ -78,6 +78,9 @@ QUOR_GJF_API std::string diagnosis_json(const std::string& path, const Diagnosis
 QUOR_GJF_API std::string next_jobs_json(const std::string& path, const std::vector<NewJob>& jobs, bool written);
 QUOR_GJF_API std::string refused_job_json(const std::string& path, const std::string& reason);
 
+/// Returns the line about a code of outputs, with all that is said of it.
+QUOR_GJF_API std::string output_code_json(const OutputCodeDescription& description);
+
 /// Returns the line about which lines of a file hold what.
 QUOR_GJF_API std::string outline_json(const std::string& path, const std::vector<JobReading>& readings);
 

@@ -196,6 +196,21 @@ std::string find_request(const Request& request) {
     return find_json(file, fitting_jobs(condition_of(request), file));
 }
 
+// What lies beside the output is not looked at.
+std::string diagnose_request(const Request& request) {
+    if (const std::string missing = missing_for_diagnosis(); !missing.empty()) {
+        throw RequestError(missing);
+    }
+    std::vector<OutputPoint> points;
+    const bool wants_steps = request.flag("steps");
+    const Diagnosis diagnosis = diagnose_output(*text_source(request.text), [&](const OutputPoint& point) {
+        if (wants_steps) {
+            points.push_back(point);
+        }
+    });
+    return diagnosis_json(request.path, diagnosis, wants_steps ? &points : nullptr);
+}
+
 // --- Edits
 
 // Returns the values of an operation in the order in which they are given: none for one without, which is given as true.
@@ -269,6 +284,7 @@ constexpr Command commands[] = {
     {"diff", diff_request, {"other", "other-filename", "stdin-filename"}},
     {"edit", edit_request, {"allow-unknown", "force", "job", "no-check", "stdin-filename", "strict", "where"}},
     {"find", find_request, {"stdin-filename", "where"}},
+    {"diagnose", diagnose_request, {"stdin-filename", "steps"}},
 };
 
 template <typename Names, typename NameOf>
