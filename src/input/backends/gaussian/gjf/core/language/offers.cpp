@@ -80,11 +80,13 @@ class OfferFinder {
         const std::size_t begin = reading_.places.route_words.front().begin;
         const std::string written(text_.substr(begin, offset_ - begin));
         std::string route = join_route_words(route_words_of(written)).text;
-        // What is joined has no blank at its end, which begins a new word.
-        if (!written.empty() && is_trim_character(written.back()) && context_at_end(route).end != RouteEnd::Option) {
-            route += ' ';
+        RouteContext context = context_at_end(route);
+        // What is joined has no blank at its end, which begins a new word, or an option where a list is open.
+        if (!written.empty() && is_trim_character(written.back()) &&
+            !(context.end == RouteEnd::Option && context.prefix.empty())) {
+            route += std::count(route.begin(), route.end(), '(') > std::count(route.begin(), route.end(), ')') ? ',' : ' ';
+            context = context_at_end(route);
         }
-        const RouteContext context = context_at_end(route);
         const bool prefix_stands = text_.substr(0, offset_).ends_with(context.prefix);
         replace_word(prefix_stands ? context.prefix.size() : 0);
         std::vector<Completion> completions = completions_of(context);
