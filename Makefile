@@ -13,6 +13,7 @@ editor_packages := $(test_packages) vim neovim emacs-nox elpa-eglot
 verify: wanted = $(verify_packages)
 editors-check: wanted = $(editor_packages)
 editors-test: wanted = $(editor_packages) chromium libkrb5-dev
+wasm wasm-test: wanted = $(test_packages) emscripten nodejs
 demo install build/release/cli/quor-gjf: wanted = $(packages)
 missing = $(shell for p in $(wanted); do dpkg -s $$p >/dev/null 2>&1 || printf '%s ' $$p; done)
 as_root = $(if $(filter 0,$(shell id -u)),,sudo)
@@ -24,7 +25,7 @@ compile_tests = g++ -std=c++20 -fvisibility=hidden -Wall -Wextra -Wpedantic -Wco
     -Isrc -Isrc/input/backends/gaussian '-DQUOR_GJF_SOURCE_DIR=""' '-DQUOR_GJF_BUILD_DIR=""'
 
 .DEFAULT_GOAL := setup
-.PHONY: setup demo test verify asan power-cuts python python-bench editors-check editors-test tsan coverage bench bench-build bench-peers bench-check bench-growth bench-report fuzz fuzz-long fuzz-repeated tidy cppcheck install clean
+.PHONY: setup demo test verify asan power-cuts python python-bench editors-check editors-test wasm wasm-test tsan coverage bench bench-build bench-peers bench-check bench-growth bench-report fuzz fuzz-long fuzz-repeated tidy cppcheck install clean
 
 # How long each fuzzer runs, and which run (all, unless named).
 fuzz_length ?= --seconds 60
@@ -69,6 +70,21 @@ editors-test: setup
 	tests/editors/install_workbench.sh build/editors
 	QUOR_GJF_PICTURE=$(picture) QUOR_G16_ROUTE_SCHEMA_YAML=$(CURDIR)/resources/schemas/input/gaussian_route.yaml \
 	    python3 tests/editors/run.py $(CURDIR)/build/dev/cli/quor-gjf . build/editors/work
+
+# The library as WebAssembly, for Node.js and browsers: web/dist, an npm package. The vocabulary's image is written by a native build.
+# Node.js 20 and npm are not looked for among Debian's packages: they may come from elsewhere. Takes 5 minutes of a processor.
+wasm: setup
+	cmake --preset dev && cmake --build --preset dev --target vocabulary_image
+	cd web && cmake --preset wasm && cmake --build --preset wasm && npm ci && npm run build && cp ../build/wasm/quor_gjf.wasm dist/
+
+# The whole tool as WebAssembly beside the native one, twelve commands over all files; the messages of the language server against the module; its
+# worker; sizes. Takes 3 minutes more.
+wasm-test: wasm
+	cmake --build --preset dev --target quor-gjf
+	cd web && cmake --build --preset wasm --target tool
+	python3 tests/lsp/run_messages.py node web/test/lsp.mjs
+	node --test web/test/module.test.mjs
+	python3 web/test/compare_tool.py build/dev/cli/quor-gjf build/wasm/quor-gjf.cjs .
 
 # Cuts the power 200 times while files are saved; the tests do it 25 times. Needs e2fsprogs and leave to mount.
 power-cuts: setup
