@@ -69,7 +69,8 @@ std::vector<ExtraInputSectionKind> asked_for(const std::string& text, std::vecto
 
 void check_missing(const std::string& before, const std::string& after, bool is_echo) {
     const std::vector<ExtraInputSectionKind> old = read_jobs_with_layout(before).at(0).layout.missing;
-    for (const ExtraInputSectionKind kind : read_jobs_with_layout(after).at(0).layout.missing) {
+    const std::vector<ExtraInputSectionKind> now = read_jobs_with_layout(after).at(0).layout.missing;
+    for (const ExtraInputSectionKind kind : now) {
         if (is_echo || !has(old, kind)) {
             throw std::runtime_error(
                 std::string("the route asks for the section '") + extra_input_kind_name(kind) +

@@ -45,7 +45,8 @@ std::vector<std::string> labels_of(const OutputGeometry& geometry, const OutputF
 MoleculeText molecule_of_output(const OldCalculation& old, const OutputFacts& facts) {
     const OutputSummary& summary = old.diagnosis.summary;
     const OutputCharge* const charge = summary.total_charge();
-    if (!summary.last || charge == nullptr) {
+    const OutputGeometry* const geometry = facts.first ? &*facts.first : summary.last ? &summary.last->geometry : nullptr;
+    if (geometry == nullptr || charge == nullptr) {
         throw NextJobRefused("the output holds no molecule");
     }
     if (summary.charges.size() > 1) {
@@ -54,7 +55,7 @@ MoleculeText molecule_of_output(const OldCalculation& old, const OutputFacts& fa
             "output");
     }
     return {summary.title, std::to_string(charge->charge) + ' ' + std::to_string(charge->multiplicity),
-            atom_lines(summary.last->geometry, labels_of(summary.last->geometry, facts))};
+            atom_lines(*geometry, labels_of(*geometry, facts))};
 }
 
 std::string echoed_job(const OldCalculation& old, const OutputFacts& facts) {
@@ -149,7 +150,6 @@ BaseJob base_job(const OldCalculation& old, const OutputFacts& facts, bool with_
     BaseJob base;
     if (old.job_text.empty()) {
         base.is_echo = true;
-        base.takes_geometry = true;
         base.text = echoed_job(old, facts);
         base.remarks.emplace_back("there is no job beside the output: this one is made of what it echoes");
         const std::vector<JobReading> jobs = read_jobs_with_layout(base.text);

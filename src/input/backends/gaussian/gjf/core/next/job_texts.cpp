@@ -137,6 +137,9 @@ CheckpointUse checkpoint_use(const JobReading& job) {
             use.refused.emplace_back(place.in(route.text));
         }
     };
+    for (const RouteTree::Segment& segment : route.segments) {
+        note(content_of(segment.basis, ""), segment.place);
+    }
     visit_keywords(route, [&](const RouteTree::Keyword& keyword) {
         note(content_of(keyword.name, ""), keyword.head);
         for (const RouteTree::Option& option : keyword.options) {

@@ -45,7 +45,7 @@ bool is_same(const Species& species, int number) {
         case SpeciesKind::Atom:
             return number == species.element || (!species.certain && number > 0);
         case SpeciesKind::Ghost:
-            return number == 0 || number == species.element;
+            return number == 0;
         case SpeciesKind::Dummy:
             return number == -1;
         case SpeciesKind::TranslationVector:

@@ -47,7 +47,7 @@ struct Workplace {
 };
 
 bool has_completed_optimization(const OutputSummary& summary) {
-    return summary.optimization && summary.optimization->end == OptimizationEnd::Completed;
+    return summary.optimization && summary.optimization->end == OptimizationEnd::Completed && summary.scan.empty();
 }
 
 // Why a recipe cannot be used here; empty where it can.
@@ -153,9 +153,16 @@ bool leaves_optimization_out(const Workplace& here, const Recipe& recipe) {
 }
 
 // What check would mend by itself, in a job that Gaussian could not read.
-std::string mended(const std::string& text) {
-    FixedText fixed = fix_text(text);
-    if (fixed.text == text) {
+// A word that is none is mended where it alone is wrong.
+std::string mended(const std::string& text, const std::string& cause) {
+    FixOptions options;
+    options.unsafe = cause == "syntax";
+    options.applies = [&](const Finding& finding) {
+        const bool is_of_word = finding.code.starts_with("GJF-R") || finding.code.starts_with("GJF-W");
+        return !options.unsafe || (is_of_word && finding.severity == Severity::Error);
+    };
+    const FixedText fixed = fix_text(text, options);
+    if (fixed.text == text || (options.unsafe && fixed.applied.size() > 1)) {
         throw NextJobRefused("nothing in the job can be mended that can mean one thing alone");
     }
     return fixed.text;
@@ -196,7 +203,8 @@ Naming named(const Workplace& here, const std::string& stem, const std::string& 
 
 // Makes one job by a recipe.
 NewJob made_job(const Workplace& here, const Recipe& recipe, const Naming& naming) {
-    NewJob job{naming.stem + naming.extension, here.base.text, recipe.id, recipe.attempt, here.base.remarks};
+    NewJob job{naming.stem + naming.extension, here.base.text, recipe.id,
+               recipe.kind == RecipeKind::Cure ? recipe.attempt : 0, here.base.remarks};
     job.remarks.insert(job.remarks.begin(), recipe.says);
     std::vector<EditOperation> operations = operations_of(recipe, here);
     RecipeGeometry which = recipe.geometry;
@@ -210,12 +218,10 @@ NewJob made_job(const Workplace& here, const Recipe& recipe, const Naming& namin
         applied = restarted_job(job.text, operations);
     } else {
         const std::optional<OutputGeometry> geometry = wanted_geometry(here, recipe, which, job.remarks);
-        job.text = geometry && !(here.base.is_echo && which == RecipeGeometry::Last)
-                       ? with_geometry(job.text, {*geometry, here.wish.cartesian})
-                       : job.text;
+        job.text = geometry ? with_geometry(job.text, {*geometry, here.wish.cartesian}) : job.text;
         const bool is_mended =
             recipe.edits.empty() && which == RecipeGeometry::Same && kind_of(recipe.wanted_for) == "input";
-        job.text = is_mended && job.text == here.base.old_text ? mended(job.text) : job.text;
+        job.text = is_mended && job.text == here.base.old_text ? mended(job.text, recipe.wanted_for) : job.text;
         applied = with_recipe_edits(job.text, operations, here.base.is_echo);
     }
     job.remarks.insert(job.remarks.end(), applied.remarks.begin(), applied.remarks.end());
@@ -248,9 +254,9 @@ void check_beginning(const OldCalculation& old, const std::string& to) {
                                              (old.diagnosis.says.empty() ? std::string() : " (" + old.diagnosis.says + ")") +
                                              "; retry cures, --to restart goes on");
     }
-    if (to == "irc" && summary.frequencies && summary.frequencies->imaginary != 1) {
+    if (to == "irc" && (!summary.frequencies || summary.frequencies->imaginary != 1)) {
         throw NextJobRefused("a path begins at one imaginary vibration, and the output has " +
-                             std::to_string(summary.frequencies->imaginary));
+                             (summary.frequencies ? std::to_string(summary.frequencies->imaginary) : "no vibrations"));
     }
 }
 
@@ -346,8 +352,8 @@ std::vector<NewJob> retry_jobs(const OldCalculation& old, const NextWish& wish) 
     if (std::none_of(known.begin(), known.end(), [&](const Recipe& recipe) { return is_cure(recipe, cause); })) {
         throw NextJobRefused(told + ": no program can cure it" + remedy);
     }
-    const Workplace here(old, wish, true);
     try {
+        const Workplace here(old, wish, true);
         const Recipe& recipe = next_attempt(here, cause, known);
         const std::string line = "retry: " + recipe.id + " attempt " + std::to_string(recipe.attempt) + " from ";
         return {job_or_refusal(here, recipe, named(here, retry_stem(old), line + end_of(old.output_path)))};

@@ -57,6 +57,14 @@ class FactsVisitor final : public SummaryVisitor {
         echo_ = Echo::None;
         if (!step.is_internal) {
             facts_.modredundant.clear();
+            facts_.first.reset();
+        }
+    }
+
+    void on_geometry(const OutputGeometry& geometry) override {
+        SummaryVisitor::on_geometry(geometry);
+        if (!facts_.first && !is_internal_) {
+            facts_.first = geometry;
         }
     }
 

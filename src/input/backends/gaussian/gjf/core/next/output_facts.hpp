@@ -26,6 +26,7 @@ struct EchoedAtom {
 struct OutputFacts {
     std::vector<ImaginaryMode> imaginary;  ///< of the last vibrations, the lowest first
     std::vector<OutputPoint> scan;         ///< the last one with a finished energy of each point
+    std::optional<OutputGeometry> first;   ///< of the user's last step
     std::vector<EchoedAtom> atoms;         ///< of the user's last step that echoed any
     std::string modredundant;              ///< the lines of that section as they are echoed
 };
