@@ -17,6 +17,7 @@ int editor_operations(const std::uint8_t* data, std::size_t size);
 int check_text(const std::uint8_t* data, std::size_t size);
 int document(const std::uint8_t* data, std::size_t size);
 int messages(const std::uint8_t* data, std::size_t size);
+int outputs(const std::uint8_t* data, std::size_t size);
 int c_interface(const std::uint8_t* data, std::size_t size);
 
 }  // namespace quor::fuzz

@@ -9,6 +9,7 @@ tests/regressions/NAME.
 """
 import argparse
 import base64
+import gzip
 import os
 import pathlib
 import re
@@ -17,7 +18,7 @@ import subprocess
 import sys
 import tempfile
 
-NAMES = ["job_text", "multi_job", "route", "schema_document", "schema_image", "editor_operations", "check_text", "document", "messages", "c_interface"]
+NAMES = ["job_text", "multi_job", "route", "schema_document", "schema_image", "editor_operations", "check_text", "document", "messages", "outputs", "c_interface"]
 LONGEST = 4000
 JOBS = [pathlib.Path("examples/jobs"), pathlib.Path("examples/forms")]
 SEEDS = pathlib.Path("fuzz/seeds")
@@ -32,10 +33,22 @@ def image_seeds(folder):
     return folder
 
 
+def cut_outputs(folder, seeds):
+    """The heads of real outputs, and their ends, as long as inputs may be."""
+    seeds.mkdir(parents=True, exist_ok=True)
+    for path in [path for path in sorted(folder.iterdir()) if path.suffix == ".gz"][:30]:
+        text = gzip.decompress(path.read_bytes())
+        (seeds / f"{path.stem}.head").write_bytes(text[:LONGEST])
+        (seeds / f"{path.stem}.end").write_bytes(text[-LONGEST:])
+    return seeds
+
+
 def seeds_of(name, build):
     folders = [SEEDS / name, REGRESSIONS / name]
     if name in ("job_text", "multi_job", "check_text", "document"):
         folders.extend(JOBS)
+    if name == "outputs" and "QUOR_GJF_REAL_OUTPUTS" in os.environ:
+        folders.append(cut_outputs(pathlib.Path(os.environ["QUOR_GJF_REAL_OUTPUTS"]), build / "output_seeds"))
     if name == "schema_image":
         folders[0] = image_seeds(build / "image_seeds")
     return [folder for folder in folders if folder.is_dir()]

@@ -171,6 +171,21 @@ TEST(CRequest, ChecksAsAConfigurationSays) {
     EXPECT_NE(answer("report", job, with(rule).c_str()).find("'report' has no option 'config'"), std::string::npos);
 }
 
+TEST(CRequest, DiagnosesOutputs) {
+    const std::string output =
+        " Entering Link 1 = /g16/l1.exe PID= 1.\n -----\n # hf/sto-3g\n -----\n"
+        " Convergence failure -- run terminated.\n Error termination via Lnk1e in /g16/l502.exe at\n";
+    EXPECT_EQ(answer("diagnose", output, "{\"stdin-filename\":\"a.log\"}"),
+              diagnosis_json("a.log", diagnose_output(*text_source(output))));
+    EXPECT_EQ(answer("diagnose", output, nullptr).find("\"steps\""), std::string::npos);
+    EXPECT_NE(answer("diagnose", output, "{\"steps\":true}").find("\"steps\":[]"), std::string::npos);
+    EXPECT_EQ(answer("diagnose", job, nullptr), error("no output of Gaussian"));
+    EXPECT_EQ(answer("diagnose", "", nullptr), error("no output of Gaussian"));
+    EXPECT_EQ(answer("diagnose", output, "{\"steps\":1}"), error("option 'steps' takes true or false"));
+    EXPECT_EQ(answer("diagnose", output, "{\"details\":true}"),
+              error("'diagnose' has no option 'details'; it has stdin-filename, steps"));
+}
+
 TEST(CRequest, TakesNulInTexts) {
     const std::string text("# hf/sto-3g\0\n\nt\n\n0 1\nHe 0 0 0\n\n", 31);
     EXPECT_EQ(answer("check", text, nullptr), check_json("-", check_text(text)));

@@ -32,6 +32,7 @@ constexpr Fuzzer fuzzers[] = {
     {"check_text", quor::fuzz::check_text, true},
     {"document", quor::fuzz::document, true},
     {"messages", quor::fuzz::messages, false},
+    {"outputs", quor::fuzz::outputs, false},
     {"c_interface", quor::fuzz::c_interface, false},
 };
 

@@ -67,6 +67,56 @@ TEST(Diagnosis, NamesTheCause) {
     EXPECT_EQ(diagnosed(failing_job(cases[7].lines)).told_mem, "11MW");
 }
 
+// Failures that few have an output of: the sentence where it stands, and the same step with another link, or an end that is
+// well.
+TEST(Diagnosis, NamesRareCausesByTheLinkToo) {
+    const struct {
+        const char* line;
+        const char* cause;
+        int link;
+        int other_link;  // in which the sentence tells nothing; 0 where any link will do
+    } cases[] = {
+        {" Wrong number of Negative eigenvalues: Desired= 1 Actual= 0", "opt_negeig", 103, 502},
+        {" Error in added coordinate", "addcoord", 101, 0},
+        {" Cannot AddRedundant with Cartesian or Z-matrix", "addred", 103, 0},
+        {" RedCar failed in NewRed", "redcar", 101, 0},
+        {" NRF.ne.NAbs", "nrf", 103, 301},
+        {" Inconsistency: ModMin", "modmin", 103, 301},
+        {" Problem with the distance matrix.", "dist", 202, 301},
+        {" Small interatomic distances encountered:", "dist", 202, 301},
+        {" Change in point group or standard orientation.", "pointgroup", 202, 301},
+        {" Logic error in ASyTop", "asytop", 202, 301},
+        {" SCF is confused.", "diis", 502, 301},
+        {" No lower point found -- run aborted.", "nolower", 508, 301},
+        {" Unable to project read-in occupied orbitals.", "project", 401, 301},
+        {" Route card not found.", "route_missing", 1, 301},
+        {" Cannot combine IRC and frequency", "irc_freq", 1, 301},
+        {" Internal consistency failure #1 in ROv08", "basis_none", 1, 301},
+        {" Input conversion error in IntKMC", "chkpath", 1, 301},
+        {" Charge and Multiplicity card seems defective:", "charge_def", 101, 301},
+        {" End of file in GetChg.", "getchg", 101, 301},
+        {" The combination of multiplicity 1 and     9 electrons is impossible.", "mult", 301, 502},
+        {" End of file reading basis center.", "basis_eof", 301, 502},
+        {" R6DS8: Unable to choose the S8 parameter", "r6", 301, 502},
+        {" MM function not complete", "link_atoms", 402, 502},
+        {" GS2 Optimization Failure.", "gs2", 123, 502},
+        {" CPHF failed to converge in LinEq2.", "cphf", 1002, 502},
+        {" NAOANL could not find a 1s orbital", "nbo", 607, 502},
+        {" GetVDW:  no radius for atom", "getvdw", 602, 502},
+        {" malloc failed.", "galloc", 502, 0},
+        {" Erroneous write. Write        -1 instead of     4096.", "disk", 502, 0},
+        {" open-new-file", "newfile", 1, 0},
+    };
+    for (const auto& each : cases) {
+        const std::string line = std::string(each.line) + "\n";
+        EXPECT_EQ(diagnosed(failing_job(line + made::error_end(each.link))).cause, each.cause) << each.line;
+        EXPECT_EQ(diagnosed(failing_job(line + made::normal_end())).cause, "") << each.line;
+        if (each.other_link > 0) {
+            EXPECT_NE(diagnosed(failing_job(line + made::error_end(each.other_link))).cause, each.cause) << each.line;
+        }
+    }
+}
+
 TEST(Diagnosis, FindsNothingInJobsThatEndedWell) {
     for (const char* const line :
          {">>>>>>>>>> Convergence criterion not met.", "Convergence failure",

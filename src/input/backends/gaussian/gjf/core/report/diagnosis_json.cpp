@@ -1,4 +1,6 @@
 // What happened to a job, as JSON.
+#include <core/fs/read_regular_file.hpp>
+#include <gjf/core/next/recipes.hpp>
 #include <gjf/core/output/diagnosis.hpp>
 #include <gjf/core/report/json_values.hpp>
 
@@ -83,6 +85,26 @@ Json json_of_output_finding(const OutputFinding& finding) {
     object["hint"] = finding.hint;
     set_text(object, "cause", finding.cause);
     return object;
+}
+
+Json json_of_cure(const Cure& cure) {
+    return {{"id", cure.id},
+            {"attempt", cure.attempt},
+            {"title", cure.title},
+            {"edits", cure.edits},
+            {"geometry", cure.geometry},
+            {"certainty", cure.certainty},
+            {"applied_by_tool", cure.applied_by_tool}};
+}
+
+// The job beside the output decides which cures fit; one that cannot be read is none.
+std::string job_beside(const Diagnosis& diagnosis) {
+    constexpr std::size_t longest = std::size_t{16} << 20;
+    if (diagnosis.job_file.empty()) {
+        return {};
+    }
+    core::fs::ReadFile file = core::fs::read_regular_file(diagnosis.job_file, longest);
+    return file.outcome == core::fs::ReadOutcome::Read ? std::move(file.text) : std::string();
 }
 
 Json json_of_checkpoint(const CheckpointFacts& facts) {
@@ -196,6 +218,7 @@ std::string diagnosis_json(const std::string& path, const Diagnosis& diagnosis, 
         object["formatted_checkpoint"] = json_of_checkpoint(*diagnosis.summary.checkpoint);
     }
     object["findings"] = list_of(diagnosis.findings, json_of_output_finding);
+    object["cures"] = list_of(cures_of(diagnosis, job_beside(diagnosis)), json_of_cure);
     if (points != nullptr) {
         object["steps"] = list_of(*points, json_of_point);
     }
