@@ -111,10 +111,12 @@ class Output:
 
     @property
     def charge(self) -> "Optional[int]":
+        """The charge of the whole: of ONIOM's real system, or the supermolecule; None where none was printed."""
         return self.summary.get("charge")
 
     @property
     def multiplicity(self) -> "Optional[int]":
+        """The multiplicity of the whole; None where none was printed."""
         return self.summary.get("multiplicity")
 
     @property

@@ -13,10 +13,10 @@ import pytest
 import quor_gjf as gjf
 
 EV = 27.21138505
-# cclib takes one value for each step that a scan or a trajectory prints, and of several jobs in a file the first's charge.
+# cclib takes the count of Cartesian functions that is printed in frequencies, and the geometries of a trajectory from its own lines.
 DEPARTS = {
-    "charge": {"arc__mltspc_output.out.gz"},
-    "energy": {"arc__mltspc_output.out.gz", "cclib__dvb_td.out.gz"},
+    "nbasis": {"arc__Gaussian_neg_freq.out.gz"},
+    "geometry": {"cclib__dvb_bomd.out.gz"},
 }
 
 
@@ -64,7 +64,7 @@ def test_holds_what_cclib_reads(tmp_path):
         if hasattr(theirs, "nbasis") and "nbasis" in ours:
             compare("nbasis", path.name, ours["nbasis"], theirs.nbasis)
         if hasattr(theirs, "scfenergies") and ours.get("energy", {}).get("kind") == "scf":
-            compare("energy", path.name, round(output.energy, 5), round(theirs.scfenergies[-1] / EV, 5))
+            compare("energy", path.name, True, abs(output.energy - theirs.scfenergies[-1] / EV) < 1e-5)
         if hasattr(theirs, "vibfreqs") and "frequencies" in ours:
             compare("frequencies", path.name, (ours["frequencies"]["count"], round(ours["frequencies"]["lowest"], 1)),
                     (len(theirs.vibfreqs), round(float(theirs.vibfreqs.min()), 1)))
