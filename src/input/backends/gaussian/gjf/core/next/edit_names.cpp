@@ -4,6 +4,7 @@
 #include <gjf/core/job/link0_keys.hpp>
 #include <gjf/core/job/memory_amount.hpp>
 #include <gjf/core/reader/job_layout.hpp>
+#include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
 
 #include <charconv>
@@ -49,7 +50,7 @@ NamedNumber number_named(std::string_view text) {
     NamedNumber number;
     const std::size_t star = text.find('*');
     if (star != std::string_view::npos) {
-        const auto [end, error] = std::from_chars(text.data(), text.data() + star, number.factor);
+        const auto [end, error] = read_number(text.substr(0, star), number.factor, std::chars_format::general);
         if (error != std::errc() || end != text.data() + star || !(number.factor > 0 && number.factor < 1000)) {
             refuse(text, "begins with no factor");
         }
@@ -85,7 +86,7 @@ std::string replaced(std::string_view text, const Take& take) {
 
 std::optional<double> number_in(std::string_view text) {
     double number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    const auto [end, error] = read_number(text, number, std::chars_format::general);
     return error == std::errc() && end == text.data() + text.size() && number > 0 ? std::optional<double>(number)
                                                                                   : std::nullopt;
 }

@@ -108,7 +108,8 @@ std::optional<OutputGeometry> wanted_geometry(const Workplace& here, const Recip
     const OutputSummary& summary = here.summary();
     if (which == RecipeGeometry::Displaced) {
         remarks.push_back("moved along the vibration at " +
-                          std::to_string(static_cast<int>(here.facts.imaginary[recipe.displacement.mode - 1U].frequency)) +
+                          std::to_string(static_cast<int>(
+                              here.facts.imaginary[static_cast<std::size_t>(recipe.displacement.mode) - 1].frequency)) +
                           " cm-1");
         return displaced_geometry(here, recipe.displacement);
     }

@@ -6,6 +6,7 @@
 #include <gjf/core/knowledge/failures.hpp>
 #include <gjf/core/next/edit_names.hpp>
 #include <gjf/core/route_schema_paths.hpp>
+#include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
@@ -15,6 +16,7 @@
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
+#include <type_traits>
 #include <utility>
 
 namespace quor::input::gaussian {
@@ -117,8 +119,14 @@ void set_geometry(Recipe& recipe, const std::string& text) {
     }
     recipe.geometry = static_cast<RecipeGeometry>(found - std::begin(whole_geometries));
     const auto read = [&](const std::string& part, auto& number) {
-        const auto [end, error] = std::from_chars(part.data(), part.data() + part.size(), number);
-        if (error != std::errc() || end != part.data() + part.size()) {
+        const char* const end = part.data() + part.size();
+        std::from_chars_result read;
+        if constexpr (std::is_floating_point_v<std::remove_reference_t<decltype(number)>>) {
+            read = read_number(part, number, std::chars_format::general);
+        } else {
+            read = std::from_chars(part.data(), end, number);
+        }
+        if (read.ec != std::errc() || read.ptr != end) {
             refuse(text, "is no geometry");
         }
     };

@@ -6,6 +6,7 @@
 
 #include <gjf/core/chemistry/space.hpp>
 #include <gjf/core/job/positions.hpp>
+#include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
@@ -75,14 +76,14 @@ double apart(double a, double b, std::size_t what) {
 std::optional<double> number_of_text(std::string_view text) {
     text.remove_prefix(text.starts_with('+') ? 1 : 0);
     double number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    const auto [end, error] = read_number(text, number, std::chars_format::general);
     return error == std::errc() && end == text.data() + text.size() ? std::optional<double>(number) : std::nullopt;
 }
 
 // Writes the values of rows, and remembers those of variables.
 class ValueWriter {
    public:
-    ValueWriter(const std::string& text, const JobReading& reading) : text_(text), reading_(reading) {
+    ValueWriter(const std::string& text, const JobReading& reading) : text_(text) {
         note_variables(reading.job.geom.variables, reading.places.variables);
         note_variables(reading.job.geom.constants, reading.places.constants);
     }
@@ -150,7 +151,6 @@ class ValueWriter {
     void add_edit(Span place, std::string value) { edits_.push_back({place.begin, place.end(), std::move(value)}); }
 
     const std::string& text_;
-    const JobReading& reading_;
     std::map<std::string, Variable> variables_;
     std::vector<TextEdit> edits_;
 };
