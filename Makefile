@@ -12,8 +12,8 @@ wanted = $(test_packages)
 editor_packages := $(test_packages) vim neovim emacs-nox elpa-eglot
 verify: wanted = $(verify_packages)
 editors-check: wanted = $(editor_packages)
-editors-test: wanted = $(editor_packages) chromium libkrb5-dev
-wasm wasm-test: wanted = $(test_packages) emscripten nodejs
+editors-test: wanted = $(editor_packages) chromium libkrb5-dev emscripten
+wasm wasm-test: wanted = $(test_packages) emscripten
 demo install build/release/cli/quor-gjf: wanted = $(packages)
 missing = $(shell for p in $(wanted); do dpkg -s $$p >/dev/null 2>&1 || printf '%s ' $$p; done)
 as_root = $(if $(filter 0,$(shell id -u)),,sudo)
@@ -65,7 +65,7 @@ editors-check: setup
 
 # The table of features and clients in docs/editors.md, VS Code's workbench among them: code-server and the packed extension, in Chromium.
 # Needs Node.js 20 with its headers, and npm. Takes 2 to 6 minutes; picture=docs/vscode.png draws the workbench anew.
-editors-test: setup
+editors-test: setup wasm
 	cmake --preset dev && cmake --build --preset dev --target quor-gjf
 	tests/editors/install_workbench.sh build/editors
 	QUOR_GJF_PICTURE=$(picture) QUOR_G16_ROUTE_SCHEMA_YAML=$(CURDIR)/resources/schemas/input/gaussian_route.yaml \
@@ -83,6 +83,7 @@ wasm-test: wasm
 	cmake --build --preset dev --target quor-gjf
 	cd web && cmake --build --preset wasm --target tool
 	python3 tests/lsp/run_messages.py node web/test/lsp.mjs
+	python3 tests/lsp/equal_findings_test.py build/dev/cli/quor-gjf . build/wasm/equal node web/test/lsp.mjs
 	node --test web/test/module.test.mjs
 	python3 web/test/compare_tool.py build/dev/cli/quor-gjf build/wasm/quor-gjf.cjs .
 
