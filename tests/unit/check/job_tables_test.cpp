@@ -89,8 +89,7 @@ std::vector<Edit> edits_in(const std::string& file, std::size_t columns) {
     return edits;
 }
 
-bool is_found(const std::string& job, std::size_t first, std::size_t last, Severity least) {
-    const std::vector<Finding> findings = check_text(job);
+bool is_found(const std::vector<Finding>& findings, std::size_t first, std::size_t last, Severity least) {
     return std::any_of(findings.begin(), findings.end(), [&](const Finding& finding) {
         return finding.severity >= least && finding.line >= first && finding.line <= last;
     });
@@ -133,8 +132,9 @@ TEST(JobTables, FaultsAreFoundAtTheirLine) {
         const std::size_t first = at_end ? last_text : fault.line + static_cast<std::size_t>(std::stoi(fault.fields[3]));
         const std::size_t last = at_end ? last_text + 3 : first;
         const bool is_stop = fault.fields[4] == "stops";
-        const bool is_this = is_found(fault.job, first, last, Severity::Warning);
-        const bool is_error = is_found(fault.job, first, last, Severity::Error);
+        const std::vector<Finding> findings = check_text(fault.job);
+        const bool is_this = is_found(findings, first, last, Severity::Warning);
+        const bool is_error = is_found(findings, first, last, Severity::Error);
         found += is_this;
         stops += is_stop;
         stopped += is_stop && is_error;

@@ -58,8 +58,9 @@ void check_command(const CheckedJob& job, const Link0Line& line, Findings& findi
     }
     const std::vector<std::string> near = near_names(to_lower_copy(line.key), names);
     const TextPlace place = job.place_in(line.line, line.key);
-    Finding& finding = findings.add("GJF-L001", is_misspelt(line.key, near) ? Severity::Error : Severity::Warning,
-                                    "unknown Link 0 command '%" + std::string(line.key) + "'", place, did_you_mean(near));
+    Finding& finding = findings.add(
+        "GJF-L001", is_misspelt(line.key, near) || !has_added_letter(line.key, near) ? Severity::Error : Severity::Warning,
+        "unknown Link 0 command '%" + std::string(line.key) + "'", place, did_you_mean(near));
     offer_near(job, place, line.key, near, finding);
 }
 
@@ -158,6 +159,16 @@ std::int64_t check_cores(const CheckedJob& job, const std::vector<Link0Line>& li
     return listed != 0 ? listed : asked;
 }
 
+// Tells whether an amount that nobody can read may still be one to Gaussian: a number with a point or a blank in it, or a
+// unit cut short.
+bool may_be_memory(std::string_view value) {
+    const std::size_t behind = std::min(value.find_first_not_of("0123456789., \t"), value.size());
+    const std::string unit = to_lower_copy(value.substr(behind));
+    constexpr std::string_view units[] = {"kb", "mb", "gb", "tb", "kw", "mw", "gw", "tw", "bytes", "words"};
+    return behind > 0 &&
+           std::any_of(std::begin(units), std::end(units), [&](std::string_view known) { return known.starts_with(unit); });
+}
+
 void check_memory(const CheckedJob& job, const std::vector<Link0Line>& lines, std::int64_t cores, Findings& findings) {
     // Below this share a core cannot even hold the arrays that every job allocates.
     constexpr std::int64_t least_per_core = 64LL << 20;
@@ -168,8 +179,7 @@ void check_memory(const CheckedJob& job, const std::vector<Link0Line>& lines, st
     const TextPlace place = job.place_in(line->line, line->value);
     const std::optional<MemoryAmount> memory = read_memory_amount(line->value);
     if (!memory || memory->unit == 0 || memory->amount == 0) {
-        const bool begins_as_number = !line->value.empty() && is_digit(line->value.front());
-        Finding& finding = findings.add("GJF-L002", begins_as_number ? Severity::Warning : Severity::Error,
+        Finding& finding = findings.add("GJF-L002", may_be_memory(line->value) ? Severity::Warning : Severity::Error,
                                         "'" + std::string(line->value) + "' is no amount of memory", place,
                                         "write a whole number and a unit without a blank, as in %mem=8GB");
         offer_memory(job, place, line->value, finding);

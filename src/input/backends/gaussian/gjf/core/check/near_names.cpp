@@ -1,6 +1,7 @@
 // Names near to a word, and the vocabulary as a list of words.
 #include <gjf/core/check/near_names.hpp>
 
+#include <gjf/core/knowledge/facts.hpp>
 #include <gjf/core/schema/candidate_group.hpp>
 #include <gjf/core/text/steps_between.hpp>
 #include <gjf/core/text/text.hpp>
@@ -142,6 +143,29 @@ bool is_misspelt_model(std::string_view word, const std::vector<std::string>& ne
     return word.size() >= shortest_sure_model && std::any_of(near.begin(), near.end(), [&](const std::string& name) {
                return is_slip(wanted, to_lower_copy(name), true);
            });
+}
+
+bool has_added_letter(std::string_view word, const std::vector<std::string>& near) {
+    const std::string wanted = to_lower_copy(word);
+    const auto is_part_of_word = [](char c) { return is_letter(c) || is_digit(c); };
+    return std::any_of(near.begin(), near.end(), [&](const std::string& near_name) {
+        const std::string name = to_lower_copy(near_name);
+        if (name.empty() || wanted.size() != name.size() + 1) {
+            return false;
+        }
+        const bool is_doubled = is_letter(wanted.back()) && wanted.back() == name.back();
+        return (wanted.ends_with(name) && is_part_of_word(wanted.front())) ||
+               (wanted.starts_with(name) && is_part_of_word(wanted.back()) && !is_doubled);
+    });
+}
+
+bool is_foreign(std::string_view word) {
+    return word.find_first_of("\\;") != std::string_view::npos || other_name("foreign", word).has_value();
+}
+
+bool is_surely_none(std::string_view word, const std::vector<std::string>& near, bool has_looked) {
+    return is_foreign(word) || is_misspelt(word, near) ||
+           (has_looked && !has_added_letter(word, near) && word.find('(') == word.npos);
 }
 
 std::vector<std::string> all_basis_sets(const SimpleYAMLParser& schema) {

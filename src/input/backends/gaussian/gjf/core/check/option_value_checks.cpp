@@ -2,6 +2,7 @@
 #include <gjf/core/check/rule.hpp>
 
 #include <gjf/core/check/fixes.hpp>
+#include <gjf/core/check/near_names.hpp>
 #include <gjf/core/knowledge/facts.hpp>
 #include <gjf/core/knowledge/route_facts.hpp>
 #include <gjf/core/text/number.hpp>
@@ -79,6 +80,10 @@ Fit fit_of_internal_option(std::string_view item) {
 
 // A field, as in x+10 and xxz-5: letters of a multipole before the sign. What has no sign is not judged.
 Fit fit_of_multipole(std::string_view value) {
+    const std::size_t sign = value.find_first_of("+-");
+    if (sign != value.npos && is_number_text(value.substr(sign)) && !is_integer_text(value.substr(sign))) {
+        return Fit::Odd;
+    }
     const std::string letters = to_lower_copy(value.substr(0, value.find_first_of("+-")));
     const bool is_multipole =
         !letters.empty() && letters.size() <= 4 && letters.find_first_not_of("xyz") == std::string::npos;
@@ -100,6 +105,15 @@ Fit fit_of(std::string_view value, const OptionValue& known) {
                                        : Fit::Good;
 }
 
+// Tells whether a value is surely one of the words that may stand there, misspelt.
+bool is_misspelt_name(std::string_view value, const OptionValue& known) {
+    std::vector<std::string_view> names;
+    split_fields(known.names, FieldSeparators::WhiteSpace, true, names);
+    const std::vector<std::string> listed(names.begin(), names.end());
+    const std::string_view text = without_parentheses(value);
+    return is_misspelt(text, listed) || is_misspelt_model(text, listed);
+}
+
 std::string wanted_value(const OptionValue& known) {
     const std::string least(known.least);
     std::string text = known.kind == "integer" ? least.empty() ? "a whole number" : "a whole number from " + least + " on"
@@ -117,16 +131,23 @@ std::string wanted_value(const OptionValue& known) {
 void report_value(const CheckedJob& job, const OptionValue& known, Fit fit, const std::string& of, Span value,
                   Findings& findings) {
     if (fit != Fit::Good) {
-        const Severity severity = severity_named(known.severity);
+        const std::string written = job.written(value);
+        const Severity severity =
+            fit == Fit::Wrong && is_misspelt_name(written, known) ? Severity::Error : severity_named(known.severity);
         findings.add("GJF-R014", fit == Fit::Odd ? std::min(severity, Severity::Warning) : severity,
-                     "'" + std::string(value.in(job.route_text())) + "' is no value of " + of, job.route_place(value),
-                     wanted_value(known));
+                     "'" + written + "' is no value of " + of, job.route_place(value), wanted_value(known));
     }
 }
 
-void report_missing(const OptionValue& known, const std::string& of, const TextPlace& place, Findings& findings) {
-    findings.add("GJF-R015", std::min(severity_named(known.severity), Severity::Warning), of + " stands without its value",
-                 place, wanted_value(known));
+// A number that stands behind an option, between blanks, may be taken for its value, and keywords may do without theirs.
+void report_missing(const CheckedJob& job, const OptionValue& known, const std::string& of, Span name, Findings& findings) {
+    const std::string_view text = job.route_text();
+    const std::size_t behind = text.find_first_not_of(" ,", name.end());
+    const bool may_be_number = behind != text.npos && (is_digit(text[behind]) || text[behind] == '-');
+    const Severity severity = severity_named(known.severity);
+    const bool may_do_without = may_be_number || known.options.empty();
+    findings.add("GJF-R015", may_do_without ? std::min(severity, Severity::Warning) : severity,
+                 of + " stands without its value", job.route_place(name), wanted_value(known));
 }
 
 void check_value(const CheckedJob& job, const RouteTree::Keyword& keyword, const RouteTree::Option& option,
@@ -134,7 +155,7 @@ void check_value(const CheckedJob& job, const RouteTree::Keyword& keyword, const
     const std::string of = keyword.name + "=" + option.canonical;
     if (option.value.length == 0) {
         if (known.takes == "required") {
-            report_missing(known, of, job.route_place(option.name), findings);
+            report_missing(job, known, of, option.name, findings);
         }
     } else if (known.takes == "no") {
         findings.add("GJF-R016", severity_named(known.severity), of + " takes no value", job.route_place(option.value),
@@ -160,7 +181,7 @@ void check_own_value(const CheckedJob& job, const RouteTree::Keyword& keyword, c
         }
     }
     if (!has_value && known.takes == "required") {
-        report_missing(known, keyword.name, job.route_place(keyword.head), findings);
+        report_missing(job, known, keyword.name, keyword.head, findings);
     }
 }
 
@@ -207,15 +228,45 @@ void check_doubled_options(const CheckedJob& job, const RouteTree::Keyword& keyw
     }
 }
 
+// Offers to write another name of a solvent: Gaussian's own where it is known, else the nearest.
+void offer_solvent(const CheckedJob& job, const RouteTree::Option& option, const std::vector<std::string>& names,
+                   FixSafety safety, Finding& finding) {
+    for (const std::string& name : names) {
+        offer(finding, "write " + name, names.size() == 1 ? safety : FixSafety::Choice,
+              route_edits(job, option.value, name));
+    }
+}
+
+void check_solvent(const CheckedJob& job, const RouteTree::Keyword& keyword, Findings& findings) {
+    for (const RouteTree::Option& option : keyword.options) {
+        const std::string_view value = option.value.in(job.route_text());
+        if (option.canonical != "solvent" || value.empty() || is_solvent(value)) {
+            continue;
+        }
+        const std::vector<std::string> near = near_names(to_lower_copy(value), solvent_names());
+        const std::optional<std::string_view> abbreviated = abbreviated_solvent(value);
+        Finding& finding = findings.add(
+            "GJF-R012", is_misspelt(value, near) || is_misspelt_model(value, near) ? Severity::Error : Severity::Warning,
+            "'" + std::string(value) + "' is no solvent of Gaussian", job.route_place(option.name),
+            abbreviated ? "Gaussian calls it " + std::string(*abbreviated) : did_you_mean(near));
+        offer_solvent(job, option, abbreviated ? std::vector<std::string>{std::string(*abbreviated)} : near,
+                      abbreviated ? FixSafety::Safe : FixSafety::Unsafe, finding);
+    }
+}
+
 void check_all_option_values(const CheckedMolecule& molecule, Findings& findings) {
     for (const RouteTree::Keyword* keyword : molecule.job.keywords) {
         check_option_values(molecule.job, *keyword, findings);
         check_doubled_options(molecule.job, *keyword, findings);
+        if (keyword->name == "scrf") {
+            check_solvent(molecule.job, *keyword, findings);
+        }
     }
 }
 
 }  // namespace
 
-const Family option_value_family = {Known::Route, check_all_option_values, {"GJF-R014", "GJF-R015", "GJF-R016", "GJF-R021"}};
+const Family option_value_family = {
+    Known::Route, check_all_option_values, {"GJF-R012", "GJF-R014", "GJF-R015", "GJF-R016", "GJF-R021"}};
 
 }  // namespace quor::input::gaussian

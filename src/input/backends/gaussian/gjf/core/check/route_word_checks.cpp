@@ -71,12 +71,6 @@ bool is_beside_slash(std::string_view text, Span word) noexcept {
     return (word.begin > 0 && text[word.begin - 1] == '/') || (word.end() < text.size() && text[word.end()] == '/');
 }
 
-// Tells whether a word is surely none of Gaussian's: a name that other programs have, or one with a sign that stands in no
-// word and parts none.
-bool is_foreign(std::string_view word) {
-    return word.find_first_of("\\;") != std::string_view::npos || other_name("foreign", word).has_value();
-}
-
 // Reports a word that is neither keyword nor method nor basis set; `is_model` where it must be one of the two last.
 void report_unknown_word(const CheckedJob& job, const std::string& word, const TextPlace& place, bool is_model,
                          Findings& findings, const RouteTree::Keyword* keyword = nullptr) {
@@ -90,18 +84,18 @@ void report_unknown_word(const CheckedJob& job, const std::string& word, const T
         return;
     }
     if (const std::string hint = hint_at_form(word); !hint.empty()) {
-        Finding& finding = findings.add("GJF-W005", Severity::Warning,
+        Finding& finding = findings.add("GJF-W005", word.front() == '(' ? Severity::Warning : Severity::Error,
                                         "'" + word + "' is no route keyword, method or basis set", place, hint);
         if (keyword != nullptr) {
             offer_option(job, *keyword, finding);
         }
         return;
     }
-    const std::vector<std::string> near = findings.may_look_for_names()
-                                              ? near_names(to_lower_copy(word), all_route_words(job.schema))
-                                              : std::vector<std::string>();
-    const bool is_sure = is_foreign(word) || ((is_misspelt(word, near) || (is_model && is_misspelt_model(word, near))) &&
-                                              !is_method_variant(job, word));
+    const bool has_looked = findings.may_look_for_names();
+    const std::vector<std::string> near =
+        has_looked ? near_names(to_lower_copy(word), all_route_words(job.schema)) : std::vector<std::string>();
+    const bool is_sure = (is_surely_none(word, near, has_looked) || (is_model && is_misspelt_model(word, near))) &&
+                         !is_method_variant(job, word);
     Finding& finding = findings.add("GJF-W005", is_sure ? Severity::Error : Severity::Warning,
                                     "'" + word + "' is no route keyword, method or basis set", place, did_you_mean(near));
     offer_near(job, place, word, near, finding);
@@ -261,9 +255,9 @@ void check_unknown_words(const CheckedJob& job, const RouteTree::Segment& segmen
         if (candidates.size() < 2) {
             report_unknown_word(job, head, place, is_beside_slash(job.route_text(), keyword.place), findings, &keyword);
         } else if (told.count(head) == 0) {
-            Finding& finding =
-                findings.add("GJF-W005", Severity::Warning, "'" + head + "' is no route keyword, method or basis set", place,
-                             "it may begin " + format_warning_candidates(candidates, 6));
+            Finding& finding = findings.add("GJF-W005", head.size() == 1 ? Severity::Error : Severity::Warning,
+                                            "'" + head + "' is no route keyword, method or basis set", place,
+                                            "it may begin " + format_warning_candidates(candidates, 6));
             offer_choices(job, place, head, candidates, finding);
         }
     }
@@ -334,6 +328,13 @@ bool has_glued_value(const CheckedJob& job, const std::string& keyword, const st
     return end >= shortest && end < name.size() && job.schema.knows_option(keyword, name.substr(0, end));
 }
 
+// Tells whether a name may be meant as words: one that begins like a number is a value of its keyword, unless signs stand in
+// it that part other things.
+bool may_hold_words(std::string_view name) {
+    const bool begins_like_number = is_digit(name.front()) || name.find_first_of("+-.") == 0;
+    return !begins_like_number || name.find_first_of(";:/\\") != name.npos;
+}
+
 void check_option_words(const CheckedJob& job, const RouteTree::Keyword& keyword, Findings& findings) {
     if (!keyword.known() || has_trait(keyword.name, "takes free text")) {
         return;
@@ -341,12 +342,13 @@ void check_option_words(const CheckedJob& job, const RouteTree::Keyword& keyword
     for (std::size_t i = 0; i < keyword.options.size(); ++i) {
         const RouteTree::Option& option = keyword.options[i];
         const std::string name = job.written(option.name);
-        const char first = name.empty() ? '0' : name.front();
-        const bool is_value = is_digit(first) || first == '-' || first == '+' || first == '.';
-        // The names of some solvents hold a comma; levels of theory are options of ircmax.
+        const bool is_value = name.empty() || is_number_text(name) || !may_hold_words(name);
+        // The names of some solvents hold a comma; levels of theory are options of ircmax, and layers those of oniom.
         const bool ends_solvent = i > 0 && keyword.options[i - 1].canonical == "solvent" &&
                                   is_solvent(job.written(keyword.options[i - 1].value) + "," + name);
-        const bool is_model = keyword.name == "ircmax" && name.find('/') != std::string::npos;
+        const bool is_model =
+            (keyword.name == "ircmax" && name.find('/') != std::string::npos) ||
+            (keyword.name == "oniom" && job.written(option.place).find_first_of("/:") != std::string::npos);
         if (is_value || ends_solvent || is_model || job.schema.knows_option(keyword.name, name) ||
             job.schema.option_completions(keyword.name, name).size() > 1) {
             continue;
@@ -354,13 +356,13 @@ void check_option_words(const CheckedJob& job, const RouteTree::Keyword& keyword
         if (job.schema.options_of(keyword.name).empty()) {
             return;  // asked last: the list is long, and most options are known
         }
-        const std::vector<std::string> near = findings.may_look_for_names()
-                                                  ? near_names(to_lower_copy(name), all_options(job.schema, keyword.name))
-                                                  : std::vector<std::string>();
+        const bool has_looked = findings.may_look_for_names();
+        const std::vector<std::string> near =
+            has_looked ? near_names(to_lower_copy(name), all_options(job.schema, keyword.name)) : std::vector<std::string>();
         const TextPlace place = job.route_place(option.name);
         const bool names_solvent = keyword.name == "scrf" && is_solvent(name);
         const bool is_sure =
-            names_solvent || is_foreign(name) || is_misspelt(name, near) || has_glued_value(job, keyword.name, name);
+            names_solvent || is_surely_none(name, near, has_looked) || has_glued_value(job, keyword.name, name);
         Finding& finding = findings.add("GJF-R001", is_sure ? Severity::Error : Severity::Warning,
                                         "'" + name + "' is no option of " + keyword.name, place,
                                         names_solvent ? "write solvent=" + name : did_you_mean(near));
@@ -372,30 +374,10 @@ void check_option_words(const CheckedJob& job, const RouteTree::Keyword& keyword
     }
 }
 
-// Offers to write another name of a solvent: Gaussian's own where it is known, else the nearest.
-void offer_solvent(const CheckedJob& job, const RouteTree::Option& option, const std::vector<std::string>& names,
-                   FixSafety safety, Finding& finding) {
-    for (const std::string& name : names) {
-        offer(finding, "write " + name, names.size() == 1 ? safety : FixSafety::Choice,
-              route_edits(job, option.value, name));
-    }
-}
-
-void check_solvent(const CheckedJob& job, const RouteTree::Keyword& keyword, Findings& findings) {
-    for (const RouteTree::Option& option : keyword.options) {
-        const std::string_view value = option.value.in(job.route_text());
-        if (option.canonical != "solvent" || value.empty() || is_solvent(value)) {
-            continue;
-        }
-        const std::vector<std::string> near = near_names(to_lower_copy(value), solvent_names());
-        const std::optional<std::string_view> abbreviated = abbreviated_solvent(value);
-        Finding& finding = findings.add(
-            "GJF-R012", is_misspelt(value, near) || is_misspelt_model(value, near) ? Severity::Error : Severity::Warning,
-            "'" + std::string(value) + "' is no solvent of Gaussian", job.route_place(option.name),
-            abbreviated ? "Gaussian calls it " + std::string(*abbreviated) : did_you_mean(near));
-        offer_solvent(job, option, abbreviated ? std::vector<std::string>{std::string(*abbreviated)} : near,
-                      abbreviated ? FixSafety::Safe : FixSafety::Unsafe, finding);
-    }
+// Tells whether a remark is about a single letter, which many words begin with: Gaussian may know a longer abbreviation.
+bool is_about_one_letter(std::string_view message) {
+    const std::size_t quote = message.find('\'');
+    return quote != message.npos && message.size() > quote + 2 && message[quote + 2] == '\'';
 }
 
 // Reports the route parser's own remarks but the unknown words, which are looked at more closely here.
@@ -406,7 +388,8 @@ void check_warnings(const CheckedJob& job, Findings& findings) {
                                         ? job.route_place(span_between(static_cast<std::size_t>(warning.span->begin),
                                                                        static_cast<std::size_t>(warning.span->end)))
                                         : TextPlace{};
-            Finding& finding = findings.add(warning.code.c_str(), Severity::Warning, warning.message, place);
+            const Severity severity = is_about_one_letter(warning.message) ? Severity::Error : Severity::Warning;
+            Finding& finding = findings.add(warning.code.c_str(), severity, warning.message, place);
             if (const auto [word, candidates] = words_of_warning(warning.message); !candidates.empty()) {
                 offer_choices(job, place, word, candidates, finding);
             }
@@ -426,23 +409,23 @@ void check_route_words(const CheckedMolecule& molecule, Findings& findings) {
         check_basis_suffix(job, segment, findings);
         if (segment.is_oniom) {
             check_level_words(job, segment, findings);
+            for (const RouteTree::Keyword& keyword : segment.keywords) {
+                check_option_words(job, keyword, findings);
+            }
             continue;
         }
         check_unknown_words(job, segment, told, findings);
         for (const RouteTree::Keyword& keyword : segment.keywords) {
             check_option_words(job, keyword, findings);
-            if (keyword.name == "scrf") {
-                check_solvent(job, keyword, findings);
-            }
         }
     }
 }
 
 }  // namespace
 
-const Family route_word_family = {Known::Route,
-                                  check_route_words,
-                                  {"GJF-R001", "GJF-R003", "GJF-R004", "GJF-R011", "GJF-R012", "GJF-W001", "GJF-W002",
-                                   "GJF-W003", "GJF-W004", "GJF-W005"}};
+const Family route_word_family = {
+    Known::Route,
+    check_route_words,
+    {"GJF-R001", "GJF-R003", "GJF-R004", "GJF-R011", "GJF-W001", "GJF-W002", "GJF-W003", "GJF-W004", "GJF-W005"}};
 
 }  // namespace quor::input::gaussian
