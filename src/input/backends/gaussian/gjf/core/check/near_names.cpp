@@ -165,7 +165,7 @@ bool is_foreign(std::string_view word) {
 
 bool is_surely_none(std::string_view word, const std::vector<std::string>& near, bool has_looked) {
     return is_foreign(word) || is_misspelt(word, near) ||
-           (has_looked && !has_added_letter(word, near) && word.find('(') == word.npos);
+           (has_looked && !has_added_letter(word, near) && word.find('(') == word.npos && !other_name("older", word));
 }
 
 std::vector<std::string> all_basis_sets(const SimpleYAMLParser& schema) {
