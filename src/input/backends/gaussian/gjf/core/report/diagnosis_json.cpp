@@ -4,7 +4,9 @@
 #include <gjf/core/output/diagnosis.hpp>
 #include <gjf/core/report/json_values.hpp>
 
+#include <stdexcept>
 #include <utility>
+#include <vector>
 
 namespace quor::input::gaussian {
 namespace {
@@ -105,6 +107,15 @@ std::string job_beside(const Diagnosis& diagnosis) {
     }
     core::fs::ReadFile file = core::fs::read_regular_file(diagnosis.job_file, longest);
     return file.outcome == core::fs::ReadOutcome::Read ? std::move(file.text) : std::string();
+}
+
+// Where the recipes do not lie beside the facts, as in a browser, an output is told of without them.
+std::vector<Cure> cures_at_hand(const Diagnosis& diagnosis) {
+    try {
+        return cures_of(diagnosis, job_beside(diagnosis));
+    } catch (const std::runtime_error&) {
+        return {};
+    }
 }
 
 Json json_of_checkpoint(const CheckpointFacts& facts) {
@@ -218,7 +229,7 @@ std::string diagnosis_json(const std::string& path, const Diagnosis& diagnosis, 
         object["formatted_checkpoint"] = json_of_checkpoint(*diagnosis.summary.checkpoint);
     }
     object["findings"] = list_of(diagnosis.findings, json_of_output_finding);
-    object["cures"] = list_of(cures_of(diagnosis, job_beside(diagnosis)), json_of_cure);
+    object["cures"] = list_of(cures_at_hand(diagnosis), json_of_cure);
     if (points != nullptr) {
         object["steps"] = list_of(*points, json_of_point);
     }
