@@ -55,6 +55,11 @@ inline std::string with_basis(const std::string& section) {
     return job("# hf/gen", "0 1\nO 0.0 0.0 0.0\nH 0.0 0.76 0.59\nH 0.0 -0.76 0.59\n", section);
 }
 
+inline std::string with_potential(const std::string& potential) {
+    return job("# hf/genecp", "0 1\nH 0.0 0.0 0.0\nNa 0.0 0.0 1.89\n",
+               "H 0\n6-31G\n****\nNa 0\nLANL2DZ\n****\n\nNa 0\n" + potential);
+}
+
 inline std::string bonds(const std::string& rows) {
     return job("# hf/sto-3g geom=connectivity", "0 1\nO 0.0 0.0 0.0\nH 0.0 0.76 0.59\nH 0.0 -0.76 0.59\n", rows);
 }

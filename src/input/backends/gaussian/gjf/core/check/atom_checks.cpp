@@ -47,10 +47,28 @@ void check_elements(const CheckedJob& job, const std::vector<MoleculeAtom>& atom
     }
 }
 
-// Reports labels such as Oo and Cc: an element whose letter was struck twice, or a name of its own.
-void check_doubled_letters(const std::vector<MoleculeAtom>& atoms, Findings& findings) {
+// Tells a label that a ghost was meant by, as OBq, but that is read as the name of an atom.
+bool is_ghost_without_hyphen(std::string_view label) {
+    return label.size() > 2 && equals_folded(label.substr(label.size() - 2), "bq") &&
+           atomic_number(label.substr(0, label.size() - 2)) != 0;
+}
+
+// Reports labels such as Oo and Cc: an element whose letter was struck twice, or a name of its own; and what stands for no
+// nucleus although it looks like one, or the other way.
+void check_likely_labels(const std::vector<MoleculeAtom>& atoms, Findings& findings) {
+    const bool has_symbols = std::any_of(atoms.begin(), atoms.end(), [](const MoleculeAtom& atom) {
+        return atom.species.kind == SpeciesKind::Atom && atom.info != nullptr && !atom.info->element.empty() &&
+               is_letter(atom.info->element.front());
+    });
     for (const MoleculeAtom& atom : atoms) {
         const std::string_view label = atom.info == nullptr ? std::string_view() : std::string_view(atom.info->element);
+        if (label == "0" && has_symbols) {
+            findings.add("GJF-M001", Severity::Warning, "'0' is the number of no element: a point without nucleus",
+                         atom.line, "the symbol of oxygen is the letter O");
+        } else if (atom.species.kind == SpeciesKind::Atom && is_ghost_without_hyphen(label)) {
+            findings.add("GJF-M001", Severity::Warning, "'" + std::string(label) + "' names an atom, not a ghost", atom.line,
+                         "a ghost is written as in " + std::string(label.substr(0, label.size() - 2)) + "-Bq");
+        }
         if (atom.species.kind == SpeciesKind::Atom && !atom.species.certain && label.size() == 2 && label[0] != label[1] &&
             to_lower_ascii(label[0]) == label[1]) {
             findings.add("GJF-M001", Severity::Warning, "'" + std::string(label) + "' is no element", atom.line,
@@ -144,7 +162,7 @@ void check_vectors(const std::vector<MoleculeAtom>& atoms, Findings& findings) {
         const double scale = length < 1e-6 ? 0 : 1 / length;
         vectors.push_back({v[0] * scale, v[1] * scale, v[2] * scale});
         if (vectors.size() > 3 || volume_of(vectors) < flat) {
-            findings.add("GJF-M016", Severity::Warning,
+            findings.add("GJF-M016", vectors.size() > 3 ? Severity::Warning : Severity::Error,
                          vectors.size() > 3 ? "a fourth translation vector"
                                             : "this translation vector spans no cell with those before",
                          atom.line, "up to three vectors, none of them zero or in a line or plane with the others");
@@ -334,7 +352,7 @@ void check_units(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms, 
 void check_atoms(const CheckedMolecule& molecule, Findings& findings) {
     const auto& [job, atoms, layers] = molecule;
     check_elements(job, atoms, findings);
-    check_doubled_letters(atoms, findings);
+    check_likely_labels(atoms, findings);
     check_freeze_codes(job, findings);
     check_all_frozen(job, findings);
     check_method_of_cell(job, atoms, findings);

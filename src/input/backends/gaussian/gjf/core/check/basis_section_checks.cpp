@@ -53,6 +53,26 @@ bool is_wrong_symbol(std::string_view line) {
            std::all_of(fields[0].begin(), fields[0].end(), is_letter);
 }
 
+// Tells whether a line can surely name no atoms: it has a number with a point, or begins with a word that no label of an
+// element begins. Where sections are left over, it is perhaps read in the place of another.
+bool names_none(const CheckedJob& job, std::size_t number) {
+    const std::vector<SectionLayout>& sections = job.layout.sections;
+    if (is_wrong_symbol(job.line(number))) {
+        return true;
+    }
+    if (std::any_of(sections.begin(), sections.end(),
+                    [](const SectionLayout& section) { return section.kind == ExtraInputSectionKind::Unknown; })) {
+        return false;
+    }
+    std::vector<std::string_view> fields;
+    cut_section_line(job.line(number), fields);
+    const bool is_word =
+        !fields.empty() && fields[0].size() > 3 && std::all_of(fields[0].begin(), fields[0].end(), is_letter);
+    return is_word || std::any_of(fields.begin(), fields.end(), [](std::string_view field) {
+               return field.find('.') != std::string_view::npos && is_fortran_or_c_number(field);
+           });
+}
+
 // Reads the tokens of a line of centers; absent when one of them is neither an element nor an atom.
 std::optional<Centers> read_centers(const SectionReading& section, const SectionLine& line) {
     Centers centers;
@@ -62,6 +82,18 @@ std::optional<Centers> read_centers(const SectionReading& section, const Section
         }
     }
     return centers;
+}
+
+// Blocks that a blank line cuts off their section are left over; returns the line of the first, or `otherwise`.
+std::size_t first_cut_off(const CheckedJob& job, std::size_t otherwise) {
+    for (const SectionLayout& section : job.layout.sections) {
+        for (std::size_t line = section.lines.first; line <= section.lines.last; ++line) {
+            if (section.kind == ExtraInputSectionKind::Unknown && trim_view(job.line(line)).substr(0, 4) == "****") {
+                return section.lines.first;
+            }
+        }
+    }
+    return otherwise;
 }
 
 // Walks the blocks of a general basis set.
@@ -80,10 +112,14 @@ class BasisWalk {
         for (std::size_t i = 0; i < section.lines.size() && !includes_; ++i) {
             take_line(section, section.lines[i], layout.lines.first + i);
         }
-        close_shell(Severity::Warning);
-        if (open_block_ != 0 && !includes_) {
-            Finding& finding = findings_.add("GJF-S010", Severity::Warning, "the last block of the basis set is not closed",
-                                             layout.lines.last, "end every block with ****");
+        close_shell();
+        if (open_block_ != 0 && !includes_ && has_stars_ && wants_potentials()) {
+            findings_.add("GJF-S010", Severity::Error, "the core potentials seem to begin here, within the basis set",
+                          open_block_, "a blank line parts them from the basis set");
+        } else if (open_block_ != 0 && !includes_) {
+            Finding& finding = findings_.add("GJF-S010", first_cut_off(job_, 0) != 0 ? Severity::Error : Severity::Warning,
+                                             "the last block of the basis set is not closed", layout.lines.last,
+                                             "end every block with ****");
             // Where no block has stars, these lines are perhaps the potentials, which have none.
             if (has_stars_ || !(job_.names_basis("genecp") || job_.has_keyword("pseudo"))) {
                 offer(finding, "close it with ****", FixSafety::Unsafe, {job_.behind_line(layout.lines.last, "\n****")});
@@ -122,6 +158,12 @@ class BasisWalk {
     }
 
    private:
+    // Tells whether the route asks for core potentials and no section is left for them.
+    bool wants_potentials() const {
+        return std::find(job_.layout.missing.begin(), job_.layout.missing.end(), ExtraInputSectionKind::ECP) !=
+               job_.layout.missing.end();
+    }
+
     // A primitive has an exponent above 0 and a coefficient, two for SP shells.
     void check_primitive(const SectionReading& section, const SectionLine& line, std::size_t number) {
         const auto tokens = section.tokens_of(line);
@@ -138,22 +180,49 @@ class BasisWalk {
         } else if (!tokens.empty() && section[tokens[0].span].front() == '-') {
             findings_.add("GJF-S028", Severity::Warning, "an exponent is above 0", number);
         } else if (tokens.size() != wanted) {
-            findings_.add(
-                "GJF-S028", Severity::Warning,
-                tokens.size() < wanted ? "a coefficient is missing" : "a number is one too many", number,
-                shell_is_sp_ ? "an SP shell has an exponent and two coefficients" : "an exponent and a coefficient");
+            (tokens.size() < wanted ? short_lines_ : long_lines_).push_back(number);
         }
     }
 
-    // Reports a shell that wants more primitives than stand behind it. Where a line follows, it is read as one and is none.
-    void close_shell(Severity severity) {
+    // Reports the primitives of a shell that have a number too few or too many; where all have, the shell's letter is wrong.
+    void tell_columns(std::vector<std::size_t>& lines, Severity severity, const char* of_one, const char* of_all) {
+        const bool is_of_all = !lines.empty() && std::cmp_equal(lines.size(), given_primitives_) &&
+                               (lines.size() > 1 || &lines == &long_lines_);
+        for (std::size_t i = 0; i < (is_of_all ? 1 : lines.size()); ++i) {
+            findings_.add(
+                "GJF-S028", severity, is_of_all ? of_all : of_one, is_of_all ? shell_line_ : lines[i],
+                shell_is_sp_ ? "an SP shell has an exponent and two coefficients" : "an exponent and a coefficient");
+        }
+        lines.clear();
+    }
+
+    // Reports a shell that wants more primitives than stand behind it: the next line is read as one and is none.
+    void close_shell() {
+        tell_columns(short_lines_, Severity::Error, "a coefficient is missing",
+                     "each primitive of this shell lacks a coefficient");
+        tell_columns(long_lines_, Severity::Warning, "a number is one too many",
+                     "each primitive of this shell has a number too many");
         if (given_primitives_ < wanted_primitives_ && !includes_) {
-            findings_.add("GJF-S024", severity,
+            findings_.add("GJF-S024", Severity::Error,
                           "this shell has " + std::to_string(given_primitives_) + " of its " +
                               std::to_string(wanted_primitives_) + " primitives",
                           shell_line_, "a line of exponent and coefficients for each");
         }
         wanted_primitives_ = given_primitives_ = 0;
+    }
+
+    // Tells whether a line that is no primitive was meant as one: a shell wants more, and numbers stand here, some spoilt.
+    bool take_spoilt_primitive(const SectionReading& section, const SectionLine& line, std::size_t number) {
+        const auto tokens = section.tokens_of(line);
+        if (given_primitives_ >= wanted_primitives_ || line.form != LineForm::Name || tokens.size() < 2 ||
+            section[tokens[0].span].find('.') == std::string_view::npos ||
+            !is_fortran_or_c_number(section[tokens[1].span])) {
+            return false;
+        }
+        findings_.add("GJF-S028", Severity::Error, "'" + std::string(section[tokens[0].span]) + "' is no number",
+                      job_.place_in(number, section[tokens[0].span]));
+        ++given_primitives_;
+        return true;
     }
 
     void open_shell(const SectionReading& section, const SectionLine& line, std::size_t number) {
@@ -175,14 +244,16 @@ class BasisWalk {
         if (line.form == LineForm::Primitive) {
             ++given_primitives_;
             check_primitive(section, line, number);
+        } else if (take_spoilt_primitive(section, line, number)) {
+            return;
         } else if (line.count > 0 && line.form != LineForm::Include) {
-            close_shell(Severity::Error);
+            close_shell();
         }
         if (line.form == LineForm::Include) {
             // What is not read may cover any atom.
             includes_ = opaque_ = true;
         } else if (line.form == LineForm::BlockEnd) {
-            close_shell(Severity::Error);
+            close_shell();
             if (open_block_ != 0 && open_block_ + 1 == number) {
                 findings_.add("GJF-S028", Severity::Warning, "this block gives no functions to the atoms above it", number,
                               "the name of a basis set, or shells, stand before the stars");
@@ -212,7 +283,7 @@ class BasisWalk {
         shell_is_broken_ = false;
         block_elements_.clear();
         if (!centers) {
-            findings_.add("GJF-S011", is_wrong_symbol(job_.line(line)) ? Severity::Error : Severity::Warning,
+            findings_.add("GJF-S011", names_none(job_, line) ? Severity::Error : Severity::Warning,
                           "this line names no atoms: elements or atom numbers, and a 0 behind them", line);
             // What cannot be followed may cover any atom.
             opaque_ = true;
@@ -272,18 +343,8 @@ class BasisWalk {
         return true;
     }
 
-    void take_name(std::size_t line, std::string_view text) {
-        if (is_fortran_or_c_number(text.substr(0, text.find_first_of(" \t,")))) {
-            if (!shell_is_broken_) {
-                findings_.add("GJF-S028", block_has_shells_ ? Severity::Error : Severity::Warning,
-                              "the shell before has all its primitives: this is one too many", line,
-                              "the second number of a shell's line tells how many follow");
-            }
-            return;
-        }
-        if (take_broken_shell(line, text)) {
-            return;
-        }
+    // Reports elements of this block that an earlier one names a set for.
+    void check_named_before() {
         for (const auto& [element, place] : block_elements_) {
             if (named_[element] && !block_has_shells_) {
                 Finding& finding = findings_.add(
@@ -293,8 +354,28 @@ class BasisWalk {
             }
             named_[element] = place;
         }
+    }
+
+    void take_name(std::size_t line, std::string_view text) {
+        if (is_fortran_or_c_number(text.substr(0, text.find_first_of(" \t,")))) {
+            if (!std::exchange(shell_is_broken_, true)) {
+                findings_.add("GJF-S028", block_has_shells_ ? Severity::Error : Severity::Warning,
+                              "the shell before has all its primitives: this is one too many", line,
+                              "the second number of a shell's line tells how many follow");
+            }
+            return;
+        }
+        if (take_broken_shell(line, text)) {
+            return;
+        }
+        check_named_before();
         const std::string name(text);
         const bool is_path = text.find('/') != std::string_view::npos;
+        if (text.find_first_not_of('*') == text.npos || (is_path && job_.schema.knows_basis_exact(name.substr(1)))) {
+            findings_.add("GJF-S009", Severity::Error, "'" + name + "' is no basis set", job_.place_in(line, text),
+                          is_path ? "without the slash" : "four stars end a block");
+            return;
+        }
         if (is_path || stuttgart_core(text) || !job_.schema.is_loaded() || job_.schema.knows_basis(name)) {
             return;
         }
@@ -321,6 +402,8 @@ class BasisWalk {
     bool shell_is_sp_ = false;
     std::int64_t wanted_primitives_ = 0;
     std::int64_t given_primitives_ = 0;
+    std::vector<std::size_t> short_lines_;  // primitives of the shell with a number too few
+    std::vector<std::size_t> long_lines_;   // and with one too many
     bool opaque_ = false;
     bool includes_ = false;
     std::vector<std::pair<std::size_t, TextPlace>> block_elements_;
@@ -330,72 +413,6 @@ class BasisWalk {
     std::array<std::optional<TextPlace>, element_count> named_{};
     std::vector<std::int64_t> coverage_steps_;  // where ranges of atom numbers begin and end
 };
-
-// Reports potentials of which none is for an element of the molecule.
-void check_potentials(const CheckedJob& job, const SectionLayout& layout, const std::vector<MoleculeAtom>& atoms,
-                      Findings& findings) {
-    bool any_element = false;
-    std::array<bool, element_count> in_molecule{};
-    for (const MoleculeAtom& atom : atoms) {
-        in_molecule[static_cast<std::size_t>(atom.species.element)] = true;
-    }
-    const SectionReading section = read_section(layout.kind, job.text(layout.lines));
-    for (const SectionLine& line : section.lines) {
-        if (line.form != LineForm::Centers) {
-            continue;
-        }
-        const std::optional<Centers> centers = read_centers(section, line);
-        if (!centers || !centers->ranges.empty()) {
-            // Atom numbers look like the terms of a potential, so nothing can be said of them.
-            return;
-        }
-        for (const auto& element : centers->elements) {
-            // A minus sign says that the element may be absent.
-            any_element = any_element || element.first > 0;
-            if (in_molecule[static_cast<std::size_t>(std::abs(element.first))]) {
-                return;
-            }
-        }
-    }
-    if (any_element) {
-        findings.add("GJF-S012", Severity::Warning, "no core potential is for an element of the molecule",
-                     layout.lines.first);
-    }
-}
-
-// Reports a basis set and core potentials that stand in each other's place.
-void check_order_of_potentials(const CheckedJob& job, Findings& findings) {
-    const auto has_stars = [&](const SectionLayout& section) {
-        const SectionReading reading = read_section(ExtraInputSectionKind::BasisSet, job.text(section.lines));
-        return std::any_of(reading.lines.begin(), reading.lines.end(), [](const SectionLine& line) {
-            return line.form == LineForm::BlockEnd || line.form == LineForm::Include;
-        });
-    };
-    const auto find = [&](ExtraInputSectionKind kind) {
-        return std::find_if(job.layout.sections.begin(), job.layout.sections.end(),
-                            [kind](const SectionLayout& section) { return section.kind == kind; });
-    };
-    const auto basis = find(ExtraInputSectionKind::BasisSet);
-    const auto potentials = find(ExtraInputSectionKind::ECP);
-    const auto end = job.layout.sections.end();
-    if (basis != end && potentials != end && !has_stars(*basis) && has_stars(*potentials)) {
-        findings.add("GJF-S026", Severity::Warning,
-                     "this looks like core potentials, and what stands behind it like a basis set", basis->lines.first,
-                     "the basis set stands first");
-    }
-}
-
-// Blocks that a blank line cuts off their section are left over; returns the line of the first, or `otherwise`.
-std::size_t first_cut_off(const CheckedJob& job, std::size_t otherwise) {
-    for (const SectionLayout& section : job.layout.sections) {
-        for (std::size_t line = section.lines.first; line <= section.lines.last; ++line) {
-            if (section.kind == ExtraInputSectionKind::Unknown && trim_view(job.line(line)).substr(0, 4) == "****") {
-                return section.lines.first;
-            }
-        }
-    }
-    return otherwise;
-}
 
 void check_basis_sections(const CheckedMolecule& molecule, Findings& findings) {
     const auto& [job, atoms, layers] = molecule;
@@ -424,9 +441,9 @@ void check_basis_sections(const CheckedMolecule& molecule, Findings& findings) {
 
 }  // namespace
 
-const Family basis_section_family = {
-    Known::Molecule,
-    check_basis_sections,
-    {"GJF-S007", "GJF-S008", "GJF-S009", "GJF-S010", "GJF-S011", "GJF-S012", "GJF-S024", "GJF-S026", "GJF-S028"}};
+const Family basis_section_family = {Known::Molecule,
+                                     check_basis_sections,
+                                     {"GJF-S007", "GJF-S008", "GJF-S009", "GJF-S010", "GJF-S011", "GJF-S012", "GJF-S024",
+                                      "GJF-S026", "GJF-S028", "GJF-S029"}};
 
 }  // namespace quor::input::gaussian

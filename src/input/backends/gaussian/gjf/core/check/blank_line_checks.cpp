@@ -121,7 +121,8 @@ void check_sections_apart(const CheckedJob& job, Findings& findings) {
                                   (job.has_option("opt", "modredundant") || job.has_option("opt", "readopt"));
         const bool is_asked = section.kind != Kind::Unknown && section.kind != Kind::NBOInput && !may_be_empty;
         if (const std::size_t line = blank_line_between(job, before, section.lines.first, most + 1); is_asked && line != 0) {
-            report_blank_line(job, line, Severity::Warning,
+            // Basis functions are read up to the first blank line.
+            report_blank_line(job, line, section.kind == Kind::BasisSet ? Severity::Error : Severity::Warning,
                               "the section '" + std::string(extra_input_kind_name(section.kind)) + "'", findings);
         }
         before = section.lines.last;

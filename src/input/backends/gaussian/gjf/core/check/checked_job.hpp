@@ -118,6 +118,9 @@ inline Severity severity_by_fact(Severity wanted, bool is_verified) noexcept {
 /// Reports a field of a molecule line that looks like a number but holds an odd character.
 void check_numbers_of_line(const CheckedJob& job, std::size_t line_number, Findings& findings);
 
+/// Reports numbers of molecule and sections that have a decimal comma.
+void check_decimal_commas(const CheckedJob& job, Findings& findings);
+
 /// Checks what concerns the text as a whole: its line ends and its first bytes.
 void check_whole_text(std::string_view text, Findings& findings);
 

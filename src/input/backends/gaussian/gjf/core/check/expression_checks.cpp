@@ -38,6 +38,10 @@ const CoordinateWord* find_coordinate_word(std::string_view kind, std::string_vi
 // Reports a word that is nearly a known one: no list of them is complete.
 void check_coordinate_word(const CheckedJob& job, std::size_t line, std::string_view kind, std::string_view word,
                            Findings& findings) {
+    if (word.size() == 1 && kind == "function" && find_coordinate_word(kind, word) == nullptr) {
+        findings.add("GJF-S022", Severity::Warning, "'" + std::string(word) + "' is no function of coordinates",
+                     job.place_in(line, word), "a bond is B or R, an angle A, a dihedral D");
+    }
     if (word.size() < 3 || find_coordinate_word(kind, word) != nullptr || !findings.may_look_for_names()) {
         return;
     }
@@ -84,7 +88,9 @@ void check_function(const CheckedJob& job, std::size_t line, std::string_view na
         return;
     }
     if (arguments.size() < wanted) {
-        findings.add("GJF-S014", Severity::Warning,
+        // What is said of linear bends may have other forms.
+        const bool is_fixed = to_lower_ascii(name.front()) != 'l';
+        findings.add("GJF-S014", is_fixed ? Severity::Error : Severity::Warning,
                      std::string(name) + " is a function of " + std::string(function->takes) + ", not " +
                          std::to_string(arguments.size()),
                      job.place_in(line, name));

@@ -2,6 +2,7 @@
 // coordinates that leave nothing to vary.
 #include <gjf/core/check/rule.hpp>
 
+#include <gjf/core/chemistry/layers.hpp>
 #include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
 
@@ -32,6 +33,12 @@ void check_fourth_numbers(const CheckedJob& job, Findings& findings) {
     const std::vector<AtomCoord>& atoms = job.job.geom.atoms;
     for (std::size_t i = 0; i < atoms.size(); ++i) {
         const std::optional<std::string>& layer = atoms[i].layer;
+        if (layer && job.route.oniom_expression.empty() && !layer->empty() && layer_letter(*layer) == '?' &&
+            !is_number_text(*layer)) {
+            findings.add("GJF-M018", Severity::Warning, "'" + *layer + "' stands behind the coordinates of an atom",
+                         line_at(job.layout.atoms, i), "a comment begins with !");
+            return;
+        }
         if (layer && layer->find('.') != std::string::npos && is_number_text(*layer)) {
             findings.add("GJF-M018", Severity::Warning, "'" + *layer + "' is a fourth number behind the name of an atom",
                          line_at(job.layout.atoms, i),
@@ -66,7 +73,8 @@ void check_scan(const CheckedJob& job, const RouteTree::Keyword& scan, Findings&
         for (std::size_t i = 0; i < list->size(); ++i) {
             const Fields rest = fields_behind_value(job.line(line_at(lines, i)));
             any = any || !rest.empty();
-            if (rest.size() == 2 && is_integer_text(rest[0]) && to_int64(rest[0]).value_or(0) < 0) {
+            const bool is_count = !rest.empty() && is_integer_text(rest[0]) && to_int64(rest[0]).value_or(0) >= 0;
+            if (rest.size() == 2 && to_fortran_number(rest[0]) && !is_count) {
                 findings.add("GJF-M019", Severity::Error, "'" + std::string(rest[0]) + "' is no number of steps",
                              job.place_in(line_at(lines, i), rest[0]), "as in r 0.96 4 0.05");
             }
@@ -80,6 +88,19 @@ void check_scan(const CheckedJob& job, const RouteTree::Keyword& scan, Findings&
     if (!any) {
         findings.add("GJF-M019", Severity::Error, "scan has no variable with a number of steps and their size",
                      job.route_place(scan.head), "write them behind the variable's value, as in r 0.96 4 0.05");
+    }
+}
+
+// In an optimization by variables, S behind a value begins a scan: the number of steps and their size.
+void check_scanned_variables(const CheckedJob& job, Findings& findings) {
+    const std::vector<std::size_t>& lines = job.layout.variables;
+    for (std::size_t i = 0; i < job.job.geom.variables.size(); ++i) {
+        const Fields rest = fields_behind_value(job.line(line_at(lines, i)));
+        if (!rest.empty() && equals_folded(rest[0], "s") &&
+            (rest.size() < 3 || !is_integer_text(rest[1]) || !to_fortran_number(rest[2]))) {
+            findings.add("GJF-M019", Severity::Error, "a scan has a number of steps and their size",
+                         job.place_in(line_at(lines, i), rest[0]), "as in D4=115.0 S 10 10.0");
+        }
     }
 }
 
@@ -122,6 +143,7 @@ void check_anything_to_vary(const CheckedJob& job, Findings& findings) {
         }
     }
     check_full_optimization(job, findings);
+    check_scanned_variables(job, findings);
     const RouteTree::Keyword* scan = job.find_keyword("scan");
     if (scan != nullptr && scan->options.empty() && !job.has_keyword("opt")) {
         check_scan(job, *scan, findings);

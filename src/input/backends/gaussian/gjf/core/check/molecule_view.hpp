@@ -93,6 +93,13 @@ void check_further_pair(const CheckedJob& job, const std::vector<ChargeSpinPair>
 void check_structure(const CheckedJob& job, const SectionLayout& section, const std::vector<MoleculeAtom>& atoms,
                      Findings& findings);
 
+/// Checks a section of core potentials.
+void check_potentials(const CheckedJob& job, const SectionLayout& layout, const std::vector<MoleculeAtom>& atoms,
+                      Findings& findings);
+
+/// Reports a basis set and core potentials that stand in each other's place.
+void check_order_of_potentials(const CheckedJob& job, Findings& findings);
+
 /// Checks a line of generalised internal coordinates; numbers up to `atom_count` may be named.
 void check_expression(const CheckedJob& job, std::size_t line, std::size_t atom_count, Findings& findings);
 

@@ -152,7 +152,8 @@ void check_names_of_potentials(const CheckedJob& job, const SectionLayout& layou
         if (!near.empty() &&
             std::none_of(near.begin(), near.end(), [&](const std::string& set) { return set.starts_with(lower); })) {
             const TextPlace place = job.place_in(layout.lines.first + i, name);
-            Finding& finding = findings.add("GJF-S009", Severity::Warning,
+            const bool is_sure = is_misspelt(lower, near) || is_misspelt_model(lower, near);
+            Finding& finding = findings.add("GJF-S009", is_sure ? Severity::Error : Severity::Warning,
                                             "'" + std::string(name) + "' is no core potential", place, did_you_mean(near));
             offer_near(job, place, name, near, finding);
         }

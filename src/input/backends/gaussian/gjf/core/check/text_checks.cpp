@@ -9,6 +9,7 @@
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
+#include <iterator>
 
 namespace quor::input::gaussian {
 namespace {
@@ -60,6 +61,16 @@ void offer_plain_characters(const CheckedJob& job, const TextPlace& place, Findi
           {job.replacing(place, text)});
 }
 
+// Tells whether a line is of a section that is read number by number.
+bool is_in_numbered_section(const CheckedJob& job, std::size_t line) {
+    using Kind = ExtraInputSectionKind;
+    constexpr Kind kinds[] = {Kind::CoordinateModifications, Kind::FrozenAtomAlterations, Kind::BasisSet,    Kind::ECP,
+                              Kind::BackgroundCharge,        Kind::OrbitalAlterations,    Kind::AtomicMasses};
+    return std::any_of(job.layout.sections.begin(), job.layout.sections.end(), [&](const SectionLayout& section) {
+        return holds(section.lines, line) && std::find(std::begin(kinds), std::end(kinds), section.kind) != std::end(kinds);
+    });
+}
+
 void check_line_characters(const CheckedJob& job, std::size_t number, Findings& findings) {
     const std::string_view line = job.line(number);
     if (is_printable(line)) {
@@ -82,7 +93,12 @@ void check_line_characters(const CheckedJob& job, std::size_t number, Findings& 
         const auto last = std::find_if_not(first, text.end(), is_outside_ascii);
         const auto column = static_cast<std::size_t>(first - text.begin()) + 1;
         const TextPlace place{number, column, static_cast<std::size_t>(last - first)};
-        Finding& finding = findings.add("GJF-T003", Severity::Warning, "a character outside ASCII stands here", place,
+        const auto at = static_cast<std::size_t>(last - text.begin());
+        const bool is_in_number = is_in_numbered_section(job, number) && at < text.size() && is_digit(text[at]) &&
+                                  *first != '\xC2' &&
+                                  (first == text.begin() || is_digit(first[-1]) || is_trim_character(first[-1]));
+        Finding& finding = findings.add("GJF-T003", is_in_number ? Severity::Error : Severity::Warning,
+                                        "a character outside ASCII stands here", place,
                                         "write it with the letters, digits and signs of ASCII");
         offer_plain_characters(job, place, finding);
     }
@@ -174,17 +190,6 @@ void check_route_balance(const CheckedJob& job, Findings& findings) {
     }
 }
 
-// Tells whether coordinates are written with decimal commas: fields such as 0,123, two or more, and no point in the line.
-bool has_decimal_commas(std::string_view text) {
-    std::size_t count = 0;
-    for (std::size_t i = 1; i + 1 < text.size(); ++i) {
-        count += text[i] == ',' && is_digit(text[i - 1]) && is_digit(text[i + 1]);
-    }
-    const std::string_view trimmed = trim_view(text);
-    const auto blanks = std::count_if(trimmed.begin(), trimmed.end(), is_trim_character);
-    return count >= 2 && blanks >= 2 && text.find_first_of(".()") == std::string_view::npos;
-}
-
 // A field that begins like a number and is none.
 bool is_spoilt_number(std::string_view field) {
     std::string_view digits = without_sign(field);
@@ -198,20 +203,6 @@ bool is_spoilt_number(std::string_view field) {
     return !to_fortran_number(field) && (begins_as_number || odd_sign);
 }
 
-// Puts points in the place of the commas between digits, in this line and all below that are written so.
-std::vector<TextEdit> decimal_points(const CheckedJob& job, std::size_t line) {
-    std::vector<TextEdit> edits;
-    for (; line <= job.layout.molecule.last; ++line) {
-        const std::string_view text = without_comment(job.line(line));
-        for (std::size_t i = 1; has_decimal_commas(text) && i + 1 < text.size(); ++i) {
-            if (text[i] == ',' && is_digit(text[i - 1]) && is_digit(text[i + 1])) {
-                edits.push_back(job.replacing({line, i + 1, 1}, "."));
-            }
-        }
-    }
-    return edits;
-}
-
 // Writes a number without the letters that look like its digits; empty where that gives none.
 std::string with_digits(std::string_view field) {
     std::string number(field);
@@ -221,29 +212,12 @@ std::string with_digits(std::string_view field) {
     return number != field && is_number_text(number) ? number : std::string();
 }
 
-void check_decimal_commas(const CheckedJob& job, Findings& findings) {
-    const LineRange& molecule = job.layout.molecule;
-    for (std::size_t line = molecule.first; !molecule.empty() && line <= molecule.last; ++line) {
-        const std::string_view text = job.line(line);
-        if (text.find(',') != std::string_view::npos && has_decimal_commas(without_comment(text))) {
-            Finding& finding = findings.add("GJF-T006", Severity::Error, "the numbers of this line have decimal commas",
-                                            line, "a comma separates fields; write decimal points");
-            offer(finding, "write decimal points", FixSafety::Unsafe, decimal_points(job, line));
-            return;
-        }
-    }
-}
-
 void check_variable_values(const std::vector<ZMatrixVariable>& variables, const std::vector<std::size_t>& lines,
                            Findings& findings) {
     Fields fields;
     for (std::size_t i = 0; i < std::min(variables.size(), lines.size()); ++i) {
         cut_fields(variables[i].value, fields);
-        if (fields.size() == 2 && variables[i].value.find_first_of(" \t") == std::string::npos &&
-            variables[i].value.find('.') == std::string::npos && is_integer_text(fields[0]) && is_integer_text(fields[1])) {
-            findings.add("GJF-T006", Severity::Warning, "'" + variables[i].value + "' has a decimal comma", lines[i],
-                         "a comma separates fields; write a decimal point");
-        } else if (!fields.empty() && is_spoilt_number(fields[0])) {
+        if (!fields.empty() && is_spoilt_number(fields[0])) {
             findings.add("GJF-T006", Severity::Error, "'" + std::string(fields[0]) + "' is no number", lines[i]);
         } else if (!fields.empty() && !to_fortran_number(fields[0]) &&
                    fields[0].find_first_of("0123456789") == fields[0].npos) {

@@ -110,35 +110,69 @@ void check_places(const CheckedJob& job, const std::vector<MoleculeAtom>& atoms,
     }
 }
 
-// Reports bond lengths below zero, where they are written.
-void check_lengths(const CheckedJob& job, Findings& findings) {
+// A number of a row, and the line where it is written: the row's own, or that of a variable.
+struct WrittenValue {
+    std::optional<double> number;
+    std::size_t line = 0;
+};
+
+// The values of all variables and constants, by their names in lower case.
+std::map<std::string, WrittenValue> written_values(const CheckedJob& job) {
     const GeomSection& geom = job.job.geom;
-    std::map<std::string, std::pair<double, std::size_t>> variables;  // their numbers and lines
+    std::map<std::string, WrittenValue> values;
     for (const auto& [list, lines] :
          {std::pair(&geom.variables, &job.layout.variables), std::pair(&geom.constants, &job.layout.constants)}) {
         for (std::size_t i = 0; i < list->size(); ++i) {
             const std::string& value = (*list)[i].value;
-            variables.try_emplace(to_lower_copy((*list)[i].name),
-                                  to_fortran_number(value.substr(0, value.find_first_of(" \t,"))).value_or(0),
-                                  line_at(*lines, i));
+            values.try_emplace(
+                to_lower_copy((*list)[i].name),
+                WrittenValue{to_fortran_number(value.substr(0, value.find_first_of(" \t,"))), line_at(*lines, i)});
         }
     }
+    return values;
+}
+
+// Returns the number that a field of a row stands for; below zero, what the sign before a variable makes so is the row's.
+WrittenValue value_of(const std::string& field, std::size_t line, const std::map<std::string, WrittenValue>& values) {
+    const auto variable = values.find(to_lower_copy(without_sign(field)));
+    if (variable == values.end() || !variable->second.number) {
+        return {to_fortran_number(field), line};
+    }
+    const bool is_turned = field.starts_with('-');
+    const double number = *variable->second.number;
+    return {is_turned ? -number : number, is_turned && number > 0 ? line : variable->second.line};
+}
+
+// Reports bond lengths and angles that cannot be, each where it is written.
+void check_values(const CheckedJob& job, Findings& findings) {
+    constexpr double two_halves = 3.15;  // an angle of 180 degrees, in radians
+    const GeomSection& geom = job.job.geom;
+    const std::map<std::string, WrittenValue> values = written_values(job);
     std::set<std::size_t> told;
+    const auto tell = [&](std::size_t line, Severity severity, std::string message, const char* hint) {
+        if (told.insert(line).second) {
+            findings.add("GJF-M009", severity, std::move(message), line, hint);
+        }
+    };
     for (std::size_t row = 0; row < geom.zmatrix_entries.size(); ++row) {
         const ZMatrixEntry& entry = geom.zmatrix_entries[row];
         if (!entry.bond || is_cartesian(entry)) {
             continue;
         }
-        const std::string& value = entry.bond->value;
-        double length = to_fortran_number(value).value_or(0);
-        std::size_t line = line_at(job.layout.zmatrix_rows, row);
-        if (const auto variable = variables.find(to_lower_copy(without_sign(value))); variable != variables.end()) {
-            length = value.starts_with('-') ? -variable->second.first : variable->second.first;
-            line = length < 0 && value.starts_with('-') ? line : variable->second.second;
+        const std::string number = std::to_string(row + 1);
+        const std::size_t of_row = line_at(job.layout.zmatrix_rows, row);
+        const WrittenValue length = value_of(entry.bond->value, of_row, values);
+        if (length.number && *length.number <= 0) {
+            tell(length.line, *length.number < 0 ? Severity::Warning : Severity::Error,
+                 "the bond length of row " + number + (*length.number < 0 ? " is negative" : " is 0"), "");
         }
-        if (length < 0 && told.insert(line).second) {
-            findings.add("GJF-M009", Severity::Warning, "the bond length of row " + std::to_string(row + 1) + " is negative",
-                         line);
+        const WrittenValue angle = entry.angle ? value_of(entry.angle->value, of_row, values) : WrittenValue();
+        if (angle.number && *angle.number == 0) {
+            tell(angle.line, Severity::Error, "the angle of row " + number + " is 0",
+                 "an angle is above 0, at most 180 degrees");
+        } else if (angle.number && *angle.number > 0 && *angle.number < two_halves) {
+            tell(angle.line, Severity::Warning, "the angle of row " + number + " looks like radians",
+                 "angles are in degrees");
         }
     }
 }
@@ -214,11 +248,25 @@ NameSet names_left_over(const CheckedJob& job) {
     return names;
 }
 
+// Reports lines that name such a variable and give it nothing, as "a=".
+void check_empty_values(const CheckedJob& job, const NameSet& names, Findings& findings) {
+    for (const SectionLayout& section : job.layout.sections) {
+        for (std::size_t line = section.lines.first; line <= section.lines.last; ++line) {
+            std::string_view text = trim_view(without_comment(job.line(line)));
+            text = trim_view(text.substr(0, text.size() - (text.ends_with('=') ? 1 : 0)));
+            if (section.kind == ExtraInputSectionKind::Unknown && names.count(to_lower_copy(text)) > 0) {
+                findings.add("GJF-M007", Severity::Error, "variable '" + std::string(text) + "' has no value here", line);
+            }
+        }
+    }
+}
+
 void check_undefined(const CheckedJob& job, Findings& findings) {
     const NameSet names = undefined_names(job.job.geom);
     if (names.empty()) {
         return;
     }
+    check_empty_values(job, names, findings);
     const LineRange& molecule = job.layout.molecule;
     const NameSet left_over = names_left_over(job);
     Fields fields;
@@ -267,7 +315,7 @@ void check_zmatrix(const CheckedMolecule& molecule, Findings& findings) {
     }
     if (!geom.zmatrix_entries.empty()) {
         check_places(job, atoms, findings);
-        check_lengths(job, findings);
+        check_values(job, findings);
     }
     check_variable_lines(job, geom.variables, job.layout.variables, findings);
     check_variable_lines(job, geom.constants, job.layout.constants, findings);
