@@ -5,6 +5,7 @@
 #include <gjf/core/check/near_names.hpp>
 #include <gjf/core/knowledge/facts.hpp>
 #include <gjf/core/route/option_syntax.hpp>
+#include <gjf/core/text/number.hpp>
 #include <gjf/core/text/text.hpp>
 
 #include <algorithm>
