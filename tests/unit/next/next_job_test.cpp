@@ -352,6 +352,9 @@ std::string example_output(const Recipe& recipe, const std::string& route) {
 std::string applied(const Calculation& files, const Recipe& recipe, std::string& reason, std::string& old) {
     for (const char* const route : example_routes) {
         std::string text = example_job(route);
+        if (recipe.when && !recipe.when->fits(JobFile("-", text), 0)) {
+            continue;
+        }
         if (recipe.wanted_for == "syntax") {
             text.replace(text.find("sto-3g"), 6, "def2-tzvp");
         } else if (recipe.wanted_for == "zsymb" || recipe.wanted_for == "charge_def") {

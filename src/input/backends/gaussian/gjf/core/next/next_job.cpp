@@ -271,10 +271,12 @@ bool is_cure(const Recipe& recipe, const std::string& cause) {
 const Recipe& next_attempt(const Workplace& here, const std::string& cause, const std::vector<Recipe>& known) {
     // What ran out of time goes on as often as it is asked for.
     const std::optional<AttemptNote> note = attempt_note(here.base.text);
-    const int used = note && note->id == cause && kind_of(cause) != "time" ? note->attempt : 0;
-    std::string reason = used > 0 ? "no attempt is left after " + std::to_string(used) : "no cure fits the job";
+    const bool counts = note && kind_of(cause) != "time";
+    std::string reason =
+        counts && note->id == cause ? "no attempt is left after " + std::to_string(note->attempt) : "no cure fits the job";
     for (const Recipe& recipe : known) {
-        if (!is_cure(recipe, cause) || recipe.attempt <= used || !fits_job(recipe, here.file, 0)) {
+        const bool is_used = counts && note->id == recipe.id && recipe.attempt <= note->attempt;
+        if (!is_cure(recipe, cause) || is_used || !fits_job(recipe, here.file, 0)) {
             continue;
         }
         std::string unmet = unmet_need(recipe, here);
