@@ -302,11 +302,11 @@ QUOR_GJF_C_API int gjf_document_save_as(quor_gjf_document* document, const char*
 /* --- Requests: the commands of quor-gjf over one text, with its JSON as the answer. All since 0.2.0.
  * ------------------------------------------------------------------------------------------------------------------ */
 
-/* Runs `command` (check, fix, report, route, complete, outline, select, diff, edit, find, diagnose) on the `size` bytes of `text`, which may
- * hold NUL. `options` is a JSON object with the long names of the tool's options, or NULL. Returns a result to be freed with
- * gjf_result_destroy; where the command fails its text is an object with "error". NULL: "command is null", "text is null",
- * or no memory is left; see gjf_editor_last_error(NULL). Freeing JSON takes memory too: where that is not to be had, the
- * process ends. */
+/* Runs `command` (check, fix, report, route, complete, outline, select, diff, edit, find, diagnose) on the `size` bytes of
+ * `text`, which may hold NUL. `options` is a JSON object with the long names of the tool's options, or NULL. Returns a
+ * result to be freed with gjf_result_destroy; where the command fails its text is an object with "error". NULL: "command is
+ * null", "text is null", or no memory is left; see gjf_editor_last_error(NULL). Freeing JSON takes memory too: where that is
+ * not to be had, the process ends. */
 QUOR_GJF_C_API gjf_result* gjf_request(const char* command, const char* text, size_t size,
                                        const char* options) QUOR_GJF_C_NOEXCEPT;
 

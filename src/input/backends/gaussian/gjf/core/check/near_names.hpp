@@ -18,18 +18,18 @@ bool is_misspelt(std::string_view word, const std::vector<std::string>& near);
 /// the word is as long as the name was meant to be, four letters or more, and digits may be doubled or swapped.
 bool is_misspelt_model(std::string_view word, const std::vector<std::string>& near);
 
-/// Tells whether a word that nobody knows is one of its near names with one letter or digit added in front or behind, as papers
-/// and programs make new names of old ones: such a word may be one that only this list lacks. A last letter that is doubled is
-/// a slip instead.
+/// Tells whether a word that nobody knows is one of its near names with one letter or digit added in front or behind, as
+/// papers and programs make new names of old ones: such a word may be one that only this list lacks. A last letter that is
+/// doubled is a slip instead.
 bool has_added_letter(std::string_view word, const std::vector<std::string>& near);
 
 /// Tells whether a word is surely none of Gaussian's: a name that other programs have, or one with a sign that stands in no
 /// word and parts none.
 bool is_foreign(std::string_view word);
 
-/// Tells whether Gaussian surely does not take a word that nobody knows: the vocabulary has all that its public lists, its own
-/// test jobs and outputs hold. What is left may be a name made of another by one letter more. `has_looked` tells whether the
-/// near names were looked for.
+/// Tells whether Gaussian surely does not take a word that nobody knows: the vocabulary has all that its public lists, its
+/// own test jobs and outputs hold. What is left may be a name made of another by one letter more. `has_looked` tells whether
+/// the near names were looked for.
 bool is_surely_none(std::string_view word, const std::vector<std::string>& near, bool has_looked);
 
 /// Tells whether two words are equal but for dashes and letter case.
