@@ -172,7 +172,7 @@ tidy:
 # Needs cppcheck. Style is left to clang-tidy.
 cppcheck:
 	cppcheck -j 2 --enable=warning,performance,portability --std=c++20 --language=c++ --quiet --error-exitcode=1 \
-	    -Isrc -Isrc/input/backends/gaussian src cli
+	    -UQUOR_GJF_CARRIED_RESOURCES -Isrc -Isrc/input/backends/gaussian src cli
 
 install: build/release/cli/quor-gjf
 	cmake --install build/release --prefix $(prefix)

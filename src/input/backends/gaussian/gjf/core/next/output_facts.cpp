@@ -78,7 +78,7 @@ class FactsVisitor final : public SummaryVisitor {
         is_precise_ = modes.is_precise;
         modes_line_ = modes.line;
         for (std::size_t i = 0; i < modes.frequencies.size(); ++i) {
-            if (modes.frequencies[i] < 0 && i < modes.displacements.size()) {
+            if (i < modes.displacements.size() && modes.frequencies[i] < 0) {
                 facts_.imaginary.push_back({modes.frequencies[i], modes.atoms, modes.displacements[i]});
             }
         }
