@@ -304,9 +304,9 @@ class CheckpointReader {
         visitor_.on_modes(modes);
     }
 
-    void tell_text(std::string_view label, void (OutputVisitor::*tell)(std::size_t, std::string_view)) const {
+    void tell_text(std::string_view label, void (OutputVisitor::*told)(std::size_t, std::string_view)) const {
         if (const FchkEntry<std::string> text = entry_of(texts_, label); text.line > 0) {
-            (visitor_.*tell)(text.line, text.value);
+            (visitor_.*told)(text.line, text.value);
         }
     }
 
