@@ -120,13 +120,13 @@ void set_geometry(Recipe& recipe, const std::string& text) {
     recipe.geometry = static_cast<RecipeGeometry>(found - std::begin(whole_geometries));
     const auto read = [&](const std::string& part, auto& number) {
         const char* const end = part.data() + part.size();
-        std::from_chars_result read;
+        std::from_chars_result result;
         if constexpr (std::is_floating_point_v<std::remove_reference_t<decltype(number)>>) {
-            read = read_number(part, number, std::chars_format::general);
+            result = read_number(part, number, std::chars_format::general);
         } else {
-            read = std::from_chars(part.data(), end, number);
+            result = std::from_chars(part.data(), end, number);
         }
-        if (read.ec != std::errc() || read.ptr != end) {
+        if (result.ec != std::errc() || result.ptr != end) {
             refuse(text, "is no geometry");
         }
     };
